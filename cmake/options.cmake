@@ -1,0 +1,13 @@
+# What every target of the project compiles with.
+add_library(bexlow_options INTERFACE)
+target_compile_options(bexlow_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(BEXLOW_SANITIZE)
+  set(flags -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -O1 -g1)
+  target_compile_options(bexlow_options INTERFACE ${flags})
+  target_link_options(bexlow_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+endif()
