@@ -1,0 +1,131 @@
+#include "download/DataFile.h"
+
+#include "link/Protocol.h"
+#include "live/NumberText.h"
+
+namespace bexlow::download {
+
+namespace {
+
+using live::NumberText;
+using live::PlainNumberText;
+
+void AppendLine(std::string& text, std::string_view label, std::string_view value = {}) {
+  text.append(label).append(value).append("\r\n");
+}
+
+/// What line 12 names; empty for a mode or number of channels that has no record layout.
+std::string_view ColumnHeads(double mode, double channels) {
+  if (mode == 0) return "Page,Data-->";
+  if (mode != 1) return {};
+  if (channels == 1) return "Page,X Data-->";
+  if (channels == 2) return "Page,Y Data-->";
+  if (channels == 3) return "Page,X Data-->,Y Data-->";
+  return {};
+}
+
+std::string TwoDigits(int value) {
+  const std::string text = std::to_string(value);
+  return value < 10 ? "0" + text : text;
+}
+
+/// "X=a Y=b Z=c" for as many axes as asked, from words that stand one behind the other.
+std::string AxesText(std::span<const std::uint8_t> bytes, std::size_t index, std::string_view axes) {
+  std::string text;
+  for (const char axis : axes) {
+    if (!text.empty()) text += ' ';
+    text.append(1, axis).append("=").append(NumberText(link::Word(bytes, index)));
+    index += 2;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string_view KindText(DataFileKind kind) {
+  switch (kind) {
+    case DataFileKind::DownloadPages:
+      return "Download Pages";
+    case DataFileKind::Accelerometers:
+      return "Accelerometers";
+    case DataFileKind::Angles:
+      return "Angles";
+  }
+  return {};
+}
+
+std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, const DownloadHeader& header,
+                           double BinLinearMode, double LinearChannels) {
+  std::string text;
+  AppendLine(text, "Quornell Bexlow Data File Version ", programVersion);
+  AppendLine(text, KindText(kind));
+  AppendLine(text, "Firmware Version: ", header.FirmwareVersionText);
+  AppendLine(text, "Serial Number: ", NumberText(header.SerialNumber));
+  AppendLine(text, "Launch Time: ", header.LaunchTimeText);
+  AppendLine(text, "Firmware Sampling Frequency: ", header.SamplingFrequencyText);
+  AppendLine(text, "Channel Gains: ", header.ChannelGainsText);
+  AppendLine(text, "Channel Offsets: ", header.ChannelOffsetsText);
+  AppendLine(text, "Tares: ", header.TaresText);
+  switch (kind) {
+    case DataFileKind::DownloadPages:
+      AppendLine(text, "Bin/Linear Mode = ", NumberText(BinLinearMode));
+      AppendLine(text, "Linear Channel = ", NumberText(LinearChannels));
+      AppendLine(text, ColumnHeads(BinLinearMode, LinearChannels));
+      break;
+    case DataFileKind::Accelerometers:
+      AppendLine(text, "Time(seconds),Acc X,Acc Y,Acc Z");
+      break;
+    case DataFileKind::Angles:
+      AppendLine(text, "Time(seconds),Angle X,Angle Y");
+      break;
+  }
+  return text;
+}
+
+std::string PageRecord(std::int32_t page, std::string_view pageDataText) {
+  return NumberText(page).append(",").append(pageDataText).append("\r\n");
+}
+
+std::string AccelerometersRecord(const live::LiveSample& sample, std::string_view time) {
+  std::string text(time);
+  for (const double value : {sample.AccX, sample.AccY, sample.AccZ})
+    text.append(",").append(NumberText(value));
+  return text.append("\r\n");
+}
+
+std::string AnglesRecord(const live::LiveSample& sample, std::string_view time) {
+  std::string text(time);
+  for (const double value : {sample.AngleX, sample.AngleY}) text.append(",").append(NumberText(value));
+  return text.append("\r\n");
+}
+
+bool FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header) {
+  if (reply.size() != 4) return false;
+  header.FirmwareVersionText = PlainNumberText(link::Word(reply, 0) / 1000);
+  header.SamplingFrequencyText = PlainNumberText(link::Word(reply, 2) / 10);
+  return true;
+}
+
+bool FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header) {
+  if (reply.size() != 10) return false;
+  header.SerialNumber = link::Word(reply, 0);  // byte 2 is the update rate, which no header line tells
+  header.LaunchTimeText = LaunchTimeText(reply[9], reply[3], static_cast<int>(link::Word(reply, 4)), reply[6],
+                                         reply[7], reply[8]);
+  return true;
+}
+
+bool FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header) {
+  if (reply.size() != 16) return false;
+  // The file calls gains what the parameter map calls offsets, and the other way round.
+  header.ChannelGainsText = AxesText(reply, 0, "XYZ");
+  header.ChannelOffsetsText = AxesText(reply, 6, "XYZ");
+  header.TaresText = AxesText(reply, 12, "XY");
+  return true;
+}
+
+std::string LaunchTimeText(int month, int day, int year, int hour, int minute, int second) {
+  return TwoDigits(month) + "/" + TwoDigits(day) + "/" + NumberText(year) + " " + TwoDigits(hour) + ":" +
+         TwoDigits(minute) + ":" + TwoDigits(second);
+}
+
+}  // namespace bexlow::download

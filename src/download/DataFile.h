@@ -1,0 +1,49 @@
+// The text of a data file: header lines, records, and the header values of a download.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "live/LiveSample.h"
+
+namespace bexlow::download {
+
+/// Header values that a download retrieved; kept for the run of the program.
+struct DownloadHeader {
+  std::string FirmwareVersionText;
+  double SerialNumber = 0;
+  std::string LaunchTimeText;
+  std::string SamplingFrequencyText;
+  std::string ChannelGainsText;
+  std::string ChannelOffsetsText;
+  std::string TaresText;
+};
+
+enum class DataFileKind { DownloadPages, Accelerometers, Angles };
+
+/// The kind as line 2 names it: "Download Pages", "Accelerometers", "Angles".
+std::string_view KindText(DataFileKind kind);
+
+/// All header lines, each with CR LF. Mode and channels count for "Download Pages" only.
+std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, const DownloadHeader& header,
+                           double BinLinearMode, double LinearChannels);
+
+/// One line of a download: page number, comma, decoded page, CR LF.
+std::string PageRecord(std::int32_t page, std::string_view pageDataText);
+/// One sample line, CR LF at its end.
+std::string AccelerometersRecord(const live::LiveSample& sample, std::string_view time);
+/// One sample line, CR LF at its end.
+std::string AnglesRecord(const live::LiveSample& sample, std::string_view time);
+
+/// Each takes the reply of its block. False, and nothing changed, unless it has exactly the number of bytes
+/// told.
+bool FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header);  ///< 4: version, frequency
+bool FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 10: cells 100 to 109
+bool FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 16: cells 2 to 17
+
+/// 03/09/2004 14:05:07: month first, two digits each, the year as it is.
+std::string LaunchTimeText(int month, int day, int year, int hour, int minute, int second);
+
+}  // namespace bexlow::download

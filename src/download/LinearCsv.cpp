@@ -1,0 +1,88 @@
+#include "download/LinearCsv.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "graph/Lines.h"
+
+namespace bexlow::download {
+
+namespace {
+
+constexpr std::string_view LineEnd = "\r\n";
+constexpr int CopiedLines = 11;
+constexpr std::size_t ExtensionLength = 4;
+
+std::string_view HeaderLine(graph::LineReader& lines) {
+  if (const auto line = lines.Next()) return *line;
+  throw std::system_error(std::make_error_code(std::errc::no_message_available),
+                          "Data file ends in header line " + std::to_string(lines.LinesRead() + 1));
+}
+
+std::string_view ColumnHead(char channel) {
+  if (channel == '1') return "X angle";
+  if (channel == '2') return "Y angle";
+  if (channel == '3') return "X angle,Y angle";
+  return {};
+}
+
+/// Appends the fields of a record, so many a line. The commas are the only guide, and a last field without
+/// its partner is dropped. Every byte is written without a branch: fields are too short for a search of
+/// commas to pay.
+void AppendSamples(std::string_view fields, bool pairs, std::string& csv) {
+  const std::size_t before = csv.size();
+  csv.resize(before + 2 * fields.size() + LineEnd.size());
+  char* out = csv.data() + before;
+  bool inPair = false;
+  for (const char c : fields) {
+    const bool comma = c == ',';
+    const bool ends = comma && (inPair || !pairs);
+    inPair = inPair != (comma && pairs);
+    out[0] = ends ? LineEnd[0] : c;
+    out[1] = LineEnd[1];  // overwritten by the next byte unless the line ends here
+    out += ends ? 2 : 1;
+  }
+  if (pairs && !inPair) {
+    while (out != csv.data() + before && out[-1] != LineEnd[1]) --out;
+  } else {
+    out = std::copy(LineEnd.begin(), LineEnd.end(), out);
+  }
+  csv.resize(static_cast<std::size_t>(out - csv.data()));
+}
+
+}  // namespace
+
+void AppendLinearCsv(std::string_view dataFile, std::string& csv) {
+  csv.reserve(csv.size() + dataFile.size() + dataFile.size() / 4);
+  graph::LineReader lines(dataFile);
+  char channel = 0;
+  for (int i = 0; i < CopiedLines; ++i) {
+    const std::string_view line = HeaderLine(lines);
+    csv.append(line).append(LineEnd);
+    channel = line.empty() ? char{} : line.back();
+  }
+  HeaderLine(lines);  // the heads of the data file's own columns
+  const std::string_view head = ColumnHead(channel);
+  if (head.empty()) return;
+  csv.append(head).append(LineEnd);
+  while (const auto line = lines.Next()) {
+    const auto fields = graph::BehindFirstComma(*line);
+    if (fields && !fields->empty()) AppendSamples(*fields, channel == '3', csv);
+  }
+}
+
+std::string LinearCsv(std::string_view dataFile) {
+  std::string csv;
+  AppendLinearCsv(dataFile, csv);
+  return csv;
+}
+
+std::string CsvFileName(std::string_view dataFileName) {
+  if (dataFileName.size() < ExtensionLength) {
+    throw std::system_error(std::make_error_code(std::errc::invalid_argument),
+                            "File name of fewer than four characters");
+  }
+  return std::string(dataFileName.substr(0, dataFileName.size() - ExtensionLength)) + ".csv";
+}
+
+}  // namespace bexlow::download

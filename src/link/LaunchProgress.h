@@ -1,0 +1,29 @@
+// The progress of the erase that a launch begins with, and the launch time as EEPROM cells.
+#pragma once
+
+#include <array>
+#include <cstddef>
+
+namespace bexlow::link {
+
+/// What the progress stream of a launch says. The logger sends about three bytes a page.
+struct LaunchProgress {
+  double ErasedByteCount = 0;
+  double ErasedPageCount = 0;  ///< 0 to 2047
+
+  /// Counts the bytes of one tick. True while the logger erases; fewer than 4 bytes are the end, and change
+  /// nothing.
+  bool Take(std::size_t count);
+};
+
+struct EepromCell {
+  int address = 0;
+  int value = 0;
+  bool operator==(const EepromCell&) const = default;
+};
+
+/// The seven launch time cells in the order of their writing, the month last.
+/// @param year  in full, four digits
+std::array<EepromCell, 7> LaunchCells(int day, int month, int year, int hour, int minute, int second);
+
+}  // namespace bexlow::link

@@ -1,0 +1,105 @@
+#include "link/Protocol.h"
+
+#include <array>
+#include <initializer_list>
+#include <iterator>
+#include <system_error>
+
+namespace bexlow::link {
+
+namespace {
+
+consteval bool CommandsAreSound() {
+  for (std::size_t i = 0; i < std::size(Commands); ++i) {
+    if (static_cast<std::size_t>(Commands[i].name) != i) return false;
+    for (std::size_t k = 0; k < i; ++k) {
+      if (Commands[k].letter == Commands[i].letter) return false;
+    }
+  }
+  return true;
+}
+static_assert(std::size(Commands) == 10 && CommandsAreSound());
+
+[[noreturn]] void Throw(std::errc code, const char* words) {
+  throw std::system_error(std::make_error_code(code), words);
+}
+
+struct EepromRange {
+  int first, last;
+};
+
+Block EepromBlock(std::string_view name, int leadPauseMs, int pauseMs,
+                  std::initializer_list<EepromRange> cells) {
+  Block block{name, leadPauseMs, pauseMs, {}, 0};
+  for (const auto& [first, last] : cells) {
+    for (int address = first; address <= last; ++address) block.requests.push_back(ReadEeprom(address));
+  }
+  block.reply = block.requests.size() * CommandOf(CommandName::ReadEeprom).reply;
+  return block;
+}
+
+}  // namespace
+
+Request MakeRequest(CommandName name, std::span<const int> operands) {
+  const Command& command = CommandOf(name);
+  if (operands.size() != command.operands) Throw(std::errc::invalid_argument, "Wrong number of operands");
+  Request request{{static_cast<std::uint8_t>(command.letter), command.pauseBetweenMs}};
+  for (const int operand : operands) {
+    if (operand < 0 || operand > 255) Throw(std::errc::value_too_large, "Request byte outside 0 to 255");
+    request.push_back({static_cast<std::uint8_t>(operand), command.pauseBetweenMs});
+  }
+  request.back().pauseMs = command.pauseBehindMs;
+  return request;
+}
+
+Request ReadEeprom(int address) {
+  return MakeRequest(CommandName::ReadEeprom, std::array{address});
+}
+
+Request WriteEeprom(int address, int value) {
+  return MakeRequest(CommandName::WriteEeprom, std::array{address, value});
+}
+
+Request DownloadPage(int page) {
+  // The low byte of a negative number is in range, so that the number itself is tested.
+  if (page < 0) Throw(std::errc::value_too_large, "Page number below 0");
+  return MakeRequest(CommandName::DownloadPage, std::array{HighByte(page), LowByte(page)});
+}
+
+double Word(std::span<const std::uint8_t> bytes, std::size_t index) {
+  if (bytes.size() < 2 || index > bytes.size() - 2)
+    Throw(std::errc::invalid_argument, "Reply ends before a word");
+  return 256.0 * bytes[index] + bytes[index + 1];
+}
+
+Block TareBlock() {
+  return EepromBlock("Tare block", 0, 250, {{14, 17}, {30, 30}});
+}
+Block ModeBlock() {
+  return EepromBlock("Mode block", 250, 250, {{42, 43}});
+}
+Block IdentityBlock() {
+  return EepromBlock("Identity block", 0, 100, {{100, 109}});
+}
+Block CalibrationBlock() {
+  return EepromBlock("Calibration block", 0, 100, {{2, 17}});
+}
+
+Block FirmwareBlock() {
+  return {"Firmware pair", 0, 500, {ReadFirmwareVersion(), ReadSamplingFrequency()}, 4};
+}
+
+std::optional<AnglePair> AngleWords(std::span<const std::uint8_t> reply) {
+  if (reply.size() != CommandOf(CommandName::SampleAngles).reply) return std::nullopt;
+  return AnglePair{Word(reply, 0), Word(reply, 2)};
+}
+
+std::optional<AxisReadings> AccelerometerReadings(std::span<const std::uint8_t> reply) {
+  if (reply.size() != CommandOf(CommandName::SampleAccelerometers).reply) return std::nullopt;
+  for (std::size_t high = 0; high < reply.size(); high += 2) {
+    if (reply[high] >= 0x80) Throw(std::errc::result_out_of_range, "Accelerometer reading above 32767");
+  }
+  return AxisReadings{Word(reply, 0), Word(reply, 2), Word(reply, 4)};
+}
+
+}  // namespace bexlow::link

@@ -1,0 +1,73 @@
+#include "live/Conversions.h"
+
+#include <cmath>
+#include <string>
+#include <system_error>
+
+namespace bexlow::live {
+
+namespace {
+
+constexpr double FullScaleCounts = 32767;
+constexpr double WordCount = 65536;
+
+[[noreturn]] void ThrowOutOfRange(const char* range) {
+  throw std::system_error(std::make_error_code(std::errc::result_out_of_range),
+                          std::string("Number outside ") + range);
+}
+
+}  // namespace
+
+double RoundHalfEven(double value) {
+  return std::nearbyint(value) + 0.0;
+}  // -0 + 0 is 0
+
+double RoundToDecimals(double value, int decimals) {
+  const double scale = std::pow(10.0, decimals);
+  const double scaled = value * scale;
+  return std::isfinite(scaled) ? RoundHalfEven(scaled) / scale : value;
+}
+
+double UnsignedToSigned16(double value) {
+  return value > FullScaleCounts ? value - WordCount : value;
+}
+
+double SignedSampleWord(double word) {
+  return word > FullScaleCounts ? word - (WordCount - 1) : word;
+}
+
+double SampleWordToAngle(double word, double fullScale) {
+  return RoundToDecimals(SignedSampleWord(word) / FullScaleCounts * fullScale, 1);
+}
+
+double AngleToInteger(double angle, double divisor) {
+  double count = angle * FullScaleCounts / divisor;
+  if (!std::isfinite(count)) {
+    throw std::system_error(std::make_error_code(std::errc::argument_out_of_domain), "Angle without a word");
+  }
+  if (count > FullScaleCounts) count -= WordCount;
+  if (count < 0) count += WordCount;
+  return count;
+}
+
+std::int16_t ToInt16(double value) {
+  const double rounded = RoundHalfEven(value);
+  if (!(rounded >= -32768 && rounded <= 32767)) ThrowOutOfRange("-32768 to 32767");  // NaN fails both
+  return static_cast<std::int16_t>(rounded);
+}
+
+std::uint8_t ToByte(double value) {
+  const double rounded = RoundHalfEven(value);
+  if (!(rounded >= 0 && rounded <= 255)) ThrowOutOfRange("0 to 255");
+  return static_cast<std::uint8_t>(rounded);
+}
+
+double ElapsedSeconds(const SampleClock& clock) {
+  if (clock.CounterFrequency == 0) return 0;
+  const auto counts =  // unsigned, so that a difference of any two readings is defined
+      static_cast<std::int64_t>(static_cast<std::uint64_t>(clock.CounterNow) -
+                                static_cast<std::uint64_t>(clock.CounterStart));
+  return RoundToDecimals(static_cast<double>(counts) / static_cast<double>(clock.CounterFrequency), 2);
+}
+
+}  // namespace bexlow::live

@@ -1,0 +1,41 @@
+// Conversions between the logger's words and degrees. Full scale is 32767 counts, not 32768.
+#pragma once
+
+#include <cstdint>
+
+#include "live/LiveSample.h"
+
+namespace bexlow::live {
+
+/// Nearest whole number, an exact half to the even neighbour; never -0.
+double RoundHalfEven(double value);
+
+/// Nearest number of so many decimal places (0 to 15), an exact half to the even digit; never -0.
+double RoundToDecimals(double value, int decimals);
+
+/// A word 0 to 65535 as a signed number: above 32767 less 65536. Used for what the EEPROM holds.
+double UnsignedToSigned16(double value);
+
+/// The signed word of a live sample: above 32767 less 65535, so that 65535 reads 0 and 32768 reads -32767.
+double SignedSampleWord(double word);
+
+/// Degrees of a live angle word, to one decimal place.
+/// @param word       0 to 65535 as received, high byte first
+/// @param fullScale  degrees at 32767 counts: 180 for X, 90 for Y
+double SampleWordToAngle(double word, double fullScale);
+
+/// The word of an angle, with its fractions: in range two's complement, 0 to below 65536.
+/// @param divisor  full scale in degrees: 180 for X, 90 for Y
+/// @throws std::system_error argument_out_of_domain for an angle or a result that is not finite
+double AngleToInteger(double angle, double divisor);
+
+/// Rounded half to even. @throws std::system_error result_out_of_range outside -32768 to 32767, also for NaN
+std::int16_t ToInt16(double value);
+
+/// Rounded half to even. @throws std::system_error result_out_of_range outside 0 to 255, also for NaN
+std::uint8_t ToByte(double value);
+
+/// Seconds from CounterStart to CounterNow, two decimal places; 0 while the frequency is unknown.
+double ElapsedSeconds(const SampleClock& clock);
+
+}  // namespace bexlow::live

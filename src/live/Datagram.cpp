@@ -1,0 +1,26 @@
+#include "live/Datagram.h"
+
+#include "live/NumberText.h"
+
+namespace bexlow::live {
+
+namespace {
+constexpr std::string_view Mark = "BX";
+}
+
+std::string Datagram(double angleX, double angleY) {
+  return std::string(Mark).append(NumberText(angleX)).append("/").append(NumberText(angleY)).append(Mark);
+}
+
+std::optional<std::string_view> DatagramBody(std::string_view text) {
+  if (text.size() < 2 * Mark.size() || !text.starts_with(Mark) || !text.ends_with(Mark)) return std::nullopt;
+  return text.substr(Mark.size(), text.size() - 2 * Mark.size());
+}
+
+ReceivedAngles AnglesOfBody(std::string_view body) {
+  const std::size_t slash = body.find('/');
+  if (slash == std::string_view::npos) return {std::nullopt, TryFieldToInt16(body)};
+  return {TryFieldToInt16(body.substr(0, slash)), TryFieldToInt16(body.substr(slash + 1))};
+}
+
+}  // namespace bexlow::live

@@ -1,0 +1,9 @@
+# The logic layer: plain functions and records on the standard library alone.
+set(BEXLOW_LOGIC
+  live/Conversions live/NumberText live/Datagram
+  link/Protocol link/LaunchProgress
+  config/ParameterMap config/CalibrationMath
+  download/DataFile download/PageDecoder download/LinearCsv
+  graph/Lines graph/Series graph/BinPages
+  review/ButtonPushes)
+set(BEXLOW_LOGIC_HEADERS live/LiveSample config/OnBoardParameters)

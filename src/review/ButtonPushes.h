@@ -1,0 +1,42 @@
+// The button pushes of a two-channel run: which files are taken, reading them, and stepping through the
+// pushes.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+#include "graph/Series.h"
+
+namespace bexlow::review {
+
+enum class ReviewCheck {
+  Empty,
+  TooShort,      ///< fewer than 12 lines
+  NotSupported,  ///< not a Linear download of both channels
+  Ok
+};
+
+/// Looks at the header of a file that GraphBP is to open.
+ReviewCheck CheckReviewFile(std::string_view text);
+
+/// What GraphBP shows. ButtonPushes is empty only before a file has been read.
+struct ReviewSeries {
+  graph::Samples XLinear, YLinear;
+  std::vector<double>
+      ButtonPushes;  ///< index in XLinear of each push, in file order; the single 0 without a push
+};
+
+/// Reads a file into what the screen shows; false where the file ends within its 12 header lines. On a
+/// failure, which is thrown on, the series are empty and ButtonPushes holds what had been found, or the
+/// single 0.
+/// @throws std::system_error naming the record and its fault
+bool ReadReview(std::string_view text, ReviewSeries& review);
+
+/// The push before one, nothing at the first.
+std::optional<std::size_t> StepBack(std::size_t number);
+/// The push behind one of count pushes, nothing at the last.
+std::optional<std::size_t> StepForward(std::size_t number, std::size_t count);
+
+}  // namespace bexlow::review

@@ -1,0 +1,287 @@
+// Reading data files back: checks, series, bin pairs and button pushes, hostile files among them.
+#include <algorithm>
+#include <set>
+#include <vector>
+
+#include "graph/BinPages.h"
+#include "graph/Lines.h"
+#include "graph/Series.h"
+#include "logic/Expect.h"
+#include "review/ButtonPushes.h"
+
+namespace bexlow {
+namespace {
+
+using graph::FileKind;
+using graph::Samples;
+using review::ReviewCheck;
+
+const std::string BothHeads = "Page,X Data-->,Y Data-->";
+
+std::string Header(const std::string& mode = "1", const std::string& channel = "3",
+                   const std::string& kind = "Download Pages", const std::string& heads = BothHeads) {
+  return "1\r\n" + kind + "\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\nBin/Linear Mode = " + mode +
+         "\r\nLinear Channel = " + channel + "\r\n" + heads + "\r\n";
+}
+
+/// A record of so many fields, one text in all of them but at one place.
+std::string Record(const std::string& page, std::size_t fields, const std::string& field,
+                   std::size_t place = 999, const std::string& other = {}) {
+  std::string text = page;
+  for (std::size_t i = 0; i < fields; ++i) text += "," + (i == place ? other : field);
+  return text + "\r\n";
+}
+
+std::string Shortened(std::string text, std::size_t lines) {
+  std::size_t end = 0;
+  for (; lines > 0; --lines) end = text.find('\n', end) + 1;
+  return text.substr(0, end);
+}
+
+std::string WithLineFeeds(std::string text) {
+  std::erase(text, '\r');
+  return text;
+}
+
+TEST(Lines, EndWithCrLfOrLf) {
+  struct Row {
+    std::string_view text;
+    std::vector<std::string_view> lines;
+  };
+  for (const auto& [text, lines] : std::vector<Row>{{"", {}},
+                                                    {"a", {"a"}},
+                                                    {"a\n", {"a"}},
+                                                    {"a\r\nb", {"a", "b"}},
+                                                    {"a\rb\nc", {"a\rb", "c"}},
+                                                    {"\n\r\n", {"", ""}},
+                                                    {"a\r\r\n", {"a\r"}},
+                                                    {"\r", {""}}}) {
+    SCOPED_TRACE(text);
+    graph::LineReader reader(text);
+    std::vector<std::string_view> read;
+    while (const auto line = reader.Next()) read.push_back(*line);
+    EXPECT_EQ(read, lines);
+    EXPECT_EQ(reader.LinesRead(), lines.size());
+  }
+}
+
+TEST(Files, AreTakenOrRefused) {
+  struct Row {
+    const char* what;
+    std::string text;
+    FileKind kind;
+    int channel;
+    ReviewCheck review;
+  };
+  const auto whole = Header();
+  const auto carriageReturns = [&] {
+    std::string text = whole;
+    std::erase(text, '\n');
+    return text;
+  }();
+  for (const auto& [what, text, kind, channel, review] :
+       std::vector<Row>{{"both channels", whole, FileKind::Linear, 3, ReviewCheck::Ok},
+                        {"LF alone", WithLineFeeds(whole), FileKind::Linear, 3, ReviewCheck::Ok},
+                        {"one channel", Header("1", "2"), FileKind::Linear, 2, ReviewCheck::NotSupported},
+                        {"no channel", Header("1", "x"), FileKind::Linear, 0, ReviewCheck::NotSupported},
+                        {"Bin", Header("0", "3"), FileKind::Bin, 0, ReviewCheck::NotSupported},
+                        {"other mode", Header("2"), FileKind::OtherMode, 0, ReviewCheck::NotSupported},
+                        {"mode with a tail", Header("1 "), FileKind::OtherMode, 0, ReviewCheck::NotSupported},
+                        {"Angles", Header("1", "3", "Angles"), FileKind::WrongKind, 0, ReviewCheck::Ok},
+                        {"other heads", Header("1", "3", "Download Pages", ""), FileKind::Linear, 3,
+                         ReviewCheck::NotSupported},
+                        {"11 lines", Shortened(whole, 11), FileKind::Linear, 3, ReviewCheck::TooShort},
+                        {"10 lines", Shortened(whole, 10), FileKind::TooShort, 0, ReviewCheck::TooShort},
+                        {"wrong kind, 10 lines", Shortened(Header("1", "3", "Angles"), 10),
+                         FileKind::TooShort, 0, ReviewCheck::TooShort},
+                        {"empty", "", FileKind::Empty, 0, ReviewCheck::Empty},
+                        {"CR alone", carriageReturns, FileKind::TooShort, 0, ReviewCheck::TooShort},
+                        {"binary", std::string(5000, '\0'), FileKind::TooShort, 0, ReviewCheck::TooShort}}) {
+    SCOPED_TRACE(what);
+    const auto check = graph::CheckFile(text);
+    EXPECT_EQ(check.kind, kind);
+    EXPECT_EQ(check.channel, channel);
+    EXPECT_EQ(review::CheckReviewFile(text), review);
+  }
+}
+
+TEST(Series, RoundsEveryFieldOfARecord) {
+  const auto points =
+      graph::ReadSingle(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"));
+  ASSERT_TRUE(points);
+  ASSERT_EQ(points->size(), 528u);
+  EXPECT_EQ(points->at(0), 22);
+  EXPECT_EQ(points->at(263), -177);
+  EXPECT_EQ(points->at(264), -1);
+}
+
+TEST(Series, PairsGoToTheirAxes) {
+  const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
+  for (const auto& bytes : {text, WithLineFeeds(text), text.substr(0, text.size() - 2)}) {
+    const auto series = graph::ReadDouble(bytes);
+    ASSERT_TRUE(series);
+    ASSERT_EQ(series->x.size(), 264u);
+    ASSERT_EQ(series->y.size(), 264u);
+    EXPECT_EQ(series->x[0], 1);
+    EXPECT_EQ(series->y[0], 2);
+    EXPECT_EQ(series->x[132], 3);
+    EXPECT_EQ(series->x[263], 3);
+    EXPECT_EQ(series->y[263], 4) << "the last field is the rest of the line, read by its leading number";
+  }
+}
+
+TEST(Series, AHeaderAloneGivesNone) {
+  EXPECT_TRUE(graph::ReadSingle(Header())->empty());
+  EXPECT_TRUE(graph::ReadDouble(Header())->x.empty());
+  for (const auto& text : {Shortened(Header(), 11), std::string(), std::string("a,b\rc")}) {
+    EXPECT_FALSE(graph::ReadSingle(text));
+    EXPECT_FALSE(graph::ReadDouble(text));
+  }
+}
+
+TEST(Series, BrokenRecordsAreNamed) {
+  struct Row {
+    const char* what;
+    std::string record, words;
+    std::errc code;
+  };
+  const auto few = std::errc::no_message_available;
+  const auto range = std::errc::result_out_of_range;
+  for (const auto& [what, record, words, code] :
+       std::vector<Row>{{"263 fields", Record("2", 263, "1"), "Record 2: fewer than 264 fields", few},
+                        {"no comma", "2\r\n", "Record 2: fewer", few},
+                        {"empty line", "\r\n", "Record 2: fewer", few},
+                        {"binary", std::string(300, '\0'), "Record 2: fewer", few},
+                        {"huge line", std::string(1000000, 'x'), "Record 2: fewer", few},
+                        {"too large", Record("2", 264, "1", 9, "32768"), "Record 2: field 10 ", range},
+                        {"huge number", Record("2", 264, "1", 263, std::string(400, '9')),
+                         "Record 2: field 264 ", range}}) {
+    SCOPED_TRACE(what);
+    const std::string text = Header() + Record("1", 264, "1", 4, "BP") + record;
+    EXPECT_NE(FailureOf(code, [&] { graph::ReadSingle(text); }).find(words), std::string::npos);
+    graph::DoubleSeries series;
+    series.x = {1, 2, 3};
+    EXPECT_NE(FailureOf(code, [&] { graph::ReadDouble(text, series); }).find(words), std::string::npos);
+    EXPECT_TRUE(series.x.empty() && series.y.empty());
+    EXPECT_EQ(series.pushes, std::vector<double>{2}) << "what had been found stays";
+  }
+}
+
+TEST(ButtonPushes, AreFoundOnXAlone) {
+  struct Row {
+    const char* what;
+    std::string records;
+    std::vector<double> pushes;
+  };
+  for (const auto& [what, records, pushes] : std::vector<Row>{
+           {"no record", "", {0}},
+           {"none", Record("1", 264, "5"), {0}},
+           {"first and last pair",
+            Record("1", 264, "5", 0, "BP") + Record("2", 264, "5", 262, "BP"),
+            {0, 263}},
+           {"across records", Record("1", 264, "5") + Record("2", 264, "5", 0, "BP"), {132}},
+           {"Y alone", Record("1", 264, "5", 1, "BP"), {0}},
+           {"not exactly BP", Record("1", 264, "5", 2, "BP ") + Record("2", 264, "5", 2, "bp"), {0}}}) {
+    SCOPED_TRACE(what);
+    review::ReviewSeries series;
+    series.ButtonPushes = {7, 8};
+    EXPECT_TRUE(review::ReadReview(Header() + records, series));
+    EXPECT_EQ(series.ButtonPushes, pushes);
+    EXPECT_EQ(series.XLinear.size(), series.YLinear.size());
+  }
+}
+
+TEST(ButtonPushes, NeverEmptyOnceRead) {
+  review::ReviewSeries series;
+  series.XLinear = {1};
+  EXPECT_FALSE(review::ReadReview(Shortened(Header(), 11), series));
+  EXPECT_EQ(series.ButtonPushes, std::vector<double>{0});
+  EXPECT_TRUE(series.XLinear.empty());
+  FailureOf(std::errc::no_message_available,
+            [&] { review::ReadReview(Header() + Record("1", 264, "BP") + Record("2", 9, "5"), series); });
+  EXPECT_EQ(series.ButtonPushes.size(), 132u);
+  EXPECT_TRUE(series.XLinear.empty() && series.YLinear.empty());
+  FailureOf(std::errc::no_message_available, [&] { review::ReadReview(Header() + "1,2\r\n", series); });
+  EXPECT_EQ(series.ButtonPushes, std::vector<double>{0});
+}
+
+TEST(ButtonPushes, StepsStopAtBothEnds) {
+  using Place = std::optional<std::size_t>;
+  EXPECT_EQ(review::StepBack(2), Place(1));
+  EXPECT_EQ(review::StepBack(0), Place());
+  EXPECT_EQ(review::StepForward(1, 3), Place(2));
+  EXPECT_EQ(review::StepForward(2, 3), Place());
+  EXPECT_EQ(review::StepForward(0, 0), Place()) << "no file yet";
+}
+
+TEST(BinPages, PairsAreFoundByTheirNumber) {
+  const std::string text = Header("0") + Record("1", 132, "1", 131, "7.5") + Record("9", 132, "2") +
+                           Record("3", 132, "3") + Record("13", 132, "4") + Record("5", 132, "5");
+  struct Row {
+    int page;
+    graph::PairResult result;
+    double x, y;
+  };
+  for (const auto& [page, result, x, y] : std::vector<Row>{{1, graph::PairResult::Found, 1, 2},
+                                                           {3, graph::PairResult::Found, 3, 4},
+                                                           {5, graph::PairResult::NoPartner, 5, 0},
+                                                           {7, graph::PairResult::NoPage, 0, 0},
+                                                           {-1, graph::PairResult::NoPage, 0, 0}}) {
+    SCOPED_TRACE(page);
+    const auto pair = graph::FindPair(text, page);
+    EXPECT_EQ(pair.result, result);
+    EXPECT_EQ(pair.XPoints[0], x);
+    EXPECT_EQ(pair.YPoints[131], y);
+  }
+  EXPECT_EQ(graph::FindPair(text, 1).XPoints[131], 7.5);
+  EXPECT_EQ(graph::FindPair("", 1).result, graph::PairResult::NoPage);
+}
+
+TEST(BinPages, FieldsMustBeNumbers) {
+  const auto good = Record("2", 132, "1");
+  for (const auto& [record, partner] :
+       std::vector<std::pair<std::string, std::string>>{{Record("1", 131, "1"), good},
+                                                        {Record("1", 133, "1"), good},
+                                                        {Record("1", 132, "1", 5, "BP"), good},
+                                                        {Record("1", 132, "1", 5, ""), good},
+                                                        {Record("1", 132, "1", 5, "1x"), good},
+                                                        {Record("1", 132, "1", 5, "1e999"), good},
+                                                        {Record("1", 132, "1"), "no comma\r\n"},
+                                                        {Record("1", 132, "1"), "\r\n"}}) {
+    SCOPED_TRACE(record.size());
+    const auto words =
+        FailureOf(std::errc::invalid_argument, [&, &r = record, &p = partner] { graph::FindPair(r + p, 1); });
+    EXPECT_EQ(words.starts_with(partner == good ? "Line 1: " : "Line 2: "), true) << words;
+  }
+}
+
+TEST(BinPages, BinsSpreadOverTheDegrees) {
+  struct Row {
+    std::size_t bin;
+    int x, y;
+  };
+  for (const auto& [bin, x, y] : std::vector<Row>{
+           {0, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}}) {
+    SCOPED_TRACE(bin);
+    EXPECT_EQ(graph::DegreeOfBin(bin, 361), x);
+    EXPECT_EQ(graph::DegreeOfBin(bin, 181), y);
+  }
+  std::set<int> x, y;
+  graph::BinPoints points;
+  for (std::size_t bin = 0; bin < graph::BinCount; ++bin) {
+    x.insert(graph::DegreeOfBin(bin, 361));
+    y.insert(graph::DegreeOfBin(bin, 181));
+    points[bin] = static_cast<double>(bin) + 1;
+  }
+  EXPECT_EQ(x.size(), 132u) << "no two bins on one degree";
+  EXPECT_EQ(y.size(), 132u);
+  const auto arrays = graph::SpreadOverDegrees(points, points);
+  EXPECT_EQ(arrays.XDegrees[0], 1);
+  EXPECT_EQ(arrays.XDegrees[358], 132);
+  EXPECT_EQ(arrays.XDegrees[360], 0);
+  EXPECT_EQ(arrays.YDegrees[180], 132);
+  EXPECT_EQ(std::count(arrays.XDegrees.begin(), arrays.XDegrees.end(), 0.0), 361 - 132);
+}
+
+}  // namespace
+}  // namespace bexlow
