@@ -1,0 +1,22 @@
+// The voice of a graph for screen readers: role chart, its name, and a description that is worded when asked for.
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace bexlow::platform {
+
+/// A widget that tells in words what it shows.
+class DescribedChart {
+ public:
+  virtual ~DescribedChart() = default;
+  virtual QString Description() const = 0;
+  /// The part of it that holds words, the read-out.
+  virtual QWidget* WordsShown() const = 0;
+};
+
+/// Makes every DescribedChart widget heard. May be called any number of times.
+void InstallChartAccess();
+
+}  // namespace bexlow::platform

@@ -1,0 +1,47 @@
+// All cursors of a graph as one plottable: a hundred thousand of them cost no more than a curve.
+#pragma once
+
+#include <qcustomplot.h>
+
+#include <vector>
+
+namespace bexlow::platform {
+
+class CWGraphCursors : public QCPAbstractPlottable {
+ public:
+  enum class Look : char { Plain, Marked };
+  struct Cursor {
+    double x = 0;
+    double y = 0;
+    Look look = Look::Plain;
+  };
+
+  CWGraphCursors(QCPAxis* keyAxis, QCPAxis* valueAxis) : QCPAbstractPlottable(keyAxis, valueAxis) {}
+
+  std::vector<Cursor>& All() { return cursors_; }
+  const std::vector<Cursor>& All() const { return cursors_; }
+  void SetColours(const QColor& plain, const QColor& marked);
+
+  double selectTest(const QPointF&, bool, QVariant*) const override { return -1; }
+  QCPRange getKeyRange(bool& found, QCP::SignDomain) const override { return NoRange(found); }
+  QCPRange getValueRange(bool& found, QCP::SignDomain, const QCPRange&) const override { return NoRange(found); }
+
+ protected:
+  void draw(QCPPainter* painter) override;
+  void drawLegendIcon(QCPPainter*, const QRectF&) const override {}
+
+ private:
+  // Axes never fit themselves to cursors.
+  static QCPRange NoRange(bool& found) {
+    found = false;
+    return {};
+  }
+  std::vector<const Cursor*> OneInEachColumn(int left, int columns) const;
+  void DrawCursor(QCPPainter& painter, const Cursor& cursor, int column, const QColor& colour, bool withMark) const;
+
+  std::vector<Cursor> cursors_;
+  QColor plain_ = Qt::gray;
+  QColor marked_ = Qt::red;
+};
+
+}  // namespace bexlow::platform

@@ -1,0 +1,62 @@
+// The series of a graph: equally spaced points, what is known of them, and how a point reads in words.
+#pragma once
+
+#include <QString>
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace bexlow::platform {
+
+/// From lower to upper, ends included.
+struct CWGraphRange {
+  double lower = 0;
+  double upper = 0;
+
+  double Size() const { return upper - lower; }
+  double Middle() const { return lower / 2 + upper / 2; }
+  bool operator==(const CWGraphRange&) const = default;
+};
+
+class CWGraphSeries {
+ public:
+  enum class Style { Bin, Linear };
+
+  CWGraphSeries() = default;
+  /// A value that is no finite number, or a place that is none, is a gap.
+  CWGraphSeries(std::vector<double> values, double firstX, double stepX);
+
+  std::span<const double> Values() const { return values_; }
+  bool IsEmpty() const { return values_.empty(); }
+  std::size_t Size() const { return values_.size(); }
+  double X(std::size_t index) const { return firstX_ + static_cast<double>(index) * stepX_; }
+  double StepX() const { return stepX_; }
+
+  /// Ranges of the points; nothing where there is none.
+  std::optional<CWGraphRange> XRange() const;
+  std::optional<CWGraphRange> YRange() const { return yRange_; }
+
+  /// The point nearest to x, nothing in an empty series. Of bins, one that counts is preferred to its empty neighbours.
+  std::optional<std::size_t> Nearest(double x, Style style) const;
+
+  /// The point so many further on, at most the last or first. Of bins only those that count are gone to.
+  std::size_t Beyond(std::size_t index, std::ptrdiff_t points, Style style) const;
+
+  /// "Sample 1234: -12°" or "Angle -30°: count 17".
+  QString PointText(std::size_t index, Style style) const;
+
+ private:
+  bool Counts(std::ptrdiff_t index) const;
+
+  std::vector<double> values_;
+  double firstX_ = 0;
+  double stepX_ = 1;
+  std::optional<CWGraphRange> yRange_;
+};
+
+/// A number in plain digits with a point and no grouping, as short as it can be.
+QString CWGraphNumber(double value);
+
+}  // namespace bexlow::platform

@@ -1,0 +1,27 @@
+// Plain controls with their names: objectName for the program, accessible name for the reader.
+#pragma once
+
+#include <QString>
+
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+class QWidget;
+
+namespace bexlow::platform {
+
+/// A frame that bears its caption.
+QGroupBox* MakeFrame(const char* name, const QString& caption, QWidget* parent);
+/// A label; with a buddy it is read aloud as the buddy's name and brings the keyboard there.
+QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent, QWidget* buddy = nullptr);
+/// A text box that only the program fills; it can be focused and copied from.
+QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent);
+QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget* parent);
+/// A bar from 0 that shows no number of its own.
+QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent);
+
+/// Sets a value, held within the bar.
+void SetProgress(QProgressBar* bar, double value);
+
+}  // namespace bexlow::platform

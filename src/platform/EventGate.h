@@ -1,0 +1,49 @@
+// Events reach handlers one at a time: ticks, received bytes and datagrams wait here while a handler runs or a box is
+// open; clicks that come meanwhile (a screen reader's press passes an open box) are dropped.
+#pragma once
+
+#include <deque>
+#include <functional>
+
+class QWidget;
+
+namespace bexlow::platform {
+
+class EventGate {
+ public:
+  static EventGate& Get();
+
+  /// Queues a delivery for a source; a source that already waits keeps its place and its one delivery.
+  void Offer(const void* source, std::function<void()> deliver);
+  /// Takes back what a source has waiting.
+  void Withdraw(const void* source);
+  /// Runs a user's action now, or drops it while the gate is held or a modal screen lies above its window.
+  void Click(const QWidget* where, const std::function<void()>& action);
+
+  /// Delivers the oldest waiting event. False if there is none or the gate is held.
+  bool DeliverOne();
+  bool Held() const { return depth_ > 0; }
+
+  /// Holds all events as long as it lives. Holds nest.
+  class Hold {
+   public:
+    Hold();
+    ~Hold();
+    Hold(const Hold&) = delete;
+    Hold& operator=(const Hold&) = delete;
+  };
+
+ private:
+  struct Waiting {
+    const void* source;
+    std::function<void()> deliver;
+  };
+
+  void Wake();
+
+  std::deque<Waiting> queue_;
+  int depth_ = 0;
+  bool woken_ = false;
+};
+
+}  // namespace bexlow::platform

@@ -1,0 +1,78 @@
+// What dials and slides have in common: a value on a scale, a face that is drawn once and kept, a pointer above it,
+// and a voice for screen readers.
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+
+#include <vector>
+
+namespace bexlow::platform {
+
+class Instrument : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit Instrument(QWidget* parent = nullptr);
+
+  /// What was set last, unchanged, also where the pointer stands at an end stop.
+  double Value() const { return value_; }
+
+  /// Any double. Outside the scale the pointer stands at the end stop; nan is shown as 0.
+  void Value(double value);
+
+  double Minimum() const { return minimum_; }
+  double Maximum() const { return maximum_; }
+
+  /// The value as it is shown and read aloud.
+  QString ValueText() const { return TextOf(value_); }
+
+  /// Put behind the value on show, "°" for instance.
+  void SetUnit(const QString& unit);
+
+  /// Whether only the program moves the pointer.
+  virtual bool IsReadOnly() const { return true; }
+
+  /// The user, or an assistive tool, moves the pointer. Ignored where only the program may.
+  virtual void MoveByUser(double value) { static_cast<void>(value); }
+
+ protected:
+  /// Everything that does not move. The painter's units are those of the widget.
+  virtual void DrawFace(QPainter& painter) const = 0;
+  /// Pointer and value text.
+  virtual void DrawPointer(QPainter& painter) const = 0;
+
+  void SetRange(double minimum, double maximum, int decimals);
+  void DropFace();
+
+  /// The place of the value on the scale: 0 at its beginning, 1 at its end, never beyond.
+  double Fraction() const { return FractionOf(value_); }
+  double FractionOf(double value) const;
+  QString TextOf(double value) const;
+
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void EnsureFace();
+  void Announce();
+
+  double value_ = 0;
+  double minimum_ = 0;
+  double maximum_ = 1;
+  int decimals_ = 0;
+  QString unit_;
+  QString announced_;
+  QPixmap face_;
+};
+
+/// Distance of two numbered marks, so that about `wanted` of them cover the span: a round number, preferably one that
+/// divides the span, as 30 does 360 and 128 does 1024.
+double MarkStep(double span, int wanted);
+
+/// The marks of a scale: multiples of step from minimum to maximum; the ends may be off by a thousandth of the span, so
+/// that a scale to 179.99 has its mark 180.
+std::vector<double> Marks(double minimum, double maximum, double step);
+
+}  // namespace bexlow::platform

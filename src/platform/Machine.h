@@ -1,0 +1,101 @@
+// The one seam between the program and the machine: clock, serial lines, timers, message boxes and file dialogs.
+// Production installs the real machine, tests a virtual one on which time is a number.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace bexlow::platform {
+
+using Bytes = std::vector<std::uint8_t>;
+
+/// The local date and time in whole seconds.
+struct LocalTime {
+  int year = 0, month = 0, day = 0, hour = 0, minute = 0, second = 0;
+  std::int64_t seconds = 0;  ///< the same moment, counted from an arbitrary epoch
+};
+
+/// What stands behind a Comm number.
+struct PortInfo {
+  std::string device;       ///< path of the device, empty if the number has none
+  std::string description;  ///< what the system knows of the adapter, or why there is nothing
+};
+
+/// One open serial device. Its destructor closes it.
+class SerialLine {
+ public:
+  virtual ~SerialLine() = default;
+  /// Returns when the bytes are with the driver. Throws std::system_error on a line that is gone.
+  virtual void Write(std::span<const std::uint8_t> bytes) = 0;
+};
+
+/// A periodic alarm of the machine, stopped at first.
+class Alarm {
+ public:
+  virtual ~Alarm() = default;
+  virtual void Start(std::chrono::milliseconds interval) = 0;
+  virtual void Stop() = 0;
+};
+
+enum class Buttons { Ok, YesNo, RetryCancel };
+enum class Answer { Ok, Yes, No, Retry, Cancel };
+
+/// What a file dialog asks.
+struct FileQuestion {
+  bool save = false;
+  bool confirmReplacing = false;
+  std::string folder;
+  std::string filter;       ///< "words|pattern|words|pattern"
+  int filterIndex = 1;      ///< the pair chosen at first, from 1
+  std::string defaultSuffix;  ///< empty: the name is taken as typed
+  std::string suggestedName;  ///< empty: none
+};
+
+class Machine {
+ public:
+  virtual ~Machine() = default;
+
+  static Machine& Get();
+  static void Install(Machine& machine);
+
+  /// Milliseconds on a counter that wraps round.
+  virtual std::uint32_t GetTickCount() = 0;
+  virtual std::int64_t QueryPerformanceCounter() = 0;
+  virtual std::int64_t QueryPerformanceFrequency() = 0;
+  virtual LocalTime Now() = 0;
+
+  /// Lets at most this time pass while bytes are collected from all open lines. Delivers no event.
+  virtual void Idle(std::chrono::microseconds atMost) = 0;
+  /// Shows what the windows hold now, for the time before a long blocking step.
+  virtual void Repaint() = 0;
+
+  virtual PortInfo DescribePort(int comm) = 0;
+  /// Opens the device behind a Comm number. `received` is called with bytes as they are collected.
+  /// Throws std::system_error with words that tell why the port does not open.
+  virtual std::unique_ptr<SerialLine> OpenSerial(int comm, const std::string& settings,
+                                                 std::function<void(Bytes)> received) = 0;
+  virtual std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) = 0;
+
+  /// A box with the title "Bexlow". Returns when it is answered.
+  virtual Answer Ask(const std::string& text, Buttons buttons) = 0;
+  /// The chosen path, nothing if the user cancelled.
+  virtual std::optional<std::string> AskFile(const FileQuestion& question) = 0;
+
+  virtual std::filesystem::path ProgramFolder() = 0;
+  /// Ends the program at once and closes nothing by hand.
+  virtual void EndProgram() = 0;
+};
+
+/// A message with an OK button, in the program's own words. Lines are parted by CR LF.
+void MsgBox(const std::string& text);
+/// A question with the buttons Yes and No.
+bool AskYesNo(const std::string& text);
+
+}  // namespace bexlow::platform
