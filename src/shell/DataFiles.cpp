@@ -1,0 +1,50 @@
+#include "shell/DataFiles.h"
+
+#include <system_error>
+
+#include "platform/Folders.h"
+#include "platform/TextFile.h"
+#include "shell/ErrorHandler.h"
+#include "shell/Records.h"
+
+namespace bexlow::shell {
+
+namespace {
+
+void AppendRecord(const char* procedure, const std::string& record) {
+  GuardedIn("General", procedure, [&] { platform::Append(Shared.DataFileName, record); });
+}
+
+}  // namespace
+
+void WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind) {
+  dialog.CancelError = true;
+  dialog.Flags = platform::OverwritePrompt;
+  dialog.Filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx";
+  dialog.FilterIndex = 3;
+  dialog.InitDir = platform::DataFilesFolder().string();
+  try {
+    dialog.ShowSave();
+    Shared.DataFileName = dialog.FileName;
+    const auto& parameters = Shared.OnBoardParameters;
+    platform::WriteWhole(Shared.DataFileName,
+                         download::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
+                                                  parameters.BinLinearMode, parameters.LinearChannels));
+  } catch (const std::system_error&) {
+    // Callers look at the dialog's FileName; a file without a folder fails again, in words, at its first record.
+  }
+}
+
+void WriteDownloadPagesToFile(std::int32_t page) {
+  AppendRecord("WriteDownloadPagesToFile", download::PageRecord(page, Shared.PageDataText));
+}
+
+void WriteAccelerometersToFile(const std::string& time) {
+  AppendRecord("WriteAccelerometersToFile", download::AccelerometersRecord(Shared.LiveSample, time));
+}
+
+void WriteAnglesToFile(const std::string& time) {
+  AppendRecord("WriteAnglesToFile", download::AnglesRecord(Shared.LiveSample, time));
+}
+
+}  // namespace bexlow::shell

@@ -1,0 +1,21 @@
+// Module General: the writers of data files. A file is opened, written and closed for each record.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "download/DataFile.h"
+#include "platform/CommonDialog.h"
+
+namespace bexlow::shell {
+
+/// Asks for a file with the screen's save dialog and creates it with its header; its path goes into DataFileName.
+/// A cancelled dialog or a file that cannot be created ends it without a message.
+void WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind);
+
+/// Append one record to DataFileName. A failure is reported, and that record is lost.
+void WriteDownloadPagesToFile(std::int32_t page);
+void WriteAccelerometersToFile(const std::string& time);
+void WriteAnglesToFile(const std::string& time);
+
+}  // namespace bexlow::shell

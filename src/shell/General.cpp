@@ -1,0 +1,47 @@
+#include "shell/General.h"
+
+#include "live/Conversions.h"
+#include "platform/Folders.h"
+#include "platform/Machine.h"
+#include "shell/ErrorHandler.h"
+
+namespace bexlow::shell {
+
+namespace {
+
+double Guarded(const char* procedure, double angle, double divisor) {
+  double word = 0;
+  GuardedIn("General", procedure, [&] { word = live::AngleToInteger(angle, divisor); });
+  return word;
+}
+
+}  // namespace
+
+// Measured on the fine counter: on the millisecond counter alone a wait could be short by most of a millisecond, and
+// the logger needs the whole pause between two bytes.
+void WaitMilliseconds(int milliseconds) {
+  if (milliseconds <= 0) return;
+  auto& machine = platform::Machine::Get();
+  const double microsecondsACount = 1e6 / static_cast<double>(machine.QueryPerformanceFrequency());
+  const auto start = machine.QueryPerformanceCounter();
+  while (true) {
+    const double passed = static_cast<double>(machine.QueryPerformanceCounter() - start) * microsecondsACount;
+    const double left = milliseconds * 1000.0 - passed;
+    if (left <= 0) return;
+    machine.Idle(std::chrono::microseconds(static_cast<std::int64_t>(left) + 1));
+  }
+}
+
+void TestForFileFolders() {
+  GuardedIn("General", "TestForFileFolders", [] {
+    for (const auto& folder : {platform::DataFilesFolder(), platform::LogsFolder()}) {
+      if (!platform::FolderExists(folder)) platform::CreateFolder(folder);
+    }
+  });
+}
+
+double AngleToInteger90(double angle) { return Guarded("AngleToInteger90", angle, 90); }
+
+double AngleToInteger180(double angle) { return Guarded("AngleToInteger180", angle, 180); }
+
+}  // namespace bexlow::shell

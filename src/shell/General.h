@@ -1,0 +1,18 @@
+// Module General: the routines that many screens need.
+#pragma once
+
+namespace bexlow::shell {
+
+/// Returns when at least this time has passed on the millisecond counter. Holds up every event meanwhile, while bytes
+/// go on being collected. 0 or less returns at once.
+void WaitMilliseconds(int milliseconds);
+
+/// Makes the folders of the data files and of the log where they are missing.
+void TestForFileFolders();
+
+/// The word of a Y angle in degrees, not yet rounded; 0 after a reported failure.
+double AngleToInteger90(double angle);
+/// The same for an X angle.
+double AngleToInteger180(double angle);
+
+}  // namespace bexlow::shell

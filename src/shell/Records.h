@@ -1,0 +1,38 @@
+// The values that several screens share, one instance of each for the whole run of the program.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "config/ParameterMap.h"
+#include "download/DataFile.h"
+#include "live/LiveSample.h"
+
+namespace bexlow::shell {
+
+struct Records {
+  std::string ProgramVersionText;
+  std::int16_t CurrentCommPort = 0;  ///< 0: none selected
+
+  config::OnBoardParameters OnBoardParameters;  ///< what was last read, not what was last written
+  std::int16_t ParameterIndex = 2;              ///< position in the running read or write sequence
+  config::ReadArray ReadArray;
+
+  live::LiveSample LiveSample;
+  live::SampleClock SampleClock;
+
+  download::DownloadHeader DownloadHeader;
+  std::string DataFileName;  ///< path of the data file being written
+  std::string PageDataText;  ///< the page decoded last
+  std::int16_t MaxDownloadPages = 0;
+  std::int32_t DownloadPageNumber = 0;
+  bool EndOfDataReached = false;
+  std::int64_t LastReplyTime = 0;  ///< whole seconds, of the last page reply; not reset by a new download
+  double TimerAdvanceCount = 0;
+  bool GraphAfterDownload = false;
+  std::string GraphFileName;
+};
+
+inline Records Shared;
+
+}  // namespace bexlow::shell
