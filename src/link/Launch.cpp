@@ -1,0 +1,116 @@
+#include "link/Launch.h"
+
+#include <QGroupBox>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+#include <exception>
+#include <utility>
+
+#include "link/Communications.h"
+#include "live/NumberText.h"
+#include "platform/Machine.h"
+#include "shell/ErrorHandler.h"
+#include "shell/General.h"
+#include "shell/Records.h"
+
+namespace bexlow::link {
+
+using platform::MsgBox;
+
+namespace {
+
+constexpr int LastPage = 2047;
+constexpr int PauseBehindCellMs = 12;
+constexpr int EraseLeadMs = 1000;  // the logger takes LaunchLogging only into a running erase
+
+}  // namespace
+
+Launch::Launch(platform::Form& main, std::function<void()> launched)
+    : main_(main),
+      launched_(std::move(launched)),
+      MSComm1(main, "MSComm1"),
+      Timer1(main, "Timer1", 250),
+      fraErase(new QGroupBox("Erase", &main)),
+      PBar(new QProgressBar(fraErase)) {
+  fraErase->setObjectName("fraErase");
+  PBar->setObjectName("PBar");
+  PBar->setAccessibleName("Erase progress");
+  PBar->setRange(0, LastPage);
+  auto* layout = new QVBoxLayout(fraErase);
+  layout->addWidget(PBar);
+  fraErase->hide();
+  Timer1.OnTimer = [this] { Timer1_Timer(); };
+}
+
+QWidget* Launch::Frame() const { return fraErase; }
+
+void Launch::mnuLaunch_Click() {
+  if (shell::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
+  if (!platform::AskYesNo("Bexlow will erase all on-board data before launch!\r\n"
+                          "Click YES to proceed.\r\n"
+                          "Click NO to cancel this operation."))
+    return;
+  if (!WriteLaunchTime()) return MsgBox("Launch Time write to EEPROM failed! Launch did not occur.");
+  EraseAndLaunch();
+}
+
+bool Launch::WriteLaunchTime() {
+  try {
+    const auto now = platform::Machine::Get().Now();
+    OpenCommPort(MSComm1, main_);
+    for (const auto& [address, value] :
+         LaunchCells(now.day, now.month, now.year, now.hour, now.minute, now.second)) {
+      Send(MSComm1, WriteEeprom(address, value));
+      shell::WaitMilliseconds(PauseBehindCellMs);
+    }
+    CloseCommPort(MSComm1, main_);
+    return true;
+  } catch (const std::exception&) {
+    MSComm1.PortOpen(false);
+    return false;
+  }
+}
+
+void Launch::EraseAndLaunch() {
+  try {
+    fraErase->show();
+    progress_ = {};
+    OpenCommPort(MSComm1, main_);
+    Send(MSComm1, EraseData());
+    shell::WaitMilliseconds(EraseLeadMs);
+    Send(MSComm1, LaunchLogging());
+    Timer1.Enabled(true);
+  } catch (const std::exception&) {
+    Timer1.Enabled(false);
+    MSComm1.PortOpen(false);
+    MsgBox("Bexlow failed to launch!");
+  }
+}
+
+void Launch::Timer1_Timer() {
+  shell::Guarded(main_, "Timer1_Timer", [this] {
+    if (progress_.Take(MSComm1.Input().size())) {
+      ShowProgress();
+    } else {
+      Finish();
+    }
+  });
+}
+
+void Launch::ShowProgress() {
+  PBar->setValue(static_cast<int>(progress_.ErasedPageCount));
+  fraErase->setTitle("Erasing page " + QString::fromStdString(live::NumberText(progress_.ErasedPageCount)));
+}
+
+void Launch::Finish() {
+  Timer1.Enabled(false);
+  CloseCommPort(MSComm1, main_);
+  fraErase->setTitle("Erase");
+  fraErase->hide();
+  MsgBox("Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
+         "datalogging has begun.");
+  launched_();
+}
+
+}  // namespace bexlow::link

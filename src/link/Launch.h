@@ -1,0 +1,42 @@
+// The launch of a logging run, on Main: stamps the time, erases, tells the logger to log, follows the erase.
+#pragma once
+
+#include <functional>
+
+#include "link/LaunchProgress.h"
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+#include "platform/Timer.h"
+
+class QGroupBox;
+class QProgressBar;
+
+namespace bexlow::link {
+
+class Launch {
+ public:
+  /// @param main      the screen whose controls serve the launch
+  /// @param launched  called when the logger logs by itself and the link is to be taken for gone
+  Launch(platform::Form& main, std::function<void()> launched);
+
+  QWidget* Frame() const;
+
+  void mnuLaunch_Click();
+
+ private:
+  bool WriteLaunchTime();
+  void EraseAndLaunch();
+  void Timer1_Timer();
+  void ShowProgress();
+  void Finish();
+
+  platform::Form& main_;
+  std::function<void()> launched_;
+  platform::MSComm MSComm1;
+  platform::Timer Timer1;
+  QGroupBox* fraErase;
+  QProgressBar* PBar;
+  LaunchProgress progress_;
+};
+
+}  // namespace bexlow::link

@@ -1,0 +1,55 @@
+#include "shell/About.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "shell/Emblem.h"
+#include "shell/Records.h"
+
+namespace bexlow::shell {
+
+namespace {
+
+QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent) {
+  auto* label = new QLabel(text, parent);
+  label->setObjectName(name);
+  label->setWordWrap(true);
+  return label;
+}
+
+}  // namespace
+
+About::About() : Form("About", "About") {
+  auto* picture = new Emblem("Picture1", 96, this);
+  auto* title = MakeLabel("Label1", "Bexlow Software", this);
+  title->setStyleSheet("font-size: 16pt; font-weight: 600;");
+  const QString version = QString::fromStdString("Version " + Shared.ProgramVersionText + " Beta");
+  auto* ok = MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); });
+  DefaultButton(ok);
+  OnCloseRequest = [this] { cmdOK_Click(); };
+
+  auto* texts = new QVBoxLayout;
+  texts->addWidget(title);
+  texts->addWidget(MakeLabel("Label2", version, this));
+  texts->addSpacing(8);
+  texts->addWidget(MakeLabel("Label3", "Quornell, makers of the Bexlow posture logger.\nSupport: see the manual.", this));
+  texts->addWidget(MakeLabel("Label4",
+                             "This program is free software, distributed without any warranty.\n"
+                             "See the file LICENSE that comes with it.",
+                             this));
+  texts->addStretch();
+  texts->addWidget(ok, 0, Qt::AlignRight);
+  auto* columns = new QHBoxLayout(this);
+  columns->setContentsMargins(20, 20, 20, 20);
+  columns->setSpacing(20);
+  columns->addWidget(picture, 0, Qt::AlignTop);
+  columns->addLayout(texts, 1);
+  setMinimumWidth(480);
+  ok->setFocus();
+}
+
+void About::cmdOK_Click() { Unload(); }
+
+}  // namespace bexlow::shell

@@ -1,0 +1,56 @@
+#include "shell/Emblem.h"
+
+#include <QPainter>
+
+namespace bexlow::shell {
+
+namespace {
+
+const QColor Ground(0x1f, 0x4e, 0x79);
+const QColor Upright(0x9f, 0xc5, 0xe8);
+const QColor Body(0xff, 0xff, 0xff);
+const QColor Signal(0xe6, 0x9f, 0x00);
+
+// All lengths are hundredths of the side.
+void Draw(QPainter& painter) {
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Ground);
+  painter.drawRoundedRect(QRectF(0, 0, 100, 100), 22, 22);
+  painter.setPen(QPen(Upright, 3, Qt::DashLine, Qt::RoundCap));
+  painter.drawLine(QPointF(50, 84), QPointF(50, 14));
+  painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(Signal, 4, Qt::SolidLine, Qt::RoundCap));
+  painter.drawArc(QRectF(-4, 30, 108, 108), 90 * 16, -24 * 16);
+  painter.translate(50, 84);
+  painter.rotate(24);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(Body);
+  painter.drawRoundedRect(QRectF(-13, -58, 26, 54), 8, 8);
+  painter.setBrush(Signal);
+  painter.drawEllipse(QPointF(0, -45), 5.5, 5.5);
+}
+
+}  // namespace
+
+QPixmap DrawEmblem(int side, double devicePixelRatio) {
+  QPixmap pixmap(QSize(side, side) * devicePixelRatio);
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(side / 100.0, side / 100.0);
+  Draw(painter);
+  return pixmap;
+}
+
+Emblem::Emblem(const char* name, int side, QWidget* parent) : QWidget(parent), side_(side) {
+  setObjectName(name);
+  setFixedSize(side, side);
+}
+
+void Emblem::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.drawPixmap(0, 0, DrawEmblem(side_, devicePixelRatioF()));
+}
+
+}  // namespace bexlow::shell

@@ -1,0 +1,26 @@
+// The program's mark, drawn: a logger that leans by an angle against the upright.
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+
+namespace bexlow::shell {
+
+/// The mark on a transparent ground.
+QPixmap DrawEmblem(int side, double devicePixelRatio);
+
+/// The mark as a decoration of a screen; nothing to read for a screen reader.
+class Emblem : public QWidget {
+  Q_OBJECT
+
+ public:
+  Emblem(const char* name, int side, QWidget* parent);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  int side_;
+};
+
+}  // namespace bexlow::shell

@@ -1,0 +1,42 @@
+// The outer window: child windows as tabs, and the menu of the one in front.
+#pragma once
+
+#include <QMainWindow>
+
+#include <memory>
+
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace bexlow::platform {
+class Form;
+class RunningCopy;
+}  // namespace bexlow::platform
+
+namespace bexlow::shell {
+
+class MDIForm1 : public QMainWindow {
+  Q_OBJECT
+
+ public:
+  MDIForm1();
+  ~MDIForm1() override;
+
+  /// The start-up steps. False if another copy runs: nothing but the message has happened then.
+  bool Load();
+
+  /// The open child of that name, null if there is none.
+  platform::Form* Child(const QString& name) const;
+  /// Takes a new child in, or brings one that is open to the front.
+  void ShowChild(platform::Form* child);
+
+ private:
+  void OnActivated(QMdiSubWindow* window);
+  void OnLeft(platform::Form* child);
+  QMdiSubWindow* WindowOf(const platform::Form* child) const;
+
+  QMdiArea* area_;
+  std::unique_ptr<platform::RunningCopy> runningCopy_;
+};
+
+}  // namespace bexlow::shell

@@ -1,0 +1,180 @@
+#include "shell/Main.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include <utility>
+
+#include "download/DownloadErase.h"
+#include "graph/Graph.h"
+#include "link/Connect.h"
+#include "live/NumberText.h"
+#include "platform/Machine.h"
+#include "shell/About.h"
+#include "shell/Chords.h"
+#include "shell/Emblem.h"
+#include "shell/MDIForm1.h"
+#include "shell/Records.h"
+
+namespace bexlow::shell {
+
+using platform::Form;
+using platform::MsgBox;
+
+namespace {
+
+Form* MakeGraph() { return new graph::Graph; }
+
+}  // namespace
+
+Main::Main(MDIForm1& outer) : Form("Main", "Main"), outer_(outer), launch_(*this, [this] { LoggerReached(false); }) {
+  BuildMenus();
+  BuildBody();
+  LoggerReached(false);
+  OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
+}
+
+void Main::BuildMenus() {
+  BuildFileMenu();
+  BuildToolsMenu();
+  BuildDisplayMenu();
+  BuildHelpMenu();
+}
+
+void Main::BuildFileMenu() {
+  auto* file = AddMenu("mnuFile", "&File");
+  AddEntry(file, "mnuConnect", "&Connect", [this] { mnuConnect_Click(); });
+  AddSeparator(file, "mnuSep");
+  AddEntry(file, "mnuExit", "E&xit", [this] { mnuExit_Click(); });
+}
+
+QAction* Main::AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
+                         MakeScreen make) {
+  auto* entry = AddEntry(menu, name, caption, [this, screen, make] { ShowScreen(screen, make); });
+  entry->setEnabled(static_cast<bool>(make));
+  return entry;
+}
+
+QAction* Main::AddPortScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
+                             MakeScreen make) {
+  auto* entry = AddEntry(menu, name, caption, [this, screen, make] {
+    if (Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
+    ShowScreen(screen, make);
+  });
+  entry->setEnabled(static_cast<bool>(make));
+  return entry;
+}
+
+void Main::BuildToolsMenu() {
+  mnuTools = AddMenu("mnuTools", "&Tools");
+  AddEntry(mnuTools, "mnuLaunch", "&Launch", [this] { launch_.mnuLaunch_Click(); });
+  AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration", {});
+  AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
+                [this] { return new download::DownloadErase([this] { OpenGraph(); }); });
+  AddScreen(mnuTools, "mnuGraph", "&Graph", "Graph", MakeGraph);
+  AddScreen(mnuTools, "mnuGBP", "Graph &Button Pushes", "GraphBP", {});
+  AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", {});
+}
+
+void Main::BuildDisplayMenu() {
+  mnuDisplay = AddMenu("mnuDisplay", "&Display");
+  mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers", {});
+  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", {});
+  mnuRemote = AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession", {});
+  mnuRemote->setVisible(false);
+}
+
+void Main::BuildHelpMenu() {
+  auto* help = AddMenu("mnuHelp", "&Help");
+  AddEntry(help, "mnuHelpHelp", "&Help", [this] { mnuHelpHelp_Click(); });
+  AddEntry(help, "mnuAbout", "&About", [this] { mnuAbout_Click(); });
+}
+
+void Main::BuildBody() {
+  auto* label = new QLabel("Bexlow", this);
+  label->setObjectName("Label3");
+  label->setStyleSheet("font-size: 34pt; font-weight: 600;");
+  lblHint = new QLabel(this);
+  lblHint->setObjectName("lblHint");
+  lblHint->setWordWrap(true);
+  lblHint->setAlignment(Qt::AlignCenter);
+  lblHint->setMinimumWidth(520);
+
+  auto* mark = new QHBoxLayout;
+  mark->setSpacing(24);
+  mark->addStretch();
+  mark->addWidget(new Emblem("Picture1", 112, this));
+  mark->addWidget(label);
+  mark->addStretch();
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(32, 32, 32, 32);
+  column->setSpacing(24);
+  column->addStretch(3);
+  column->addLayout(mark);
+  column->addWidget(lblHint, 0, Qt::AlignHCenter);
+  column->addStretch(2);
+  column->addWidget(launch_.Frame());
+  column->addStretch(1);
+}
+
+Form* Main::ShowScreen(const QString& screen, const MakeScreen& make) {
+  auto* child = outer_.Child(screen);
+  if (child == nullptr) child = make();
+  outer_.ShowChild(child);
+  return child;
+}
+
+void Main::OpenGraph() {
+  auto* graph = ShowScreen("Graph", MakeGraph);
+  static_cast<graph::Graph*>(graph)->mnuOpen_Click();
+}
+
+void Main::mnuConnect_Click() {
+  auto* connect = new link::Connect([this](bool reached) { LoggerReached(reached); });
+  connect->ShowModal(&outer_);
+}
+
+void Main::mnuExit_Click() { platform::Machine::Get().EndProgram(); }
+
+void Main::mnuHelpHelp_Click() {
+  MsgBox("Please refer to the Software Help Manual located on the distribution media!");
+}
+
+void Main::mnuAbout_Click() { (new About)->ShowModal(&outer_); }
+
+bool Main::Form_KeyDown(const QKeyEvent& key) {
+  if (IsServiceChord(key)) {
+    ToggleRemote();
+  } else if (IsDisplayChord(key)) {
+    ToggleDisplay();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+void Main::ToggleRemote() { mnuRemote->setVisible(!mnuRemote->isVisible()); }
+
+void Main::ToggleDisplay() {
+  const bool enable = !mnuDisplay->isEnabled();
+  mnuDisplay->setEnabled(enable);
+  mnuAcc->setVisible(!enable);
+  mnuAngles->setVisible(!enable);
+  mnuRemote->setVisible(enable);
+}
+
+void Main::LoggerReached(bool reached) {
+  mnuTools->setEnabled(reached);
+  mnuDisplay->setEnabled(reached);
+  ShowHint();
+}
+
+void Main::ShowHint() {
+  if (!mnuTools->isEnabled())
+    return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
+  lblHint->setText(QString::fromStdString("The logger answered on Comm " + live::NumberText(Shared.CurrentCommPort) +
+                                          ". The Tools and Display menus are open."));
+}
+
+}  // namespace bexlow::shell

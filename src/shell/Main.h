@@ -1,0 +1,59 @@
+// The start-up screen: the menu that leads to every other screen, and the launch.
+#pragma once
+
+#include <functional>
+
+#include "link/Launch.h"
+#include "platform/Form.h"
+
+class QLabel;
+
+namespace bexlow::shell {
+
+class MDIForm1;
+
+class Main : public platform::Form {
+  Q_OBJECT
+
+ public:
+  explicit Main(MDIForm1& outer);
+
+ private:
+  using MakeScreen = std::function<platform::Form*()>;
+
+  void BuildMenus();
+  void BuildFileMenu();
+  void BuildToolsMenu();
+  void BuildDisplayMenu();
+  void BuildHelpMenu();
+  void BuildBody();
+
+  /// An entry that shows a screen of its own; disabled while there is nothing that makes the screen.
+  QAction* AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen, MakeScreen make);
+  /// The same for a screen that talks to the logger and so needs a selected port.
+  QAction* AddPortScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
+                         MakeScreen make);
+  platform::Form* ShowScreen(const QString& screen, const MakeScreen& make);
+  void OpenGraph();
+
+  void mnuConnect_Click();
+  void mnuExit_Click();
+  void mnuHelpHelp_Click();
+  void mnuAbout_Click();
+  bool Form_KeyDown(const QKeyEvent& key);
+  void ToggleRemote();
+  void ToggleDisplay();
+  void LoggerReached(bool reached);
+  void ShowHint();
+
+  MDIForm1& outer_;
+  QMenu* mnuTools = nullptr;
+  QMenu* mnuDisplay = nullptr;
+  QAction* mnuAcc = nullptr;
+  QAction* mnuAngles = nullptr;
+  QAction* mnuRemote = nullptr;
+  QLabel* lblHint = nullptr;
+  link::Launch launch_;
+};
+
+}  // namespace bexlow::shell

@@ -1,0 +1,23 @@
+// Bexlow: the desktop companion of a wearable posture logger.
+#include <QApplication>
+
+#include "platform/ProgramVersion.h"
+#include "platform/RealMachine.h"
+#include "shell/Emblem.h"
+#include "shell/MDIForm1.h"
+#include "shell/Main.h"
+
+int main(int argc, char** argv) {
+  QApplication application(argc, argv);
+  QApplication::setApplicationName("Bexlow");
+  QApplication::setApplicationVersion(QString::fromStdString(bexlow::platform::ProgramVersion()));
+  QApplication::setWindowIcon(bexlow::shell::DrawEmblem(64, 1));
+
+  bexlow::platform::RealMachine machine(QCoreApplication::applicationDirPath().toStdString());
+  bexlow::platform::Machine::Install(machine);
+  bexlow::shell::MDIForm1 outer;
+  if (!outer.Load()) return 0;
+  outer.ShowChild(new bexlow::shell::Main(outer));
+  outer.show();
+  return QApplication::exec();
+}
