@@ -1,0 +1,260 @@
+#include "download/DownloadErase.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+
+#include <exception>
+#include <system_error>
+
+#include "download/LinearCsv.h"
+#include "download/PageDecoder.h"
+#include "link/Communications.h"
+#include "live/NumberText.h"
+#include "platform/Controls.h"
+#include "platform/Machine.h"
+#include "platform/TextFile.h"
+#include "shell/DataFiles.h"
+#include "shell/ErrorHandler.h"
+#include "shell/Records.h"
+
+namespace bexlow::download {
+
+using link::Bytes;
+using live::NumberText;
+using platform::MsgBox;
+using platform::Pointer;
+using shell::Guarded;
+using shell::Shared;
+
+namespace {
+
+constexpr int LateAfterSeconds = 1;
+
+QString Shown(double number) { return QString::fromStdString(live::PlainNumberText(number)); }
+
+std::int64_t NowInSeconds() { return platform::Machine::Get().Now().seconds; }
+
+}  // namespace
+
+void DownloadErase::mnuDownload_Click() {
+  Guarded(*this, "mnuDownload_Click", [this] {
+    if (mnuDownload->isChecked()) return StopDownload();
+    if (RetrieveAll() && ChooseFile()) StartPages();
+  });
+}
+
+void DownloadErase::mnuReturn_Click() {
+  if (mnuDownload->isChecked()) StopDownload();
+  erase_.End();
+  Shared.LiveSample.SavingToFile = false;
+  Unload();
+}
+
+bool DownloadErase::RetrieveAll() {
+  struct Step {
+    bool (DownloadErase::*retrieve)();
+    const char* what;
+  };
+  constexpr Step Steps[] = {{&DownloadErase::RetrieveModeParameters, "MODE"},
+                            {&DownloadErase::RetrieveFirmwareParameters, "FIRMWARE"},
+                            {&DownloadErase::RetrieveHeader1Parameters, "HEADER(1)"},
+                            {&DownloadErase::RetrieveHeader2Parameters, "HEADER(2)"}};
+  txtMode->clear();
+  txtChannels->clear();
+  mnuDownload->setEnabled(false);
+  mnuErase->setEnabled(false);
+  fraPBar->setTitle("Retrieving on-board parameters");
+  PBar->setMaximum(4);
+  platform::Machine::Get().Repaint();
+  int done = 0;
+  for (const auto& [retrieve, what] : Steps) {
+    if (!(this->*retrieve)()) {
+      MsgBox(std::string("Download ") + what + " parameters were not retrieved! Download failed!");
+      BackToIdle();
+      return false;
+    }
+    platform::SetProgress(PBar, ++done);
+    platform::Machine::Get().Repaint();
+  }
+  return true;
+}
+
+std::optional<Bytes> DownloadErase::Retrieve(const link::Block& block) {
+  try {
+    return link::ReadBlock(MSComm3, *this, block);
+  } catch (const std::exception&) {
+    MSComm3.PortOpen(false);
+    return std::nullopt;
+  }
+}
+
+bool DownloadErase::RetrieveModeParameters() {
+  const auto reply = Retrieve(link::ModeBlock());
+  if (!reply) return false;
+  auto& parameters = Shared.OnBoardParameters;
+  parameters.BinLinearMode = (*reply)[0];
+  parameters.LinearChannels = (*reply)[1];
+  if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
+  if (parameters.BinLinearMode == 1) {
+    txtMode->setText("Linear");
+    txtChannels->setText(Shown(parameters.LinearChannels));
+  }
+  return true;
+}
+
+bool DownloadErase::RetrieveFirmwareParameters() {
+  const auto reply = Retrieve(link::FirmwareBlock());
+  return reply && FillFirmware(*reply, Shared.DownloadHeader);
+}
+
+bool DownloadErase::RetrieveHeader1Parameters() {
+  const auto reply = Retrieve(link::IdentityBlock());
+  return reply && FillHeader1(*reply, Shared.DownloadHeader);
+}
+
+bool DownloadErase::RetrieveHeader2Parameters() {
+  const auto reply = Retrieve(link::CalibrationBlock());
+  return reply && FillHeader2(*reply, Shared.DownloadHeader);
+}
+
+bool DownloadErase::ChooseFile() {
+  CommonDialog1.FileName.clear();
+  shell::WriteDataFileHeader(CommonDialog1, DataFileKind::DownloadPages);
+  const char* refusal = nullptr;
+  if (CommonDialog1.FileName.empty()) {
+    refusal = "Download operation cancelled!";
+  } else if (Shared.DataFileName.empty()) {
+    refusal = "No data file has been selected!";
+  }
+  Shared.LiveSample.SavingToFile = !CommonDialog1.FileName.empty();
+  mnuDownload->setEnabled(true);
+  if (refusal == nullptr) return true;
+  MsgBox(refusal);
+  BackToIdle();
+  return false;
+}
+
+void DownloadErase::StartPages() {
+  MousePointer(Pointer::Busy);
+  mnuDownload->setChecked(true);
+  Shared.DownloadPageNumber = 0;
+  Shared.TimerAdvanceCount = 0;
+  PBar->setMaximum(Shared.MaxDownloadPages);
+  fraPBar->setTitle("Downloading page 0");
+  PBar->setValue(0);
+  MSComm1.RThreshold(static_cast<int>(link::PageSize));
+  Shared.EndOfDataReached = false;
+  link::OpenCommPort(MSComm1, *this);
+  TimerSampling.Enabled(true);
+  RequestPage();
+}
+
+void DownloadErase::RequestPage() { link::Send(MSComm1, link::DownloadPage(Shared.DownloadPageNumber)); }
+
+void DownloadErase::MSComm1_OnComm() {
+  Guarded(
+      *this, "MSComm1_OnComm",
+      [this] {
+        if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
+        Shared.LastReplyTime = NowInSeconds();
+        lblWarning->hide();
+        const Bytes reply = MSComm1.Input();
+        txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
+        if (reply.size() != link::PageSize) return RequestPage();
+        TakePage(reply);
+      },
+      [this] { MousePointer(Pointer::Normal); });
+}
+
+// Page 0 is passed over whatever it holds; the data ends before the first blank page behind it.
+void DownloadErase::TakePage(const Bytes& reply) {
+  const Page page(reply.data(), link::PageSize);
+  Shared.EndOfDataReached = Shared.DownloadPageNumber != 0 && IsBlankPage(page);
+  if (!Shared.EndOfDataReached) {
+    if (Shared.DownloadPageNumber != 0) {
+      const auto& parameters = Shared.OnBoardParameters;
+      Shared.PageDataText = DecodePage(page, parameters.BinLinearMode, parameters.LinearChannels);
+      if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(Shared.DownloadPageNumber);
+    }
+    ++Shared.DownloadPageNumber;
+  }
+  if (Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1) return FinishDownload();
+  fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
+  platform::SetProgress(PBar, Shared.DownloadPageNumber);
+  RequestPage();
+}
+
+// Whole seconds of the calendar clock, and no limit to the repeats: only the user knows when to give up.
+void DownloadErase::TimerSampling_Timer() {
+  Guarded(*this, "TimerSampling_Timer", [this] {
+    ++Shared.TimerAdvanceCount;
+    txtTimer->setText(Shown(Shared.TimerAdvanceCount));
+    const bool late = NowInSeconds() - Shared.LastReplyTime > LateAfterSeconds;
+    lblWarning->setVisible(late);
+    if (!late) return;
+    TimerSampling.Enabled(false);
+    RequestPage();
+    TimerSampling.Enabled(true);
+  });
+}
+
+void DownloadErase::FinishDownload() {
+  TimerSampling.Enabled(false);
+  link::CloseCommPort(MSComm1, *this);
+  if (Shared.OnBoardParameters.BinLinearMode == 1) MakeLinearCSV(Shared.DataFileName);
+  BackToIdle();
+  ClearDetails();
+  CommonDialog1.FileName.clear();
+  MousePointer(Pointer::Normal);
+  MsgBox("Download completed!");
+  Shared.GraphAfterDownload = platform::AskYesNo("Would you like to graph this download immediately?");
+  if (!Shared.GraphAfterDownload) return;
+  Shared.GraphFileName = Shared.DataFileName;
+  Shared.DataFileName.clear();
+  openGraph_();
+}
+
+void DownloadErase::StopDownload() {
+  TimerSampling.Enabled(false);
+  link::CloseCommPort(MSComm1, *this);
+  BackToIdle();
+  ClearDetails();
+  lblWarning->hide();
+  Shared.DataFileName.clear();
+  CommonDialog1.FileName.clear();
+  MousePointer(Pointer::Normal);
+}
+
+void DownloadErase::BackToIdle() {
+  fraPBar->setTitle("Download Progress");
+  PBar->setValue(0);
+  mnuDownload->setChecked(false);
+  mnuDownload->setEnabled(true);
+  mnuErase->setEnabled(true);
+}
+
+void DownloadErase::ClearDetails() {
+  txtBufferLen->clear();
+  txtTimer->clear();
+}
+
+void DownloadErase::MakeLinearCSV(const std::string& dataFileName) {
+  Guarded(*this, "MakeLinearCSV", [&] {
+    const std::string csvName = CsvFileName(dataFileName);
+    if (csvName == dataFileName)
+      throw std::system_error(std::make_error_code(std::errc::file_exists),
+                              "The CSV file would replace the data file " + dataFileName);
+    std::string csv;
+    try {
+      AppendLinearCsv(platform::ReadWhole(dataFileName), csv);
+    } catch (const std::exception&) {
+      platform::WriteWhole(csvName, csv);
+      throw;
+    }
+    platform::WriteWhole(csvName, csv);
+  });
+}
+
+}  // namespace bexlow::download

@@ -1,0 +1,74 @@
+// Retrieves what the logger has stored into a data file, and wipes it.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "download/Erase.h"
+#include "link/Protocol.h"
+#include "platform/CommonDialog.h"
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+#include "platform/Timer.h"
+
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QProgressBar;
+
+namespace bexlow::download {
+
+class DownloadErase : public platform::Form {
+  Q_OBJECT
+
+ public:
+  /// @param openGraph  brings Graph to the front and runs its Open action
+  explicit DownloadErase(std::function<void()> openGraph);
+
+ private:
+  void BuildMenu();
+  void BuildBody();
+  QWidget* BuildDetails();
+
+  void mnuDownload_Click();
+  void mnuReturn_Click();
+  void MSComm1_OnComm();
+  void TimerSampling_Timer();
+
+  bool RetrieveAll();
+  bool RetrieveModeParameters();
+  bool RetrieveFirmwareParameters();
+  bool RetrieveHeader1Parameters();
+  bool RetrieveHeader2Parameters();
+  std::optional<link::Bytes> Retrieve(const link::Block& block);
+
+  bool ChooseFile();
+  void StartPages();
+  void TakePage(const link::Bytes& reply);
+  void RequestPage();
+  void FinishDownload();
+  void StopDownload();
+  void MakeLinearCSV(const std::string& dataFileName);
+  void BackToIdle();
+  void ClearDetails();
+  void OfferErase();
+
+  std::function<void()> openGraph_;
+  platform::MSComm MSComm1;
+  platform::MSComm MSComm3;
+  platform::Timer TimerSampling;
+  platform::CommonDialog CommonDialog1;
+  Erase erase_;
+
+  QAction* mnuDownload = nullptr;
+  QAction* mnuErase = nullptr;
+  QGroupBox* fraPBar = nullptr;
+  QProgressBar* PBar = nullptr;
+  QLineEdit* txtMode = nullptr;
+  QLineEdit* txtChannels = nullptr;
+  QLineEdit* txtTimer = nullptr;
+  QLineEdit* txtBufferLen = nullptr;
+  QLabel* lblWarning = nullptr;
+};
+
+}  // namespace bexlow::download

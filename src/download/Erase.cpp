@@ -1,0 +1,116 @@
+#include "download/Erase.h"
+
+#include <QAction>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+
+#include "link/Communications.h"
+#include "platform/Controls.h"
+#include "platform/Machine.h"
+#include "shell/ErrorHandler.h"
+
+namespace bexlow::download {
+
+using platform::MsgBox;
+using platform::Pointer;
+using shell::Guarded;
+
+namespace {
+
+constexpr int CompleteAtBytes = 2050;
+constexpr int EraseBufferSize = 2100;  // nothing is taken out during an erase, so it must hold more than the end
+
+}  // namespace
+
+Erase::Erase(platform::Form& screen)
+    : screen_(screen),
+      MSComm2(screen, "MSComm2"),
+      TimerErase(screen, "TimerErase", 500),
+      fraErase(platform::MakeFrame("fraErase", "Erase Progress", &screen)),
+      PBarErase(platform::MakeProgressBar("PBarErase", "Erase Progress", fraErase)),
+      txtInBufferSize(platform::MakeReadOnlyBox("txtInBufferSize", "InBufferCount", fraErase)) {
+  auto* form = new QFormLayout(fraErase);
+  form->addRow(PBarErase);
+  form->addRow(platform::MakeLabel("Label2", "InBufferCount", fraErase, txtInBufferSize), txtInBufferSize);
+  form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+  fraErase->hide();
+  TimerErase.OnTimer = [this] { TimerErase_Timer(); };
+}
+
+void Erase::Attach(QAction* mnuErase, QAction* mnuDownload) {
+  mnuErase_ = mnuErase;
+  mnuDownload_ = mnuDownload;
+}
+
+void Erase::mnuErase_Click() {
+  const auto normalPointer = [this] { screen_.MousePointer(Pointer::Normal); };
+  Guarded(
+      screen_, "mnuErase_Click",
+      [this] {
+        if (!mnuErase_->isChecked()) return Start();
+        StopWatching();
+        MsgBox("Erase halted by user! Erase may not be complete.");
+        BackToIdle();
+      },
+      normalPointer);
+}
+
+void Erase::Start() {
+  if (!platform::AskYesNo("All on-board data will be erased!\r\n"
+                          "Click YES to proceed.\r\n"
+                          "Click NO to cancel this operation."))
+    return;
+  screen_.MousePointer(Pointer::Busy);
+  mnuErase_->setChecked(true);
+  mnuDownload_->setEnabled(false);
+  PBarErase->setMaximum(CompleteAtBytes);
+  fraErase->setTitle("Erasing");
+  PBarErase->setValue(0);
+  fraErase->show();
+  MSComm2.InBufferSize(EraseBufferSize);
+  link::OpenCommPort(MSComm2, screen_);
+  link::Send(MSComm2, link::EraseData());
+  TimerErase.Enabled(true);
+}
+
+void Erase::TimerErase_Timer() {
+  Guarded(
+      screen_, "TimerErase_Timer",
+      [this] {
+        const int count = MSComm2.InBufferCount();
+        txtInBufferSize->setText(QString::number(count));
+        platform::SetProgress(PBarErase, count);
+        if (count < CompleteAtBytes) return;
+        StopWatching();
+        screen_.MousePointer(Pointer::Normal);
+        MsgBox("Erase completed!");
+        BackToIdle();
+      },
+      [this] { screen_.MousePointer(Pointer::Normal); });
+}
+
+void Erase::StopWatching() {
+  TimerErase.Enabled(false);
+  link::CloseCommPort(MSComm2, screen_);
+}
+
+void Erase::BackToIdle() {
+  fraErase->setTitle("Erase Progress");
+  PBarErase->setValue(0);
+  fraErase->hide();
+  mnuErase_->setChecked(false);
+  txtInBufferSize->clear();
+  mnuDownload_->setEnabled(true);
+  screen_.MousePointer(Pointer::Normal);
+}
+
+void Erase::End() {
+  if (!mnuErase_->isChecked()) return;
+  StopWatching();
+  BackToIdle();
+}
+
+}  // namespace bexlow::download

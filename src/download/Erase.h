@@ -1,0 +1,42 @@
+// The erase of the Download screen: one command, and a stream of bytes whose number is all that is known.
+#pragma once
+
+#include "platform/MSComm.h"
+#include "platform/Timer.h"
+
+class QAction;
+class QGroupBox;
+class QLineEdit;
+class QProgressBar;
+
+namespace bexlow::download {
+
+class Erase {
+ public:
+  explicit Erase(platform::Form& screen);
+
+  /// The entry that starts and halts the erase, and the one that is disabled meanwhile.
+  void Attach(QAction* mnuErase, QAction* mnuDownload);
+  QGroupBox* Frame() const { return fraErase; }
+
+  void mnuErase_Click();
+  /// Stops watching without a message, when the screen is left.
+  void End();
+
+ private:
+  void Start();
+  void TimerErase_Timer();
+  void StopWatching();
+  void BackToIdle();
+
+  platform::Form& screen_;
+  platform::MSComm MSComm2;
+  platform::Timer TimerErase;
+  QAction* mnuErase_ = nullptr;
+  QAction* mnuDownload_ = nullptr;
+  QGroupBox* fraErase;
+  QProgressBar* PBarErase;
+  QLineEdit* txtInBufferSize;
+};
+
+}  // namespace bexlow::download

@@ -1,0 +1,251 @@
+#include "graph/Graph.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include <exception>
+
+#include "graph/GraphPair.h"
+#include "live/Conversions.h"
+#include "live/NumberText.h"
+#include "platform/Controls.h"
+#include "platform/Folders.h"
+#include "platform/Machine.h"
+#include "platform/TextFile.h"
+#include "shell/ErrorHandler.h"
+#include "shell/Records.h"
+
+namespace bexlow::graph {
+
+using live::LeadingNumber;
+using live::NumberText;
+using platform::MsgBox;
+using shell::Guarded;
+using shell::Shared;
+
+namespace {
+
+constexpr auto EndOfFile = "End of data file has been reached!";
+constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
+
+double NumberOf(const QLineEdit* box) { return LeadingNumber(box->text().toStdString()); }
+
+}  // namespace
+
+Graph::Graph() : Form("Graph", "Graph") {
+  BuildMenu();
+  BuildBody();
+  PageNumber(0);
+  cmdPrevious->setEnabled(false);
+  graphs_->PrepareLinear();
+  OnCloseRequest = [this] { Unload(); };
+}
+
+void Graph::BuildMenu() {
+  auto* file = AddMenu("mnuFile", "&File");
+  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); });
+  AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
+}
+
+void Graph::BuildBody() {
+  graphs_ = new GraphPair(this);
+  auto* top = new QHBoxLayout;
+  top->addWidget(BuildFileName(), 1);
+  top->addWidget(BuildScroll());
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(top);
+  column->addWidget(graphs_, 1);
+}
+
+QWidget* Graph::BuildFileName() {
+  auto* frame = platform::MakeFrame("fraFileName", "Data File", this);
+  txtFileName = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);
+  auto* layout = new QVBoxLayout(frame);
+  layout->addWidget(txtFileName);
+  return frame;
+}
+
+QWidget* Graph::BuildScroll() {
+  auto* frame = platform::MakeFrame("fraScroll", "Scroll Data Bins", this);
+  auto* row = new QHBoxLayout(frame);
+  struct Box {
+    QLineEdit*& box;
+    const char *name, *label, *caption;
+  };
+  for (const auto& [box, name, label, caption] :
+       {Box{txtPageNumberX, "txtPageNumberX", "Label2", "X"}, Box{txtPageNumberY, "txtPageNumberY", "Label1", "Y"}}) {
+    box = platform::MakeReadOnlyBox(name, QString("Page ") + caption, frame);
+    box->setFixedWidth(fontMetrics().horizontalAdvance("00000000"));
+    row->addWidget(platform::MakeLabel(label, caption, frame, box));
+    row->addWidget(box);
+  }
+  connect(txtPageNumberX, &QLineEdit::textChanged, this, [this] { txtPageNumberX_Change(); });
+  cmdPrevious = MakeButton("cmdPrevious", "Previous", [this] { cmdPrevious_Click(); });
+  cmdNext = MakeButton("cmdNext", "Next", [this] { cmdNext_Click(); });
+  row->addWidget(cmdPrevious);
+  row->addWidget(cmdNext);
+  return frame;
+}
+
+std::string Graph::FileName() const { return txtFileName->text().toStdString(); }
+
+void Graph::PageNumber(int page) { txtPageNumberX->setText(QString::number(page)); }
+
+void Graph::txtPageNumberX_Change() {
+  txtPageNumberY->setText(QString::number(static_cast<int>(NumberOf(txtPageNumberX)) + 1));
+}
+
+// A cancelled dialog or a file that cannot be read ends it in silence, and what is on show stays.
+void Graph::mnuOpen_Click() {
+  try {
+    AskForFile();
+    OpenFile();
+  } catch (const std::exception&) {
+  }
+}
+
+void Graph::AskForFile() {
+  if (Shared.GraphAfterDownload) {
+    Shared.GraphAfterDownload = false;
+    return txtFileName->setText(QString::fromStdString(Shared.GraphFileName));
+  }
+  CommonDialog1.InitDir = platform::DataFilesFolder().string();
+  CommonDialog1.CancelError = true;
+  CommonDialog1.DefaultExt = "qbx";
+  CommonDialog1.Filter = "QBX Files (*.qbx)|*.qbx";
+  CommonDialog1.Flags = platform::MustExist;
+  CommonDialog1.ShowOpen();
+  txtFileName->setText(QString::fromStdString(CommonDialog1.FileName));
+}
+
+void Graph::OpenFile() {
+  const auto [kind, channel] = CheckFile(platform::ReadWhole(FileName()));
+  switch (kind) {
+    case FileKind::Empty: return MsgBox(WrongFile);
+    case FileKind::WrongKind:
+      MsgBox(WrongFile);
+      txtFileName->clear();
+      CommonDialog1.FileName.clear();
+      return;
+    case FileKind::Bin: return OpenBin();
+    case FileKind::Linear: return OpenLinear(channel);
+    case FileKind::TooShort:
+    case FileKind::OtherMode: return;
+  }
+}
+
+void Graph::OpenBin() {
+  PageNumberX = 1;
+  LastPageX = 0;
+  PageNumber(1);
+  cmdPrevious->setEnabled(false);
+  cmdNext->setEnabled(true);
+  graphs_->MoveTogether(false);
+  struct Row {
+    platform::CWGraph* graph;
+    double fullScale;
+  };
+  for (const auto& [graph, fullScale] :
+       {Row{graphs_->CWGraph1, GraphPair::FullScaleX}, Row{graphs_->CWGraph2, GraphPair::FullScaleY}}) {
+    graph->SetPlotStyle(platform::PlotStyle::Bin);
+    graph->SetXAxis(false, -fullScale, fullScale);
+    graph->SetYAxis(true, 0, 1);
+    graph->ClearData();
+  }
+  Big(PageNumberX, FileName());
+}
+
+void Graph::OpenLinear(int channel) {
+  PageNumber(0);
+  cmdPrevious->setEnabled(false);
+  cmdNext->setEnabled(false);
+  graphs_->CWGraph1->ClearData();
+  graphs_->CWGraph2->ClearData();
+  graphs_->PrepareLinear();
+  graphs_->MoveTogether(channel == 3);
+  if (channel == 1 || channel == 2) BuildSingleChannelArray(channel);
+  if (channel == 3) BuildDoubleChannelArrays();
+  if (channel == 1 || channel == 3) graphs_->Plot(*graphs_->CWGraph1, XLinear);
+  if (channel == 2 || channel == 3) graphs_->Plot(*graphs_->CWGraph2, YLinear);
+}
+
+void Graph::BuildArrays(const char* procedure, const std::function<bool(const std::string& text)>& read) {
+  Guarded(*this, procedure, [&] {
+    XLinear.clear();
+    YLinear.clear();
+    if (!read(platform::ReadWhole(FileName()))) MsgBox(EndOfFile);
+  });
+}
+
+void Graph::BuildSingleChannelArray(int channel) {
+  BuildArrays("BuildSingleChannelArray", [&](const std::string& text) {
+    auto samples = ReadSingle(text);
+    if (!samples) return false;
+    (channel == 1 ? XLinear : YLinear) = std::move(*samples);
+    return true;
+  });
+}
+
+void Graph::BuildDoubleChannelArrays() {
+  BuildArrays("BuildDoubleChannelArrays", [&](const std::string& text) {
+    auto series = ReadDouble(text);
+    if (!series) return false;
+    XLinear = std::move(series->x);
+    YLinear = std::move(series->y);
+    return true;
+  });
+}
+
+void Graph::cmdNext_Click() {
+  Guarded(*this, "cmdNext_Click", [this] {
+    if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
+    if (NumberOf(txtPageNumberX) == LastPageX) return MsgBox(EndOfFile);
+    PageNumberX = live::ToInt16(PageNumberX + 2);
+    if (PageNumberX > 0) cmdPrevious->setEnabled(true);
+    PageNumber(PageNumberX);
+    Big(PageNumberX, FileName());
+  });
+}
+
+void Graph::cmdPrevious_Click() {
+  Guarded(*this, "cmdPrevious_Click", [this] {
+    if (PageNumberX == 1) return cmdPrevious->setEnabled(false);
+    PageNumberX = live::ToInt16(PageNumberX - 2);
+    cmdPrevious->setEnabled(PageNumberX != 0);
+    PageNumber(PageNumberX);
+    Big(PageNumberX, FileName());
+  });
+}
+
+void Graph::Big(std::int16_t page, const std::string& fileName) {
+  Guarded(*this, "Big", [&] {
+    degrees_ = {};
+    const BinPair pair = FindPair(platform::ReadWhole(fileName), page);
+    switch (pair.result) {
+      case PairResult::NoPage:
+        return MsgBox("Unable to locate data page " + NumberText(page) + " in this file!");
+      case PairResult::NoPartner:
+        MsgBox(EndOfFile);
+        LastPageX = page;
+        return;
+      case PairResult::Found: ShowPair(pair);
+    }
+  });
+}
+
+void Graph::ShowPair(const BinPair& pair) {
+  ConvertPointArraysToDegreeArrays(pair);
+  graphs_->CWGraph1->PlotY(std::span<const double>(degrees_.XDegrees), -GraphPair::FullScaleX, 1);
+  graphs_->CWGraph2->PlotY(std::span<const double>(degrees_.YDegrees), -GraphPair::FullScaleY, 1);
+}
+
+void Graph::ConvertPointArraysToDegreeArrays(const BinPair& pair) {
+  Guarded(*this, "ConvertPointArraysToDegreeArrays",
+          [&] { degrees_ = SpreadOverDegrees(pair.XPoints, pair.YPoints); });
+}
+
+}  // namespace bexlow::graph

@@ -1,0 +1,65 @@
+// Draws a download: the X angle above the Y angle. A Linear run whole, a Bin file a pair of pages at a time.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "graph/BinPages.h"
+#include "graph/Series.h"
+#include "platform/CommonDialog.h"
+#include "platform/Form.h"
+
+class QLineEdit;
+class QPushButton;
+
+namespace bexlow::graph {
+
+class GraphPair;
+
+class Graph : public platform::Form {
+  Q_OBJECT
+
+ public:
+  Graph();
+
+  /// The Open action: asks for a file, or takes the one that a download handed over.
+  void mnuOpen_Click();
+
+ private:
+  void BuildMenu();
+  void BuildBody();
+  QWidget* BuildFileName();
+  QWidget* BuildScroll();
+
+  void cmdNext_Click();
+  void cmdPrevious_Click();
+  void txtPageNumberX_Change();
+
+  void AskForFile();
+  void OpenFile();
+  void OpenBin();
+  void OpenLinear(int channel);
+  void PageNumber(int page);
+  void Big(std::int16_t page, const std::string& fileName);
+  void ShowPair(const BinPair& pair);
+  void ConvertPointArraysToDegreeArrays(const BinPair& pair);
+  void BuildSingleChannelArray(int channel);
+  void BuildDoubleChannelArrays();
+  void BuildArrays(const char* procedure, const std::function<bool(const std::string& text)>& read);
+  std::string FileName() const;
+
+  platform::CommonDialog CommonDialog1;
+  Samples XLinear, YLinear;
+  DegreeArrays degrees_;
+  std::int16_t PageNumberX = 0;
+  std::int16_t LastPageX = 0;
+
+  QLineEdit* txtFileName = nullptr;
+  GraphPair* graphs_ = nullptr;
+  QPushButton* cmdNext = nullptr;
+  QPushButton* cmdPrevious = nullptr;
+  QLineEdit* txtPageNumberX = nullptr;
+  QLineEdit* txtPageNumberY = nullptr;
+};
+
+}  // namespace bexlow::graph

@@ -1,0 +1,71 @@
+#include "graph/GraphPair.h"
+
+#include <QGroupBox>
+#include <QVBoxLayout>
+
+#include "platform/Controls.h"
+#include "platform/EventGate.h"
+#include "platform/Folders.h"
+#include "platform/Machine.h"
+
+namespace bexlow::graph {
+
+using platform::CWGraph;
+
+namespace {
+
+QString AskPicturePath(const QString& suggestedName) {
+  const platform::EventGate::Hold hold;
+  platform::FileQuestion question;
+  question.save = true;
+  question.confirmReplacing = true;
+  question.folder = platform::DataFilesFolder().string();
+  question.filter = "PNG picture|*.png|PDF document|*.pdf|SVG drawing|*.svg";
+  question.defaultSuffix = "png";
+  question.suggestedName = suggestedName.toStdString();
+  return QString::fromStdString(platform::Machine::Get().AskFile(question).value_or(""));
+}
+
+CWGraph* MakeGraph(const char* name, const QString& caption, QVBoxLayout* column, const char* frameName) {
+  auto* frame = platform::MakeFrame(frameName, caption, column->parentWidget());
+  auto* graph = new CWGraph(frame);
+  graph->setObjectName(name);
+  graph->setAccessibleName(caption);
+  graph->AskPicturePath = AskPicturePath;
+  graph->TellFailure = [](const QString& reason) { platform::MsgBox(reason.toStdString()); };
+  auto* layout = new QVBoxLayout(frame);
+  layout->setContentsMargins(4, 4, 4, 4);
+  layout->addWidget(graph);
+  column->addWidget(frame, 1);
+  return graph;
+}
+
+}  // namespace
+
+GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  CWGraph1 = MakeGraph("CWGraph1", "X", column, "fraGraph1");
+  CWGraph2 = MakeGraph("CWGraph2", "Y", column, "fraGraph2");
+  CWGraph1->LinkXAxis(*CWGraph2);
+}
+
+void GraphPair::PrepareLinear() {
+  struct Row {
+    CWGraph* graph;
+    double fullScale;
+  };
+  for (const auto& [graph, fullScale] : {Row{CWGraph1, FullScaleX}, Row{CWGraph2, FullScaleY}}) {
+    graph->SetPlotStyle(platform::PlotStyle::Linear);
+    graph->SetXAxis(true, 0, 10);
+    graph->SetYAxis(false, -fullScale, fullScale);
+  }
+}
+
+void GraphPair::Plot(CWGraph& graph, const Samples& samples) {
+  const double last = samples.empty() ? 0 : static_cast<double>(samples.size() - 1);
+  graph.SetXAxis(false, 0, last);
+  graph.PlotY(samples);
+}
+
+}  // namespace bexlow::graph

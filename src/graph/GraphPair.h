@@ -1,0 +1,31 @@
+// The two graphs of a run, X above Y, as Graph and GraphBP show them.
+#pragma once
+
+#include <QWidget>
+
+#include "graph/Series.h"
+#include "platform/CWGraph.h"
+
+namespace bexlow::graph {
+
+class GraphPair : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit GraphPair(QWidget* parent);
+
+  /// Full scale of the y axes in degrees: 180 for X, 90 for Y.
+  static constexpr double FullScaleX = 180, FullScaleY = 90;
+
+  /// The Linear style: x axes auto-scaled, y axes at full scale.
+  void PrepareLinear();
+  /// Draws a run: x axis from 0 to the last index of the series.
+  void Plot(platform::CWGraph& graph, const Samples& samples);
+  /// The x views of both graphs move together, or each by itself.
+  void MoveTogether(bool together) { CWGraph1->SetXLinkActive(together); }
+
+  platform::CWGraph* CWGraph1;
+  platform::CWGraph* CWGraph2;
+};
+
+}  // namespace bexlow::graph
