@@ -1,0 +1,156 @@
+#include "support/Story.h"
+
+#include <QApplication>
+#include <QGroupBox>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QSettings>
+#include <QTest>
+
+#include <fstream>
+#include <sstream>
+
+#include "platform/EventGate.h"
+#include "platform/Folders.h"
+#include "shell/Main.h"
+
+namespace bexlow::test {
+
+namespace {
+
+QString Plain(const QString& caption) { return QString(caption).remove('&'); }
+
+}  // namespace
+
+Story::Story() {
+  shell::Shared = {};
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                     QString::fromStdString((machine.ProgramFolder() / "settings").string()));
+}
+
+Story::~Story() {
+  for (const auto& box : machine.boxes) ADD_FAILURE() << "a box was shown that nobody expected: " << box;
+  outer.reset();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  EXPECT_FALSE(machine.AnyPortOpen()) << "a port outlived its screen";
+  while (QApplication::overrideCursor() != nullptr) QApplication::restoreOverrideCursor();
+}
+
+void Story::Start() {
+  outer = std::make_unique<shell::MDIForm1>();
+  if (!outer->Load()) return;
+  outer->ShowChild(new shell::Main(*outer));
+  outer->show();
+  machine.Settle();
+}
+
+void Story::StartConnected(int comm) {
+  machine.Plug(logger, comm);
+  Start();
+  shell::Shared.CurrentCommPort = static_cast<std::int16_t>(comm);
+  Choose("File", "Connect");
+  Press("OK");
+  ASSERT_TRUE(Offered("Tools", "Launch"));
+  machine.wire.clear();
+  logger.replies = 0;
+}
+
+QAction* Story::Find(const QString& menu, const QString& entry) const {
+  for (auto* top : outer->menuBar()->actions()) {
+    if (Plain(top->text()) != menu) continue;
+    for (auto* action : top->menu()->actions()) {
+      if (Plain(action->text()) == entry) return action;
+    }
+  }
+  return nullptr;
+}
+
+bool Story::Offered(const QString& menu, const QString& entry) const {
+  const auto* action = Find(menu, entry);
+  if (action == nullptr || !action->isEnabled() || !action->isVisible()) return false;
+  return qobject_cast<QMenu*>(action->associatedObjects().value(0))->isEnabled();
+}
+
+bool Story::Checked(const QString& menu, const QString& entry) const {
+  const auto* action = Find(menu, entry);
+  return action != nullptr && action->isChecked();
+}
+
+void Story::Choose(const QString& menu, const QString& entry) {
+  ASSERT_TRUE(Offered(menu, entry)) << menu.toStdString() << ", " << entry.toStdString() << " is not offered";
+  Find(menu, entry)->trigger();
+  machine.Settle();
+}
+
+void Story::Press(const QString& caption) {
+  const auto* form = platform::Form::Active();
+  ASSERT_NE(form, nullptr);
+  for (auto* button : form->findChildren<QPushButton*>()) {
+    if (Plain(button->text()) != caption || !button->isVisibleTo(form)) continue;
+    ASSERT_TRUE(button->isEnabled()) << caption.toStdString() << " is disabled";
+    button->click();
+    return machine.Settle();
+  }
+  FAIL() << "no button " << caption.toStdString();
+}
+
+void Story::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  auto* form = platform::Form::Active();
+  ASSERT_NE(form, nullptr);
+  QTest::keyClick(form->focusWidget() != nullptr ? form->focusWidget() : form, key, modifiers);
+  machine.Settle();
+}
+
+void Story::Reads(const std::string& text) {
+  ASSERT_FALSE(machine.boxes.empty()) << "no box, expected: " << text;
+  EXPECT_EQ(machine.boxes.front(), text);
+  machine.boxes.pop_front();
+}
+
+std::string Story::ReadsError(const std::string& source) {
+  if (machine.boxes.empty()) {
+    ADD_FAILURE() << "no box, expected the error of " << source;
+    return {};
+  }
+  const std::string text = machine.boxes.front();
+  machine.boxes.pop_front();
+  EXPECT_TRUE(text.starts_with("The error shown below has occurred!\r\n")) << text;
+  EXPECT_NE(text.find("\r\nSource: " + source + "\r\n"), std::string::npos) << text;
+  return text;
+}
+
+std::string Story::Text(const char* name) const {
+  const auto& control = The<QWidget>(name);
+  const char* property = qobject_cast<const QGroupBox*>(&control) != nullptr ? "title" : "text";
+  return control.property(property).toString().toStdString();
+}
+
+void Story::Type(const char* name, const QString& text) {
+  auto& control = The<QWidget>(name);
+  control.setFocus();
+  QTest::keyClick(&control, Qt::Key_A, Qt::ControlModifier);
+  QTest::keyClick(&control, Qt::Key_Delete);
+  QTest::keyClicks(&control, text);
+  machine.Settle();
+}
+
+std::string Story::ScreenInFront() const {
+  const auto* form = platform::Form::Active();
+  return form == nullptr ? "" : form->Name();
+}
+
+bool Story::PointerIsBusy() const { return QApplication::overrideCursor() != nullptr; }
+
+std::filesystem::path Story::DataFile(const std::string& name) const { return platform::DataFilesFolder() / name; }
+
+std::string Story::FileText(const std::filesystem::path& path) const {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+void Story::WriteFile(const std::filesystem::path& path, const std::string& text) const {
+  std::ofstream(path, std::ios::binary) << text;
+}
+
+}  // namespace bexlow::test

@@ -1,0 +1,68 @@
+// Whole stories: the real screens on the virtual machine, and a user who chooses, presses and reads.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QString>
+
+#include <memory>
+
+#include "platform/Form.h"
+#include "shell/MDIForm1.h"
+#include "shell/Records.h"
+#include "support/VirtualLogger.h"
+#include "support/VirtualMachine.h"
+
+namespace bexlow::test {
+
+class Story : public ::testing::Test {
+ protected:
+  Story();
+  ~Story() override;
+
+  /// Starts the program, as main does.
+  void Start();
+  /// Starts, with the logger on a port that is selected and reached.
+  void StartConnected(int comm = 1);
+
+  /// Chooses an entry of the menu on show, by captions. Fails the test if it is not offered.
+  void Choose(const QString& menu, const QString& entry);
+  /// Presses a button of the screen in front, by caption.
+  void Press(const QString& caption);
+  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// The next unread box must have this text.
+  void Reads(const std::string& text);
+  /// The next unread box must be the error box with this source; gives its whole text.
+  std::string ReadsError(const std::string& source);
+  bool Offered(const QString& menu, const QString& entry) const;
+  bool Checked(const QString& menu, const QString& entry) const;
+
+  /// A control of the screen in front by its name.
+  template <class T = QWidget>
+  T& The(const char* name) const {
+    auto* form = platform::Form::Active();
+    auto* control = form == nullptr ? nullptr : form->findChild<T*>(name);
+    if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
+    return *control;
+  }
+  std::string Text(const char* name) const;
+  /// Types into a box, replacing what it holds, key by key.
+  void Type(const char* name, const QString& text);
+  std::string ScreenInFront() const;
+  bool PointerIsBusy() const;
+
+  std::filesystem::path DataFile(const std::string& name) const;
+  std::string FileText(const std::filesystem::path& path) const;
+  void WriteFile(const std::filesystem::path& path, const std::string& text) const;
+
+  VirtualMachine machine;
+  VirtualLogger logger;
+  std::unique_ptr<shell::MDIForm1> outer;
+
+ private:
+  QAction* Find(const QString& menu, const QString& entry) const;
+};
+
+}  // namespace bexlow::test

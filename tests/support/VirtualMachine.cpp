@@ -1,0 +1,212 @@
+#include "support/VirtualMachine.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+#include <QEvent>
+
+#include <cctype>
+#include <cstdio>
+#include <ctime>
+#include <memory>
+#include <system_error>
+#include <utility>
+
+#include "platform/EventGate.h"
+
+namespace bexlow::test {
+
+class VirtualMachine::Line : public platform::SerialLine {
+ public:
+  Line(VirtualMachine& machine, int comm, std::function<void(Bytes)> receiver)
+      : received(std::move(receiver)), machine_(machine), comm_(comm) {
+    machine_.lines_[comm_] = this;
+  }
+  ~Line() override { machine_.lines_.erase(comm_); }
+
+  void Write(std::span<const std::uint8_t> bytes) override {
+    if (!machine_.peers_.contains(comm_)) throw std::system_error(EIO, std::generic_category(), "takes no bytes");
+    for (const auto byte : bytes) {
+      machine_.wire.push_back({machine_.now_, comm_, byte});
+      machine_.peers_[comm_]->Receive(byte);
+    }
+  }
+
+  std::function<void(Bytes)> received;
+
+ private:
+  VirtualMachine& machine_;
+  int comm_;
+};
+
+class VirtualMachine::VirtualAlarm : public platform::Alarm {
+ public:
+  VirtualAlarm(VirtualMachine& machine, std::function<void()> tick) : machine_(machine), tick_(std::move(tick)) {}
+  void Start(milliseconds interval) override {
+    Stop();
+    run_ = std::make_shared<bool>(true);
+    Schedule(interval);
+  }
+  void Stop() override {
+    if (run_) *run_ = false;
+    run_.reset();
+  }
+  ~VirtualAlarm() override { Stop(); }
+
+ private:
+  void Schedule(milliseconds interval) {
+    machine_.At(machine_.now_ + interval, [this, interval, run = run_] {
+      if (!*run) return;
+      Schedule(interval);
+      tick_();
+    });
+  }
+
+  VirtualMachine& machine_;
+  std::function<void()> tick_;
+  std::shared_ptr<bool> run_;
+};
+
+void Peer::Send(const Bytes& bytes, microseconds delay) {
+  constexpr std::size_t Chunk = 8;  // as a driver hands them over
+  for (std::size_t begin = 0; begin < bytes.size(); begin += Chunk) {
+    const auto end = std::min(begin + Chunk, bytes.size());
+    const Bytes part(bytes.begin() + static_cast<std::ptrdiff_t>(begin),
+                     bytes.begin() + static_cast<std::ptrdiff_t>(end));
+    const auto due = machine->Time() + delay + ByteTime * (1 + static_cast<int>(end));
+    machine->At(due, [this, part] { machine->Deliver(comm, part); });
+  }
+}
+
+VirtualMachine::VirtualMachine() {
+  char pattern[] = "/tmp/bexlow-test-XXXXXX";
+  folder_ = mkdtemp(pattern);
+  Install(*this);
+}
+
+VirtualMachine::~VirtualMachine() { std::filesystem::remove_all(folder_); }
+
+void VirtualMachine::Plug(Peer& peer, int comm) {
+  peer.machine = this;
+  peer.comm = comm;
+  peers_[comm] = &peer;
+}
+
+void VirtualMachine::Unplug(int comm) { peers_.erase(comm); }
+
+std::string VirtualMachine::Transcript(std::size_t from) const {
+  std::string text;
+  for (std::size_t i = from; i < wire.size(); ++i) {
+    char item[32];
+    const auto ms = std::chrono::duration_cast<milliseconds>(wire[i].at - wire[from].at).count();
+    std::snprintf(item, sizeof item, std::isalpha(wire[i].byte) != 0 ? "%lld %c" : "%lld %02X",
+                  static_cast<long long>(ms), wire[i].byte);
+    text += (text.empty() ? "" : "|") + std::string(item);
+  }
+  return text;
+}
+
+void VirtualMachine::At(microseconds due, std::function<void()> happening) {
+  happenings_.emplace(due, std::move(happening));
+}
+
+void VirtualMachine::Deliver(int comm, const Bytes& bytes) {
+  if (!peers_.contains(comm)) return;
+  if (const auto line = lines_.find(comm); line != lines_.end()) line->second->received(bytes);
+}
+
+void VirtualMachine::RunNext() {
+  const auto first = happenings_.begin();
+  now_ = std::max(now_, first->first);
+  const auto happening = std::move(first->second);
+  happenings_.erase(first);
+  happening();
+}
+
+void VirtualMachine::Settle() {
+  while (platform::EventGate::Get().DeliverOne()) {
+  }
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void VirtualMachine::Pass(microseconds time) {
+  const auto end = now_ + time;
+  Settle();
+  while (!happenings_.empty() && happenings_.begin()->first <= end) {
+    RunNext();
+    Settle();
+  }
+  now_ = std::max(now_, end);
+}
+
+std::uint32_t VirtualMachine::GetTickCount() {
+  return static_cast<std::uint32_t>(std::chrono::duration_cast<milliseconds>(now_).count());
+}
+
+platform::LocalTime VirtualMachine::Now() {
+  std::tm start{};
+  start.tm_year = clock.year - 1900;
+  start.tm_mon = clock.month - 1;
+  start.tm_mday = clock.day;
+  start.tm_hour = clock.hour;
+  start.tm_min = clock.minute;
+  start.tm_sec = clock.second;
+  const std::time_t now = timegm(&start) + std::chrono::duration_cast<std::chrono::seconds>(now_).count();
+  std::tm local{};
+  gmtime_r(&now, &local);
+  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, now};
+}
+
+void VirtualMachine::Idle(microseconds atMost) {
+  const auto end = now_ + atMost;
+  if (!happenings_.empty() && happenings_.begin()->first <= end) return RunNext();
+  now_ = end;
+}
+
+platform::PortInfo VirtualMachine::DescribePort(int comm) {
+  return {"/dev/virtual" + std::to_string(comm), peers_.contains(comm) ? "virtual adapter" : "no such device"};
+}
+
+std::unique_ptr<platform::SerialLine> VirtualMachine::OpenSerial(int comm, const std::string& settings,
+                                                                 std::function<void(Bytes)> received) {
+  EXPECT_EQ(settings, "19200,n,8,1");
+  if (!peers_.contains(comm)) throw std::system_error(ENOENT, std::generic_category(), "no such device");
+  if (taken.contains(comm) || lines_.contains(comm)) throw std::system_error(EBUSY, std::generic_category(), "in use");
+  return std::make_unique<Line>(*this, comm, std::move(received));
+}
+
+std::unique_ptr<platform::Alarm> VirtualMachine::MakeAlarm(std::function<void()> tick) {
+  return std::make_unique<VirtualAlarm>(*this, std::move(tick));
+}
+
+void VirtualMachine::OpenBox() {
+  if (const auto happening = std::exchange(whileBoxIsOpen, {})) happening();
+}
+
+Answer VirtualMachine::Ask(const std::string& text, platform::Buttons buttons) {
+  boxes.push_back(text);
+  OpenBox();
+  if (buttons == platform::Buttons::Ok) return Answer::Ok;
+  if (answers_.empty() && buttons == platform::Buttons::RetryCancel) return Answer::Retry;
+  if (answers_.empty()) {
+    ADD_FAILURE() << "no answer prepared to: " << text;
+    return Answer::No;
+  }
+  const Answer answer = answers_.front();
+  answers_.pop_front();
+  return answer;
+}
+
+std::optional<std::string> VirtualMachine::AskFile(const platform::FileQuestion& question) {
+  fileQuestions.push_back(question);
+  OpenBox();
+  if (files_.empty()) {
+    ADD_FAILURE() << "no file prepared";
+    return std::nullopt;
+  }
+  auto file = files_.front();
+  files_.pop_front();
+  return file;
+}
+
+}  // namespace bexlow::test

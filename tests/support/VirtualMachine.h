@@ -1,0 +1,106 @@
+// A machine on which time is a number: an hour of silence passes in a moment, and every byte bears its time.
+#pragma once
+
+#include <chrono>
+#include <deque>
+#include <functional>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "platform/Machine.h"
+
+namespace bexlow::test {
+
+using platform::Answer;
+using platform::Bytes;
+using std::chrono::microseconds;
+using std::chrono::milliseconds;
+
+/// 10 bits a byte at 19200 baud.
+inline constexpr microseconds ByteTime{521};
+
+class VirtualMachine;
+
+/// What is plugged into a port. Bytes reach it as they are written.
+class Peer {
+ public:
+  virtual ~Peer() = default;
+  virtual void Receive(std::uint8_t byte) = 0;
+  /// Sends bytes back, the first of them after a delay and its own time on the line.
+  void Send(const Bytes& bytes, microseconds delay = microseconds{0});
+
+  VirtualMachine* machine = nullptr;
+  int comm = 0;
+};
+
+/// One byte that the program wrote, and when.
+struct WireByte {
+  microseconds at;
+  int comm;
+  std::uint8_t byte;
+};
+
+class VirtualMachine : public platform::Machine {
+ public:
+  VirtualMachine();
+  ~VirtualMachine() override;
+
+  // What a test sets up.
+  void Plug(Peer& peer, int comm);
+  void Unplug(int comm);                ///< the device vanishes, also while it is open
+  std::set<int> taken;                  ///< Comm numbers that another program holds
+  platform::LocalTime clock{2004, 2, 3, 14, 5, 9, 0};  ///< the local time at virtual time 0
+  void WillAnswer(Answer answer) { answers_.push_back(answer); }
+  void WillChooseFile(const std::string& path) { files_.push_back(path); }
+  void WillCancelFile() { files_.push_back(std::nullopt); }
+  std::function<void()> whileBoxIsOpen;  ///< runs while the next box or file dialog is open, once
+
+  // What a test looks at.
+  std::deque<std::string> boxes;  ///< texts of the boxes shown and not yet read
+  std::vector<platform::FileQuestion> fileQuestions;
+  std::vector<WireByte> wire;
+  bool ended = false;  ///< the program asked to end
+  microseconds Time() const { return now_; }
+  bool IsOpen(int comm) const { return lines_.contains(comm); }
+  bool AnyPortOpen() const { return !lines_.empty(); }
+  /// The written bytes since a mark as "ms byte|ms byte", milliseconds from the first, printable bytes as letters.
+  std::string Transcript(std::size_t from = 0) const;
+
+  void Pass(microseconds time);  ///< lets time pass and events be delivered
+  void Settle();                 ///< delivers what waits, without any time passing
+  void At(microseconds due, std::function<void()> happening);
+  void Deliver(int comm, const Bytes& bytes);
+
+  std::uint32_t GetTickCount() override;
+  std::int64_t QueryPerformanceCounter() override { return now_.count(); }
+  std::int64_t QueryPerformanceFrequency() override { return 1'000'000; }
+  platform::LocalTime Now() override;
+  void Idle(microseconds atMost) override;
+  void Repaint() override {}
+  platform::PortInfo DescribePort(int comm) override;
+  std::unique_ptr<platform::SerialLine> OpenSerial(int comm, const std::string& settings,
+                                                   std::function<void(Bytes)> received) override;
+  std::unique_ptr<platform::Alarm> MakeAlarm(std::function<void()> tick) override;
+  Answer Ask(const std::string& text, platform::Buttons buttons) override;
+  std::optional<std::string> AskFile(const platform::FileQuestion& question) override;
+  std::filesystem::path ProgramFolder() override { return folder_; }
+  void EndProgram() override { ended = true; }
+
+ private:
+  class Line;
+  class VirtualAlarm;
+  void RunNext();
+  void OpenBox();
+
+  microseconds now_{0};
+  std::multimap<microseconds, std::function<void()>> happenings_;
+  std::map<int, Peer*> peers_;
+  std::map<int, Line*> lines_;
+  std::deque<Answer> answers_;
+  std::deque<std::optional<std::string>> files_;
+  std::filesystem::path folder_;
+};
+
+}  // namespace bexlow::test
