@@ -1,0 +1,192 @@
+// The program itself on a real pseudo-terminal: started, opened as a serial device, signalled, ended.
+#include <chrono>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <functional>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <poll.h>
+#include <signal.h>
+#include <sys/ioctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+#include "Bytes.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+
+// Looks until it is so, five seconds at most; says whether it came to be.
+bool Within(const std::function<bool()>& so) {
+  const auto end = std::chrono::steady_clock::now() + 5s;
+  while (!so()) {
+    if (std::chrono::steady_clock::now() > end) return false;
+    ::usleep(500);
+  }
+  return true;
+}
+
+std::string Contents(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+class EndToEnd : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string pattern = (fs::temp_directory_path() / "bexlow-logger-XXXXXX").string();
+    ASSERT_TRUE(::mkdtemp(pattern.data()));
+    folder_ = pattern;
+    link_ = folder_ / "COM1";
+  }
+
+  void TearDown() override {
+    if (program_ > 0) End();
+    fs::remove_all(folder_);
+  }
+
+  void Start(std::vector<std::string> options) {
+    options.insert(options.begin(), {BEXLOW_LOGGER, "--link", link_, "--log", folder_ / "log",
+                                     "--dump-eeprom", folder_ / "cells", "--dump-pages", folder_ / "pages"});
+    int out[2];
+    ASSERT_EQ(::pipe(out), 0);
+    program_ = ::fork();
+    if (program_ == 0) {
+      ::dup2(out[1], 1);
+      std::vector<char*> arguments;
+      for (auto& option : options) arguments.push_back(option.data());
+      arguments.push_back(nullptr);
+      ::execv(BEXLOW_LOGGER, arguments.data());
+      ::_exit(127);
+    }
+    ::close(out[1]);
+    char line[256]{};
+    EXPECT_GT(::read(out[0], line, sizeof line - 1), 0);
+    ::close(out[0]);
+    EXPECT_EQ("ready " + fs::read_symlink(link_).string() + "\n", line);
+  }
+
+  int End(int signal = SIGTERM) {
+    ::kill(program_, signal);
+    int status = -1;
+    ::waitpid(std::exchange(program_, 0), &status, 0);
+    return status;
+  }
+
+  int Open() const { return ::open(link_.c_str(), O_RDWR | O_NOCTTY); }
+
+  static void Write(int device, const std::string& hex) {
+    const auto bytes = FromHex(hex);
+    ASSERT_EQ(::write(device, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
+  }
+
+  // As many bytes as are wanted, or those that came until the line was quiet for so long.
+  static std::string Read(int device, std::size_t count, int quietMs = 3000) {
+    std::vector<std::uint8_t> bytes;
+    pollfd source{device, POLLIN, 0};
+    while (bytes.size() < count && ::poll(&source, 1, quietMs) == 1) {
+      std::uint8_t byte = 0;
+      if (::read(device, &byte, 1) != 1) return ToHex(bytes) + " gone";
+      bytes.push_back(byte);
+    }
+    return ToHex(bytes);
+  }
+
+  bool Logged(const std::string& text) const {
+    return Within([&] { return Contents(folder_ / "log").find(text) != std::string::npos; });
+  }
+
+  fs::path folder_, link_;
+  pid_t program_ = 0;
+};
+
+TEST_F(EndToEnd, AnswersOnARawLineAndLeavesNoLink) {
+  for (const int signal : {SIGTERM, SIGINT}) {
+    Start({"--pages", "2"});
+    const int device = Open();
+    Write(device, "66");
+    EXPECT_EQ(Read(device, 1), "66");
+    Write(device, "64 00 01");
+    const std::string pages = Contents(folder_ / "pages");
+    ASSERT_EQ(pages.size(), 2048U * 264);
+    const std::string first = pages.substr(264, 264);
+    EXPECT_EQ(Read(device, 264), ToHex({reinterpret_cast<const std::uint8_t*>(first.data()), 264}));
+    EXPECT_EQ(End(signal), 0);
+    EXPECT_FALSE(fs::is_symlink(fs::symlink_status(link_)));
+    ::close(device);
+  }
+}
+
+// A write that is followed by the closing at once still counts; a reply that nobody read is lost with the
+// closing, and so is the holder's exclusive flag.
+TEST_F(EndToEnd, OutlivesTheClosingOfTheLine) {
+  Start({"--pace", "off"});
+  const int first = Open();
+  ASSERT_EQ(::ioctl(first, TIOCEXCL), 0);
+  Write(first, "66");
+  ASSERT_TRUE(Logged("> 1 bytes"));
+  Write(first, "70 1E 07");
+  ::close(first);
+  ASSERT_TRUE(Logged("closed"));
+  const int second = Open();
+  ASSERT_GE(second, 0);
+  Write(second, "72 1E");
+  EXPECT_EQ(Read(second, 1), "07");
+  EXPECT_TRUE(Within([&] { return Contents(folder_ / "cells")[30] == 7; }));
+  ::close(second);
+}
+
+TEST_F(EndToEnd, LogsALaunchedRunWhenThePortIsClosedBehindTheErase) {
+  Start({"--pace", "off", "--erase-seconds", "0.05", "--pages", "40", "--run-pages", "2"});
+  const std::string before = Contents(folder_ / "pages");
+  const int device = Open();
+  Write(device, "65 58");
+  ASSERT_TRUE(Logged("> 61"));
+  ::close(device);
+  EXPECT_TRUE(Within([&] {
+    const std::string now = Contents(folder_ / "pages");
+    return now[264] != '\xFF' && now[3 * 264] == '\xFF' && now.substr(264, 264) != before.substr(264, 264);
+  }));
+}
+
+TEST_F(EndToEnd, HearsNothingWhileUnplugged) {
+  Start({"--pace", "off"});
+  const int device = Open();
+  ::kill(program_, SIGUSR1);
+  ASSERT_TRUE(Logged("unplugged"));
+  Write(device, "66");
+  EXPECT_EQ(Read(device, 1, 50), "");
+  ::kill(program_, SIGUSR2);
+  ASSERT_TRUE(Logged("plugged in"));
+  Write(device, "6C");
+  EXPECT_EQ(Read(device, 2), "0C E4");
+  ::close(device);
+}
+
+TEST_F(EndToEnd, VanishesAndComesBack) {
+  Start({"--fault", "vanish:200/l@1"});
+  const int device = Open();
+  Write(device, "6C");
+  const std::string heard = Read(device, 2);
+  EXPECT_TRUE(heard == "0C gone" || heard == " gone") << heard;
+  EXPECT_FALSE(fs::is_symlink(fs::symlink_status(link_)));
+  ::close(device);
+  EXPECT_TRUE(Within([&] { return fs::exists(link_); }));
+  const int again = Open();
+  Write(again, "6C");
+  EXPECT_EQ(Read(again, 2), "0C E4");
+  ::close(again);
+}
+
+TEST_F(EndToEnd, RefusesToReplaceAFile) {
+  std::ofstream(link_) << "precious";
+  const std::string command = std::string(BEXLOW_LOGGER) + " --link " + link_.string() + " 2>/dev/null";
+  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  EXPECT_EQ(Contents(link_), "precious");
+}
+
+}  // namespace

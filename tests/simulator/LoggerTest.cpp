@@ -1,0 +1,196 @@
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <numeric>
+#include <string>
+
+#include "Bytes.h"
+#include "Logger.h"
+#include "Outbox.h"
+
+namespace bexlow::simulator {
+namespace {
+
+using namespace std::chrono_literals;
+
+LoggerSetup SmallSetup() {
+  LoggerSetup setup;
+  setup.stored.pages = 3;
+  setup.motion = Motion::Still;
+  return setup;
+}
+
+// A logger with somebody at the line, 12 ms between two bytes.
+class LoggerTest : public testing::Test {
+ protected:
+  std::string Say(const std::string& request) { return Say(logger, request); }
+
+  std::string Say(Logger& to, const std::string& request) {
+    std::string heard;
+    for (const auto byte : FromHex(request)) {
+      const auto reply = to.Take(byte, now += 12ms);
+      if (reply) heard += (heard.empty() ? "" : " | ") + ToHex(reply->bytes);
+    }
+    return heard;
+  }
+
+  bool Blank(std::size_t page) const { return std::ranges::all_of(logger.Memory().Page(page), IsErased); }
+  static bool IsErased(std::uint8_t byte) { return byte == 0xFF; }
+
+  Time now = 1h;
+  Logger logger{SmallSetup(), now};
+};
+
+TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
+  struct Row {
+    const char* what;
+    const char* request;
+    const char* reply;
+  };
+  for (const auto& [what, request, reply] : std::vector<Row>{
+           {"ping", "66", "66"},
+           {"serial number 417, high byte first", "72 64 72 65", "01 | A1"},
+           {"mode and channels", "72 2A 72 2B", "01 | 03"},
+           {"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
+           {"cell without meaning", "72 C8", "FF"},
+           {"version 3.3", "6C", "0C E4"},
+           {"7.5 Hz", "6D", "00 4B"},
+           {"15 Hz after a write, which itself is not answered", "70 66 0F 6D", "00 96"},
+           {"accelerometers at X 12, Y -3 degrees", "61", "01 8D 01 81 02 78"},
+           {"angles less the tares", "41", "06 C1 FE 4B"},
+           {"angles with the tare off", "70 22 00 41", "08 88 FB BC"},
+           {"angles with their own words as tares", "70 0E 08 70 0F 88 70 10 FB 70 11 BC 41", "00 00 00 00"},
+           {"page beyond the memory", "64 08 00", ""},
+           {"unknown letters are passed over", "7A 00 FF 66", "66"},
+           {"a letter as an operand", "72 66", "4B"},
+           {"launch", "58", ""}}) {
+    SCOPED_TRACE(what);
+    Logger fresh(SmallSetup(), now);
+    EXPECT_EQ(Say(fresh, request), reply);
+  }
+}
+
+TEST_F(LoggerTest, SendsThePageThatWasAskedFor) {
+  struct Row {
+    const char* request;
+    std::size_t page;
+  };
+  for (const auto& [request, page] :
+       std::vector<Row>{{"64 00 00", 0}, {"64 00 02", 2}, {"64 01 2C", 300}, {"64 07 FF", 2047}}) {
+    SCOPED_TRACE(request);
+    EXPECT_EQ(Say(request), ToHex(logger.Memory().Page(page)));
+  }
+  EXPECT_NE(Say("64 00 01"), Say("64 00 02"));
+  EXPECT_FALSE(Blank(3));
+  EXPECT_TRUE(Blank(4));
+}
+
+TEST_F(LoggerTest, DropsARequestThatWasBrokenOff) {
+  logger.Take('r', now);
+  EXPECT_EQ(ToHex(logger.Take(0x66, now + 200ms)->bytes), "4B");
+  logger.Take('r', now += 1s);
+  EXPECT_EQ(ToHex(logger.Take(0x66, now + 201ms)->bytes), "66");
+}
+
+TEST_F(LoggerTest, KeepsAnglesWithinTheirWords) {
+  Eeprom cells = FactoryEeprom(true, 3);
+  std::copy_n(FromHex("15 55 80 01").begin(), 4, cells.begin() + 14);  // X tare 30, Y tare -90 degrees
+  EXPECT_EQ(AngleWords({-170, 80}, cells), (std::array<std::uint16_t, 2>{29128, 32767}));
+  cells[TareEnableCell] = 0;
+  EXPECT_EQ(AngleWords({180, -90}, cells), (std::array<std::uint16_t, 2>{32767, 32769}));
+}
+
+TEST_F(LoggerTest, ErasesPageByPageAndReportsTheEndOnce) {
+  LoggerSetup full = SmallSetup();
+  full.stored.pages = 2047;
+  logger = Logger(full, now);
+  const auto stream = logger.Take('e', now);
+  ASSERT_TRUE(stream && stream->stream);
+  logger.Advance(now + 4s);
+  EXPECT_TRUE(Blank(1023));
+  EXPECT_FALSE(Blank(1024));
+  EXPECT_FALSE(logger.TakeMemoryChange());
+  EXPECT_EQ(logger.NextEvent(), now + 8s);
+  logger.Advance(now + 8s);
+  EXPECT_TRUE(std::ranges::all_of(logger.Memory().All(), IsErased));
+  EXPECT_TRUE(logger.TakeMemoryChange());
+  EXPECT_FALSE(logger.TakeMemoryChange());
+  EXPECT_EQ(logger.NextEvent(), std::nullopt);
+}
+
+// Both readers of the stream must come to their end: one waits for 2050 bytes, the other looks each 250 ms,
+// passes over two bytes a look, stops at a look of fewer than 4 and wants to have seen page 2047 by then.
+TEST_F(LoggerTest, StreamsEnoughForBothReaders) {
+  for (const int seconds : {0, 4, 8, 61, 300}) {
+    SCOPED_TRACE(seconds);
+    LoggerSetup setup = SmallSetup();
+    setup.eraseTime = std::chrono::seconds(seconds);
+    Logger erasing(setup, now);
+    Outbox line(ByteTime);
+    line.Send(*erasing.Take('e', now), now);
+    double counted = 0;
+    std::size_t sum = 0;
+    for (Time look = now + 1250ms;; look += 250ms) {
+      line.Advance(look);
+      const std::size_t count = line.Ready().size();
+      line.Written(count);
+      sum += count;
+      if (count < 4) break;
+      counted += static_cast<double>(count) - 2;
+      ASSERT_LE(count, static_cast<std::size_t>(look == now + 1250ms ? 2400 : 481)) << "faster than the line";
+    }
+    EXPECT_GE(std::nearbyint(counted / 3), 2047);
+    EXPECT_GE(sum, 2050U);
+    EXPECT_EQ(line.NextDue(), std::nullopt) << "the stream broke off";
+  }
+}
+
+// Each way of going away behind the erase, and what must not count as going away.
+TEST_F(LoggerTest, LogsALaunchedRunWhileUnplugged) {
+  struct Row {
+    const char* what;
+    bool launch, closeEarly, closeLate;
+    Time quiet;  // before the next byte
+    bool logged;
+  };
+  for (const auto& [what, launch, closeEarly, closeLate, quiet, logged] :
+       std::vector<Row>{{"closed behind the erase", true, false, true, 1ms, true},
+                        {"closed within the erase", true, true, false, 1ms, true},
+                        {"closing unseen, quiet line", true, false, false, 500ms, true},
+                        {"still busy on the open line", true, false, false, 499ms, false},
+                        {"erased only", false, false, true, 1s, false}}) {
+    SCOPED_TRACE(what);
+    logger = Logger(SmallSetup(), now);
+    const Time start = now;
+    logger.Take('e', now);
+    if (launch) logger.Take('X', now + 1s);
+    if (closeEarly) logger.SetLineOpen(false, now + 2s);
+    logger.Advance(start + 7999ms);
+    EXPECT_TRUE(Blank(1));
+    logger.Advance(now = start + 8s);
+    if (closeLate) logger.SetLineOpen(false, now);
+    logger.Take('f', now += quiet);
+    EXPECT_EQ(!Blank(1), logged);
+    EXPECT_EQ(!Blank(12), logged);
+    EXPECT_TRUE(Blank(13));
+  }
+}
+
+TEST_F(LoggerTest, LogsInTheModeOfTheCellsAndAnotherRunEachTime) {
+  std::vector<std::string> first;
+  for (const char* const mode : {"70 2A 01 70 2B 03", "70 2A 01 70 2B 03", "70 2A 00"}) {
+    Say(mode);
+    Say("65 58");
+    logger.SetLineOpen(false, now += 1min);
+    logger.SetLineOpen(true, now);
+    first.push_back(Say("64 00 01"));
+  }
+  EXPECT_NE(first[0], first[1]);
+  const auto page = logger.Memory().Page(1);
+  int sum = 0;
+  for (std::size_t k = 0; k < 132; ++k) sum += page[2 * k] * 256 + page[2 * k + 1];
+  EXPECT_EQ(sum, 900) << "every sample of the period in one bin";
+}
+
+}  // namespace
+}  // namespace bexlow::simulator
