@@ -15,8 +15,7 @@ bool Outbox::Send(Reply reply, Time arrived) {
   auto& lane = reply.stream ? streams_ : replies_;
   if (reply.stream) lane.clear();
   const Time spacing = std::max(reply.spacing, byteTime_);
-  Time start = arrived + reply.delay;
-  if (!lane.empty()) start = std::max(start, lane.back().End());
+  const Time start = arrived + reply.delay;
   if (!reply.stream) waiting_ += reply.bytes.size();
   lane.push_back({std::move(reply), 0, start, spacing});
   return true;

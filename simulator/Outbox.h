@@ -36,10 +36,9 @@ class Outbox {
   struct Chunk {
     Reply reply;
     std::size_t sent;
-    Time start;
+    Time start;  // what was asked for; a line still busy makes it later
     Time spacing;
     Time Due() const { return start + spacing * static_cast<Time::rep>(sent + 1); }
-    Time End() const { return start + spacing * static_cast<Time::rep>(reply.bytes.size()); }
   };
   static Time DueAt(const std::deque<Chunk>& lane);
   std::deque<Chunk>& NextLane();

@@ -13,6 +13,7 @@ constexpr double FarthestPixel = 1e5;    // beyond it the painter's numbers over
 constexpr double FinestColumn = 0.125;   // pixels, on paper
 constexpr double BarWidth = 2;
 constexpr double HeadRadius = 2.5;
+constexpr double DotDistance = 10;   // pixels between samples from which on each is a dot on the line
 
 }  // namespace
 
@@ -56,10 +57,13 @@ void CWGraphCurve::draw(QCPPainter* painter) {
 void CWGraphCurve::DrawLine(QCPPainter& painter, const Scale& x, const Scale& y, Indices points) const {
   painter.setAntialiasing(true);
   painter.setPen(mPen);
+  painter.setBrush(mPen.color());
+  const bool withDots = series_.StepX() * x.perUnit >= DotDistance;
   QPolygonF line;
   const auto flush = [&] {
-    if (line.size() == 1) painter.drawEllipse(line.front(), 1, 1);   // a sample between two gaps
     if (line.size() > 1) painter.drawPolyline(line);
+    if (!withDots && line.size() > 1) return line.clear();
+    for (const auto& point : line) painter.drawEllipse(point, HeadRadius - 1, HeadRadius - 1);   // also one between gaps
     line.clear();
   };
   for (auto i = points.first; i < points.end; ++i) {

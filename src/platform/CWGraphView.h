@@ -26,7 +26,7 @@ class CWGraphAxis {
   CWGraphRange View() const { return view_; }
   void Show(CWGraphRange wanted);
   void ShowExactly(CWGraphRange range);
-  void ShowWhole() { Show(Whole()); }
+  void ShowWhole() { ShowExactly(Whole()); }
 
   /// @param factor  below 1 zooms in
   /// @param anchor  the place that stays where it is

@@ -24,7 +24,7 @@ constexpr double PointerLength = 0.84;
 constexpr double HubRadius = 0.08;
 constexpr double ValueHeight = 0.2;
 constexpr double ValueBelowCentre = 0.32;   // the middle of the window that shows the value
-constexpr double WindowWidth = 0.74;
+constexpr double WindowWidth = 0.84;
 constexpr double WindowHeight = 0.26;
 
 constexpr int ScaleMarkDegrees = 30;   // of the arc, about, from one long mark to the next

@@ -36,7 +36,8 @@ void CWNumEdit::Value(double value) {
   value_ = value;
   FitBaseRange();
   setValue(value);
-  lineEdit()->setText(textFromValue(QDoubleSpinBox::value()));   // also over what the user has half typed
+  shown_ = QDoubleSpinBox::value();
+  lineEdit()->setText(textFromValue(shown_));   // also over what the user has half typed
   assigning_ = false;
 }
 
@@ -63,7 +64,8 @@ void CWNumEdit::FitBaseRange() {
 }
 
 void CWNumEdit::OnBaseChange(double shown) {
-  if (assigning_) return;
+  if (assigning_ || shown == shown_) return;   // Enter tells of values that have not changed
+  shown_ = shown;
   if (IsInside(shown)) {
     value_ = shown;
   } else {

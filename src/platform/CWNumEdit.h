@@ -50,6 +50,7 @@ class CWNumEdit : public QDoubleSpinBox {
   void OnBaseChange(double shown);
 
   double value_ = 0;
+  double shown_ = 0;   // the same, rounded to the decimals on show
   double lower_ = 0;
   double upper_ = 100;
   bool assigning_ = false;

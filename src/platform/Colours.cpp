@@ -27,7 +27,7 @@ QColor Readable(const QColor& wanted, const QColor& paper, double contrast = Rea
 }  // namespace
 
 double Contrast(const QColor& a, const QColor& b) {
-  const auto [dark, bright] = std::minmax(Luminance(a), Luminance(b));
+  const auto [dark, bright] = std::minmax({Luminance(a), Luminance(b)});
   return (bright + 0.05) / (dark + 0.05);
 }
 

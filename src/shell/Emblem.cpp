@@ -16,18 +16,18 @@ void Draw(QPainter& painter) {
   painter.setPen(Qt::NoPen);
   painter.setBrush(Ground);
   painter.drawRoundedRect(QRectF(0, 0, 100, 100), 22, 22);
-  painter.setPen(QPen(Upright, 3, Qt::DashLine, Qt::RoundCap));
-  painter.drawLine(QPointF(50, 84), QPointF(50, 14));
   painter.setBrush(Qt::NoBrush);
+  painter.setPen(QPen(Upright, 3, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(QPointF(40, 86), QPointF(40, 14));
   painter.setPen(QPen(Signal, 4, Qt::SolidLine, Qt::RoundCap));
-  painter.drawArc(QRectF(-4, 30, 108, 108), 90 * 16, -24 * 16);
-  painter.translate(50, 84);
-  painter.rotate(24);
+  painter.drawArc(QRectF(-20, 22, 120, 120), 86 * 16, -20 * 16);
+  painter.translate(40, 86);
+  painter.rotate(30);
   painter.setPen(Qt::NoPen);
   painter.setBrush(Body);
-  painter.drawRoundedRect(QRectF(-13, -58, 26, 54), 8, 8);
+  painter.drawRoundedRect(QRectF(-12, -54, 24, 50), 8, 8);
   painter.setBrush(Signal);
-  painter.drawEllipse(QPointF(0, -45), 5.5, 5.5);
+  painter.drawEllipse(QPointF(0, -42), 5, 5);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QTabBar>
 
 #include "live/Conversions.h"
 #include "live/NumberText.h"
@@ -25,7 +26,7 @@ MDIForm1::MDIForm1() : area_(new QMdiArea(this)) {
   resize(1120, 760);
   area_->setViewMode(QMdiArea::TabbedView);
   area_->setDocumentMode(true);
-  area_->setTabsMovable(true);
+  if (auto* tabs = area_->findChild<QTabBar*>()) tabs->setExpanding(false);
   setCentralWidget(area_);
   connect(area_, &QMdiArea::subWindowActivated, this, &MDIForm1::OnActivated);
 }
@@ -71,8 +72,8 @@ void MDIForm1::ShowChild(Form* child) {
     window = area_->addSubWindow(child);
     window->setWindowTitle(child->windowTitle());
     connect(child, &Form::Left, this, [this, child] { OnLeft(child); });
-    window->show();
     child->show();
+    window->showMaximized();
   }
   area_->setActiveSubWindow(window);
   OnActivated(window);

@@ -163,32 +163,12 @@ TEST(Map, AWholeReadBreaksOut) {
   cells[15] = 0xC7;
   OnBoardParameters parameters;
   BreakOut(cells, parameters);
-  const auto degrees = [](int count, double fullScale) { return count / 32767.0 * fullScale; };
-  const std::array<double, 24> fields = {515,
-                                         1029,
-                                         1543,
-                                         2057,
-                                         2571,
-                                         3085,
-                                         degrees(-3641, 180),
-                                         degrees(4113, 90),
-                                         degrees(4627, 180),
-                                         degrees(5141, 180),
-                                         degrees(5655, 90),
-                                         degrees(6169, 90),
-                                         30,
-                                         31,
-                                         32,
-                                         33,
-                                         34,
-                                         35,
-                                         36,
-                                         9510,
-                                         10024,
-                                         10538,
-                                         11052,
-                                         47};
-  EXPECT_EQ(std::bit_cast<std::array<double, 24>>(parameters), fields) << "in the order of the record";
+  using Fields = std::array<double, 24>;  // in the order of the record, the angles as counts first
+  Fields fields = {515, 1029, 1543, 2057, 2571, 3085, -3641, 4113, 4627,  5141,  5655,  6169,
+                   30,  31,   32,   33,   34,   35,   36,    9510, 10024, 10538, 11052, 47};
+  const double fullScales[] = {180, 90, 180, 180, 90, 90};
+  for (std::size_t i = 0; i < 6; ++i) fields[6 + i] = fields[6 + i] / 32767 * fullScales[i];
+  EXPECT_EQ(std::bit_cast<Fields>(parameters), fields);
   const std::vector<std::vector<std::string>> expected = {{"txtSerialNumber", "100/101", "11566"},
                                                           {"txtMonth", "109", "54"},
                                                           {"txtDay", "103", "48"},

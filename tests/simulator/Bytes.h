@@ -19,7 +19,8 @@ inline std::string ToHex(std::span<const std::uint8_t> bytes) {
   for (const unsigned byte : bytes) {
     char word[4];
     std::snprintf(word, sizeof word, "%02X", byte);
-    text += (text.empty() ? "" : " ") + std::string(word);
+    if (!text.empty()) text += ' ';
+    text += word;
   }
   return text;
 }

@@ -29,7 +29,7 @@ class LoggerTest : public testing::Test {
     std::string heard;
     for (const auto byte : FromHex(request)) {
       const auto reply = to.Take(byte, now += 12ms);
-      if (reply) heard += (heard.empty() ? "" : " | ") + ToHex(reply->bytes);
+      if (reply) heard.append(heard.empty() ? "" : " | ").append(ToHex(reply->bytes));
     }
     return heard;
   }
@@ -173,6 +173,19 @@ TEST_F(LoggerTest, LogsALaunchedRunWhileUnplugged) {
     EXPECT_EQ(!Blank(1), logged);
     EXPECT_EQ(!Blank(12), logged);
     EXPECT_TRUE(Blank(13));
+  }
+}
+
+TEST_F(LoggerTest, ForgetsALaunchOnceItIsLoggedOrErasedAgain) {
+  for (const char* const requests : {"65 58", "65 58 65"}) {
+    SCOPED_TRACE(requests);
+    Say(requests);
+    logger.SetLineOpen(false, now += 1min);
+    logger.SetLineOpen(true, now);
+    EXPECT_EQ(Blank(1), requests != std::string("65 58"));
+    EXPECT_TRUE(logger.TakeMemoryChange());
+    logger.SetLineOpen(false, now += 1min);
+    EXPECT_FALSE(logger.TakeMemoryChange()) << "logged twice";
   }
 }
 

@@ -1,0 +1,311 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QFile>
+#include <QPrinter>
+#include <QTemporaryDir>
+#include <qcustomplot.h>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+#include <random>
+#include <system_error>
+#include <vector>
+
+#include "platform/CWGraph.h"
+#include "platform/Colours.h"
+
+namespace bexlow::platform {
+namespace {
+
+constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double Inf = std::numeric_limits<double>::infinity();
+constexpr std::size_t FullRun = 270204;   // samples of one axis of a full logger: 2047 pages of 132
+
+class Graph : public testing::Test {
+ protected:
+  Graph() {
+    graph.resize(900, 300);
+    graph.show();
+    QApplication::processEvents();
+  }
+
+  QCustomPlot& Plot() { return *graph.findChild<QCustomPlot*>(); }
+  QPoint PixelOf(double x, double y) {
+    graph.DrawNow();
+    return {static_cast<int>(std::floor(Plot().xAxis->coordToPixel(x))), qRound(Plot().yAxis->coordToPixel(y))};
+  }
+  static bool HasColourNear(const QImage& image, QPoint place, int reach, const QColor& colour) {
+    for (int x = place.x() - reach; x <= place.x() + reach; ++x) {
+      for (int y = place.y() - reach; y <= place.y() + reach; ++y) {
+        if (image.valid(x, y) && image.pixelColor(x, y) == colour) return true;
+      }
+    }
+    return false;
+  }
+
+  // A thin line is blended with the paper; what is darker than halfway between them stands out.
+  bool StandsOut(const QImage& image, QPoint place) const {
+    const int halfway = (series.lightness() + ColoursOf(QApplication::palette()).paper.lightness()) / 2;
+    for (int x = place.x() - 1; x <= place.x() + 1; ++x) {
+      if (image.valid(x, place.y()) && image.pixelColor(x, place.y()).lightness() < halfway) return true;
+    }
+    return false;
+  }
+
+  CWGraph graph;
+  const QColor series = ColoursOf(QApplication::palette()).series;
+};
+
+TEST_F(Graph, EverySpikeIsSeenInEveryView) {
+  std::mt19937 random(7);
+  std::vector<std::int16_t> values(FullRun, 0);
+  std::vector<std::size_t> spikes{0, FullRun - 1};
+  while (spikes.size() < 40) spikes.push_back(random() % FullRun);
+  for (const auto place : spikes) values[place] = place % 2 == 0 ? 170 : -170;
+  graph.SetXAxis(true, 0, 1);
+  graph.SetYAxis(false, -180, 180);
+  graph.PlotY(values);
+  for (int view = 0; view < 60; ++view) {
+    const double spike = static_cast<double>(spikes[static_cast<std::size_t>(view) % spikes.size()]);
+    const double size = 400 + std::pow(10.0, 3 + view % 3) * static_cast<double>(random() % 100) / 50;
+    const double lower = spike - size * static_cast<double>(random() % 1000) / 1000;
+    graph.SetXView({lower, lower + size});
+    SCOPED_TRACE(testing::Message() << "sample " << spike << " in " << lower << " and " << size);
+    ASSERT_TRUE(graph.XView().lower <= spike && spike <= graph.XView().upper);
+    const double value = values[static_cast<std::size_t>(spike)];
+    const auto tip = PixelOf(spike, value - value / 20);
+    const auto half = PixelOf(spike, value / 2);
+    const auto picture = graph.Picture();
+    EXPECT_TRUE(StandsOut(picture, half));
+    EXPECT_TRUE(StandsOut(picture, tip));
+  }
+}
+
+TEST_F(Graph, TakesAnyNumbers) {
+  struct Hostile {
+    const char* what;
+    std::vector<double> values;
+    double firstX, stepX;
+  };
+  for (const auto& [what, values, firstX, stepX] : std::vector<Hostile>{{"empty", {}, 0, 1},
+                                                                       {"one", {5}, 0, 1},
+                                                                       {"all nan", {Nan, Nan}, 0, 1},
+                                                                       {"gap", {1, Nan, 2, Inf, 3}, 0, 1},
+                                                                       {"huge", {1e308, -1e308, 0}, 0, 1},
+                                                                       {"tiny", {5e-324, 0}, 0, 1},
+                                                                       {"far", {1, 2}, 1e300, 1},
+                                                                       {"no step", {1, 2}, 0, 0},
+                                                                       {"nan step", {1, 2}, Nan, Nan}}) {
+    SCOPED_TRACE(what);
+    for (const auto style : {PlotStyle::Bin, PlotStyle::Linear}) {
+      graph.SetPlotStyle(style);
+      graph.SetXAxis(true, Nan, Inf);
+      graph.SetYAxis(true, 3, 3);
+      graph.PlotY(values, firstX, stepX);
+      graph.DrawNow();
+      EXPECT_GT(graph.XView().Size(), 0);
+      EXPECT_TRUE(std::isfinite(graph.YView().Size()));
+      EXPECT_FALSE(graph.Description().isEmpty());
+    }
+  }
+}
+
+TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
+  struct Axis {
+    const char* what;
+    bool autoScale;
+    double minimum, maximum;
+    std::vector<double> values;
+    CWGraphRange x, y;
+  };
+  for (const auto& [what, autoScale, minimum, maximum, values, x, y] :
+       std::vector<Axis>{{"fixed", false, 0, 10, {-5, 50}, {0, 10}, {0, 10}},
+                         {"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
+                         {"no data", true, 0, 10, {}, {0, 10}, {0, 10}},
+                         {"reversed", false, 10, 0, {1, 2}, {0, 10}, {0, 10}},
+                         {"without length", false, 0, 0, {}, {-0.5, 0.5}, {-0.5, 0.5}},
+                         {"one point", true, 0, 10, {4}, {-90.5, -89.5}, {3.5, 4.5}}}) {
+    SCOPED_TRACE(what);
+    graph.SetXAxis(autoScale, minimum, maximum);
+    graph.SetYAxis(autoScale, minimum, maximum);
+    graph.PlotY(values, -90, 1);
+    EXPECT_EQ(graph.XView(), x);
+    EXPECT_EQ(graph.YView(), y);
+  }
+  graph.SetPlotStyle(PlotStyle::Bin);
+  graph.PlotY(std::vector<double>{7, 9}, -90, 1);
+  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 9}));   // counts stand on 0
+}
+
+TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
+  graph.SetPlotStyle(PlotStyle::Bin);
+  graph.SetXAxis(false, -180, 180);
+  graph.SetYAxis(true, 0, 1);
+  std::vector<double> counts(361, 0);
+  counts[180 + 90] = 40;
+  graph.PlotY(counts, -180, 1);
+  const auto bar = PixelOf(90, 20);
+  const auto foot = PixelOf(90, 3);
+  const auto empty = PixelOf(-90, 0);
+  const auto picture = graph.Picture();
+  EXPECT_TRUE(HasColourNear(picture, bar, 1, series));
+  EXPECT_TRUE(HasColourNear(picture, foot, 1, series));
+  EXPECT_FALSE(HasColourNear(picture, empty, 4, series));
+}
+
+TEST_F(Graph, NewDataKeepsAFixedViewAndFitsAnAutomaticOne) {
+  graph.SetPlotStyle(PlotStyle::Bin);
+  graph.SetXAxis(false, -180, 180);
+  graph.SetYAxis(true, 0, 1);
+  graph.PlotY(std::vector<double>(361, 5), -180, 1);
+  graph.SetXView({10, 60});
+  graph.PlotY(std::vector<double>(361, 80), -180, 1);   // the next pair of pages
+  EXPECT_EQ(graph.XView(), (CWGraphRange{10, 60}));
+  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80}));
+}
+
+TEST_F(Graph, LinkedGraphsMoveTogether) {
+  CWGraph other;
+  for (auto* each : {&graph, &other}) {
+    each->SetXAxis(true, 0, 10);
+    each->PlotY(std::vector<double>(1000, 1));
+  }
+  graph.LinkXAxis(other);
+  graph.SetXView({100, 200});
+  EXPECT_EQ(other.XView(), (CWGraphRange{100, 200}));
+  other.SetXView({300, 500});
+  EXPECT_EQ(graph.XView(), (CWGraphRange{300, 500}));
+  other.SetXLinkActive(false);
+  graph.ShowAll();
+  EXPECT_EQ(other.XView(), (CWGraphRange{300, 500}));
+  {
+    CWGraph brief;
+    graph.LinkXAxis(brief);
+  }
+  graph.SetXView({1, 50});   // the linked one is gone
+  EXPECT_EQ(graph.XView(), (CWGraphRange{1, 50}));
+}
+
+TEST_F(Graph, AsManyCursorsAsSamples) {
+  graph.SetXAxis(false, 0, FullRun - 1);
+  graph.SetYAxis(false, -180, 180);
+  graph.EnableCursors();
+  graph.EnableCursors();
+  ASSERT_EQ(graph.CursorCount(), 1);
+  while (graph.CursorCount() < static_cast<int>(FullRun)) graph.AddCursor();
+  for (int n = 1; n <= graph.CursorCount(); ++n) {
+    graph.SetCursorLook(n);
+    graph.SetCursorPosition(n, n - 1, 0);
+  }
+  EXPECT_EQ(graph.CursorX(1), 0);
+  EXPECT_EQ(graph.CursorX(FullRun), FullRun - 1);
+  const auto last = PixelOf(FullRun - 1, 90);
+  const auto paper = ColoursOf(QApplication::palette()).paper;
+  const auto picture = graph.Picture();
+  for (int x = PixelOf(0, 0).x() + 1; x < last.x(); ++x) ASSERT_NE(picture.pixelColor(x, last.y()), paper) << x;
+  for (const int n : {0, -1, static_cast<int>(FullRun) + 1}) {
+    EXPECT_THROW(graph.SetCursorPosition(n, 0, 0), std::system_error);
+    EXPECT_THROW(graph.SetCursorLook(n), std::system_error);
+  }
+  graph.RemoveAllCursors();
+  EXPECT_EQ(graph.CursorCount(), 0);
+}
+
+TEST_F(Graph, ACursorIsARedLineWithAMark) {
+  graph.SetXAxis(false, 0, 100);
+  graph.SetYAxis(false, -180, 180);
+  graph.EnableCursors();
+  graph.AddCursor();
+  graph.SetCursorPosition(1, 25, 90);
+  graph.SetCursorPosition(2, Nan, Inf);
+  const auto red = ColoursOf(QApplication::palette()).mark;
+  const auto picture = graph.Picture();
+  int reds = 0;
+  for (int x = 0; x < picture.width(); ++x) reds += picture.pixelColor(x, PixelOf(0, -90).y()) == red;
+  EXPECT_EQ(reds, 1);
+  EXPECT_TRUE(HasColourNear(picture, PixelOf(25, -90), 1, red));
+  const auto mark = PixelOf(25, 90);
+  EXPECT_EQ(picture.pixelColor(mark + QPoint(3, 0)), red);
+}
+
+TEST_F(Graph, FollowsThePalette) {
+  QPalette dark = QApplication::palette();
+  dark.setColor(QPalette::Base, QColor(20, 20, 20));
+  dark.setColor(QPalette::Text, QColor(70, 70, 70));
+  graph.setPalette(dark);
+  graph.PlotY(std::vector<double>{1, 2});
+  EXPECT_EQ(graph.Picture().pixelColor(1, 1), QColor(20, 20, 20));
+  EXPECT_GE(Contrast(Plot().xAxis->tickLabelColor(), QColor(20, 20, 20)), 4.5);
+  EXPECT_GE(Contrast(Plot().xAxis->labelColor(), QColor(20, 20, 20)), 4.5);
+  EXPECT_GE(Contrast(ColoursOf(dark).series, QColor(20, 20, 20)), 3);
+}
+
+TEST_F(Graph, SavesPicturesByTheirNames) {
+  const QTemporaryDir folder;
+  graph.PlotY(std::vector<double>{1, 2, 1});
+  struct Saved {
+    const char* name;
+    const char* start;   // nullptr: refused
+  };
+  for (const auto& [name, start] : std::vector<Saved>{{"a.png", "\x89PNG"},
+                                                      {"a.pdf", "%PDF-"},
+                                                      {"a.SVG", "<?xml"},
+                                                      {"a.bmp", nullptr},
+                                                      {"nothing", nullptr},
+                                                      {"missing/a.png", nullptr}}) {
+    SCOPED_TRACE(name);
+    QString reason;
+    EXPECT_EQ(graph.SavePicture(folder.filePath(name), &reason), start != nullptr);
+    EXPECT_EQ(reason.contains(name), start == nullptr);
+    QFile file(folder.filePath(name));
+    ASSERT_EQ(file.open(QIODevice::ReadOnly), start != nullptr);
+    EXPECT_TRUE(!start || file.readAll().startsWith(start));
+  }
+  EXPECT_EQ(graph.Picture().pixelColor(1, 1), ColoursOf(QApplication::palette()).paper);
+}
+
+TEST_F(Graph, PrintsOnOnePage) {
+  const QTemporaryDir folder;
+  QPrinter printer(QPrinter::HighResolution);
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(folder.filePath("page.pdf"));
+  graph.PlotY(std::vector<double>{1, 2, 1});
+  EXPECT_TRUE(graph.Print(printer));
+  QFile file(folder.filePath("page.pdf"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  const auto page = file.readAll();
+  EXPECT_TRUE(page.startsWith("%PDF-"));
+  EXPECT_EQ(page.count("/Type /Page\n"), 1);
+}
+
+TEST_F(Graph, TellsInWordsWhatItShows) {
+  graph.SetXAxis(true, 0, 10);
+  graph.SetYAxis(false, -180, 180);
+  graph.setAccessibleName("X");
+  auto* heard = QAccessible::queryAccessibleInterface(&graph);
+  ASSERT_TRUE(heard);
+  const auto words = [&] { return heard->text(QAccessible::Description).toStdString(); };
+  EXPECT_EQ(heard->role(), QAccessible::Chart);
+  EXPECT_EQ(heard->text(QAccessible::Name), "X");
+  EXPECT_EQ(words(), "No data; Sample from 0 to 10; Angle (degrees) from -180 to 180");
+  graph.PlotY(std::vector<std::int16_t>{3, -12, 140});
+  graph.SetAxisTitles("Sample", "X angle (degrees)");
+  graph.EnableCursors();
+  graph.SetCursorPosition(1, 2, 0);
+  EXPECT_EQ(words(),
+            "3 points; Sample from 0 to 2; X angle (degrees) from -180 to 180; least value -12, greatest value 140; "
+            "1 cursor at 2");
+  for (int n = 2; n <= 12; ++n) {
+    graph.AddCursor();
+    graph.SetCursorPosition(n, 100 * n, 0);
+  }
+  EXPECT_TRUE(words().ends_with("12 cursors at 2, 200, 300, 400, 500, 600, 700, 800, 900, 1000 and more"));
+  ASSERT_EQ(heard->childCount(), 1);
+  EXPECT_EQ(heard->child(0)->text(QAccessible::Name), graph.ReadOutText());
+}
+
+}  // namespace
+}  // namespace bexlow::platform

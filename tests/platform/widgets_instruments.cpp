@@ -1,0 +1,262 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <bit>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+#include "platform/CWKnob.h"
+#include "platform/CWSlide.h"
+#include "platform/Colours.h"
+
+namespace bexlow::platform {
+namespace {
+
+constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double Inf = std::numeric_limits<double>::infinity();
+
+QImage Shown(QWidget& widget) { return widget.grab().toImage(); }
+
+QColor SeriesColour() { return ColoursOf(QApplication::palette()).series; }
+
+class PaintCounter : public QObject {
+ public:
+  int paints = 0;
+  bool eventFilter(QObject*, QEvent* event) override {
+    paints += event->type() == QEvent::Paint;
+    return false;
+  }
+};
+
+TEST(Knob, PointsWhereTheValueStands) {
+  struct Pointed {
+    const char* what;
+    double value;
+    double clockwiseFromTop;   // degrees, on the dial of X
+    double onDialY;
+  };
+  CWKnob x;
+  CWKnob y;
+  y.SetScale(-89.9, 89.9, 0, 180);
+  for (const auto& [what, value, onX, onY] : std::vector<Pointed>{{"middle", 0, 0, 0},
+                                                                 {"right", 45, 45, 45},
+                                                                 {"left", -60, -60, -60},
+                                                                 {"just beyond Y", 90, 90, 90},
+                                                                 {"just beyond X", 180, 180, 90},
+                                                                 {"far below", -1e300, -180, -90},
+                                                                 {"nan", Nan, 0, 0},
+                                                                 {"inf", Inf, 180, 90},
+                                                                 {"-inf", -Inf, -180, -90}}) {
+    SCOPED_TRACE(what);
+    for (auto [knob, degrees] : {std::pair(&x, onX), std::pair(&y, onY)}) {
+      knob->resize(400, 400);
+      knob->Value(value);
+      EXPECT_EQ(std::bit_cast<std::uint64_t>(knob->Value()), std::bit_cast<std::uint64_t>(value));
+      const double angle = degrees * std::numbers::pi / 180;
+      const QPoint onNeedle(qRound(200 + 118 * std::sin(angle)), qRound(200 - 118 * std::cos(angle)));
+      EXPECT_EQ(Shown(*knob).pixelColor(onNeedle), SeriesColour());
+    }
+  }
+}
+
+TEST(Slide, FillsUpToTheValue) {
+  struct Filled {
+    double value;
+    double share;
+  };
+  for (const auto orientation : {Qt::Vertical, Qt::Horizontal}) {
+    CWSlide slide;
+    slide.SetOrientation(orientation);
+    slide.resize(300, 300);
+    const auto fill = [&](double value) {
+      slide.Value(value);
+      const auto image = Shown(slide);
+      int inColour = 0;
+      for (int i = 0; i < image.width() * image.height(); ++i) {
+        inColour += image.pixelColor(i % image.width(), i / image.width()) == SeriesColour();
+      }
+      return inColour;
+    };
+    const int none = fill(0);
+    const int all = fill(1024);
+    ASSERT_GT(all, none + 500);
+    for (const auto& [value, share] : std::vector<Filled>{
+             {512, 0.5}, {256, 0.25}, {-7, 0}, {5000, 1}, {1e300, 1}, {Nan, 0}, {Inf, 1}, {-Inf, 0}}) {
+      SCOPED_TRACE(value);
+      EXPECT_NEAR(static_cast<double>(fill(value) - none) / (all - none), share, 0.03);
+      EXPECT_EQ(std::bit_cast<std::uint64_t>(slide.Value()), std::bit_cast<std::uint64_t>(value));
+    }
+  }
+}
+
+TEST(Instruments, AreNotRedrawnForWhatCannotBeSeen) {
+  CWKnob knob;
+  knob.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&knob));
+  QApplication::processEvents();
+  PaintCounter counter;
+  knob.installEventFilter(&counter);
+  for (int i = 0; i < 40; ++i) {
+    knob.Value(0.001 * i);
+    QApplication::processEvents();
+  }
+  EXPECT_EQ(counter.paints, 0);
+  knob.Value(3);
+  QApplication::processEvents();
+  EXPECT_EQ(counter.paints, 1);
+}
+
+TEST(Instruments, FollowThePalette) {
+  CWKnob knob;
+  knob.resize(200, 200);
+  Shown(knob);
+  QPalette dark = QApplication::palette();
+  dark.setColor(QPalette::Base, QColor(20, 20, 20));
+  dark.setColor(QPalette::Text, QColor(60, 60, 60));   // hardly readable: the widget must do better
+  knob.setPalette(dark);
+  EXPECT_EQ(Shown(knob).pixelColor(100, 190), QColor(20, 20, 20));
+  EXPECT_GE(Contrast(ColoursOf(dark).text, QColor(20, 20, 20)), 4.5);
+  EXPECT_GE(Contrast(ColoursOf(PaperPalette()).text, Qt::white), 4.5);
+}
+
+class UserSlide : public testing::Test {
+ protected:
+  UserSlide() {
+    slide.SetReadOnly(false);
+    slide.PointerValueChanged = [this](double value) { told.push_back(value); };
+    slide.resize(100, 300);
+    slide.show();
+    slide.activateWindow();
+    slide.setFocus();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&slide));
+  }
+
+  void Wheel(int eighths) {
+    QWheelEvent event({5, 5}, slide.mapToGlobal(QPointF(5, 5)), {}, {0, eighths}, Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&slide, &event);
+  }
+
+  CWSlide slide;
+  std::vector<double> told;
+};
+
+TEST_F(UserSlide, KeysMoveThePointerInsideTheScale) {
+  struct Pressed {
+    Qt::Key key;
+    double before, after;
+  };
+  for (const auto& [key, before, after] : std::vector<Pressed>{{Qt::Key_Up, 10, 11},
+                                                              {Qt::Key_Left, 10, 9},
+                                                              {Qt::Key_PageUp, 10, 74},
+                                                              {Qt::Key_PageDown, 10, 0},
+                                                              {Qt::Key_Home, 10, 0},
+                                                              {Qt::Key_End, 10, 1024},
+                                                              {Qt::Key_Down, 5000, 1023},
+                                                              {Qt::Key_Up, Nan, 1},
+                                                              {Qt::Key_Up, 10.4, 11}}) {
+    SCOPED_TRACE(key);
+    slide.Value(before);
+    told.clear();
+    QTest::keyClick(&slide, key);
+    EXPECT_EQ(slide.Value(), after);
+    EXPECT_EQ(told, std::vector<double>{after});
+  }
+  QTest::keyClick(&slide, Qt::Key_Home);
+  told.clear();
+  QTest::keyClick(&slide, Qt::Key_Down);
+  EXPECT_TRUE(told.empty());   // it stood at the end already
+}
+
+TEST_F(UserSlide, MouseDragsToWholeValues) {
+  QTest::mousePress(&slide, Qt::LeftButton, {}, QPoint(30, 150));
+  QTest::mouseMove(&slide, QPoint(30, 100));
+  const double higher = slide.Value();
+  QTest::mouseMove(&slide, QPoint(30, -500));
+  QTest::mouseRelease(&slide, Qt::LeftButton, {}, QPoint(30, -500));
+  ASSERT_EQ(told.size(), 3U);
+  EXPECT_LT(told[0], told[1]);
+  EXPECT_EQ(higher, std::round(higher));
+  EXPECT_EQ(slide.Value(), 1024);
+  QTest::mouseMove(&slide, QPoint(30, 150));
+  EXPECT_EQ(slide.Value(), 1024);   // the button is up
+}
+
+TEST_F(UserSlide, WheelNeedsTheFocusAndGathersPartsOfANotch) {
+  slide.Value(100);
+  Wheel(20);
+  EXPECT_EQ(slide.Value(), 100);
+  Wheel(20);
+  EXPECT_EQ(slide.Value(), 101);
+  slide.clearFocus();
+  Wheel(120);
+  EXPECT_EQ(slide.Value(), 101);
+}
+
+TEST_F(UserSlide, ReadOnlyIsNotMovedByTheUser) {
+  slide.Value(100);
+  slide.SetReadOnly(true);
+  QTest::keyClick(&slide, Qt::Key_Up);
+  QTest::mouseClick(&slide, Qt::LeftButton, {}, QPoint(30, 30));
+  Wheel(120);
+  EXPECT_EQ(slide.Value(), 100);
+  EXPECT_TRUE(told.empty());
+}
+
+TEST(Instruments, AreReadAloudAndSetByAssistiveTools) {
+  CWKnob knob;
+  CWSlide indicator;
+  CWSlide settable;
+  settable.SetReadOnly(false);
+  struct Heard {
+    Instrument* instrument;
+    QAccessible::Role role;
+    const char* value;
+    double afterSetting;
+  };
+  for (const auto& [instrument, role, value, afterSetting] :
+       std::vector<Heard>{{&knob, QAccessible::Dial, "12.6°", 12.6},
+                          {&indicator, QAccessible::Slider, "13", 12.6},
+                          {&settable, QAccessible::Slider, "13", 300}}) {
+    instrument->setAccessibleName("X Axis");
+    instrument->Value(12.6);
+    auto* heard = QAccessible::queryAccessibleInterface(instrument);
+    ASSERT_TRUE(heard && heard->valueInterface());
+    SCOPED_TRACE(value);
+    EXPECT_EQ(heard->role(), role);
+    EXPECT_EQ(heard->text(QAccessible::Name), "X Axis");
+    EXPECT_EQ(heard->text(QAccessible::Value), QString::fromUtf8(value));
+    EXPECT_EQ(heard->valueInterface()->currentValue().toDouble(), 12.6);
+    EXPECT_EQ(heard->valueInterface()->maximumValue().toDouble(), instrument->Maximum());
+    EXPECT_EQ(heard->state().readOnly, instrument != &settable);
+    heard->valueInterface()->setCurrentValue(300);
+    EXPECT_EQ(instrument->Value(), afterSetting);
+  }
+}
+
+TEST(Instruments, MarksAreRoundAndReachTheEnds) {
+  struct Scale {
+    double minimum, maximum;
+    int wanted;
+    double step;
+    std::size_t count;
+  };
+  for (const auto& [minimum, maximum, wanted, step, count] : std::vector<Scale>{{-179.99, 179.99, 12, 30, 13},
+                                                                               {-89.9, 89.9, 6, 30, 7},
+                                                                               {0, 1024, 5, 256, 5},
+                                                                               {0, 1024, 8, 128, 9},
+                                                                               {0, 7, 7, 1, 8}}) {
+    SCOPED_TRACE(maximum);
+    EXPECT_DOUBLE_EQ(MarkStep(maximum - minimum, wanted), step);
+    EXPECT_EQ(Marks(minimum, maximum, step).size(), count);
+  }
+}
+
+}  // namespace
+}  // namespace bexlow::platform
