@@ -94,7 +94,7 @@ void Pty::MakeLink() {
   }
   const std::string fresh = link_ + "." + std::to_string(::getpid());
   ::unlink(fresh.c_str());
-  if (::symlink(device_.c_str(), fresh.c_str()) != 0) Fail(fresh);
+  if (::symlink(device_.c_str(), fresh.c_str()) != 0) Fail(link_);
   if (::rename(fresh.c_str(), link_.c_str()) == 0) return;
   const int error = errno;
   ::unlink(fresh.c_str());

@@ -21,8 +21,9 @@ std::string Moments(Outbox& outbox, Time start) {
     outbox.Advance(*due - 1ns);
     EXPECT_TRUE(outbox.Ready().empty()) << "early";
     outbox.Advance(*due);
-    text +=
-        (text.empty() ? "" : "|") + std::to_string((*due - start) / ByteTime) + " " + ToHex(outbox.Ready());
+    if (!text.empty()) text += '|';
+    text += std::to_string((*due - start) / ByteTime);
+    text.append(" ").append(ToHex(outbox.Ready()));
     outbox.Written(outbox.Ready().size());
   }
   return text;
