@@ -158,9 +158,10 @@ void DownloadErase::MSComm1_OnComm() {
       *this, "MSComm1_OnComm",
       [this] {
         if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
+        const bool late = !lblWarning->isHidden();
         Shared.LastReplyTime = NowInSeconds();
         lblWarning->hide();
-        const Bytes reply = MSComm1.Input();
+        const Bytes reply = link::TakeReply(MSComm1, link::PageSize, late ? link::LateSilence : link::PromptSilence);
         txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
         if (reply.size() != link::PageSize) return RequestPage();
         TakePage(reply);

@@ -45,6 +45,19 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
   return reply;
 }
 
+Bytes TakeReply(platform::MSComm& comm, std::size_t expected, std::int64_t silence) {
+  constexpr int LongestWait = 50;  // a line that never falls silent is not a logger's
+  int waiting = comm.InBufferCount();
+  shell::WaitMicroseconds(silence);
+  for (int i = 0; i < LongestWait; ++i) {
+    const bool still = waiting == comm.InBufferCount();
+    waiting = comm.InBufferCount();
+    if (still && (waiting == static_cast<int>(expected) || i > 0)) break;
+    shell::WaitMicroseconds(LateSilence);
+  }
+  return comm.Input();
+}
+
 std::int16_t ValueToMSB(std::int32_t& value) {
   std::int16_t high = 0;
   GuardedIn("Communications", "ValueToMSB", [&] { high = live::ToInt16(value / 256); });

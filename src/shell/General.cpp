@@ -1,5 +1,7 @@
 #include "shell/General.h"
 
+#include <cmath>
+
 #include "live/Conversions.h"
 #include "platform/Folders.h"
 #include "platform/Machine.h"
@@ -19,16 +21,18 @@ double Guarded(const char* procedure, double angle, double divisor) {
 
 // Measured on the fine counter: on the millisecond counter alone a wait could be short by most of a millisecond, and
 // the logger needs the whole pause between two bytes.
-void WaitMilliseconds(int milliseconds) {
-  if (milliseconds <= 0) return;
+void WaitMilliseconds(int milliseconds) { WaitMicroseconds(std::int64_t{1000} * milliseconds); }
+
+void WaitMicroseconds(std::int64_t microseconds) {
+  if (microseconds <= 0) return;
   auto& machine = platform::Machine::Get();
   const double microsecondsACount = 1e6 / static_cast<double>(machine.QueryPerformanceFrequency());
   const auto start = machine.QueryPerformanceCounter();
   while (true) {
     const double passed = static_cast<double>(machine.QueryPerformanceCounter() - start) * microsecondsACount;
-    const double left = milliseconds * 1000.0 - passed;
+    const double left = static_cast<double>(microseconds) - passed;
     if (left <= 0) return;
-    machine.Idle(std::chrono::microseconds(static_cast<std::int64_t>(left) + 1));
+    machine.Idle(std::chrono::microseconds(static_cast<std::int64_t>(std::ceil(left))));
   }
 }
 

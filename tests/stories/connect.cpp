@@ -1,1 +1,150 @@
-#include <gtest/gtest.h>
+// The port search and what OK does with the port.
+#include "support/Story.h"
+
+#include "platform/CWNumEdit.h"
+#include "platform/Settings.h"
+
+namespace bexlow::test {
+
+using shell::Shared;
+
+namespace {
+
+const std::string CommunicationFailure =
+    "A communication failure has occurred!\r\n"
+    "On-board parameters were not retrieved from the Bexlow.\r\n"
+    "Check your hardware set-up and try again.";
+
+}  // namespace
+
+class ConnectStory : public Story {
+ protected:
+  double Port() const { return The<platform::CWNumEdit>("NumEditCommPort").Value(); }
+  std::string Stored() const { return platform::GetSetting("Startup", "CurrentCommPort", "(none)"); }
+};
+
+TEST_F(ConnectStory, AutoDetectTakesTheFirstPortThatAnswers) {
+  VirtualLogger mute[4];
+  for (int i = 0; i < 4; ++i) {
+    mute[i].silent = true;
+    machine.Plug(mute[i], i + 1);
+  }
+  machine.taken = {3};
+  machine.Plug(logger, 5);
+  VirtualLogger later;
+  machine.Plug(later, 6);
+  Start();
+  Choose("File", "Connect");
+  const auto before = machine.Time();
+  Press("Auto Detect");
+  Reads("Bexlow found on Comm 5!");
+  EXPECT_EQ(Port(), 5);
+  EXPECT_EQ(later.replies, 0) << "ports above the first are not tried";
+  EXPECT_EQ((machine.Time() - before) / milliseconds(500), 4) << "a taken port costs no wait, a silent one 500 ms";
+  EXPECT_EQ(Shared.CurrentCommPort, 1) << "the search selects nothing";
+  EXPECT_EQ(Stored(), "(none)");
+  Press("OK");
+  EXPECT_EQ(Shared.CurrentCommPort, 5);
+  EXPECT_EQ(Stored(), "5");
+}
+
+TEST_F(ConnectStory, AutoDetectAcceptsExactlyOneEcho) {
+  struct Row {
+    const char* what;
+    Bytes reply;
+    bool found;
+  };
+  machine.Plug(logger, 16);
+  Start();
+  Choose("File", "Connect");
+  for (const auto& [what, reply, found] : {Row{"echo", {'f'}, true}, Row{"two echoes", {'f', 'f'}, false},
+                                           Row{"another byte", {'F'}, false}, Row{"silence", {}, false}}) {
+    SCOPED_TRACE(what);
+    logger.spoil = [&](Bytes& bytes, microseconds&) { bytes = reply; };
+    Press("Auto Detect");
+    Reads(found ? "Bexlow found on Comm 16!" : "Bexlow not found on Comm 1-16!");
+    EXPECT_EQ(ScreenInFront(), "Connect");
+    EXPECT_FALSE(PointerIsBusy());
+    EXPECT_FALSE(machine.AnyPortOpen());
+  }
+}
+
+TEST_F(ConnectStory, OkRetrievesTheTareBlock) {
+  logger.eeprom[14] = 0x80;
+  logger.eeprom[15] = 0x00;
+  logger.eeprom[16] = 0x40;
+  logger.eeprom[17] = 0x00;
+  logger.eeprom[30] = 9;
+  machine.Plug(logger, 1);
+  Start();
+  Choose("File", "Connect");
+  Press("OK");
+  EXPECT_EQ(machine.Transcript(), "0 72|12 0E|262 72|274 0F|524 72|536 10|786 72|798 11|1048 72|1060 1E");
+  EXPECT_EQ(Shared.OnBoardParameters.XTare, -180.0);
+  EXPECT_EQ(Shared.OnBoardParameters.YTare, 45.0);
+  EXPECT_EQ(Shared.OnBoardParameters.UpdateTimeIncrement, 9);
+  EXPECT_EQ(ScreenInFront(), "Main");
+  EXPECT_TRUE(Offered("Tools", "Graph"));
+  EXPECT_FALSE(machine.AnyPortOpen());
+}
+
+TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
+  struct Row {
+    const char* what;
+    int strikes;  // which reply is spoilt
+    Bytes reply;
+    bool taken, plugged;
+  };
+  const std::vector<Row> rows{{"one reply missing", 3, {}, false, true},
+                              {"one doubled", 3, {1, 1}, false, true},
+                              {"a late sixth byte", 5, {3, 3}, false, true},
+                              {"another program has the port", 0, {}, true, true},
+                              {"no such port", 0, {}, false, false}};
+  Start();
+  for (const auto& [what, strikes, reply, taken, plugged] : rows) {
+    SCOPED_TRACE(what);
+    if (plugged) machine.Plug(logger, 4);
+    else machine.Unplug(4);
+    machine.taken = taken ? std::set<int>{4} : std::set<int>{};
+    logger.replies = 0;
+    logger.spoil = [&, n = strikes, r = reply](Bytes& bytes, microseconds&) {
+      if (logger.replies == n) bytes = r;
+    };
+    Shared.OnBoardParameters.XTare = 77;
+    Shared.CurrentCommPort = 4;
+    Choose("File", "Connect");
+    Press("OK");
+    Reads(CommunicationFailure);
+    EXPECT_EQ(Shared.OnBoardParameters.XTare, 77) << "nothing is salvaged";
+    EXPECT_EQ(Stored(), "4");
+    EXPECT_FALSE(Offered("Tools", "Graph"));
+    EXPECT_EQ(ScreenInFront(), "Main");
+    EXPECT_FALSE(machine.AnyPortOpen());
+  }
+}
+
+TEST_F(ConnectStory, PortZeroIsSavedAndLeavesTheMenus) {
+  StartConnected();
+  Choose("File", "Connect");
+  Type("NumEditCommPort", "0");
+  Press("OK");
+  Reads("No Comm port has been selected!");
+  EXPECT_EQ(Shared.CurrentCommPort, 0);
+  EXPECT_EQ(Stored(), "0");
+  EXPECT_TRUE(Offered("Tools", "Graph")) << "an earlier connect still counts";
+  EXPECT_TRUE(machine.wire.empty());
+}
+
+TEST_F(ConnectStory, ThePortBoxShowsTheDeviceBehindANumber) {
+  machine.Plug(logger, 2);
+  Start();
+  Choose("File", "Connect");
+  for (const auto& [port, text] : {std::pair{"2", "Device /dev/virtual2: virtual adapter"},
+                                   std::pair{"3", "Device /dev/virtual3: no such device"},
+                                   std::pair{"0", "0 stands for no port."}}) {
+    Type("NumEditCommPort", port);
+    EXPECT_EQ(Text("lblDevice"), text);
+  }
+}
+
+}  // namespace bexlow::test

@@ -1,1 +1,197 @@
-#include <gtest/gtest.h>
+// Start-up, the menu states, the chords, leaving screens, and the report of an error.
+#include "support/Story.h"
+
+#include <QApplication>
+#include <QLabel>
+#include <QMenuBar>
+
+#include <filesystem>
+#include <fstream>
+
+#include "platform/EventGate.h"
+#include "platform/Folders.h"
+#include "platform/RunningCopy.h"
+#include "platform/Settings.h"
+#include "platform/Timer.h"
+#include "shell/ErrorHandler.h"
+#include "shell/General.h"
+
+namespace bexlow::test {
+
+using shell::Shared;
+
+class Shell : public Story {
+ protected:
+  std::string Log() const { return FileText(platform::LogsFolder() / "error.log"); }
+};
+
+TEST_F(Shell, StartsWithTheStoredPortAndItsFolders) {
+  struct Row {
+    const char* stored;
+    int port;
+  };
+  for (const auto& [stored, port] : {Row{"", 0}, Row{"7", 7}, Row{"16 or so", 16}, Row{"none", 0}}) {
+    SCOPED_TRACE(stored);
+    platform::SaveSetting("Startup", "CurrentCommPort", stored);
+    Start();
+    EXPECT_EQ(Shared.CurrentCommPort, port);
+    outer.reset();
+  }
+  EXPECT_TRUE(platform::FolderExists(platform::DataFilesFolder()));
+  EXPECT_TRUE(platform::FolderExists(platform::LogsFolder()));
+}
+
+TEST_F(Shell, FirstStartSelectsPortOneWithClosedTools) {
+  Start();
+  EXPECT_EQ(Shared.CurrentCommPort, 1);
+  EXPECT_EQ(Shared.MaxDownloadPages, 2048);
+  EXPECT_EQ(Shared.ProgramVersionText, "3.2.3");
+  EXPECT_EQ(outer->windowTitle(), "Quornell Bexlow");
+  EXPECT_FALSE(Offered("Tools", "Graph"));
+  EXPECT_FALSE(Offered("Display", "Angles"));
+  EXPECT_TRUE(Offered("File", "Connect"));
+}
+
+TEST_F(Shell, RefusesASecondCopy) {
+  {
+    const platform::RunningCopy first;
+    Start();
+    Reads("The program is already running!");
+    EXPECT_EQ(Shared.MaxDownloadPages, 0) << "nothing may happen behind the refusal";
+    EXPECT_FALSE(platform::FolderExists(platform::DataFilesFolder()));
+  }
+  Start();
+  EXPECT_EQ(ScreenInFront(), "Main") << "the lock ends with its holder";
+}
+
+TEST_F(Shell, AFolderThatCannotBeMadeIsReportedAndTheStartGoesOn) {
+  WriteFile(platform::LogsFolder(), "a file in the way");
+  Start();
+  Reads("The SimpleErrorHandler sub routine has errored!");  // there is no folder for the log
+  EXPECT_EQ(ScreenInFront(), "Main");
+}
+
+TEST_F(Shell, ChordsActOnTheRemoteEntryAndTheDisplayMenu) {
+  Start();
+  struct Row {
+    const char* what;
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+    bool display, angles, remote;
+  };
+  const Qt::KeyboardModifiers ctrl = Qt::ControlModifier;
+  for (const auto& [what, key, modifiers, display, angles, remote] : {
+           Row{"the key alone", Qt::Key_F12, Qt::NoModifier, false, true, false},
+           Row{"a modifier too many", Qt::Key_F12, ctrl | Qt::ShiftModifier, false, true, false},
+           Row{"display on", Qt::Key_F12, ctrl, true, false, true},
+           Row{"service hides remote", Qt::Key_F11, ctrl, true, false, false},
+           Row{"service shows remote", Qt::Key_F11, ctrl, true, false, true},
+           Row{"display off", Qt::Key_F12, ctrl, false, true, false},
+           Row{"display on again", Qt::Key_F12, ctrl, true, false, true},
+       }) {
+    SCOPED_TRACE(what);
+    Key(key, modifiers);
+    EXPECT_EQ(outer->menuBar()->actions()[2]->isEnabled(), display);
+    EXPECT_EQ(Shown("Display", "Angles"), angles);
+    EXPECT_EQ(Shown("Display", "Remote Session"), remote);
+  }
+}
+
+TEST_F(Shell, HelpAboutAndExit) {
+  Start();
+  Choose("Help", "Help");
+  Reads("Please refer to the Software Help Manual located on the distribution media!");
+  Choose("Help", "About");
+  EXPECT_EQ(ScreenInFront(), "About");
+  EXPECT_EQ(Text("Label1"), "Bexlow Software");
+  EXPECT_EQ(Text("Label2"), "Version 3.2.3 Beta");
+  Press("OK");
+  EXPECT_EQ(ScreenInFront(), "Main");
+  Choose("File", "Exit");
+  EXPECT_TRUE(machine.ended);
+}
+
+TEST_F(Shell, PortScreensNeedAPortAndGraphsDoNot) {
+  StartConnected();
+  Shared.CurrentCommPort = 0;
+  Choose("Tools", "Download");
+  Reads("No comm port has been selected!");
+  Choose("Tools", "Launch");
+  Reads("No comm port has been selected!");
+  Choose("Tools", "Graph");
+  EXPECT_EQ(ScreenInFront(), "Graph");
+}
+
+TEST_F(Shell, TheMenuBarIsThatOfTheScreenInFront) {
+  StartConnected();
+  Choose("Tools", "Download");
+  EXPECT_EQ(outer->menuBar()->actions().size(), 1);
+  Choose("Data", "Return");
+  EXPECT_EQ(ScreenInFront(), "Main");
+  EXPECT_EQ(outer->menuBar()->actions().size(), 4);
+}
+
+TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
+  Start();
+  machine.clock.hour = 0;
+  shell::SimpleErrorHandler(5, "mnuSample_Click", "Angles", "It broke");
+  machine.clock.hour = 14;
+  shell::SimpleErrorHandler(0, "Big", "Graph", "Again");
+  const std::string report = "Date: 03/02/2004 12:05:09 am\r\nNumber: 5\r\nSource: mnuSample_Click\r\n"
+                             "Screen: Angles\r\nDescription: It broke\r\nApplication: BX323\r\nVersion: 3.2.3";
+  EXPECT_EQ(Log(), "----------\r\n" + report + "\r\n----------\r\n\r\n----------\r\nDate: 03/02/2004 02:05:09 pm\r\n"
+                   "Number: 0\r\nSource: Big\r\nScreen: Graph\r\nDescription: Again\r\nApplication: BX323\r\n"
+                   "Version: 3.2.3\r\n----------\r\n\r\n");
+  Reads("The error shown below has occurred!\r\n"
+        "The data being generated at this time may have been corrupted.\r\n"
+        "Please correct the error or contact Quornell for customer support.\r\n\r\n" + report + "\r\n\r\n"
+        "RETRY will allow application to continue.\r\nCANCEL will terminate application.\r\n");
+  ReadsError("Big");
+  EXPECT_FALSE(machine.ended);
+}
+
+TEST_F(Shell, CancelInTheErrorBoxEndsTheProgram) {
+  Start();
+  machine.WillAnswer(Answer::Cancel);
+  shell::SimpleErrorHandler(1, "Big", "Graph", "words");
+  ReadsError("Big");
+  Reads("Application will terminate; correct error cause and run application again!");
+  EXPECT_TRUE(machine.ended);
+}
+
+TEST_F(Shell, WithoutALogTheHandlerSaysSoAndReturns) {
+  Start();
+  std::filesystem::remove_all(platform::LogsFolder());
+  shell::SimpleErrorHandler(1, "Big", "Graph", "words");
+  Reads("The SimpleErrorHandler sub routine has errored!");
+}
+
+TEST_F(Shell, AGuardedFailureIsReportedOnceUnderTheScreenInFront) {
+  StartConnected();
+  Choose("Tools", "Graph");
+  const auto& graph = *platform::Form::Active();
+  outer->ShowChild(outer->Child("Main"));
+  bool behind = false;
+  shell::Guarded(graph, "Big", [&] {
+    throw std::system_error(ENOSPC, std::generic_category(), "run.qbx");
+    behind = true;
+  });
+  EXPECT_FALSE(behind);
+  const auto text = ReadsError("Big");
+  EXPECT_NE(text.find("Number: " + std::to_string(ENOSPC) + "\r\n"), std::string::npos);
+  EXPECT_NE(text.find("Screen: Main\r\n"), std::string::npos);
+  EXPECT_NE(text.find("Description: run.qbx: No space left on device\r\n"), std::string::npos);
+}
+
+TEST_F(Shell, WaitsLastAtLeastAsLongAsAsked) {
+  for (const int ms : {-5, 0, 1, 12, 250}) {
+    SCOPED_TRACE(ms);
+    machine.Pass(microseconds(377));  // off the tick of the millisecond counter
+    const auto before = machine.Time();
+    shell::WaitMilliseconds(ms);
+    EXPECT_GE(machine.Time() - before, milliseconds(std::max(ms, 0)));
+    EXPECT_LE(machine.Time() - before, milliseconds(std::max(ms, 0)) + microseconds(2));
+  }
+}
+
+}  // namespace bexlow::test

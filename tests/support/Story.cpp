@@ -71,6 +71,11 @@ bool Story::Offered(const QString& menu, const QString& entry) const {
   return qobject_cast<QMenu*>(action->associatedObjects().value(0))->isEnabled();
 }
 
+bool Story::Shown(const QString& menu, const QString& entry) const {
+  const auto* action = Find(menu, entry);
+  return action != nullptr && action->isVisible();
+}
+
 bool Story::Checked(const QString& menu, const QString& entry) const {
   const auto* action = Find(menu, entry);
   return action != nullptr && action->isChecked();

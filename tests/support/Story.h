@@ -37,6 +37,8 @@ class Story : public ::testing::Test {
   /// The next unread box must be the error box with this source; gives its whole text.
   std::string ReadsError(const std::string& source);
   bool Offered(const QString& menu, const QString& entry) const;
+  /// Visible in its menu, enabled or not.
+  bool Shown(const QString& menu, const QString& entry) const;
   bool Checked(const QString& menu, const QString& entry) const;
 
   /// A control of the screen in front by its name.

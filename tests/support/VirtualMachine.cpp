@@ -5,7 +5,6 @@
 #include <QCoreApplication>
 #include <QEvent>
 
-#include <cctype>
 #include <cstdio>
 #include <ctime>
 #include <memory>
@@ -68,13 +67,13 @@ class VirtualMachine::VirtualAlarm : public platform::Alarm {
 };
 
 void Peer::Send(const Bytes& bytes, microseconds delay) {
-  constexpr std::size_t Chunk = 8;  // as a driver hands them over
-  for (std::size_t begin = 0; begin < bytes.size(); begin += Chunk) {
-    const auto end = std::min(begin + Chunk, bytes.size());
+  const auto start = std::max(machine->Time() + delay + ByteTime, free_);
+  free_ = start + ByteTime * static_cast<int>(bytes.size());
+  for (std::size_t begin = 0; begin < bytes.size(); begin += chunk) {
+    const auto end = std::min(begin + chunk, bytes.size());
     const Bytes part(bytes.begin() + static_cast<std::ptrdiff_t>(begin),
                      bytes.begin() + static_cast<std::ptrdiff_t>(end));
-    const auto due = machine->Time() + delay + ByteTime * (1 + static_cast<int>(end));
-    machine->At(due, [this, part] { machine->Deliver(comm, part); });
+    machine->At(start + ByteTime * static_cast<int>(end), [this, part] { machine->Deliver(comm, part); });
   }
 }
 
@@ -99,8 +98,7 @@ std::string VirtualMachine::Transcript(std::size_t from) const {
   for (std::size_t i = from; i < wire.size(); ++i) {
     char item[32];
     const auto ms = std::chrono::duration_cast<milliseconds>(wire[i].at - wire[from].at).count();
-    std::snprintf(item, sizeof item, std::isalpha(wire[i].byte) != 0 ? "%lld %c" : "%lld %02X",
-                  static_cast<long long>(ms), wire[i].byte);
+    std::snprintf(item, sizeof item, "%lld %02X", static_cast<long long>(ms), wire[i].byte);
     text += (text.empty() ? "" : "|") + std::string(item);
   }
   return text;
@@ -187,7 +185,8 @@ Answer VirtualMachine::Ask(const std::string& text, platform::Buttons buttons) {
   boxes.push_back(text);
   OpenBox();
   if (buttons == platform::Buttons::Ok) return Answer::Ok;
-  if (answers_.empty() && buttons == platform::Buttons::RetryCancel) return Answer::Retry;
+  const bool error = buttons == platform::Buttons::RetryCancel;
+  if (error && (answers_.empty() || answers_.front() != Answer::Cancel)) return Answer::Retry;
   if (answers_.empty()) {
     ADD_FAILURE() << "no answer prepared to: " << text;
     return Answer::No;

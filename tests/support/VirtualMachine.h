@@ -28,11 +28,15 @@ class Peer {
  public:
   virtual ~Peer() = default;
   virtual void Receive(std::uint8_t byte) = 0;
-  /// Sends bytes back, the first of them after a delay and its own time on the line.
+  /// Sends bytes back behind all that is on its way, the first of them after a delay and its own time on the line.
   void Send(const Bytes& bytes, microseconds delay = microseconds{0});
 
   VirtualMachine* machine = nullptr;
   int comm = 0;
+  std::size_t chunk = 8;  ///< bytes that the driver hands over at a time
+
+ private:
+  microseconds free_{0};  ///< when the line has carried all that was sent
 };
 
 /// One byte that the program wrote, and when.
@@ -65,7 +69,7 @@ class VirtualMachine : public platform::Machine {
   microseconds Time() const { return now_; }
   bool IsOpen(int comm) const { return lines_.contains(comm); }
   bool AnyPortOpen() const { return !lines_.empty(); }
-  /// The written bytes since a mark as "ms byte|ms byte", milliseconds from the first, printable bytes as letters.
+  /// The written bytes since a mark as "ms byte|ms byte", milliseconds from the first, bytes in hexadecimal.
   std::string Transcript(std::size_t from = 0) const;
 
   void Pass(microseconds time);  ///< lets time pass and events be delivered

@@ -1,0 +1,454 @@
+// The four retrievals, the page loop with its watchdog, and what a download leaves behind.
+#include "support/Story.h"
+
+#include <QProgressBar>
+
+#include <filesystem>
+
+#include "platform/Folders.h"
+
+namespace bexlow::test {
+
+using shell::Shared;
+
+class DownloadStory : public Story {
+ protected:
+  void OpenScreen() {
+    StartConnected();
+    Choose("Tools", "Download");
+  }
+  /// Begins a download into a file of this name and lets the retrievals run.
+  void Begin(const std::string& name = "run.qbx") {
+    path = DataFile(name);
+    machine.WillChooseFile(path.string());
+    Choose("Data", "Download");
+  }
+  void Store(int pages) {
+    for (int page = 0; page <= pages; ++page) logger.pages[page] = RampPage(page);
+  }
+  bool Running() const { return Checked("Data", "Download"); }
+  void RunToTheEnd(milliseconds limit = milliseconds(600000)) {
+    const auto until = machine.Time() + limit;
+    while (Running() && machine.Time() < until) machine.Pass(milliseconds(100));
+    EXPECT_FALSE(Running());
+  }
+  void ReadsCompletion() {
+    Reads("Download completed!");
+    Reads("Would you like to graph this download immediately?");
+  }
+  std::vector<int> PagesInFile() const { return PagesOf(FileText(path)); }
+  static std::vector<int> PagesOf(const std::string& text) {
+    std::vector<int> pages;
+    int line = 0;
+    for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1)
+      if (++line > 12) pages.push_back(std::stoi(text.substr(at)));
+    return pages;
+  }
+  /// What stands behind a page's number in the file.
+  std::string Record(int page) const {
+    const std::string text = FileText(path);
+    const std::string head = "\n" + std::to_string(page) + ",";
+    const auto begin = text.find(head);
+    if (begin == std::string::npos) return "";
+    const auto from = begin + head.size();
+    return text.substr(from, text.find('\r', from) - from);
+  }
+  static std::vector<int> UpTo(int last) {
+    std::vector<int> pages;
+    for (int page = 1; page <= last; ++page) pages.push_back(page);
+    return pages;
+  }
+
+  std::filesystem::path path;
+};
+
+TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
+  OpenScreen();
+  Store(2);
+  machine.WillAnswer(Answer::No);
+  Begin();
+  EXPECT_EQ(Text("txtMode"), "Linear");
+  EXPECT_EQ(Text("txtChannels"), "3");
+  EXPECT_EQ(machine.fileQuestions.back().filter,
+            "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx");
+  EXPECT_EQ(machine.fileQuestions.back().filterIndex, 3);
+  EXPECT_TRUE(machine.fileQuestions.back().confirmReplacing);
+  EXPECT_TRUE(machine.fileQuestions.back().defaultSuffix.empty());
+  EXPECT_TRUE(PointerIsBusy());
+  RunToTheEnd();
+  ReadsCompletion();
+  const std::string text = FileText(path);
+  EXPECT_TRUE(text.starts_with("Quornell Bexlow Data File Version 3.2.3\r\nDownload Pages\r\nFirmware Version: 3.3\r\n"
+                               "Serial Number: 417\r\nLaunch Time: 03/09/2004 14:05:07\r\n"
+                               "Firmware Sampling Frequency: 7.5\r\nChannel Gains: X=323 Y=408 Z=322\r\n"
+                               "Channel Offsets: X=323 Y=324 Z=322\r\nTares: X=61895 Y=0\r\n"
+                               "Bin/Linear Mode = 1\r\nLinear Channel = 3\r\nPage,X Data-->,Y Data-->\r\n"
+                               "1,1.4,1.4,4.2,2.8,"))
+      << text.substr(0, 600);
+  EXPECT_EQ(PagesInFile(), UpTo(2));
+  const std::string csv = FileText(DataFile("run.csv"));
+  EXPECT_NE(csv.find("\r\nLinear Channel = 3\r\nX angle,Y angle\r\n1.4,1.4\r\n4.2,2.8\r\n"), std::string::npos);
+  EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 12 + 2 * 132);
+  EXPECT_FALSE(PointerIsBusy());
+  EXPECT_FALSE(machine.AnyPortOpen());
+  EXPECT_EQ(Text("fraPBar"), "Download Progress");
+  EXPECT_EQ(Shared.DataFileName, path.string());
+  EXPECT_TRUE(Offered("Data", "Erase"));
+}
+
+TEST_F(DownloadStory, TheRetrievalsKeepTheirPauses) {
+  OpenScreen();
+  machine.WillCancelFile();
+  const auto start = machine.Time();
+  Choose("Data", "Download");
+  Reads("Download operation cancelled!");
+  // mode 250 first, then 262 a cell; firmware 500 each; ten cells and sixteen cells at 112
+  EXPECT_EQ((machine.Time() - start) / milliseconds(1), 250 + 2 * 262 + 2 * 500 + 26 * 112);
+  const auto transcript = machine.Transcript();
+  EXPECT_TRUE(transcript.starts_with("0 72|12 2A|262 72|274 2B|524 6C|1024 6D|1524 72|1536 64|1636 72|1648 65|")) << transcript;
+  EXPECT_EQ(machine.wire.front().at - start, milliseconds(250));
+  EXPECT_FALSE(Running());
+  EXPECT_TRUE(Offered("Data", "Download"));
+}
+
+TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
+  struct Row {
+    const char* what;
+    int reply;  // which reply of the retrievals is spoilt
+    Bytes bytes;
+  };
+  const std::vector<Row> rows{{"MODE", 1, {}},          {"MODE", 2, {1, 1}},     {"FIRMWARE", 3, {1}},
+                              {"FIRMWARE", 4, {0, 75, 0}}, {"HEADER(1)", 5, {}},    {"HEADER(1)", 14, {1, 2}},
+                              {"HEADER(2)", 15, {}},    {"HEADER(2)", 30, {0, 0}}};
+  OpenScreen();
+  for (const auto& [what, struck, bytes] : rows) {
+    SCOPED_TRACE(what + std::to_string(struck));
+    logger.replies = 0;
+    logger.spoil = [&, n = struck, b = bytes](Bytes& reply, microseconds&) {
+      if (logger.replies == n) reply = b;
+    };
+    Choose("Data", "Download");
+    Reads(std::string("Download ") + what + " parameters were not retrieved! Download failed!");
+    EXPECT_TRUE(Offered("Data", "Download"));
+    EXPECT_FALSE(machine.AnyPortOpen());
+    EXPECT_EQ(Text("fraPBar"), "Download Progress");
+  }
+  EXPECT_TRUE(machine.fileQuestions.empty());
+}
+
+TEST_F(DownloadStory, APortThatDoesNotOpenIsReportedByItsOpening) {
+  OpenScreen();
+  machine.Unplug(1);
+  Choose("Data", "Download");
+  ReadsError("OpenCommPort");
+  Reads("Download MODE parameters were not retrieved! Download failed!");
+}
+
+TEST_F(DownloadStory, BlankPagesEndTheDataAndPageZeroNeverDoes) {
+  struct Row {
+    const char* what;
+    std::size_t blanks;  // bytes of 255 at the start of page 2
+    std::size_t records;
+  };
+  OpenScreen();
+  for (const auto& [what, blanks, records] : {Row{"six", 6, 1}, Row{"five", 5, 2}}) {
+    SCOPED_TRACE(what);
+    Store(2);
+    logger.pages[0] = Bytes(264, 0xFF);
+    logger.pages[2] = RampPage(7);
+    std::fill_n(logger.pages[2].begin(), blanks, 0xFF);
+    machine.WillAnswer(Answer::No);
+    Begin();
+    RunToTheEnd();
+    ReadsCompletion();
+    EXPECT_EQ(PagesInFile().size(), records);
+  }
+}
+
+TEST_F(DownloadStory, AnErasedLoggerGivesTwelveLines) {
+  OpenScreen();
+  machine.WillAnswer(Answer::No);
+  Begin();
+  RunToTheEnd();
+  ReadsCompletion();
+  EXPECT_EQ(PagesInFile(), UpTo(0));
+  const std::string text = FileText(path);
+  EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 12);
+  const std::string csv = FileText(DataFile("run.csv"));
+  EXPECT_TRUE(csv.ends_with("\r\nLinear Channel = 3\r\nX angle,Y angle\r\n"));
+}
+
+TEST_F(DownloadStory, AFullLoggerEndsBehindPage2047) {
+  OpenScreen();
+  Store(2047);
+  machine.WillAnswer(Answer::No);
+  Begin();
+  machine.wire.clear();
+  RunToTheEnd();
+  ReadsCompletion();
+  EXPECT_EQ(PagesInFile(), UpTo(2047));
+  EXPECT_EQ(machine.wire.size(), 2047 * 3U) << "each page is asked for once";
+  EXPECT_EQ(machine.wire[300 * 3 - 2].byte, 0x01);
+  EXPECT_EQ(machine.wire[300 * 3 - 1].byte, 0x2C) << "page 300";
+}
+
+TEST_F(DownloadStory, APageRequestKeepsItsPauses) {
+  OpenScreen();
+  Store(1);
+  machine.WillAnswer(Answer::No);
+  Begin();
+  machine.wire.clear();
+  machine.Pass(milliseconds(250));
+  EXPECT_TRUE(machine.Transcript().starts_with("0 64|12 00|24 01")) << machine.Transcript();
+  RunToTheEnd();
+  ReadsCompletion();
+}
+
+TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgain) {
+  struct Row {
+    const char* what;
+    std::function<void(Bytes&, microseconds&)> spoil;
+    bool warned;  // the warning stands until the first bytes of the repeat complete a threshold
+  };
+  const std::vector<Row> rows{
+      {"one byte short", [](Bytes& reply, microseconds&) { reply.pop_back(); }, false},
+      {"one byte long", [](Bytes& reply, microseconds&) { reply.push_back(1); }, false},
+      {"doubled", [](Bytes& reply, microseconds&) { reply.insert(reply.end(), 264, 9); }, false},
+      {"lost", [](Bytes& reply, microseconds&) { reply.clear(); }, true},
+      {"late by 0.9 s", [](Bytes&, microseconds& delay) { delay = milliseconds(900); }, false},
+      {"cut to nothing but one byte", [](Bytes& reply, microseconds&) { reply.resize(1); }, true},
+  };
+  OpenScreen();
+  logger.chunk = 1;
+  for (const auto& [what, spoil, warned] : rows) {
+    SCOPED_TRACE(what);
+    Store(5);
+    machine.WillAnswer(Answer::No);
+    Begin();
+    const int third = logger.replies + 2;
+    bool sawWarning = false;
+    logger.spoil = [&, &change = spoil](Bytes& reply, microseconds& delay) {
+      if (logger.replies == third) change(reply, delay);
+    };
+    for (int i = 0; i < 12000 && Running(); ++i) {
+      machine.Pass(milliseconds(5));
+      sawWarning = sawWarning || !The<QLabel>("lblWarning").isHidden();
+    }
+    ASSERT_FALSE(Running());
+    EXPECT_EQ(sawWarning, warned);
+    ReadsCompletion();
+    EXPECT_EQ(PagesInFile(), UpTo(5));
+    EXPECT_EQ(Record(2).substr(0, 12), "2.8,2.1,5.6,") << "page 2 begins with the bytes 2, 3, 4";
+    logger.spoil = {};
+  }
+}
+
+TEST_F(DownloadStory, ALateReplyBehindTheRepeatDoublesAPage) {
+  OpenScreen();
+  Store(4);
+  machine.WillAnswer(Answer::No);
+  Begin();
+  const int first = logger.replies + 1;  // the reply for page 1
+  Bytes held;
+  logger.spoil = [&](Bytes& reply, microseconds& delay) {
+    if (logger.replies == first) std::swap(held, reply);
+    if (logger.replies != first + 1) return;
+    logger.Send(held);
+    delay = milliseconds(200);  // behind the late reply, with a silence between
+  };
+  RunToTheEnd();
+  ReadsCompletion();
+  EXPECT_EQ(PagesInFile(), UpTo(5)) << "nothing on the wire tells a late page from the next";
+  EXPECT_EQ(Record(1), Record(2));
+  EXPECT_NE(Record(2), Record(3));
+}
+
+TEST_F(DownloadStory, ALateReplyRightBeforeTheRepeatsIsDroppedWithIt) {
+  OpenScreen();
+  Store(4);
+  machine.WillAnswer(Answer::No);
+  Begin();
+  const int first = logger.replies + 1;
+  Bytes held;
+  logger.spoil = [&](Bytes& reply, microseconds&) {
+    if (logger.replies == first) std::swap(held, reply);
+    if (logger.replies == first + 1) logger.Send(held);
+  };
+  RunToTheEnd();
+  ReadsCompletion();
+  EXPECT_EQ(PagesInFile(), UpTo(4));
+  EXPECT_NE(Record(1), Record(2));
+}
+
+TEST_F(DownloadStory, ASilentLoggerIsAskedOnceASecondForAnHour) {
+  OpenScreen();
+  Store(3);
+  Begin();
+  machine.Pass(milliseconds(250));
+  logger.silent = true;
+  machine.Pass(milliseconds(1000));
+  const auto before = logger.replies;
+  machine.Pass(std::chrono::hours(1));
+  EXPECT_NEAR(logger.replies - before, 3600, 60 * 3);  // each repeat also holds the thread for its pauses
+  EXPECT_FALSE(The<QLabel>("lblWarning").isHidden());
+  logger.silent = false;
+  machine.WillAnswer(Answer::No);
+  RunToTheEnd();
+  ReadsCompletion();
+  EXPECT_EQ(PagesInFile(), UpTo(3));
+}
+
+TEST_F(DownloadStory, CancelKeepsTheRecordsAndMakesNoCsv) {
+  OpenScreen();
+  Store(100);
+  Begin();
+  machine.Pass(milliseconds(1000));
+  Choose("Data", "Download");
+  EXPECT_FALSE(Running());
+  EXPECT_FALSE(machine.AnyPortOpen());
+  EXPECT_FALSE(PointerIsBusy());
+  EXPECT_EQ(PagesInFile(), UpTo(5));
+  EXPECT_FALSE(std::filesystem::exists(DataFile("run.csv")));
+  EXPECT_TRUE(Shared.DataFileName.empty());
+  const auto bytes = machine.wire.size();
+  machine.Pass(milliseconds(5000));
+  EXPECT_EQ(machine.wire.size(), bytes) << "the watchdog ended too";
+}
+
+TEST_F(DownloadStory, ReturnEndsARunningDownload) {
+  OpenScreen();
+  Store(100);
+  Begin();
+  machine.Pass(milliseconds(1000));
+  Choose("Data", "Return");
+  EXPECT_EQ(ScreenInFront(), "Main");
+  EXPECT_FALSE(machine.AnyPortOpen());
+  EXPECT_FALSE(PointerIsBusy());
+  EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+  EXPECT_EQ(PagesInFile(), UpTo(5));
+  Choose("Tools", "Download");
+  EXPECT_TRUE(Offered("Data", "Download"));
+}
+
+TEST_F(DownloadStory, AVanishedLineIsReportedAndCanBeCancelled) {
+  OpenScreen();
+  Store(100);
+  Begin();
+  machine.Pass(milliseconds(1000));
+  machine.Unplug(1);
+  machine.Pass(milliseconds(3500));
+  ReadsError("TimerSampling_Timer");
+  EXPECT_TRUE(machine.boxes.empty()) << "the failed watchdog stays off";
+  Choose("Data", "Download");
+  EXPECT_FALSE(Running());
+  EXPECT_EQ(PagesInFile(), UpTo(5));
+}
+
+TEST_F(DownloadStory, AFullDiskLosesARecordInWords) {
+  OpenScreen();
+  Store(2);
+  machine.WillAnswer(Answer::No);
+  machine.WillChooseFile("/dev/full");
+  Choose("Data", "Download");
+  machine.Pass(milliseconds(3000));
+  ASSERT_FALSE(machine.boxes.empty());
+  const auto text = ReadsError("WriteDownloadPagesToFile");
+  EXPECT_NE(text.find("No space left on device"), std::string::npos) << text;
+  EXPECT_NE(text.find("Screen: General"), std::string::npos) << text;
+  ReadsError("WriteDownloadPagesToFile");
+  ReadsError("MakeLinearCSV");
+  ReadsCompletion();
+}
+
+TEST_F(DownloadStory, AFolderThatIsGoneLosesRecordsInWords) {
+  OpenScreen();
+  Store(1);
+  machine.WillAnswer(Answer::No);
+  Begin("nowhere/run.qbx");
+  machine.Pass(milliseconds(3000));
+  const auto text = ReadsError("WriteDownloadPagesToFile");
+  EXPECT_NE(text.find("No such file or directory"), std::string::npos) << text;
+  ReadsError("MakeLinearCSV");
+  ReadsCompletion();
+}
+
+TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {
+  OpenScreen();
+  Store(1);
+  machine.WillAnswer(Answer::No);
+  Begin("run.csv");
+  RunToTheEnd();
+  ReadsError("MakeLinearCSV");
+  ReadsCompletion();
+  EXPECT_EQ(PagesInFile(), UpTo(1));
+}
+
+TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
+  struct Row {
+    int mode, channels;
+    const char *head, *modeText, *channelText;
+    std::ptrdiff_t commas;
+    bool csv;
+  };
+  OpenScreen();
+  for (const auto& [mode, channels, head, modeText, channelText, commas, csv] :
+       {Row{0, 3, "Page,Data-->", "Bin", "", 132, false}, Row{1, 1, "Page,X Data-->", "Linear", "1", 264, true},
+        Row{1, 2, "Page,Y Data-->", "Linear", "2", 264, true}, Row{1, 4, "", "Linear", "4", 1, true},
+        Row{2, 3, "", "", "", 1, false}}) {
+    SCOPED_TRACE(std::to_string(mode) + " " + std::to_string(channels));
+    Store(1);
+    logger.eeprom[42] = static_cast<std::uint8_t>(mode);
+    logger.eeprom[43] = static_cast<std::uint8_t>(channels);
+    std::filesystem::remove(DataFile("run.csv"));
+    machine.WillAnswer(Answer::No);
+    Begin();
+    EXPECT_EQ(Text("txtMode"), modeText);
+    EXPECT_EQ(Text("txtChannels"), channelText);
+    RunToTheEnd();
+    ReadsCompletion();
+    const std::string text = FileText(path);
+    const auto record = text.rfind("\n1,");
+    ASSERT_NE(record, std::string::npos);
+    EXPECT_TRUE(text.substr(0, record + 1).ends_with(std::string("\r\n") + head + "\r\n"));
+    EXPECT_EQ(std::count(text.begin() + static_cast<std::ptrdiff_t>(record), text.end(), ','), commas);
+    EXPECT_EQ(std::filesystem::exists(DataFile("run.csv")), csv);
+  }
+}
+
+TEST_F(DownloadStory, EventsWaitWhileABoxIsOpen) {
+  OpenScreen();
+  Store(100);
+  Begin();
+  machine.Pass(milliseconds(1000));
+  const auto page = Shared.DownloadPageNumber;
+  const double ticks = Shared.TimerAdvanceCount;
+  machine.whileBoxIsOpen = [&] {
+    machine.Pass(milliseconds(5300));
+    EXPECT_EQ(Shared.DownloadPageNumber, page) << "a reply was handled behind an open box";
+    EXPECT_EQ(Shared.TimerAdvanceCount, ticks);
+    Choose("Data", "Download");
+    EXPECT_TRUE(Running()) << "a click passed an open box";
+  };
+  platform::MsgBox("open for 5.3 seconds");
+  Reads("open for 5.3 seconds");
+  machine.Settle();
+  EXPECT_EQ(Shared.DownloadPageNumber, page + 1) << "the reply waited and came once";
+  EXPECT_EQ(Shared.TimerAdvanceCount, ticks + 1) << "five ticks make one";
+  Choose("Data", "Download");
+}
+
+TEST_F(DownloadStory, YesHandsTheFileToGraph) {
+  OpenScreen();
+  Store(2);
+  machine.WillAnswer(Answer::Yes);
+  Begin();
+  RunToTheEnd();
+  ReadsCompletion();
+  EXPECT_EQ(ScreenInFront(), "Graph");
+  EXPECT_EQ(Text("txtFileName"), path.string());
+  EXPECT_FALSE(Shared.GraphAfterDownload);
+  EXPECT_TRUE(Shared.DataFileName.empty());
+  EXPECT_EQ(machine.fileQuestions.size(), 1U) << "Graph asks for no file";
+}
+
+}  // namespace bexlow::test
