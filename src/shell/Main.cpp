@@ -11,6 +11,7 @@
 #include "link/Connect.h"
 #include "live/NumberText.h"
 #include "platform/Machine.h"
+#include "review/GraphBP.h"
 #include "shell/About.h"
 #include "shell/Chords.h"
 #include "shell/Emblem.h"
@@ -73,7 +74,7 @@ void Main::BuildToolsMenu() {
   AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
                 [this] { return new download::DownloadErase([this] { OpenGraph(); }); });
   AddScreen(mnuTools, "mnuGraph", "&Graph", "Graph", MakeGraph);
-  AddScreen(mnuTools, "mnuGBP", "Graph &Button Pushes", "GraphBP", {});
+  AddScreen(mnuTools, "mnuGBP", "Graph &Button Pushes", "GraphBP", [] { return new review::GraphBP; });
   AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", {});
 }
 

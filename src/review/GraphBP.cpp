@@ -1,0 +1,195 @@
+#include "review/GraphBP.h"
+
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "graph/GraphPair.h"
+#include "live/NumberText.h"
+#include "platform/Controls.h"
+#include "platform/Folders.h"
+#include "platform/Machine.h"
+#include "platform/TextFile.h"
+#include "shell/ErrorHandler.h"
+
+namespace bexlow::review {
+
+using live::LeadingNumber;
+using platform::CWGraph;
+using platform::MsgBox;
+using shell::Guarded;
+
+namespace {
+
+constexpr auto EndOfFile = "End of data file has been reached!";
+
+QString Shown(double number) { return QString::fromStdString(live::PlainNumberText(number)); }
+
+double NumberOf(const QLineEdit* box) { return LeadingNumber(box->text().toStdString()); }
+
+}  // namespace
+
+GraphBP::GraphBP() : Form("GraphBP", "Graph Button Pushes") {
+  BuildMenu();
+  BuildBody();
+  graphs_->PrepareLinear();
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
+    graph->SetXAxis(false, 0, 10);
+    graph->EnableCursors();
+  }
+  OnCloseRequest = [this] { Unload(); };
+}
+
+void GraphBP::BuildMenu() {
+  auto* file = AddMenu("mnuFile", "&File");
+  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); });
+  AddSeparator(file, "mnuSep");
+  AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
+}
+
+void GraphBP::BuildBody() {
+  auto* top = new QHBoxLayout;
+  top->addWidget(BuildFileName(), 1);
+  top->addWidget(BuildSteps());
+  graphs_ = new graph::GraphPair(this);
+  auto* column = new QVBoxLayout(this);
+  column->addLayout(top);
+  column->addWidget(graphs_, 1);
+}
+
+QWidget* GraphBP::BuildFileName() {
+  auto* frame = platform::MakeFrame("fraFileName", "Data File", this);
+  txtFileName = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);
+  auto* layout = new QVBoxLayout(frame);
+  layout->addWidget(txtFileName);
+  return frame;
+}
+
+QWidget* GraphBP::BuildSteps() {
+  auto* frame = platform::MakeFrame("fraSteps", "Button Pushes", this);
+  txtBPNumber = platform::MakeReadOnlyBox("txtBPNumber", "Number", frame);
+  txtBPValue = platform::MakeReadOnlyBox("txtBPValue", "Point", frame);
+  cmdBack = MakeButton("cmdBack", "<", [this] { cmdBack_Click(); });
+  cmdForward = MakeButton("cmdForward", ">", [this] { cmdForward_Click(); });
+  cmdShowAll = MakeButton("cmdShowAll", "Show All", [this] { cmdShowAll_Click(); });
+  cmdBack->setAccessibleName("Back");
+  cmdForward->setAccessibleName("Forward");
+  const int width = fontMetrics().horizontalAdvance("0000000000");
+  auto* row = new QHBoxLayout(frame);
+  row->addWidget(platform::MakeLabel("Label1", "Number", frame, txtBPNumber));
+  row->addWidget(txtBPNumber);
+  row->addWidget(platform::MakeLabel("Label2", "Point", frame, txtBPValue));
+  row->addWidget(txtBPValue);
+  row->addWidget(cmdBack);
+  row->addWidget(platform::MakeLabel("Label3", "<--Scroll-->", frame));
+  row->addWidget(cmdForward);
+  row->addWidget(cmdShowAll);
+  for (QWidget* box : {static_cast<QWidget*>(txtBPNumber), static_cast<QWidget*>(txtBPValue)}) box->setFixedWidth(width);
+  for (auto* button : {cmdBack, cmdForward}) button->setFixedWidth(width / 2);
+  return frame;
+}
+
+std::string GraphBP::FileName() const { return txtFileName->text().toStdString(); }
+
+std::size_t GraphBP::Number() const { return static_cast<std::size_t>(NumberOf(txtBPNumber)); }
+
+void GraphBP::mnuOpen_Click() {
+  Guarded(*this, "mnuOpen_Click", [this] {
+    AskForFile();
+    if (TakesFile() && BuildDoubleChannelArrays()) ShowFile();
+  });
+}
+
+void GraphBP::AskForFile() {
+  CommonDialog1.InitDir = platform::DataFilesFolder().string();
+  CommonDialog1.CancelError = true;
+  CommonDialog1.DefaultExt = "qbx";
+  CommonDialog1.Filter = "QBX Files (*.qbx)|*.qbx";
+  CommonDialog1.Flags = platform::MustExist;
+  CommonDialog1.ShowOpen();
+  txtFileName->setText(QString::fromStdString(CommonDialog1.FileName));
+}
+
+bool GraphBP::TakesFile() {
+  switch (CheckReviewFile(platform::ReadWhole(FileName()))) {
+    case ReviewCheck::Ok: return true;
+    case ReviewCheck::Empty: MsgBox("This is not a Quornell Download file!"); break;
+    case ReviewCheck::TooShort: MsgBox(EndOfFile); break;
+    case ReviewCheck::NotSupported: MsgBox("This Quornell Download is not supported in Button Mode!"); break;
+  }
+  return false;
+}
+
+// A broken record is reported here and the file shown all the same, with empty series. False where the file has lost
+// its header since it was looked at.
+bool GraphBP::BuildDoubleChannelArrays() {
+  bool read = true;
+  Guarded(*this, "BuildDoubleChannelArrays", [&] {
+    read = ReadReview(platform::ReadWhole(FileName()), review_);
+    if (!read) MsgBox(EndOfFile);
+  });
+  if (review_.ButtonPushes.empty()) review_.ButtonPushes = {0};
+  return read;
+}
+
+void GraphBP::ShowFile() {
+  graphs_->Plot(*graphs_->CWGraph1, review_.XLinear);
+  graphs_->Plot(*graphs_->CWGraph2, review_.YLinear);
+  ShowPush(0);
+}
+
+void GraphBP::ShowPush(std::size_t number) {
+  txtBPNumber->setText(Shown(static_cast<double>(number)));
+  txtBPValue->setText(Shown(review_.ButtonPushes[number]));
+  PlaceCursor(1, NumberOf(txtBPValue));
+}
+
+void GraphBP::PlaceCursor(int cursor, double point) {
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->SetCursorPosition(cursor, point, 0);
+}
+
+void GraphBP::cmdBack_Click() {
+  if (review_.ButtonPushes.empty()) return;
+  if (const auto number = StepBack(Number())) ShowPush(*number);
+}
+
+void GraphBP::cmdForward_Click() {
+  if (review_.ButtonPushes.empty()) return;
+  if (const auto number = StepForward(Number(), review_.ButtonPushes.size())) ShowPush(*number);
+}
+
+void GraphBP::cmdShowAll_Click() {
+  if (review_.ButtonPushes.empty()) return;
+  if (cmdShowAll->text() == "Show All") {
+    ShowAllPushes();
+  } else {
+    ShowOnePush();
+  }
+}
+
+void GraphBP::ShowAllPushes() {
+  cmdShowAll->setText("Hide All");
+  const int count = static_cast<int>(review_.ButtonPushes.size());
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
+    while (graph->CursorCount() < count) {
+      graph->AddCursor();
+      graph->SetCursorLook(graph->CursorCount());
+    }
+  }
+  for (int i = 0; i < count; ++i) PlaceCursor(i + 1, review_.ButtonPushes[static_cast<std::size_t>(i)]);
+}
+
+void GraphBP::ShowOnePush() {
+  cmdShowAll->setText("Show All");
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
+    graph->RemoveAllCursors();
+    graph->AddCursor();
+    graph->SetCursorLook(1);
+  }
+  PlaceCursor(1, NumberOf(txtBPValue));
+}
+
+}  // namespace bexlow::review

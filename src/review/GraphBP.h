@@ -1,0 +1,59 @@
+// Reviews a two-channel run: the angles, and a cursor at each push of the wearer's button.
+#pragma once
+
+#include <string>
+
+#include "platform/CommonDialog.h"
+#include "platform/Form.h"
+#include "review/ButtonPushes.h"
+
+class QLineEdit;
+class QPushButton;
+
+namespace bexlow::graph {
+class GraphPair;
+}
+
+namespace bexlow::review {
+
+class GraphBP : public platform::Form {
+  Q_OBJECT
+
+ public:
+  GraphBP();
+
+ private:
+  void BuildMenu();
+  void BuildBody();
+  QWidget* BuildFileName();
+  QWidget* BuildSteps();
+
+  void mnuOpen_Click();
+  void cmdBack_Click();
+  void cmdForward_Click();
+  void cmdShowAll_Click();
+
+  void AskForFile();
+  bool TakesFile();
+  bool BuildDoubleChannelArrays();
+  void ShowFile();
+  void ShowPush(std::size_t number);
+  void ShowAllPushes();
+  void ShowOnePush();
+  void PlaceCursor(int cursor, double point);
+  std::size_t Number() const;
+  std::string FileName() const;
+
+  platform::CommonDialog CommonDialog1;
+  ReviewSeries review_;
+
+  QLineEdit* txtFileName = nullptr;
+  graph::GraphPair* graphs_ = nullptr;
+  QLineEdit* txtBPNumber = nullptr;
+  QLineEdit* txtBPValue = nullptr;
+  QPushButton* cmdBack = nullptr;
+  QPushButton* cmdForward = nullptr;
+  QPushButton* cmdShowAll = nullptr;
+};
+
+}  // namespace bexlow::review
