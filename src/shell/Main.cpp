@@ -51,14 +51,14 @@ void Main::BuildFileMenu() {
 }
 
 QAction* Main::AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
-                         MakeScreen make) {
+                         const MakeScreen& make) {
   auto* entry = AddEntry(menu, name, caption, [this, screen, make] { ShowScreen(screen, make); });
   entry->setEnabled(static_cast<bool>(make));
   return entry;
 }
 
 QAction* Main::AddPortScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
-                             MakeScreen make) {
+                             const MakeScreen& make) {
   auto* entry = AddEntry(menu, name, caption, [this, screen, make] {
     if (Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
     ShowScreen(screen, make);

@@ -29,10 +29,11 @@ class Main : public platform::Form {
   void BuildBody();
 
   /// An entry that shows a screen of its own; disabled while there is nothing that makes the screen.
-  QAction* AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen, MakeScreen make);
+  QAction* AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
+                     const MakeScreen& make);
   /// The same for a screen that talks to the logger and so needs a selected port.
   QAction* AddPortScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
-                         MakeScreen make);
+                         const MakeScreen& make);
   platform::Form* ShowScreen(const QString& screen, const MakeScreen& make);
   void OpenGraph();
 

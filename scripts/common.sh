@@ -1,0 +1,39 @@
+# Shared by ./run, ./test and .ci/run: what the project needs of the system, and how it gets it.
+
+root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+
+packages_build="g++ cmake ninja-build ccache qt6-base-dev libqt6serialport6-dev libqt6svg6-dev libqcustomplot-dev
+  libqcustomplot2.1-qt6 libgtest-dev libgl-dev"
+packages_window="fonts-dejavu-core"
+packages_virtual_display="xvfb openbox xauth dbus at-spi2-core"
+packages_lint="clang-format clang-tidy"
+
+say() { printf '\n== %s\n' "$*"; }
+
+# install NAME...: installs the missing ones of these Debian packages, with sudo where the user is not root.
+install() {
+  local missing=()
+  for package in "$@"; do
+    dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return 0
+  say "Installing ${missing[*]}"
+  local as_root=()
+  [ "$(id -u)" -eq 0 ] || as_root=(sudo)
+  "${as_root[@]}" apt-get update -qq
+  "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# build PRESET TARGET...
+build() {
+  local preset=$1
+  shift
+  say "Building ($preset)"
+  (cd "$root" && cmake --preset "$preset" --log-level=WARNING && cmake --build --preset "$preset" --target "$@")
+}
+
+# with_virtual_display COMMAND...: runs a command on a display of its own, with a window manager.
+with_virtual_display() {
+  xvfb-run -a -s "-screen 0 1280x900x24" dbus-run-session -- \
+    sh -c 'openbox >/dev/null 2>&1 & manager=$!; sleep 1; "$@"; status=$?; kill $manager; exit $status' sh "$@"
+}

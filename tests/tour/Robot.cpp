@@ -1,0 +1,134 @@
+#include "tour/Robot.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QScreen>
+#include <QTest>
+
+#include <algorithm>
+#include <iostream>
+
+namespace bexlow::tour {
+
+namespace {
+
+constexpr int BoxStandsMs = 250;  // long enough to be painted
+
+QString Plain(const QString& caption) { return QString(caption).remove('&'); }
+
+}  // namespace
+
+void Require(bool condition, const std::string& what) {
+  if (!condition) throw Failed(what);
+}
+
+Robot::Robot(shell::MDIForm1& outer, std::filesystem::path output) : outer_(outer), output_(std::move(output)) {
+  QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { Watch(); });
+  watch_.start(20);
+}
+
+void Robot::Watch() {
+  auto* top = QApplication::activeModalWidget();
+  if (top != seen_) {
+    seen_ = top;
+    shown_.start();
+  }
+  if (top == nullptr || shown_.elapsed() < BoxStandsMs) return;
+  if (auto* box = qobject_cast<QMessageBox*>(top)) AnswerBox(*box);
+  if (auto* dialog = qobject_cast<QFileDialog*>(top)) AnswerFile(*dialog);
+}
+
+void Robot::AnswerBox(QMessageBox& box) {
+  boxes_.push_back(box.text().toStdString());
+  std::cout << "  box: " << box.text().section('\r', 0, 0).toStdString() << std::endl;
+  if (!pictured_.isEmpty() && box.text().startsWith(pictured_)) {
+    Picture(pictureName_);
+    pictured_.clear();
+  }
+  QAbstractButton* button = box.defaultButton();
+  if (!declined_.isEmpty() && box.text().startsWith(declined_)) {
+    button = box.escapeButton();
+    declined_.clear();
+  }
+  seen_ = nullptr;
+  button->click();
+}
+
+void Robot::AnswerFile(QFileDialog& dialog) {
+  auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+  if (name == nullptr || nextFile_.empty()) return dialog.reject();
+  name->setText(QString::fromStdString(nextFile_.string()));
+  nextFile_.clear();
+  seen_ = nullptr;
+  QTest::keyClick(name, Qt::Key_Return);
+}
+
+QAction* Robot::Entry(const QString& menu, const QString& entry) const {
+  for (auto* top : outer_.menuBar()->actions()) {
+    if (Plain(top->text()) != menu) continue;
+    for (auto* action : top->menu()->actions()) {
+      if (Plain(action->text()) == entry) return action;
+    }
+  }
+  throw Failed("no entry " + menu.toStdString() + ", " + entry.toStdString());
+}
+
+void Robot::Choose(const QString& menu, const QString& entry) {
+  std::cout << menu.toStdString() << ", " << entry.toStdString() << std::endl;
+  auto* action = Entry(menu, entry);
+  Require(action->isEnabled() && action->isVisible(), entry.toStdString() + " is not offered");
+  action->trigger();
+  Rest(50);
+}
+
+void Robot::Press(const QString& caption) {
+  std::cout << "press " << caption.toStdString() << std::endl;
+  for (auto* button : platform::Form::Active()->findChildren<QPushButton*>()) {
+    if (Plain(button->text()) != caption || !button->isVisible() || !button->isEnabled()) continue;
+    QTest::mouseClick(button, Qt::LeftButton);
+    return Rest(50);
+  }
+  throw Failed("no button " + caption.toStdString());
+}
+
+void Robot::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  auto* form = platform::Form::Active();
+  QTest::keyClick(form->focusWidget() != nullptr ? form->focusWidget() : form, key, modifiers);
+  Rest(50);
+}
+
+void Robot::Rest(int ms) { QTest::qWait(ms); }
+
+void Robot::WaitUntil(const std::string& what, int limitMs, const std::function<bool()>& condition) {
+  Require(QTest::qWaitFor(condition, limitMs), "in vain waited for: " + what);
+}
+
+void Robot::Picture(const std::string& name) {
+  const QRect frame = outer_.frameGeometry();
+  const auto pixmap = outer_.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
+  const auto path = output_ / (name + ".png");
+  Require(pixmap.save(QString::fromStdString(path.string())), "cannot write " + path.string());
+}
+
+void Robot::PictureOfBox(const QString& text, const std::string& name) {
+  pictured_ = text;
+  pictureName_ = name;
+}
+
+void Robot::ExpectBox(const std::string& text, int limitMs) {
+  const auto begins = [&](const std::string& box) { return box.starts_with(text); };
+  WaitUntil("the box " + text, limitMs, [&] { return std::ranges::any_of(boxes_, begins); });
+  boxes_.clear();
+}
+
+std::string Robot::Screen() const {
+  const auto* form = platform::Form::Active();
+  return form == nullptr ? "" : form->Name();
+}
+
+std::string Robot::Text(const char* name) const { return The<QWidget>(name).property("text").toString().toStdString(); }
+
+}  // namespace bexlow::tour

@@ -1,0 +1,78 @@
+// A user made of timers: chooses, presses, types, answers the boxes that open meanwhile, and takes pictures.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QString>
+#include <QTimer>
+
+#include <filesystem>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/Form.h"
+#include "shell/MDIForm1.h"
+
+class QFileDialog;
+class QMessageBox;
+
+namespace bexlow::tour {
+
+/// A step did not come out as it must. Ends the tour.
+struct Failed : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+void Require(bool condition, const std::string& what);
+
+class Robot {
+ public:
+  Robot(shell::MDIForm1& outer, std::filesystem::path output);
+
+  void Choose(const QString& menu, const QString& entry);
+  void Press(const QString& caption);
+  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Lets the program run until a condition holds.
+  void WaitUntil(const std::string& what, int limitMs, const std::function<bool()>& condition);
+  void Rest(int ms);
+  /// A picture of the outer window and what lies above it.
+  void Picture(const std::string& name);
+  /// The next picture of a box that begins so, under this name.
+  void PictureOfBox(const QString& text, const std::string& name);
+
+  /// Answers "No" or "Cancel" the next time that a box begins so; all others get their usual button.
+  void Decline(const QString& text) { declined_ = text; }
+  void NextFile(const std::filesystem::path& path) { nextFile_ = path; }
+  /// A box with this beginning has been shown since the last call.
+  void ExpectBox(const std::string& text, int limitMs = 5000);
+
+  std::string Screen() const;
+  template <class T>
+  T& The(const char* name) const {
+    auto* form = platform::Form::Active();
+    auto* control = form == nullptr ? nullptr : form->findChild<T*>(name);
+    Require(control != nullptr, std::string("no control ") + name);
+    return *control;
+  }
+  std::string Text(const char* name) const;
+  QAction* Entry(const QString& menu, const QString& entry) const;
+
+ private:
+  void Watch();
+  void AnswerBox(QMessageBox& box);
+  void AnswerFile(QFileDialog& dialog);
+
+  shell::MDIForm1& outer_;
+  std::filesystem::path output_;
+  QTimer watch_;
+  QElapsedTimer shown_;  ///< since the box on top was first seen
+  QWidget* seen_ = nullptr;
+  QString declined_, pictured_;
+  std::string pictureName_;
+  std::filesystem::path nextFile_;
+  std::vector<std::string> boxes_;
+};
+
+}  // namespace bexlow::tour

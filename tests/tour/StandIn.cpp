@@ -1,0 +1,118 @@
+#include "tour/StandIn.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
+
+#include "tour/Robot.h"
+
+namespace bexlow::tour {
+
+namespace {
+
+constexpr std::size_t PageSize = 264;
+
+std::string TwoDigits(int value) { return (value < 10 ? "0" : "") + std::to_string(value); }
+
+}  // namespace
+
+std::string FileText(const std::filesystem::path& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+// Tenths in whole numbers: byte * scale * 10 / 128, a half to the even tenth.
+std::string AngleText(int byte, int fullScale) {
+  const bool negative = byte > 128;
+  const int numerator = (negative ? 255 - byte : byte) * fullScale * 10;
+  int tenths = numerator / 128;
+  const int rest = numerator % 128;
+  if (rest > 64 || (rest == 64 && tenths % 2 == 1)) ++tenths;
+  if (tenths == 0) return "0";
+  std::string text = tenths >= 10 ? std::to_string(tenths / 10) : "";
+  if (tenths % 10 != 0) text += "." + std::to_string(tenths % 10);
+  return (negative ? "-" : "") + text;
+}
+
+StandIn::StandIn(const std::filesystem::path& program, const std::filesystem::path& link,
+                 std::filesystem::path folder)
+    : folder_(std::move(folder)) {
+  const auto file = [&](const char* name) { return QString::fromStdString((folder_ / name).string()); };
+  process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  process_.start(QString::fromStdString(program.string()),
+                 {"--link", QString::fromStdString(link.string()), "--pages", "24", "--pushes", "5", "--motion", "turn",
+                  "--erase-seconds", "5", "--run-pages", "9", "--dump-pages", file("pages.bin"), "--dump-eeprom",
+                  file("eeprom.bin"), "--samples", file("samples.txt")});
+  Require(process_.waitForStarted() && process_.waitForReadyRead(5000), "the stand-in logger does not start");
+}
+
+StandIn::~StandIn() {
+  process_.terminate();
+  process_.waitForFinished(5000);
+}
+
+std::array<std::uint8_t, 256> StandIn::Eeprom() const {
+  const std::string bytes = FileText(folder_ / "eeprom.bin");
+  Require(bytes.size() == 256, "the stand-in's settings are not there");
+  std::array<std::uint8_t, 256> cells{};
+  std::ranges::copy(bytes, cells.begin());
+  return cells;
+}
+
+std::vector<std::uint8_t> StandIn::Pages() const {
+  const std::string bytes = FileText(folder_ / "pages.bin");
+  Require(bytes.size() == 2048 * PageSize, "the stand-in's pages are not there");
+  return {bytes.begin(), bytes.end()};
+}
+
+std::string StandIn::Samples() const { return FileText(folder_ / "samples.txt"); }
+
+bool StandIn::MemoryIsBlank() const {
+  return std::ranges::all_of(Pages(), [](std::uint8_t byte) { return byte == 0xFF; });
+}
+
+std::string StandIn::Record(int page) const {
+  const auto pages = Pages();
+  std::string text = std::to_string(page);
+  for (std::size_t i = 0; i < PageSize; i += 2) {
+    const int x = pages[static_cast<std::size_t>(page) * PageSize + i];
+    const int y = pages[static_cast<std::size_t>(page) * PageSize + i + 1];
+    text += x == 127 && y == 127 ? ",BP,BP" : "," + AngleText(x, 180) + "," + AngleText(y, 90);
+  }
+  return text + "\r\n";
+}
+
+std::string StandIn::ExpectedDataFile() const {
+  const auto cells = Eeprom();
+  const auto word = [&](std::size_t address) { return std::to_string(cells[address] * 256 + cells[address + 1]); };
+  const auto triple = [&](std::size_t first) {
+    return "X=" + word(first) + " Y=" + word(first + 2) + " Z=" + word(first + 4) + "\r\n";
+  };
+  std::string text = "Quornell Bexlow Data File Version 3.2.3\r\nDownload Pages\r\nFirmware Version: 3.3\r\n";
+  text += "Serial Number: " + word(100) + "\r\nLaunch Time: " + TwoDigits(cells[109]) + "/" + TwoDigits(cells[103]) +
+          "/" + word(104) + " " + TwoDigits(cells[106]) + ":" + TwoDigits(cells[107]) + ":" + TwoDigits(cells[108]) +
+          "\r\nFirmware Sampling Frequency: 7.5\r\n";
+  text += "Channel Gains: " + triple(2) + "Channel Offsets: " + triple(8);
+  text += "Tares: X=" + word(14) + " Y=" + word(16) + "\r\nBin/Linear Mode = 1\r\nLinear Channel = 3\r\n" +
+          "Page,X Data-->,Y Data-->\r\n";
+  const auto pages = Pages();
+  for (int page = 1; page < 2048; ++page) {
+    const auto* bytes = &pages[static_cast<std::size_t>(page) * PageSize];
+    if (std::all_of(bytes, bytes + 6, [](std::uint8_t byte) { return byte == 0xFF; })) break;
+    text += Record(page);
+  }
+  return text;
+}
+
+std::vector<int> StandIn::ExpectedPushes() const {
+  const auto pages = Pages();
+  std::vector<int> pushes;
+  for (std::size_t i = PageSize; i < pages.size(); i += 2) {
+    if (pages[i] == 127 && pages[i + 1] == 127) pushes.push_back(static_cast<int>(i - PageSize) / 2);
+  }
+  return pushes;
+}
+
+}  // namespace bexlow::tour

@@ -1,0 +1,43 @@
+// The stand-in logger as a process, and what the files must hold that were downloaded from it: worked out here from
+// its memory, by formulas of the tour's own.
+#pragma once
+
+#include <QProcess>
+
+#include <array>
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace bexlow::tour {
+
+class StandIn {
+ public:
+  /// Starts it and waits until its device is there.
+  StandIn(const std::filesystem::path& program, const std::filesystem::path& link, std::filesystem::path folder);
+  ~StandIn();
+
+  std::array<std::uint8_t, 256> Eeprom() const;
+  std::vector<std::uint8_t> Pages() const;  ///< 2048 pages of 264 bytes
+  std::string Samples() const;              ///< the live samples sent, a line each, words in decimal
+  bool MemoryIsBlank() const;
+
+  /// The data file of a download of what it holds now.
+  std::string ExpectedDataFile() const;
+  /// The points of its button pushes, in samples.
+  std::vector<int> ExpectedPushes() const;
+
+ private:
+  std::string Record(int page) const;
+
+  std::filesystem::path folder_;
+  QProcess process_;
+};
+
+/// A file as bytes; empty if it cannot be read.
+std::string FileText(const std::filesystem::path& path);
+/// Degrees of a number of 128ths of full scale, one decimal, as files hold them: .7 and -.7.
+std::string AngleText(int byte, int fullScale);
+
+}  // namespace bexlow::tour

@@ -1,0 +1,95 @@
+#include "tour/stages.h"
+
+#include <QGroupBox>
+
+#include "platform/CWGraph.h"
+
+namespace bexlow::tour {
+
+void ConnectToLogger(Tour& tour, bool withPictures) {
+  auto& robot = tour.robot;
+  if (withPictures) robot.Picture("main");
+  robot.Choose("File", "Connect");
+  if (withPictures) robot.PictureOfBox("Bexlow found", "connect");
+  robot.Press("Auto Detect");
+  robot.ExpectBox("Bexlow found on Comm 1!", 20000);
+  robot.Press("OK");
+  robot.WaitUntil("the menus open", 5000, [&] { return robot.Screen() == "Main"; });
+  robot.Entry("Tools", "Launch");
+  Require(robot.Entry("Tools", "Launch")->isEnabled(), "the Tools menu stays closed");
+}
+
+void DownloadRun(Tour& tour, const std::string& name) {
+  auto& robot = tour.robot;
+  const auto path = tour.dataFiles / (name + ".qbx");
+  robot.Choose("Tools", "Download");
+  robot.NextFile(path);
+  robot.Choose("Data", "Download");
+  robot.Rest(1200);
+  robot.Picture("download");
+  robot.ExpectBox("Download completed!", 60000);
+  robot.WaitUntil("Graph", 5000, [&] { return robot.Screen() == "Graph"; });
+  Require(FileText(path) == tour.standIn.ExpectedDataFile(), path.string() + " is not what the logger holds");
+  Require(std::filesystem::exists(tour.dataFiles / (name + ".csv")), "there is no CSV file");
+  robot.Rest(400);
+  robot.Picture("graph");
+  auto& graph = robot.The<platform::CWGraph>("CWGraph1");
+  const auto all = graph.XView();
+  graph.setFocus();
+  for (int i = 0; i < 4; ++i) robot.Key(Qt::Key_Plus);
+  Require(graph.XView().upper - graph.XView().lower < all.upper - all.lower, "the plus key does not zoom");
+  robot.Picture("graph-zoomed");
+  robot.Choose("File", "Return");
+  robot.WaitUntil("Main", 2000, [&] { return robot.Screen() == "Main"; });
+}
+
+void ReviewPushes(Tour& tour, const std::string& name) {
+  auto& robot = tour.robot;
+  robot.Choose("Tools", "Graph Button Pushes");
+  robot.NextFile(tour.dataFiles / (name + ".qbx"));
+  robot.Choose("File", "Open");
+  const auto pushes = tour.standIn.ExpectedPushes();
+  for (std::size_t i = 0; i < pushes.size(); ++i) {
+    Require(robot.Text("txtBPNumber") == std::to_string(i), "the number of push " + std::to_string(i));
+    Require(robot.Text("txtBPValue") == std::to_string(pushes[i]), "the point of push " + std::to_string(i));
+    robot.Press(">");
+  }
+  robot.Press("Show All");
+  const auto shown = robot.The<platform::CWGraph>("CWGraph1").CursorCount();
+  Require(shown == static_cast<int>(pushes.size()), "Show All shows " + std::to_string(shown) + " cursors");
+  robot.Picture("review");
+  robot.Press("Hide All");
+  robot.Choose("File", "Return");
+}
+
+void LaunchRun(Tour& tour) {
+  auto& robot = tour.robot;
+  robot.PictureOfBox("Bexlow will erase", "launch-question");
+  robot.Choose("Tools", "Launch");
+  robot.ExpectBox("Bexlow will erase");
+  robot.Rest(2000);
+  robot.Picture("launch");
+  robot.ExpectBox("Disconnect the serial cable from the Bexlow!", 30000);
+  Require(!robot.Entry("Tools", "Launch")->associatedObjects().isEmpty(), "the menu is there");
+  robot.WaitUntil("the run that was launched", 10000, [&] { return !tour.standIn.MemoryIsBlank(); });
+}
+
+void EraseLogger(Tour& tour) {
+  auto& robot = tour.robot;
+  robot.Choose("Tools", "Download");
+  robot.Choose("Data", "Erase");
+  robot.Rest(1600);
+  robot.Picture("erase");
+  robot.ExpectBox("Erase completed!", 30000);
+  robot.WaitUntil("an empty memory", 10000, [&] { return tour.standIn.MemoryIsBlank(); });
+  const auto path = tour.dataFiles / "emptied.qbx";
+  robot.NextFile(path);
+  robot.Decline("Would you like to graph");
+  robot.Choose("Data", "Download");
+  robot.ExpectBox("Would you like to graph", 30000);
+  const std::string text = FileText(path);
+  Require(std::count(text.begin(), text.end(), '\n') == 12, "an emptied logger gives more than 12 lines");
+  robot.Choose("Data", "Return");
+}
+
+}  // namespace bexlow::tour

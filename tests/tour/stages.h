@@ -1,0 +1,23 @@
+// The stages of the tour, in the order of a day's work.
+#pragma once
+
+#include <filesystem>
+
+#include "tour/Robot.h"
+#include "tour/StandIn.h"
+
+namespace bexlow::tour {
+
+struct Tour {
+  Robot& robot;
+  StandIn& standIn;
+  std::filesystem::path dataFiles;
+};
+
+void ConnectToLogger(Tour& tour, bool withPictures);
+void DownloadRun(Tour& tour, const std::string& name);
+void ReviewPushes(Tour& tour, const std::string& name);
+void LaunchRun(Tour& tour);
+void EraseLogger(Tour& tour);
+
+}  // namespace bexlow::tour

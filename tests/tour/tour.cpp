@@ -1,0 +1,70 @@
+// The tour: the real screens in a real window, on the real clock, against the stand-in logger. Compares every file
+// with what the stand-in holds, and leaves a picture of each screen.
+//
+// bexlow-tour --logger PROGRAM --output FOLDER
+#include "tour/stages.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QSettings>
+
+#include <cstdlib>
+#include <iostream>
+
+#include "platform/RealMachine.h"
+#include "shell/Main.h"
+
+namespace {
+
+using namespace bexlow;
+
+void Visit(tour::Tour& tour) {
+  tour::ConnectToLogger(tour, true);
+  tour::DownloadRun(tour, "first");
+  tour::ReviewPushes(tour, "first");
+  tour::LaunchRun(tour);
+  tour::ConnectToLogger(tour, false);
+  tour::DownloadRun(tour, "launched");
+  tour::EraseLogger(tour);
+}
+
+int RunTour(const std::filesystem::path& logger, const std::filesystem::path& output) {
+  std::filesystem::remove_all(output);
+  std::filesystem::create_directories(output / "Ports");
+  std::filesystem::create_directories(output / "stand-in");
+  platform::RealMachine machine(output);
+  platform::Machine::Install(machine);
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString((output / "settings").string()));
+  tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in");
+  shell::MDIForm1 outer;
+  if (!outer.Load()) return 1;
+  outer.ShowChild(new shell::Main(outer));
+  outer.show();
+  tour::Robot robot(outer, output);
+  robot.Rest(500);
+  tour::Tour tour{robot, standIn, output / "Data Files"};
+  try {
+    Visit(tour);
+  } catch (const tour::Failed& failure) {
+    robot.Picture("failure");
+    std::cerr << "The tour failed: " << failure.what() << "\n";
+    return 1;
+  }
+  std::cout << "The tour is complete: all files are what the stand-in holds.\n";
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  char runtime[] = "/tmp/bexlow-tour-XXXXXX";
+  setenv("XDG_RUNTIME_DIR", mkdtemp(runtime), 1);
+  QApplication application(argc, argv);
+  QCommandLineParser options;
+  options.addOptions({{"logger", "The stand-in logger.", "program"}, {"output", "Pictures and files.", "folder"}});
+  options.process(application);
+  const int result = RunTour(std::filesystem::absolute(options.value("logger").toStdString()),
+                             std::filesystem::absolute(options.value("output").toStdString()));
+  std::filesystem::remove_all(runtime);
+  return result;
+}
