@@ -73,9 +73,9 @@ void MDIForm1::ShowChild(Form* child) {
     window->setWindowTitle(child->windowTitle());
     connect(child, &Form::Left, this, [this, child] { OnLeft(child); });
     child->show();
-    window->showMaximized();
   }
   area_->setActiveSubWindow(window);
+  window->showMaximized();
   OnActivated(window);
 }
 
