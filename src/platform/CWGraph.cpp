@@ -12,7 +12,6 @@
 #include <qcustomplot.h>
 
 #include <algorithm>
-#include <system_error>
 
 #include "platform/CWGraphCursors.h"
 #include "platform/CWGraphCurve.h"
@@ -32,8 +31,9 @@ namespace {
 
 constexpr double LeastSamplesInView = 4;
 constexpr int FocusFrame = 2;
-constexpr auto PictureFilter = "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
-constexpr int CursorsInWords = 10;   // more than that nobody listens to
+constexpr auto PictureFilter =
+    "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
+constexpr int CursorsInWords = 10;  // more than that nobody listens to
 
 QString RangeWords(CWGraphRange range) {
   return QStringLiteral("%1 to %2").arg(CWGraphNumber(range.lower), CWGraphNumber(range.upper));
@@ -59,13 +59,13 @@ CWGraph::~CWGraph() = default;
 
 void CWGraph::BuildPlot() {
   plot_ = new QCustomPlot(this);
-  plot_->setAttribute(Qt::WA_TransparentForMouseEvents);   // this widget handles the mouse
+  plot_->setAttribute(Qt::WA_TransparentForMouseEvents);  // this widget handles the mouse
   plot_->setFocusPolicy(Qt::NoFocus);
   plot_->axisRect()->setupFullAxesBox();
   plot_->xAxis2->setTicks(false);
   plot_->yAxis2->setTicks(false);
   FitMargins();
-  cursors_ = new CWGraphCursors(plot_->xAxis, plot_->yAxis);   // drawn first, under the curve
+  cursors_ = new CWGraphCursors(plot_->xAxis, plot_->yAxis);  // drawn first, under the curve
   curve_ = new CWGraphCurve(plot_->xAxis, plot_->yAxis, series_);
   words_ = new QLabel(this);
   words_->setIndent(8);
@@ -97,7 +97,7 @@ void CWGraph::BuildInteraction() {
 void CWGraph::AddEntry(const QString& caption, const QKeySequence& keys, void (CWGraph::*action)()) {
   auto* entry = new QAction(caption, this);
   entry->setShortcut(keys);
-  entry->setShortcutContext(Qt::WidgetShortcut);   // of two graphs side by side the one with the focus
+  entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs side by side the one with the focus
   connect(entry, &QAction::triggered, this, action);
   addAction(entry);
   menu_->addAction(entry);
@@ -131,7 +131,9 @@ void CWGraph::PresetQuestions() {
   TellFailure = [](const QString& reason) { MsgBox(reason.toStdString()); };
 }
 
-void CWGraph::ClearData() { TakeSeries({}); }
+void CWGraph::ClearData() {
+  TakeSeries({});
+}
 
 void CWGraph::PlotY(std::span<const double> values, double firstX, double stepX) {
   TakeSeries({{values.begin(), values.end()}, firstX, stepX});
@@ -144,7 +146,8 @@ void CWGraph::PlotY(std::span<const std::int16_t> values, double firstX, double 
 void CWGraph::TakeSeries(CWGraphSeries series) {
   series_ = std::move(series);
   auto yRange = series_.YRange();
-  if (yRange && style_ == PlotStyle::Bin) yRange = {std::min(0.0, yRange->lower), std::max(1.0, yRange->upper)};
+  if (yRange && style_ == PlotStyle::Bin)
+    yRange = {std::min(0.0, yRange->lower), std::max(1.0, yRange->upper)};
   view_->X.SetData(series_.XRange(), LeastSamplesInView * series_.StepX());
   view_->Y.SetData(yRange, 0);
   readOut_->Renew(style_);
@@ -188,7 +191,9 @@ void CWGraph::EnableCursors() {
   SetCursorLook(1);
 }
 
-int CWGraph::CursorCount() const { return static_cast<int>(cursors_->All().size()); }
+int CWGraph::CursorCount() const {
+  return static_cast<int>(cursors_->All().size());
+}
 
 void CWGraph::AddCursor() {
   cursors_->All().emplace_back();
@@ -200,33 +205,23 @@ void CWGraph::RemoveAllCursors() {
   DrawSoon();
 }
 
-void CWGraph::CheckCursor(int n) const {
-  if (n >= 1 && n <= CursorCount()) return;
-  throw std::system_error(std::make_error_code(std::errc::invalid_argument), "No such cursor");
-}
-
 void CWGraph::SetCursorLook(int n) {
-  CheckCursor(n);
-  cursors_->All()[static_cast<std::size_t>(n - 1)].look = CWGraphCursors::Look::Marked;
+  cursors_->Numbered(n).look = CWGraphCursors::Look::Marked;
   DrawSoon();
 }
 
 void CWGraph::SetCursorPosition(int n, double x, double y) {
-  CheckCursor(n);
-  auto& cursor = cursors_->All()[static_cast<std::size_t>(n - 1)];
+  auto& cursor = cursors_->Numbered(n);
   cursor.x = x;
   cursor.y = y;
   DrawSoon();
 }
 
 double CWGraph::CursorX(int n) const {
-  CheckCursor(n);
-  return cursors_->All()[static_cast<std::size_t>(n - 1)].x;
+  return cursors_->Numbered(n).x;
 }
-
 double CWGraph::CursorY(int n) const {
-  CheckCursor(n);
-  return cursors_->All()[static_cast<std::size_t>(n - 1)].y;
+  return cursors_->Numbered(n).y;
 }
 
 void CWGraph::LinkXAxis(CWGraph& other) {
@@ -254,16 +249,24 @@ void CWGraph::ShowAll() {
   PassXView();
 }
 
-CWGraphRange CWGraph::XView() const { return view_->X.View(); }
-CWGraphRange CWGraph::YView() const { return view_->Y.View(); }
+CWGraphRange CWGraph::XView() const {
+  return view_->X.View();
+}
+CWGraphRange CWGraph::YView() const {
+  return view_->Y.View();
+}
 
 void CWGraph::SetXView(CWGraphRange range) {
   view_->X.Show(range);
   PassXView();
 }
 
-QString CWGraph::ReadOutText() const { return words_->text(); }
-QWidget* CWGraph::WordsShown() const { return words_; }
+QString CWGraph::ReadOutText() const {
+  return words_->text();
+}
+QWidget* CWGraph::WordsShown() const {
+  return words_;
+}
 
 QString CWGraph::Description() const {
   QStringList words;
@@ -271,7 +274,9 @@ QString CWGraph::Description() const {
   words << (series_.IsEmpty() ? tr("No data") : tr("%1 points").arg(series_.Size()));
   words << tr("%1 from %2").arg(plot_->xAxis->label(), RangeWords(XView()));
   words << tr("%1 from %2").arg(plot_->yAxis->label(), RangeWords(YView()));
-  if (range) words << tr("least value %1, greatest value %2").arg(CWGraphNumber(range->lower), CWGraphNumber(range->upper));
+  if (range)
+    words << tr("least value %1, greatest value %2")
+                 .arg(CWGraphNumber(range->lower), CWGraphNumber(range->upper));
   if (CursorCount() > 0) words << CursorWords();
   return words.join(QStringLiteral("; "));
 }
@@ -284,9 +289,13 @@ QString CWGraph::CursorWords() const {
   return tr("%1 at %2%3").arg(count, places.join(QStringLiteral(", ")), more);
 }
 
-QImage CWGraph::Picture() const { return PlotImage(*plot_); }
+QImage CWGraph::Picture() const {
+  return PlotImage(*plot_);
+}
 
-void CWGraph::CopyPicture() const { QGuiApplication::clipboard()->setImage(Picture()); }
+void CWGraph::CopyPicture() const {
+  QGuiApplication::clipboard()->setImage(Picture());
+}
 
 bool CWGraph::SavePicture(const QString& path, QString* reason) const {
   QString words;
@@ -296,7 +305,7 @@ bool CWGraph::SavePicture(const QString& path, QString* reason) const {
 }
 
 bool CWGraph::SaveInPaperColours(const QString& path, QString& reason) const {
-  ApplyColours(PaperPalette());   // a picture goes into a report or on paper, also from a dark screen
+  ApplyColours(PaperPalette());  // a picture goes into a report or on paper, also from a dark screen
   const auto bytes = PlotFile(*plot_, QFileInfo(path).suffix());
   ApplyColours(palette());
   if (!bytes.isEmpty()) {
@@ -304,7 +313,8 @@ bool CWGraph::SaveInPaperColours(const QString& path, QString& reason) const {
     reason = tr("The picture cannot be saved as %1: %2").arg(path, reason);
     return false;
   }
-  reason = tr("The picture cannot be saved as %1: the name of a picture ends in .png, .pdf or .svg").arg(path);
+  reason =
+      tr("The picture cannot be saved as %1: the name of a picture ends in .png, .pdf or .svg").arg(path);
   return false;
 }
 
@@ -335,7 +345,9 @@ void CWGraph::DrawNow() {
   plot_->replot(QCustomPlot::rpImmediateRefresh);
 }
 
-void CWGraph::DrawSoon() { plot_->replot(QCustomPlot::rpQueuedReplot); }
+void CWGraph::DrawSoon() {
+  plot_->replot(QCustomPlot::rpQueuedReplot);
+}
 
 void CWGraph::ApplyColours(const QPalette& palette) const {
   DressInColours(*plot_, *curve_, *cursors_, ColoursOf(palette, palette.currentColorGroup()));
@@ -378,10 +390,14 @@ void CWGraph::showEvent(QShowEvent* event) {
 
 void CWGraph::contextMenuEvent(QContextMenuEvent* event) {
   if (event->reason() != QContextMenuEvent::Mouse) menu_->popup(mapToGlobal(rect().center()));
-  event->accept();   // by mouse it opens on release, since the right button also draws the rectangle
+  event->accept();  // by mouse it opens on release, since the right button also draws the rectangle
 }
 
-QSize CWGraph::sizeHint() const { return {640, 260}; }
-QSize CWGraph::minimumSizeHint() const { return {260, 140}; }
+QSize CWGraph::sizeHint() const {
+  return {640, 260};
+}
+QSize CWGraph::minimumSizeHint() const {
+  return {260, 140};
+}
 
 }  // namespace bexlow::platform

@@ -40,15 +40,15 @@ class CWGraph : public QWidget, public DescribedChart {
 
   void ClearData();
 
-  /// Draws a series: values[i] stands at firstX + i * stepX. Empty empties the plot. Auto-scaled axes fit themselves,
-  /// the others keep what is on show. A value that is no finite number leaves a gap.
+  /// Draws a series: values[i] stands at firstX + i * stepX. Empty empties the plot. Auto-scaled axes fit
+  /// themselves, the others keep what is on show. A value that is no finite number leaves a gap.
   void PlotY(std::span<const double> values, double firstX = 0, double stepX = 1);
   void PlotY(std::span<const std::int16_t> values, double firstX = 0, double stepX = 1);
 
   void SetPlotStyle(PlotStyle style);
 
-  /// What the whole of an axis is, and shows it. Auto-scaled it is the range of the data, and minimum to maximum while
-  /// there is none. An axis without length gets some.
+  /// What the whole of an axis is, and shows it. Auto-scaled it is the range of the data, and minimum to
+  /// maximum while there is none. An axis without length gets some.
   void SetXAxis(bool autoScale, double minimum, double maximum);
   void SetYAxis(bool autoScale, double minimum, double maximum);
 
@@ -96,7 +96,8 @@ class CWGraph : public QWidget, public DescribedChart {
   /// @return false when the printer cannot be drawn on
   bool Print(QPrinter& printer) const;
 
-  /// Asks where to save a picture; gives an empty text when the user thinks better of it. Preset to a file dialog.
+  /// Asks where to save a picture; gives an empty text when the user thinks better of it. Preset to a file
+  /// dialog.
   std::function<QString(const QString& suggestedName)> AskPicturePath;
   /// Asks for a printer and its settings; false for none. Preset to a print dialog.
   std::function<bool(QPrinter&)> AskPrinter;
@@ -127,7 +128,6 @@ class CWGraph : public QWidget, public DescribedChart {
   void ApplyTitles();
   void DrawSoon();
   void PassXView();
-  void CheckCursor(int n) const;
   bool SaveInPaperColours(const QString& path, QString& reason) const;
   QString CursorWords() const;
   void CopyByUser() { CopyPicture(); }

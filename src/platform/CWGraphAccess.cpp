@@ -39,6 +39,8 @@ QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
 
 }  // namespace
 
-void InstallChartAccess() { QAccessible::installFactory(MakeAccess); }   // a second time changes nothing
+void InstallChartAccess() {
+  QAccessible::installFactory(MakeAccess);
+}  // a second time changes nothing
 
 }  // namespace bexlow::platform

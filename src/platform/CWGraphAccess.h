@@ -1,4 +1,5 @@
-// The voice of a graph for screen readers: role chart, its name, and a description that is worded when asked for.
+// The voice of a graph for screen readers: role chart, its name, and a description that is worded when asked
+// for.
 #pragma once
 
 #include <QString>

@@ -19,12 +19,16 @@ class CWGraphCursors : public QCPAbstractPlottable {
   CWGraphCursors(QCPAxis* keyAxis, QCPAxis* valueAxis) : QCPAbstractPlottable(keyAxis, valueAxis) {}
 
   std::vector<Cursor>& All() { return cursors_; }
-  const std::vector<Cursor>& All() const { return cursors_; }
+  /// @param n  from 1
+  /// @throws std::system_error (invalid argument) where there is no cursor n
+  Cursor& Numbered(int n);
   void SetColours(const QColor& plain, const QColor& marked);
 
   double selectTest(const QPointF&, bool, QVariant*) const override { return -1; }
   QCPRange getKeyRange(bool& found, QCP::SignDomain) const override { return NoRange(found); }
-  QCPRange getValueRange(bool& found, QCP::SignDomain, const QCPRange&) const override { return NoRange(found); }
+  QCPRange getValueRange(bool& found, QCP::SignDomain, const QCPRange&) const override {
+    return NoRange(found);
+  }
 
  protected:
   void draw(QCPPainter* painter) override;
@@ -37,7 +41,12 @@ class CWGraphCursors : public QCPAbstractPlottable {
     return {};
   }
   std::vector<const Cursor*> OneInEachColumn(int left, int columns) const;
-  void DrawCursor(QCPPainter& painter, const Cursor& cursor, int column, const QColor& colour, bool withMark) const;
+  const QColor& ColourOf(Look look) const { return look == Look::Marked ? marked_ : plain_; }
+  void DrawAll(QCPPainter& painter, const std::vector<const Cursor*>& chosen, Look look,
+               const QColor& colour) const;
+  void DrawLines(QCPPainter& painter, const std::vector<int>& columns, const QColor& colour) const;
+  /// In pen and brush of the lines before.
+  void DrawMark(QCPPainter& painter, const Cursor& cursor, int column) const;
 
   std::vector<Cursor> cursors_;
   QColor plain_ = Qt::gray;

@@ -9,11 +9,11 @@ namespace bexlow::platform {
 namespace {
 
 constexpr double Infinite = std::numeric_limits<double>::infinity();
-constexpr double FarthestPixel = 1e5;    // beyond it the painter's numbers overflow
-constexpr double FinestColumn = 0.125;   // pixels, on paper
+constexpr double FarthestPixel = 1e5;   // beyond it the painter's numbers overflow
+constexpr double FinestColumn = 0.125;  // pixels, on paper
 constexpr double BarWidth = 2;
 constexpr double HeadRadius = 2.5;
-constexpr double DotDistance = 10;   // pixels between samples from which on each is a dot on the line
+constexpr double DotDistance = 10;  // pixels between samples from which on each is a dot on the line
 
 }  // namespace
 
@@ -63,7 +63,8 @@ void CWGraphCurve::DrawLine(QCPPainter& painter, const Scale& x, const Scale& y,
   const auto flush = [&] {
     if (line.size() > 1) painter.drawPolyline(line);
     if (!withDots && line.size() > 1) return line.clear();
-    for (const auto& point : line) painter.drawEllipse(point, HeadRadius - 1, HeadRadius - 1);   // also one between gaps
+    for (const auto& point : line)
+      painter.drawEllipse(point, HeadRadius - 1, HeadRadius - 1);  // also one between gaps
     line.clear();
   };
   for (auto i = points.first; i < points.end; ++i) {
@@ -78,7 +79,8 @@ void CWGraphCurve::DrawLine(QCPPainter& painter, const Scale& x, const Scale& y,
 }
 
 // Each column from its least to its greatest value, and on to the last value of the column before.
-void CWGraphCurve::DrawColumns(QCPPainter& painter, const Scale& x, const Scale& y, double columnWidth) const {
+void CWGraphCurve::DrawColumns(QCPPainter& painter, const Scale& x, const Scale& y,
+                               double columnWidth) const {
   const auto values = series_.Values();
   const auto area = clipRect();
   QVector<QLineF> lines;
@@ -88,7 +90,8 @@ void CWGraphCurve::DrawColumns(QCPPainter& painter, const Scale& x, const Scale&
     const auto end = FirstFrom(column + columnWidth, x);
     double least = Infinite;
     double greatest = -Infinite;
-    for (auto i = from > 0 && from < end ? from - 1 : from; i < end; ++i) {   // nan is neither less nor greater
+    for (auto i = from > 0 && from < end ? from - 1 : from; i < end;
+         ++i) {  // nan is neither less nor greater
       if (values[i] < least) least = values[i];
       if (values[i] > greatest) greatest = values[i];
     }

@@ -27,7 +27,9 @@ bool Paint(QCustomPlot& plot, QPaintDevice& device, QRectF target) {
   return true;
 }
 
-bool WritePng(QCustomPlot& plot, QBuffer& file) { return PlotImage(plot).save(&file, "PNG"); }
+bool WritePng(QCustomPlot& plot, QBuffer& file) {
+  return PlotImage(plot).save(&file, "PNG");
+}
 
 bool WriteSvg(QCustomPlot& plot, QBuffer& file) {
   QSvgGenerator svg;
@@ -63,7 +65,8 @@ QByteArray PlotFile(QCustomPlot& plot, const QString& extension) {
   };
   static constexpr Format Formats[] = {{"png", WritePng}, {"pdf", WritePdf}, {"svg", WriteSvg}};
   const auto wanted = extension.toLower().toLatin1();
-  const auto* format = std::ranges::find_if(Formats, [&](const Format& known) { return wanted == known.extension; });
+  const auto* format =
+      std::ranges::find_if(Formats, [&](const Format& known) { return wanted == known.extension; });
   if (format == std::end(Formats)) return {};
   QByteArray bytes;
   QBuffer file(&bytes);

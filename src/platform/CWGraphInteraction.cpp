@@ -18,15 +18,15 @@ namespace {
 
 constexpr double KeyZoom = 0.7;
 constexpr double NotchZoom = 0.8;
-constexpr double Notch = 120;          // what a wheel reports for one, in eighths of a degree
-constexpr double KeyPan = 0.1;         // of what is on show
+constexpr double Notch = 120;   // what a wheel reports for one, in eighths of a degree
+constexpr double KeyPan = 0.1;  // of what is on show
 constexpr double PagePan = 0.9;
-constexpr int SmallestRectangle = 6;   // pixels; less is a click with an unsteady hand
+constexpr int SmallestRectangle = 6;  // pixels; less is a click with an unsteady hand
 
 }  // namespace
 
-CWGraphInteraction::CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGraphView& view, CWGraphReadOut& readOut,
-                                       CWGraphOverlay& overlay)
+CWGraphInteraction::CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGraphView& view,
+                                       CWGraphReadOut& readOut, CWGraphOverlay& overlay)
     : QObject(&graph), graph_(graph), plot_(plot), view_(view), readOut_(readOut), overlay_(overlay) {
   graph.setMouseTracking(true);
   graph.installEventFilter(this);
@@ -117,7 +117,7 @@ void CWGraphInteraction::ZoomIntoRectangle() {
   };
   const auto x = range(*plot_.xAxis, drawn.left(), drawn.right());
   const auto y = range(*plot_.yAxis, drawn.bottom(), drawn.top());
-  if (drawn.width() >= SmallestRectangle) view_.X.Show(x);   // a flat rectangle keeps y, a slim one keeps x
+  if (drawn.width() >= SmallestRectangle) view_.X.Show(x);  // a flat rectangle keeps y, a slim one keeps x
   if (drawn.height() >= SmallestRectangle) view_.Y.Show(y);
   Tell();
 }

@@ -14,7 +14,9 @@ class WholeTicker : public QCPAxisTicker {
   WholeTicker() { setTickCount(7); }
 
  protected:
-  double getTickStep(const QCPRange& range) override { return std::max(1.0, QCPAxisTicker::getTickStep(range)); }
+  double getTickStep(const QCPRange& range) override {
+    return std::max(1.0, QCPAxisTicker::getTickStep(range));
+  }
   int getSubTickCount(double step) override { return step < 2 ? 0 : QCPAxisTicker::getSubTickCount(step); }
 };
 
@@ -58,7 +60,8 @@ void DressInStyle(QCustomPlot& plot, Style style) {
   plot.yAxis->setTicker(isBin ? whole : degrees);
 }
 
-void DressInColours(QCustomPlot& plot, QCPAbstractPlottable& curve, CWGraphCursors& cursors, const Colours& colours) {
+void DressInColours(QCustomPlot& plot, QCPAbstractPlottable& curve, CWGraphCursors& cursors,
+                    const Colours& colours) {
   plot.setBackground(colours.paper);
   for (auto* axis : {plot.xAxis, plot.yAxis, plot.xAxis2, plot.yAxis2}) ColourAxis(*axis, colours);
   curve.setPen(QPen(colours.series, 1));

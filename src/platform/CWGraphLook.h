@@ -12,6 +12,7 @@ namespace bexlow::platform {
 /// Ticks of both axes; the one of angles has marks at 30, 45, 90.
 void DressInStyle(QCustomPlot& plot, CWGraphSeries::Style style);
 
-void DressInColours(QCustomPlot& plot, QCPAbstractPlottable& curve, CWGraphCursors& cursors, const Colours& colours);
+void DressInColours(QCustomPlot& plot, QCPAbstractPlottable& curve, CWGraphCursors& cursors,
+                    const Colours& colours);
 
 }  // namespace bexlow::platform

@@ -1,4 +1,5 @@
-// What lies over a plot without redrawing it: the frame of the focus, the rectangle being drawn, the point read out.
+// What lies over a plot without redrawing it: the frame of the focus, the rectangle being drawn, the point
+// read out.
 #pragma once
 
 #include <QWidget>

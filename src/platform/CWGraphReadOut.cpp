@@ -13,7 +13,9 @@ namespace bexlow::platform {
 
 namespace {
 
-QString Hint() { return QStringLiteral("Wheel: zoom   Drag: move   Right drag: zoom in   Double click: show all"); }
+QString Hint() {
+  return QStringLiteral("Wheel: zoom   Drag: move   Right drag: zoom in   Double click: show all");
+}
 
 }  // namespace
 

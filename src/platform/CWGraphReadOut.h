@@ -1,4 +1,5 @@
-// The point of a graph that is read out: chosen by the pointer or by keys, marked on the plot, told in a line of words.
+// The point of a graph that is read out: chosen by the pointer or by keys, marked on the plot, told in a line
+// of words.
 #pragma once
 
 #include <QPointF>

@@ -10,7 +10,7 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr double Largest = 1e100;   // what the plot library can still scale
+constexpr double Largest = 1e100;  // what the plot library can still scale
 
 std::optional<CWGraphRange> RangeOf(std::span<const double> values) {
   std::optional<CWGraphRange> range;
@@ -23,7 +23,9 @@ std::optional<CWGraphRange> RangeOf(std::span<const double> values) {
   return range;
 }
 
-bool IsPlace(double x) { return std::isfinite(x) && std::abs(x) <= Largest; }
+bool IsPlace(double x) {
+  return std::isfinite(x) && std::abs(x) <= Largest;
+}
 
 }  // namespace
 
@@ -32,7 +34,8 @@ CWGraphSeries::CWGraphSeries(std::vector<double> values, double firstX, double s
       firstX_(IsPlace(firstX) ? firstX : 0),
       stepX_(IsPlace(stepX) && stepX > 0 ? stepX : 1) {
   for (double& value : values_) {
-    value = std::isfinite(value) ? std::clamp(value, -Largest, Largest) : std::numeric_limits<double>::quiet_NaN();
+    value = std::isfinite(value) ? std::clamp(value, -Largest, Largest)
+                                 : std::numeric_limits<double>::quiet_NaN();
   }
   yRange_ = RangeOf(values_);
 }
@@ -62,7 +65,8 @@ std::optional<std::size_t> CWGraphSeries::Nearest(double x, Style style) const {
 std::size_t CWGraphSeries::Beyond(std::size_t index, std::ptrdiff_t points, Style style) const {
   const std::ptrdiff_t last = std::ssize(values_) - 1;
   const auto start = static_cast<std::ptrdiff_t>(index);
-  if (style == Style::Linear) return static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(start + points, 0, last));
+  if (style == Style::Linear)
+    return static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(start + points, 0, last));
   const std::ptrdiff_t direction = points < 0 ? -1 : 1;
   std::ptrdiff_t reached = start;
   std::ptrdiff_t left = std::abs(points);

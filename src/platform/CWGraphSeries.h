@@ -38,7 +38,8 @@ class CWGraphSeries {
   std::optional<CWGraphRange> XRange() const;
   std::optional<CWGraphRange> YRange() const { return yRange_; }
 
-  /// The point nearest to x, nothing in an empty series. Of bins, one that counts is preferred to its empty neighbours.
+  /// The point nearest to x, nothing in an empty series. Of bins, one that counts is preferred to its empty
+  /// neighbours.
   std::optional<std::size_t> Nearest(double x, Style style) const;
 
   /// The point so many further on, at most the last or first. Of bins only those that count are gone to.

@@ -9,8 +9,8 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr double Farthest = 1e100;       // what the plot library can still scale
-constexpr double DeepestZoom = 1.0 / 500;   // of the whole, where nothing finer is known
+constexpr double Farthest = 1e100;         // what the plot library can still scale
+constexpr double DeepestZoom = 1.0 / 500;  // of the whole, where nothing finer is known
 
 CWGraphRange Sound(CWGraphRange range) {
   const auto known = [](double end) { return std::isnan(end) ? 0 : std::clamp(end, -Farthest, Farthest); };
@@ -34,7 +34,9 @@ void CWGraphAxis::SetData(std::optional<CWGraphRange> data, double leastSize) {
   if (autoScale_) ShowWhole();
 }
 
-CWGraphRange CWGraphAxis::Whole() const { return autoScale_ && data_ ? Sound(*data_) : given_; }
+CWGraphRange CWGraphAxis::Whole() const {
+  return autoScale_ && data_ ? Sound(*data_) : given_;
+}
 
 void CWGraphAxis::Show(CWGraphRange wanted) {
   if (!std::isfinite(wanted.lower) || !std::isfinite(wanted.upper)) return;

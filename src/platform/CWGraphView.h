@@ -10,8 +10,8 @@ class QCPAxis;
 
 namespace bexlow::platform {
 
-/// One axis. What it shows lies within the whole and the data; the drawn axis has a little room beyond, so that points
-/// at the ends do not hide under the frame.
+/// One axis. What it shows lies within the whole and the data; the drawn axis has a little room beyond, so
+/// that points at the ends do not hide under the frame.
 class CWGraphAxis {
  public:
   /// @param room  share of the range on show that is drawn beyond each end
@@ -19,7 +19,8 @@ class CWGraphAxis {
 
   /// The whole as set by the program; shows it.
   void SetWhole(bool autoScale, CWGraphRange given);
-  /// The range of the data, and the smallest range worth looking at. An auto-scaled axis shows its whole anew.
+  /// The range of the data, and the smallest range worth looking at. An auto-scaled axis shows its whole
+  /// anew.
   void SetData(std::optional<CWGraphRange> data, double leastSize);
 
   CWGraphRange Whole() const;

@@ -23,11 +23,11 @@ constexpr double NumberHeight = 0.15;
 constexpr double PointerLength = 0.84;
 constexpr double HubRadius = 0.08;
 constexpr double ValueHeight = 0.2;
-constexpr double ValueBelowCentre = 0.32;   // the middle of the window that shows the value
+constexpr double ValueBelowCentre = 0.32;  // the middle of the window that shows the value
 constexpr double WindowWidth = 0.84;
 constexpr double WindowHeight = 0.26;
 
-constexpr int ScaleMarkDegrees = 30;   // of the arc, about, from one long mark to the next
+constexpr int ScaleMarkDegrees = 30;  // of the arc, about, from one long mark to the next
 
 Colours ColoursFor(const QWidget& widget) {
   return ColoursOf(widget.palette(), widget.isEnabled() ? QPalette::Active : QPalette::Disabled);
@@ -47,7 +47,7 @@ QPointF OnCircle(double degrees, double radius) {
 }
 
 void DrawCentred(QPainter& painter, QPointF centre, double height, const QString& text) {
-  constexpr double Zoom = 100;   // fonts have no sizes below one
+  constexpr double Zoom = 100;  // fonts have no sizes below one
   QFont font = painter.font();
   font.setPixelSize(std::max(1, static_cast<int>(height * Zoom)));
   painter.save();
@@ -74,10 +74,16 @@ void CWKnob::SetScale(double minimum, double maximum, double startDegrees, doubl
   SetRange(minimum, maximum, 1);
 }
 
-QSize CWKnob::sizeHint() const { return {190, 190}; }
-QSize CWKnob::minimumSizeHint() const { return {130, 130}; }
+QSize CWKnob::sizeHint() const {
+  return {190, 190};
+}
+QSize CWKnob::minimumSizeHint() const {
+  return {130, 130};
+}
 
-double CWKnob::AngleAt(double fraction) const { return startDegrees_ + fraction * arcDegrees_; }
+double CWKnob::AngleAt(double fraction) const {
+  return startDegrees_ + fraction * arcDegrees_;
+}
 
 void CWKnob::DrawFace(QPainter& painter) const {
   const auto colours = ColoursFor(*this);
@@ -94,7 +100,7 @@ void CWKnob::DrawScale(QPainter& painter) const {
   const QRectF circle(-ScaleRadius, -ScaleRadius, 2 * ScaleRadius, 2 * ScaleRadius);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(Blend(colours.paper, colours.text, 0.5), 0.015, Qt::SolidLine, Qt::FlatCap));
-  constexpr double Sixteenths = 16;   // the unit of Qt's arcs, which run against the clock from three o'clock
+  constexpr double Sixteenths = 16;  // the unit of Qt's arcs, which run against the clock from three o'clock
   painter.drawArc(circle, static_cast<int>((180 - startDegrees_) * Sixteenths),
                   static_cast<int>(-arcDegrees_ * Sixteenths));
 
@@ -104,7 +110,8 @@ void CWKnob::DrawScale(QPainter& painter) const {
     const bool isMajor = std::abs(mark / major - std::round(mark / major)) < 0.01;
     const double angle = AngleAt(FractionOf(mark));
     painter.setPen(QPen(colours.text, isMajor ? 0.022 : 0.012, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(OnCircle(angle, ScaleRadius), OnCircle(angle, ScaleRadius - (isMajor ? MajorLength : MinorLength)));
+    painter.drawLine(OnCircle(angle, ScaleRadius),
+                     OnCircle(angle, ScaleRadius - (isMajor ? MajorLength : MinorLength)));
   }
 }
 

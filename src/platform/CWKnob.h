@@ -11,11 +11,12 @@ class CWKnob : public Instrument {
  public:
   explicit CWKnob(QWidget* parent = nullptr);
 
-  /// The values at both ends of the scale, and where the scale lies. Degrees of the arc run clockwise from nine o'clock:
-  /// an arc of 180 that begins at 0 has its middle at the top, and so has one of 359.9 that begins at 270 (six o'clock).
-  /// A level sensor thus points up, a lean to the negative side to the left.
+  /// The values at both ends of the scale, and where the scale lies. Degrees of the arc run clockwise from
+  /// nine o'clock: an arc of 180 that begins at 0 has its middle at the top, and so has one of 359.9 that
+  /// begins at 270 (six o'clock). A level sensor thus points up, a lean to the negative side to the left.
   void SetScale(double minimum, double maximum, double startDegrees, double arcDegrees);
 
+  QAccessible::Role Role() const override { return QAccessible::Dial; }
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
   bool hasHeightForWidth() const override { return true; }

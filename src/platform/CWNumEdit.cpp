@@ -10,7 +10,7 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr double LongestPlainNumber = 1e12;   // beyond it digits would fill the box
+constexpr double LongestPlainNumber = 1e12;  // beyond it digits would fill the box
 
 bool IsPlainZero(const QString& text) {
   return std::ranges::none_of(text, [](QChar c) { return c.isDigit() && c != u'0'; });
@@ -37,7 +37,7 @@ void CWNumEdit::Value(double value) {
   FitBaseRange();
   setValue(value);
   shown_ = QDoubleSpinBox::value();
-  lineEdit()->setText(textFromValue(shown_));   // also over what the user has half typed
+  lineEdit()->setText(textFromValue(shown_));  // also over what the user has half typed
   assigning_ = false;
 }
 
@@ -54,7 +54,9 @@ void CWNumEdit::SetDecimals(int decimals) {
   Value(value_);
 }
 
-void CWNumEdit::SetStep(double step) { setSingleStep(step); }
+void CWNumEdit::SetStep(double step) {
+  setSingleStep(step);
+}
 
 // The base bounds whatever it is given by its range, so its range has to reach out to an assigned value.
 void CWNumEdit::FitBaseRange() {
@@ -64,12 +66,13 @@ void CWNumEdit::FitBaseRange() {
 }
 
 void CWNumEdit::OnBaseChange(double shown) {
-  if (assigning_ || shown == shown_) return;   // Enter tells of values that have not changed
+  if (assigning_ || shown == shown_) return;  // Enter tells of values that have not changed
   shown_ = shown;
   if (IsInside(shown)) {
     value_ = shown;
   } else {
-    Value(std::clamp(shown, lower_, upper_));   // an assistive tool goes by the base's range, which may be wider
+    Value(
+        std::clamp(shown, lower_, upper_));  // an assistive tool goes by the base's range, which may be wider
   }
   if (ValueChanged) ValueChanged(value_);
 }

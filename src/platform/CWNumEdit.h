@@ -1,4 +1,5 @@
-// A numeric edit: what the program assigns is kept to the last bit, what the user enters stays inside the limits.
+// A numeric edit: what the program assigns is kept to the last bit, what the user enters stays inside the
+// limits.
 #pragma once
 
 #include <QDoubleSpinBox>
@@ -50,7 +51,7 @@ class CWNumEdit : public QDoubleSpinBox {
   void OnBaseChange(double shown);
 
   double value_ = 0;
-  double shown_ = 0;   // the same, rounded to the decimals on show
+  double shown_ = 0;  // the same, rounded to the decimals on show
   double lower_ = 0;
   double upper_ = 100;
   bool assigning_ = false;

@@ -15,14 +15,14 @@ namespace {
 
 // Lengths in the widget's units.
 constexpr double GrooveWidth = 8;
-constexpr double EndRoom = 14;    // half a number beyond the ends of the scale
+constexpr double EndRoom = 14;  // half a number beyond the ends of the scale
 constexpr double MajorLength = 10;
 constexpr double MinorLength = 5;
 constexpr double TickGap = 4;
-constexpr double KnobLength = 12;   // along the groove
+constexpr double KnobLength = 12;  // along the groove
 constexpr double KnobBreadth = 24;
 constexpr int PagesInScale = 16;
-constexpr double NotchDegrees = 120;   // one notch of a wheel, in eighths of a degree
+constexpr double NotchDegrees = 120;  // one notch of a wheel, in eighths of a degree
 
 Colours ColoursFor(const QWidget& widget) {
   return ColoursOf(widget.palette(), widget.isEnabled() ? QPalette::Active : QPalette::Disabled);
@@ -35,7 +35,9 @@ CWSlide::CWSlide(QWidget* parent) : Instrument(parent) {
   SetOrientation(Qt::Vertical);
 }
 
-void CWSlide::SetScale(double minimum, double maximum) { SetRange(minimum, maximum, 0); }
+void CWSlide::SetScale(double minimum, double maximum) {
+  SetRange(minimum, maximum, 0);
+}
 
 void CWSlide::SetOrientation(Qt::Orientation orientation) {
   orientation_ = orientation;
@@ -57,8 +59,12 @@ void CWSlide::SetStep(double step) {
   if (step > 0 && std::isfinite(step)) step_ = step;
 }
 
-QSize CWSlide::sizeHint() const { return IsUpright() ? QSize(96, 240) : QSize(300, 84); }
-QSize CWSlide::minimumSizeHint() const { return IsUpright() ? QSize(84, 120) : QSize(160, 72); }
+QSize CWSlide::sizeHint() const {
+  return IsUpright() ? QSize(96, 240) : QSize(300, 84);
+}
+QSize CWSlide::minimumSizeHint() const {
+  return IsUpright() ? QSize(84, 120) : QSize(160, 72);
+}
 
 // The value text stands above an upright scale and over the middle of a lying one.
 QRectF CWSlide::Groove() const {
@@ -68,7 +74,8 @@ QRectF CWSlide::Groove() const {
     return {left, textHeight + EndRoom, GrooveWidth, std::max(1.0, height() - textHeight - 2 * EndRoom)};
   }
   const double endRoom = EndRoom + 4;
-  return {endRoom, textHeight + KnobBreadth / 2 - GrooveWidth / 2, std::max(1.0, width() - 2 * endRoom), GrooveWidth};
+  return {endRoom, textHeight + KnobBreadth / 2 - GrooveWidth / 2, std::max(1.0, width() - 2 * endRoom),
+          GrooveWidth};
 }
 
 QPointF CWSlide::PlaceOf(double fraction) const {
@@ -118,15 +125,19 @@ void CWSlide::DrawPointer(QPainter& painter) const {
   const QPointF place = PlaceOf(Fraction());
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.series);
-  painter.drawRoundedRect(QRectF(PlaceOf(0), place).normalized().adjusted(
-                              IsUpright() ? -GrooveWidth / 2 + 1 : 0, IsUpright() ? 0 : -GrooveWidth / 2 + 1,
-                              IsUpright() ? GrooveWidth / 2 - 1 : 0, IsUpright() ? 0 : GrooveWidth / 2 - 1),
-                          2, 2);
+  painter.drawRoundedRect(
+      QRectF(PlaceOf(0), place)
+          .normalized()
+          .adjusted(IsUpright() ? -GrooveWidth / 2 + 1 : 0, IsUpright() ? 0 : -GrooveWidth / 2 + 1,
+                    IsUpright() ? GrooveWidth / 2 - 1 : 0, IsUpright() ? 0 : GrooveWidth / 2 - 1),
+      2, 2);
 
   QRectF knob(0, 0, IsUpright() ? KnobBreadth : KnobLength, IsUpright() ? KnobLength : KnobBreadth);
   if (readOnly_) knob.setSize(IsUpright() ? QSizeF(KnobBreadth, 4) : QSizeF(4, KnobBreadth));
   knob.moveCenter(place);
-  painter.setPen(QPen(readOnly_ ? colours.series : hasFocus() ? colours.focus : Blend(colours.paper, colours.text, 0.6),
+  painter.setPen(QPen(readOnly_    ? colours.series
+                      : hasFocus() ? colours.focus
+                                   : Blend(colours.paper, colours.text, 0.6),
                       hasFocus() ? 2 : 1));
   painter.setBrush(readOnly_ ? colours.series : colours.paper);
   painter.drawRoundedRect(knob, 3, 3);
@@ -162,7 +173,9 @@ void CWSlide::mouseMoveEvent(QMouseEvent* event) {
   if (dragging_) MoveByUser(ValueAt(event->position()));
 }
 
-void CWSlide::mouseReleaseEvent(QMouseEvent*) { dragging_ = false; }
+void CWSlide::mouseReleaseEvent(QMouseEvent*) {
+  dragging_ = false;
+}
 
 // Touch pads send parts of a notch; they are gathered until they make a step.
 void CWSlide::wheelEvent(QWheelEvent* event) {
@@ -196,7 +209,8 @@ void CWSlide::keyPressEvent(QKeyEvent* event) {
         return std::nullopt;
     }
   }();
-  if (!wanted || readOnly_ || event->modifiers().testFlag(Qt::ControlModifier)) return QWidget::keyPressEvent(event);
+  if (!wanted || readOnly_ || event->modifiers().testFlag(Qt::ControlModifier))
+    return QWidget::keyPressEvent(event);
   MoveByUser(*wanted);
 }
 

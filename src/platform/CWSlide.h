@@ -1,9 +1,9 @@
 // A straight scale with a pointer: shows a reading, or lets the user set a value.
 #pragma once
 
-#include "platform/Instrument.h"
-
 #include <functional>
+
+#include "platform/Instrument.h"
 
 namespace bexlow::platform {
 
@@ -28,6 +28,7 @@ class CWSlide : public Instrument {
   std::function<void(double)> PointerValueChanged;
 
   void MoveByUser(double value) override;
+  QAccessible::Role Role() const override { return QAccessible::Slider; }
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
 

@@ -37,8 +37,8 @@ QColor Blend(const QColor& first, const QColor& second, double share) {
                           mix(first.blueF(), second.blueF()));
 }
 
-// Blue, vermilion red and orange of the Okabe-Ito set, which keep apart for all common kinds of colour blindness, each
-// in a shade for a bright and for a dark ground.
+// Blue, vermilion red and orange of the Okabe-Ito set, which keep apart for all common kinds of colour
+// blindness, each in a shade for a bright and for a dark ground.
 Colours ColoursOf(const QPalette& palette, QPalette::ColorGroup group) {
   const auto paper = palette.color(group, QPalette::Base);
   const auto text = Readable(palette.color(group, QPalette::Text), paper);

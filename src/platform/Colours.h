@@ -1,4 +1,5 @@
-// Colours of the drawn widgets: taken from the palette, and a few of ours that colour-blind readers can tell apart.
+// Colours of the drawn widgets: taken from the palette, and a few of ours that colour-blind readers can tell
+// apart.
 #pragma once
 
 #include <QColor>
@@ -14,13 +15,13 @@ QColor Blend(const QColor& first, const QColor& second, double share);
 
 /// The colours of a drawn widget.
 struct Colours {
-  QColor paper;    // behind all
-  QColor text;     // at least 4.5 to 1 on paper
-  QColor faint;    // grid, rims: seen, not read
-  QColor series;   // curves, pointers
-  QColor mark;     // cursors, in red
-  QColor hint;     // read-out, rectangle
-  QColor focus;    // frame of the widget that has the keys
+  QColor paper;   // behind all
+  QColor text;    // at least 4.5 to 1 on paper
+  QColor faint;   // grid, rims: seen, not read
+  QColor series;  // curves, pointers
+  QColor mark;    // cursors, in red
+  QColor hint;    // read-out, rectangle
+  QColor focus;   // frame of the widget that has the keys
 };
 
 /// For a widget in this state of enabling.

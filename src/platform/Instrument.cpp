@@ -16,8 +16,8 @@ constexpr double LongestPlainNumber = 1e6;
 
 class InstrumentAccess : public QAccessibleWidget, public QAccessibleValueInterface {
  public:
-  InstrumentAccess(Instrument& instrument, QAccessible::Role role)
-      : QAccessibleWidget(&instrument, role), instrument_(instrument) {}
+  explicit InstrumentAccess(Instrument& instrument)
+      : QAccessibleWidget(&instrument, instrument.Role()), instrument_(instrument) {}
 
   void* interface_cast(QAccessible::InterfaceType type) override {
     if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
@@ -49,21 +49,19 @@ class InstrumentAccess : public QAccessibleWidget, public QAccessibleValueInterf
 
 QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
   auto* instrument = qobject_cast<Instrument*>(object);
-  if (!instrument) return nullptr;
-  const bool isDial = instrument->inherits("bexlow::platform::CWKnob");
-  return new InstrumentAccess(*instrument, isDial ? QAccessible::Dial : QAccessible::Slider);
+  return instrument ? new InstrumentAccess(*instrument) : nullptr;
 }
 
 }  // namespace
 
 Instrument::Instrument(QWidget* parent) : QWidget(parent) {
-  QAccessible::installFactory(MakeAccess);   // a second time changes nothing
+  QAccessible::installFactory(MakeAccess);  // a second time changes nothing
 }
 
 void Instrument::Value(double value) {
   const auto before = ValueText();
   value_ = value;
-  if (ValueText() != before) update();   // what cannot be seen is not drawn: samples come faster than frames
+  if (ValueText() != before) update();  // what cannot be seen is not drawn: samples come faster than frames
 }
 
 void Instrument::SetUnit(const QString& unit) {
@@ -90,7 +88,7 @@ QString Instrument::TextOf(double value) const {
   const double known = std::isnan(value) ? 0 : value;
   if (std::abs(known) >= LongestPlainNumber) return QString::number(known, 'g', 4) + unit_;
   const double unitStep = std::pow(10.0, -decimals_);
-  const double shown = std::abs(known) < unitStep / 2 ? 0 : known;   // no "-0"
+  const double shown = std::abs(known) < unitStep / 2 ? 0 : known;  // no "-0"
   return QString::number(shown, 'f', decimals_) + unit_;
 }
 
@@ -122,7 +120,8 @@ void Instrument::paintEvent(QPaintEvent*) {
   Announce();
 }
 
-// Told no more often than it is drawn, so that a chain of 380 samples a second does not flood a screen reader.
+// Told no more often than it is drawn, so that a chain of 380 samples a second does not flood a screen
+// reader.
 void Instrument::Announce() {
   if (!QAccessible::isActive() || announced_ == ValueText()) return;
   announced_ = ValueText();
@@ -130,7 +129,9 @@ void Instrument::Announce() {
   QAccessible::updateAccessibility(&event);
 }
 
-void Instrument::resizeEvent(QResizeEvent*) { DropFace(); }
+void Instrument::resizeEvent(QResizeEvent*) {
+  DropFace();
+}
 
 void Instrument::changeEvent(QEvent* event) {
   switch (event->type()) {
@@ -150,7 +151,9 @@ double MarkStep(double span, int wanted) {
   if (!(span > 0) || !std::isfinite(span) || wanted < 1) return 1;
   const double rough = span / wanted;
   const double power = std::pow(10.0, std::floor(std::log10(rough)));
-  const auto suits = [&](double factor) { return factor * power >= rough * 0.8 && factor * power <= rough * 2.5; };
+  const auto suits = [&](double factor) {
+    return factor * power >= rough * 0.8 && factor * power <= rough * 2.5;
+  };
   const auto divides = [&](double factor) {
     const double parts = span / (factor * power);
     return std::abs(parts - std::round(parts)) < 0.01;

@@ -1,7 +1,8 @@
-// What dials and slides have in common: a value on a scale, a face that is drawn once and kept, a pointer above it,
-// and a voice for screen readers.
+// What dials and slides have in common: a value on a scale, a face that is drawn once and kept, a pointer
+// above it, and a voice for screen readers.
 #pragma once
 
+#include <QAccessible>
 #include <QPixmap>
 #include <QWidget>
 
@@ -29,6 +30,9 @@ class Instrument : public QWidget {
 
   /// Put behind the value on show, "°" for instance.
   void SetUnit(const QString& unit);
+
+  /// What a screen reader calls it.
+  virtual QAccessible::Role Role() const = 0;
 
   /// Whether only the program moves the pointer.
   virtual bool IsReadOnly() const { return true; }
@@ -67,12 +71,12 @@ class Instrument : public QWidget {
   QPixmap face_;
 };
 
-/// Distance of two numbered marks, so that about `wanted` of them cover the span: a round number, preferably one that
-/// divides the span, as 30 does 360 and 128 does 1024.
+/// Distance of two numbered marks, so that about `wanted` of them cover the span: a round number, preferably
+/// one that divides the span, as 30 does 360 and 128 does 1024.
 double MarkStep(double span, int wanted);
 
-/// The marks of a scale: multiples of step from minimum to maximum; the ends may be off by a thousandth of the span, so
-/// that a scale to 179.99 has its mark 180.
+/// The marks of a scale: multiples of step from minimum to maximum; the ends may be off by a thousandth of
+/// the span, so that a scale to 179.99 has its mark 180.
 std::vector<double> Marks(double minimum, double maximum, double step);
 
 }  // namespace bexlow::platform

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QAccessible>
 #include <QApplication>
 #include <QFile>
@@ -9,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <random>
 #include <system_error>
@@ -22,7 +21,7 @@ namespace {
 
 constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double Inf = std::numeric_limits<double>::infinity();
-constexpr std::size_t FullRun = 270204;   // samples of one axis of a full logger: 2047 pages of 132
+constexpr std::size_t FullRun = 270204;  // samples of one axis of a full logger: 2047 pages of 132
 
 class Graph : public testing::Test {
  protected:
@@ -35,7 +34,8 @@ class Graph : public testing::Test {
   QCustomPlot& Plot() { return *graph.findChild<QCustomPlot*>(); }
   QPoint PixelOf(double x, double y) {
     graph.DrawNow();
-    return {static_cast<int>(std::floor(Plot().xAxis->coordToPixel(x))), qRound(Plot().yAxis->coordToPixel(y))};
+    return {static_cast<int>(std::floor(Plot().xAxis->coordToPixel(x))),
+            qRound(Plot().yAxis->coordToPixel(y))};
   }
   static bool HasColourNear(const QImage& image, QPoint place, int reach, const QColor& colour) {
     for (int x = place.x() - reach; x <= place.x() + reach; ++x) {
@@ -84,6 +84,22 @@ TEST_F(Graph, EverySpikeIsSeenInEveryView) {
   }
 }
 
+TEST_F(Graph, TheLineRunsFromFrameToFrame) {
+  graph.SetXAxis(true, 0, 1);
+  graph.SetYAxis(false, -180, 180);
+  graph.PlotY(std::vector<double>(FullRun, 45));
+  for (const double size : {5.0, 300.0, 20000.0}) {
+    SCOPED_TRACE(size);
+    graph.SetXView({1000.5, 1000.5 + size});
+    const auto middle = PixelOf(1000.5 + size / 2, 45);
+    const auto area = Plot().axisRect()->rect();
+    const auto picture = graph.Picture();
+    for (int x = area.left() + 1; x < area.right(); ++x) {
+      ASSERT_TRUE(StandsOut(picture, {x, middle.y()}) || StandsOut(picture, {x, middle.y() - 1})) << x;
+    }
+  }
+}
+
 TEST_F(Graph, TakesAnyNumbers) {
   struct Hostile {
     const char* what;
@@ -91,14 +107,14 @@ TEST_F(Graph, TakesAnyNumbers) {
     double firstX, stepX;
   };
   for (const auto& [what, values, firstX, stepX] : std::vector<Hostile>{{"empty", {}, 0, 1},
-                                                                       {"one", {5}, 0, 1},
-                                                                       {"all nan", {Nan, Nan}, 0, 1},
-                                                                       {"gap", {1, Nan, 2, Inf, 3}, 0, 1},
-                                                                       {"huge", {1e308, -1e308, 0}, 0, 1},
-                                                                       {"tiny", {5e-324, 0}, 0, 1},
-                                                                       {"far", {1, 2}, 1e300, 1},
-                                                                       {"no step", {1, 2}, 0, 0},
-                                                                       {"nan step", {1, 2}, Nan, Nan}}) {
+                                                                        {"one", {5}, 0, 1},
+                                                                        {"all nan", {Nan, Nan}, 0, 1},
+                                                                        {"gap", {1, Nan, 2, Inf, 3}, 0, 1},
+                                                                        {"huge", {1e308, -1e308, 0}, 0, 1},
+                                                                        {"tiny", {5e-324, 0}, 0, 1},
+                                                                        {"far", {1, 2}, 1e300, 1},
+                                                                        {"no step", {1, 2}, 0, 0},
+                                                                        {"nan step", {1, 2}, Nan, Nan}}) {
     SCOPED_TRACE(what);
     for (const auto style : {PlotStyle::Bin, PlotStyle::Linear}) {
       graph.SetPlotStyle(style);
@@ -137,7 +153,7 @@ TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
   }
   graph.SetPlotStyle(PlotStyle::Bin);
   graph.PlotY(std::vector<double>{7, 9}, -90, 1);
-  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 9}));   // counts stand on 0
+  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 9}));  // counts stand on 0
 }
 
 TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
@@ -162,7 +178,7 @@ TEST_F(Graph, NewDataKeepsAFixedViewAndFitsAnAutomaticOne) {
   graph.SetYAxis(true, 0, 1);
   graph.PlotY(std::vector<double>(361, 5), -180, 1);
   graph.SetXView({10, 60});
-  graph.PlotY(std::vector<double>(361, 80), -180, 1);   // the next pair of pages
+  graph.PlotY(std::vector<double>(361, 80), -180, 1);  // the next pair of pages
   EXPECT_EQ(graph.XView(), (CWGraphRange{10, 60}));
   EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80}));
 }
@@ -185,7 +201,7 @@ TEST_F(Graph, LinkedGraphsMoveTogether) {
     CWGraph brief;
     graph.LinkXAxis(brief);
   }
-  graph.SetXView({1, 50});   // the linked one is gone
+  graph.SetXView({1, 50});  // the linked one is gone
   EXPECT_EQ(graph.XView(), (CWGraphRange{1, 50}));
 }
 
@@ -205,7 +221,8 @@ TEST_F(Graph, AsManyCursorsAsSamples) {
   const auto last = PixelOf(FullRun - 1, 90);
   const auto paper = ColoursOf(QApplication::palette()).paper;
   const auto picture = graph.Picture();
-  for (int x = PixelOf(0, 0).x() + 1; x < last.x(); ++x) ASSERT_NE(picture.pixelColor(x, last.y()), paper) << x;
+  for (int x = PixelOf(0, 0).x() + 1; x < last.x(); ++x)
+    ASSERT_NE(picture.pixelColor(x, last.y()), paper) << x;
   for (const int n : {0, -1, static_cast<int>(FullRun) + 1}) {
     EXPECT_THROW(graph.SetCursorPosition(n, 0, 0), std::system_error);
     EXPECT_THROW(graph.SetCursorLook(n), std::system_error);
@@ -248,7 +265,7 @@ TEST_F(Graph, SavesPicturesByTheirNames) {
   graph.PlotY(std::vector<double>{1, 2, 1});
   struct Saved {
     const char* name;
-    const char* start;   // nullptr: refused
+    const char* start;  // nullptr: refused
   };
   for (const auto& [name, start] : std::vector<Saved>{{"a.png", "\x89PNG"},
                                                       {"a.pdf", "%PDF-"},
@@ -296,7 +313,8 @@ TEST_F(Graph, TellsInWordsWhatItShows) {
   graph.EnableCursors();
   graph.SetCursorPosition(1, 2, 0);
   EXPECT_EQ(words(),
-            "3 points; Sample from 0 to 2; X angle (degrees) from -180 to 180; least value -12, greatest value 140; "
+            "3 points; Sample from 0 to 2; X angle (degrees) from -180 to 180; least value -12, greatest "
+            "value 140; "
             "1 cursor at 2");
   for (int n = 2; n <= 12; ++n) {
     graph.AddCursor();

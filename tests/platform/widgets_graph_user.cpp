@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
@@ -8,6 +6,7 @@
 #include <QWheelEvent>
 #include <qcustomplot.h>
 
+#include <gtest/gtest.h>
 #include <vector>
 
 #include "platform/CWGraph.h"
@@ -35,8 +34,8 @@ class GraphUser : public testing::Test {
     return QPointF(plot.xAxis->coordToPixel(x), plot.yAxis->coordToPixel(y)).toPoint() + plot.pos();
   }
   void Wheel(QPoint place, int notches, Qt::KeyboardModifiers modifiers = {}) {
-    QWheelEvent event(place, graph.mapToGlobal(QPointF(place)), {}, {0, 120 * notches}, Qt::NoButton, modifiers,
-                      Qt::NoScrollPhase, false);
+    QWheelEvent event(place, graph.mapToGlobal(QPointF(place)), {}, {0, 120 * notches}, Qt::NoButton,
+                      modifiers, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&graph, &event);
   }
   void Drag(Qt::MouseButton button, QPoint from, QPoint to) {
@@ -75,7 +74,11 @@ TEST_F(GraphUser, KeysZoomAndPan) {
            {"left", {Qt::Key_Left}, {}, {380, 580}, all},
            {"right", {Qt::Key_Right}, {}, {420, 620}, all},
            {"a page back", {Qt::Key_PageUp}, {}, {220, 420}, all},
-           {"pages on, to the end", {Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_PageDown}, {}, {800, 1000}, all},
+           {"pages on, to the end",
+            {Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_PageDown},
+            {},
+            {800, 1000},
+            all},
            {"up with all of y on show", {Qt::Key_Up}, {}, {400, 600}, all},
            {"all", {Qt::Key_Plus, Qt::Key_Home}, {}, {0, 1000}, all},
        }) {
@@ -138,13 +141,13 @@ TEST_F(GraphUser, PointerAndKeysReadOut) {
     const char* text;
   };
   for (const auto& [key, text] : std::vector<Step>{{Qt::Key_Right, "Sample 498: 98°"},
-                                                  {Qt::Key_Right, "Sample 499: 99°"},
-                                                  {Qt::Key_Right, "Sample 500: 0°"},
-                                                  {Qt::Key_Right, "Sample 501: 1°"},
-                                                  {Qt::Key_Left, "Sample 500: 0°"},
-                                                  {Qt::Key_End, "Sample 1000: 0°"},
-                                                  {Qt::Key_Right, "Sample 1000: 0°"},
-                                                  {Qt::Key_Home, "Sample 0: 0°"}}) {
+                                                   {Qt::Key_Right, "Sample 499: 99°"},
+                                                   {Qt::Key_Right, "Sample 500: 0°"},
+                                                   {Qt::Key_Right, "Sample 501: 1°"},
+                                                   {Qt::Key_Left, "Sample 500: 0°"},
+                                                   {Qt::Key_End, "Sample 1000: 0°"},
+                                                   {Qt::Key_Right, "Sample 1000: 0°"},
+                                                   {Qt::Key_Home, "Sample 0: 0°"}}) {
     QTest::keyClick(&graph, key, Qt::ShiftModifier);
     EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text));
     const double sample = graph.ReadOutText().section(' ', 1, 1).remove(':').toDouble();
@@ -192,7 +195,7 @@ TEST_F(GraphUser, MenuCopiesSavesAndTellsFailures) {
   };
   graph.TellFailure = [&](const QString& reason) { told << reason; };
   graph.AskPrinter = [](QPrinter&) { return false; };
-  Choose("Save Picture As...");   // thought better of it
+  Choose("Save Picture As...");  // thought better of it
   chosen = folder.filePath("plain");
   Choose("Save Picture As...");
   EXPECT_TRUE(QFile::exists(folder.filePath("plain.png")));

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QAccessible>
 #include <QApplication>
 #include <QTest>
@@ -7,6 +5,7 @@
 
 #include <bit>
 #include <cmath>
+#include <gtest/gtest.h>
 #include <limits>
 #include <numbers>
 #include <vector>
@@ -21,9 +20,13 @@ namespace {
 constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
 constexpr double Inf = std::numeric_limits<double>::infinity();
 
-QImage Shown(QWidget& widget) { return widget.grab().toImage(); }
+QImage Shown(QWidget& widget) {
+  return widget.grab().toImage();
+}
 
-QColor SeriesColour() { return ColoursOf(QApplication::palette()).series; }
+QColor SeriesColour() {
+  return ColoursOf(QApplication::palette()).series;
+}
 
 class PaintCounter : public QObject {
  public:
@@ -38,21 +41,21 @@ TEST(Knob, PointsWhereTheValueStands) {
   struct Pointed {
     const char* what;
     double value;
-    double clockwiseFromTop;   // degrees, on the dial of X
+    double clockwiseFromTop;  // degrees, on the dial of X
     double onDialY;
   };
   CWKnob x;
   CWKnob y;
   y.SetScale(-89.9, 89.9, 0, 180);
   for (const auto& [what, value, onX, onY] : std::vector<Pointed>{{"middle", 0, 0, 0},
-                                                                 {"right", 45, 45, 45},
-                                                                 {"left", -60, -60, -60},
-                                                                 {"just beyond Y", 90, 90, 90},
-                                                                 {"just beyond X", 180, 180, 90},
-                                                                 {"far below", -1e300, -180, -90},
-                                                                 {"nan", Nan, 0, 0},
-                                                                 {"inf", Inf, 180, 90},
-                                                                 {"-inf", -Inf, -180, -90}}) {
+                                                                  {"right", 45, 45, 45},
+                                                                  {"left", -60, -60, -60},
+                                                                  {"just beyond Y", 90, 90, 90},
+                                                                  {"just beyond X", 180, 180, 90},
+                                                                  {"far below", -1e300, -180, -90},
+                                                                  {"nan", Nan, 0, 0},
+                                                                  {"inf", Inf, 180, 90},
+                                                                  {"-inf", -Inf, -180, -90}}) {
     SCOPED_TRACE(what);
     for (auto [knob, degrees] : {std::pair(&x, onX), std::pair(&y, onY)}) {
       knob->resize(400, 400);
@@ -115,10 +118,12 @@ TEST(Instruments, AreNotRedrawnForWhatCannotBeSeen) {
 TEST(Instruments, FollowThePalette) {
   CWKnob knob;
   knob.resize(200, 200);
+  knob.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&knob));
   Shown(knob);
   QPalette dark = QApplication::palette();
   dark.setColor(QPalette::Base, QColor(20, 20, 20));
-  dark.setColor(QPalette::Text, QColor(60, 60, 60));   // hardly readable: the widget must do better
+  dark.setColor(QPalette::Text, QColor(60, 60, 60));  // hardly readable: the widget must do better
   knob.setPalette(dark);
   EXPECT_EQ(Shown(knob).pixelColor(100, 190), QColor(20, 20, 20));
   EXPECT_GE(Contrast(ColoursOf(dark).text, QColor(20, 20, 20)), 4.5);
@@ -138,8 +143,8 @@ class UserSlide : public testing::Test {
   }
 
   void Wheel(int eighths) {
-    QWheelEvent event({5, 5}, slide.mapToGlobal(QPointF(5, 5)), {}, {0, eighths}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
+    QWheelEvent event({5, 5}, slide.mapToGlobal(QPointF(5, 5)), {}, {0, eighths}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&slide, &event);
   }
 
@@ -153,14 +158,14 @@ TEST_F(UserSlide, KeysMoveThePointerInsideTheScale) {
     double before, after;
   };
   for (const auto& [key, before, after] : std::vector<Pressed>{{Qt::Key_Up, 10, 11},
-                                                              {Qt::Key_Left, 10, 9},
-                                                              {Qt::Key_PageUp, 10, 74},
-                                                              {Qt::Key_PageDown, 10, 0},
-                                                              {Qt::Key_Home, 10, 0},
-                                                              {Qt::Key_End, 10, 1024},
-                                                              {Qt::Key_Down, 5000, 1023},
-                                                              {Qt::Key_Up, Nan, 1},
-                                                              {Qt::Key_Up, 10.4, 11}}) {
+                                                               {Qt::Key_Left, 10, 9},
+                                                               {Qt::Key_PageUp, 10, 74},
+                                                               {Qt::Key_PageDown, 10, 0},
+                                                               {Qt::Key_Home, 10, 0},
+                                                               {Qt::Key_End, 10, 1024},
+                                                               {Qt::Key_Down, 5000, 1023},
+                                                               {Qt::Key_Up, Nan, 1},
+                                                               {Qt::Key_Up, 10.4, 11}}) {
     SCOPED_TRACE(key);
     slide.Value(before);
     told.clear();
@@ -171,7 +176,7 @@ TEST_F(UserSlide, KeysMoveThePointerInsideTheScale) {
   QTest::keyClick(&slide, Qt::Key_Home);
   told.clear();
   QTest::keyClick(&slide, Qt::Key_Down);
-  EXPECT_TRUE(told.empty());   // it stood at the end already
+  EXPECT_TRUE(told.empty());  // it stood at the end already
 }
 
 TEST_F(UserSlide, MouseDragsToWholeValues) {
@@ -185,7 +190,7 @@ TEST_F(UserSlide, MouseDragsToWholeValues) {
   EXPECT_EQ(higher, std::round(higher));
   EXPECT_EQ(slide.Value(), 1024);
   QTest::mouseMove(&slide, QPoint(30, 150));
-  EXPECT_EQ(slide.Value(), 1024);   // the button is up
+  EXPECT_EQ(slide.Value(), 1024);  // the button is up
 }
 
 TEST_F(UserSlide, WheelNeedsTheFocusAndGathersPartsOfANotch) {
@@ -248,10 +253,10 @@ TEST(Instruments, MarksAreRoundAndReachTheEnds) {
     std::size_t count;
   };
   for (const auto& [minimum, maximum, wanted, step, count] : std::vector<Scale>{{-179.99, 179.99, 12, 30, 13},
-                                                                               {-89.9, 89.9, 6, 30, 7},
-                                                                               {0, 1024, 5, 256, 5},
-                                                                               {0, 1024, 8, 128, 9},
-                                                                               {0, 7, 7, 1, 8}}) {
+                                                                                {-89.9, 89.9, 6, 30, 7},
+                                                                                {0, 1024, 5, 256, 5},
+                                                                                {0, 1024, 8, 128, 9},
+                                                                                {0, 7, 7, 1, 8}}) {
     SCOPED_TRACE(maximum);
     EXPECT_DOUBLE_EQ(MarkStep(maximum - minimum, wanted), step);
     EXPECT_EQ(Marks(minimum, maximum, step).size(), count);

@@ -1,15 +1,14 @@
-#include "platform/CWNumEdit.h"
-
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QTest>
 #include <QWheelEvent>
 
+#include <gtest/gtest.h>
 #include <limits>
 #include <vector>
+
+#include "platform/CWNumEdit.h"
 
 namespace bexlow::platform {
 namespace {
@@ -32,8 +31,8 @@ class NumEdit : public testing::Test {
   }
 
   void Wheel(int notches) {
-    QWheelEvent event({5, 5}, edit.mapToGlobal(QPointF(5, 5)), {}, {0, 120 * notches}, Qt::NoButton, Qt::NoModifier,
-                      Qt::NoScrollPhase, false);
+    QWheelEvent event({5, 5}, edit.mapToGlobal(QPointF(5, 5)), {}, {0, 120 * notches}, Qt::NoButton,
+                      Qt::NoModifier, Qt::NoScrollPhase, false);
     QApplication::sendEvent(&edit, &event);
   }
 
@@ -77,7 +76,8 @@ TEST_F(NumEdit, PasteStaysInsideTheLimits) {
     const char* text;
     double value;
   };
-  for (const auto& [text, value] : std::vector<Pasted>{{"512", 512}, {"5000", 7}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
+  for (const auto& [text, value] :
+       std::vector<Pasted>{{"512", 512}, {"5000", 7}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
     SCOPED_TRACE(text);
     Prepare(0, 1024, 0, 7);
     QApplication::clipboard()->setText(text);
@@ -108,7 +108,7 @@ TEST_F(NumEdit, AssignedValueIsKeptToTheLastBit) {
     EXPECT_EQ(edit.Value(), value);
     EXPECT_EQ(edit.text().toStdString(), text);
   }
-  EXPECT_TRUE(told.empty());   // the user has changed nothing
+  EXPECT_TRUE(told.empty());  // the user has changed nothing
   edit.Value(4);
   edit.Value(std::numeric_limits<double>::quiet_NaN());
   edit.Value(std::numeric_limits<double>::infinity());
@@ -129,12 +129,13 @@ TEST_F(NumEdit, ArrowsAndWheelEndAtTheLimits) {
     int notches;
     double after;
   };
-  for (const auto& [what, before, step, notches, after] : std::vector<Turned>{{"up", 2, 2, 1, 4},
-                                                                             {"to the upper limit", 262, 2, 1, 263},
-                                                                             {"at the upper limit", 263, 2, 3, 263},
-                                                                             {"to the lower limit", 1, 2, -1, 0},
-                                                                             {"from above", 5000, 2, -1, 263},
-                                                                             {"from below", -40, 2, 1, 0}}) {
+  for (const auto& [what, before, step, notches, after] :
+       std::vector<Turned>{{"up", 2, 2, 1, 4},
+                           {"to the upper limit", 262, 2, 1, 263},
+                           {"at the upper limit", 263, 2, 3, 263},
+                           {"to the lower limit", 1, 2, -1, 0},
+                           {"from above", 5000, 2, -1, 263},
+                           {"from below", -40, 2, 1, 0}}) {
     SCOPED_TRACE(what);
     Prepare(0, 263, 0, before);
     edit.SetStep(step);
@@ -160,7 +161,7 @@ TEST_F(NumEdit, TellsWhatTheUserChangesAndNothingElse) {
   EXPECT_TRUE(told.empty());
   QTest::keyClick(&edit, Qt::Key_Up);
   EXPECT_EQ(told, std::vector<double>{5});
-  edit.setValue(400);   // an assistive tool goes past the keys
+  edit.setValue(400);  // an assistive tool goes past the keys
   EXPECT_EQ(edit.Value(), 9);
 }
 
