@@ -9,6 +9,7 @@
 
 #include "link/Communications.h"
 #include "live/NumberText.h"
+#include "platform/Controls.h"
 #include "platform/Machine.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
@@ -20,6 +21,7 @@ using platform::MsgBox;
 
 namespace {
 
+constexpr auto IdleCaption = "Erase";
 constexpr int LastPage = 2047;
 constexpr int PauseBehindCellMs = 12;
 constexpr int EraseLeadMs = 1000;  // the logger takes LaunchLogging only into a running erase
@@ -31,12 +33,9 @@ Launch::Launch(platform::Form& main, std::function<void()> launched)
       launched_(std::move(launched)),
       MSComm1(main, "MSComm1"),
       Timer1(main, "Timer1", 250),
-      fraErase(new QGroupBox("Erase", &main)),
-      PBar(new QProgressBar(fraErase)) {
-  fraErase->setObjectName("fraErase");
-  PBar->setObjectName("PBar");
-  PBar->setAccessibleName("Erase progress");
-  PBar->setRange(0, LastPage);
+      fraErase(platform::MakeFrame("fraErase", IdleCaption, &main)),
+      PBar(platform::MakeProgressBar("PBar", IdleCaption, fraErase)) {
+  PBar->setMaximum(LastPage);
   auto* layout = new QVBoxLayout(fraErase);
   layout->addWidget(PBar);
   fraErase->hide();
@@ -67,7 +66,7 @@ bool Launch::WriteLaunchTime() {
     CloseCommPort(MSComm1, main_);
     return true;
   } catch (const std::exception&) {
-    MSComm1.PortOpen(false);
+    if (!Timer1.Enabled()) MSComm1.PortOpen(false);  // else an erase is being watched, whose end closes the port
     return false;
   }
 }
@@ -75,6 +74,7 @@ bool Launch::WriteLaunchTime() {
 void Launch::EraseAndLaunch() {
   try {
     fraErase->show();
+    platform::Machine::Get().Repaint();
     progress_ = {};
     OpenCommPort(MSComm1, main_);
     Send(MSComm1, EraseData());
@@ -84,6 +84,7 @@ void Launch::EraseAndLaunch() {
   } catch (const std::exception&) {
     Timer1.Enabled(false);
     MSComm1.PortOpen(false);
+    HideProgress();
     MsgBox("Bexlow failed to launch!");
   }
 }
@@ -99,15 +100,19 @@ void Launch::Timer1_Timer() {
 }
 
 void Launch::ShowProgress() {
-  PBar->setValue(static_cast<int>(progress_.ErasedPageCount));
+  platform::SetProgress(PBar, progress_.ErasedPageCount);
   fraErase->setTitle("Erasing page " + QString::fromStdString(live::NumberText(progress_.ErasedPageCount)));
+}
+
+void Launch::HideProgress() {
+  fraErase->setTitle(IdleCaption);
+  fraErase->hide();
 }
 
 void Launch::Finish() {
   Timer1.Enabled(false);
   CloseCommPort(MSComm1, main_);
-  fraErase->setTitle("Erase");
-  fraErase->hide();
+  HideProgress();
   MsgBox("Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
          "datalogging has begun.");
   launched_();

@@ -28,6 +28,7 @@ class Launch {
   void EraseAndLaunch();
   void Timer1_Timer();
   void ShowProgress();
+  void HideProgress();
   void Finish();
 
   platform::Form& main_;

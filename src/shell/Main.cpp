@@ -6,6 +6,8 @@
 
 #include <utility>
 
+#include "config/Calibrate.h"
+#include "config/Configuration.h"
 #include "download/DownloadErase.h"
 #include "graph/Graph.h"
 #include "link/Connect.h"
@@ -70,12 +72,13 @@ QAction* Main::AddPortScreen(QMenu* menu, const char* name, const QString& capti
 void Main::BuildToolsMenu() {
   mnuTools = AddMenu("mnuTools", "&Tools");
   AddEntry(mnuTools, "mnuLaunch", "&Launch", [this] { launch_.mnuLaunch_Click(); });
-  AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration", {});
+  AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration",
+                [] { return new config::Configuration; });
   AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
                 [this] { return new download::DownloadErase([this] { OpenGraph(); }); });
   AddScreen(mnuTools, "mnuGraph", "&Graph", "Graph", MakeGraph);
   AddScreen(mnuTools, "mnuGBP", "Graph &Button Pushes", "GraphBP", [] { return new review::GraphBP; });
-  AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", {});
+  AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", [] { return new config::Calibrate; });
 }
 
 void Main::BuildDisplayMenu() {

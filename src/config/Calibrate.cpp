@@ -1,0 +1,196 @@
+#include "config/Calibrate.h"
+
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "link/Communications.h"
+#include "live/NumberText.h"
+#include "platform/Controls.h"
+#include "platform/Machine.h"
+#include "shell/ErrorHandler.h"
+#include "shell/General.h"
+#include "shell/Records.h"
+
+namespace bexlow::config {
+
+using namespace platform;
+using shell::Guarded;
+using shell::Shared;
+
+namespace {
+
+constexpr WritePlan CalibrationWrite{EndOfCalibrationCells, std::nullopt, 0, false, "Writing Progress"};
+constexpr int ShakerEnableCell = 32;
+constexpr int ShakerSettleMs = 1000;
+constexpr int SampleBytes = 6;
+
+QString Shown(double number) { return QString::fromStdString(live::PlainNumberText(number)); }
+
+/// An empty box counts as 0.
+double NumberIn(const QLineEdit* box) { return live::LeadingNumber(box->text().toStdString()); }
+
+}  // namespace
+
+Calibrate::Calibrate()
+    : Form("Calibrate", "Calibrate"),
+      MSComm1(*this, "MSComm1"),
+      progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
+      write_(
+          *this, CalibrationWrite, progress_,
+          [this](int k) {
+            return CellByte{k, CalibrationByte(k, CalibrationValues)};
+          },
+          [this](bool offered) { mnuSample->setEnabled(offered); }) {
+  BuildMenu();
+  BuildBody();
+  MSComm1.OnComm = [this] { MSComm1_OnComm(); };
+  OnCloseRequest = [this] { Unload(); };
+}
+
+void Calibrate::BuildMenu() {
+  auto* menu = AddMenu("mnuData", "&Data");
+  mnuSample = AddCheckEntry(menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); });
+  mnuWrite = AddEntry(menu, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
+  mnuWrite->setEnabled(false);  // without a sample it would replace the logger's calibration by zeros
+  AddSeparator(menu, "mnuSep");
+  AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
+}
+
+void Calibrate::BuildBody() {
+  auto* hint = MakeLabel("lblHint",
+                         "Choose Sample from the Data menu and turn the logger slowly through all its positions, so that "
+                         "each axis points straight up and straight down once. Choose Sample again to stop, then Write "
+                         "to store offset and gain in the logger.",
+                         this);
+  hint->setWordWrap(true);
+  auto* frame = MakeFrame("fraAcc", "Accelerometers", this);
+  BuildGrid(frame);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(24, 24, 24, 24);
+  column->setSpacing(16);
+  column->addWidget(hint);
+  column->addWidget(frame);
+  column->addWidget(progress_.fraProgress);
+  column->addStretch();
+}
+
+void Calibrate::BuildGrid(QWidget* frame) {
+  auto* grid = new QGridLayout(frame);
+  grid->setHorizontalSpacing(12);
+  grid->setVerticalSpacing(8);
+  const char* headings[] = {"Current Bits", "Min Bits", "Max Bits", "Offset", "Gain"};
+  int column = 1;
+  for (const char* heading : headings) {
+    grid->setColumnStretch(column, 1);
+    grid->addWidget(MakeLabel("", heading, frame), 0, column++, Qt::AlignHCenter);
+  }
+  int line = 1;
+  for (const char* letter : {"X", "Y", "Z"}) {
+    const auto& axis = axes_[static_cast<std::size_t>(line - 1)] = BuildAxis(letter, line, grid, frame);
+    connect(axis.current, &QLineEdit::textChanged, this, [this, axis] { Widen(axis); });
+    grid->addWidget(MakeLabel("", "bits", frame), line++, 6);
+  }
+}
+
+Calibrate::Axis Calibrate::BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame) {
+  struct Column {
+    QLineEdit* Axis::*box;
+    const char *name, *heading;
+  };
+  constexpr Column columns[] = {{&Axis::current, "txt", "Current Bits"},
+                                {&Axis::min, "txtMin", "Min Bits"},
+                                {&Axis::max, "txtMax", "Max Bits"},
+                                {&Axis::offset, "txtOffset", "Offset"},
+                                {&Axis::gain, "txtGain", "Gain"}};
+  const QString caption = QString("Acc ") + letter;
+  Axis axis{};
+  int place = 1;
+  for (const auto& [box, name, heading] : columns) {
+    axis.*box = MakeReadOnlyBox((QByteArray(name) + letter).constData(), caption + " " + heading, frame);
+    (axis.*box)->setAlignment(Qt::AlignRight);
+    grid->addWidget(axis.*box, line, place++);
+  }
+  grid->addWidget(MakeLabel("", caption, frame, axis.current), line, 0);
+  return axis;
+}
+
+void Calibrate::mnuSample_Click() {
+  Guarded(*this, "mnuSample_Click", [this] {
+    if (mnuSample->isChecked()) return StopSampling();
+    StartSampling();
+  });
+}
+
+void Calibrate::StartSampling() {
+  ClearRun();
+  mnuSample->setChecked(true);
+  mnuWrite->setEnabled(false);
+  MsgBox("Shaker will be disabled prior to calibration start!");
+  Machine::Get().Repaint();
+  DisableShaker();
+  shell::WaitMilliseconds(ShakerSettleMs);
+  MSComm1.RThreshold(SampleBytes);
+  link::OpenCommPort(MSComm1, *this);
+  RequestSample();
+}
+
+// The current box goes first: emptying it is no sample, but makes the others follow.
+void Calibrate::ClearRun() {
+  CalibrationValues = {};
+  sampled_ = false;
+  for (const Axis& axis : axes_) {
+    for (auto* box : {axis.current, axis.min, axis.max, axis.offset, axis.gain}) box->clear();
+    axis.min->setText("1024");  // above every 10-bit sample, so that the first one becomes both extremes
+    axis.max->setText("0");
+  }
+}
+
+// It stays off: only the user knows whether the next run wants it.
+void Calibrate::DisableShaker() {
+  link::OpenCommPort(MSComm1, *this);
+  link::Send(MSComm1, link::WriteEeprom(ShakerEnableCell, 0));
+  link::CloseCommPort(MSComm1, *this);
+}
+
+void Calibrate::RequestSample() { link::Send(MSComm1, link::SampleAccelerometers()); }
+
+void Calibrate::MSComm1_OnComm() {
+  Guarded(*this, "MSComm1_OnComm", [this] {
+    if (MSComm1.CommEvent() != ReceiveEvent) return;
+    if (const auto bits = link::AccelerometerReadings(MSComm1.Input())) {
+      auto& sample = Shared.LiveSample;
+      sample.AccX = bits->x;
+      sample.AccY = bits->y;
+      sample.AccZ = bits->z;
+      sampled_ = true;
+      const double readings[] = {bits->x, bits->y, bits->z};
+      for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].current->setText(Shown(readings[i]));
+    }
+    RequestSample();
+  });
+}
+
+void Calibrate::Widen(const Axis& axis) {
+  const double bits = NumberIn(axis.current);
+  if (bits < NumberIn(axis.min)) axis.min->setText(axis.current->text());
+  if (bits > NumberIn(axis.max)) axis.max->setText(axis.current->text());
+  const double min = NumberIn(axis.min);
+  const double max = NumberIn(axis.max);
+  axis.offset->setText(Shown(Offset(min, max)));
+  axis.gain->setText(Shown(Gain(min, max)));
+}
+
+void Calibrate::StopSampling() {
+  link::CloseCommPort(MSComm1, *this);
+  mnuSample->setChecked(false);
+  mnuWrite->setEnabled(sampled_);
+  for (std::size_t i = 0; i < axes_.size(); ++i) {
+    CalibrationValues[i] = NumberIn(axes_[i].offset);
+    CalibrationValues[axes_.size() + i] = NumberIn(axes_[i].gain);
+  }
+}
+
+}  // namespace bexlow::config

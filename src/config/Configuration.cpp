@@ -1,0 +1,136 @@
+#include "config/Configuration.h"
+
+#include <QButtonGroup>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QRadioButton>
+
+#include <system_error>
+
+#include "config/EEPROM.h"
+#include "link/Communications.h"
+#include "platform/CWNumEdit.h"
+#include "platform/Machine.h"
+#include "shell/Chords.h"
+#include "shell/ErrorHandler.h"
+#include "shell/Records.h"
+
+namespace bexlow::config {
+
+using platform::Pointer;
+using shell::Guarded;
+using shell::Shared;
+
+// What the other menu entries would start needs the port and the bar that a sequence has.
+void Configuration::OfferSequences(bool offered) {
+  mnuRead->setEnabled(offered);
+  mnuWrite->setEnabled(offered);
+  mnuTools->setEnabled(offered);
+}
+
+void Configuration::mnuRead_Click() {
+  Guarded(*this, "mnuRead_Click", [this] {
+    MousePointer(Pointer::Busy);
+    OfferSequences(false);
+    ClearParameters();
+    Shared.ParameterIndex = FirstIndex;
+    progress_.PBar->setMaximum(EndOfRead - FirstIndex);
+    Shared.ReadArray = {};
+    MSComm1.RThreshold(1);
+    link::OpenCommPort(MSComm1, *this);
+    RequestCell();
+  });
+}
+
+void Configuration::RequestCell() {
+  link::Send(MSComm1, link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex)));
+}
+
+// One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without limit.
+void Configuration::MSComm1_OnComm() {
+  Guarded(*this, "MSComm1_OnComm", [this] {
+    const auto reply = MSComm1.Input();
+    if (reply.size() != 1) return RequestCell();
+    Shared.ReadArray[Shared.ParameterIndex] = reply.front();
+    const int k = ++Shared.ParameterIndex;
+    progress_.Show("Reading", k, k - FirstIndex);
+    if (k != EndOfRead) return RequestCell();
+    FinishRead();
+  });
+}
+
+void Configuration::FinishRead() {
+  OfferSequences(true);
+  link::CloseCommPort(MSComm1, *this);
+  BreakOutReadArray();
+  ShowParameters();
+  progress_.End("Progress");
+  MousePointer(Pointer::Normal);
+  platform::MsgBox("Read completed!");
+}
+
+void Configuration::BreakOutReadArray() {
+  Guarded(*this, "BreakOutReadArray", [this] {
+    BreakOut(Shared.ReadArray, Shared.OnBoardParameters);
+    for (const auto& [row, text] : IdentityTexts(Shared.ReadArray))
+      boxes_[static_cast<std::size_t>(row - Parameters)]->setText(QString::fromStdString(text));
+  });
+}
+
+void Configuration::ShowParameters() {
+  const auto& parameters = Shared.OnBoardParameters;
+  for (std::size_t row = 0; row < ParameterCount; ++row) {
+    const auto field = Parameters[row].field;
+    if (edits_[row] != nullptr && field != nullptr) edits_[row]->Value(parameters.*field);
+  }
+  (parameters.LinearUpdateRate == UpdateRate75 ? opt75Hz : opt15Hz)->setChecked(true);
+}
+
+void Configuration::ClearParameters() {
+  for (auto* edit : edits_) {
+    if (edit != nullptr) edit->Value(0);
+  }
+  auto* rates = opt15Hz->group();
+  rates->setExclusive(false);  // an exclusive group always keeps one of them
+  opt75Hz->setChecked(false);
+  opt15Hz->setChecked(false);
+  rates->setExclusive(true);
+}
+
+double Configuration::ValueOf(std::size_t row) const {
+  if (edits_[row] != nullptr) return edits_[row]->Value();
+  return opt75Hz->isChecked() ? UpdateRate75 : UpdateRate15;
+}
+
+std::optional<CellByte> Configuration::CellAt(int k) const {
+  const auto ticks = WriteCells();
+  const auto index = static_cast<std::size_t>(k - FirstIndex);
+  if (index >= ticks.size())
+    throw std::system_error(std::make_error_code(std::errc::invalid_argument), "No cell to write");
+  const auto& tick = ticks[index];
+  if (!tick.address) return std::nullopt;
+  return CellByte{*tick.address, Encode(Parameters[tick.row].form, ValueOf(tick.row))[tick.byte]};
+}
+
+void Configuration::mnuShow_Click(double Parameter::*value) {
+  for (std::size_t row = 0; row < ParameterCount; ++row) {
+    if (edits_[row] != nullptr) edits_[row]->Value(Parameters[row].*value);
+  }
+}
+
+void Configuration::mnuShowDefaults_Click() {
+  mnuShow_Click(&Parameter::standard);
+  opt15Hz->setChecked(true);
+}
+
+void Configuration::mnuEEPROM_Click() { (new EEPROM)->ShowModal(window()); }
+
+bool Configuration::Form_KeyDown(const QKeyEvent& key) {
+  if (!shell::IsServiceChord(key)) return false;
+  const bool show = !mnuEEPROM->isVisible();
+  mnuEEPROM->setVisible(show);
+  fra100108->setVisible(show);
+  return true;
+}
+
+}  // namespace bexlow::config

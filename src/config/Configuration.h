@@ -1,0 +1,70 @@
+// Shows the logger's on-board parameters, reads them all and writes them back.
+#pragma once
+
+#include <array>
+#include <optional>
+
+#include "config/ParameterMap.h"
+#include "config/WriteSequence.h"
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+
+class QGridLayout;
+class QKeyEvent;
+class QLineEdit;
+class QRadioButton;
+
+namespace bexlow::platform {
+class CWNumEdit;
+}
+
+namespace bexlow::config {
+
+/// Opening the screen starts a read.
+class Configuration : public platform::Form {
+  Q_OBJECT
+
+ public:
+  Configuration();
+
+ private:
+  void BuildMenus();
+  void BuildBody();
+  QWidget* BuildAddresses();
+  QWidget* BuildSingleAddresses();
+  QWidget* BuildIdentity();
+  QWidget* MakeValueBox(const Parameter& row, QWidget* parent);
+  QWidget* MakeUpdateRate(QWidget* parent);
+
+  void mnuRead_Click();
+  void mnuEEPROM_Click();
+  void mnuShow_Click(double Parameter::*value);
+  void mnuShowDefaults_Click();
+  void MSComm1_OnComm();
+  bool Form_KeyDown(const QKeyEvent& key);
+
+  void RequestCell();
+  void FinishRead();
+  void BreakOutReadArray();
+  void ShowParameters();
+  void ClearParameters();
+  void OfferSequences(bool offered);
+  std::optional<CellByte> CellAt(int k) const;
+  double ValueOf(std::size_t row) const;
+
+  platform::MSComm MSComm1;
+  Progress progress_;
+  WriteSequence write_;
+  std::array<platform::CWNumEdit*, ParameterCount> edits_{};  ///< by the row of Parameters, null elsewhere
+  std::array<QLineEdit*, ParameterCount> boxes_{};
+
+  QMenu* mnuTools = nullptr;
+  QAction* mnuRead = nullptr;
+  QAction* mnuWrite = nullptr;
+  QAction* mnuEEPROM = nullptr;
+  QWidget* fra100108 = nullptr;
+  QRadioButton* opt75Hz = nullptr;
+  QRadioButton* opt15Hz = nullptr;
+};
+
+}  // namespace bexlow::config

@@ -1,0 +1,182 @@
+// How the Configuration screen is built from the parameter map; what it does is in Configuration.cpp.
+#include <QButtonGroup>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QScrollArea>
+#include <QVBoxLayout>
+
+#include "config/Configuration.h"
+#include "live/NumberText.h"
+#include "platform/CWNumEdit.h"
+#include "platform/Controls.h"
+#include "platform/EventGate.h"
+
+namespace bexlow::config {
+
+using namespace platform;
+
+namespace {
+
+constexpr auto RowsCaption = "EEPROM Address - Value - Parameter";
+constexpr WritePlan ConfigurationWrite{EndOfWrite, EndOfWrite - FirstIndex, FirstIndex, true, "Progress"};
+
+QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+
+QByteArray NameOf(const Parameter& row) { return Text(row.name).toUtf8(); }
+
+QString RangeOf(const Parameter& row) {
+  const auto limits = live::PlainNumberText(row.min) + " to " + live::PlainNumberText(row.max);
+  return QString::fromStdString(limits) + (row.unit.empty() ? "" : " ") + Text(row.unit);
+}
+
+QGridLayout* MakeGrid(QWidget* frame) {
+  auto* grid = new QGridLayout(frame);
+  grid->setHorizontalSpacing(12);
+  grid->setVerticalSpacing(4);
+  grid->setContentsMargins(10, 6, 10, 8);
+  grid->setColumnStretch(3, 1);
+  return grid;
+}
+
+/// Address, value, caption, unit.
+void AddRow(QGridLayout* grid, const Parameter& row, QWidget* value, QWidget* parent) {
+  const int line = grid->rowCount();
+  grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), parent), line, 0);
+  grid->addWidget(value, line, 1);
+  grid->addWidget(MakeLabel("", Text(row.caption), parent, value), line, 2);
+  grid->addWidget(MakeLabel("", Text(row.unit), parent), line, 3);
+}
+
+}  // namespace
+
+Configuration::Configuration()
+    : Form("Configuration", "Configuration"),
+      MSComm1(*this, "MSComm1"),
+      progress_(Progress::Make("Progress", EndOfRead - FirstIndex, this)),
+      write_(
+          *this, ConfigurationWrite, progress_, [this](int k) { return CellAt(k); },
+          [this](bool offered) { OfferSequences(offered); }) {
+  BuildMenus();
+  BuildBody();
+  MSComm1.OnComm = [this] { MSComm1_OnComm(); };
+  OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
+  OnCloseRequest = [this] { Unload(); };
+  // The read starts behind the click that opens the screen, so that the screen is in front when a failure names it.
+  EventGate::Get().Offer(this, [this] { mnuRead_Click(); });
+  AtUnload([this] { EventGate::Get().Withdraw(this); });
+}
+
+void Configuration::BuildMenus() {
+  auto* file = AddMenu("mnuFile", "&File");
+  mnuRead = AddEntry(file, "mnuRead", "&Read", [this] { mnuRead_Click(); });
+  mnuWrite = AddEntry(file, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
+  AddSeparator(file, "mnuSep");
+  AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
+
+  mnuTools = AddMenu("mnuTools", "&Tools");
+  mnuEEPROM = AddEntry(mnuTools, "mnuEEPROM", "&EEPROM", [this] { mnuEEPROM_Click(); });
+  mnuEEPROM->setVisible(false);
+  AddEntry(mnuTools, "mnuShowMin", "&Show Min", [this] { mnuShow_Click(&Parameter::min); });
+  AddEntry(mnuTools, "mnuShowMax", "Show &Max", [this] { mnuShow_Click(&Parameter::max); });
+  AddEntry(mnuTools, "mnuShowDefaults", "Show &Defaults", [this] { mnuShowDefaults_Click(); });
+}
+
+void Configuration::BuildBody() {
+  auto* page = new QWidget;
+  auto* columns = new QHBoxLayout(page);
+  columns->setContentsMargins(0, 0, 0, 0);
+  columns->setSpacing(16);
+  columns->addWidget(BuildAddresses(), 1, Qt::AlignTop);
+  auto* right = new QVBoxLayout;
+  right->addWidget(BuildSingleAddresses());
+  right->addWidget(BuildIdentity());
+  right->addStretch();
+  columns->addLayout(right, 1);
+
+  auto* scroll = new QScrollArea(this);  // for windows and fonts that leave too little height
+  scroll->setWidget(page);
+  scroll->setWidgetResizable(true);
+  scroll->setFrameShape(QFrame::NoFrame);
+  scroll->setFocusPolicy(Qt::NoFocus);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(16, 12, 16, 12);
+  column->addWidget(scroll, 1);
+  column->addWidget(progress_.fraProgress);
+}
+
+QWidget* Configuration::MakeValueBox(const Parameter& row, QWidget* parent) {
+  auto* edit = new CWNumEdit(parent);
+  edit->setObjectName(Text(row.name));
+  edit->setAccessibleName(Text(row.caption));
+  edit->setAccessibleDescription(RangeOf(row));
+  edit->setToolTip(RangeOf(row));
+  edit->SetLimits(row.min, row.max);
+  edit->SetDecimals(DecimalsOf(row.form));
+  edit->SetStep(1);
+  edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance("-180.000") + 48);
+  edit->setVisible(row.shown);
+  edits_[static_cast<std::size_t>(&row - Parameters)] = edit;
+  return edit;
+}
+
+QWidget* Configuration::BuildAddresses() {
+  auto* frame = MakeFrame("fraAddresses", RowsCaption, this);
+  auto* grid = MakeGrid(frame);
+  for (const Parameter& row : Parameters) {
+    if (row.control != Control::NumEdit || CellsOf(row.form) != 2) continue;
+    auto* box = MakeValueBox(row, frame);
+    if (row.shown) AddRow(grid, row, box, frame);
+  }
+  return frame;
+}
+
+QWidget* Configuration::BuildSingleAddresses() {
+  auto* frame = MakeFrame("fraSingleAddresses", RowsCaption, this);
+  auto* grid = MakeGrid(frame);
+  for (const Parameter& row : Parameters) {
+    if (row.control == Control::NumEdit && CellsOf(row.form) == 1) AddRow(grid, row, MakeValueBox(row, frame), frame);
+    if (row.control != Control::Option) continue;
+    const int line = grid->rowCount();
+    grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), frame), line, 0, Qt::AlignTop);
+    grid->addWidget(MakeUpdateRate(frame), line, 1, 1, 3);
+  }
+  return frame;
+}
+
+QWidget* Configuration::MakeUpdateRate(QWidget* parent) {
+  auto* rates = new QWidget(parent);
+  auto* group = new QButtonGroup(rates);
+  auto* column = new QVBoxLayout(rates);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->setSpacing(4);
+  const auto make = [&](const char* name, std::string_view caption) {
+    auto* option = new QRadioButton(Text(caption), rates);
+    option->setObjectName(name);
+    group->addButton(option);
+    column->addWidget(option);
+    return option;
+  };
+  opt75Hz = make("opt75Hz", UpdateRate75Caption);
+  opt15Hz = make("opt15Hz", UpdateRate15Caption);
+  opt15Hz->setChecked(true);
+  return rates;
+}
+
+QWidget* Configuration::BuildIdentity() {
+  auto* frame = MakeFrame("fra100108", RowsCaption, this);
+  auto* grid = MakeGrid(frame);
+  for (const auto& [row, text] : IdentityTexts({})) {
+    auto* box = MakeReadOnlyBox(NameOf(*row).constData(), Text(row->caption), frame);
+    boxes_[static_cast<std::size_t>(row - Parameters)] = box;
+    AddRow(grid, *row, box, frame);
+  }
+  frame->hide();
+  fra100108 = frame;
+  return frame;
+}
+
+}  // namespace bexlow::config

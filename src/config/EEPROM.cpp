@@ -1,0 +1,147 @@
+#include "config/EEPROM.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+
+#include <system_error>
+#include <utility>
+
+#include "config/ValueBox.h"
+#include "link/Communications.h"
+#include "live/Conversions.h"
+#include "live/NumberText.h"
+#include "platform/CWNumEdit.h"
+#include "platform/Controls.h"
+#include "platform/Machine.h"
+#include "shell/ErrorHandler.h"
+
+namespace bexlow::config {
+
+using platform::MsgBox;
+using platform::Pointer;
+
+namespace {
+
+constexpr int ReplyBudgetMs = 100;  // a reply that comes later is not seen
+constexpr double LastAddress = 263;
+constexpr double FirstAddress = 2;
+
+/// The byte that a text stands for. A lone minus sign is no number, and no 0 either.
+std::uint8_t ByteOf(const QString& text) {
+  const auto number = live::WholeNumber(text.toStdString());
+  if (!number) throw std::system_error(std::make_error_code(std::errc::invalid_argument), "Value is no number");
+  return live::ToByte(*number);
+}
+
+}  // namespace
+
+EEPROM::EEPROM()
+    : Form("EEPROM", "EEPROM"),
+      MSComm1(*this, "MSComm1"),
+      TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
+      NumEditAddress(new platform::CWNumEdit(this)),
+      txtValue(new ValueBox("txtValue", "Value", this)),
+      cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),
+      cmdWrite(MakeButton("cmdWrite", "Write", [this] { cmdWrite_Click(); })),
+      cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })) {
+  Build();
+  TimerEEPROM.OnTimer = [this] { TimerEEPROM_Timer(); };
+  OnCloseRequest = [this] { cmdOK_Click(); };
+}
+
+void EEPROM::Build() {
+  NumEditAddress->setObjectName("NumEditAddress");
+  NumEditAddress->setAccessibleName("Address");
+  NumEditAddress->SetLimits(0, LastAddress);
+  NumEditAddress->SetStep(2);
+  NumEditAddress->Value(FirstAddress);
+
+  auto* buttons = new QHBoxLayout;
+  buttons->addWidget(cmdRead);
+  buttons->addWidget(cmdWrite);
+  buttons->addStretch();
+  buttons->addWidget(cmdOK);
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(20, 20, 20, 20);
+  grid->setHorizontalSpacing(16);
+  grid->setVerticalSpacing(12);
+  grid->addWidget(platform::MakeLabel("", "Address", this, NumEditAddress), 0, 0);
+  grid->addWidget(NumEditAddress, 0, 1);
+  grid->addWidget(platform::MakeLabel("", "Value", this, txtValue), 1, 0);
+  grid->addWidget(txtValue, 1, 1);
+  grid->addLayout(buttons, 2, 0, 1, 2);
+  grid->setColumnStretch(1, 1);
+  setMinimumWidth(360);
+  NumEditAddress->setFocus();
+}
+
+void EEPROM::Operate(const char* procedure, const std::function<void()>& body) {
+  bool done = false;
+  shell::Guarded(*this, procedure, [&] {
+    body();
+    done = true;
+  });
+  if (!done) EndOperation();
+}
+
+void EEPROM::EndOperation() {
+  TimerEEPROM.Enabled(false);
+  link::CloseCommPort(MSComm1, *this);
+  EnableControls(true);
+  MousePointer(Pointer::Normal);
+}
+
+// A control that is disabled loses the keyboard, which has to come back to it.
+void EEPROM::EnableControls(bool enabled) {
+  if (!enabled) focused_ = focusWidget();
+  for (QWidget* control : std::initializer_list<QWidget*>{cmdRead, cmdWrite, cmdOK, NumEditAddress})
+    control->setEnabled(enabled);
+  if (enabled && focused_ != nullptr) std::exchange(focused_, nullptr)->setFocus();
+}
+
+int EEPROM::Address() const { return live::ToInt16(NumEditAddress->Value()); }
+
+void EEPROM::cmdRead_Click() {
+  Operate("cmdRead_Click", [this] {
+    MousePointer(Pointer::Busy);
+    link::OpenCommPort(MSComm1, *this);
+    link::Send(MSComm1, link::ReadEeprom(Address()));
+    txtValue->clear();
+    EnableControls(false);
+    TimerEEPROM.Enabled(true);
+  });
+}
+
+void EEPROM::TimerEEPROM_Timer() {
+  Operate("TimerEEPROM_Timer", [this] {
+    const auto reply = MSComm1.Input();
+    if (reply.size() == 1) {
+      txtValue->setText(QString::number(reply.front()));
+    } else {
+      MsgBox("Read EEPROM error: packet length is <> 1 byte!");
+    }
+    EndOperation();
+  });
+}
+
+void EEPROM::cmdWrite_Click() {
+  Operate("cmdWrite_Click", [this] {
+    if (txtValue->text().isEmpty()) return MsgBox("No value has been entered!");
+    MousePointer(Pointer::Busy);
+    EnableControls(false);
+    link::OpenCommPort(MSComm1, *this);
+    link::Send(MSComm1, link::WriteEeprom(Address(), ByteOf(txtValue->text())));
+    EndOperation();
+  });
+}
+
+void EEPROM::cmdOK_Click() {
+  Operate("cmdOK_Click", [this] {
+    link::CloseCommPort(MSComm1, *this);
+    Unload();
+  });
+}
+
+}  // namespace bexlow::config

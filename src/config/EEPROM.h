@@ -1,0 +1,49 @@
+// Reads or writes one cell of the logger's EEPROM, any of them and without a warning.
+#pragma once
+
+#include <functional>
+
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+#include "platform/Timer.h"
+
+class QPushButton;
+
+namespace bexlow::platform {
+class CWNumEdit;
+}
+
+namespace bexlow::config {
+
+class ValueBox;
+
+class EEPROM : public platform::Form {
+  Q_OBJECT
+
+ public:
+  EEPROM();
+
+ private:
+  void Build();
+  void cmdRead_Click();
+  void cmdWrite_Click();
+  void cmdOK_Click();
+  void TimerEEPROM_Timer();
+
+  /// Runs a procedure of the screen; behind a reported failure the screen is usable again.
+  void Operate(const char* procedure, const std::function<void()>& body);
+  void EndOperation();
+  void EnableControls(bool enabled);
+  int Address() const;
+
+  platform::MSComm MSComm1;
+  platform::Timer TimerEEPROM;
+  platform::CWNumEdit* NumEditAddress;
+  ValueBox* txtValue;
+  QPushButton* cmdRead;
+  QPushButton* cmdWrite;
+  QPushButton* cmdOK;
+  QWidget* focused_ = nullptr;  ///< had the keyboard when the controls were disabled
+};
+
+}  // namespace bexlow::config

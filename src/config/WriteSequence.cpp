@@ -1,0 +1,96 @@
+#include "config/WriteSequence.h"
+
+#include <QGroupBox>
+#include <QProgressBar>
+#include <QVBoxLayout>
+
+#include <utility>
+
+#include "config/ParameterMap.h"
+#include "link/Communications.h"
+#include "live/Conversions.h"
+#include "platform/Controls.h"
+#include "platform/Machine.h"
+#include "shell/ErrorHandler.h"
+#include "shell/Records.h"
+
+namespace bexlow::config {
+
+using platform::Pointer;
+using shell::Guarded;
+using shell::Shared;
+
+namespace {
+
+constexpr int TickMs = 500;  // the time that the logger gets to store a cell
+
+}  // namespace
+
+Progress Progress::Make(const QString& caption, int maximum, QWidget* parent) {
+  auto* frame = platform::MakeFrame("fraProgress", caption, parent);
+  auto* bar = platform::MakeProgressBar("PBar", caption, frame);
+  bar->setMaximum(maximum);
+  auto* layout = new QVBoxLayout(frame);
+  layout->addWidget(bar);
+  return {frame, bar};
+}
+
+void Progress::Show(const char* verb, int k, int value) const {
+  platform::SetProgress(PBar, value);
+  fraProgress->setTitle(verb + QString(" %1").arg(k));
+}
+
+void Progress::End(const char* caption) const {
+  PBar->setValue(0);
+  fraProgress->setTitle(caption);
+}
+
+WriteSequence::WriteSequence(platform::Form& screen, const WritePlan& plan, Progress progress, CellAt cellAt,
+                             std::function<void(bool)> offer)
+    : screen_(screen),
+      plan_(plan),
+      progress_(progress),
+      cellAt_(std::move(cellAt)),
+      offer_(std::move(offer)),
+      MSComm2(screen, "MSComm2"),
+      TimerWrite(screen, "TimerWrite", TickMs) {
+  TimerWrite.OnTimer = [this] { TimerWrite_Timer(); };
+}
+
+void WriteSequence::mnuWrite_Click() {
+  Guarded(screen_, "mnuWrite_Click", [this] {
+    screen_.MousePointer(Pointer::Busy);
+    offer_(false);
+    Shared.ParameterIndex = FirstIndex;
+    if (plan_.barMaximum) progress_.PBar->setMaximum(*plan_.barMaximum);
+    link::OpenCommPort(MSComm2, screen_);
+    TimerWrite.Enabled(true);
+  });
+}
+
+// A cell that cannot be made keeps its k for the next tick; one that cannot be sent is skipped.
+void WriteSequence::TimerWrite_Timer() {
+  Guarded(screen_, "TimerWrite_Timer", [this] {
+    if (const auto cell = cellAt_(Shared.ParameterIndex))
+      WriteRoutine(static_cast<std::int16_t>(cell->address), cell->byte);
+    const int k = ++Shared.ParameterIndex;
+    if (k != plan_.end || plan_.lastTickShown) progress_.Show("Writing", k, k - plan_.barZero);
+    if (k == plan_.end) Finish();
+  });
+}
+
+void WriteSequence::WriteRoutine(std::int16_t address, double value) {
+  Guarded(screen_, "WriteRoutine",
+          [&] { link::Send(MSComm2, link::WriteEeprom(address, live::ToByte(value))); });
+}
+
+void WriteSequence::Finish() {
+  TimerWrite.Enabled(false);
+  link::CloseCommPort(MSComm2, screen_);
+  offer_(true);
+  progress_.End(plan_.captionAtEnd);
+  screen_.MousePointer(Pointer::Normal);
+  platform::MsgBox("Write completed!");
+}
+
+}  // namespace bexlow::config

@@ -1,0 +1,71 @@
+// The paced write of EEPROM cells, one a tick: what the Configuration and Calibrate screens have in common of it.
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+#include "platform/Timer.h"
+
+class QGroupBox;
+class QProgressBar;
+
+namespace bexlow::config {
+
+/// One byte to write.
+struct CellByte {
+  int address = 0;
+  std::uint8_t byte = 0;
+};
+
+/// In what the writes of the two screens differ. k is ParameterIndex.
+struct WritePlan {
+  int end;                          ///< k one behind the last cell
+  std::optional<int> barMaximum;    ///< set at the start; without it the bar stays as the screen has made it
+  int barZero;                      ///< the bar shows k less this
+  bool lastTickShown;               ///< bar and caption move at the last tick too
+  const char* captionAtEnd;         ///< of the progress frame
+};
+
+/// Where a screen shows how far a sequence has come.
+struct Progress {
+  QGroupBox* fraProgress = nullptr;
+  QProgressBar* PBar = nullptr;
+
+  /// A frame with its bar, the bar from 0 to a maximum.
+  static Progress Make(const QString& caption, int maximum, QWidget* parent);
+  /// "Reading 17" beside the bar's value.
+  void Show(const char* verb, int k, int value) const;
+  void End(const char* caption) const;
+};
+
+/// mnuWrite, TimerWrite and MSComm2 of a screen. There is no acknowledgement: a cell that the logger did not store
+/// goes unnoticed.
+class WriteSequence {
+ public:
+  using CellAt = std::function<std::optional<CellByte>(int k)>;
+
+  /// @param cellAt  the byte of k, made at its own tick; nothing where the tick sends nothing
+  /// @param offer   offers or withholds the menu entries that a running write disables
+  WriteSequence(platform::Form& screen, const WritePlan& plan, Progress progress, CellAt cellAt,
+                std::function<void(bool)> offer);
+
+  void mnuWrite_Click();
+
+ private:
+  void TimerWrite_Timer();
+  void WriteRoutine(std::int16_t address, double value);
+  void Finish();
+
+  platform::Form& screen_;
+  WritePlan plan_;
+  Progress progress_;
+  CellAt cellAt_;
+  std::function<void(bool)> offer_;
+  platform::MSComm MSComm2;
+  platform::Timer TimerWrite;
+};
+
+}  // namespace bexlow::config

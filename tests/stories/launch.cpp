@@ -1,0 +1,163 @@
+// The launch on Main: what goes out and when, what the user is told, and each step's failure.
+#include <QGroupBox>
+#include <QProgressBar>
+
+#include "support/CutLogger.h"
+#include "support/Story.h"
+
+namespace bexlow::test {
+namespace {
+
+using platform::Answer;
+using namespace std::chrono_literals;
+
+constexpr auto Question =
+    "Bexlow will erase all on-board data before launch!\r\nClick YES to proceed.\r\nClick NO to cancel this operation.";
+constexpr auto Launched =
+    "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that datalogging has "
+    "begun.";
+constexpr auto NotStamped = "Launch Time write to EEPROM failed! Launch did not occur.";
+constexpr auto Failed = "Bexlow failed to launch!";
+
+class Launch : public Story {
+ protected:
+  Launch() {
+    machine.clock = {2004, 2, 3, 14, 5, 8, 0};  // connecting takes a second
+    logger.eraseBytes = 6141;
+  }
+
+  void ChooseLaunch(Answer answer = Answer::Yes) {
+    machine.WillAnswer(answer);
+    Choose("Tools", "Launch");
+    Reads(Question);
+  }
+  bool FrameShows() { return The<QGroupBox>("fraErase").isVisibleTo(platform::Form::Active()); }
+  int Bar() { return The<QProgressBar>("PBar").value(); }
+  void ExpectIdle() {
+    EXPECT_FALSE(machine.AnyPortOpen());
+    EXPECT_FALSE(FrameShows());
+    EXPECT_EQ(Text("fraErase"), "Erase");
+    EXPECT_FALSE(PointerIsBusy());
+    const auto bytes = machine.wire.size();
+    machine.Pass(10s);
+    EXPECT_EQ(machine.wire.size(), bytes);
+  }
+};
+
+TEST_F(Launch, StampsErasesAndLaunchesAndFollowsTheErase) {
+  StartConnected();
+  logger.pages[1] = RampPage(0);
+  ChooseLaunch();
+  EXPECT_EQ(machine.Transcript(),
+            "0 p|12 g|24 03|36 p|48 h|60 07|72 p|84 i|96 D4|108 p|120 j|132 0E|144 p|156 k|168 05|"
+            "180 p|192 l|204 09|216 p|228 m|240 02|252 e|1252 X");
+  EXPECT_TRUE(FrameShows());
+  EXPECT_EQ(Text("fraErase"), "Erase");
+  machine.Pass(250ms);
+  EXPECT_EQ(Text("fraErase"), "Erasing page 416") << "1250 bytes less 2";
+  EXPECT_EQ(Bar(), 416);
+  machine.Pass(250ms);
+  EXPECT_EQ(Text("fraErase"), "Erasing page 499") << "and 250 less 2";
+  EXPECT_TRUE(Offered("Tools", "Launch"));
+  machine.Pass(4500ms);
+  EXPECT_EQ(Bar(), 2034) << "20 ticks lose 2 bytes each";
+  EXPECT_TRUE(machine.boxes.empty());
+  machine.Pass(250ms);
+  Reads(Launched);
+  EXPECT_FALSE(Offered("Tools", "Launch"));
+  EXPECT_FALSE(Offered("Display", "Accelerometers"));
+  EXPECT_EQ(logger.launches, 1);
+  EXPECT_TRUE(logger.pages.empty());
+  EXPECT_EQ(Bar(), 2034) << "stays for the next launch";
+  ExpectIdle();
+}
+
+TEST_F(Launch, SilenceIsTakenForTheEnd) {
+  StartConnected();
+  for (const int bytes : {0, 3}) {
+    SCOPED_TRACE(bytes);
+    shell::Shared.CurrentCommPort = 1;
+    logger.eraseBytes = bytes;
+    ChooseLaunch();
+    machine.Pass(249ms);
+    EXPECT_TRUE(machine.boxes.empty());
+    machine.Pass(1ms);
+    Reads(Launched);
+    EXPECT_FALSE(Offered("Tools", "Launch"));
+    ExpectIdle();
+    Choose("File", "Connect");
+    Press("OK");
+  }
+}
+
+TEST_F(Launch, NothingIsSentWithoutPortOrConsent) {
+  StartConnected();
+  ChooseLaunch(Answer::No);
+  shell::Shared.CurrentCommPort = 0;
+  Choose("Tools", "Launch");
+  Reads("No comm port has been selected!");
+  EXPECT_TRUE(machine.wire.empty());
+  ExpectIdle();
+}
+
+TEST_F(Launch, APortThatVanishesAtEachByte) {
+  StartConnected();
+  for (int bytes = 0; bytes <= 23; ++bytes) {
+    SCOPED_TRACE(bytes);
+    CutLogger cut;
+    cut.PlugFor(machine, 1, bytes);
+    ChooseLaunch();
+    if (bytes == 0 || bytes == 21) ReadsError("OpenCommPort");
+    if (bytes == 23) machine.Pass(250ms);
+    Reads(bytes < 21 ? NotStamped : bytes < 23 ? Failed : Launched);
+    EXPECT_EQ(cut.erases, bytes < 22 ? 0 : 1);
+    EXPECT_EQ(Offered("Tools", "Launch"), bytes < 23);
+    ExpectIdle();
+    machine.Unplug(1);
+  }
+}
+
+TEST_F(Launch, ASecondLaunchDuringTheEraseStartsOver) {
+  StartConnected();
+  ChooseLaunch();
+  machine.Pass(1s);
+  EXPECT_EQ(Text("fraErase"), "Erasing page 664");
+  machine.wire.clear();
+  ChooseLaunch();
+  ASSERT_EQ(machine.wire.size(), 23u);
+  EXPECT_EQ(machine.wire[21].byte, 'e');
+  EXPECT_EQ(logger.erases, 2);
+  EXPECT_TRUE(machine.IsOpen(1));
+  machine.Pass(10s);
+  Reads(Launched);
+  ExpectIdle();
+}
+
+TEST_F(Launch, AStampThatFailsDuringTheEraseLeavesTheWatchRunning) {
+  StartConnected();
+  ChooseLaunch();
+  machine.Unplug(1);
+  ChooseLaunch();
+  Reads(NotStamped);
+  machine.Pass(250ms);
+  Reads(Launched);
+  ExpectIdle();
+}
+
+TEST_F(Launch, AScreenOpenedDuringTheEraseMeetsThePortAsTaken) {
+  StartConnected();
+  ChooseLaunch();
+  Choose("Tools", "Configuration");
+  ReadsError("OpenCommPort");
+  const auto report = ReadsError("mnuRead_Click");
+  EXPECT_NE(report.find("Screen: Configuration\r\n"), std::string::npos) << report;
+  machine.Pass(500ms);
+  Choose("File", "Return");
+  EXPECT_NE(Text("fraErase"), "Erase");
+  machine.Pass(10s);
+  Reads(Launched);
+  ExpectIdle();
+}
+
+}  // namespace
+}  // namespace bexlow::test
