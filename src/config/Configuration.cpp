@@ -49,7 +49,7 @@ void Configuration::RequestCell() {
 // One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without limit.
 void Configuration::MSComm1_OnComm() {
   Guarded(*this, "MSComm1_OnComm", [this] {
-    const auto reply = MSComm1.Input();
+    const auto reply = link::TakeReply(MSComm1, 1);
     if (reply.size() != 1) return RequestCell();
     Shared.ReadArray[Shared.ParameterIndex] = reply.front();
     const int k = ++Shared.ParameterIndex;

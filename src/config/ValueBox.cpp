@@ -48,7 +48,8 @@ ValueBox::ValueBox(const char* name, const QString& accessibleName, QWidget* par
 // A key that does not pass leaves the box as it is, a selection in it too.
 void ValueBox::keyPressEvent(QKeyEvent* event) {
   const QString typed = event->text();
-  const bool isCharacter = !typed.isEmpty() && typed.front().isPrint();
+  const bool isCommand = (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  const bool isCharacter = !isCommand && !typed.isEmpty() && typed.front().isPrint();
   if (isCharacter && !Passes(typed.front(), text().isEmpty())) return event->accept();
   QLineEdit::keyPressEvent(event);
 }

@@ -43,7 +43,8 @@ class Calibrate : public Story {
   std::string Row(const char* letter) {
     std::string row;
     for (const char* box : {"txt", "txtMin", "txtMax", "txtOffset", "txtGain"})
-      row += (row.empty() ? "" : " ") + Text((std::string(box) + letter).c_str());
+      row += Text((std::string(box) + letter).c_str()) + " ";
+    row.pop_back();
     return row;
   }
   std::string Caption() { return Text("fraProgress"); }
@@ -81,7 +82,7 @@ TEST_F(Calibrate, SamplingStartsBehindTheMessageAndTheShaker) {
     EXPECT_TRUE(Checked("Data", "Sample"));
     EXPECT_FALSE(Offered("Data", "Write"));
     machine.Pass(10ms);
-    EXPECT_TRUE(machine.Transcript().starts_with("0 p|12 20|24 00|1024 a|1027 a|1031 a")) << machine.Transcript();
+    EXPECT_TRUE(machine.Transcript().starts_with("0 70|12 20|24 00|1024 61|1027 61|1031 61")) << machine.Transcript();
     EXPECT_EQ(logger.eeprom[32], 0);
     EXPECT_EQ(Row("X"), "330 330 330 330 0");
     EXPECT_EQ(Row("Y"), "408 408 408 408 0");

@@ -3,6 +3,7 @@
 #include <QClipboard>
 #include <QDropEvent>
 #include <QInputMethodEvent>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QPushButton>
@@ -56,7 +57,7 @@ TEST_F(Eeprom, ReadsAndWritesAnyCell) {
   EXPECT_EQ(Text("NumEditAddress"), "2");
   Box().setText("77");
   Press("Read");
-  EXPECT_EQ(machine.Transcript(), "0 r|12 02");
+  EXPECT_EQ(machine.Transcript(), "0 72|12 02");
   EXPECT_EQ(Text("txtValue"), "");
   ExpectReady(false);
   machine.Pass(99ms);
@@ -102,6 +103,7 @@ TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
     EXPECT_EQ(Text("txtValue"), row.shown);
     ExpectReady(true);
     logger.spoil = {};
+    machine.Pass(5ms);
     ReadCell();
     EXPECT_EQ(Text("txtValue"), "1") << "a late byte is not the next read's";
   }
@@ -188,7 +190,10 @@ void Insert(QLineEdit& box, const QString& text) { box.insert(text); }
 void Drop(QLineEdit& box, const QString& text) {
   QMimeData data;
   data.setText(text);
-  QDropEvent drop(QPointF(2, 2), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  const QPoint behindTheText(box.width() - 4, box.height() / 2);
+  QDragEnterEvent enter(behindTheText, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&box, &enter);
+  QDropEvent drop(behindTheText, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&box, &drop);
 }
 void Compose(QLineEdit& box, const QString& text) {
@@ -196,7 +201,12 @@ void Compose(QLineEdit& box, const QString& text) {
   commit.setCommitString(text);
   QApplication::sendEvent(&box, &commit);
 }
-void Keys(QLineEdit& box, const QString& text) { QTest::keyClicks(&box, text); }
+void Keys(QLineEdit& box, const QString& text) {
+  for (const QChar key : text) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(key));
+    QApplication::sendEvent(&box, &press);
+  }
+}
 
 TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   struct Way {
