@@ -107,7 +107,7 @@ void CWGraph::BuildMenu() {
   menu_ = new QMenu(this);
   AddEntry(tr("Show &All"), {}, &CWGraph::ShowAll);
   menu_->addSeparator();
-  AddEntry(tr("&Copy Picture"), QKeySequence::Copy, &CWGraph::CopyByUser);
+  AddEntry(tr("&Copy Picture"), QKeySequence::Copy, &CWGraph::CopyPicture);
   AddEntry(tr("&Save Picture As..."), QKeySequence::Save, &CWGraph::SaveByUser);
   AddEntry(tr("&Print..."), QKeySequence::Print, &CWGraph::PrintByUser);
 }
@@ -293,7 +293,7 @@ QImage CWGraph::Picture() const {
   return PlotImage(*plot_);
 }
 
-void CWGraph::CopyPicture() const {
+void CWGraph::CopyPicture() {
   QGuiApplication::clipboard()->setImage(Picture());
 }
 

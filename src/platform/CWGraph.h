@@ -91,7 +91,7 @@ class CWGraph : public QWidget, public DescribedChart {
   /// Saves the plot by the file's extension: png, pdf or svg.
   /// @return false on failure, with the reason in plain words
   bool SavePicture(const QString& path, QString* reason = nullptr) const;
-  void CopyPicture() const;
+  void CopyPicture();
   /// Draws the plot on one page, as large as it fits, in the colours of paper.
   /// @return false when the printer cannot be drawn on
   bool Print(QPrinter& printer) const;
@@ -130,7 +130,6 @@ class CWGraph : public QWidget, public DescribedChart {
   void PassXView();
   bool SaveInPaperColours(const QString& path, QString& reason) const;
   QString CursorWords() const;
-  void CopyByUser() { CopyPicture(); }
   void SaveByUser();
   void PrintByUser();
 

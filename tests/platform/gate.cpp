@@ -1,1 +1,150 @@
+// The event gate, alone and on the real machine with a real message box.
+#include "platform/EventGate.h"
+
 #include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTest>
+#include <QTimer>
+
+#include <string>
+
+#include "platform/Form.h"
+#include "platform/RealMachine.h"
+#include "platform/Timer.h"
+#include "support/VirtualMachine.h"
+
+namespace bexlow::test {
+
+using platform::EventGate;
+using platform::Form;
+
+class Gate : public ::testing::Test {
+ protected:
+  void Offer(const void* source, char name) {
+    gate.Offer(source, [this, name] { heard += name; });
+  }
+  EventGate& gate = EventGate::Get();
+  std::string heard;
+  int a = 0, b = 0;
+};
+
+TEST_F(Gate, KeepsOneDeliveryASourceInTheOrderOfOffers) {
+  Offer(&a, 'a');
+  Offer(&b, 'b');
+  Offer(&a, 'A');
+  EXPECT_EQ(heard, "") << "never delivered on the spot";
+  while (gate.DeliverOne()) {
+  }
+  EXPECT_EQ(heard, "ab");
+}
+
+TEST_F(Gate, DeliversNothingWhileHeldHoweverDeep) {
+  Offer(&a, 'a');
+  {
+    const EventGate::Hold outer;
+    {
+      const EventGate::Hold inner;
+      EXPECT_FALSE(gate.DeliverOne());
+    }
+    EXPECT_FALSE(gate.DeliverOne());
+    gate.Click(nullptr, [this] { heard += 'c'; });
+  }
+  EXPECT_TRUE(gate.DeliverOne());
+  EXPECT_EQ(heard, "a") << "the click was dropped, the event kept";
+}
+
+TEST_F(Gate, HoldsDuringADelivery) {
+  gate.Offer(&a, [this] {
+    heard += 'a';
+    Offer(&a, 'x');
+    EXPECT_FALSE(gate.DeliverOne());
+    gate.Click(nullptr, [this] { heard += 'c'; });
+  });
+  gate.DeliverOne();
+  EXPECT_EQ(heard, "a");
+  gate.DeliverOne();
+  EXPECT_EQ(heard, "ax");
+}
+
+TEST_F(Gate, WithdrawnEventsAreGone) {
+  Offer(&a, 'a');
+  Offer(&b, 'b');
+  gate.Withdraw(&a);
+  while (gate.DeliverOne()) {
+  }
+  EXPECT_EQ(heard, "b");
+}
+
+TEST_F(Gate, WakesTheEventLoopAfterAHold) {
+  {
+    const EventGate::Hold hold;
+    Offer(&a, 'a');
+    QCoreApplication::processEvents();
+    EXPECT_EQ(heard, "");
+  }
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heard, "a");
+}
+
+TEST_F(Gate, AClickBelowAModalScreenIsDropped) {
+  VirtualMachine machine;
+  Form below("Below", "Below");
+  auto* above = new Form("Above", "Above");
+  below.show();
+  above->ShowModal(&below);
+  gate.Click(&below, [this] { heard += 'b'; });
+  gate.Click(above, [this] { heard += 'a'; });
+  above->Unload();
+  gate.Click(&below, [this] { heard += 'B'; });
+  EXPECT_EQ(heard, "aB");
+}
+
+TEST_F(Gate, ATimerKeepsOneTickAndLosesItWhenDisabled) {
+  VirtualMachine machine;
+  Form form("Form", "Form");
+  platform::Timer timer(form, "Timer1", 100);
+  timer.OnTimer = [this] { heard += 't'; };
+  timer.Enabled(true);
+  {
+    const EventGate::Hold hold;
+    machine.Idle(milliseconds(100));
+    machine.Idle(milliseconds(250));
+  }
+  machine.Settle();
+  EXPECT_EQ(heard, "t");
+  {
+    const EventGate::Hold hold;
+    machine.Idle(milliseconds(100));
+    timer.Enabled(false);
+  }
+  machine.Pass(milliseconds(1000));
+  EXPECT_EQ(heard, "t");
+}
+
+// A real nested event loop: ticks, offers and a screen reader's press come while the box stands.
+TEST_F(Gate, ARealMessageBoxHoldsAllEvents) {
+  platform::RealMachine machine("/tmp");
+  platform::Machine::Install(machine);
+  Form form("Form", "Form");
+  platform::Timer timer(form, "Timer1", 5);
+  timer.OnTimer = [this] { heard += 't'; };
+  timer.Enabled(true);
+  QTimer::singleShot(100, [&] {
+    Offer(&a, 'a');
+    Offer(&a, 'A');
+    gate.Click(&form, [this] { heard += 'c'; });
+    qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Ok)->click();
+  });
+  gate.Click(&form, [this] {
+    platform::MsgBox("stands for a while");
+    EXPECT_EQ(heard, "");
+  });
+  timer.Enabled(false);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heard, "a");
+}
+
+}  // namespace bexlow::test
