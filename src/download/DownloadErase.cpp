@@ -189,7 +189,7 @@ void DownloadErase::TakePage(const Bytes& reply) {
 
 // Whole seconds of the calendar clock, and no limit to the repeats: only the user knows when to give up.
 void DownloadErase::TimerSampling_Timer() {
-  Guarded(*this, "TimerSampling_Timer", [this] {
+  const auto tick = [this] {
     ++Shared.TimerAdvanceCount;
     txtTimer->setText(Shown(Shared.TimerAdvanceCount));
     const bool late = NowInSeconds() - Shared.LastReplyTime > LateAfterSeconds;
@@ -198,6 +198,11 @@ void DownloadErase::TimerSampling_Timer() {
     TimerSampling.Enabled(false);
     RequestPage();
     TimerSampling.Enabled(true);
+  };
+  // A line that takes no request is gone for good: nothing is attempted any more, and the window must not say so.
+  Guarded(*this, "TimerSampling_Timer", tick, [this] {
+    lblWarning->hide();
+    MousePointer(Pointer::Normal);
   });
 }
 
@@ -247,9 +252,10 @@ void DownloadErase::MakeLinearCSV(const std::string& dataFileName) {
     if (csvName == dataFileName)
       throw std::system_error(std::make_error_code(std::errc::file_exists),
                               "The CSV file would replace the data file " + dataFileName);
+    const std::string dataFile = platform::ReadWhole(dataFileName);
     std::string csv;
     try {
-      AppendLinearCsv(platform::ReadWhole(dataFileName), csv);
+      AppendLinearCsv(dataFile, csv);
     } catch (const std::exception&) {
       platform::WriteWhole(csvName, csv);
       throw;

@@ -51,7 +51,6 @@ class DownloadErase : public platform::Form {
   void MakeLinearCSV(const std::string& dataFileName);
   void BackToIdle();
   void ClearDetails();
-  void OfferErase();
 
   std::function<void()> openGraph_;
   platform::MSComm MSComm1;

@@ -76,6 +76,7 @@ void Connect::ShowDevice() {
   const int port = live::ToInt16(NumEditCommPort->Value());
   if (port == 0) return lblDevice->setText("0 stands for no port.");
   const auto info = platform::Machine::Get().DescribePort(port);
+  if (info.device.empty()) return lblDevice->setText("No device stands behind this number.");
   const std::string what = info.description.empty() ? "" : ": " + info.description;
   lblDevice->setText(QString::fromStdString("Device " + info.device + what));
 }
@@ -123,6 +124,7 @@ void Connect::cmdAutoDetect_Click() {
       found = CommPortExists(port) && LoggerAnswers(port, "19200");
     EnableButtons(true);
     if (found) NumEditCommPort->Value(DetectedCommPort);
+    ShowDevice();
     MousePointer(Pointer::Normal);
     if (!found) return MsgBox("Bexlow not found on Comm 1-16!");
     MsgBox("Bexlow found on Comm " + live::NumberText(DetectedCommPort) + "!");

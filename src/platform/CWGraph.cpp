@@ -115,13 +115,12 @@ void CWGraph::BuildMenu() {
 void CWGraph::PresetQuestions() {
   AskPicturePath = [](const QString& suggested) {
     const EventGate::Hold hold;
-    const auto chosen = Machine::Get().AskFile({.save = true,
-                                                .confirmReplacing = true,
-                                                .folder = {},
-                                                .filter = PictureFilter,
-                                                .filterIndex = 1,
-                                                .defaultSuffix = "png",
-                                                .suggestedName = suggested.toStdString()});
+    FileQuestion question;
+    question.save = question.confirmReplacing = true;
+    question.filter = PictureFilter;
+    question.defaultSuffix = "png";
+    question.suggestedName = suggested.toStdString();
+    const auto chosen = Machine::Get().AskFile(question);
     return QString::fromStdString(chosen.value_or(std::string()));
   };
   AskPrinter = [this](QPrinter& printer) {
@@ -297,24 +296,14 @@ void CWGraph::CopyPicture() {
   QGuiApplication::clipboard()->setImage(Picture());
 }
 
+// A picture goes into a report or on paper, also from a dark screen.
 bool CWGraph::SavePicture(const QString& path, QString* reason) const {
-  QString words;
-  const bool isSaved = SaveInPaperColours(path, words);
-  if (!isSaved && reason) *reason = words;
-  return isSaved;
-}
-
-bool CWGraph::SaveInPaperColours(const QString& path, QString& reason) const {
-  ApplyColours(PaperPalette());  // a picture goes into a report or on paper, also from a dark screen
+  ApplyColours(PaperPalette());
   const auto bytes = PlotFile(*plot_, QFileInfo(path).suffix());
   ApplyColours(palette());
-  if (!bytes.isEmpty()) {
-    if (SaveBytes(path, bytes, reason)) return true;
-    reason = tr("The picture cannot be saved as %1: %2").arg(path, reason);
-    return false;
-  }
-  reason =
-      tr("The picture cannot be saved as %1: the name of a picture ends in .png, .pdf or .svg").arg(path);
+  auto words = tr("the name of a picture ends in .png, .pdf or .svg");
+  if (!bytes.isEmpty() && SaveBytes(path, bytes, words)) return true;
+  if (reason) *reason = tr("The picture cannot be saved as %1: %2").arg(path, words);
   return false;
 }
 

@@ -128,7 +128,6 @@ class CWGraph : public QWidget, public DescribedChart {
   void ApplyTitles();
   void DrawSoon();
   void PassXView();
-  bool SaveInPaperColours(const QString& path, QString& reason) const;
   QString CursorWords() const;
   void SaveByUser();
   void PrintByUser();

@@ -81,13 +81,16 @@ Answer AnswerOf(int button) {
   }
 }
 
-// "words|pattern|words|pattern" as the toolkit takes it: "words (pattern)".
+// "words|pattern|words|pattern" as the toolkit takes it: "words (pattern)". Its pattern for names without a point is *.
 QStringList NameFilters(const std::string& filter) {
   const QStringList parts = QString::fromStdString(filter).split('|');
   QStringList filters;
   for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    const QString words = parts[i].section('(', 0, 0).trimmed();
-    filters << words + " (" + (parts[i + 1] == "*.*" ? QString("*") : parts[i + 1]) + ")";
+    if (parts[i].contains('(') && parts[i + 1] != "*.*") {
+      filters << parts[i];
+    } else {
+      filters << parts[i].section('(', 0, 0).trimmed() + " (" + QString(parts[i + 1]).replace("*.*", "*") + ")";
+    }
   }
   return filters;
 }

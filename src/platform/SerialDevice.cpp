@@ -119,7 +119,7 @@ void SerialDevice::Write(std::span<const std::uint8_t> bytes) {
       bytes = bytes.subspan(static_cast<std::size_t>(count));
       continue;
     }
-    const int error = handle_ < 0 ? EIO : errno;
+    const int error = handle_ < 0 ? EIO : count == 0 ? EAGAIN : errno;
     if (error == EINTR) continue;
     pollfd ready{handle_, POLLOUT, 0};
     if (error == EAGAIN && ::poll(&ready, 1, WriteLimitMs) > 0) continue;

@@ -1,6 +1,9 @@
 #include "shell/Emblem.h"
 
 #include <QPainter>
+#include <QPainterPath>
+
+#include <cmath>
 
 namespace bexlow::shell {
 
@@ -51,6 +54,27 @@ Emblem::Emblem(const char* name, int side, QWidget* parent) : QWidget(parent), s
 void Emblem::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.drawPixmap(0, 0, DrawEmblem(side_, devicePixelRatioF()));
+}
+
+Trace::Trace(const char* name, QSize size, QWidget* parent) : QWidget(parent) {
+  setObjectName(name);
+  setFixedSize(size);
+}
+
+void Trace::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(QPen(palette().color(QPalette::Mid), 1));
+  for (const int y : {2, height() - 3}) painter.drawLine(0, y, width(), y);
+  QPainterPath path;
+  for (int x = 0; x <= width(); ++x) {
+    const double t = 12.0 * x / width();
+    const double y = height() / 2.0 - height() / 5.0 * (std::sin(t) + 0.35 * std::sin(3.1 * t));
+    if (x == 0) path.moveTo(x, y);
+    else path.lineTo(x, y);
+  }
+  painter.setPen(QPen(Signal, 2));
+  painter.drawPath(path);
 }
 
 }  // namespace bexlow::shell

@@ -116,6 +116,7 @@ void Main::BuildBody() {
   column->setSpacing(24);
   column->addStretch(3);
   column->addLayout(mark);
+  column->addWidget(new Trace("Image2", QSize(420, 56), this), 0, Qt::AlignHCenter);
   column->addWidget(lblHint, 0, Qt::AlignHCenter);
   column->addStretch(2);
   column->addWidget(launch_.Frame());
@@ -178,7 +179,7 @@ void Main::ShowHint() {
   if (!mnuTools->isEnabled())
     return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
   lblHint->setText(QString::fromStdString("The logger answered on Comm " + live::NumberText(Shared.CurrentCommPort) +
-                                          ". The Tools and Display menus are open."));
+                                          ". The Tools menu leads to its settings and its data."));
 }
 
 }  // namespace bexlow::shell

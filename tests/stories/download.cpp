@@ -339,6 +339,7 @@ TEST_F(DownloadStory, AVanishedLineIsReportedAndCanBeCancelled) {
   machine.Pass(milliseconds(3500));
   ReadsError("TimerSampling_Timer");
   EXPECT_TRUE(machine.boxes.empty()) << "the failed watchdog stays off";
+  EXPECT_TRUE(The<QLabel>("lblWarning").isHidden()) << "nothing is attempted any more";
   Choose("Data", "Download");
   EXPECT_FALSE(Running());
   EXPECT_EQ(PagesInFile(), UpTo(5));
@@ -358,6 +359,7 @@ TEST_F(DownloadStory, AFullDiskLosesARecordInWords) {
   ReadsError("WriteDownloadPagesToFile");
   ReadsError("MakeLinearCSV");
   ReadsCompletion();
+  EXPECT_FALSE(std::filesystem::exists("/dev/.csv")) << "a data file that cannot be read makes no CSV file";
 }
 
 TEST_F(DownloadStory, AFolderThatIsGoneLosesRecordsInWords) {
