@@ -9,6 +9,8 @@
 #include "download/DownloadErase.h"
 #include "graph/Graph.h"
 #include "link/Connect.h"
+#include "live/Accelerometers.h"
+#include "live/Angles.h"
 #include "live/NumberText.h"
 #include "platform/Machine.h"
 #include "review/GraphBP.h"
@@ -80,8 +82,9 @@ void Main::BuildToolsMenu() {
 
 void Main::BuildDisplayMenu() {
   mnuDisplay = AddMenu("mnuDisplay", "&Display");
-  mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers", {});
-  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", {});
+  mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers",
+                         [] { return new live::Accelerometers; });
+  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", [] { return new live::Angles; });
   mnuRemote = AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession", {});
   mnuRemote->setVisible(false);
 }
