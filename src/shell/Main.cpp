@@ -12,6 +12,7 @@
 #include "live/Accelerometers.h"
 #include "live/Angles.h"
 #include "live/NumberText.h"
+#include "live/RemoteSession.h"
 #include "platform/Machine.h"
 #include "review/GraphBP.h"
 #include "shell/About.h"
@@ -85,7 +86,8 @@ void Main::BuildDisplayMenu() {
   mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers",
                          [] { return new live::Accelerometers; });
   mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", [] { return new live::Angles; });
-  mnuRemote = AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession", {});
+  mnuRemote = AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession",
+                            [] { return new live::RemoteSession; });
   mnuRemote->setVisible(false);
 }
 
