@@ -56,6 +56,12 @@ std::int16_t ToInt16(double value) {
   return static_cast<std::int16_t>(rounded);
 }
 
+std::int32_t ToInt32(double value) {
+  const double rounded = RoundHalfEven(value);
+  if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0)) ThrowOutOfRange("the 32-bit range");
+  return static_cast<std::int32_t>(rounded);
+}
+
 std::uint8_t ToByte(double value) {
   const double rounded = RoundHalfEven(value);
   if (!(rounded >= 0 && rounded <= 255)) ThrowOutOfRange("0 to 255");

@@ -32,6 +32,9 @@ double AngleToInteger(double angle, double divisor);
 /// Rounded half to even. @throws std::system_error result_out_of_range outside -32768 to 32767, also for NaN
 std::int16_t ToInt16(double value);
 
+/// Rounded half to even. @throws std::system_error result_out_of_range outside the 32-bit range, also for NaN
+std::int32_t ToInt32(double value);
+
 /// Rounded half to even. @throws std::system_error result_out_of_range outside 0 to 255, also for NaN
 std::uint8_t ToByte(double value);
 

@@ -4,6 +4,7 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QRadioButton>
 
 #include <utility>
 
@@ -116,6 +117,16 @@ QPushButton* Form::MakeButton(const char* name, const QString& caption, std::fun
     if (!unloaded_) EventGate::Get().Click(this, handler);
   });
   return button;
+}
+
+QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget* parent,
+                               std::function<void()> handler) {
+  auto* option = new QRadioButton(caption, parent);
+  option->setObjectName(name);
+  connect(option, &QRadioButton::clicked, this, [this, handler = std::move(handler)] {
+    if (!unloaded_ && handler) EventGate::Get().Click(this, handler);
+  });
+  return option;
 }
 
 // Enter presses the button that has the focus, else the screen's default button; Escape leaves a modal screen.

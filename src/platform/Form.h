@@ -12,6 +12,7 @@
 
 class QKeyEvent;
 class QPushButton;
+class QRadioButton;
 
 namespace bexlow::platform {
 
@@ -62,6 +63,8 @@ class Form : public QWidget {
   QAction* AddSeparator(QMenu* menu, const char* name);
   /// A button whose click goes through the event gate.
   QPushButton* MakeButton(const char* name, const QString& caption, std::function<void()> handler);
+  /// An option whose choice by the user goes through the event gate; options of one parent exclude each other.
+  QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent, std::function<void()> handler);
   void DefaultButton(QPushButton* button) { defaultButton_ = button; }
 
   void keyPressEvent(QKeyEvent* event) override;

@@ -11,7 +11,10 @@
 #include "download/DownloadErase.h"
 #include "graph/Graph.h"
 #include "link/Connect.h"
+#include "live/Accelerometers.h"
+#include "live/Angles.h"
 #include "live/NumberText.h"
+#include "live/RemoteSession.h"
 #include "platform/Machine.h"
 #include "review/GraphBP.h"
 #include "shell/About.h"
@@ -83,9 +86,11 @@ void Main::BuildToolsMenu() {
 
 void Main::BuildDisplayMenu() {
   mnuDisplay = AddMenu("mnuDisplay", "&Display");
-  mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers", {});
-  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", {});
-  mnuRemote = AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession", {});
+  mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers",
+                         [] { return new live::Accelerometers; });
+  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", [] { return new live::Angles; });
+  mnuRemote = AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession",
+                            [] { return new live::RemoteSession; });
   mnuRemote->setVisible(false);
 }
 

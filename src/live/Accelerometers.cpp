@@ -1,0 +1,113 @@
+#include "live/Accelerometers.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "link/Communications.h"
+#include "live/AxisRows.h"
+#include "live/Conversions.h"
+#include "live/NumberText.h"
+#include "platform/CWSlide.h"
+#include "platform/Machine.h"
+#include "shell/Chords.h"
+#include "shell/DataFiles.h"
+#include "shell/ErrorHandler.h"
+#include "shell/General.h"
+#include "shell/Records.h"
+
+namespace bexlow::live {
+
+using shell::Guarded;
+using shell::Shared;
+
+namespace {
+
+constexpr RecordingKind Kind{"Accelerometers", link::CommandName::SampleAccelerometers,
+                             download::DataFileKind::Accelerometers, shell::WriteAccelerometersToFile};
+
+constexpr int PauseBehindCellMs = 100;
+
+QString Shown(double number) { return QString::fromStdString(PlainNumberText(number)); }
+
+// The whole number of a slide, as the word that its two cells hold.
+std::int32_t WordOf(const platform::CWSlide& slide) {
+  const auto value = ToInt32(slide.Value());
+  return value < 0 ? value + 65536 : value;
+}
+
+}  // namespace
+
+Accelerometers::Accelerometers() : RecordingScreen(Kind) {
+  Build();
+  for (const auto& axis : axes_) {
+    LinkSlideAndText(axis);
+    const double dac = Shared.OnBoardParameters.*axis.row->dac;
+    axis.dacSlide->Value(dac);
+    axis.dacText->setText(Shown(dac));
+  }
+  OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
+}
+
+void Accelerometers::LinkSlideAndText(const Axis& axis) {
+  auto* slide = axis.dacSlide;
+  auto* text = axis.dacText;
+  slide->PointerValueChanged = [text](double value) { text->setText(Shown(value)); };
+  connect(text, &QLineEdit::textChanged, slide,
+          [slide](const QString& typed) { slide->Value(LeadingNumber(typed.toStdString())); });
+}
+
+void Accelerometers::Show(const link::Bytes& reply) {
+  const auto readings = link::AccelerometerReadings(reply);
+  if (!readings) return;
+  for (const auto& axis : axes_) {
+    const double reading = (*readings).*axis.row->received;
+    Shared.LiveSample.*axis.row->sample = reading;
+    axis.reading->setText(Shown(reading));
+    axis.readingSlide->Value(reading);
+  }
+}
+
+void Accelerometers::Stopped() {
+  for (const auto& axis : axes_) {
+    axis.reading->clear();
+    axis.readingSlide->Value(0);
+  }
+}
+
+bool Accelerometers::Form_KeyDown(const QKeyEvent& key) {
+  if (!shell::IsServiceChord(key)) return false;
+  const bool show = fraHiddenSliders->isHidden();
+  fraHiddenSliders->setVisible(show);
+  lblNote->setVisible(show);
+  return true;
+}
+
+void Accelerometers::EnableDacButtons(bool enabled) {
+  for (const auto& axis : axes_) axis.cmdWriteDAC->setEnabled(enabled);
+}
+
+// After a failure the buttons stay disabled and the chain stands still: only the user knows what the logger now holds.
+void Accelerometers::cmdWriteDAC_Click(const Axis& axis) {
+  Guarded(*this, axis.row->procedure, [&] {
+    EnableDacButtons(false);
+    Chain().Pause();
+    platform::Machine::Get().Repaint();
+    auto high = WordOf(*axis.dacSlide);
+    WriteDAC(axis.row->address, link::ValueToMSB(high));
+    shell::WaitMilliseconds(PauseBehindCellMs);
+    auto low = WordOf(*axis.dacSlide);
+    WriteDAC(axis.row->address + 1, link::ValueToLSB(low));
+    shell::WaitMilliseconds(PauseBehindCellMs);
+    Shared.OnBoardParameters.*axis.row->dac = axis.dacSlide->Value();
+    Chain().Resume();
+    EnableDacButtons(true);
+  });
+}
+
+void Accelerometers::WriteDAC(double address, double value) {
+  Guarded(*this, "WriteDAC", [&] { link::Send(SerialControl(), link::WriteEeprom(ToByte(address), ToByte(value))); });
+}
+
+}  // namespace bexlow::live

@@ -1,0 +1,91 @@
+// How the Accelerometers screen is built; what it does is in Accelerometers.cpp.
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "live/Accelerometers.h"
+#include "live/AxisRows.h"
+#include "live/Readings.h"
+#include "platform/CWSlide.h"
+#include "platform/Controls.h"
+
+namespace bexlow::live {
+
+using namespace platform;
+
+namespace {
+
+constexpr auto NoteText =
+    "Run Configuration screen first and you'll get the actual DAC values to start off with......";
+
+CWSlide* AddSlide(QBoxLayout& column, const char* name, const char* caption, QWidget* parent) {
+  auto* slide = new CWSlide(parent);
+  slide->setObjectName(name);
+  slide->setAccessibleName(caption);
+  slide->SetScale(0, 1024);
+  auto* label = new QLabel(caption, parent);
+  label->setAlignment(Qt::AlignHCenter);
+  column.addWidget(label);
+  column.addWidget(slide, 1);
+  return slide;
+}
+
+}  // namespace
+
+void Accelerometers::Build() {
+  fraAcc = MakeFrame("fraAcc", "Accelerometers", this);
+  fraSlider = MakeFrame("fraSlider", "", this);
+  fraSlider->setAccessibleName("Readings");
+  fraHiddenSliders = MakeFrame("fraHiddenSliders", "Slider", this);
+  lblNote = MakeLabel("lblNote", NoteText, this);
+  lblNote->setWordWrap(true);
+  for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].row = &AxisRows[i];
+
+  auto* columns = new QHBoxLayout;
+  columns->setSpacing(16);
+  BuildReadings(*columns);
+  BuildDacPanel(*columns);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(24, 24, 24, 24);
+  rows->setSpacing(12);
+  rows->addLayout(columns, 1);
+  rows->addWidget(lblNote);
+  fraHiddenSliders->hide();
+  lblNote->hide();
+}
+
+void Accelerometers::BuildReadings(QHBoxLayout& columns) {
+  auto* boxes = new QGridLayout(fraAcc);
+  auto* slides = new QHBoxLayout(fraSlider);
+  for (auto& axis : axes_) {
+    axis.reading = AddReading(*boxes, {axis.row->reading, axis.row->caption, "bits"}, fraAcc);
+    auto* column = new QVBoxLayout;
+    axis.readingSlide = AddSlide(*column, axis.row->readingSlide, axis.row->caption, fraSlider);
+    slides->addLayout(column);
+  }
+  boxes->setRowStretch(boxes->rowCount(), 1);
+  columns.addWidget(fraAcc);
+  columns.addWidget(fraSlider, 1);
+}
+
+void Accelerometers::BuildDacPanel(QHBoxLayout& columns) {
+  auto* slides = new QHBoxLayout(fraHiddenSliders);
+  for (auto& axis : axes_) {
+    auto* column = new QVBoxLayout;
+    axis.dacSlide = AddSlide(*column, axis.row->dacSlide, axis.row->caption, fraHiddenSliders);
+    axis.dacSlide->SetReadOnly(false);
+    axis.dacText = MakeTextBox(axis.row->dacText, axis.row->caption, fraHiddenSliders);
+    axis.cmdWriteDAC = MakeButton(axis.row->cmdWriteDAC, axis.row->cmdCaption,
+                                  [this, &axis] { cmdWriteDAC_Click(axis); });
+    column->addWidget(axis.dacText);
+    column->addWidget(axis.cmdWriteDAC);
+    slides->addLayout(column);
+  }
+  columns.addWidget(fraHiddenSliders, 1);
+}
+
+}  // namespace bexlow::live

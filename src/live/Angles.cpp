@@ -1,0 +1,101 @@
+#include "live/Angles.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+
+#include "link/Communications.h"
+#include "live/AngleSample.h"
+#include "live/NumberText.h"
+#include "platform/CWKnob.h"
+#include "platform/Machine.h"
+#include "shell/DataFiles.h"
+#include "shell/ErrorHandler.h"
+#include "shell/General.h"
+#include "shell/Records.h"
+
+namespace bexlow::live {
+
+using shell::Guarded;
+using shell::Shared;
+
+namespace {
+
+constexpr RecordingKind Kind{"Angles", link::CommandName::SampleAngles, download::DataFileKind::Angles,
+                             shell::WriteAnglesToFile};
+
+constexpr int PauseBetweenCellsMs = 500;
+
+QString Shown(double number) { return QString::fromStdString(PlainNumberText(number)); }
+
+double NumberIn(const QLineEdit& box) { return LeadingNumber(box.text().toStdString()); }
+
+}  // namespace
+
+Angles::Angles() : RecordingScreen(Kind) {
+  Build();
+  EnableTareButtons(false);
+  for (const auto& axis : axes_) axis.tare->setText(Shown(Shared.OnBoardParameters.*axis.row->tareField));
+}
+
+// No tare is subtracted: under TareEnable the logger applies it to the words that it sends.
+void Angles::Show(const link::Bytes& reply) {
+  const auto words = link::AngleWords(reply);
+  if (!words) return;
+  for (const auto& axis : axes_) {
+    TakeAngle(*axis.row, *words, Shared.LiveSample);
+    axis.word->setText(Shown((*words).*axis.row->received));
+    const double angle = Shared.LiveSample.*axis.row->angleField;
+    axis.angle->setText(Shown(angle));
+    axis.dial->Value(angle);
+  }
+}
+
+void Angles::Starting() { EnableTareButtons(true); }
+
+// The raw words keep their last values.
+void Angles::Stopped() {
+  EnableTareButtons(false);
+  for (const auto& axis : axes_) {
+    axis.angle->clear();
+    axis.dial->Value(0);
+  }
+}
+
+void Angles::EnableTareButtons(bool enabled) {
+  for (const auto& axis : axes_) axis.cmdTare->setEnabled(enabled);
+}
+
+// The caption tells what the next click does; whether the logger holds a tare is not looked at.
+void Angles::cmdTare_Click(const Axis& axis) {
+  const bool untare = axis.cmdTare->text() == axis.row->untareCaption;
+  axis.cmdTare->setEnabled(false);
+  axis.cmdTare->setText(untare ? axis.row->tareCaption : axis.row->untareCaption);
+  platform::Machine::Get().Repaint();
+  if (untare) {
+    RemoveTare(axis);
+  } else {
+    GetTare(axis);
+  }
+  axis.cmdTare->setEnabled(true);
+}
+
+void Angles::GetTare(const Axis& axis) { WriteTare("GetTare", axis, NumberIn(*axis.word), NumberIn(*axis.angle)); }
+
+void Angles::RemoveTare(const Axis& axis) { WriteTare("RemoveTare", axis, 0, 0); }
+
+// The logger keeps the raw word, the program the degrees.
+void Angles::WriteTare(const char* procedure, const Axis& axis, double word, double degrees) {
+  Guarded(*this, procedure, [&] {
+    Chain().Pause();
+    const int address = axis.row->tareAddress;
+    const auto counts = ToInt32(word);
+    link::Send(SerialControl(), link::WriteEeprom(address, link::HighByte(counts)));
+    shell::WaitMilliseconds(PauseBetweenCellsMs);
+    link::Send(SerialControl(), link::WriteEeprom(address + 1, link::LowByte(counts)));
+    Shared.OnBoardParameters.*axis.row->tareField = degrees;
+    axis.tare->setText(Shown(degrees));
+    Chain().Resume();
+  });
+}
+
+}  // namespace bexlow::live

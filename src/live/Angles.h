@@ -1,0 +1,56 @@
+// Shows the two inclination angles live, and zeroes either of them in the logger.
+#pragma once
+
+#include <array>
+
+#include "live/RecordingScreen.h"
+
+class QGridLayout;
+class QGroupBox;
+class QLineEdit;
+class QPushButton;
+
+namespace bexlow::platform {
+class CWKnob;
+}
+
+namespace bexlow::live {
+
+struct AngleRow;
+
+class Angles : public RecordingScreen {
+  Q_OBJECT
+
+ public:
+  Angles();
+
+ private:
+  /// The controls of one axis.
+  struct Axis {
+    const AngleRow* row = nullptr;
+    QLineEdit* word = nullptr;
+    QLineEdit* tare = nullptr;
+    QLineEdit* angle = nullptr;
+    platform::CWKnob* dial = nullptr;
+    QPushButton* cmdTare = nullptr;
+  };
+  enum class Box { Word, Tare, Angle };
+
+  void Build();
+  QGroupBox* BuildBoxes(const char* name, const char* caption, Box box);
+  QGroupBox* BuildDial(Axis& axis);
+
+  void Show(const link::Bytes& reply) override;
+  void Starting() override;
+  void Stopped() override;
+
+  void cmdTare_Click(const Axis& axis);
+  void GetTare(const Axis& axis);
+  void RemoveTare(const Axis& axis);
+  void WriteTare(const char* procedure, const Axis& axis, double word, double degrees);
+  void EnableTareButtons(bool enabled);
+
+  std::array<Axis, 2> axes_;
+};
+
+}  // namespace bexlow::live

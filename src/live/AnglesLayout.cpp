@@ -1,0 +1,59 @@
+// How the Angles screen is built; what it does is in Angles.cpp.
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "live/AngleRows.h"
+#include "live/Angles.h"
+#include "live/Dial.h"
+#include "live/Readings.h"
+#include "platform/CWKnob.h"
+#include "platform/Controls.h"
+
+namespace bexlow::live {
+
+using namespace platform;
+
+void Angles::Build() {
+  for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].row = &AngleRows[i];
+  auto* boxes = new QVBoxLayout;
+  boxes->setSpacing(12);
+  boxes->addWidget(BuildBoxes("fraRawWord", "Raw Word", Box::Word));
+  boxes->addWidget(BuildBoxes("fraTare", "Tare", Box::Tare));
+  boxes->addWidget(BuildBoxes("fraAngles", "Angles", Box::Angle));
+  boxes->addStretch();
+  auto* columns = new QHBoxLayout(this);
+  columns->setContentsMargins(24, 24, 24, 24);
+  columns->setSpacing(16);
+  columns->addLayout(boxes);
+  for (auto& axis : axes_) columns->addWidget(BuildDial(axis), 1);
+}
+
+QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, Box box) {
+  auto* frame = MakeFrame(name, caption, this);
+  auto* grid = new QGridLayout(frame);
+  for (auto& axis : axes_) {
+    const auto& row = *axis.row;
+    switch (box) {
+      case Box::Word: axis.word = AddReading(*grid, {row.word, row.caption, "counts"}, frame); break;
+      case Box::Tare: axis.tare = AddReading(*grid, {row.tare, row.caption, "degrees"}, frame); break;
+      case Box::Angle: axis.angle = AddReading(*grid, {row.angle, row.caption, "degrees"}, frame); break;
+    }
+  }
+  return frame;
+}
+
+QGroupBox* Angles::BuildDial(Axis& axis) {
+  auto* frame = MakeFrame(axis.row->frame, axis.row->caption, this);
+  axis.dial = MakeDial(*axis.row, frame);
+  axis.cmdTare = MakeButton(axis.row->cmdTare, axis.row->untareCaption, [this, &axis] { cmdTare_Click(axis); });
+  auto* column = new QVBoxLayout(frame);
+  column->addWidget(axis.dial, 1);
+  column->addWidget(axis.cmdTare, 0, Qt::AlignHCenter);
+  return frame;
+}
+
+}  // namespace bexlow::live

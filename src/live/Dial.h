@@ -1,0 +1,17 @@
+// A dial with the scale of its axis.
+#pragma once
+
+#include "live/AngleRows.h"
+#include "platform/CWKnob.h"
+
+namespace bexlow::live {
+
+inline platform::CWKnob* MakeDial(const AngleRow& row, QWidget* parent) {
+  auto* dial = new platform::CWKnob(parent);
+  dial->setObjectName(row.dial);
+  dial->setAccessibleName(row.caption);
+  dial->SetScale(row.scale.minimum, row.scale.maximum, row.scale.start, row.scale.arc);
+  return dial;
+}
+
+}  // namespace bexlow::live

@@ -1,0 +1,26 @@
+#include "live/IP.h"
+
+#include <cstddef>
+#include <sstream>
+
+#include "platform/HostName.h"
+#include "platform/Machine.h"
+#include "shell/ErrorHandler.h"
+
+namespace bexlow::live {
+
+std::string ComputerName() { return platform::HostName(); }
+
+std::optional<std::array<std::string, 4>> GetIP(const platform::Form& screen) {
+  std::optional<std::array<std::string, 4>> numbers;
+  shell::Guarded(screen, "GetIP", [&] {
+    const auto addresses = platform::HostAddresses();
+    if (addresses.empty()) return platform::MsgBox("Winsock.dll is not responding.");
+    std::istringstream parts(addresses.back());
+    numbers.emplace();
+    for (auto& number : *numbers) std::getline(parts, number, '.');
+  });
+  return numbers;
+}
+
+}  // namespace bexlow::live

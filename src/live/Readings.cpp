@@ -1,0 +1,30 @@
+#include "live/Readings.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+#include "platform/Controls.h"
+
+namespace bexlow::live {
+
+namespace {
+
+constexpr int WidestCharacters = 8;  // "-179.9" and some room
+
+}  // namespace
+
+QLineEdit* AddReading(QGridLayout& grid, const Reading& reading, QWidget* parent) {
+  auto* box = platform::MakeReadOnlyBox(reading.name, reading.caption, parent);
+  box->setAlignment(Qt::AlignRight);
+  box->setFixedWidth(box->fontMetrics().horizontalAdvance('0') * WidestCharacters + 24);
+  auto* label = new QLabel(reading.caption, parent);
+  label->setBuddy(box);
+  const int row = grid.rowCount();
+  grid.addWidget(label, row, 0);
+  grid.addWidget(box, row, 1);
+  grid.addWidget(new QLabel(QString::fromUtf8(reading.unit), parent), row, 2);
+  return box;
+}
+
+}  // namespace bexlow::live

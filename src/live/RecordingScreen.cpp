@@ -1,0 +1,76 @@
+#include "live/RecordingScreen.h"
+
+#include "live/Conversions.h"
+#include "live/NumberText.h"
+#include "platform/Machine.h"
+#include "shell/DataFiles.h"
+#include "shell/ErrorHandler.h"
+#include "shell/Records.h"
+
+namespace bexlow::live {
+
+using shell::Guarded;
+using shell::Shared;
+
+RecordingScreen::RecordingScreen(const RecordingKind& kind)
+    : Form(kind.screen, kind.screen),
+      kind_(kind),
+      MSComm1(*this, "MSComm1"),
+      chain_(*this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); }) {
+  BuildMenu();
+  OnCloseRequest = [this] { Unload(); };
+}
+
+void RecordingScreen::BuildMenu() {
+  auto* menu = AddMenu("mnuData", "&Data");
+  mnuSave = AddCheckEntry(menu, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });
+  mnuSample = AddCheckEntry(menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); });
+  AddSeparator(menu, "mnuSep");
+  AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
+}
+
+void RecordingScreen::mnuSample_Click() {
+  Guarded(*this, "mnuSample_Click", [this] {
+    if (mnuSample->isChecked()) return StopSampling();
+    StartSampling();
+  });
+}
+
+void RecordingScreen::StartSampling() {
+  mnuSample->setChecked(true);
+  mnuSave->setEnabled(false);
+  auto& clock = Shared.SampleClock;
+  clock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
+  clock.CounterStart = clock.CounterNow;
+  Starting();
+  chain_.Start();
+}
+
+void RecordingScreen::StopSampling() {
+  chain_.Stop();
+  mnuSample->setChecked(false);
+  mnuSave->setEnabled(true);
+  Stopped();
+}
+
+void RecordingScreen::Take(const link::Bytes& reply) {
+  Shared.SampleClock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
+  Shared.LiveSample.SampleTime = NumberText(ElapsedSeconds(Shared.SampleClock));
+  Show(reply);
+  if (Shared.LiveSample.SavingToFile) kind_.write(Shared.LiveSample.SampleTime);
+}
+
+// A name left from an earlier choice goes on being the file when the dialog is cancelled.
+void RecordingScreen::mnuSave_Click() {
+  Guarded(*this, "mnuSave_Click", [this] {
+    const bool save = !mnuSave->isChecked();
+    mnuSave->setChecked(save);
+    if (save) shell::WriteDataFileHeader(CommonDialog1, kind_.file);
+    Shared.LiveSample.SavingToFile = save;
+    if (!CommonDialog1.FileName.empty()) return;
+    mnuSave->setChecked(false);
+    Shared.LiveSample.SavingToFile = false;
+  });
+}
+
+}  // namespace bexlow::live

@@ -1,0 +1,54 @@
+// What Accelerometers and Angles have in common: a chain that shows samples, and a data file that they can be saved to.
+#pragma once
+
+#include <string>
+
+#include "download/DataFile.h"
+#include "live/SamplingChain.h"
+#include "platform/CommonDialog.h"
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+
+namespace bexlow::live {
+
+/// What differs between the two.
+struct RecordingKind {
+  const char* screen;  ///< its name, and its caption
+  link::CommandName command;
+  download::DataFileKind file;
+  void (*write)(const std::string& time);  ///< appends the sample to the data file
+};
+
+class RecordingScreen : public platform::Form {
+  Q_OBJECT
+
+ protected:
+  explicit RecordingScreen(const RecordingKind& kind);
+
+  /// Decodes and shows a sample. What it throws ends the chain.
+  virtual void Show(const link::Bytes& reply) = 0;
+  /// Sampling is about to start; the port is not open yet.
+  virtual void Starting() {}
+  /// Sampling has stopped: clears what showed samples.
+  virtual void Stopped() = 0;
+
+  SamplingChain& Chain() { return chain_; }
+  platform::MSComm& SerialControl() { return MSComm1; }
+
+ private:
+  void BuildMenu();
+  void mnuSample_Click();
+  void mnuSave_Click();
+  void StartSampling();
+  void StopSampling();
+  void Take(const link::Bytes& reply);
+
+  const RecordingKind& kind_;
+  platform::MSComm MSComm1;
+  platform::CommonDialog CommonDialog1;
+  SamplingChain chain_;
+  QAction* mnuSave = nullptr;
+  QAction* mnuSample = nullptr;
+};
+
+}  // namespace bexlow::live

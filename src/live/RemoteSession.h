@@ -1,0 +1,98 @@
+// Shares live angles between two computers: the one samples and sends, the other receives and shows.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "live/SamplingChain.h"
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+#include "platform/Winsock.h"
+
+class QGridLayout;
+class QGroupBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QRadioButton;
+
+namespace bexlow::platform {
+class CWKnob;
+}
+
+namespace bexlow::live {
+
+struct AngleRow;
+struct SessionRole;
+
+class RemoteSession : public platform::Form {
+  Q_OBJECT
+
+ public:
+  RemoteSession();
+
+ private:
+  /// The controls of one axis.
+  struct Axis {
+    const AngleRow* row = nullptr;
+    QLineEdit* text = nullptr;
+    platform::CWKnob* dial = nullptr;
+  };
+
+  void BuildMenu();
+  void BuildBody();
+  QGroupBox* BuildSession();
+  QGroupBox* BuildSend();
+  QGroupBox* BuildDial();
+  QGroupBox* BuildParameters();
+  void BuildPeer(QGridLayout& grid);
+  QWidget* BuildText(const char* name, const char* caption, const char* clear, QPlainTextEdit*& box,
+                     void (RemoteSession::*click)());
+  QGroupBox* BuildAxis(Axis& axis);
+  void LinkTexts();
+
+  void Form_Load();
+  void TakeRole(const SessionRole& role);
+  void ShowPorts(const SessionRole& role);
+  void cmdReset_Click();
+  void cmdClearSend_Click();
+  void cmdClearReceive_Click();
+  void mnuSample_Click();
+  void StartSampling();
+  void StopSampling();
+  void Take(const link::Bytes& reply);
+  void udpPeerA_DataArrival();
+
+  bool SendToPeer() const;
+  bool ShowOnDials() const;
+  std::string PeerText() const;
+  void BindLocalPort();
+  void ShowSocket();
+  /// Puts a text into txtSend as a change of it, also where it is there already: every sample is a datagram.
+  void SetSendText(const std::string& text);
+  void txtSend_Change();
+  void SendText(const QString& text);
+  void ShowReceivedAngles(const std::string& datagram);
+
+  platform::MSComm MSComm1;
+  platform::Winsock udpPeerA;
+  SamplingChain chain_;
+
+  std::string OutgoingText;
+  std::int16_t ReceivedX = 0, ReceivedY = 0;
+  QString sentText_;  ///< what txtSend held when it changed last
+
+  QAction* mnuSample = nullptr;
+  QGroupBox *fraSession = nullptr, *fraSend = nullptr, *fraDial = nullptr;
+  QRadioButton *optSend = nullptr, *optDialYes = nullptr, *optRemoteHost1 = nullptr;
+  QLineEdit* txtWhoAmI = nullptr;
+  std::array<QLineEdit*, 4> txtLH{};  ///< txtLH1 to txtLH4
+  std::array<QLineEdit*, 4> txtRH{};  ///< txtRH1 to txtRH4
+  QLineEdit *txtRH5 = nullptr, *txtPort = nullptr, *txtBind = nullptr;
+  QLabel* lblSocket = nullptr;
+  QPlainTextEdit *txtSend = nullptr, *txtReceive = nullptr;
+  std::array<Axis, 2> axes_;
+};
+
+}  // namespace bexlow::live

@@ -1,0 +1,191 @@
+// How the RemoteSession screen is built; what it does is in RemoteSession.cpp.
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "live/Dial.h"
+#include "live/Readings.h"
+#include "live/RemoteSession.h"
+#include "live/SessionRoles.h"
+#include "platform/Controls.h"
+
+namespace bexlow::live {
+
+using namespace platform;
+
+namespace {
+
+constexpr int SpanOfNumbers = 4;
+
+// Four numbers side by side, as an address is written.
+QHBoxLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, const QString& caption, bool readOnly,
+                        QWidget* parent) {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(4);
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    const QString number = QString::number(i + 1);
+    boxes[i] = MakeTextBox((name + number).toLatin1().constData(), caption + " " + number, parent);
+    boxes[i]->setReadOnly(readOnly);
+    boxes[i]->setMinimumWidth(boxes[i]->fontMetrics().horizontalAdvance("0000") + 14);
+    if (i > 0) row->addWidget(new QLabel(".", parent));
+    row->addWidget(boxes[i], 1);
+  }
+  return row;
+}
+
+void AddRow(QGridLayout& grid, const char* caption, QWidget* buddy, QLayout* content = nullptr) {
+  auto* label = new QLabel(caption, grid.parentWidget());
+  label->setBuddy(buddy);
+  const int row = grid.rowCount();
+  grid.addWidget(label, row, 0);
+  if (content != nullptr) {
+    grid.addLayout(content, row, 1, 1, SpanOfNumbers);
+  } else {
+    grid.addWidget(buddy, row, 1, 1, SpanOfNumbers);
+  }
+}
+
+}  // namespace
+
+void RemoteSession::BuildBody() {
+  axes_ = {Axis{&AngleRows[0]}, Axis{&AngleRows[1]}};
+  auto* switches = new QHBoxLayout;
+  auto* left = new QVBoxLayout;
+  left->addWidget(BuildSession());
+  switches->addWidget(BuildSend());
+  switches->addWidget(BuildDial());
+  left->addLayout(switches);
+  left->addWidget(BuildParameters());
+  left->addStretch();
+
+  auto* texts = new QHBoxLayout;
+  texts->addWidget(BuildText("txtSend", "Send", "cmdClearSend", txtSend, &RemoteSession::cmdClearSend_Click));
+  texts->addWidget(
+      BuildText("txtReceive", "Receive", "cmdClearReceive", txtReceive, &RemoteSession::cmdClearReceive_Click));
+  txtReceive->setReadOnly(true);
+  auto* dials = new QHBoxLayout;
+  for (auto& axis : axes_) dials->addWidget(BuildAxis(axis));
+  auto* right = new QVBoxLayout;
+  right->addLayout(texts, 1);
+  right->addLayout(dials, 3);
+
+  auto* columns = new QHBoxLayout(this);
+  columns->setContentsMargins(16, 16, 16, 16);
+  columns->setSpacing(16);
+  columns->addLayout(left);
+  columns->addLayout(right, 1);
+}
+
+QGroupBox* RemoteSession::BuildSession() {
+  fraSession = MakeFrame("fraSession", "Select Session", this);
+  auto* column = new QVBoxLayout(fraSession);
+  for (const auto& role : SessionRoles) {
+    auto* option = MakeOption(role.name, role.caption, fraSession, [this, &role] { TakeRole(role); });
+    option->setChecked(role.sends);
+    column->addWidget(option);
+  }
+  return fraSession;
+}
+
+// What these two switches do is looked up at the next sample or datagram.
+QGroupBox* RemoteSession::BuildSend() {
+  fraSend = MakeFrame("fraSend", "Select Send", this);
+  optSend = MakeOption("optSend", "Send", fraSend, {});
+  auto* optNoSend = MakeOption("optNoSend", "No Send", fraSend, {});
+  optNoSend->setChecked(true);
+  auto* column = new QVBoxLayout(fraSend);
+  column->addWidget(optSend);
+  column->addWidget(optNoSend);
+  return fraSend;
+}
+
+QGroupBox* RemoteSession::BuildDial() {
+  fraDial = MakeFrame("fraDial", "Display Receive Data", this);
+  optDialYes = MakeOption("optDialYes", "Yes", fraDial, {});
+  auto* optDialNo = MakeOption("optDialNo", "No", fraDial, {});
+  optDialNo->setChecked(true);
+  auto* column = new QVBoxLayout(fraDial);
+  column->addWidget(optDialYes);
+  column->addWidget(optDialNo);
+  return fraDial;
+}
+
+QGroupBox* RemoteSession::BuildParameters() {
+  auto* frame = MakeFrame("fraParameters", "Set Session Parameters", this);
+  auto* grid = new QGridLayout(frame);
+  grid->setColumnStretch(1, 1);
+  txtWhoAmI = MakeReadOnlyBox("txtWhoAmI", "Who am I?", frame);
+  AddRow(*grid, "Who am I?", txtWhoAmI);
+  auto* own = AddNumbers(txtLH, "txtLH", "Local Host", true, frame);
+  AddRow(*grid, "Local Host", txtLH[0], own);
+  BuildPeer(*grid);
+  txtPort = MakeTextBox("txtPort", "Remote Port", frame);
+  AddRow(*grid, "Remote Port", txtPort);
+  txtBind = MakeTextBox("txtBind", "Bind", frame);
+  AddRow(*grid, "Bind", txtBind);
+  auto* cmdReset = MakeButton("cmdReset", "Reset", [this] { cmdReset_Click(); });
+  grid->addWidget(cmdReset, grid->rowCount(), SpanOfNumbers, Qt::AlignRight);
+  lblSocket = MakeLabel("lblSocket", "", frame);
+  lblSocket->setWordWrap(true);
+  lblSocket->setMinimumHeight(3 * lblSocket->fontMetrics().lineSpacing());
+  lblSocket->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+  grid->addWidget(lblSocket, grid->rowCount(), 0, 1, SpanOfNumbers + 1);
+  return frame;
+}
+
+void RemoteSession::BuildPeer(QGridLayout& grid) {
+  auto* frame = grid.parentWidget();
+  optRemoteHost1 = MakeOption("optRemoteHost1", "Remote Host", frame, {});
+  auto* optRemoteHost2 = MakeOption("optRemoteHost2", "by name", frame, {});
+  optRemoteHost2->setChecked(true);
+  int row = grid.rowCount();
+  grid.addWidget(optRemoteHost1, row, 0);
+  grid.addLayout(AddNumbers(txtRH, "txtRH", "Remote Host", false, frame), row, 1, 1, SpanOfNumbers);
+  txtRH5 = MakeTextBox("txtRH5", "Remote Host 5", frame);
+  grid.addWidget(optRemoteHost2, ++row, 0);
+  grid.addWidget(txtRH5, row, 1, 1, SpanOfNumbers);
+}
+
+QWidget* RemoteSession::BuildText(const char* name, const char* caption, const char* clear, QPlainTextEdit*& box,
+                                  void (RemoteSession::*click)()) {
+  auto* part = new QWidget(this);
+  box = new QPlainTextEdit(part);
+  box->setObjectName(name);
+  box->setAccessibleName(caption);
+  box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  box->setTabChangesFocus(true);
+  box->setUndoRedoEnabled(false);
+  box->setMinimumHeight(3 * box->fontMetrics().lineSpacing());
+  auto* label = new QLabel(caption, part);
+  label->setBuddy(box);
+  auto* button = MakeButton(clear, "Clear", [this, click] { (this->*click)(); });
+  button->setAccessibleDescription(QString("Clears ") + caption);
+  auto* grid = new QGridLayout(part);
+  grid->setContentsMargins(0, 0, 0, 0);
+  grid->addWidget(label, 0, 0);
+  grid->addWidget(box, 1, 0, 1, 2);
+  grid->addWidget(button, 2, 1);
+  grid->setColumnStretch(0, 1);
+  return part;
+}
+
+QGroupBox* RemoteSession::BuildAxis(Axis& axis) {
+  auto* frame = MakeFrame(axis.row->frame, axis.row->caption, this);
+  auto* boxes = new QGridLayout;
+  axis.text = AddReading(*boxes, {axis.row->angle, axis.row->caption, "degrees"}, frame);
+  axis.text->setReadOnly(false);
+  boxes->setColumnStretch(3, 1);
+  axis.dial = MakeDial(*axis.row, frame);
+  auto* column = new QVBoxLayout(frame);
+  column->addLayout(boxes);
+  column->addWidget(axis.dial, 1);
+  return frame;
+}
+
+}  // namespace bexlow::live

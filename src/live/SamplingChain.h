@@ -1,0 +1,44 @@
+// The chain that all live screens share: one request is outstanding at a time, and its reply sends the next, so that
+// the logger and the line set the pace. There is no timer and no stop command.
+#pragma once
+
+#include <functional>
+
+#include "link/Protocol.h"
+#include "platform/Form.h"
+#include "platform/MSComm.h"
+
+namespace bexlow::live {
+
+class SamplingChain {
+ public:
+  using Take = std::function<void(const link::Bytes& reply)>;
+
+  /// Takes over OnComm of the screen's MSComm1.
+  /// @param command  what is asked for again and again; the length of its reply is the threshold
+  /// @param take     gets each reply of exactly that length; others are dropped and asked for again. A failure in it
+  ///                 is reported under "MSComm1_OnComm", and no request follows.
+  SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take);
+
+  /// Opens the port and asks for the first sample. Throws std::system_error if the request cannot be sent.
+  void Start();
+  /// Closes the port.
+  void Stop();
+
+  /// Takes no more samples, for requests of another kind on the open port.
+  void Pause();
+  /// Drops what came in meanwhile, a late sample included, and goes on. Throws as Start does.
+  void Resume();
+
+ private:
+  void MSComm1_OnComm();
+  void Request();
+
+  platform::Form& screen_;
+  platform::MSComm& comm_;
+  const int threshold_;
+  const link::Request request_;
+  const Take take_;
+};
+
+}  // namespace bexlow::live
