@@ -1,0 +1,24 @@
+// A figure: what was measured, and the most that it may be.
+#pragma once
+
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace bexlow::bench {
+
+/// The limit of a figure that is only told.
+inline constexpr double NoLimit = std::numeric_limits<double>::infinity();
+
+/// Prints a line "name TAB measured TAB limit TAB within", which bench/run gathers into its table.
+/// @param detail  how the figure came about, such as "163.1 ms over 162.0 ms"; shown behind the number
+void PrintFigure(const std::string& name, double measured, double limit, const std::string& unit,
+                 const std::string& detail);
+
+/// The middle one. Throws std::system_error (invalid argument) if there is none.
+double Median(std::vector<double> values);
+
+/// A number with so many decimals.
+std::string Fixed(double value, int decimals);
+
+}  // namespace bexlow::bench

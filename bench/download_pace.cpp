@@ -1,0 +1,130 @@
+// How close a download comes to the bare cost of a page on the line: the real screen on the real clock against the
+// stand-in logger, timed twice: by the program's own progress, and by the stand-in's log of what passed.
+//
+// bench_download_pace LOGGER
+#include <QAction>
+#include <QApplication>
+#include <QProcess>
+#include <QProgressBar>
+#include <QTimer>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+
+#include "Figure.h"
+#include "download/DownloadErase.h"
+#include "platform/RealMachine.h"
+#include "platform/TextFile.h"
+#include "shell/MDIForm1.h"
+#include "shell/Records.h"
+
+namespace {
+
+using namespace bexlow;
+namespace fs = std::filesystem;
+
+constexpr int Pages = 60;
+constexpr int LimitMs = 60'000;
+// Two pauses ahead of the last byte of a request, then that byte and the reply at 10 bits a byte.
+constexpr double ByteMs = 10 * 1000.0 / 19'200;
+constexpr double BarePageMs = 2 * 12 + 265 * ByteMs;
+
+/// The real machine with a user who names one file and agrees to nothing else.
+class AnsweredMachine : public platform::RealMachine {
+ public:
+  using RealMachine::RealMachine;
+
+  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override {
+    completed = completed || text == "Download completed!";
+    if (buttons == platform::Buttons::YesNo) QTimer::singleShot(0, qApp, &QApplication::quit);
+    return buttons == platform::Buttons::Ok ? platform::Answer::Ok : platform::Answer::No;
+  }
+  std::optional<std::string> AskFile(const platform::FileQuestion&) override {
+    return (ProgramFolder() / "run.qbx").string();
+  }
+
+  bool completed = false;
+};
+
+std::vector<double> Steps(const std::vector<double>& times) {
+  std::vector<double> steps;
+  for (std::size_t i = 1; i < times.size(); ++i) steps.push_back(times[i] - times[i - 1]);
+  return steps;
+}
+
+/// Moments in ms at which the stand-in had sent a whole page.
+std::vector<double> PagesInLog(const fs::path& log) {
+  std::vector<double> times;
+  std::istringstream lines(platform::ReadWhole(log));
+  for (std::string line; std::getline(lines, line);) {
+    if (line.ends_with("> 264 bytes")) times.push_back(std::stod(line) / 1000);
+  }
+  return times;
+}
+
+/// Moments in ms at which the screen went on to a next page; empty if the download did not end.
+std::vector<double> Download(AnsweredMachine& machine) {
+  shell::MDIForm1 outer;
+  if (!outer.Load()) return {};
+  shell::Shared.CurrentCommPort = 1;
+  auto* screen = new download::DownloadErase([] {});
+  outer.ShowChild(screen);
+  outer.show();
+  std::vector<double> times;
+  QObject::connect(screen->findChild<QProgressBar*>("PBar"), &QProgressBar::valueChanged, screen, [&](int value) {
+    const std::chrono::duration<double, std::milli> now = std::chrono::steady_clock::now().time_since_epoch();
+    if (value == shell::Shared.DownloadPageNumber && value > 0) times.push_back(now.count());
+  });
+  QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
+  for (auto* entry : screen->Menus().first()->actions()) {
+    if (entry->objectName() == "mnuDownload") QTimer::singleShot(0, entry, &QAction::trigger);
+  }
+  QApplication::exec();
+  return machine.completed ? times : std::vector<double>{};
+}
+
+bool Measure(const fs::path& folder, const QString& logger) {
+  fs::create_directories(folder / "Ports");
+  const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
+  QProcess standIn;
+  standIn.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  standIn.start(logger, {"--link", file("Ports/COM1"), "--pages", QString::number(Pages), "--log", file("log")});
+  if (!standIn.waitForStarted() || !standIn.waitForReadyRead(5000)) return false;
+  AnsweredMachine machine(folder);
+  platform::Machine::Install(machine);
+  const auto seen = Download(machine);
+  standIn.terminate();
+  standIn.waitForFinished(5000);
+  const auto logged = PagesInLog(folder / "log");
+  if (seen.size() < Pages || logged.size() < Pages) return false;
+  struct Row {
+    const char* clock;
+    double medianMs;
+  };
+  for (const auto& [clock, medianMs] :
+       {Row{"the program's progress", bench::Median(Steps(seen))},
+        Row{"the stand-in's log", bench::Median(Steps(logged))}})
+    bench::PrintFigure(std::string("Download, median time a page by ") + clock + ", over its bare cost",
+                       medianMs / BarePageMs, 1.01, "",
+                       bench::Fixed(medianMs, 2) + " ms over " + bench::Fixed(BarePageMs, 2) + " ms, " +
+                           std::to_string(Pages) + " pages");
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
+  if (mkdtemp(scratch) == nullptr) return 1;
+  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, scratch, 1);
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const QApplication application(argc, argv);
+  const bool measured = Measure(scratch, argv[1]);
+  fs::remove_all(scratch);
+  if (!measured) std::fprintf(stderr, "bench_download_pace: the download did not come to its end\n");
+  return measured ? 0 : 1;
+}

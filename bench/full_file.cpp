@@ -1,0 +1,185 @@
+// A full two-channel file: reading it, opening it, drawing it, and writing its CSV, each beside the bare work that it
+// is held against. The cases take turns, so that a busy machine slows both sides of a ratio.
+#include <benchmark/benchmark.h>
+
+#include <QApplication>
+
+#include <charconv>
+#include <cstdlib>
+#include <filesystem>
+#include <iostream>
+#include <map>
+
+#include "Figure.h"
+#include "FullFile.h"
+#include "download/LinearCsv.h"
+#include "graph/Graph.h"
+#include "graph/Series.h"
+#include "platform/CWGraph.h"
+#include "platform/RealMachine.h"
+#include "platform/TextFile.h"
+#include "shell/MDIForm1.h"
+#include "shell/Records.h"
+
+namespace {
+
+using namespace bexlow;
+namespace fs = std::filesystem;
+
+/// What the cases work on: the file as text and on disk, and the real screen in the real outer window.
+struct Bench {
+  explicit Bench(const fs::path& folder);
+  void Open();
+
+  fs::path dataFile, csvFile, plainFile;
+  std::string text, csv;
+  platform::RealMachine machine;
+  shell::MDIForm1 outer;
+  graph::Graph* screen = nullptr;
+  platform::CWGraph* graphs[2] = {};
+  double last = 0;  ///< last sample of a series
+};
+
+Bench::Bench(const fs::path& folder)
+    : dataFile(folder / "full.qbx"), csvFile(folder / "full.csv"), plainFile(folder / "plain.csv"),
+      text(bench::FullDataFile()), csv(download::LinearCsv(text)), machine(folder) {
+  platform::Machine::Install(machine);
+  platform::WriteWhole(dataFile, text);
+  screen = new graph::Graph;
+  outer.ShowChild(screen);
+  outer.show();
+  graphs[0] = screen->findChild<platform::CWGraph*>("CWGraph1");
+  graphs[1] = screen->findChild<platform::CWGraph*>("CWGraph2");
+  Open();
+  last = graphs[0]->XView().upper;
+}
+
+// As a download hands its file over: without a dialog.
+void Bench::Open() {
+  shell::Shared.GraphFileName = dataFile.string();
+  shell::Shared.GraphAfterDownload = true;
+  screen->mnuOpen_Click();
+  for (auto* graph : graphs) graph->DrawNow();
+}
+
+void FromCharsPass(benchmark::State& state, const Bench& bench) {
+  for (auto _ : state) {
+    double sum = 0;
+    const char* at = bench.text.data();
+    const char* const end = at + bench.text.size();
+    while (at < end) {
+      double value = 0;
+      const auto [behind, error] = std::from_chars(at, end, value);
+      sum += value;
+      at = error == std::errc{} ? behind : at + 1;
+      while (at < end && (*at == ',' || *at == '\r' || *at == '\n')) ++at;
+    }
+    benchmark::DoNotOptimize(sum);
+  }
+}
+
+void ReadSeries(benchmark::State& state, const Bench& bench) {
+  for (auto _ : state) benchmark::DoNotOptimize(graph::ReadDouble(bench.text));
+}
+
+void OpenInGraph(benchmark::State& state, Bench& bench) {
+  for (auto _ : state) bench.Open();
+}
+
+void DrawViews(benchmark::State& state, Bench& bench, double share) {
+  double from = 0;
+  const double width = share * bench.last;
+  for (auto _ : state) {
+    from = from + width + 97 > bench.last ? 0 : from + 97;  // samples that the hand drags a frame
+    bench.graphs[0]->SetXView({from, from + width});        // the other follows
+    for (auto* graph : bench.graphs) graph->DrawNow();
+  }
+}
+
+// What MakeLinearCSV of the Download screen does.
+void WriteCsv(benchmark::State& state, const Bench& bench) {
+  for (auto _ : state) {
+    std::string csv;
+    download::AppendLinearCsv(platform::ReadWhole(bench.dataFile), csv);
+    platform::WriteWhole(bench.csvFile, csv);
+  }
+}
+
+void ReadAndWriteAsMuch(benchmark::State& state, const Bench& bench) {
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(platform::ReadWhole(bench.dataFile));
+    platform::WriteWhole(bench.plainFile, bench.csv);
+  }
+}
+
+/// Keeps the median times in ms, and shows the library's own table on the error output.
+class Medians : public benchmark::ConsoleReporter {
+ public:
+  Medians() : ConsoleReporter(OO_Tabular) {
+    SetOutputStream(&std::cerr);
+    SetErrorStream(&std::cerr);
+  }
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const auto& run : runs) {
+      if (run.aggregate_name == "median") times_[run.run_name.function_name] = run.GetAdjustedRealTime();
+    }
+    ConsoleReporter::ReportRuns(runs);
+  }
+  double Of(const std::string& name) const { return times_.at(name); }
+
+ private:
+  std::map<std::string, double> times_;
+};
+
+void Register(Bench& bench) {
+  const std::pair<const char*, std::function<void(benchmark::State&)>> cases[] = {
+      {"FromCharsPass", [&](auto& state) { FromCharsPass(state, bench); }},
+      {"ReadSeries", [&](auto& state) { ReadSeries(state, bench); }},
+      {"OpenInGraph", [&](auto& state) { OpenInGraph(state, bench); }},
+      {"DrawWhole", [&](auto& state) { DrawViews(state, bench, 1); }},
+      {"DrawTenth", [&](auto& state) { DrawViews(state, bench, 0.1); }},
+      {"WriteCsv", [&](auto& state) { WriteCsv(state, bench); }},
+      {"ReadAndWriteAsMuch", [&](auto& state) { ReadAndWriteAsMuch(state, bench); }}};
+  for (const auto& [name, run] : cases) {
+    benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.05)
+        ->Repetitions(11)->ReportAggregatesOnly();
+  }
+}
+
+void PrintRatio(const Medians& medians, const std::string& name, const char* ours, const char* bare, double limit) {
+  bench::PrintFigure(name, medians.Of(ours) / medians.Of(bare), limit, "",
+                     bench::Fixed(medians.Of(ours), 2) + " ms over " + bench::Fixed(medians.Of(bare), 2) + " ms");
+}
+
+void PrintFigures(const Medians& medians) {
+  const std::string views = "both graphs, " + QApplication::platformName().toStdString();
+  PrintRatio(medians, "Reading a full file into both series, over one from_chars pass", "ReadSeries", "FromCharsPass",
+             2);
+  PrintRatio(medians, "Graph's Open of a full file, first frame included, over the same pass", "OpenInGraph",
+             "FromCharsPass", bench::NoLimit);
+  bench::PrintFigure("Drawing the whole run", medians.Of("DrawWhole"), 10, " ms", views);
+  bench::PrintFigure("Dragging a tenth of the run, a frame", medians.Of("DrawTenth"), 4, " ms", views);
+  PrintRatio(medians, "MakeLinearCSV of a full file, over reading it and writing as many bytes", "WriteCsv",
+             "ReadAndWriteAsMuch", 3);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
+  if (mkdtemp(scratch) == nullptr) return 1;
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const QApplication application(argc, argv);
+  char interleave[] = "--benchmark_enable_random_interleaving=true";
+  char* arguments[] = {argv[0], interleave, nullptr};
+  int count = 2;
+  benchmark::Initialize(&count, arguments);
+  Medians medians;
+  {
+    Bench bench(scratch);
+    Register(bench);
+    benchmark::RunSpecifiedBenchmarks(&medians);
+  }
+  PrintFigures(medians);
+  fs::remove_all(scratch);
+}

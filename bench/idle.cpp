@@ -1,0 +1,80 @@
+// What the program costs while a screen is open and nobody does anything.
+#include <QApplication>
+#include <QTimer>
+
+#include <sys/resource.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+#include "Figure.h"
+#include "FullFile.h"
+#include "download/DownloadErase.h"
+#include "graph/Graph.h"
+#include "platform/RealMachine.h"
+#include "platform/TextFile.h"
+#include "shell/MDIForm1.h"
+#include "shell/Main.h"
+#include "shell/Records.h"
+
+namespace {
+
+using namespace bexlow;
+
+constexpr int SettleMs = 1000;
+constexpr int WatchedMs = 5000;
+constexpr double LimitMs = 5;  // a thousandth of the time watched
+
+double CpuMs() {
+  rusage used{};
+  getrusage(RUSAGE_SELF, &used);
+  const auto milliseconds = [](const timeval& time) {
+    return 1e3 * static_cast<double>(time.tv_sec) + 1e-3 * static_cast<double>(time.tv_usec);
+  };
+  return milliseconds(used.ru_utime) + milliseconds(used.ru_stime);
+}
+
+void Run(int milliseconds) {
+  QTimer::singleShot(milliseconds, qApp, &QApplication::quit);
+  QApplication::exec();
+}
+
+void Watch(const std::string& screen) {
+  Run(SettleMs);
+  const double before = CpuMs();
+  Run(WatchedMs);
+  bench::PrintFigure("Idle with " + screen + " open, CPU in 5 s", CpuMs() - before, LimitMs, " ms",
+                     QApplication::platformName().toStdString());
+}
+
+bool WatchScreens(const std::filesystem::path& folder) {
+  platform::RealMachine machine(folder);
+  platform::Machine::Install(machine);
+  shell::MDIForm1 outer;
+  if (!outer.Load()) return false;
+  outer.ShowChild(new shell::Main(outer));
+  outer.show();
+  auto* graph = new graph::Graph;
+  outer.ShowChild(graph);
+  shell::Shared.GraphFileName = (folder / "full.qbx").string();
+  platform::WriteWhole(shell::Shared.GraphFileName, bench::FullDataFile());
+  shell::Shared.GraphAfterDownload = true;
+  graph->mnuOpen_Click();
+  Watch("Graph");
+  graph->Unload();
+  outer.ShowChild(new download::DownloadErase([] {}));
+  Watch("Download");
+  return true;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
+  if (mkdtemp(scratch) == nullptr) return 1;
+  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, scratch, 1);
+  const QApplication application(argc, argv);
+  const bool watched = WatchScreens(scratch);
+  std::filesystem::remove_all(scratch);
+  return watched ? 0 : 1;
+}
