@@ -3,9 +3,20 @@
 #include <utility>
 
 #include "link/Communications.h"
+#include "platform/Machine.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::live {
+
+using platform::Machine;
+
+namespace {
+
+constexpr double SecondsAByte = 10 / 19200.0;
+constexpr double Tolerance = 0.95;               // the logger's clock and the machine's differ by a few hundredths
+constexpr double PseudoTerminalByteTimes = 1.5;  // a line without a pace answers sooner than any rest would let it
+
+}  // namespace
 
 SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take)
     : screen_(screen),
@@ -32,12 +43,30 @@ void SamplingChain::Resume() {
   Request();
 }
 
-void SamplingChain::Request() { link::Send(comm_, request_); }
+void SamplingChain::Request() {
+  requestedAt_ = Machine::Get().QueryPerformanceCounter();
+  link::Send(comm_, request_);
+}
+
+// A reply that was too long, or came twice, leaves its rest to be taken for the beginning of the next; waiting for the
+// end of every reply would cost a third of the samples. The rest gives itself away: what it belongs to is complete
+// before the line can have carried a request and a whole reply.
+bool SamplingChain::CameTooSoon() const {
+  auto& machine = Machine::Get();
+  const double seconds = static_cast<double>(machine.QueryPerformanceCounter() - requestedAt_) /
+                         static_cast<double>(machine.QueryPerformanceFrequency());
+  const double byteTimes = seconds / SecondsAByte;
+  return byteTimes > PseudoTerminalByteTimes && byteTimes < (1 + threshold_) * Tolerance;
+}
+
+link::Bytes SamplingChain::TakeReply() {
+  return CameTooSoon() ? link::TakeReply(comm_, static_cast<std::size_t>(threshold_)) : comm_.Input();
+}
 
 void SamplingChain::MSComm1_OnComm() {
   shell::Guarded(screen_, "MSComm1_OnComm", [this] {
     if (comm_.CommEvent() != platform::ReceiveEvent) return;
-    const link::Bytes reply = comm_.Input();
+    const link::Bytes reply = TakeReply();
     if (static_cast<int>(reply.size()) == threshold_) take_(reply);
     Request();
   });

@@ -2,6 +2,7 @@
 // the logger and the line set the pace. There is no timer and no stop command.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 
 #include "link/Protocol.h"
@@ -32,6 +33,8 @@ class SamplingChain {
 
  private:
   void MSComm1_OnComm();
+  link::Bytes TakeReply();
+  bool CameTooSoon() const;
   void Request();
 
   platform::Form& screen_;
@@ -39,6 +42,7 @@ class SamplingChain {
   const int threshold_;
   const link::Request request_;
   const Take take_;
+  std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
 };
 
 }  // namespace bexlow::live

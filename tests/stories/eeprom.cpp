@@ -201,12 +201,7 @@ void Compose(QLineEdit& box, const QString& text) {
   commit.setCommitString(text);
   QApplication::sendEvent(&box, &commit);
 }
-void Keys(QLineEdit& box, const QString& text) {
-  for (const QChar key : text) {
-    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(key));
-    QApplication::sendEvent(&box, &press);
-  }
-}
+void Keys(QLineEdit& box, const QString& text) { Story::TypeInto(box, text); }
 
 TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   struct Way {

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSettings>
@@ -135,8 +136,15 @@ void Story::Type(const char* name, const QString& text) {
   control.setFocus();
   QTest::keyClick(&control, Qt::Key_A, Qt::ControlModifier);
   QTest::keyClick(&control, Qt::Key_Delete);
-  QTest::keyClicks(&control, text);
+  TypeInto(control, text);
   machine.Settle();
+}
+
+void Story::TypeInto(QWidget& control, const QString& text) {
+  for (const QChar key : text) {
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, Qt::NoModifier, QString(key));
+    QApplication::sendEvent(&control, &press);
+  }
 }
 
 std::string Story::ScreenInFront() const {

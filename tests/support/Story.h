@@ -18,6 +18,10 @@
 namespace bexlow::test {
 
 class Story : public ::testing::Test {
+ public:
+  /// Any characters, also such as no key of the test's keyboard bears.
+  static void TypeInto(QWidget& control, const QString& text);
+
  protected:
   Story();
   ~Story() override;

@@ -1,0 +1,68 @@
+// A user on the live screens, with the logger on a virtual line.
+#pragma once
+
+#include <algorithm>
+
+#include "live/NumberText.h"
+#include "platform/CWKnob.h"
+#include "platform/CWSlide.h"
+#include "support/Story.h"
+
+namespace bexlow::test {
+
+using shell::Shared;
+
+/// One sample of Angles on the line: the request and four bytes. Accelerometers takes two bytes more.
+inline constexpr microseconds AngleSampleTime = ByteTime * 5;
+inline constexpr microseconds AccSampleTime = ByteTime * 7;
+
+class LiveStory : public Story {
+ protected:
+  /// Opens a screen; one that is open is left first, and the line is given time to fall silent.
+  void Open(const QString& screen) {
+    if (outer == nullptr) StartConnected();
+    if (ScreenInFront() != "Main") Leave();
+    logger.spoil = {};
+    Shared.LiveSample.SavingToFile = false;
+    machine.Pass(milliseconds(1000));
+    Choose("Display", screen);
+    machine.wire.clear();
+  }
+  void Sample() { Choose("Data", "Sample"); }
+  void Leave() { Choose("Data", "Return"); }
+  bool Sampling() const { return Checked("Data", "Sample"); }
+
+  /// Requests of this letter since the wire was cleared.
+  int Requests(char letter) const {
+    return static_cast<int>(std::ranges::count(machine.wire, letter, &WireByte::byte));
+  }
+  void Save(const std::string& name) {
+    path = DataFile(name);
+    machine.WillChooseFile(path.string());
+    Choose("Data", "Save");
+  }
+  /// The records of the data file, without its ten header lines.
+  std::vector<std::string> Records() const {
+    std::vector<std::string> records;
+    const std::string text = FileText(path);
+    int line = 0;
+    for (std::size_t at = 0; at < text.size();) {
+      const auto end = text.find("\r\n", at);
+      if (++line > 10) records.push_back(text.substr(at, end - at));
+      at = end + 2;
+    }
+    return records;
+  }
+  /// What differs in the records apart from their times; one text means that no sample was torn.
+  std::vector<std::string> KindsOfRecords() const {
+    std::vector<std::string> kinds;
+    for (const auto& record : Records()) kinds.push_back(record.substr(record.find(',') + 1));
+    std::ranges::sort(kinds);
+    kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
+    return kinds;
+  }
+
+  std::filesystem::path path;
+};
+
+}  // namespace bexlow::test

@@ -1,0 +1,198 @@
+// The accelerometers live, their data file, and the hidden DAC panel.
+#include <limits>
+
+#include "stories/LiveStory.h"
+
+namespace bexlow::test {
+
+class AccStory : public LiveStory {
+ protected:
+  void OpenScreen() { Open("Accelerometers"); }
+  double Slide(const char* name) const { return The<platform::CWSlide>(name).Value(); }
+  void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
+  bool PanelShown() const { return !The("fraHiddenSliders").isHidden(); }
+  bool DacButtonsEnabled() const {
+    return The("cmdWriteDAC1").isEnabled() && The("cmdWriteDAC2").isEnabled() && The("cmdWriteDAC3").isEnabled();
+  }
+};
+
+TEST_F(AccStory, ShowsReadingsAndClearsThemAtTheStop) {
+  OpenScreen();
+  Sample();
+  EXPECT_TRUE(Sampling());
+  EXPECT_FALSE(Offered("Data", "Save"));
+  machine.Pass(AccSampleTime);
+  struct Row {
+    const char *box, *slide;
+    double reading;
+  };
+  const Row rows[] = {{"txtX", "SlideAccX", 330}, {"txtY", "SlideAccY", 408}, {"txtZ", "SlideAccZ", 322}};
+  for (const auto& [box, slide, reading] : rows) {
+    EXPECT_EQ(Text(box), live::PlainNumberText(reading));
+    EXPECT_EQ(Slide(slide), reading);
+  }
+  EXPECT_EQ(Shared.LiveSample.AccY, 408);
+  The<platform::CWSlide>("AxSlider").MoveByUser(77);
+  Sample();
+  EXPECT_FALSE(machine.AnyPortOpen());
+  EXPECT_TRUE(Offered("Data", "Save"));
+  for (const auto& row : rows) {
+    EXPECT_EQ(Text(row.box), "");
+    EXPECT_EQ(Slide(row.slide), 0);
+  }
+  EXPECT_EQ(Text("txtSX"), "77");
+}
+
+TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
+  OpenScreen();
+  for (const std::size_t high : {0U, 2U, 4U}) {
+    SCOPED_TRACE(high);
+    const Bytes good = logger.accelerometers;
+    logger.accelerometers[high] = 0x80;
+    Sample();
+    machine.Pass(milliseconds(50));
+    ReadsError("MSComm1_OnComm");
+    EXPECT_TRUE(Sampling());
+    EXPECT_EQ(Requests('a'), 1);
+    logger.accelerometers = good;
+    Sample();
+    machine.wire.clear();
+    Sample();
+    logger.accelerometers[high] = 0x7F;
+    machine.Pass(milliseconds(50));
+    EXPECT_GT(Requests('a'), 5);
+    logger.accelerometers = good;
+    Sample();
+    machine.Pass(milliseconds(50));
+    machine.wire.clear();
+  }
+}
+
+TEST_F(AccStory, OnlyTheChordOpensAndShutsThePanel) {
+  OpenScreen();
+  EXPECT_FALSE(PanelShown());
+  Key(Qt::Key_F11);
+  Key(Qt::Key_F12, Qt::ControlModifier);
+  Key(Qt::Key_F11, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_FALSE(PanelShown());
+  for (const bool shown : {true, false, true}) {
+    ServiceChord();
+    EXPECT_EQ(PanelShown(), shown);
+    EXPECT_NE(The("lblNote").isHidden(), shown);
+  }
+  EXPECT_EQ(Text("lblNote"),
+            "Run Configuration screen first and you'll get the actual DAC values to start off with......");
+  Leave();
+  Choose("Display", "Accelerometers");
+  EXPECT_FALSE(PanelShown());
+}
+
+TEST_F(AccStory, SlideAndTextFollowEachOther) {
+  StartConnected();
+  Shared.OnBoardParameters.DAC2 = 513;
+  Choose("Display", "Accelerometers");
+  EXPECT_EQ(Text("txtSY"), "513");
+  EXPECT_EQ(Slide("AySlider"), 513);
+  EXPECT_EQ(Text("txtSX"), "0");
+  ServiceChord();
+  struct Typed {
+    const char* text;
+    double slide;
+  };
+  for (const auto& [text, slide] : {Typed{"1024", 1024}, {".5x", 0.5}, {"none", 0}, {"", 0}, {"5000", 5000},
+                                    {"-3", -3}, {"1e400", std::numeric_limits<double>::max()}}) {
+    SCOPED_TRACE(text);
+    Type("txtSZ", text);
+    EXPECT_EQ(Slide("AzSlider"), slide);
+    The("AzSlider").grab();
+  }
+  The<platform::CWSlide>("AzSlider").MoveByUser(300);
+  EXPECT_EQ(Text("txtSZ"), "300");
+  EXPECT_TRUE(machine.wire.empty());
+  EXPECT_EQ(Shared.OnBoardParameters.DAC3, 0);
+}
+
+TEST_F(AccStory, WritesADacInTheMiddleOfTheChain) {
+  OpenScreen();
+  ServiceChord();
+  struct Row {
+    const char *text, *typed, *caption, *wire;
+    double config::OnBoardParameters::*dac;
+  };
+  using P = config::OnBoardParameters;
+  const Row rows[] = {{"txtSX", "1024", "Write DAC1", "0 70|12 3E|24 04|124 70|136 3F|148 00|248 61", &P::DAC1},
+                      {"txtSY", "513", "Write DAC2", "0 70|12 40|24 02|124 70|136 41|148 01|248 61", &P::DAC2},
+                      {"txtSZ", "-1", "Write DAC3", "0 70|12 42|24 FF|124 70|136 43|148 FF|248 61", &P::DAC3}};
+  Sample();
+  for (const auto& [text, typed, caption, wire, dac] : rows) {
+    SCOPED_TRACE(caption);
+    Type(text, typed);
+    EXPECT_EQ(Shared.OnBoardParameters.*dac, 0);
+    machine.Pass(milliseconds(10));
+    const auto mark = machine.wire.size();
+    Press(caption);
+    EXPECT_EQ(machine.Transcript(mark), wire);
+    EXPECT_EQ(Shared.OnBoardParameters.*dac, std::stod(typed));
+    EXPECT_TRUE(DacButtonsEnabled());
+    machine.Pass(AccSampleTime);
+    EXPECT_EQ(machine.wire.size() - mark, 8U) << "one chain, no more";
+  }
+}
+
+// A sample that comes late: during the writes, between the flush and the new one, or behind it.
+TEST_F(AccStory, ALateReplyToADacWriteTearsNoSampleAndLeavesOneChain) {
+  for (int lateMs = 0; lateMs <= 260; lateMs += 4) {
+    SCOPED_TRACE(lateMs);
+    OpenScreen();
+    logger.chunk = 1;
+    ServiceChord();
+    Save("late.qbx");
+    Sample();
+    machine.Pass(milliseconds(10));
+    logger.spoil = [&](Bytes&, microseconds& delay) { delay = milliseconds(lateMs); };
+    machine.Pass(AccSampleTime);
+    logger.spoil = {};
+    Press("Write DAC1");
+    machine.Pass(milliseconds(100));
+    machine.wire.clear();
+    machine.Pass(milliseconds(1000));
+    EXPECT_LE(Requests('a'), 1'000'000 / AccSampleTime.count() + 1);
+    EXPECT_GE(Requests('a'), 1'000'000 / AccSampleTime.count() - 5);
+    EXPECT_EQ(KindsOfRecords(), std::vector<std::string>{"330,408,322"});
+  }
+}
+
+struct DacFailure {
+  const char* what;
+  bool sampling;
+  const char* typed;
+  std::vector<const char*> sources;  ///< in order
+  bool chainGoesOn;
+};
+
+TEST_F(AccStory, DacFailuresLeaveWhatTheyLeave) {
+  const DacFailure rows[] = {
+      {"port closed", false, "10", {"WriteDAC", "WriteDAC", "cmdWriteDAC1_Click"}, false},
+      {"no whole number of 32 bits", true, "1e300", {"cmdWriteDAC1_Click"}, false},
+      {"high byte does not fit", true, "70000", {"WriteDAC"}, true}};
+  OpenScreen();
+  for (const auto& [what, sampling, typed, sources, chainGoesOn] : rows) {
+    SCOPED_TRACE(what);
+    ServiceChord();
+    if (sampling) Sample();
+    Type("txtSX", typed);
+    machine.Pass(milliseconds(10));
+    Press("Write DAC1");
+    for (const auto* source : sources) ReadsError(source);
+    EXPECT_EQ(DacButtonsEnabled(), chainGoesOn);
+    machine.wire.clear();
+    machine.Pass(milliseconds(50));
+    EXPECT_EQ(Requests('a') > 0, chainGoesOn);
+    Leave();
+    Choose("Display", "Accelerometers");
+    EXPECT_TRUE(DacButtonsEnabled());
+    EXPECT_FALSE(Sampling());
+  }
+}
+
+}  // namespace bexlow::test

@@ -1,0 +1,335 @@
+// The angles live: the chain that both recording screens share, saving, and the tares.
+#include "stories/LiveStory.h"
+
+namespace bexlow::test {
+
+/// The two screens whose chain and data file are one.
+struct Recorder {
+  const char* screen;
+  char request;
+  microseconds sampleTime;
+  Bytes VirtualLogger::*reply;
+  const char *box, *shown;
+  const char *columns, *record;
+  const char* writer;
+};
+
+const Recorder Recorders[] = {
+    {"Angles", 'A', AngleSampleTime, &VirtualLogger::angles, "txtX", "16.5", "Time(seconds),Angle X,Angle Y",
+     "16.5,2.7", "WriteAnglesToFile"},
+    {"Accelerometers", 'a', AccSampleTime, &VirtualLogger::accelerometers, "txtX", "330",
+     "Time(seconds),Acc X,Acc Y,Acc Z", "330,408,322", "WriteAccelerometersToFile"}};
+
+class RecorderStory : public LiveStory, public ::testing::WithParamInterface<Recorder> {
+ protected:
+  void OpenScreen() { Open(GetParam().screen); }
+  int Requests() const { return LiveStory::Requests(GetParam().request); }
+  /// Spoils the reply of this number, counted from the next.
+  void SpoilOnce(int number, std::function<void(Bytes&, microseconds&)> how) {
+    logger.spoil = [this, last = logger.replies + number, how](Bytes& reply, microseconds& delay) {
+      if (logger.replies == last) how(reply, delay);
+    };
+  }
+};
+
+INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::ValuesIn(Recorders),
+                         [](const auto& row) { return std::string(row.param.screen); });
+
+TEST_P(RecorderStory, OneRequestIsOutstandingAndEachReplySendsTheNext) {
+  OpenScreen();
+  Sample();
+  EXPECT_EQ(Requests(), 1);
+  for (int samples = 1; samples <= 5; ++samples) {
+    machine.Pass(GetParam().sampleTime - microseconds(1));
+    EXPECT_EQ(Requests(), samples);
+    machine.Pass(microseconds(1));
+    EXPECT_EQ(Requests(), samples + 1);
+  }
+  EXPECT_EQ(Text(GetParam().box), GetParam().shown);
+}
+
+struct BadReply {
+  const char* what;
+  std::function<void(Bytes&, microseconds&)> how;
+  bool standsStill;
+};
+
+TEST_P(RecorderStory, RepliesOfAWrongLengthAreDroppedWithoutAMessage) {
+  const BadReply rows[] = {
+      {"one byte short", [](Bytes& reply, microseconds&) { reply.pop_back(); }, true},
+      {"missing", [](Bytes& reply, microseconds&) { reply.clear(); }, true},
+      {"one byte long", [](Bytes& reply, microseconds&) { reply.push_back(0xEE); }, false},
+      {"doubled", [](Bytes& reply, microseconds&) { reply.insert(reply.end(), reply.begin(), reply.end()); }, false},
+      {"late", [](Bytes&, microseconds& delay) { delay = milliseconds(700); }, false}};
+  for (const auto& [what, how, standsStill] : rows) {
+    SCOPED_TRACE(what);
+    OpenScreen();
+    SpoilOnce(2, how);
+    Save("spoilt.qbx");
+    Sample();
+    machine.Pass(milliseconds(1000));
+    EXPECT_TRUE(Sampling());
+    if (standsStill) {
+      EXPECT_EQ(Requests(), 2);
+      Sample();
+      Sample();
+      machine.Pass(milliseconds(1000));
+    }
+    EXPECT_GT(Requests(), 50);
+    EXPECT_EQ(KindsOfRecords(), std::vector<std::string>{GetParam().record});
+  }
+}
+
+// Bytes that follow a reply on their own: taken for the next one's beginning, they would shift every sample from then on.
+TEST_P(RecorderStory, StrayBytesBehindAReplyTearNoSample) {
+  const auto length = (logger.*GetParam().reply).size();
+  for (std::size_t strays = 1; strays <= length; ++strays) {
+    SCOPED_TRACE(strays);
+    OpenScreen();
+    SpoilOnce(3, [&](Bytes& reply, microseconds&) {
+      const auto end = machine.Time() + ByteTime * static_cast<int>(reply.size() + 1);
+      for (std::size_t i = 1; i <= strays; ++i)
+        machine.At(end + ByteTime * static_cast<int>(i), [this] { machine.Deliver(1, {0x11}); });
+    });
+    Save("strays.qbx");
+    Sample();
+    machine.Pass(milliseconds(200));
+    machine.wire.clear();
+    machine.Pass(milliseconds(1000));
+    EXPECT_NEAR(Requests(), 1'000'000.0 / static_cast<double>(GetParam().sampleTime.count()), 2) << "one chain";
+    EXPECT_EQ(KindsOfRecords(), std::vector<std::string>{GetParam().record});
+  }
+}
+
+TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
+  OpenScreen();
+  Save("live.qbx");
+  EXPECT_TRUE(Checked("Data", "Save"));
+  Sample();
+  machine.Pass(milliseconds(1000));
+  Sample();
+  const auto records = Records();
+  EXPECT_EQ(static_cast<int>(records.size()), Requests() - 1);
+  ASSERT_GT(records.size(), 200U);
+  EXPECT_EQ(records.front(), "0," + std::string(GetParam().record));
+  EXPECT_EQ(records.back(), "1," + std::string(GetParam().record));
+  EXPECT_TRUE(std::ranges::count(records, ".5," + std::string(GetParam().record)) >= 1);
+  const std::string text = FileText(path);
+  EXPECT_TRUE(text.starts_with("Quornell Bexlow Data File Version 3.2.3\r\n" + std::string(GetParam().screen) + "\r\n"));
+  EXPECT_NE(text.find("\r\nTares: \r\n" + std::string(GetParam().columns) + "\r\n0,"), std::string::npos);
+
+  EXPECT_TRUE(Checked("Data", "Save")) << "stays on across stops";
+  Choose("Data", "Save");
+  EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+  Sample();
+  machine.Pass(milliseconds(100));
+  EXPECT_EQ(Records().size(), records.size());
+}
+
+TEST_P(RecorderStory, ACancelledDialogKeepsTheNameOfAnEarlierChoice) {
+  OpenScreen();
+  machine.WillCancelFile();
+  Choose("Data", "Save");
+  EXPECT_FALSE(Checked("Data", "Save"));
+  EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+  Save("kept.qbx");
+  Choose("Data", "Save");
+  EXPECT_FALSE(Checked("Data", "Save"));
+  machine.WillCancelFile();
+  Choose("Data", "Save");
+  EXPECT_TRUE(Checked("Data", "Save"));
+  EXPECT_TRUE(Shared.LiveSample.SavingToFile);
+  EXPECT_EQ(Shared.DataFileName, path.string());
+}
+
+TEST_P(RecorderStory, AFullDiskLosesRecordsAndNotTheChain) {
+  OpenScreen();
+  Save("full.qbx");
+  Sample();
+  machine.Pass(GetParam().sampleTime * 3);
+  Shared.DataFileName = "/dev/full";
+  machine.Pass(GetParam().sampleTime * 2);
+  for (int i = 0; i < 2; ++i) {
+    const auto text = ReadsError(GetParam().writer);
+    EXPECT_NE(text.find("\r\nScreen: General\r\n"), std::string::npos);
+    EXPECT_NE(text.find("No space left on device"), std::string::npos) << text;
+  }
+  Shared.DataFileName = path.string();
+  machine.Pass(GetParam().sampleTime * 3);
+  EXPECT_EQ(Records().size(), 6U);
+}
+
+TEST_P(RecorderStory, LeavingEndsAnyStateAndSavingOutlivesTheScreen) {
+  OpenScreen();
+  Save("outlives.qbx");
+  Sample();
+  machine.Pass(GetParam().sampleTime * 2);
+  Leave();
+  EXPECT_FALSE(machine.AnyPortOpen());
+  EXPECT_EQ(ScreenInFront(), "Main");
+  EXPECT_EQ(Records().size(), 2U);
+  for (const auto& next : Recorders) {
+    SCOPED_TRACE(next.screen);
+    Choose("Display", next.screen);
+    EXPECT_FALSE(Sampling());
+    EXPECT_FALSE(Checked("Data", "Save"));
+    EXPECT_EQ(Text(next.box), "");
+    const auto before = Records().size();
+    Sample();
+    machine.Pass(next.sampleTime * 2);
+    EXPECT_EQ(Records().size(), before + 2);
+    EXPECT_TRUE(Records().back().ends_with(next.record));
+    Leave();
+  }
+}
+
+TEST_P(RecorderStory, APortThatDoesNotOpenLeavesTheNextClickAStop) {
+  OpenScreen();
+  machine.taken.insert(1);
+  Sample();
+  ReadsError("OpenCommPort");
+  ReadsError("mnuSample_Click");
+  EXPECT_TRUE(Sampling());
+  EXPECT_FALSE(Offered("Data", "Save"));
+  Sample();
+  EXPECT_FALSE(Sampling());
+  machine.taken.clear();
+  Sample();
+  machine.Pass(GetParam().sampleTime);
+  EXPECT_EQ(Text(GetParam().box), GetParam().shown);
+  machine.Unplug(1);
+  machine.Deliver(1, {});
+  machine.Pass(milliseconds(100));
+  Sample();
+  EXPECT_FALSE(Sampling());
+}
+
+class AnglesStory : public LiveStory {
+ protected:
+  void OpenScreen() { Open("Angles"); }
+  void StartSampling() {
+    OpenScreen();
+    Sample();
+    machine.Pass(AngleSampleTime);
+  }
+  double Dial(const char* name) const { return The<platform::CWKnob>(name).Value(); }
+  bool Enabled(const char* name) const { return The(name).isEnabled(); }
+};
+
+TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
+  struct Row {
+    Bytes reply;
+    const char *wordX, *wordY, *x, *y;
+    double dialX, dialY, signedX, signedY;
+  };
+  StartSampling();
+  for (const auto& row : {Row{{0xFF, 0xFF, 0x40, 0x00}, "65535", "16384", "0", "45", 0, 45, 0, 16384},
+                          Row{{0x80, 0x00, 0xC0, 0x00}, "32768", "49152", "-180", "-45", -180, -45, -32767, -16383},
+                          Row{{0x7F, 0xFF, 0x7F, 0xFF}, "32767", "32767", "180", "90", 180, 90, 32767, 32767},
+                          Row{{0xFF, 0xA4, 0x00, 0xB6}, "65444", "182", "-0.5", "0.5", -0.5, 0.5, -91, 182}}) {
+    SCOPED_TRACE(row.wordX);
+    logger.angles = row.reply;
+    machine.Pass(AngleSampleTime * 2);
+    EXPECT_EQ(Text("txtWordX"), row.wordX);
+    EXPECT_EQ(Text("txtWordY"), row.wordY);
+    EXPECT_EQ(Text("txtX"), row.x);
+    EXPECT_EQ(Text("txtY"), row.y);
+    EXPECT_EQ(Dial("dialX"), row.dialX);
+    EXPECT_EQ(Dial("dialY"), row.dialY);
+    EXPECT_EQ(Shared.LiveSample.WordX, row.signedX);
+    EXPECT_EQ(Shared.LiveSample.WordY, row.signedY);
+    The("dialX").grab();
+  }
+  Sample();
+  EXPECT_EQ(Text("txtX") + Text("txtY"), "");
+  EXPECT_EQ(Dial("dialX"), 0);
+  EXPECT_EQ(Text("txtWordX"), "65444");
+}
+
+// The logger's tare at the start is the word F1C7, -20 degrees.
+TEST_F(AnglesStory, UntaresThenTares) {
+  struct Axis {
+    const char *button, *box, *untare, *tare;
+    const char *clears, *stores, *degrees;
+    double config::OnBoardParameters::*field;
+  };
+  using P = config::OnBoardParameters;
+  const Axis axes[] = {{"cmdTareX", "txtTareX", "Untare X", "Tare X", "0 70|12 0E|24 00|524 70|536 0F|548 00|548 41",
+                        "0 70|12 0E|24 0B|524 70|536 0F|548 B8|548 41", "16.5", &P::XTare},
+                       {"cmdTareY", "txtTareY", "Untare Y", "Tare Y", "0 70|12 10|24 00|524 70|536 11|548 00|548 41",
+                        "0 70|12 10|24 03|524 70|536 11|548 E8|548 41", "2.7", &P::YTare}};
+  OpenScreen();
+  EXPECT_EQ(Text("txtTareX"), "-20");
+  for (const auto& axis : axes) EXPECT_FALSE(Enabled(axis.button));
+  Sample();
+  for (const auto& axis : axes) {
+    SCOPED_TRACE(axis.button);
+    machine.Pass(AngleSampleTime);
+    auto mark = machine.wire.size();
+    Press(axis.untare);
+    EXPECT_EQ(machine.Transcript(mark), axis.clears);
+    EXPECT_EQ(Text(axis.button), axis.tare);
+    EXPECT_EQ(Text(axis.box), "0");
+    machine.Pass(AngleSampleTime);
+    mark = machine.wire.size();
+    Press(axis.tare);
+    EXPECT_EQ(machine.Transcript(mark), axis.stores);
+    EXPECT_EQ(Text(axis.button), axis.untare);
+    EXPECT_EQ(Text(axis.box), axis.degrees);
+    EXPECT_EQ(live::PlainNumberText(Shared.OnBoardParameters.*axis.field), axis.degrees);
+    EXPECT_TRUE(Enabled(axis.button));
+    Press(axis.untare);
+  }
+  Sample();
+  for (const auto& axis : axes) {
+    EXPECT_FALSE(Enabled(axis.button));
+    EXPECT_EQ(Text(axis.button), axis.tare) << "captions survive a stop";
+  }
+  EXPECT_EQ(Text("txtTareX"), "0");
+  Leave();
+  Choose("Display", "Angles");
+  EXPECT_EQ(Text("cmdTareX"), "Untare X");
+}
+
+TEST_F(AnglesStory, ASampleThatComesDuringATareIsDropped) {
+  StartSampling();
+  logger.angles = {0, 0, 0, 0};
+  logger.spoil = [](Bytes&, microseconds& delay) { delay = milliseconds(100); };
+  machine.Pass(AngleSampleTime);
+  logger.spoil = {};
+  Press("Untare X");
+  EXPECT_EQ(Text("txtWordX"), "3000");
+  machine.Pass(AngleSampleTime);
+  EXPECT_EQ(Text("txtWordX"), "0");
+  machine.wire.clear();
+  machine.Pass(milliseconds(1000));
+  EXPECT_LE(Requests('A'), 384);
+}
+
+TEST_F(AnglesStory, AFailedTareStopsTheChainAndKeepsTheNewCaption) {
+  struct Row {
+    const char *caption, *next, *source;
+  };
+  for (const auto& [caption, next, source] :
+       {Row{"Untare Y", "Tare Y", "RemoveTare"}, Row{"Tare Y", "Untare Y", "GetTare"}}) {
+    SCOPED_TRACE(source);
+    StartSampling();
+    if (std::string(source) == "GetTare") Press("Untare Y");
+    machine.Unplug(1);
+    Press(caption);
+    ReadsError(source);
+    EXPECT_EQ(Text("cmdTareY"), next);
+    EXPECT_TRUE(Enabled("cmdTareY"));
+    EXPECT_TRUE(Sampling());
+    machine.Plug(logger, 1);
+    machine.wire.clear();
+    machine.Pass(milliseconds(100));
+    EXPECT_EQ(Requests('A'), 0);
+    Sample();
+    Sample();
+    machine.Pass(milliseconds(100));
+    EXPECT_GT(Requests('A'), 30);
+  }
+}
+
+}  // namespace bexlow::test

@@ -1,0 +1,380 @@
+// The remote session: roles, addresses and ports, what goes out and what comes in. Everything stays on this computer.
+#include <QHostInfo>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTest>
+#include <QUdpSocket>
+
+#include <system_error>
+
+#include "live/SessionTexts.h"
+#include "platform/EventGate.h"
+#include "platform/Winsock.h"
+#include "stories/LiveStory.h"
+
+namespace bexlow::test {
+
+constexpr int LongWaitMs = 10'000;
+
+/// Another computer, as far as the program can tell.
+class PeerSocket {
+ public:
+  PeerSocket() { EXPECT_TRUE(socket_.bind(QHostAddress::LocalHost, 0)); }
+  int Port() const { return socket_.localPort(); }
+  void Send(const QByteArray& bytes, int port) {
+    EXPECT_EQ(socket_.writeDatagram(bytes, QHostAddress::LocalHost, static_cast<quint16>(port)), bytes.size());
+  }
+  /// The next datagram; "(none)" where none comes.
+  std::string Next(int waitMs = LongWaitMs) {
+    if (!QTest::qWaitFor([this] { return socket_.hasPendingDatagrams(); }, waitMs)) return "(none)";
+    QByteArray bytes(static_cast<qsizetype>(socket_.pendingDatagramSize()), 0);
+    socket_.readDatagram(bytes.data(), bytes.size());
+    return bytes.toStdString();
+  }
+  bool Nothing() { return Next(50) == "(none)"; }
+
+ private:
+  QUdpSocket socket_;
+};
+
+int FreePort() { return PeerSocket().Port(); }
+
+class RemoteStory : public LiveStory {
+ protected:
+  /// Opens the screen. Whether the default port can be bound depends on the user and on what else runs.
+  void OpenScreen() {
+    if (outer == nullptr) StartConnected();
+    if (!Shown("Display", "Remote Session")) Key(Qt::Key_F11, Qt::ControlModifier);
+    Choose("Display", "Remote Session");
+    if (!machine.boxes.empty() && machine.boxes.front().starts_with("Port 1001 cannot be used: "))
+      machine.boxes.pop_front();
+    machine.wire.clear();
+  }
+  void Pick(const char* option) {
+    The<QRadioButton>(option).click();
+    machine.Settle();
+  }
+  void AddressPeer() {
+    Pick("optRemoteHost1");
+    const char* boxes[] = {"txtRH1", "txtRH2", "txtRH3", "txtRH4"};
+    for (int i = 0; i < 4; ++i) Type(boxes[i], QString::number(std::array{127, 0, 0, 1}[static_cast<std::size_t>(i)]));
+  }
+  /// Binds to a free port and addresses the peer.
+  void Reset() {
+    AddressPeer();
+    own = FreePort();
+    Type("txtBind", QString::number(own));
+    Type("txtPort", QString::number(peer.Port()));
+    Press("Reset");
+  }
+  std::string Plain(const char* name) const { return The<QPlainTextEdit>(name).toPlainText().toStdString(); }
+  /// Sends to the screen and waits until it shows something new.
+  void Arrives(const QByteArray& bytes) {
+    The<QPlainTextEdit>("txtReceive").setPlainText("nothing yet");
+    peer.Send(bytes, own);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Plain("txtReceive") != "nothing yet"; }, LongWaitMs));
+  }
+  double Dial(const char* name) const { return The<platform::CWKnob>(name).Value(); }
+  bool Enabled(const char* name) const { return The(name).isEnabled(); }
+
+  PeerSocket peer;
+  int own = 0;
+};
+
+TEST_F(RemoteStory, StartsAsASenderThatDoesNotSend) {
+  OpenScreen();
+  EXPECT_EQ(Text("txtPort"), "1002");
+  EXPECT_EQ(Text("txtBind"), "1001");
+  EXPECT_EQ(Text("txtRH5"), "localhost");
+  EXPECT_EQ(Text("txtRH1") + "." + Text("txtRH2") + "." + Text("txtRH3") + "." + Text("txtRH4"), "192.168.1.2");
+  EXPECT_EQ(Text("txtWhoAmI"), QHostInfo::localHostName().toStdString());
+  for (const auto* box : {"txtLH1", "txtLH2", "txtLH3", "txtLH4"}) {
+    EXPECT_TRUE(live::WholeNumber(Text(box)).has_value()) << box;
+    EXPECT_TRUE(The<QLineEdit>(box).isReadOnly());
+  }
+  EXPECT_FALSE(Enabled("fraDial"));
+  for (const auto* option : {"optSession1", "optNoSend", "optDialNo", "optRemoteHost2"})
+    EXPECT_TRUE(The<QRadioButton>(option).isChecked()) << option;
+
+  Reset();
+  Sample();
+  machine.Pass(AngleSampleTime * 3);
+  EXPECT_EQ(Text("txtX"), "16.5");
+  EXPECT_TRUE(peer.Nothing());
+  EXPECT_EQ(Plain("txtSend"), "");
+}
+
+TEST_F(RemoteStory, RolesSwitchWhatIsOfferedAndTheBoxesOfThePorts) {
+  struct Row {
+    const char* option;
+    bool sends;
+    const char *port, *bind;
+  };
+  OpenScreen();
+  for (const auto& [option, sends, port, bind] :
+       {Row{"optSession2", false, "1001", "1002"}, Row{"optSession1", true, "1002", "1001"}}) {
+    SCOPED_TRACE(option);
+    Pick(option);
+    EXPECT_EQ(Offered("Data", "Sample"), sends);
+    EXPECT_EQ(Enabled("fraSend"), sends);
+    EXPECT_EQ(Enabled("fraDial"), !sends);
+    EXPECT_EQ(Text("txtPort"), port);
+    EXPECT_EQ(Text("txtBind"), bind);
+  }
+  Sample();
+  EXPECT_FALSE(Enabled("fraSession"));
+  Sample();
+  EXPECT_TRUE(Enabled("fraSession"));
+}
+
+TEST_F(RemoteStory, EverySampleIsADatagram) {
+  OpenScreen();
+  Reset();
+  Pick("optSend");
+  Sample();
+  for (const auto& [reply, datagram] : std::vector<std::pair<Bytes, const char*>>{
+           {{0x0B, 0xB8, 0x03, 0xE8}, "BX16.5/2.7BX"},
+           {{0x0B, 0xB8, 0x03, 0xE8}, "BX16.5/2.7BX"},
+           {{0xFF, 0xA4, 0x00, 0xB6}, "BX-.5/.5BX"},
+           {{0xFF, 0xFF, 0x7F, 0xFF}, "BX0/90BX"}}) {
+    SCOPED_TRACE(datagram);
+    logger.angles = reply;
+    machine.Pass(AngleSampleTime);
+    if (std::string(datagram) == "BX16.5/2.7BX") {
+      EXPECT_EQ(peer.Next(), datagram);
+      continue;
+    }
+    peer.Next();  // the sample that was under way
+    machine.Pass(AngleSampleTime);
+    EXPECT_EQ(peer.Next(), datagram);
+    EXPECT_EQ(Plain("txtSend"), datagram);
+  }
+  Pick("optNoSend");
+  machine.Pass(AngleSampleTime * 2);
+  EXPECT_TRUE(peer.Nothing()) << "takes effect at the next sample";
+  Sample();
+  EXPECT_EQ(Text("txtX") + Text("txtY"), "");
+  EXPECT_EQ(Dial("dialY"), 0);
+  EXPECT_EQ(Plain("txtSend"), "BX0/90BX");
+  EXPECT_TRUE(peer.Nothing());
+}
+
+TEST_F(RemoteStory, WhatIsTypedOrClearedIsSentToo) {
+  OpenScreen();
+  Reset();
+  TypeInto(The<QPlainTextEdit>("txtSend"), QString::fromLatin1("a\xe9"));
+  EXPECT_EQ(peer.Next(), "a");
+  EXPECT_EQ(peer.Next(), "a\xe9");
+  Press("Clear");
+  EXPECT_EQ(Plain("txtSend"), "");
+  EXPECT_EQ(peer.Next(), "");
+  Arrives("x");
+  The<QPushButton>("cmdClearReceive").click();
+  EXPECT_EQ(Plain("txtReceive"), "");
+}
+
+struct Arrival {
+  const char* what;
+  QByteArray bytes;
+  const char *x, *y;
+  double dialX, dialY;
+};
+
+// Each arrives where 7 and 8 stand before.
+TEST_F(RemoteStory, DecodesWhatBearsTheMarksAndShowsTheRestOnly) {
+  const Arrival rows[] = {{"halves go to the even", "BX12.5/13.5BX", "12", "14", 12, 14},
+                          {"below one", "BX.5/-.5BX", "0", "0", 0, 0},
+                          {"the ends", "BX-180/90BX", "-180", "90", -180, 90},
+                          {"signs, exponents, blanks", "BX +1.2e2/ -3e1BX", "120", "-30", 120, -30},
+                          {"no slash", "BX33BX", "7", "33", 7, 33},
+                          {"two slashes", "BX1/2/3BX", "1", "2", 1, 2},
+                          {"no numbers", "BXabc/defBX", "0", "0", 0, 0},
+                          {"huge X", "BX1e300/5BX", "7", "5", 7, 5},
+                          {"huge Y", "BX5/40000BX", "5", "8", 5, 8},
+                          {"only marks", "BXBX", "7", "0", 7, 0},
+                          {"half a mark", "BX", "7", "8", 7, 8},
+                          {"no end mark", "BX1/2", "7", "8", 7, 8},
+                          {"small letters", "bx1/2bx", "7", "8", 7, 8},
+                          {"line end behind", "BX1/2BX\r\n", "7", "8", 7, 8},
+                          {"nothing", "", "7", "8", 7, 8},
+                          {"nulls", QByteArray("BX1\0/2BX", 8), "1", "2", 1, 2},
+                          {"markup", "BX<b>1</b>/2BX", "0", "0", 0, 0}};
+  OpenScreen();
+  Pick("optSession2");
+  Reset();
+  Pick("optDialYes");
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.what);
+    Arrives("BX7/8BX");
+    Arrives(row.bytes);
+    EXPECT_EQ(Plain("txtReceive"), live::ReceivedText(row.bytes.toStdString()).remove('\r').toStdString());
+    EXPECT_EQ(Text("txtX"), row.x);
+    EXPECT_EQ(Text("txtY"), row.y);
+    EXPECT_EQ(Dial("dialX"), row.dialX);
+    EXPECT_EQ(Dial("dialY"), row.dialY);
+  }
+  Pick("optDialNo");
+  Arrives("BX1/2BX");
+  EXPECT_EQ(Plain("txtReceive"), "BX1/2BX");
+  EXPECT_EQ(Dial("dialY"), 0) << "the last row's";
+}
+
+TEST_F(RemoteStory, TheLargestDatagramsOfAnyBytesAreShownBounded) {
+  OpenScreen();
+  Pick("optSession2");
+  Reset();
+  Pick("optDialYes");
+  Arrives("BX7/8BX");
+  for (const int first : {0, 1, 255}) {
+    QByteArray bytes(65507, 0);
+    for (int i = 0; i < bytes.size(); ++i) bytes[i] = static_cast<char>(first == 0 ? i % 256 : first);
+    bytes = "BX" + bytes.mid(4) + "BX";
+    Arrives(bytes);
+    EXPECT_LT(Plain("txtReceive").size(), 10'000U);
+    EXPECT_NE(Plain("txtReceive").find("65507 bytes in all"), std::string::npos);
+    The("txtReceive").grab();
+  }
+  EXPECT_EQ(Text("txtX"), "7");
+  EXPECT_EQ(live::ReceivedText(std::string("a\0\x1F\x7F\xE9<i>", 8)).toStdString(), "a\u2400\u241F\u2421\u00E9<i>");
+}
+
+TEST_F(RemoteStory, APortThatCannotBeBoundIsToldAndAnotherDoes) {
+  OpenScreen();
+  AddressPeer();
+  struct Row {
+    const char *bind, *words;
+  };
+  const std::string taken = std::to_string(peer.Port());
+  const Row rows[] = {{taken.c_str(), "a program on this computer uses it already."},
+                      {"70000", "Bind \"70000\" is no port"},
+                      {"0", "Bind \"0\" is no port"},
+                      {"-5", "Bind \"-5\" is no port"},
+                      {"1e300", "Bind \"1e300\" is no port"},
+                      {"soon", "Bind \"soon\" is no port"},
+                      {"", "Bind \"\" is no port"}};
+  for (const auto& [bind, words] : rows) {
+    SCOPED_TRACE(words);
+    Type("txtBind", bind);
+    Press("Reset");
+    ASSERT_EQ(machine.boxes.size(), 1U);
+    EXPECT_NE(machine.boxes.front().find(words), std::string::npos) << machine.boxes.front();
+    EXPECT_NE(machine.boxes.front().find("then click Reset"), std::string::npos);
+    machine.boxes.clear();
+    Press("Clear");  // sends on a closed socket: in silence
+  }
+  Reset();
+  Arrives("here");
+  EXPECT_EQ(Plain("txtReceive"), "here");
+  Press("Reset");
+  Arrives("still here");
+  Type("txtPort", "99999");
+  Press("Reset");
+  EXPECT_TRUE(machine.boxes.front().starts_with("Remote Port \"99999\" is no port"));
+  machine.boxes.clear();
+  Arrives("still bound");
+}
+
+TEST(SessionTexts, SayWhichPortWhyAndWhatToDo) {
+  const auto text = live::NotBoundText(
+      1001, std::system_error(std::make_error_code(std::errc::permission_denied), "Port 1001: no"));
+  for (const auto* words : {"Port 1001", "below 1024 need a right", "from 1024 to 65535", "Bind", "Reset"})
+    EXPECT_NE(text.find(words), std::string::npos) << text;
+}
+
+TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
+  OpenScreen();
+  Reset();
+  Pick("optRemoteHost2");
+  const auto begin = std::chrono::steady_clock::now();
+  for (const auto* name : {"no such computer", "..", "a.invalid", " localhost "}) {
+    Type("txtRH5", name);
+    Press("Reset");
+    TypeInto(The<QPlainTextEdit>("txtSend"), "x");
+  }
+  EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
+  ASSERT_TRUE(QTest::qWaitFor([&] { return Text("lblSocket").find("127.0.0.1") != std::string::npos; }, LongWaitMs));
+  EXPECT_TRUE(peer.Nothing()) << "sent before the name was known";
+  Press("Clear");
+  EXPECT_EQ(peer.Next(), "");
+}
+
+TEST_F(RemoteStory, LeavingEndsTheBindingAndThePortInEveryState) {
+  for (const bool sampling : {false, true}) {
+    OpenScreen();
+    Reset();
+    if (sampling) Sample();
+    peer.Send("on its way", own);
+    Leave();
+    EXPECT_FALSE(machine.AnyPortOpen());
+    QUdpSocket next;
+    EXPECT_TRUE(next.bind(QHostAddress::AnyIPv4, static_cast<quint16>(own), QUdpSocket::DontShareAddress));
+  }
+}
+
+class WinsockTest : public Story {
+ protected:
+  WinsockTest() : socket_(form_, "udpPeerA") {
+    port_ = FreePort();
+    socket_.Bind(port_);
+    socket_.DataArrival = [this] { arrived_.push_back(socket_.GetData()); };
+  }
+  platform::Form form_{"Owner", "Owner"};
+  platform::Winsock socket_;
+  PeerSocket peer_;
+  int port_ = 0;
+  std::vector<std::string> arrived_;
+};
+
+TEST_F(WinsockTest, DatagramsWaitInOrderWhileEventsAreHeld) {
+  constexpr int Count = 200;
+  {
+    const platform::EventGate::Hold hold;
+    for (int i = 0; i < Count; ++i) peer_.Send(QByteArray::number(i), port_);
+    QTest::qWait(20);
+    EXPECT_TRUE(arrived_.empty());
+  }
+  ASSERT_TRUE(QTest::qWaitFor([&] { return arrived_.size() == Count; }, LongWaitMs));
+  for (std::size_t i = 0; i < Count; ++i) EXPECT_EQ(arrived_[i], std::to_string(i));
+}
+
+TEST_F(WinsockTest, AFloodIsBoundedAndTheSocketGoesOnBehindIt) {
+  constexpr int Count = 400;
+  {
+    const platform::EventGate::Hold hold;
+    for (int i = 0; i < Count; ++i) {
+      peer_.Send(QByteArray(60'000, 'x'), port_);
+      QCoreApplication::processEvents();
+    }
+  }
+  QTest::qWait(50);
+  EXPECT_GE(arrived_.size(), 256U);
+  EXPECT_LT(arrived_.size(), 300U);
+  peer_.Send("later", port_);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return arrived_.back() == "later"; }, LongWaitMs));
+}
+
+TEST_F(WinsockTest, RefusesWithACodeAndClosesInAnyState) {
+  const auto codeOf = [](const std::function<void()>& action) {
+    try {
+      action();
+    } catch (const std::system_error& error) {
+      return error.code().value();
+    }
+    return 0;
+  };
+  socket_.RemoteHost("127.0.0.1");
+  socket_.RemotePort(peer_.Port());
+  EXPECT_EQ(codeOf([&] { socket_.SendData("ok"); }), 0);
+  EXPECT_EQ(codeOf([&] { socket_.SendData(std::string(65508, 'x')); }), EMSGSIZE);
+  socket_.RemotePort(0);
+  EXPECT_EQ(codeOf([&] { socket_.SendData("x"); }), EINVAL);
+  socket_.Close();
+  socket_.Close();
+  EXPECT_EQ(codeOf([&] { socket_.SendData("x"); }), ENOTCONN);
+  EXPECT_EQ(codeOf([&] { socket_.Bind(peer_.Port()); }), EADDRINUSE);
+  EXPECT_EQ(socket_.LocalPort(), 0);
+  EXPECT_EQ(codeOf([&] { socket_.Bind(port_); }), 0);
+}
+
+}  // namespace bexlow::test
