@@ -43,8 +43,8 @@ class Wearer {
 }  // namespace
 
 std::string FullDataFile() {
-  const download::DownloadHeader header{"3.3", 417, "03/09/2004 14:05:07", "7.5", "X=323 Y=408 Z=322",
-                                        "X=323 Y=324 Z=322", "X=0 Y=0"};
+  const download::DownloadHeader header{
+      "3.3", 417, "03/09/2004 14:05:07", "7.5", "X=323 Y=408 Z=322", "X=323 Y=324 Z=322", "X=0 Y=0"};
   std::string text = download::DataFileHeader(download::DataFileKind::DownloadPages, "3.2.3", header, 1, 3);
   std::array<std::uint8_t, download::PageBytes> bytes{};
   Wearer wearer;

@@ -5,7 +5,8 @@
 
 namespace bexlow::bench {
 
-/// The text, made by the program's own writers from a wearer who sways, stoops and now and then presses the button.
+/// The text, made by the program's own writers from a wearer who sways, stoops and now and then presses the
+/// button.
 std::string FullDataFile();
 
 }  // namespace bexlow::bench

@@ -1,5 +1,6 @@
-// How close a download comes to the bare cost of a page on the line: the real screen on the real clock against the
-// stand-in logger, timed twice: by the program's own progress, and by the stand-in's log of what passed.
+// How close a download comes to the bare cost of a page on the line: the real screen on the real clock
+// against the stand-in logger, timed twice: by the program's own progress, and by the stand-in's log of what
+// passed.
 //
 // bench_download_pace LOGGER
 #include <QAction>
@@ -74,10 +75,12 @@ std::vector<double> Download(AnsweredMachine& machine) {
   outer.ShowChild(screen);
   outer.show();
   std::vector<double> times;
-  QObject::connect(screen->findChild<QProgressBar*>("PBar"), &QProgressBar::valueChanged, screen, [&](int value) {
-    const std::chrono::duration<double, std::milli> now = std::chrono::steady_clock::now().time_since_epoch();
-    if (value == shell::Shared.DownloadPageNumber && value > 0) times.push_back(now.count());
-  });
+  QObject::connect(screen->findChild<QProgressBar*>("PBar"), &QProgressBar::valueChanged, screen,
+                   [&](int value) {
+                     const std::chrono::duration<double, std::milli> now =
+                         std::chrono::steady_clock::now().time_since_epoch();
+                     if (value == shell::Shared.DownloadPageNumber && value > 0) times.push_back(now.count());
+                   });
   QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
   for (auto* entry : screen->Menus().first()->actions()) {
     if (entry->objectName() == "mnuDownload") QTimer::singleShot(0, entry, &QAction::trigger);
@@ -91,7 +94,8 @@ bool Measure(const fs::path& folder, const QString& logger) {
   const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
   QProcess standIn;
   standIn.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  standIn.start(logger, {"--link", file("Ports/COM1"), "--pages", QString::number(Pages), "--log", file("log")});
+  standIn.start(logger,
+                {"--link", file("Ports/COM1"), "--pages", QString::number(Pages), "--log", file("log")});
   if (!standIn.waitForStarted() || !standIn.waitForReadyRead(5000)) return false;
   AnsweredMachine machine(folder);
   platform::Machine::Install(machine);
@@ -104,9 +108,8 @@ bool Measure(const fs::path& folder, const QString& logger) {
     const char* clock;
     double medianMs;
   };
-  for (const auto& [clock, medianMs] :
-       {Row{"the program's progress", bench::Median(Steps(seen))},
-        Row{"the stand-in's log", bench::Median(Steps(logged))}})
+  for (const auto& [clock, medianMs] : {Row{"the program's progress", bench::Median(Steps(seen))},
+                                        Row{"the stand-in's log", bench::Median(Steps(logged))}})
     bench::PrintFigure(std::string("Download, median time a page by ") + clock + ", over its bare cost",
                        medianMs / BarePageMs, 1.01, "",
                        bench::Fixed(medianMs, 2) + " ms over " + bench::Fixed(BarePageMs, 2) + " ms, " +

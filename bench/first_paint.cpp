@@ -1,5 +1,5 @@
-// Linked beside a program's main: ends the process when its first window has painted its first frame, so that the
-// life of the process is the time from start to that frame.
+// Linked beside a program's main: ends the process when its first window has painted its first frame, so that
+// the life of the process is the time from start to that frame.
 #include <QApplication>
 #include <QEvent>
 #include <QMainWindow>
@@ -22,7 +22,9 @@ class EndAtFirstPaint : public QObject {
   }
 };
 
-void Watch() { qApp->installEventFilter(new EndAtFirstPaint(qApp)); }
+void Watch() {
+  qApp->installEventFilter(new EndAtFirstPaint(qApp));
+}
 
 }  // namespace
 

@@ -1,9 +1,8 @@
-// A full two-channel file: reading it, opening it, drawing it, and writing its CSV, each beside the bare work that it
-// is held against. The cases take turns, so that a busy machine slows both sides of a ratio.
-#include <benchmark/benchmark.h>
-
+// A full two-channel file: reading it, opening it, drawing it, and writing its CSV, each beside the bare work
+// that it is held against. The cases take turns, so that a busy machine slows both sides of a ratio.
 #include <QApplication>
 
+#include <benchmark/benchmark.h>
 #include <charconv>
 #include <cstdlib>
 #include <filesystem>
@@ -41,8 +40,12 @@ struct Bench {
 };
 
 Bench::Bench(const fs::path& folder)
-    : dataFile(folder / "full.qbx"), csvFile(folder / "full.csv"), plainFile(folder / "plain.csv"),
-      text(bench::FullDataFile()), csv(download::LinearCsv(text)), machine(folder) {
+    : dataFile(folder / "full.qbx"),
+      csvFile(folder / "full.csv"),
+      plainFile(folder / "plain.csv"),
+      text(bench::FullDataFile()),
+      csv(download::LinearCsv(text)),
+      machine(folder) {
   platform::Machine::Install(machine);
   platform::WriteWhole(dataFile, text);
   screen = new graph::Graph;
@@ -141,20 +144,26 @@ void Register(Bench& bench) {
       {"WriteCsv", [&](auto& state) { WriteCsv(state, bench); }},
       {"ReadAndWriteAsMuch", [&](auto& state) { ReadAndWriteAsMuch(state, bench); }}};
   for (const auto& [name, run] : cases) {
-    benchmark::RegisterBenchmark(name, run)->Unit(benchmark::kMillisecond)->UseRealTime()->MinTime(0.05)
-        ->Repetitions(11)->ReportAggregatesOnly();
+    benchmark::RegisterBenchmark(name, run)
+        ->Unit(benchmark::kMillisecond)
+        ->UseRealTime()
+        ->MinTime(0.05)
+        ->Repetitions(11)
+        ->ReportAggregatesOnly();
   }
 }
 
-void PrintRatio(const Medians& medians, const std::string& name, const char* ours, const char* bare, double limit) {
-  bench::PrintFigure(name, medians.Of(ours) / medians.Of(bare), limit, "",
-                     bench::Fixed(medians.Of(ours), 2) + " ms over " + bench::Fixed(medians.Of(bare), 2) + " ms");
+void PrintRatio(const Medians& medians, const std::string& name, const char* ours, const char* bare,
+                double limit) {
+  bench::PrintFigure(
+      name, medians.Of(ours) / medians.Of(bare), limit, "",
+      bench::Fixed(medians.Of(ours), 2) + " ms over " + bench::Fixed(medians.Of(bare), 2) + " ms");
 }
 
 void PrintFigures(const Medians& medians) {
   const std::string views = "both graphs, " + QApplication::platformName().toStdString();
-  PrintRatio(medians, "Reading a full file into both series, over one from_chars pass", "ReadSeries", "FromCharsPass",
-             2);
+  PrintRatio(medians, "Reading a full file into both series, over one from_chars pass", "ReadSeries",
+             "FromCharsPass", 2);
   PrintRatio(medians, "Graph's Open of a full file, first frame included, over the same pass", "OpenInGraph",
              "FromCharsPass", bench::NoLimit);
   bench::PrintFigure("Drawing the whole run", medians.Of("DrawWhole"), 10, " ms", views);

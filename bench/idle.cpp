@@ -2,10 +2,9 @@
 #include <QApplication>
 #include <QTimer>
 
-#include <sys/resource.h>
-
 #include <cstdlib>
 #include <filesystem>
+#include <sys/resource.h>
 
 #include "Figure.h"
 #include "FullFile.h"

@@ -1,15 +1,14 @@
 // From start to the first painted window, as whole processes in turn: the program over an empty main window.
 //
 // bench_start PROGRAM EMPTY
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <spawn.h>
 #include <string>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include "Figure.h"
 

@@ -27,10 +27,14 @@ constexpr int ShakerEnableCell = 32;
 constexpr int ShakerSettleMs = 1000;
 constexpr int SampleBytes = 6;
 
-QString Shown(double number) { return QString::fromStdString(live::PlainNumberText(number)); }
+QString Shown(double number) {
+  return QString::fromStdString(live::PlainNumberText(number));
+}
 
 /// An empty box counts as 0.
-double NumberIn(const QLineEdit* box) { return live::LeadingNumber(box->text().toStdString()); }
+double NumberIn(const QLineEdit* box) {
+  return live::LeadingNumber(box->text().toStdString());
+}
 
 }  // namespace
 
@@ -60,11 +64,12 @@ void Calibrate::BuildMenu() {
 }
 
 void Calibrate::BuildBody() {
-  auto* hint = MakeLabel("lblHint",
-                         "Choose Sample from the Data menu and turn the logger slowly through all its positions, so that "
-                         "each axis points straight up and straight down once. Choose Sample again to stop, then Write "
-                         "to store offset and gain in the logger.",
-                         this);
+  auto* hint = MakeLabel(
+      "lblHint",
+      "Choose Sample from the Data menu and turn the logger slowly through all its positions, so that "
+      "each axis points straight up and straight down once. Choose Sample again to stop, then Write "
+      "to store offset and gain in the logger.",
+      this);
   hint->setWordWrap(true);
   auto* frame = MakeFrame("fraAcc", "Accelerometers", this);
   BuildGrid(frame);
@@ -155,7 +160,9 @@ void Calibrate::DisableShaker() {
   link::CloseCommPort(MSComm1, *this);
 }
 
-void Calibrate::RequestSample() { link::Send(MSComm1, link::SampleAccelerometers()); }
+void Calibrate::RequestSample() {
+  link::Send(MSComm1, link::SampleAccelerometers());
+}
 
 void Calibrate::MSComm1_OnComm() {
   Guarded(*this, "MSComm1_OnComm", [this] {

@@ -47,8 +47,9 @@ class Calibrate : public platform::Form {
   QAction* mnuSample = nullptr;
   QAction* mnuWrite = nullptr;
   std::array<Axis, 3> axes_{};
-  config::CalibrationValues CalibrationValues{};  ///< fixed when a run stops; the write sends these, not the boxes
-  bool sampled_ = false;                          ///< the run has taken a sample
+  config::CalibrationValues
+      CalibrationValues{};  ///< fixed when a run stops; the write sends these, not the boxes
+  bool sampled_ = false;    ///< the run has taken a sample
 };
 
 }  // namespace bexlow::config

@@ -46,7 +46,8 @@ void Configuration::RequestCell() {
   link::Send(MSComm1, link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex)));
 }
 
-// One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without limit.
+// One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without
+// limit.
 void Configuration::MSComm1_OnComm() {
   Guarded(*this, "MSComm1_OnComm", [this] {
     const auto reply = link::TakeReply(MSComm1, 1);
@@ -123,7 +124,9 @@ void Configuration::mnuShowDefaults_Click() {
   opt15Hz->setChecked(true);
 }
 
-void Configuration::mnuEEPROM_Click() { (new EEPROM)->ShowModal(window()); }
+void Configuration::mnuEEPROM_Click() {
+  (new EEPROM)->ShowModal(window());
+}
 
 bool Configuration::Form_KeyDown(const QKeyEvent& key) {
   if (!shell::IsServiceChord(key)) return false;

@@ -24,9 +24,13 @@ namespace {
 constexpr auto RowsCaption = "EEPROM Address - Value - Parameter";
 constexpr WritePlan ConfigurationWrite{EndOfWrite, EndOfWrite - FirstIndex, FirstIndex, true, "Progress"};
 
-QString Text(std::string_view text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+QString Text(std::string_view text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
-QByteArray NameOf(const Parameter& row) { return Text(row.name).toUtf8(); }
+QByteArray NameOf(const Parameter& row) {
+  return Text(row.name).toUtf8();
+}
 
 QString RangeOf(const Parameter& row) {
   const auto limits = live::PlainNumberText(row.min) + " to " + live::PlainNumberText(row.max);
@@ -65,7 +69,8 @@ Configuration::Configuration()
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
   OnCloseRequest = [this] { Unload(); };
-  // The read starts behind the click that opens the screen, so that the screen is in front when a failure names it.
+  // The read starts behind the click that opens the screen, so that the screen is in front when a failure
+  // names it.
   EventGate::Get().Offer(this, [this] { mnuRead_Click(); });
   AtUnload([this] { EventGate::Get().Withdraw(this); });
 }
@@ -138,7 +143,8 @@ QWidget* Configuration::BuildSingleAddresses() {
   auto* frame = MakeFrame("fraSingleAddresses", RowsCaption, this);
   auto* grid = MakeGrid(frame);
   for (const Parameter& row : Parameters) {
-    if (row.control == Control::NumEdit && CellsOf(row.form) == 1) AddRow(grid, row, MakeValueBox(row, frame), frame);
+    if (row.control == Control::NumEdit && CellsOf(row.form) == 1)
+      AddRow(grid, row, MakeValueBox(row, frame), frame);
     if (row.control != Control::Option) continue;
     const int line = grid->rowCount();
     grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), frame), line, 0, Qt::AlignTop);

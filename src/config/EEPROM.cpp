@@ -31,7 +31,8 @@ constexpr double FirstAddress = 2;
 /// The byte that a text stands for. A lone minus sign is no number, and no 0 either.
 std::uint8_t ByteOf(const QString& text) {
   const auto number = live::WholeNumber(text.toStdString());
-  if (!number) throw std::system_error(std::make_error_code(std::errc::invalid_argument), "Value is no number");
+  if (!number)
+    throw std::system_error(std::make_error_code(std::errc::invalid_argument), "Value is no number");
   return live::ToByte(*number);
 }
 
@@ -101,7 +102,9 @@ void EEPROM::EnableControls(bool enabled) {
   if (enabled && focused_ != nullptr) std::exchange(focused_, nullptr)->setFocus();
 }
 
-int EEPROM::Address() const { return live::ToInt16(NumEditAddress->Value()); }
+int EEPROM::Address() const {
+  return live::ToInt16(NumEditAddress->Value());
+}
 
 void EEPROM::cmdRead_Click() {
   Operate("cmdRead_Click", [this] {

@@ -7,7 +7,9 @@ namespace bexlow::config {
 
 namespace {
 
-bool Passes(QChar key, bool boxIsEmpty) { return (key >= u'0' && key <= u'9') || (key == u'-' && boxIsEmpty); }
+bool Passes(QChar key, bool boxIsEmpty) {
+  return (key >= u'0' && key <= u'9') || (key == u'-' && boxIsEmpty);
+}
 
 /// Takes out of any new text what the keys would not have brought in.
 class KeyFilter : public QValidator {
@@ -48,7 +50,8 @@ ValueBox::ValueBox(const char* name, const QString& accessibleName, QWidget* par
 // A key that does not pass leaves the box as it is, a selection in it too.
 void ValueBox::keyPressEvent(QKeyEvent* event) {
   const QString typed = event->text();
-  const bool isCommand = (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  const bool isCommand =
+      (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
   const bool isCharacter = !isCommand && !typed.isEmpty() && typed.front().isPrint();
   if (isCharacter && !Passes(typed.front(), text().isEmpty())) return event->accept();
   QLineEdit::keyPressEvent(event);

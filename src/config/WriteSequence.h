@@ -1,4 +1,5 @@
-// The paced write of EEPROM cells, one a tick: what the Configuration and Calibrate screens have in common of it.
+// The paced write of EEPROM cells, one a tick: what the Configuration and Calibrate screens have in common of
+// it.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +23,11 @@ struct CellByte {
 
 /// In what the writes of the two screens differ. k is ParameterIndex.
 struct WritePlan {
-  int end;                          ///< k one behind the last cell
-  std::optional<int> barMaximum;    ///< set at the start; without it the bar stays as the screen has made it
-  int barZero;                      ///< the bar shows k less this
-  bool lastTickShown;               ///< bar and caption move at the last tick too
-  const char* captionAtEnd;         ///< of the progress frame
+  int end;                        ///< k one behind the last cell
+  std::optional<int> barMaximum;  ///< set at the start; without it the bar stays as the screen has made it
+  int barZero;                    ///< the bar shows k less this
+  bool lastTickShown;             ///< bar and caption move at the last tick too
+  const char* captionAtEnd;       ///< of the progress frame
 };
 
 /// Where a screen shows how far a sequence has come.
@@ -41,8 +42,8 @@ struct Progress {
   void End(const char* caption) const;
 };
 
-/// mnuWrite, TimerWrite and MSComm2 of a screen. There is no acknowledgement: a cell that the logger did not store
-/// goes unnoticed.
+/// mnuWrite, TimerWrite and MSComm2 of a screen. There is no acknowledgement: a cell that the logger did not
+/// store goes unnoticed.
 class WriteSequence {
  public:
   using CellAt = std::function<std::optional<CellByte>(int k)>;

@@ -32,9 +32,13 @@ namespace {
 
 constexpr int LateAfterSeconds = 1;
 
-QString Shown(double number) { return QString::fromStdString(live::PlainNumberText(number)); }
+QString Shown(double number) {
+  return QString::fromStdString(live::PlainNumberText(number));
+}
 
-std::int64_t NowInSeconds() { return platform::Machine::Get().Now().seconds; }
+std::int64_t NowInSeconds() {
+  return platform::Machine::Get().Now().seconds;
+}
 
 }  // namespace
 
@@ -151,7 +155,9 @@ void DownloadErase::StartPages() {
   RequestPage();
 }
 
-void DownloadErase::RequestPage() { link::Send(MSComm1, link::DownloadPage(Shared.DownloadPageNumber)); }
+void DownloadErase::RequestPage() {
+  link::Send(MSComm1, link::DownloadPage(Shared.DownloadPageNumber));
+}
 
 void DownloadErase::MSComm1_OnComm() {
   Guarded(
@@ -161,7 +167,8 @@ void DownloadErase::MSComm1_OnComm() {
         const bool late = !lblWarning->isHidden();
         Shared.LastReplyTime = NowInSeconds();
         lblWarning->hide();
-        const Bytes reply = link::TakeReply(MSComm1, link::PageSize, late ? link::LateSilence : link::PromptSilence);
+        const Bytes reply =
+            link::TakeReply(MSComm1, link::PageSize, late ? link::LateSilence : link::PromptSilence);
         txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
         if (reply.size() != link::PageSize) return RequestPage();
         TakePage(reply);
@@ -181,7 +188,8 @@ void DownloadErase::TakePage(const Bytes& reply) {
     }
     ++Shared.DownloadPageNumber;
   }
-  if (Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1) return FinishDownload();
+  if (Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1)
+    return FinishDownload();
   fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
   RequestPage();
@@ -199,7 +207,8 @@ void DownloadErase::TimerSampling_Timer() {
     RequestPage();
     TimerSampling.Enabled(true);
   };
-  // A line that takes no request is gone for good: nothing is attempted any more, and the window must not say so.
+  // A line that takes no request is gone for good: nothing is attempted any more, and the window must not say
+  // so.
   Guarded(*this, "TimerSampling_Timer", tick, [this] {
     lblWarning->hide();
     MousePointer(Pointer::Normal);

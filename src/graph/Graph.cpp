@@ -32,7 +32,9 @@ namespace {
 constexpr auto EndOfFile = "End of data file has been reached!";
 constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
 
-double NumberOf(const QLineEdit* box) { return LeadingNumber(box->text().toStdString()); }
+double NumberOf(const QLineEdit* box) {
+  return LeadingNumber(box->text().toStdString());
+}
 
 }  // namespace
 
@@ -76,8 +78,8 @@ QWidget* Graph::BuildScroll() {
     QLineEdit*& box;
     const char *name, *label, *caption;
   };
-  for (const auto& [box, name, label, caption] :
-       {Box{txtPageNumberX, "txtPageNumberX", "Label2", "X"}, Box{txtPageNumberY, "txtPageNumberY", "Label1", "Y"}}) {
+  for (const auto& [box, name, label, caption] : {Box{txtPageNumberX, "txtPageNumberX", "Label2", "X"},
+                                                  Box{txtPageNumberY, "txtPageNumberY", "Label1", "Y"}}) {
     box = platform::MakeReadOnlyBox(name, QString("Page ") + caption, frame);
     box->setFixedWidth(fontMetrics().horizontalAdvance("00000000"));
     row->addWidget(platform::MakeLabel(label, caption, frame, box));
@@ -91,9 +93,13 @@ QWidget* Graph::BuildScroll() {
   return frame;
 }
 
-std::string Graph::FileName() const { return txtFileName->text().toStdString(); }
+std::string Graph::FileName() const {
+  return txtFileName->text().toStdString();
+}
 
-void Graph::PageNumber(int page) { txtPageNumberX->setText(QString::number(page)); }
+void Graph::PageNumber(int page) {
+  txtPageNumberX->setText(QString::number(page));
+}
 
 void Graph::txtPageNumberX_Change() {
   txtPageNumberY->setText(QString::number(static_cast<int>(NumberOf(txtPageNumberX)) + 1));
@@ -104,8 +110,7 @@ void Graph::mnuOpen_Click() {
   try {
     AskForFile();
     OpenFile();
-  } catch (const std::exception&) {
-  }
+  } catch (const std::exception&) {}
 }
 
 void Graph::AskForFile() {
@@ -125,16 +130,20 @@ void Graph::AskForFile() {
 void Graph::OpenFile() {
   const auto [kind, channel] = CheckFile(platform::ReadWhole(FileName()));
   switch (kind) {
-    case FileKind::Empty: return MsgBox(WrongFile);
+    case FileKind::Empty:
+      return MsgBox(WrongFile);
     case FileKind::WrongKind:
       MsgBox(WrongFile);
       txtFileName->clear();
       CommonDialog1.FileName.clear();
       return;
-    case FileKind::Bin: return OpenBin();
-    case FileKind::Linear: return OpenLinear(channel);
+    case FileKind::Bin:
+      return OpenBin();
+    case FileKind::Linear:
+      return OpenLinear(channel);
     case FileKind::TooShort:
-    case FileKind::OtherMode: return;
+    case FileKind::OtherMode:
+      return;
   }
 }
 
@@ -232,7 +241,8 @@ void Graph::Big(std::int16_t page, const std::string& fileName) {
         MsgBox(EndOfFile);
         LastPageX = page;
         return;
-      case PairResult::Found: ShowPair(pair);
+      case PairResult::Found:
+        ShowPair(pair);
     }
   });
 }

@@ -146,9 +146,10 @@ void Connect::cmdOK_Click() {
     platform::Machine::Get().Repaint();
     const bool retrieved = RetrieveOnBoardParameters();
     if (!retrieved)
-      MsgBox("A communication failure has occurred!\r\n"
-             "On-board parameters were not retrieved from the Bexlow.\r\n"
-             "Check your hardware set-up and try again.");
+      MsgBox(
+          "A communication failure has occurred!\r\n"
+          "On-board parameters were not retrieved from the Bexlow.\r\n"
+          "Check your hardware set-up and try again.");
     reached_(retrieved);
     Unload();
   });

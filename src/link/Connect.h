@@ -1,4 +1,5 @@
-// The modal screen that picks the serial port, finds the logger, and reads what the program needs of it first.
+// The modal screen that picks the serial port, finds the logger, and reads what the program needs of it
+// first.
 #pragma once
 
 #include <functional>

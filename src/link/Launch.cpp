@@ -42,7 +42,9 @@ Launch::Launch(platform::Form& main, std::function<void()> launched)
   Timer1.OnTimer = [this] { Timer1_Timer(); };
 }
 
-QWidget* Launch::Frame() const { return fraErase; }
+QWidget* Launch::Frame() const {
+  return fraErase;
+}
 
 void Launch::mnuLaunch_Click() {
   if (shell::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
@@ -66,7 +68,8 @@ bool Launch::WriteLaunchTime() {
     CloseCommPort(MSComm1, main_);
     return true;
   } catch (const std::exception&) {
-    if (!Timer1.Enabled()) MSComm1.PortOpen(false);  // else an erase is being watched, whose end closes the port
+    if (!Timer1.Enabled())
+      MSComm1.PortOpen(false);  // else an erase is being watched, whose end closes the port
     return false;
   }
 }
@@ -113,8 +116,9 @@ void Launch::Finish() {
   Timer1.Enabled(false);
   CloseCommPort(MSComm1, main_);
   HideProgress();
-  MsgBox("Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
-         "datalogging has begun.");
+  MsgBox(
+      "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
+      "datalogging has begun.");
   launched_();
 }
 

@@ -29,7 +29,9 @@ constexpr RecordingKind Kind{"Accelerometers", link::CommandName::SampleAccelero
 
 constexpr int PauseBehindCellMs = 100;
 
-QString Shown(double number) { return QString::fromStdString(PlainNumberText(number)); }
+QString Shown(double number) {
+  return QString::fromStdString(PlainNumberText(number));
+}
 
 // The whole number of a slide, as the word that its two cells hold.
 std::int32_t WordOf(const platform::CWSlide& slide) {
@@ -88,7 +90,8 @@ void Accelerometers::EnableDacButtons(bool enabled) {
   for (const auto& axis : axes_) axis.cmdWriteDAC->setEnabled(enabled);
 }
 
-// After a failure the buttons stay disabled and the chain stands still: only the user knows what the logger now holds.
+// After a failure the buttons stay disabled and the chain stands still: only the user knows what the logger
+// now holds.
 void Accelerometers::cmdWriteDAC_Click(const Axis& axis) {
   Guarded(*this, axis.row->procedure, [&] {
     EnableDacButtons(false);
@@ -107,7 +110,8 @@ void Accelerometers::cmdWriteDAC_Click(const Axis& axis) {
 }
 
 void Accelerometers::WriteDAC(double address, double value) {
-  Guarded(*this, "WriteDAC", [&] { link::Send(SerialControl(), link::WriteEeprom(ToByte(address), ToByte(value))); });
+  Guarded(*this, "WriteDAC",
+          [&] { link::Send(SerialControl(), link::WriteEeprom(ToByte(address), ToByte(value))); });
 }
 
 }  // namespace bexlow::live

@@ -79,8 +79,8 @@ void Accelerometers::BuildDacPanel(QHBoxLayout& columns) {
     axis.dacSlide = AddSlide(*column, axis.row->dacSlide, axis.row->caption, fraHiddenSliders);
     axis.dacSlide->SetReadOnly(false);
     axis.dacText = MakeTextBox(axis.row->dacText, axis.row->caption, fraHiddenSliders);
-    axis.cmdWriteDAC = MakeButton(axis.row->cmdWriteDAC, axis.row->cmdCaption,
-                                  [this, &axis] { cmdWriteDAC_Click(axis); });
+    axis.cmdWriteDAC =
+        MakeButton(axis.row->cmdWriteDAC, axis.row->cmdCaption, [this, &axis] { cmdWriteDAC_Click(axis); });
     column->addWidget(axis.dacText);
     column->addWidget(axis.cmdWriteDAC);
     slides->addLayout(column);

@@ -25,9 +25,13 @@ constexpr RecordingKind Kind{"Angles", link::CommandName::SampleAngles, download
 
 constexpr int PauseBetweenCellsMs = 500;
 
-QString Shown(double number) { return QString::fromStdString(PlainNumberText(number)); }
+QString Shown(double number) {
+  return QString::fromStdString(PlainNumberText(number));
+}
 
-double NumberIn(const QLineEdit& box) { return LeadingNumber(box.text().toStdString()); }
+double NumberIn(const QLineEdit& box) {
+  return LeadingNumber(box.text().toStdString());
+}
 
 }  // namespace
 
@@ -50,7 +54,9 @@ void Angles::Show(const link::Bytes& reply) {
   }
 }
 
-void Angles::Starting() { EnableTareButtons(true); }
+void Angles::Starting() {
+  EnableTareButtons(true);
+}
 
 // The raw words keep their last values.
 void Angles::Stopped() {
@@ -79,9 +85,13 @@ void Angles::cmdTare_Click(const Axis& axis) {
   axis.cmdTare->setEnabled(true);
 }
 
-void Angles::GetTare(const Axis& axis) { WriteTare("GetTare", axis, NumberIn(*axis.word), NumberIn(*axis.angle)); }
+void Angles::GetTare(const Axis& axis) {
+  WriteTare("GetTare", axis, NumberIn(*axis.word), NumberIn(*axis.angle));
+}
 
-void Angles::RemoveTare(const Axis& axis) { WriteTare("RemoveTare", axis, 0, 0); }
+void Angles::RemoveTare(const Axis& axis) {
+  WriteTare("RemoveTare", axis, 0, 0);
+}
 
 // The logger keeps the raw word, the program the degrees.
 void Angles::WriteTare(const char* procedure, const Axis& axis, double word, double degrees) {

@@ -38,9 +38,15 @@ QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, Box box) {
   for (auto& axis : axes_) {
     const auto& row = *axis.row;
     switch (box) {
-      case Box::Word: axis.word = AddReading(*grid, {row.word, row.caption, "counts"}, frame); break;
-      case Box::Tare: axis.tare = AddReading(*grid, {row.tare, row.caption, "degrees"}, frame); break;
-      case Box::Angle: axis.angle = AddReading(*grid, {row.angle, row.caption, "degrees"}, frame); break;
+      case Box::Word:
+        axis.word = AddReading(*grid, {row.word, row.caption, "counts"}, frame);
+        break;
+      case Box::Tare:
+        axis.tare = AddReading(*grid, {row.tare, row.caption, "degrees"}, frame);
+        break;
+      case Box::Angle:
+        axis.angle = AddReading(*grid, {row.angle, row.caption, "degrees"}, frame);
+        break;
     }
   }
   return frame;
@@ -49,7 +55,8 @@ QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, Box box) {
 QGroupBox* Angles::BuildDial(Axis& axis) {
   auto* frame = MakeFrame(axis.row->frame, axis.row->caption, this);
   axis.dial = MakeDial(*axis.row, frame);
-  axis.cmdTare = MakeButton(axis.row->cmdTare, axis.row->untareCaption, [this, &axis] { cmdTare_Click(axis); });
+  axis.cmdTare =
+      MakeButton(axis.row->cmdTare, axis.row->untareCaption, [this, &axis] { cmdTare_Click(axis); });
   auto* column = new QVBoxLayout(frame);
   column->addWidget(axis.dial, 1);
   column->addWidget(axis.cmdTare, 0, Qt::AlignHCenter);

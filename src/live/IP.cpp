@@ -9,7 +9,9 @@
 
 namespace bexlow::live {
 
-std::string ComputerName() { return platform::HostName(); }
+std::string ComputerName() {
+  return platform::HostName();
+}
 
 std::optional<std::array<std::string, 4>> GetIP(const platform::Form& screen) {
   std::optional<std::array<std::string, 4>> numbers;

@@ -14,7 +14,8 @@ namespace bexlow::live {
 /// This computer's name; empty if it has none.
 std::string ComputerName();
 
-/// The four numbers of this computer's address, the last one of its list; nothing after the user has been told why.
+/// The four numbers of this computer's address, the last one of its list; nothing after the user has been
+/// told why.
 std::optional<std::array<std::string, 4>> GetIP(const platform::Form& screen);
 
 }  // namespace bexlow::live

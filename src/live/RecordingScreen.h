@@ -1,4 +1,5 @@
-// What Accelerometers and Angles have in common: a chain that shows samples, and a data file that they can be saved to.
+// What Accelerometers and Angles have in common: a chain that shows samples, and a data file that they can be
+// saved to.
 #pragma once
 
 #include <string>

@@ -32,9 +32,13 @@ namespace {
 constexpr auto DefaultPeerName = "localhost";
 constexpr const char* DefaultPeerNumbers[] = {"192", "168", "1", "2"};
 
-QString Shown(double number) { return QString::fromStdString(PlainNumberText(number)); }
+QString Shown(double number) {
+  return QString::fromStdString(PlainNumberText(number));
+}
 
-std::string TrimmedText(const QLineEdit& box) { return box.text().trimmed().toStdString(); }
+std::string TrimmedText(const QLineEdit& box) {
+  return box.text().trimmed().toStdString();
+}
 
 /// The port in a box, 0 where there is none.
 std::int32_t PortIn(const QLineEdit& box) {
@@ -48,7 +52,8 @@ RemoteSession::RemoteSession()
     : Form("RemoteSession", "Remote Session"),
       MSComm1(*this, "MSComm1"),
       udpPeerA(*this, "udpPeerA"),
-      chain_(*this, MSComm1, link::CommandName::SampleAngles, [this](const link::Bytes& reply) { Take(reply); }) {
+      chain_(*this, MSComm1, link::CommandName::SampleAngles,
+             [this](const link::Bytes& reply) { Take(reply); }) {
   BuildMenu();
   BuildBody();
   LinkTexts();
@@ -90,9 +95,13 @@ void RemoteSession::Form_Load() {
   });
 }
 
-bool RemoteSession::SendToPeer() const { return optSend->isChecked(); }
+bool RemoteSession::SendToPeer() const {
+  return optSend->isChecked();
+}
 
-bool RemoteSession::ShowOnDials() const { return optDialYes->isChecked(); }
+bool RemoteSession::ShowOnDials() const {
+  return optDialYes->isChecked();
+}
 
 // The socket keeps its old ports until Reset.
 void RemoteSession::TakeRole(const SessionRole& role) {
@@ -134,11 +143,17 @@ void RemoteSession::BindLocalPort() {
   ShowSocket();
 }
 
-void RemoteSession::ShowSocket() { lblSocket->setText(QString::fromStdString(SocketText(udpPeerA))); }
+void RemoteSession::ShowSocket() {
+  lblSocket->setText(QString::fromStdString(SocketText(udpPeerA)));
+}
 
-void RemoteSession::cmdClearSend_Click() { SetSendText(""); }
+void RemoteSession::cmdClearSend_Click() {
+  SetSendText("");
+}
 
-void RemoteSession::cmdClearReceive_Click() { txtReceive->clear(); }
+void RemoteSession::cmdClearReceive_Click() {
+  txtReceive->clear();
+}
 
 void RemoteSession::mnuSample_Click() {
   Guarded(*this, "mnuSample_Click", [this] {
@@ -193,8 +208,7 @@ void RemoteSession::SendText(const QString& text) {
   sentText_ = text;
   try {
     udpPeerA.SendData(DatagramBytes(text));
-  } catch (const std::exception&) {
-  }
+  } catch (const std::exception&) {}
 }
 
 // Whatever comes in, from whomever: what cannot be used is passed over in silence.

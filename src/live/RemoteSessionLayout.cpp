@@ -24,8 +24,8 @@ namespace {
 constexpr int SpanOfNumbers = 4;
 
 // Four numbers side by side, as an address is written.
-QHBoxLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, const QString& caption, bool readOnly,
-                        QWidget* parent) {
+QHBoxLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, const QString& caption,
+                        bool readOnly, QWidget* parent) {
   auto* row = new QHBoxLayout;
   row->setSpacing(4);
   for (std::size_t i = 0; i < boxes.size(); ++i) {
@@ -66,8 +66,8 @@ void RemoteSession::BuildBody() {
 
   auto* texts = new QHBoxLayout;
   texts->addWidget(BuildText("txtSend", "Send", "cmdClearSend", txtSend, &RemoteSession::cmdClearSend_Click));
-  texts->addWidget(
-      BuildText("txtReceive", "Receive", "cmdClearReceive", txtReceive, &RemoteSession::cmdClearReceive_Click));
+  texts->addWidget(BuildText("txtReceive", "Receive", "cmdClearReceive", txtReceive,
+                             &RemoteSession::cmdClearReceive_Click));
   txtReceive->setReadOnly(true);
   auto* dials = new QHBoxLayout;
   for (auto& axis : axes_) dials->addWidget(BuildAxis(axis));
@@ -152,8 +152,8 @@ void RemoteSession::BuildPeer(QGridLayout& grid) {
   grid.addWidget(txtRH5, row, 1, 1, SpanOfNumbers);
 }
 
-QWidget* RemoteSession::BuildText(const char* name, const char* caption, const char* clear, QPlainTextEdit*& box,
-                                  void (RemoteSession::*click)()) {
+QWidget* RemoteSession::BuildText(const char* name, const char* caption, const char* clear,
+                                  QPlainTextEdit*& box, void (RemoteSession::*click)()) {
   auto* part = new QWidget(this);
   box = new QPlainTextEdit(part);
   box->setObjectName(name);

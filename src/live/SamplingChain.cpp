@@ -13,12 +13,14 @@ using platform::Machine;
 namespace {
 
 constexpr double SecondsAByte = 10 / 19200.0;
-constexpr double Tolerance = 0.95;               // the logger's clock and the machine's differ by a few hundredths
-constexpr double PseudoTerminalByteTimes = 1.5;  // a line without a pace answers sooner than any rest would let it
+constexpr double Tolerance = 0.95;  // the logger's clock and the machine's differ by a few hundredths
+constexpr double PseudoTerminalByteTimes =
+    1.5;  // a line without a pace answers sooner than any rest would let it
 
 }  // namespace
 
-SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take)
+SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command,
+                             Take take)
     : screen_(screen),
       comm_(comm),
       threshold_(static_cast<int>(link::CommandOf(command).reply)),
@@ -33,9 +35,13 @@ void SamplingChain::Start() {
   Request();
 }
 
-void SamplingChain::Stop() { link::CloseCommPort(comm_, screen_); }
+void SamplingChain::Stop() {
+  link::CloseCommPort(comm_, screen_);
+}
 
-void SamplingChain::Pause() { comm_.RThreshold(0); }
+void SamplingChain::Pause() {
+  comm_.RThreshold(0);
+}
 
 void SamplingChain::Resume() {
   comm_.Input();
@@ -48,9 +54,9 @@ void SamplingChain::Request() {
   link::Send(comm_, request_);
 }
 
-// A reply that was too long, or came twice, leaves its rest to be taken for the beginning of the next; waiting for the
-// end of every reply would cost a third of the samples. The rest gives itself away: what it belongs to is complete
-// before the line can have carried a request and a whole reply.
+// A reply that was too long, or came twice, leaves its rest to be taken for the beginning of the next;
+// waiting for the end of every reply would cost a third of the samples. The rest gives itself away: what it
+// belongs to is complete before the line can have carried a request and a whole reply.
 bool SamplingChain::CameTooSoon() const {
   auto& machine = Machine::Get();
   const double seconds = static_cast<double>(machine.QueryPerformanceCounter() - requestedAt_) /

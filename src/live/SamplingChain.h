@@ -1,5 +1,5 @@
-// The chain that all live screens share: one request is outstanding at a time, and its reply sends the next, so that
-// the logger and the line set the pace. There is no timer and no stop command.
+// The chain that all live screens share: one request is outstanding at a time, and its reply sends the next,
+// so that the logger and the line set the pace. There is no timer and no stop command.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,8 @@ class SamplingChain {
 
   /// Takes over OnComm of the screen's MSComm1.
   /// @param command  what is asked for again and again; the length of its reply is the threshold
-  /// @param take     gets each reply of exactly that length; others are dropped and asked for again. A failure in it
+  /// @param take     gets each reply of exactly that length; others are dropped and asked for again. A
+  /// failure in it
   ///                 is reported under "MSComm1_OnComm", and no request follows.
   SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take);
 

@@ -1,4 +1,5 @@
-// The two roles of a remote session, with the ports that they start from. What one sends to, the other is bound to.
+// The two roles of a remote session, with the ports that they start from. What one sends to, the other is
+// bound to.
 #pragma once
 
 namespace bexlow::live {

@@ -12,7 +12,9 @@ constexpr qsizetype MostShownOfName = 60;
 constexpr char16_t SymbolForNull = 0x2400;  // the symbols of the control characters follow in their order
 constexpr char16_t SymbolForDelete = 0x2421;
 
-bool IsControl(QChar c) { return c.unicode() < 0x20 && c != '\t' && c != '\r' && c != '\n'; }
+bool IsControl(QChar c) {
+  return c.unicode() < 0x20 && c != '\t' && c != '\r' && c != '\n';
+}
 
 std::string Beginning(const std::string& text) {
   const QString whole = QString::fromStdString(text);
@@ -23,10 +25,14 @@ std::string Beginning(const std::string& text) {
 std::string PeerWords(const platform::Winsock& socket) {
   const std::string host = Beginning(socket.RemoteHost());
   switch (socket.PeerState()) {
-    case platform::Winsock::Peer::Unnamed: return "The peer has no name.";
-    case platform::Winsock::Peer::LookedUp: return "Looking up the name " + host + ".";
-    case platform::Winsock::Peer::NotFound: return "No computer is known by the name " + host + ".";
-    case platform::Winsock::Peer::Known: break;
+    case platform::Winsock::Peer::Unnamed:
+      return "The peer has no name.";
+    case platform::Winsock::Peer::LookedUp:
+      return "Looking up the name " + host + ".";
+    case platform::Winsock::Peer::NotFound:
+      return "No computer is known by the name " + host + ".";
+    case platform::Winsock::Peer::Known:
+      break;
   }
   const std::string address = socket.PeerAddress();
   const std::string port = ", port " + std::to_string(socket.RemotePort()) + ".";
@@ -37,7 +43,8 @@ std::string PeerWords(const platform::Winsock& socket) {
 
 std::string NoPortText(const std::string& box, const std::string& typed) {
   return box + " \"" + Beginning(typed) +
-         "\" is no port: a port is a number from 1 to 65535.\r\nPlease correct " + box + ", then click Reset.";
+         "\" is no port: a port is a number from 1 to 65535.\r\nPlease correct " + box +
+         ", then click Reset.";
 }
 
 std::string NotBoundText(std::int32_t port, const std::system_error& error) {
@@ -47,7 +54,8 @@ std::string NotBoundText(std::int32_t port, const std::system_error& error) {
     return which + "ports below 1024 need a right that your user lacks on this system.\r\n" +
            "Please put a number from 1024 to 65535" + remedy;
   if (error.code() == std::errc::address_in_use)
-    return which + "a program on this computer uses it already.\r\nPlease end that program, or put another number" +
+    return which +
+           "a program on this computer uses it already.\r\nPlease end that program, or put another number" +
            remedy;
   return which + error.what() + "\r\nPlease put another number" + remedy;
 }

@@ -24,8 +24,8 @@ class DialogCategory : public std::error_category {
 
 void CommonDialog::Show(bool save) {
   const EventGate::Hold hold;
-  const auto chosen =
-      Machine::Get().AskFile({save, (Flags & OverwritePrompt) != 0, InitDir, Filter, FilterIndex, DefaultExt, {}});
+  const auto chosen = Machine::Get().AskFile(
+      {save, (Flags & OverwritePrompt) != 0, InitDir, Filter, FilterIndex, DefaultExt, {}});
   if (chosen) {
     FileName = *chosen;
   } else if (CancelError) {

@@ -5,8 +5,8 @@
 
 namespace bexlow::platform {
 
-inline constexpr int OverwritePrompt = 2;   ///< ask before replacing an existing file
-inline constexpr int MustExist = 6148;      ///< file and path must exist, no read-only box
+inline constexpr int OverwritePrompt = 2;     ///< ask before replacing an existing file
+inline constexpr int MustExist = 6148;        ///< file and path must exist, no read-only box
 inline constexpr int CancelSelected = 32755;  ///< error number of a cancelled dialog
 
 class CommonDialog {

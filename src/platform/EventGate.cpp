@@ -54,7 +54,9 @@ void EventGate::Wake() {
       Qt::QueuedConnection);
 }
 
-EventGate::Hold::Hold() { ++Get().depth_; }
+EventGate::Hold::Hold() {
+  ++Get().depth_;
+}
 
 EventGate::Hold::~Hold() {
   --Get().depth_;

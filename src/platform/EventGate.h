@@ -1,5 +1,5 @@
-// Events reach handlers one at a time: ticks, received bytes and datagrams wait here while a handler runs or a box is
-// open; clicks that come meanwhile (a screen reader's press passes an open box) are dropped.
+// Events reach handlers one at a time: ticks, received bytes and datagrams wait here while a handler runs or
+// a box is open; clicks that come meanwhile (a screen reader's press passes an open box) are dropped.
 #pragma once
 
 #include <deque>

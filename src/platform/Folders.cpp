@@ -1,8 +1,7 @@
 #include "platform/Folders.h"
 
-#include <sys/stat.h>
-
 #include <cerrno>
+#include <sys/stat.h>
 #include <system_error>
 
 #include "platform/Machine.h"
@@ -19,8 +18,12 @@ void CreateFolder(const std::filesystem::path& folder) {
     throw std::system_error(errno, std::generic_category(), folder.string());
 }
 
-std::filesystem::path DataFilesFolder() { return Machine::Get().ProgramFolder() / "Data Files"; }
+std::filesystem::path DataFilesFolder() {
+  return Machine::Get().ProgramFolder() / "Data Files";
+}
 
-std::filesystem::path LogsFolder() { return Machine::Get().ProgramFolder() / "Logs"; }
+std::filesystem::path LogsFolder() {
+  return Machine::Get().ProgramFolder() / "Logs";
+}
 
 }  // namespace bexlow::platform

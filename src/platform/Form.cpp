@@ -61,11 +61,17 @@ void Form::MousePointer(Pointer pointer) {
   }
 }
 
-Form* Form::Active() { return modalForms.empty() ? activeChild : modalForms.back(); }
+Form* Form::Active() {
+  return modalForms.empty() ? activeChild : modalForms.back();
+}
 
-Form* Form::ActiveChild() { return activeChild; }
+Form* Form::ActiveChild() {
+  return activeChild;
+}
 
-void Form::ActiveChild(Form* form) { activeChild = form; }
+void Form::ActiveChild(Form* form) {
+  activeChild = form;
+}
 
 void Form::Activated() {
   auto* next = focusWidget() != nullptr ? focusWidget() : nextInFocusChain();
@@ -85,10 +91,12 @@ void Form::Choose(const QMenu* menu, const std::function<void()>& handler) {
   if (!unloaded_ && menu->isEnabled()) EventGate::Get().Click(this, handler);
 }
 
-QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler) {
+QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption,
+                        std::function<void()> handler) {
   auto* entry = menu->addAction(caption);
   entry->setObjectName(name);
-  connect(entry, &QAction::triggered, this, [this, menu, handler = std::move(handler)] { Choose(menu, handler); });
+  connect(entry, &QAction::triggered, this,
+          [this, menu, handler = std::move(handler)] { Choose(menu, handler); });
   return entry;
 }
 
@@ -129,7 +137,8 @@ QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget
   return option;
 }
 
-// Enter presses the button that has the focus, else the screen's default button; Escape leaves a modal screen.
+// Enter presses the button that has the focus, else the screen's default button; Escape leaves a modal
+// screen.
 void Form::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (enter) {

@@ -59,12 +59,15 @@ class Form : public QWidget {
   QMenu* AddMenu(const char* name, const QString& caption);
   QAction* AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler);
   /// An entry whose check mark only the program sets.
-  QAction* AddCheckEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler);
+  QAction* AddCheckEntry(QMenu* menu, const char* name, const QString& caption,
+                         std::function<void()> handler);
   QAction* AddSeparator(QMenu* menu, const char* name);
   /// A button whose click goes through the event gate.
   QPushButton* MakeButton(const char* name, const QString& caption, std::function<void()> handler);
-  /// An option whose choice by the user goes through the event gate; options of one parent exclude each other.
-  QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent, std::function<void()> handler);
+  /// An option whose choice by the user goes through the event gate; options of one parent exclude each
+  /// other.
+  QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent,
+                           std::function<void()> handler);
   void DefaultButton(QPushButton* button) { defaultButton_ = button; }
 
   void keyPressEvent(QKeyEvent* event) override;

@@ -3,9 +3,8 @@
 #include <QHostAddress>
 #include <QNetworkInterface>
 
-#include <unistd.h>
-
 #include <array>
+#include <unistd.h>
 
 namespace bexlow::platform {
 

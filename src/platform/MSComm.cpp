@@ -18,7 +18,9 @@ constexpr std::size_t NeverDropBelow = std::size_t{64} * 1024;
   throw std::system_error(std::make_error_code(code), words);
 }
 
-std::string PortName(int commPort) { return "Comm " + std::to_string(commPort); }
+std::string PortName(int commPort) {
+  return "Comm " + std::to_string(commPort);
+}
 
 }  // namespace
 
@@ -26,7 +28,9 @@ MSComm::MSComm(Form& owner, std::string name) : name_(std::move(name)) {
   owner.AtUnload([this] { Close(); });
 }
 
-MSComm::~MSComm() { Close(); }
+MSComm::~MSComm() {
+  Close();
+}
 
 void MSComm::PortOpen(bool open) {
   if (!open) return Close();

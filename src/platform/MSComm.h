@@ -30,8 +30,8 @@ class MSComm {
   void Settings(std::string settings) { settings_ = std::move(settings); }
 
   bool PortOpen() const { return line_ != nullptr; }
-  /// Opening throws std::system_error if the port does not exist, is taken, may not be used, or is open already.
-  /// Closing drops what was received and never fails.
+  /// Opening throws std::system_error if the port does not exist, is taken, may not be used, or is open
+  /// already. Closing drops what was received and never fails.
   void PortOpen(bool open);
 
   /// 0 only: Input takes everything.

@@ -1,5 +1,5 @@
-// The one seam between the program and the machine: clock, serial lines, timers, message boxes and file dialogs.
-// Production installs the real machine, tests a virtual one on which time is a number.
+// The one seam between the program and the machine: clock, serial lines, timers, message boxes and file
+// dialogs. Production installs the real machine, tests a virtual one on which time is a number.
 #pragma once
 
 #include <chrono>
@@ -52,8 +52,8 @@ struct FileQuestion {
   bool save = false;
   bool confirmReplacing = false;
   std::string folder;
-  std::string filter;       ///< "words|pattern|words|pattern"
-  int filterIndex = 1;      ///< the pair chosen at first, from 1
+  std::string filter;         ///< "words|pattern|words|pattern"
+  int filterIndex = 1;        ///< the pair chosen at first, from 1
   std::string defaultSuffix;  ///< empty: the name is taken as typed
   std::string suggestedName;  ///< empty: none
 };

@@ -5,11 +5,10 @@
 #include <QMessageBox>
 #include <QTimer>
 
-#include <poll.h>
-#include <unistd.h>
-
 #include <ctime>
+#include <poll.h>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 #include "platform/Ports.h"
@@ -66,22 +65,29 @@ BoxLook LookOf(Buttons buttons) {
     case Buttons::RetryCancel:
       return {QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry, QMessageBox::Retry,
               QMessageBox::Critical};
-    case Buttons::Ok: break;
+    case Buttons::Ok:
+      break;
   }
   return {QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Information};
 }
 
 Answer AnswerOf(int button) {
   switch (button) {
-    case QMessageBox::Yes: return Answer::Yes;
-    case QMessageBox::No: return Answer::No;
-    case QMessageBox::Retry: return Answer::Retry;
-    case QMessageBox::Cancel: return Answer::Cancel;
-    default: return Answer::Ok;
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    case QMessageBox::No:
+      return Answer::No;
+    case QMessageBox::Retry:
+      return Answer::Retry;
+    case QMessageBox::Cancel:
+      return Answer::Cancel;
+    default:
+      return Answer::Ok;
   }
 }
 
-// "words|pattern|words|pattern" as the toolkit takes it: "words (pattern)". Its pattern for names without a point is *.
+// "words|pattern|words|pattern" as the toolkit takes it: "words (pattern)". Its pattern for names without a
+// point is *.
 QStringList NameFilters(const std::string& filter) {
   const QStringList parts = QString::fromStdString(filter).split('|');
   QStringList filters;
@@ -89,7 +95,8 @@ QStringList NameFilters(const std::string& filter) {
     if (parts[i].contains('(') && parts[i + 1] != "*.*") {
       filters << parts[i];
     } else {
-      filters << parts[i].section('(', 0, 0).trimmed() + " (" + QString(parts[i + 1]).replace("*.*", "*") + ")";
+      filters << parts[i].section('(', 0, 0).trimmed() + " (" + QString(parts[i + 1]).replace("*.*", "*") +
+                     ")";
     }
   }
   return filters;
@@ -100,18 +107,24 @@ QStringList NameFilters(const std::string& filter) {
 RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
 
 std::uint32_t RealMachine::GetTickCount() {
-  return static_cast<std::uint32_t>(duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+  return static_cast<std::uint32_t>(
+      duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
-std::int64_t RealMachine::QueryPerformanceCounter() { return steady_clock::now().time_since_epoch().count(); }
+std::int64_t RealMachine::QueryPerformanceCounter() {
+  return steady_clock::now().time_since_epoch().count();
+}
 
-std::int64_t RealMachine::QueryPerformanceFrequency() { return steady_clock::period::den; }
+std::int64_t RealMachine::QueryPerformanceFrequency() {
+  return steady_clock::period::den;
+}
 
 LocalTime RealMachine::Now() {
   const std::time_t now = std::time(nullptr);
   std::tm local{};
   localtime_r(&now, &local);
-  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, now};
+  return {
+      local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, now};
 }
 
 void RealMachine::Idle(microseconds atMost) {
@@ -125,9 +138,13 @@ void RealMachine::Idle(microseconds atMost) {
   for (auto* device : open_) device->Collect();
 }
 
-void RealMachine::Repaint() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
+void RealMachine::Repaint() {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
 
-PortInfo RealMachine::DescribePort(int comm) { return DescribeComm(comm, programFolder_); }
+PortInfo RealMachine::DescribePort(int comm) {
+  return DescribeComm(comm, programFolder_);
+}
 
 std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, const std::string& settings,
                                                     std::function<void(Bytes)> received) {
@@ -144,7 +161,8 @@ std::unique_ptr<Alarm> RealMachine::MakeAlarm(std::function<void()> tick) {
 
 Answer RealMachine::Ask(const std::string& text, Buttons buttons) {
   const BoxLook look = LookOf(buttons);
-  QMessageBox box(look.icon, "Bexlow", QString::fromStdString(text), look.buttons, QApplication::activeWindow());
+  QMessageBox box(look.icon, "Bexlow", QString::fromStdString(text), look.buttons,
+                  QApplication::activeWindow());
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(look.usual);
   box.setEscapeButton(look.escape);
@@ -167,6 +185,8 @@ std::optional<std::string> RealMachine::AskFile(const FileQuestion& question) {
   return dialog.selectedFiles().value(0).toStdString();
 }
 
-void RealMachine::EndProgram() { ::_exit(0); }
+void RealMachine::EndProgram() {
+  ::_exit(0);
+}
 
 }  // namespace bexlow::platform

@@ -2,12 +2,11 @@
 
 #include <QStandardPaths>
 
+#include <cerrno>
 #include <fcntl.h>
+#include <string>
 #include <sys/file.h>
 #include <unistd.h>
-
-#include <cerrno>
-#include <string>
 
 namespace bexlow::platform {
 
@@ -22,7 +21,8 @@ std::string LockPath() {
 }  // namespace
 
 // Where no lock file can be made the program starts: a second copy is the smaller evil than none.
-RunningCopy::RunningCopy() : handle_(::open(LockPath().c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
+RunningCopy::RunningCopy()
+    : handle_(::open(LockPath().c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
   another_ = handle_ >= 0 && ::flock(handle_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
 }
 

@@ -3,8 +3,8 @@
 
 namespace bexlow::platform {
 
-/// Holds a lock in the user's runtime folder for as long as it lives. The lock ends with the program, also with one
-/// that crashed or was killed.
+/// Holds a lock in the user's runtime folder for as long as it lives. The lock ends with the program, also
+/// with one that crashed or was killed.
 class RunningCopy {
  public:
   RunningCopy();

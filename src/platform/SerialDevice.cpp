@@ -1,17 +1,16 @@
 #include "platform/SerialDevice.h"
 
+#include <array>
+#include <cerrno>
+#include <charconv>
 #include <fcntl.h>
 #include <linux/serial.h>
 #include <poll.h>
 #include <sys/file.h>
 #include <sys/ioctl.h>
+#include <system_error>
 #include <termios.h>
 #include <unistd.h>
-
-#include <array>
-#include <cerrno>
-#include <charconv>
-#include <system_error>
 #include <utility>
 
 namespace bexlow::platform {
@@ -26,12 +25,16 @@ std::string WhyNot(int error) {
     case ENXIO:
     case ENODEV:
     case ENOTTY:
-    case EIO: return "no such device";
+    case EIO:
+      return "no such device";
     case EBUSY:
-    case EWOULDBLOCK: return "it is in use";
+    case EWOULDBLOCK:
+      return "it is in use";
     case EACCES:
-    case EPERM: return "no permission, your user belongs in the group dialout";
-    default: return "it cannot be opened";
+    case EPERM:
+      return "no permission, your user belongs in the group dialout";
+    default:
+      return "it cannot be opened";
   }
 }
 
@@ -51,7 +54,9 @@ std::optional<speed_t> SpeedOf(const std::string& settings) {
   return std::nullopt;
 }
 
-bool IsPseudoTerminal(const std::filesystem::path& device) { return device.string().starts_with("/dev/pts/"); }
+bool IsPseudoTerminal(const std::filesystem::path& device) {
+  return device.string().starts_with("/dev/pts/");
+}
 
 // Adapters that bundle bytes for 16 ms would stretch every round trip; drivers without the flag refuse it.
 void AskForLowLatency(int handle) {
@@ -77,11 +82,13 @@ SerialDevice::SerialDevice(const std::string& label, const std::filesystem::path
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { Collect(); });
 }
 
-SerialDevice::~SerialDevice() { Abandon(); }
+SerialDevice::~SerialDevice() {
+  Abandon();
+}
 
-// The lock goes with the device, not with the name it was opened by, holds also against root, and ends with the
-// program however that ends. The exclusive flag keeps out programs that know no lock; a pseudo-terminal would keep
-// the flag after a kill.
+// The lock goes with the device, not with the name it was opened by, holds also against root, and ends with
+// the program however that ends. The exclusive flag keeps out programs that know no lock; a pseudo-terminal
+// would keep the flag after a kill.
 void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
   const auto refuse = [this](int error) {
     throw std::system_error(error, std::generic_category(), label_ + " does not open: " + WhyNot(error));
@@ -136,7 +143,8 @@ void SerialDevice::Collect() {
       received_(Bytes(buffer.begin(), buffer.begin() + count));
       continue;
     }
-    // A line that vanished stays readable for ever: at its first sign the device is given up, and the next use fails.
+    // A line that vanished stays readable for ever: at its first sign the device is given up, and the next
+    // use fails.
     pollfd state{handle_, POLLIN, 0};
     const bool gone = count < 0 ? errno != EAGAIN && errno != EINTR
                                 : ::poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR)) != 0;

@@ -1,11 +1,10 @@
 #include "platform/TextFile.h"
 
+#include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <system_error>
+#include <unistd.h>
 #include <utility>
 
 namespace bexlow::platform {

@@ -1,5 +1,5 @@
-// Text files as bytes: each call opens, works, checks and closes. Failures throw std::system_error with the path and
-// the system's own words; nothing fails in silence, a full disk included.
+// Text files as bytes: each call opens, works, checks and closes. Failures throw std::system_error with the
+// path and the system's own words; nothing fails in silence, a full disk included.
 #pragma once
 
 #include <filesystem>
@@ -12,8 +12,8 @@ namespace bexlow::platform {
 std::string ReadWhole(const std::filesystem::path& path);
 /// Creates or empties the file and writes the text.
 void WriteWhole(const std::filesystem::path& path, std::string_view text);
-/// Opens for appending (creating a missing file), writes the text, closes. If not all of the text finds room the file
-/// is cut back to what it held, so that it ends with its last whole record.
+/// Opens for appending (creating a missing file), writes the text, closes. If not all of the text finds room
+/// the file is cut back to what it held, so that it ends with its last whole record.
 void Append(const std::filesystem::path& path, std::string_view text);
 
 }  // namespace bexlow::platform

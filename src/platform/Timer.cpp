@@ -16,7 +16,9 @@ Timer::Timer(Form& owner, std::string name, int interval) : name_(std::move(name
   owner.AtUnload([this] { Enabled(false); });
 }
 
-Timer::~Timer() { EventGate::Get().Withdraw(this); }
+Timer::~Timer() {
+  EventGate::Get().Withdraw(this);
+}
 
 void Timer::Enabled(bool on) {
   if (on == enabled_) return;

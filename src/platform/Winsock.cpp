@@ -14,17 +14,24 @@ namespace bexlow::platform {
 
 namespace {
 
-// What waits while a handler runs or a box is open. More stays with the system, which drops the newest when it is full.
+// What waits while a handler runs or a box is open. More stays with the system, which drops the newest when
+// it is full.
 constexpr std::size_t MostWaiting = 256;
 
 std::errc CodeOf(QAbstractSocket::SocketError error) {
   switch (error) {
-    case QAbstractSocket::SocketAccessError: return std::errc::permission_denied;
-    case QAbstractSocket::AddressInUseError: return std::errc::address_in_use;
-    case QAbstractSocket::SocketAddressNotAvailableError: return std::errc::address_not_available;
-    case QAbstractSocket::DatagramTooLargeError: return std::errc::message_size;
-    case QAbstractSocket::NetworkError: return std::errc::network_unreachable;
-    default: return std::errc::io_error;
+    case QAbstractSocket::SocketAccessError:
+      return std::errc::permission_denied;
+    case QAbstractSocket::AddressInUseError:
+      return std::errc::address_in_use;
+    case QAbstractSocket::SocketAddressNotAvailableError:
+      return std::errc::address_not_available;
+    case QAbstractSocket::DatagramTooLargeError:
+      return std::errc::message_size;
+    case QAbstractSocket::NetworkError:
+      return std::errc::network_unreachable;
+    default:
+      return std::errc::io_error;
   }
 }
 
@@ -32,11 +39,14 @@ std::errc CodeOf(QAbstractSocket::SocketError error) {
   throw std::system_error(std::make_error_code(code), words);
 }
 
-bool IsPort(std::int32_t port) { return port >= 1 && port <= LastUdpPort; }
+bool IsPort(std::int32_t port) {
+  return port >= 1 && port <= LastUdpPort;
+}
 
 }  // namespace
 
-Winsock::Winsock(Form& owner, std::string name) : name_(std::move(name)), socket_(std::make_unique<QUdpSocket>()) {
+Winsock::Winsock(Form& owner, std::string name)
+    : name_(std::move(name)), socket_(std::make_unique<QUdpSocket>()) {
   QObject::connect(socket_.get(), &QUdpSocket::readyRead, socket_.get(), [this] { Collect(); });
   owner.AtUnload([this] { Close(); });
 }
@@ -46,7 +56,8 @@ Winsock::~Winsock() {
   if (lookUp_ >= 0) QHostInfo::abortHostLookup(lookUp_);
 }
 
-// The four numbers of the screen are an address of the older kind, so that a name counts by its address of that kind.
+// The four numbers of the screen are an address of the older kind, so that a name counts by its address of
+// that kind.
 void Winsock::RemoteHost(const std::string& host) {
   if (lookUp_ >= 0) QHostInfo::abortHostLookup(std::exchange(lookUp_, -1));
   remoteHost_ = host;
@@ -69,7 +80,9 @@ void Winsock::RemoteHost(const std::string& host) {
   });
 }
 
-std::string Winsock::PeerAddress() const { return peerState_ == Peer::Known ? peer_.toString().toStdString() : ""; }
+std::string Winsock::PeerAddress() const {
+  return peerState_ == Peer::Known ? peer_.toString().toStdString() : "";
+}
 
 void Winsock::Bind(std::int32_t port) {
   if (!IsPort(port)) Refuse(std::errc::invalid_argument, "Port " + std::to_string(port));
@@ -81,7 +94,9 @@ void Winsock::Bind(std::int32_t port) {
   Refuse(code, "Port " + std::to_string(port) + ": " + words);
 }
 
-int Winsock::LocalPort() const { return socket_->localPort(); }
+int Winsock::LocalPort() const {
+  return socket_->localPort();
+}
 
 void Winsock::Close() {
   socket_->close();
@@ -98,7 +113,8 @@ void Winsock::SendData(const std::string& text) {
   Refuse(CodeOf(socket_->error()), socket_->errorString().toStdString());
 }
 
-// Datagrams that find no room are fetched as soon as there is some: reading one makes the socket report the others.
+// Datagrams that find no room are fetched as soon as there is some: reading one makes the socket report the
+// others.
 void Winsock::Collect() {
   while (received_.size() < MostWaiting && socket_->hasPendingDatagrams()) {
     const auto datagram = socket_->receiveDatagram();

@@ -1,4 +1,5 @@
-// The UDP control: a socket bound to a local port, a peer by name or address, datagrams that arrive one event each.
+// The UDP control: a socket bound to a local port, a peer by name or address, datagrams that arrive one event
+// each.
 #pragma once
 
 #include <QHostAddress>
@@ -29,7 +30,8 @@ class Winsock {
 
   enum class Peer { Unnamed, LookedUp, Known, NotFound };
   const std::string& RemoteHost() const { return remoteHost_; }
-  /// A computer name or a dotted address. A name is looked up in the background, and nothing is sent before it is known.
+  /// A computer name or a dotted address. A name is looked up in the background, and nothing is sent before
+  /// it is known.
   void RemoteHost(const std::string& host);
   Peer PeerState() const { return peerState_; }
   /// The peer's address, empty while it is not known.
@@ -48,8 +50,8 @@ class Winsock {
   /// Ends the binding and drops what came in. On a closed socket nothing happens.
   void Close();
 
-  /// Sends one datagram. Nothing happens while the peer is not known. Throws std::system_error if the socket is not
-  /// bound, the remote port is none, or the system refuses the datagram.
+  /// Sends one datagram. Nothing happens while the peer is not known. Throws std::system_error if the socket
+  /// is not bound, the remote port is none, or the system refuses the datagram.
   void SendData(const std::string& text);
   /// The datagram of the running DataArrival.
   const std::string& GetData() const { return current_; }

@@ -26,9 +26,13 @@ namespace {
 
 constexpr auto EndOfFile = "End of data file has been reached!";
 
-QString Shown(double number) { return QString::fromStdString(live::PlainNumberText(number)); }
+QString Shown(double number) {
+  return QString::fromStdString(live::PlainNumberText(number));
+}
 
-double NumberOf(const QLineEdit* box) { return LeadingNumber(box->text().toStdString()); }
+double NumberOf(const QLineEdit* box) {
+  return LeadingNumber(box->text().toStdString());
+}
 
 }  // namespace
 
@@ -87,14 +91,19 @@ QWidget* GraphBP::BuildSteps() {
   row->addWidget(platform::MakeLabel("Label3", "<--Scroll-->", frame));
   row->addWidget(cmdForward);
   row->addWidget(cmdShowAll);
-  for (QWidget* box : {static_cast<QWidget*>(txtBPNumber), static_cast<QWidget*>(txtBPValue)}) box->setFixedWidth(width);
+  for (QWidget* box : {static_cast<QWidget*>(txtBPNumber), static_cast<QWidget*>(txtBPValue)})
+    box->setFixedWidth(width);
   for (auto* button : {cmdBack, cmdForward}) button->setFixedWidth(width / 2);
   return frame;
 }
 
-std::string GraphBP::FileName() const { return txtFileName->text().toStdString(); }
+std::string GraphBP::FileName() const {
+  return txtFileName->text().toStdString();
+}
 
-std::size_t GraphBP::Number() const { return static_cast<std::size_t>(NumberOf(txtBPNumber)); }
+std::size_t GraphBP::Number() const {
+  return static_cast<std::size_t>(NumberOf(txtBPNumber));
+}
 
 void GraphBP::mnuOpen_Click() {
   Guarded(*this, "mnuOpen_Click", [this] {
@@ -115,16 +124,23 @@ void GraphBP::AskForFile() {
 
 bool GraphBP::TakesFile() {
   switch (CheckReviewFile(platform::ReadWhole(FileName()))) {
-    case ReviewCheck::Ok: return true;
-    case ReviewCheck::Empty: MsgBox("This is not a Quornell Download file!"); break;
-    case ReviewCheck::TooShort: MsgBox(EndOfFile); break;
-    case ReviewCheck::NotSupported: MsgBox("This Quornell Download is not supported in Button Mode!"); break;
+    case ReviewCheck::Ok:
+      return true;
+    case ReviewCheck::Empty:
+      MsgBox("This is not a Quornell Download file!");
+      break;
+    case ReviewCheck::TooShort:
+      MsgBox(EndOfFile);
+      break;
+    case ReviewCheck::NotSupported:
+      MsgBox("This Quornell Download is not supported in Button Mode!");
+      break;
   }
   return false;
 }
 
-// A broken record is reported here and the file shown all the same, with empty series. False where the file has lost
-// its header since it was looked at.
+// A broken record is reported here and the file shown all the same, with empty series. False where the file
+// has lost its header since it was looked at.
 bool GraphBP::BuildDoubleChannelArrays() {
   bool read = true;
   Guarded(*this, "BuildDoubleChannelArrays", [&] {

@@ -34,7 +34,8 @@ About::About() : Form("About", "About") {
   texts->addWidget(title);
   texts->addWidget(MakeLabel("Label2", version, this));
   texts->addSpacing(8);
-  texts->addWidget(MakeLabel("Label3", "Quornell, makers of the Bexlow posture logger.\nSupport: see the manual.", this));
+  texts->addWidget(
+      MakeLabel("Label3", "Quornell, makers of the Bexlow posture logger.\nSupport: see the manual.", this));
   texts->addWidget(MakeLabel("Label4",
                              "This program is free software, distributed without any warranty.\n"
                              "See the file LICENSE that comes with it.",
@@ -50,6 +51,8 @@ About::About() : Form("About", "About") {
   ok->setFocus();
 }
 
-void About::cmdOK_Click() { Unload(); }
+void About::cmdOK_Click() {
+  Unload();
+}
 
 }  // namespace bexlow::shell

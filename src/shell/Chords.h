@@ -9,7 +9,11 @@ inline bool IsChord(const QKeyEvent& key, Qt::Key functionKey) {
   return !key.isAutoRepeat() && key.key() == functionKey &&
          (key.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
 }
-inline bool IsServiceChord(const QKeyEvent& key) { return IsChord(key, Qt::Key_F11); }
-inline bool IsDisplayChord(const QKeyEvent& key) { return IsChord(key, Qt::Key_F12); }
+inline bool IsServiceChord(const QKeyEvent& key) {
+  return IsChord(key, Qt::Key_F11);
+}
+inline bool IsDisplayChord(const QKeyEvent& key) {
+  return IsChord(key, Qt::Key_F12);
+}
 
 }  // namespace bexlow::shell

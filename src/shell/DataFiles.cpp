@@ -31,7 +31,8 @@ void WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind 
                          download::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
                                                   parameters.BinLinearMode, parameters.LinearChannels));
   } catch (const std::system_error&) {
-    // Callers look at the dialog's FileName; a file without a folder fails again, in words, at its first record.
+    // Callers look at the dialog's FileName; a file without a folder fails again, in words, at its first
+    // record.
   }
 }
 

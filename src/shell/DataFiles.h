@@ -9,8 +9,8 @@
 
 namespace bexlow::shell {
 
-/// Asks for a file with the screen's save dialog and creates it with its header; its path goes into DataFileName.
-/// A cancelled dialog or a file that cannot be created ends it without a message.
+/// Asks for a file with the screen's save dialog and creates it with its header; its path goes into
+/// DataFileName. A cancelled dialog or a file that cannot be created ends it without a message.
 void WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind);
 
 /// Append one record to DataFileName. A failure is reported, and that record is lost.

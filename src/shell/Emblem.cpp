@@ -70,8 +70,10 @@ void Trace::paintEvent(QPaintEvent*) {
   for (int x = 0; x <= width(); ++x) {
     const double t = 12.0 * x / width();
     const double y = height() / 2.0 - height() / 5.0 * (std::sin(t) + 0.35 * std::sin(3.1 * t));
-    if (x == 0) path.moveTo(x, y);
-    else path.lineTo(x, y);
+    if (x == 0)
+      path.moveTo(x, y);
+    else
+      path.lineTo(x, y);
   }
   painter.setPen(QPen(Signal, 2));
   painter.drawPath(path);

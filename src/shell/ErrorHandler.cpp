@@ -41,8 +41,9 @@ std::string Report(int number, const std::string& source, const std::string& scr
 std::string BoxText(const std::string& report) {
   return std::string("The error shown below has occurred!") + Crlf +
          "The data being generated at this time may have been corrupted." + Crlf +
-         "Please correct the error or contact Quornell for customer support." + Crlf + Crlf + report + Crlf + Crlf +
-         "RETRY will allow application to continue." + Crlf + "CANCEL will terminate application." + Crlf;
+         "Please correct the error or contact Quornell for customer support." + Crlf + Crlf + report + Crlf +
+         Crlf + "RETRY will allow application to continue." + Crlf + "CANCEL will terminate application." +
+         Crlf;
 }
 
 void LogAndAsk(const std::string& report) {

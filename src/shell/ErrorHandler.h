@@ -18,8 +18,8 @@ namespace bexlow::shell {
 void SimpleErrorHandler(int number, const std::string& source, const std::string& screen,
                         const std::string& description);
 
-/// Runs a procedure of a screen: holds all other events meanwhile and reports a failure once, under the name of the
-/// screen then in front.
+/// Runs a procedure of a screen: holds all other events meanwhile and reports a failure once, under the name
+/// of the screen then in front.
 /// @param beforeReport  what must be put right before the user is told
 void Guarded(const platform::Form& form, const char* procedure, const std::function<void()>& body,
              const std::function<void()>& beforeReport = {});

@@ -19,9 +19,11 @@ double Guarded(const char* procedure, double angle, double divisor) {
 
 }  // namespace
 
-// Measured on the fine counter: on the millisecond counter alone a wait could be short by most of a millisecond, and
-// the logger needs the whole pause between two bytes.
-void WaitMilliseconds(int milliseconds) { WaitMicroseconds(std::int64_t{1000} * milliseconds); }
+// Measured on the fine counter: on the millisecond counter alone a wait could be short by most of a
+// millisecond, and the logger needs the whole pause between two bytes.
+void WaitMilliseconds(int milliseconds) {
+  WaitMicroseconds(std::int64_t{1000} * milliseconds);
+}
 
 void WaitMicroseconds(std::int64_t microseconds) {
   if (microseconds <= 0) return;
@@ -44,8 +46,12 @@ void TestForFileFolders() {
   });
 }
 
-double AngleToInteger90(double angle) { return Guarded("AngleToInteger90", angle, 90); }
+double AngleToInteger90(double angle) {
+  return Guarded("AngleToInteger90", angle, 90);
+}
 
-double AngleToInteger180(double angle) { return Guarded("AngleToInteger180", angle, 180); }
+double AngleToInteger180(double angle) {
+  return Guarded("AngleToInteger180", angle, 180);
+}
 
 }  // namespace bexlow::shell

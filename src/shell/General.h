@@ -5,8 +5,8 @@
 
 namespace bexlow::shell {
 
-/// Returns when at least this time has passed on the millisecond counter. Holds up every event meanwhile, while bytes
-/// go on being collected. 0 or less returns at once.
+/// Returns when at least this time has passed on the millisecond counter. Holds up every event meanwhile,
+/// while bytes go on being collected. 0 or less returns at once.
 void WaitMilliseconds(int milliseconds);
 /// The same for shorter times, such as the length of a byte on the line.
 void WaitMicroseconds(std::int64_t microseconds);

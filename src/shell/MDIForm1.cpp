@@ -31,7 +31,9 @@ MDIForm1::MDIForm1() : area_(new QMdiArea(this)) {
   connect(area_, &QMdiArea::subWindowActivated, this, &MDIForm1::OnActivated);
 }
 
-MDIForm1::~MDIForm1() { disconnect(area_, nullptr, this, nullptr); }
+MDIForm1::~MDIForm1() {
+  disconnect(area_, nullptr, this, nullptr);
+}
 
 bool MDIForm1::Load() {
   bool first = true;

@@ -30,11 +30,14 @@ using platform::MsgBox;
 
 namespace {
 
-Form* MakeGraph() { return new graph::Graph; }
+Form* MakeGraph() {
+  return new graph::Graph;
+}
 
 }  // namespace
 
-Main::Main(MDIForm1& outer) : Form("Main", "Main"), outer_(outer), launch_(*this, [this] { LoggerReached(false); }) {
+Main::Main(MDIForm1& outer)
+    : Form("Main", "Main"), outer_(outer), launch_(*this, [this] { LoggerReached(false); }) {
   BuildMenus();
   BuildBody();
   LoggerReached(false);
@@ -145,13 +148,17 @@ void Main::mnuConnect_Click() {
   connect->ShowModal(&outer_);
 }
 
-void Main::mnuExit_Click() { platform::Machine::Get().EndProgram(); }
+void Main::mnuExit_Click() {
+  platform::Machine::Get().EndProgram();
+}
 
 void Main::mnuHelpHelp_Click() {
   MsgBox("Please refer to the Software Help Manual located on the distribution media!");
 }
 
-void Main::mnuAbout_Click() { (new About)->ShowModal(&outer_); }
+void Main::mnuAbout_Click() {
+  (new About)->ShowModal(&outer_);
+}
 
 bool Main::Form_KeyDown(const QKeyEvent& key) {
   if (IsServiceChord(key)) {
@@ -164,7 +171,9 @@ bool Main::Form_KeyDown(const QKeyEvent& key) {
   return true;
 }
 
-void Main::ToggleRemote() { mnuRemote->setVisible(!mnuRemote->isVisible()); }
+void Main::ToggleRemote() {
+  mnuRemote->setVisible(!mnuRemote->isVisible());
+}
 
 void Main::ToggleDisplay() {
   const bool enable = !mnuDisplay->isEnabled();
@@ -183,7 +192,8 @@ void Main::LoggerReached(bool reached) {
 void Main::ShowHint() {
   if (!mnuTools->isEnabled())
     return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
-  lblHint->setText(QString::fromStdString("The logger answered on Comm " + live::NumberText(Shared.CurrentCommPort) +
+  lblHint->setText(QString::fromStdString("The logger answered on Comm " +
+                                          live::NumberText(Shared.CurrentCommPort) +
                                           ". The Tools menu leads to its settings and its data."));
 }
 

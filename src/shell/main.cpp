@@ -1,11 +1,12 @@
 // Bexlow: the desktop companion of a wearable posture logger.
+#include "shell/Main.h"
+
 #include <QApplication>
 
 #include "platform/ProgramVersion.h"
 #include "platform/RealMachine.h"
 #include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
-#include "shell/Main.h"
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);

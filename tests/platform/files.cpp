@@ -1,16 +1,14 @@
 // Text files, settings and the running-copy test on the real file system.
-#include <gtest/gtest.h>
-
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <functional>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <system_error>
+#include <unistd.h>
 
 #include "platform/CommonDialog.h"
 #include "platform/RunningCopy.h"

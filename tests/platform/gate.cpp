@@ -1,16 +1,14 @@
 // The event gate, alone and on the real machine with a real message box.
-#include "platform/EventGate.h"
-
-#include <gtest/gtest.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <QTest>
 #include <QTimer>
 
+#include <gtest/gtest.h>
 #include <string>
 
+#include "platform/EventGate.h"
 #include "platform/Form.h"
 #include "platform/RealMachine.h"
 #include "platform/Timer.h"
@@ -36,8 +34,7 @@ TEST_F(Gate, KeepsOneDeliveryASourceInTheOrderOfOffers) {
   Offer(&b, 'b');
   Offer(&a, 'A');
   EXPECT_EQ(heard, "") << "never delivered on the spot";
-  while (gate.DeliverOne()) {
-  }
+  while (gate.DeliverOne()) {}
   EXPECT_EQ(heard, "ab");
 }
 
@@ -73,8 +70,7 @@ TEST_F(Gate, WithdrawnEventsAreGone) {
   Offer(&a, 'a');
   Offer(&b, 'b');
   gate.Withdraw(&a);
-  while (gate.DeliverOne()) {
-  }
+  while (gate.DeliverOne()) {}
   EXPECT_EQ(heard, "b");
 }
 

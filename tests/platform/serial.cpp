@@ -1,18 +1,16 @@
 // The serial control on a real pseudo-terminal.
-#include <gtest/gtest.h>
-
 #include <QTest>
-
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <functional>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
 #include <system_error>
+#include <unistd.h>
 
 #include "platform/EventGate.h"
 #include "platform/Form.h"
@@ -206,8 +204,8 @@ TEST_F(Serial, SaysWhyAPortDoesNotOpen) {
     int comm;
     const char* words;
   };
-  for (const auto& [number, words] : {Row{2, "no such device"}, Row{3, "no such device"}, Row{0, "no such port"},
-                                      Row{17, "no such port"}, Row{4, "dialout"}}) {
+  for (const auto& [number, words] : {Row{2, "no such device"}, Row{3, "no such device"},
+                                      Row{0, "no such port"}, Row{17, "no such port"}, Row{4, "dialout"}}) {
     if (number == 4 && geteuid() == 0) continue;  // nothing is forbidden to root
     comm.CommPort(number);
     EXPECT_NE(Words([&] { comm.PortOpen(true); }).find(words), std::string::npos) << number;
@@ -229,10 +227,15 @@ TEST_F(Serial, AClosedPortTakesAndGivesNothing) {
 }
 
 TEST_F(Serial, NumbersStandForDevices) {
-  for (const auto& [number, path] :
-       {std::pair{1, device.string()}, {2, std::string("/dev/ttyS1")}, {4, std::string("/dev/ttyS3")},
-        {5, std::string("/dev/ttyUSB0")}, {12, std::string("/dev/ttyUSB7")}, {13, std::string("/dev/ttyACM0")},
-        {16, std::string("/dev/ttyACM3")}, {0, std::string()}, {17, std::string()}})
+  for (const auto& [number, path] : {std::pair{1, device.string()},
+                                     {2, std::string("/dev/ttyS1")},
+                                     {4, std::string("/dev/ttyS3")},
+                                     {5, std::string("/dev/ttyUSB0")},
+                                     {12, std::string("/dev/ttyUSB7")},
+                                     {13, std::string("/dev/ttyACM0")},
+                                     {16, std::string("/dev/ttyACM3")},
+                                     {0, std::string()},
+                                     {17, std::string()}})
     EXPECT_EQ(platform::DeviceOfComm(number, folder), path) << number;
 }
 

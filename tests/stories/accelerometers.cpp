@@ -12,7 +12,8 @@ class AccStory : public LiveStory {
   void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
   bool PanelShown() const { return !The("fraHiddenSliders").isHidden(); }
   bool DacButtonsEnabled() const {
-    return The("cmdWriteDAC1").isEnabled() && The("cmdWriteDAC2").isEnabled() && The("cmdWriteDAC3").isEnabled();
+    return The("cmdWriteDAC1").isEnabled() && The("cmdWriteDAC2").isEnabled() &&
+           The("cmdWriteDAC3").isEnabled();
   }
 };
 
@@ -99,8 +100,13 @@ TEST_F(AccStory, SlideAndTextFollowEachOther) {
     const char* text;
     double slide;
   };
-  for (const auto& [text, slide] : {Typed{"1024", 1024}, {".5x", 0.5}, {"none", 0}, {"", 0}, {"5000", 5000},
-                                    {"-3", -3}, {"1e400", std::numeric_limits<double>::max()}}) {
+  for (const auto& [text, slide] : {Typed{"1024", 1024},
+                                    {".5x", 0.5},
+                                    {"none", 0},
+                                    {"", 0},
+                                    {"5000", 5000},
+                                    {"-3", -3},
+                                    {"1e400", std::numeric_limits<double>::max()}}) {
     SCOPED_TRACE(text);
     Type("txtSZ", text);
     EXPECT_EQ(Slide("AzSlider"), slide);
@@ -120,9 +126,10 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChain) {
     double config::OnBoardParameters::*dac;
   };
   using P = config::OnBoardParameters;
-  const Row rows[] = {{"txtSX", "1024", "Write DAC1", "0 70|12 3E|24 04|124 70|136 3F|148 00|248 61", &P::DAC1},
-                      {"txtSY", "513", "Write DAC2", "0 70|12 40|24 02|124 70|136 41|148 01|248 61", &P::DAC2},
-                      {"txtSZ", "-1", "Write DAC3", "0 70|12 42|24 FF|124 70|136 43|148 FF|248 61", &P::DAC3}};
+  const Row rows[] = {
+      {"txtSX", "1024", "Write DAC1", "0 70|12 3E|24 04|124 70|136 3F|148 00|248 61", &P::DAC1},
+      {"txtSY", "513", "Write DAC2", "0 70|12 40|24 02|124 70|136 41|148 01|248 61", &P::DAC2},
+      {"txtSZ", "-1", "Write DAC3", "0 70|12 42|24 FF|124 70|136 43|148 FF|248 61", &P::DAC3}};
   Sample();
   for (const auto& [text, typed, caption, wire, dac] : rows) {
     SCOPED_TRACE(caption);

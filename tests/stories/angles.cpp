@@ -59,7 +59,8 @@ TEST_P(RecorderStory, RepliesOfAWrongLengthAreDroppedWithoutAMessage) {
       {"one byte short", [](Bytes& reply, microseconds&) { reply.pop_back(); }, true},
       {"missing", [](Bytes& reply, microseconds&) { reply.clear(); }, true},
       {"one byte long", [](Bytes& reply, microseconds&) { reply.push_back(0xEE); }, false},
-      {"doubled", [](Bytes& reply, microseconds&) { reply.insert(reply.end(), reply.begin(), reply.end()); }, false},
+      {"doubled", [](Bytes& reply, microseconds&) { reply.insert(reply.end(), reply.begin(), reply.end()); },
+       false},
       {"late", [](Bytes&, microseconds& delay) { delay = milliseconds(700); }, false}};
   for (const auto& [what, how, standsStill] : rows) {
     SCOPED_TRACE(what);
@@ -80,7 +81,8 @@ TEST_P(RecorderStory, RepliesOfAWrongLengthAreDroppedWithoutAMessage) {
   }
 }
 
-// Bytes that follow a reply on their own: taken for the next one's beginning, they would shift every sample from then on.
+// Bytes that follow a reply on their own: taken for the next one's beginning, they would shift every sample
+// from then on.
 TEST_P(RecorderStory, StrayBytesBehindAReplyTearNoSample) {
   const auto length = (logger.*GetParam().reply).size();
   for (std::size_t strays = 1; strays <= length; ++strays) {
@@ -96,7 +98,8 @@ TEST_P(RecorderStory, StrayBytesBehindAReplyTearNoSample) {
     machine.Pass(milliseconds(200));
     machine.wire.clear();
     machine.Pass(milliseconds(1000));
-    EXPECT_NEAR(Requests(), 1'000'000.0 / static_cast<double>(GetParam().sampleTime.count()), 2) << "one chain";
+    EXPECT_NEAR(Requests(), 1'000'000.0 / static_cast<double>(GetParam().sampleTime.count()), 2)
+        << "one chain";
     EXPECT_EQ(KindsOfRecords(), std::vector<std::string>{GetParam().record});
   }
 }
@@ -115,7 +118,8 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
   EXPECT_EQ(records.back(), "1," + std::string(GetParam().record));
   EXPECT_TRUE(std::ranges::count(records, ".5," + std::string(GetParam().record)) >= 1);
   const std::string text = FileText(path);
-  EXPECT_TRUE(text.starts_with("Quornell Bexlow Data File Version 3.2.3\r\n" + std::string(GetParam().screen) + "\r\n"));
+  EXPECT_TRUE(text.starts_with("Quornell Bexlow Data File Version 3.2.3\r\n" +
+                               std::string(GetParam().screen) + "\r\n"));
   EXPECT_NE(text.find("\r\nTares: \r\n" + std::string(GetParam().columns) + "\r\n0,"), std::string::npos);
 
   EXPECT_TRUE(Checked("Data", "Save")) << "stays on across stops";
@@ -223,10 +227,11 @@ TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
     double dialX, dialY, signedX, signedY;
   };
   StartSampling();
-  for (const auto& row : {Row{{0xFF, 0xFF, 0x40, 0x00}, "65535", "16384", "0", "45", 0, 45, 0, 16384},
-                          Row{{0x80, 0x00, 0xC0, 0x00}, "32768", "49152", "-180", "-45", -180, -45, -32767, -16383},
-                          Row{{0x7F, 0xFF, 0x7F, 0xFF}, "32767", "32767", "180", "90", 180, 90, 32767, 32767},
-                          Row{{0xFF, 0xA4, 0x00, 0xB6}, "65444", "182", "-0.5", "0.5", -0.5, 0.5, -91, 182}}) {
+  for (const auto& row :
+       {Row{{0xFF, 0xFF, 0x40, 0x00}, "65535", "16384", "0", "45", 0, 45, 0, 16384},
+        Row{{0x80, 0x00, 0xC0, 0x00}, "32768", "49152", "-180", "-45", -180, -45, -32767, -16383},
+        Row{{0x7F, 0xFF, 0x7F, 0xFF}, "32767", "32767", "180", "90", 180, 90, 32767, 32767},
+        Row{{0xFF, 0xA4, 0x00, 0xB6}, "65444", "182", "-0.5", "0.5", -0.5, 0.5, -91, 182}}) {
     SCOPED_TRACE(row.wordX);
     logger.angles = row.reply;
     machine.Pass(AngleSampleTime * 2);
@@ -254,10 +259,11 @@ TEST_F(AnglesStory, UntaresThenTares) {
     double config::OnBoardParameters::*field;
   };
   using P = config::OnBoardParameters;
-  const Axis axes[] = {{"cmdTareX", "txtTareX", "Untare X", "Tare X", "0 70|12 0E|24 00|524 70|536 0F|548 00|548 41",
-                        "0 70|12 0E|24 0B|524 70|536 0F|548 B8|548 41", "16.5", &P::XTare},
-                       {"cmdTareY", "txtTareY", "Untare Y", "Tare Y", "0 70|12 10|24 00|524 70|536 11|548 00|548 41",
-                        "0 70|12 10|24 03|524 70|536 11|548 E8|548 41", "2.7", &P::YTare}};
+  const Axis axes[] = {
+      {"cmdTareX", "txtTareX", "Untare X", "Tare X", "0 70|12 0E|24 00|524 70|536 0F|548 00|548 41",
+       "0 70|12 0E|24 0B|524 70|536 0F|548 B8|548 41", "16.5", &P::XTare},
+      {"cmdTareY", "txtTareY", "Untare Y", "Tare Y", "0 70|12 10|24 00|524 70|536 11|548 00|548 41",
+       "0 70|12 10|24 03|524 70|536 11|548 E8|548 41", "2.7", &P::YTare}};
   OpenScreen();
   EXPECT_EQ(Text("txtTareX"), "-20");
   for (const auto& axis : axes) EXPECT_FALSE(Enabled(axis.button));

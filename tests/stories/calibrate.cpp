@@ -25,7 +25,8 @@ class Calibrate : public Story {
     ASSERT_EQ(ScreenInFront(), "Calibrate");
     machine.wire.clear();
   }
-  /// Runs until the samples have come, the last of them again and again; readings of X, the other axes stand still.
+  /// Runs until the samples have come, the last of them again and again; readings of X, the other axes stand
+  /// still.
   void Sample(const std::vector<int>& readings) {
     std::size_t next = 0;
     logger.spoil = [&, next](Bytes& reply, microseconds&) mutable {
@@ -82,7 +83,8 @@ TEST_F(Calibrate, SamplingStartsBehindTheMessageAndTheShaker) {
     EXPECT_TRUE(Checked("Data", "Sample"));
     EXPECT_FALSE(Offered("Data", "Write"));
     machine.Pass(10ms);
-    EXPECT_TRUE(machine.Transcript().starts_with("0 70|12 20|24 00|1024 61|1027 61|1031 61")) << machine.Transcript();
+    EXPECT_TRUE(machine.Transcript().starts_with("0 70|12 20|24 00|1024 61|1027 61|1031 61"))
+        << machine.Transcript();
     EXPECT_EQ(logger.eeprom[32], 0);
     EXPECT_EQ(Row("X"), "330 330 330 330 0");
     EXPECT_EQ(Row("Y"), "408 408 408 408 0");

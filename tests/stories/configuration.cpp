@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "config/ParameterMap.h"
-#include "platform/CWNumEdit.h"
 #include "link/Communications.h"
+#include "platform/CWNumEdit.h"
 #include "support/CutLogger.h"
 #include "support/Story.h"
 
@@ -18,8 +18,9 @@ using platform::CWNumEdit;
 using namespace std::chrono_literals;
 
 /// The cells of the write in their order; the four bin cells behind 25 are ticks without a byte.
-const std::vector<int> Written = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21,
-                                  22, 23, 24, 25, 30, 31, 32, 33, 34, 42, 43, 62, 63, 64, 65, 66, 67, 68, 69, 102};
+const std::vector<int> Written = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15,
+                                  16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 30, 31, 32, 33,
+                                  34, 42, 43, 62, 63, 64, 65, 66, 67, 68, 69, 102};
 constexpr std::size_t CellsBeforeGap = 24;
 constexpr int TicksInGap = 4;
 
@@ -176,7 +177,8 @@ TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
       machine.Pass(row.late + 1s);
       EXPECT_EQ(machine.boxes.empty(), row.requests == 0);
       ExpectBusy(row.requests == 0);
-      EXPECT_EQ(shell::Shared.OnBoardParameters.ZGain, row.requests == 0 ? 0 : 322) << "not touched by a part of a read";
+      EXPECT_EQ(shell::Shared.OnBoardParameters.ZGain, row.requests == 0 ? 0 : 322)
+          << "not touched by a part of a read";
       if (row.requests != 0) {
         Reads("Read completed!");
         EXPECT_EQ(machine.wire.size(), 2 * row.requests);
@@ -261,9 +263,10 @@ TEST_F(Configuration, ShowMinMaxDefaultsChangeTheScreenOnly) {
   OpenAndRead();
   The<QAbstractButton>("opt75Hz").click();
   const auto record = shell::Shared.OnBoardParameters.XOffset;
-  for (const auto& row : std::vector<Row>{{"Show Min", "0", "0", "-180.000", "-90.000", "1", "-90", -90},
-                                          {"Show Max", "1024", "1024", "180.000", "90.000", "255", "90", 90},
-                                          {"Show Defaults", "323", "408", "0.000", "90.000", "3", "0", 65535}}) {
+  for (const auto& row :
+       std::vector<Row>{{"Show Min", "0", "0", "-180.000", "-90.000", "1", "-90", -90},
+                        {"Show Max", "1024", "1024", "180.000", "90.000", "255", "90", 90},
+                        {"Show Defaults", "323", "408", "0.000", "90.000", "3", "0", 65535}}) {
     SCOPED_TRACE(row.entry);
     EXPECT_TRUE(Selected("opt75Hz")) << "only the defaults touch it";
     Choose("Tools", row.entry);
@@ -287,13 +290,24 @@ TEST_F(Configuration, WhatIsShownBecomesTheseBytes) {
     std::vector<std::pair<int, int>> cells;
   };
   OpenAndRead();
-  for (const auto& [what, change, cells] : std::vector<Row>{
-           {"defaults lose the tare", [&] { Choose("Tools", "Show Defaults"); },
-            {{4, 0x01}, {5, 0x98}, {14, 0}, {15, 0}, {18, 0x80}, {19, 0x01}, {24, 0x7F}, {25, 0xFF}, {102, 15}}},
-           {"greatest", [&] { Choose("Tools", "Show Max"); }, {{2, 4}, {3, 0}, {20, 0x7F}, {21, 0xFF}, {26, 0}, {31, 16}}},
-           {"7.5 Hz", [&] { The<QAbstractButton>("opt75Hz").click(); }, {{102, 75}}},
-           {"15 Hz", [&] { The<QAbstractButton>("opt15Hz").click(); }, {{102, 15}}},
-           {"beyond the limit", [&] { Type("NumEdit16", "-950"); }, {{16, 0x80}, {17, 0x01}}}}) {
+  for (const auto& [what, change, cells] :
+       std::vector<Row>{{"defaults lose the tare",
+                         [&] { Choose("Tools", "Show Defaults"); },
+                         {{4, 0x01},
+                          {5, 0x98},
+                          {14, 0},
+                          {15, 0},
+                          {18, 0x80},
+                          {19, 0x01},
+                          {24, 0x7F},
+                          {25, 0xFF},
+                          {102, 15}}},
+                        {"greatest",
+                         [&] { Choose("Tools", "Show Max"); },
+                         {{2, 4}, {3, 0}, {20, 0x7F}, {21, 0xFF}, {26, 0}, {31, 16}}},
+                        {"7.5 Hz", [&] { The<QAbstractButton>("opt75Hz").click(); }, {{102, 75}}},
+                        {"15 Hz", [&] { The<QAbstractButton>("opt15Hz").click(); }, {{102, 15}}},
+                        {"beyond the limit", [&] { Type("NumEdit16", "-950"); }, {{16, 0x80}, {17, 0x01}}}}) {
     SCOPED_TRACE(what);
     change();
     WriteAll();
@@ -308,7 +322,8 @@ TEST_F(Configuration, EveryAngleWordReadAndWrittenBackIsTheSame) {
     const char* name;
     config::Form form;
   };
-  for (const auto& [name, form] : {Row{"NumEdit14", config::Form::Angle180}, Row{"NumEdit16", config::Form::Angle90}}) {
+  for (const auto& [name, form] :
+       {Row{"NumEdit14", config::Form::Angle180}, Row{"NumEdit16", config::Form::Angle90}}) {
     SCOPED_TRACE(name);
     auto& edit = The<CWNumEdit>(name);
     for (int word = 0; word < 65536; ++word) {
@@ -398,11 +413,13 @@ TEST_F(Configuration, TheKeyboardGoesFromTopToBottom) {
     if (takesTab && !at->accessibleName().isEmpty()) order += at->objectName().toStdString() + " ";
     at = at->nextInFocusChain();
   } while (at != &first && order.size() < 1000);
-  EXPECT_TRUE(order.starts_with("NumEdit2 NumEdit4 NumEdit6 NumEdit8 NumEdit10 NumEdit12 NumEdit14 NumEdit16 NumEdit18 "
-                                "NumEdit20 NumEdit22 NumEdit24 NumEdit62 NumEdit64 NumEdit66 NumEdit68 NumEdit30 "
-                                "NumEdit31 NumEdit32 NumEdit33 NumEdit34 NumEdit42 NumEdit43 "))
+  EXPECT_TRUE(order.starts_with(
+      "NumEdit2 NumEdit4 NumEdit6 NumEdit8 NumEdit10 NumEdit12 NumEdit14 NumEdit16 NumEdit18 "
+      "NumEdit20 NumEdit22 NumEdit24 NumEdit62 NumEdit64 NumEdit66 NumEdit68 NumEdit30 "
+      "NumEdit31 NumEdit32 NumEdit33 NumEdit34 NumEdit42 NumEdit43 "))
       << order;
-  EXPECT_NE(order.find("txtSerialNumber txtMonth txtDay txtYear txtHour txtMinute txtSecond"), std::string::npos)
+  EXPECT_NE(order.find("txtSerialNumber txtMonth txtDay txtYear txtHour txtMinute txtSecond"),
+            std::string::npos)
       << order;
 }
 

@@ -1,8 +1,7 @@
 // The port search and what OK does with the port.
-#include "support/Story.h"
-
 #include "platform/CWNumEdit.h"
 #include "platform/Settings.h"
+#include "support/Story.h"
 
 namespace bexlow::test {
 
@@ -40,7 +39,8 @@ TEST_F(ConnectStory, AutoDetectTakesTheFirstPortThatAnswers) {
   Reads("Bexlow found on Comm 5!");
   EXPECT_EQ(Port(), 5);
   EXPECT_EQ(later.replies, 0) << "ports above the first are not tried";
-  EXPECT_EQ((machine.Time() - before) / milliseconds(500), 4) << "a taken port costs no wait, a silent one 500 ms";
+  EXPECT_EQ((machine.Time() - before) / milliseconds(500), 4)
+      << "a taken port costs no wait, a silent one 500 ms";
   EXPECT_EQ(Shared.CurrentCommPort, 1) << "the search selects nothing";
   EXPECT_EQ(Stored(), "(none)");
   Press("OK");
@@ -103,8 +103,10 @@ TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
   Start();
   for (const auto& [what, strikes, reply, taken, plugged] : rows) {
     SCOPED_TRACE(what);
-    if (plugged) machine.Plug(logger, 4);
-    else machine.Unplug(4);
+    if (plugged)
+      machine.Plug(logger, 4);
+    else
+      machine.Unplug(4);
     machine.taken = taken ? std::set<int>{4} : std::set<int>{};
     logger.replies = 0;
     logger.spoil = [&, n = strikes, r = reply](Bytes& bytes, microseconds&) {
@@ -139,9 +141,9 @@ TEST_F(ConnectStory, ThePortBoxShowsTheDeviceBehindANumber) {
   machine.Plug(logger, 2);
   Start();
   Choose("File", "Connect");
-  for (const auto& [port, text] : {std::pair{"2", "Device /dev/virtual2: virtual adapter"},
-                                   std::pair{"3", "Device /dev/virtual3: no such device"},
-                                   std::pair{"0", "0 stands for no port."}}) {
+  for (const auto& [port, text] :
+       {std::pair{"2", "Device /dev/virtual2: virtual adapter"},
+        std::pair{"3", "Device /dev/virtual3: no such device"}, std::pair{"0", "0 stands for no port."}}) {
     Type("NumEditCommPort", port);
     EXPECT_EQ(Text("lblDevice"), text);
   }

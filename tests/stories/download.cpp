@@ -1,11 +1,10 @@
 // The four retrievals, the page loop with its watchdog, and what a download leaves behind.
-#include "support/Story.h"
-
 #include <QProgressBar>
 
 #include <filesystem>
 
 #include "platform/Folders.h"
+#include "support/Story.h"
 
 namespace bexlow::test {
 
@@ -78,16 +77,18 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   RunToTheEnd();
   ReadsCompletion();
   const std::string text = FileText(path);
-  EXPECT_TRUE(text.starts_with("Quornell Bexlow Data File Version 3.2.3\r\nDownload Pages\r\nFirmware Version: 3.3\r\n"
-                               "Serial Number: 417\r\nLaunch Time: 03/09/2004 14:05:07\r\n"
-                               "Firmware Sampling Frequency: 7.5\r\nChannel Gains: X=323 Y=408 Z=322\r\n"
-                               "Channel Offsets: X=323 Y=324 Z=322\r\nTares: X=61895 Y=0\r\n"
-                               "Bin/Linear Mode = 1\r\nLinear Channel = 3\r\nPage,X Data-->,Y Data-->\r\n"
-                               "1,1.4,1.4,4.2,2.8,"))
+  EXPECT_TRUE(text.starts_with(
+      "Quornell Bexlow Data File Version 3.2.3\r\nDownload Pages\r\nFirmware Version: 3.3\r\n"
+      "Serial Number: 417\r\nLaunch Time: 03/09/2004 14:05:07\r\n"
+      "Firmware Sampling Frequency: 7.5\r\nChannel Gains: X=323 Y=408 Z=322\r\n"
+      "Channel Offsets: X=323 Y=324 Z=322\r\nTares: X=61895 Y=0\r\n"
+      "Bin/Linear Mode = 1\r\nLinear Channel = 3\r\nPage,X Data-->,Y Data-->\r\n"
+      "1,1.4,1.4,4.2,2.8,"))
       << text.substr(0, 600);
   EXPECT_EQ(PagesInFile(), UpTo(2));
   const std::string csv = FileText(DataFile("run.csv"));
-  EXPECT_NE(csv.find("\r\nLinear Channel = 3\r\nX angle,Y angle\r\n1.4,1.4\r\n4.2,2.8\r\n"), std::string::npos);
+  EXPECT_NE(csv.find("\r\nLinear Channel = 3\r\nX angle,Y angle\r\n1.4,1.4\r\n4.2,2.8\r\n"),
+            std::string::npos);
   EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 12 + 2 * 132);
   EXPECT_FALSE(PointerIsBusy());
   EXPECT_FALSE(machine.AnyPortOpen());
@@ -105,7 +106,9 @@ TEST_F(DownloadStory, TheRetrievalsKeepTheirPauses) {
   // mode 250 first, then 262 a cell; firmware 500 each; ten cells and sixteen cells at 112
   EXPECT_EQ((machine.Time() - start) / milliseconds(1), 250 + 2 * 262 + 2 * 500 + 26 * 112);
   const auto transcript = machine.Transcript();
-  EXPECT_TRUE(transcript.starts_with("0 72|12 2A|262 72|274 2B|524 6C|1024 6D|1524 72|1536 64|1636 72|1648 65|")) << transcript;
+  EXPECT_TRUE(
+      transcript.starts_with("0 72|12 2A|262 72|274 2B|524 6C|1024 6D|1524 72|1536 64|1636 72|1648 65|"))
+      << transcript;
   EXPECT_EQ(machine.wire.front().at - start, milliseconds(250));
   EXPECT_FALSE(Running());
   EXPECT_TRUE(Offered("Data", "Download"));
@@ -117,9 +120,9 @@ TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
     int reply;  // which reply of the retrievals is spoilt
     Bytes bytes;
   };
-  const std::vector<Row> rows{{"MODE", 1, {}},          {"MODE", 2, {1, 1}},     {"FIRMWARE", 3, {1}},
-                              {"FIRMWARE", 4, {0, 75, 0}}, {"HEADER(1)", 5, {}},    {"HEADER(1)", 14, {1, 2}},
-                              {"HEADER(2)", 15, {}},    {"HEADER(2)", 30, {0, 0}}};
+  const std::vector<Row> rows{
+      {"MODE", 1, {}},      {"MODE", 2, {1, 1}},       {"FIRMWARE", 3, {1}},  {"FIRMWARE", 4, {0, 75, 0}},
+      {"HEADER(1)", 5, {}}, {"HEADER(1)", 14, {1, 2}}, {"HEADER(2)", 15, {}}, {"HEADER(2)", 30, {0, 0}}};
   OpenScreen();
   for (const auto& [what, struck, bytes] : rows) {
     SCOPED_TRACE(what + std::to_string(struck));
@@ -394,7 +397,8 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
   };
   OpenScreen();
   for (const auto& [mode, channels, head, modeText, channelText, commas, csv] :
-       {Row{0, 3, "Page,Data-->", "Bin", "", 132, false}, Row{1, 1, "Page,X Data-->", "Linear", "1", 264, true},
+       {Row{0, 3, "Page,Data-->", "Bin", "", 132, false},
+        Row{1, 1, "Page,X Data-->", "Linear", "1", 264, true},
         Row{1, 2, "Page,Y Data-->", "Linear", "2", 264, true}, Row{1, 4, "", "Linear", "4", 1, true},
         Row{2, 3, "", "", "", 1, false}}) {
     SCOPED_TRACE(std::to_string(mode) + " " + std::to_string(channels));

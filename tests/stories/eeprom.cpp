@@ -97,7 +97,9 @@ TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
                                           {"none", {}, 0ms, ""},
                                           {"two", {9, 9}, 0ms, ""}}) {
     SCOPED_TRACE(row.what);
-    logger.spoil = [&](Bytes& reply, microseconds& delay) { std::tie(reply, delay) = std::tie(row.reply, row.late); };
+    logger.spoil = [&](Bytes& reply, microseconds& delay) {
+      std::tie(reply, delay) = std::tie(row.reply, row.late);
+    };
     ReadCell();
     if (*row.shown == 0) Reads(WrongLength);
     EXPECT_EQ(Text("txtValue"), row.shown);
@@ -186,7 +188,9 @@ void Paste(QLineEdit& box, const QString& text) {
   QApplication::clipboard()->setText(text);
   QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
 }
-void Insert(QLineEdit& box, const QString& text) { box.insert(text); }
+void Insert(QLineEdit& box, const QString& text) {
+  box.insert(text);
+}
 void Drop(QLineEdit& box, const QString& text) {
   QMimeData data;
   data.setText(text);
@@ -201,7 +205,9 @@ void Compose(QLineEdit& box, const QString& text) {
   commit.setCommitString(text);
   QApplication::sendEvent(&box, &commit);
 }
-void Keys(QLineEdit& box, const QString& text) { Story::TypeInto(box, text); }
+void Keys(QLineEdit& box, const QString& text) {
+  Story::TypeInto(box, text);
+}
 
 TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   struct Way {
@@ -213,7 +219,8 @@ TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   };
   Open();
   Box().setFocus();
-  for (const auto& [way, enter] : {Way{"keys", Keys}, Way{"paste", Paste}, Way{"menu", Insert}, Way{"drop", Drop}, Way{"input method", Compose}}) {
+  for (const auto& [way, enter] : {Way{"keys", Keys}, Way{"paste", Paste}, Way{"menu", Insert},
+                                   Way{"drop", Drop}, Way{"input method", Compose}}) {
     for (const auto& [before, entered, after] : std::vector<Row>{{"", "1a2 .+e3", "123"},
                                                                  {"", "-5-6", "-56"},
                                                                  {"", "a-7", "-7"},

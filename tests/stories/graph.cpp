@@ -1,9 +1,8 @@
 // Opening data files and paging through the pairs of a Bin file.
-#include "support/Story.h"
-
 #include <QPushButton>
 
 #include "platform/CWGraph.h"
+#include "support/Story.h"
 
 namespace bexlow::test {
 
@@ -25,7 +24,8 @@ std::string Record(int page, int fields, const std::string& field) {
 }
 
 std::string LinearFile(int channel, const std::string& records) {
-  return Header("Download Pages", "Bin/Linear Mode = 1", "Linear Channel = " + std::to_string(channel)) + records;
+  return Header("Download Pages", "Bin/Linear Mode = 1", "Linear Channel = " + std::to_string(channel)) +
+         records;
 }
 
 std::string BinFile(const std::string& records) {

@@ -12,9 +12,11 @@ using platform::Answer;
 using namespace std::chrono_literals;
 
 constexpr auto Question =
-    "Bexlow will erase all on-board data before launch!\r\nClick YES to proceed.\r\nClick NO to cancel this operation.";
+    "Bexlow will erase all on-board data before launch!\r\nClick YES to proceed.\r\nClick NO to cancel this "
+    "operation.";
 constexpr auto Launched =
-    "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that datalogging has "
+    "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
+    "datalogging has "
     "begun.";
 constexpr auto NotStamped = "Launch Time write to EEPROM failed! Launch did not occur.";
 constexpr auto Failed = "Bexlow failed to launch!";

@@ -1,11 +1,10 @@
 // The button-push review, and the erase of the Download screen.
-#include "support/Story.h"
-
 #include <QGroupBox>
 #include <QProgressBar>
 #include <QPushButton>
 
 #include "platform/CWGraph.h"
+#include "support/Story.h"
 
 namespace bexlow::test {
 
@@ -72,11 +71,14 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
     const char* shown;
     std::vector<double> cursors;
   };
-  const std::vector<Row> rows{{"<", "0 at 100", {100}},        {">", "1 at 250", {250}},
-                              {">", "2 at 800", {800}},        {">", "2 at 800", {800}},
+  const std::vector<Row> rows{{"<", "0 at 100", {100}},
+                              {">", "1 at 250", {250}},
+                              {">", "2 at 800", {800}},
+                              {">", "2 at 800", {800}},
                               {"Show All", "2 at 800", {100, 250, 800}},
                               {"<", "1 at 250", {250, 250, 800}},
-                              {"Hide All", "1 at 250", {250}}, {"<", "0 at 100", {100}},
+                              {"Hide All", "1 at 250", {250}},
+                              {"<", "0 at 100", {100}},
                               {"<", "0 at 100", {100}}};
   EXPECT_EQ(Cursors(), std::vector<double>{100});
   for (const auto& [press, shown, cursors] : rows) {
@@ -139,7 +141,8 @@ TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
 
 TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
   OpenScreen();
-  for (const auto& [records, shown] : {std::pair{Records(1, {5}), "0 at 5"}, std::pair{Records(1, {}), "0 at 0"}}) {
+  for (const auto& [records, shown] :
+       {std::pair{Records(1, {5}), "0 at 5"}, std::pair{Records(1, {}), "0 at 0"}}) {
     Open(GoodHeader + records + "2,1,1\r\n");
     ReadsError("BuildDoubleChannelArrays");
     EXPECT_EQ(Shown(), shown);

@@ -1,6 +1,4 @@
 // Start-up, the menu states, the chords, leaving screens, and the report of an error.
-#include "support/Story.h"
-
 #include <QApplication>
 #include <QLabel>
 #include <QMenuBar>
@@ -15,6 +13,7 @@
 #include "platform/Timer.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
+#include "support/Story.h"
 
 namespace bexlow::test {
 
@@ -137,15 +136,21 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   shell::SimpleErrorHandler(5, "mnuSample_Click", "Angles", "It broke");
   machine.clock.hour = 14;
   shell::SimpleErrorHandler(0, "Big", "Graph", "Again");
-  const std::string report = "Date: 03/02/2004 12:05:09 am\r\nNumber: 5\r\nSource: mnuSample_Click\r\n"
-                             "Screen: Angles\r\nDescription: It broke\r\nApplication: BX323\r\nVersion: 3.2.3";
-  EXPECT_EQ(Log(), "----------\r\n" + report + "\r\n----------\r\n\r\n----------\r\nDate: 03/02/2004 02:05:09 pm\r\n"
-                   "Number: 0\r\nSource: Big\r\nScreen: Graph\r\nDescription: Again\r\nApplication: BX323\r\n"
-                   "Version: 3.2.3\r\n----------\r\n\r\n");
-  Reads("The error shown below has occurred!\r\n"
-        "The data being generated at this time may have been corrupted.\r\n"
-        "Please correct the error or contact Quornell for customer support.\r\n\r\n" + report + "\r\n\r\n"
-        "RETRY will allow application to continue.\r\nCANCEL will terminate application.\r\n");
+  const std::string report =
+      "Date: 03/02/2004 12:05:09 am\r\nNumber: 5\r\nSource: mnuSample_Click\r\n"
+      "Screen: Angles\r\nDescription: It broke\r\nApplication: BX323\r\nVersion: 3.2.3";
+  EXPECT_EQ(Log(),
+            "----------\r\n" + report +
+                "\r\n----------\r\n\r\n----------\r\nDate: 03/02/2004 02:05:09 pm\r\n"
+                "Number: 0\r\nSource: Big\r\nScreen: Graph\r\nDescription: Again\r\nApplication: BX323\r\n"
+                "Version: 3.2.3\r\n----------\r\n\r\n");
+  Reads(
+      "The error shown below has occurred!\r\n"
+      "The data being generated at this time may have been corrupted.\r\n"
+      "Please correct the error or contact Quornell for customer support.\r\n\r\n" +
+      report +
+      "\r\n\r\n"
+      "RETRY will allow application to continue.\r\nCANCEL will terminate application.\r\n");
   ReadsError("Big");
   EXPECT_FALSE(machine.ended);
 }

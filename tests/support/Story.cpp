@@ -19,7 +19,9 @@ namespace bexlow::test {
 
 namespace {
 
-QString Plain(const QString& caption) { return QString(caption).remove('&'); }
+QString Plain(const QString& caption) {
+  return QString(caption).remove('&');
+}
 
 }  // namespace
 
@@ -152,9 +154,13 @@ std::string Story::ScreenInFront() const {
   return form == nullptr ? "" : form->Name();
 }
 
-bool Story::PointerIsBusy() const { return QApplication::overrideCursor() != nullptr; }
+bool Story::PointerIsBusy() const {
+  return QApplication::overrideCursor() != nullptr;
+}
 
-std::filesystem::path Story::DataFile(const std::string& name) const { return platform::DataFilesFolder() / name; }
+std::filesystem::path Story::DataFile(const std::string& name) const {
+  return platform::DataFilesFolder() / name;
+}
 
 std::string Story::FileText(const std::filesystem::path& path) const {
   std::ostringstream text;

@@ -1,12 +1,11 @@
 // Whole stories: the real screens on the virtual machine, and a user who chooses, presses and reads.
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QLabel>
 #include <QLineEdit>
 #include <QString>
 
+#include <gtest/gtest.h>
 #include <memory>
 
 #include "platform/Form.h"

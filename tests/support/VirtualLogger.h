@@ -26,7 +26,7 @@ class VirtualLogger : public Peer {
   int eraseBytes = 0;
   microseconds eraseStep{1000};
 
-  int replies = 0;      ///< replies so far, silent ones counted
+  int replies = 0;  ///< replies so far, silent ones counted
   int launches = 0;
   int erases = 0;
 

@@ -1,12 +1,11 @@
 #include "support/VirtualMachine.h"
 
-#include <gtest/gtest.h>
-
 #include <QCoreApplication>
 #include <QEvent>
 
 #include <cstdio>
 #include <ctime>
+#include <gtest/gtest.h>
 #include <memory>
 #include <system_error>
 #include <utility>
@@ -24,7 +23,8 @@ class VirtualMachine::Line : public platform::SerialLine {
   ~Line() override { machine_.lines_.erase(comm_); }
 
   void Write(std::span<const std::uint8_t> bytes) override {
-    if (!machine_.peers_.contains(comm_)) throw std::system_error(EIO, std::generic_category(), "takes no bytes");
+    if (!machine_.peers_.contains(comm_))
+      throw std::system_error(EIO, std::generic_category(), "takes no bytes");
     for (const auto byte : bytes) {
       machine_.wire.push_back({machine_.now_, comm_, byte});
       machine_.peers_[comm_]->Receive(byte);
@@ -40,7 +40,8 @@ class VirtualMachine::Line : public platform::SerialLine {
 
 class VirtualMachine::VirtualAlarm : public platform::Alarm {
  public:
-  VirtualAlarm(VirtualMachine& machine, std::function<void()> tick) : machine_(machine), tick_(std::move(tick)) {}
+  VirtualAlarm(VirtualMachine& machine, std::function<void()> tick)
+      : machine_(machine), tick_(std::move(tick)) {}
   void Start(milliseconds interval) override {
     Stop();
     run_ = std::make_shared<bool>(true);
@@ -83,7 +84,9 @@ VirtualMachine::VirtualMachine() {
   Install(*this);
 }
 
-VirtualMachine::~VirtualMachine() { std::filesystem::remove_all(folder_); }
+VirtualMachine::~VirtualMachine() {
+  std::filesystem::remove_all(folder_);
+}
 
 void VirtualMachine::Plug(Peer& peer, int comm) {
   peer.machine = this;
@@ -91,7 +94,9 @@ void VirtualMachine::Plug(Peer& peer, int comm) {
   peers_[comm] = &peer;
 }
 
-void VirtualMachine::Unplug(int comm) { peers_.erase(comm); }
+void VirtualMachine::Unplug(int comm) {
+  peers_.erase(comm);
+}
 
 std::string VirtualMachine::Transcript(std::size_t from) const {
   std::string text;
@@ -122,8 +127,7 @@ void VirtualMachine::RunNext() {
 }
 
 void VirtualMachine::Settle() {
-  while (platform::EventGate::Get().DeliverOne()) {
-  }
+  while (platform::EventGate::Get().DeliverOne()) {}
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -152,7 +156,8 @@ platform::LocalTime VirtualMachine::Now() {
   const std::time_t now = timegm(&start) + std::chrono::duration_cast<std::chrono::seconds>(now_).count();
   std::tm local{};
   gmtime_r(&now, &local);
-  return {local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, now};
+  return {
+      local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, now};
 }
 
 void VirtualMachine::Idle(microseconds atMost) {
@@ -162,14 +167,16 @@ void VirtualMachine::Idle(microseconds atMost) {
 }
 
 platform::PortInfo VirtualMachine::DescribePort(int comm) {
-  return {"/dev/virtual" + std::to_string(comm), peers_.contains(comm) ? "virtual adapter" : "no such device"};
+  return {"/dev/virtual" + std::to_string(comm),
+          peers_.contains(comm) ? "virtual adapter" : "no such device"};
 }
 
 std::unique_ptr<platform::SerialLine> VirtualMachine::OpenSerial(int comm, const std::string& settings,
                                                                  std::function<void(Bytes)> received) {
   EXPECT_EQ(settings, "19200,n,8,1");
   if (!peers_.contains(comm)) throw std::system_error(ENOENT, std::generic_category(), "no such device");
-  if (taken.contains(comm) || lines_.contains(comm)) throw std::system_error(EBUSY, std::generic_category(), "in use");
+  if (taken.contains(comm) || lines_.contains(comm))
+    throw std::system_error(EBUSY, std::generic_category(), "in use");
   return std::make_unique<Line>(*this, comm, std::move(received));
 }
 

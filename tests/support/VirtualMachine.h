@@ -28,7 +28,8 @@ class Peer {
  public:
   virtual ~Peer() = default;
   virtual void Receive(std::uint8_t byte) = 0;
-  /// Sends bytes back behind all that is on its way, the first of them after a delay and its own time on the line.
+  /// Sends bytes back behind all that is on its way, the first of them after a delay and its own time on the
+  /// line.
   void Send(const Bytes& bytes, microseconds delay = microseconds{0});
 
   VirtualMachine* machine = nullptr;
@@ -53,8 +54,8 @@ class VirtualMachine : public platform::Machine {
 
   // What a test sets up.
   void Plug(Peer& peer, int comm);
-  void Unplug(int comm);                ///< the device vanishes, also while it is open
-  std::set<int> taken;                  ///< Comm numbers that another program holds
+  void Unplug(int comm);                               ///< the device vanishes, also while it is open
+  std::set<int> taken;                                 ///< Comm numbers that another program holds
   platform::LocalTime clock{2004, 2, 3, 14, 5, 9, 0};  ///< the local time at virtual time 0
   void WillAnswer(Answer answer) { answers_.push_back(answer); }
   void WillChooseFile(const std::string& path) { files_.push_back(path); }

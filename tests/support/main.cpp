@@ -1,12 +1,12 @@
-// The screens run on the offscreen platform, also while the build asks which tests there are. The runtime folder and
-// the settings are a scratch folder, so that neither a running program nor the user's settings are touched.
-#include <gtest/gtest.h>
-
+// The screens run on the offscreen platform, also while the build asks which tests there are. The runtime
+// folder and the settings are a scratch folder, so that neither a running program nor the user's settings are
+// touched.
 #include <QApplication>
 #include <QStandardPaths>
 
 #include <cstdlib>
 #include <filesystem>
+#include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
   char scratch[] = "/tmp/bexlow-runtime-XXXXXX";

@@ -17,7 +17,9 @@ namespace {
 
 constexpr int BoxStandsMs = 250;  // long enough to be painted
 
-QString Plain(const QString& caption) { return QString(caption).remove('&'); }
+QString Plain(const QString& caption) {
+  return QString(caption).remove('&');
+}
 
 }  // namespace
 
@@ -25,7 +27,8 @@ void Require(bool condition, const std::string& what) {
   if (!condition) throw Failed(what);
 }
 
-Robot::Robot(shell::MDIForm1& outer, std::filesystem::path output) : outer_(outer), output_(std::move(output)) {
+Robot::Robot(shell::MDIForm1& outer, std::filesystem::path output)
+    : outer_(outer), output_(std::move(output)) {
   QObject::connect(&watch_, &QTimer::timeout, &watch_, [this] { Watch(); });
   watch_.start(20);
 }
@@ -100,7 +103,9 @@ void Robot::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   Rest(50);
 }
 
-void Robot::Rest(int ms) { QTest::qWait(ms); }
+void Robot::Rest(int ms) {
+  QTest::qWait(ms);
+}
 
 void Robot::WaitUntil(const std::string& what, int limitMs, const std::function<bool()>& condition) {
   Require(QTest::qWaitFor(condition, limitMs), "in vain waited for: " + what);
@@ -129,6 +134,8 @@ std::string Robot::Screen() const {
   return form == nullptr ? "" : form->Name();
 }
 
-std::string Robot::Text(const char* name) const { return The<QWidget>(name).property("text").toString().toStdString(); }
+std::string Robot::Text(const char* name) const {
+  return The<QWidget>(name).property("text").toString().toStdString();
+}
 
 }  // namespace bexlow::tour

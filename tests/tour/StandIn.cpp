@@ -13,7 +13,9 @@ namespace {
 
 constexpr std::size_t PageSize = 264;
 
-std::string TwoDigits(int value) { return (value < 10 ? "0" : "") + std::to_string(value); }
+std::string TwoDigits(int value) {
+  return (value < 10 ? "0" : "") + std::to_string(value);
+}
 
 }  // namespace
 
@@ -42,9 +44,9 @@ StandIn::StandIn(const std::filesystem::path& program, const std::filesystem::pa
   const auto file = [&](const char* name) { return QString::fromStdString((folder_ / name).string()); };
   process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
   process_.start(QString::fromStdString(program.string()),
-                 {"--link", QString::fromStdString(link.string()), "--pages", "24", "--pushes", "5", "--motion", "turn",
-                  "--erase-seconds", "5", "--run-pages", "9", "--dump-pages", file("pages.bin"), "--dump-eeprom",
-                  file("eeprom.bin"), "--samples", file("samples.txt")});
+                 {"--link", QString::fromStdString(link.string()), "--pages", "24", "--pushes", "5",
+                  "--motion", "turn", "--erase-seconds", "5", "--run-pages", "9", "--dump-pages",
+                  file("pages.bin"), "--dump-eeprom", file("eeprom.bin"), "--samples", file("samples.txt")});
   Require(process_.waitForStarted() && process_.waitForReadyRead(5000), "the stand-in logger does not start");
 }
 
@@ -67,7 +69,9 @@ std::vector<std::uint8_t> StandIn::Pages() const {
   return {bytes.begin(), bytes.end()};
 }
 
-std::string StandIn::Samples() const { return FileText(folder_ / "samples.txt"); }
+std::string StandIn::Samples() const {
+  return FileText(folder_ / "samples.txt");
+}
 
 bool StandIn::MemoryIsBlank() const {
   return std::ranges::all_of(Pages(), [](std::uint8_t byte) { return byte == 0xFF; });
@@ -86,14 +90,16 @@ std::string StandIn::Record(int page) const {
 
 std::string StandIn::ExpectedDataFile() const {
   const auto cells = Eeprom();
-  const auto word = [&](std::size_t address) { return std::to_string(cells[address] * 256 + cells[address + 1]); };
+  const auto word = [&](std::size_t address) {
+    return std::to_string(cells[address] * 256 + cells[address + 1]);
+  };
   const auto triple = [&](std::size_t first) {
     return "X=" + word(first) + " Y=" + word(first + 2) + " Z=" + word(first + 4) + "\r\n";
   };
   std::string text = "Quornell Bexlow Data File Version 3.2.3\r\nDownload Pages\r\nFirmware Version: 3.3\r\n";
-  text += "Serial Number: " + word(100) + "\r\nLaunch Time: " + TwoDigits(cells[109]) + "/" + TwoDigits(cells[103]) +
-          "/" + word(104) + " " + TwoDigits(cells[106]) + ":" + TwoDigits(cells[107]) + ":" + TwoDigits(cells[108]) +
-          "\r\nFirmware Sampling Frequency: 7.5\r\n";
+  text += "Serial Number: " + word(100) + "\r\nLaunch Time: " + TwoDigits(cells[109]) + "/" +
+          TwoDigits(cells[103]) + "/" + word(104) + " " + TwoDigits(cells[106]) + ":" +
+          TwoDigits(cells[107]) + ":" + TwoDigits(cells[108]) + "\r\nFirmware Sampling Frequency: 7.5\r\n";
   text += "Channel Gains: " + triple(2) + "Channel Offsets: " + triple(8);
   text += "Tares: X=" + word(14) + " Y=" + word(16) + "\r\nBin/Linear Mode = 1\r\nLinear Channel = 3\r\n" +
           "Page,X Data-->,Y Data-->\r\n";

@@ -1,5 +1,5 @@
-// The stand-in logger as a process, and what the files must hold that were downloaded from it: worked out here from
-// its memory, by formulas of the tour's own.
+// The stand-in logger as a process, and what the files must hold that were downloaded from it: worked out
+// here from its memory, by formulas of the tour's own.
 #pragma once
 
 #include <QProcess>
@@ -15,7 +15,8 @@ namespace bexlow::tour {
 class StandIn {
  public:
   /// Starts it and waits until its device is there.
-  StandIn(const std::filesystem::path& program, const std::filesystem::path& link, std::filesystem::path folder);
+  StandIn(const std::filesystem::path& program, const std::filesystem::path& link,
+          std::filesystem::path folder);
   ~StandIn();
 
   std::array<std::uint8_t, 256> Eeprom() const;

@@ -15,6 +15,11 @@ struct Tour {
 };
 
 void ConnectToLogger(Tour& tour, bool withPictures);
+void ChangeSettings(Tour& tour);
+void CalibrateAxes(Tour& tour);
+void WatchAccelerometers(Tour& tour);
+void WatchAngles(Tour& tour);
+void ShareAngles(Tour& tour);
 void DownloadRun(Tour& tour, const std::string& name);
 void ReviewPushes(Tour& tour, const std::string& name);
 void LaunchRun(Tour& tour);

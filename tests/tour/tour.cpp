@@ -1,9 +1,7 @@
-// The tour: the real screens in a real window, on the real clock, against the stand-in logger. Compares every file
-// with what the stand-in holds, and leaves a picture of each screen.
+// The tour: the real screens in a real window, on the real clock, against the stand-in logger. Compares every
+// file with what the stand-in holds, and leaves a picture of each screen.
 //
 // bexlow-tour --logger PROGRAM --output FOLDER
-#include "tour/stages.h"
-
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QSettings>
@@ -13,6 +11,7 @@
 
 #include "platform/RealMachine.h"
 #include "shell/Main.h"
+#include "tour/stages.h"
 
 namespace {
 
@@ -20,6 +19,11 @@ using namespace bexlow;
 
 void Visit(tour::Tour& tour) {
   tour::ConnectToLogger(tour, true);
+  tour::ChangeSettings(tour);
+  tour::CalibrateAxes(tour);
+  tour::WatchAccelerometers(tour);
+  tour::WatchAngles(tour);
+  tour::ShareAngles(tour);
   tour::DownloadRun(tour, "first");
   tour::ReviewPushes(tour, "first");
   tour::LaunchRun(tour);
@@ -34,7 +38,8 @@ int RunTour(const std::filesystem::path& logger, const std::filesystem::path& ou
   std::filesystem::create_directories(output / "stand-in");
   platform::RealMachine machine(output);
   platform::Machine::Install(machine);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, QString::fromStdString((output / "settings").string()));
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
+                     QString::fromStdString((output / "settings").string()));
   tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in");
   shell::MDIForm1 outer;
   if (!outer.Load()) return 1;
@@ -61,7 +66,8 @@ int main(int argc, char** argv) {
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime), 1);
   QApplication application(argc, argv);
   QCommandLineParser options;
-  options.addOptions({{"logger", "The stand-in logger.", "program"}, {"output", "Pictures and files.", "folder"}});
+  options.addOptions(
+      {{"logger", "The stand-in logger.", "program"}, {"output", "Pictures and files.", "folder"}});
   options.process(application);
   const int result = RunTour(std::filesystem::absolute(options.value("logger").toStdString()),
                              std::filesystem::absolute(options.value("output").toStdString()));
