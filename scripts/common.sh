@@ -2,7 +2,10 @@
 
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
-packages_build="g++ cmake ninja-build ccache qt6-base-dev libqt6serialport6-dev libqt6svg6-dev libqcustomplot-dev
+# Two checkouts of the same sources share what the compiler cache holds.
+export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
+
+packages_build="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev libqcustomplot-dev
   libqcustomplot2.1-qt6 libgtest-dev libgl-dev"
 packages_window="fonts-dejavu-core"
 packages_virtual_display="xvfb openbox xauth dbus at-spi2-core"

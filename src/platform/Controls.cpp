@@ -34,6 +34,7 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent) {
   auto* box = MakeTextBox(name, accessibleName, parent);
   box->setReadOnly(true);
+  QObject::connect(box, &QLineEdit::textChanged, box, [box] { box->setCursorPosition(0); });  // shows the beginning
   return box;
 }
 
