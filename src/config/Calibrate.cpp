@@ -167,7 +167,7 @@ void Calibrate::RequestSample() {
 void Calibrate::MSComm1_OnComm() {
   Guarded(*this, "MSComm1_OnComm", [this] {
     if (MSComm1.CommEvent() != ReceiveEvent) return;
-    if (const auto bits = link::AccelerometerReadings(MSComm1.Input())) {
+    if (const auto bits = link::AccelerometerReadings(link::TakeReply(MSComm1, 6))) {
       auto& sample = Shared.LiveSample;
       sample.AccX = bits->x;
       sample.AccY = bits->y;

@@ -12,7 +12,6 @@ namespace bexlow::platform {
 QGroupBox* MakeFrame(const char* name, const QString& caption, QWidget* parent) {
   auto* frame = new QGroupBox(caption, parent);
   frame->setObjectName(name);
-  frame->setAccessibleName(caption);
   return frame;
 }
 
@@ -34,7 +33,8 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent) {
   auto* box = MakeTextBox(name, accessibleName, parent);
   box->setReadOnly(true);
-  QObject::connect(box, &QLineEdit::textChanged, box, [box] { box->setCursorPosition(0); });  // shows the beginning
+  QObject::connect(box, &QLineEdit::textChanged, box,
+                   [box] { box->setCursorPosition(0); });  // shows the beginning
   return box;
 }
 

@@ -14,9 +14,8 @@ namespace bexlow::platform {
 
 namespace {
 
-// What waits while a handler runs or a box is open. More stays with the system, which drops the newest when
-// it is full.
-constexpr std::size_t MostWaiting = 256;
+constexpr std::size_t MostWaiting = 256;  // while a handler runs or a box is open; newer ones are dropped
+constexpr int MostAtOnce = 64;            // so that a flood does not keep the window from its other work
 
 std::errc CodeOf(QAbstractSocket::SocketError error) {
   switch (error) {
@@ -113,14 +112,18 @@ void Winsock::SendData(const std::string& text) {
   Refuse(CodeOf(socket_->error()), socket_->errorString().toStdString());
 }
 
-// Datagrams that find no room are fetched as soon as there is some: reading one makes the socket report the
-// others.
+// The toolkit falls silent about a socket that is not read when it asks, so that what finds no room is read
+// and dropped.
 void Winsock::Collect() {
-  while (received_.size() < MostWaiting && socket_->hasPendingDatagrams()) {
+  for (int i = 0; i < MostAtOnce && socket_->hasPendingDatagrams(); ++i) {
     const auto datagram = socket_->receiveDatagram();
     if (!datagram.isValid()) break;
-    received_.push_back(datagram.data().toStdString());
+    if (received_.size() < MostWaiting) received_.push_back(datagram.data().toStdString());
   }
+  OfferNext();
+}
+
+void Winsock::OfferNext() {
   if (!received_.empty()) EventGate::Get().Offer(this, [this] { Deliver(); });
 }
 
@@ -129,7 +132,7 @@ void Winsock::Deliver() {
   current_ = std::move(received_.front());
   received_.pop_front();
   if (DataArrival) DataArrival();
-  if (LocalPort() != 0) Collect();
+  OfferNext();
 }
 
 }  // namespace bexlow::platform

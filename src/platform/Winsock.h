@@ -60,6 +60,7 @@ class Winsock {
 
  private:
   void Collect();
+  void OfferNext();
   void Deliver();
 
   std::string name_;

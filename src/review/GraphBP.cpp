@@ -144,6 +144,7 @@ bool GraphBP::TakesFile() {
 bool GraphBP::BuildDoubleChannelArrays() {
   bool read = true;
   Guarded(*this, "BuildDoubleChannelArrays", [&] {
+    review_ = {};
     read = ReadReview(platform::ReadWhole(FileName()), review_);
     if (!read) MsgBox(EndOfFile);
   });
@@ -152,6 +153,7 @@ bool GraphBP::BuildDoubleChannelArrays() {
 }
 
 void GraphBP::ShowFile() {
+  graphs_->PrepareLinear();
   graphs_->Plot(*graphs_->CWGraph1, review_.XLinear);
   graphs_->Plot(*graphs_->CWGraph2, review_.YLinear);
   ShowPush(0);

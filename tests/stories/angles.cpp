@@ -174,6 +174,7 @@ TEST_P(RecorderStory, LeavingEndsAnyStateAndSavingOutlivesTheScreen) {
   EXPECT_EQ(Records().size(), 2U);
   for (const auto& next : Recorders) {
     SCOPED_TRACE(next.screen);
+    machine.Pass(milliseconds(10));  // the reply that was on its way finds nobody
     Choose("Display", next.screen);
     EXPECT_FALSE(Sampling());
     EXPECT_FALSE(Checked("Data", "Save"));

@@ -18,6 +18,15 @@ namespace bexlow::test {
 
 constexpr int LongWaitMs = 10'000;
 
+/// Lets real events pass until something is so, without the naps that the toolkit's own wait takes between
+/// them.
+template <class Condition>
+bool Until(Condition condition, int limitMs = LongWaitMs) {
+  const auto end = std::chrono::steady_clock::now() + milliseconds(limitMs);
+  while (!condition() && std::chrono::steady_clock::now() < end) QCoreApplication::processEvents();
+  return condition();
+}
+
 /// Another computer, as far as the program can tell.
 class PeerSocket {
  public:
@@ -29,7 +38,7 @@ class PeerSocket {
   }
   /// The next datagram; "(none)" where none comes.
   std::string Next(int waitMs = LongWaitMs) {
-    if (!QTest::qWaitFor([this] { return socket_.hasPendingDatagrams(); }, waitMs)) return "(none)";
+    if (!Until([this] { return socket_.hasPendingDatagrams(); }, waitMs)) return "(none)";
     QByteArray bytes(static_cast<qsizetype>(socket_.pendingDatagramSize()), 0);
     socket_.readDatagram(bytes.data(), bytes.size());
     return bytes.toStdString();
@@ -78,7 +87,7 @@ class RemoteStory : public LiveStory {
   void Arrives(const QByteArray& bytes) {
     The<QPlainTextEdit>("txtReceive").setPlainText("nothing yet");
     peer.Send(bytes, own);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Plain("txtReceive") != "nothing yet"; }, LongWaitMs));
+    EXPECT_TRUE(Until([&] { return Plain("txtReceive") != "nothing yet"; }));
   }
   double Dial(const char* name) const { return The<platform::CWKnob>(name).Value(); }
   bool Enabled(const char* name) const { return The(name).isEnabled(); }
@@ -300,8 +309,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
     TypeInto(The<QPlainTextEdit>("txtSend"), "x");
   }
   EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(2));
-  ASSERT_TRUE(
-      QTest::qWaitFor([&] { return Text("lblSocket").find("127.0.0.1") != std::string::npos; }, LongWaitMs));
+  ASSERT_TRUE(Until([&] { return Text("lblSocket").find("127.0.0.1") != std::string::npos; }));
   EXPECT_TRUE(peer.Nothing()) << "sent before the name was known";
   Press("Clear");
   EXPECT_EQ(peer.Next(), "");
@@ -342,7 +350,7 @@ TEST_F(WinsockTest, DatagramsWaitInOrderWhileEventsAreHeld) {
     QTest::qWait(20);
     EXPECT_TRUE(arrived_.empty());
   }
-  ASSERT_TRUE(QTest::qWaitFor([&] { return arrived_.size() == Count; }, LongWaitMs));
+  ASSERT_TRUE(Until([&] { return arrived_.size() == Count; }));
   for (std::size_t i = 0; i < Count; ++i) EXPECT_EQ(arrived_[i], std::to_string(i));
 }
 
@@ -357,9 +365,9 @@ TEST_F(WinsockTest, AFloodIsBoundedAndTheSocketGoesOnBehindIt) {
   }
   QTest::qWait(50);
   EXPECT_GE(arrived_.size(), 256U);
-  EXPECT_LT(arrived_.size(), 300U);
+  EXPECT_LE(arrived_.size(), 256U + 64U);
   peer_.Send("later", port_);
-  EXPECT_TRUE(QTest::qWaitFor([&] { return arrived_.back() == "later"; }, LongWaitMs));
+  EXPECT_TRUE(Until([&] { return arrived_.back() == "later"; }));
 }
 
 TEST_F(WinsockTest, RefusesWithACodeAndClosesInAnyState) {

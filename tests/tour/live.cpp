@@ -33,7 +33,8 @@ std::string AngleOfWord(int word, double fullScale) {
   return Tenths((word > 32767 ? word - 65535 : word) / 32767.0 * fullScale);
 }
 
-/// Samples with the saving on, and gives what the file holds behind the times, and what the stand-in sent meanwhile.
+/// Samples with the saving on, and gives what the file holds behind the times, and what the stand-in sent
+/// meanwhile.
 struct Saved {
   std::vector<std::string> records, sent;
 };
@@ -51,18 +52,21 @@ Saved SaveWhile(Tour& tour, const std::string& name, const std::function<void()>
   Saved saved;
   const auto lines = LinesOf(FileText(path));
   Require(lines.size() > 110, name + " holds too few samples");
-  for (std::size_t i = 10; i < lines.size(); ++i) saved.records.push_back(lines[i].substr(lines[i].find(',') + 1));
+  for (std::size_t i = 10; i < lines.size(); ++i)
+    saved.records.push_back(lines[i].substr(lines[i].find(',') + 1));
   const auto sent = LinesOf(tour.standIn.Samples());
   saved.sent.assign(sent.begin() + static_cast<std::ptrdiff_t>(before), sent.end());
   return saved;
 }
 
 /// Every record is what was sent at its place; the last ones sent may have come behind the stop.
-void Compare(const Saved& saved, const std::string& name, const std::function<std::string(const std::string&)>& record) {
+void Compare(const Saved& saved, const std::string& name,
+             const std::function<std::string(const std::string&)>& record) {
   Require(saved.sent.size() >= saved.records.size(), name + " holds more samples than were sent");
   Require(saved.sent.size() - saved.records.size() <= 2, name + " has lost samples");
   for (std::size_t i = 0; i < saved.records.size(); ++i)
-    Require(saved.records[i] == record(saved.sent[i]), name + ", sample " + std::to_string(i) + ": " + saved.records[i]);
+    Require(saved.records[i] == record(saved.sent[i]),
+            name + ", sample " + std::to_string(i) + ": " + saved.records[i]);
 }
 
 std::vector<int> Numbers(const std::string& line) {

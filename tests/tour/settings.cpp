@@ -13,7 +13,9 @@ namespace {
 constexpr auto Averages = "NumEdit31";
 constexpr std::size_t AveragesCell = 31;
 
-double ValueOf(Robot& robot, const char* name) { return robot.The<platform::CWNumEdit>(name).Value(); }
+double ValueOf(Robot& robot, const char* name) {
+  return robot.The<platform::CWNumEdit>(name).Value();
+}
 
 int WordAt(const StandIn& standIn, std::size_t address) {
   const auto cells = standIn.Eeprom();
@@ -64,7 +66,8 @@ void CalibrateAxes(Tour& tour) {
   std::size_t address = 2;
   for (const char* box : {"txtOffsetX", "txtOffsetY", "txtOffsetZ", "txtGainX", "txtGainY", "txtGainZ"}) {
     const double shown = std::stod(robot.Text(box));
-    Require(WordAt(tour.standIn, address) == static_cast<int>(std::nearbyint(shown)), std::string(box) + " as written");
+    Require(WordAt(tour.standIn, address) == static_cast<int>(std::nearbyint(shown)),
+            std::string(box) + " as written");
     address += 2;
   }
   Require(tour.standIn.Eeprom()[32] == 0, "the shaker is off");
