@@ -1,0 +1,219 @@
+// The pace of the settings: the real Configuration screen on the real clock against the stand-in logger.
+// Moments of a whole write as the stand-in's log has them, beside a bare timer's in the same run; and what
+// the reads take over what line and pauses take alone.
+//
+// bench_write_pace LOGGER
+#include <QAction>
+#include <QApplication>
+#include <QProcess>
+#include <QTimer>
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <sstream>
+#include <thread>
+
+#include "Figure.h"
+#include "config/Configuration.h"
+#include "link/Communications.h"
+#include "platform/RealMachine.h"
+#include "platform/TextFile.h"
+#include "shell/MDIForm1.h"
+#include "shell/Records.h"
+
+namespace {
+
+using namespace bexlow;
+namespace fs = std::filesystem;
+
+constexpr double TickMs = 500;
+constexpr double PauseMs = 12;
+constexpr double ByteMs = 10 * 1000.0 / 19'200;
+constexpr int ReadCells = 53;
+constexpr int LimitMs = 60'000;
+
+/// The 40 cells of the write; behind cell 25 four ticks send nothing.
+constexpr int Written[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21,
+                           22, 23, 24, 25, 30, 31, 32, 33, 34, 42, 43, 62, 63, 64, 65, 66, 67, 68, 69, 102};
+constexpr int TickOf(std::size_t cell) {
+  return static_cast<int>(cell) + (cell < 24 ? 1 : 5);
+}
+
+double NowMs() {
+  return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch())
+      .count();
+}
+
+/// The real machine with a user who closes each box; an end of a sequence leaves the event loop.
+class AnsweredMachine : public platform::RealMachine {
+ public:
+  using RealMachine::RealMachine;
+  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override {
+    endedAt = NowMs();
+    last = text;
+    QApplication::quit();
+    return buttons == platform::Buttons::RetryCancel ? platform::Answer::Retry : platform::Answer::Ok;
+  }
+  double endedAt = 0;
+  std::string last;
+};
+
+struct Heard {
+  double ms;
+  int byte;
+};
+
+/// What the stand-in has heard since a moment.
+std::vector<Heard> HeardSince(const fs::path& log, double since) {
+  std::this_thread::sleep_for(std::chrono::milliseconds(200));  // the stand-in writes its last lines
+  std::vector<Heard> heard;
+  std::istringstream lines(platform::ReadWhole(log));
+  for (std::string line; std::getline(lines, line);) {
+    std::istringstream words(line);
+    double us = 0;
+    std::string direction;
+    if (!(words >> us >> direction) || direction != "<" || us / 1000 < since) continue;
+    for (int byte = 0; words >> std::hex >> byte;) heard.push_back({us / 1000, byte});
+  }
+  return heard;
+}
+
+/// A bare timer of the same interval, out of step with the screen's own. Its largest error is the machine's.
+class TimerNoise {
+ public:
+  TimerNoise() {
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
+      ++ticks_;
+      largest = std::max(largest, std::abs(NowMs() - start_ - ticks_ * TickMs));
+    });
+    QTimer::singleShot(static_cast<int>(TickMs) / 2, &timer_, [this] {
+      start_ = NowMs();
+      timer_.start(static_cast<int>(TickMs));
+    });
+  }
+  double largest = 0;
+
+ private:
+  QTimer timer_;
+  double start_ = 0;
+  int ticks_ = 0;
+};
+
+bool RunUntil(const AnsweredMachine& machine, const std::string& message) {
+  QApplication::exec();
+  if (machine.last == message) return true;
+  std::fprintf(stderr, "bench_write_pace: %s\n", machine.last.empty() ? "no end" : machine.last.c_str());
+  return false;
+}
+
+QAction* Entry(const platform::Form& screen, const char* name) {
+  return screen.Menus().first()->findChild<QAction*>(name);
+}
+
+void PrintRead(const char* name, double ms, double bareMs) {
+  bench::PrintFigure(name, ms / bareMs, 1.05, "",
+                     bench::Fixed(ms, 1) + " ms over " + bench::Fixed(bareMs, 1) + " ms");
+}
+
+/// The cells of the screen, one by one: a pause, then the address and the reply on the line.
+bool MeasureRead(AnsweredMachine& machine, const platform::Form& screen, const fs::path& log) {
+  if (!RunUntil(machine, "Read completed!")) return false;
+  const double start = NowMs();
+  Entry(screen, "mnuRead")->trigger();
+  if (!RunUntil(machine, "Read completed!")) return false;
+  const auto heard = HeardSince(log, start);
+  if (heard.size() != 2 * ReadCells) return false;
+  PrintRead("Read of 53 cells, over its bare line time", machine.endedAt - heard.front().ms,
+            ReadCells * (PauseMs + 2 * ByteMs));
+  return true;
+}
+
+/// A block waits for fixed times only, so that they are its bare time.
+bool MeasureBlock(const link::Block& block) {
+  platform::Form screen("Bench", "Bench");
+  platform::MSComm comm(screen, "MSComm1");
+  const double start = NowMs();
+  const auto reply = link::ReadBlock(comm, screen, block);
+  const double ms = NowMs() - start;
+  double bareMs = block.leadPauseMs;
+  for (const auto& request : block.requests) {
+    bareMs += block.pauseMs;
+    for (const auto& step : request) bareMs += step.pauseMs;
+  }
+  if (reply) PrintRead((std::string(block.name) + ", over its bare time").c_str(), ms, bareMs);
+  return reply.has_value();
+}
+
+bool PrintWrite(const std::vector<Heard>& heard, double start, double noise, const std::string& cells) {
+  if (heard.size() != 3 * std::size(Written)) return false;
+  double late = 0;
+  double pauses = 0;
+  for (std::size_t i = 0; i < std::size(Written); ++i) {
+    const auto* cell = &heard[3 * i];
+    const int value = static_cast<std::uint8_t>(cells[static_cast<std::size_t>(Written[i])]);
+    if (cell[0].byte != 'p' || cell[1].byte != Written[i] || cell[2].byte != value) return false;
+    late = std::max(late, std::abs(cell->ms - start - TickOf(i) * TickMs));
+    for (int n = 0; n < 2; ++n) pauses = std::max(pauses, std::abs(cell[n + 1].ms - cell[n].ms - PauseMs));
+  }
+  bench::PrintFigure("Write of 40 cells, largest deviation of a request from its moment", late,
+                     bench::NoLimit, " ms",
+                     "a bare timer of 500 ms in the same run: " + bench::Fixed(noise, 2) +
+                         " ms; every byte as it should be");
+  bench::PrintFigure("Write of 40 cells, largest deviation of a pause from 12 ms", pauses, bench::NoLimit,
+                     " ms", "80 pauses");
+  return true;
+}
+
+bool MeasureWrite(AnsweredMachine& machine, const platform::Form& screen, const fs::path& folder) {
+  const auto cells =
+      platform::ReadWhole(folder / "cells");  // as they were read, so that they are written back
+  const TimerNoise noise;
+  const double start = NowMs();
+  Entry(screen, "mnuWrite")->trigger();
+  return RunUntil(machine, "Write completed!") &&
+         PrintWrite(HeardSince(folder / "log", start), start, noise.largest, cells);
+}
+
+bool Measure(const fs::path& folder, const QString& logger) {
+  fs::create_directories(folder / "Ports");
+  const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
+  QProcess standIn;
+  standIn.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+  standIn.start(logger, {"--link", file("Ports/COM1"), "--log", file("log"), "--dump-eeprom", file("cells")});
+  if (!standIn.waitForStarted() || !standIn.waitForReadyRead(5000)) return false;
+  AnsweredMachine machine(folder);
+  platform::Machine::Install(machine);
+  shell::MDIForm1 outer;
+  if (!outer.Load()) return false;
+  shell::Shared.CurrentCommPort = 1;
+  auto* screen = new config::Configuration;
+  outer.ShowChild(screen);
+  outer.show();
+  QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
+  const bool measured = MeasureRead(machine, *screen, folder / "log") &&
+                        MeasureWrite(machine, *screen, folder) && MeasureBlock(link::TareBlock()) &&
+                        MeasureBlock(link::CalibrationBlock());
+  standIn.terminate();
+  standIn.waitForFinished(5000);
+  return measured;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
+  if (mkdtemp(scratch) == nullptr) return 1;
+  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, scratch, 1);
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const QApplication application(argc, argv);
+  const bool measured = Measure(scratch, argv[1]);
+  fs::remove_all(scratch);
+  if (!measured) std::fprintf(stderr, "bench_write_pace: a sequence did not go as it should\n");
+  return measured ? 0 : 1;
+}
