@@ -47,17 +47,24 @@ void Configuration::RequestCell() {
 }
 
 // One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without
-// limit.
+// limit. A repeat and the next request begin alike, so that the pause behind their letter shows whether the
+// reply has ended.
 void Configuration::MSComm1_OnComm() {
   Guarded(*this, "MSComm1_OnComm", [this] {
-    const auto reply = link::TakeReply(MSComm1, 1);
-    if (reply.size() != 1) return RequestCell();
-    Shared.ReadArray[Shared.ParameterIndex] = reply.front();
-    const int k = ++Shared.ParameterIndex;
-    progress_.Show("Reading", k, k - FirstIndex);
-    if (k != EndOfRead) return RequestCell();
-    FinishRead();
+    const bool last = Shared.ParameterIndex == EndOfRead - 1;
+    if (!last) link::Send(MSComm1, {link::ReadEeprom(0).front()});
+    const auto reply = last ? link::TakeReply(MSComm1, 1) : MSComm1.Input();
+    if (reply.size() == 1) TakeCell(reply.front());
+    if (Shared.ParameterIndex == EndOfRead) return FinishRead();
+    if (last) return RequestCell();
+    link::Send(MSComm1, {link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex)).back()});
   });
+}
+
+void Configuration::TakeCell(std::uint8_t byte) {
+  Shared.ReadArray[Shared.ParameterIndex] = byte;
+  const int k = ++Shared.ParameterIndex;
+  progress_.Show("Reading", k, k - FirstIndex);
 }
 
 void Configuration::FinishRead() {

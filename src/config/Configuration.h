@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <optional>
 
 #include "config/ParameterMap.h"
@@ -44,6 +45,7 @@ class Configuration : public platform::Form {
   bool Form_KeyDown(const QKeyEvent& key);
 
   void RequestCell();
+  void TakeCell(std::uint8_t byte);
   void FinishRead();
   void BreakOutReadArray();
   void ShowParameters();

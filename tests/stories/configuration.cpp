@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "config/ParameterMap.h"
-#include "link/Communications.h"
 #include "platform/CWNumEdit.h"
 #include "support/CutLogger.h"
 #include "support/Story.h"
@@ -105,7 +104,7 @@ TEST_F(Configuration, OpeningReads53CellsOneByOne) {
   const auto cells = ReadCells();
   ASSERT_EQ(machine.wire.size(), 2 * cells.size());
   const auto start = machine.wire.front().at;
-  const auto perCell = 12ms + 2 * ByteTime + microseconds(link::PromptSilence);  // then the reply has ended
+  const auto perCell = 12ms + 2 * ByteTime;  // nothing waits between a reply and the next request
   for (std::size_t i = 0; i < cells.size(); ++i) {
     SCOPED_TRACE(i);
     EXPECT_EQ(machine.wire[2 * i].byte, 'r');
@@ -158,10 +157,12 @@ TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
     Bytes reply;
     microseconds late;
     std::size_t requests;  // 0: the read stands still
+    microseconds secondAfter = 0s;
   };
   StartConnected();
   for (const auto& row : std::vector<Row>{{"doubled", {9, 9}, 0s, 54},
                                           {"three bytes", {9, 9, 9}, 0s, 54},
+                                          {"doubled, and torn", {9}, 0s, 54, 600us},
                                           {"late", {77}, 4s, 53},
                                           {"lost", {}, 0s, 0}}) {
     SCOPED_TRACE(row.what);
@@ -169,7 +170,9 @@ TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
       SCOPED_TRACE(at);
       logger.replies = 0;
       logger.spoil = [&](Bytes& reply, microseconds& delay) {
-        if (logger.replies == at) std::tie(reply, delay) = std::tie(row.reply, row.late);
+        if (logger.replies != at) return;
+        std::tie(reply, delay) = std::tie(row.reply, row.late);
+        if (row.secondAfter > 0s) logger.Send({9}, row.secondAfter);
       };
       shell::Shared.OnBoardParameters = {};
       machine.wire.clear();
