@@ -35,7 +35,7 @@ class Configuration : public platform::Form {
   QWidget* BuildSingleAddresses();
   QWidget* BuildIdentity();
   QWidget* MakeValueBox(const Parameter& row, QWidget* parent);
-  QWidget* MakeUpdateRate(QWidget* parent);
+  void AddUpdateRate(QGridLayout* grid, const Parameter& row, QWidget* frame);
 
   void mnuRead_Click();
   void mnuEEPROM_Click();

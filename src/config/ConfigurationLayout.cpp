@@ -146,30 +146,25 @@ QWidget* Configuration::BuildSingleAddresses() {
     if (row.control == Control::NumEdit && CellsOf(row.form) == 1)
       AddRow(grid, row, MakeValueBox(row, frame), frame);
     if (row.control != Control::Option) continue;
-    const int line = grid->rowCount();
-    grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), frame), line, 0, Qt::AlignTop);
-    grid->addWidget(MakeUpdateRate(frame), line, 1, 1, 3);
+    AddUpdateRate(grid, row, frame);
   }
   return frame;
 }
 
-QWidget* Configuration::MakeUpdateRate(QWidget* parent) {
-  auto* rates = new QWidget(parent);
-  auto* group = new QButtonGroup(rates);
-  auto* column = new QVBoxLayout(rates);
-  column->setContentsMargins(0, 0, 0, 0);
-  column->setSpacing(4);
+void Configuration::AddUpdateRate(QGridLayout* grid, const Parameter& row, QWidget* frame) {
+  auto* group = new QButtonGroup(frame);
+  int line = grid->rowCount();
+  grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), frame), line, 0);
   const auto make = [&](const char* name, std::string_view caption) {
-    auto* option = new QRadioButton(Text(caption), rates);
+    auto* option = new QRadioButton(Text(caption), frame);
     option->setObjectName(name);
     group->addButton(option);
-    column->addWidget(option);
+    grid->addWidget(option, line++, 1, 1, 3);
     return option;
   };
   opt75Hz = make("opt75Hz", UpdateRate75Caption);
   opt15Hz = make("opt15Hz", UpdateRate15Caption);
   opt15Hz->setChecked(true);
-  return rates;
 }
 
 QWidget* Configuration::BuildIdentity() {
