@@ -12,12 +12,13 @@ std::string Fixed(double value, int decimals) {
   return text;
 }
 
-void PrintFigure(const std::string& name, double measured, double limit, const std::string& unit,
+void PrintFigure(const std::string& name, double measured, Limit limit, const std::string& unit,
                  const std::string& detail) {
   const int decimals = unit.empty() ? 3 : 2;
-  const std::string most = limit == NoLimit ? "none" : Fixed(limit, 2) + unit;
+  const std::string bound =
+      limit.value == NoLimit ? "none" : (limit.atLeast ? "at least " : "") + Fixed(limit.value, 2) + unit;
   std::printf("%s\t%s%s (%s)\t%s\t%s\n", name.c_str(), Fixed(measured, decimals).c_str(), unit.c_str(),
-              detail.c_str(), most.c_str(), measured <= limit ? "yes" : "NO");
+              detail.c_str(), bound.c_str(), limit.Kept(measured) ? "yes" : "NO");
   std::fflush(stdout);
 }
 

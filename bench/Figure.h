@@ -1,4 +1,4 @@
-// A figure: what was measured, and the most that it may be.
+// A figure: what was measured, and what it must keep to.
 #pragma once
 
 #include <limits>
@@ -7,12 +7,22 @@
 
 namespace bexlow::bench {
 
+/// What a figure must keep to. A bare number is the most that it may be.
+struct Limit {
+  constexpr Limit(double number, bool least = false) : value(number), atLeast(least) {}
+  bool Kept(double measured) const { return atLeast ? measured >= value : measured <= value; }
+  double value;
+  bool atLeast;
+};
+constexpr Limit AtLeast(double value) {
+  return {value, true};
+}
 /// The limit of a figure that is only told.
 inline constexpr double NoLimit = std::numeric_limits<double>::infinity();
 
 /// Prints a line "name TAB measured TAB limit TAB within", which bench/run gathers into its table.
 /// @param detail  how the figure came about, such as "163.1 ms over 162.0 ms"; shown behind the number
-void PrintFigure(const std::string& name, double measured, double limit, const std::string& unit,
+void PrintFigure(const std::string& name, double measured, Limit limit, const std::string& unit,
                  const std::string& detail);
 
 /// The middle one. Throws std::system_error (invalid argument) if there is none.

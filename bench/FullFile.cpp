@@ -14,7 +14,8 @@ namespace bexlow::bench {
 namespace {
 
 constexpr int Pages = 2047;
-constexpr int PairsBetweenPushes = 9001;
+constexpr int SomePushes = 9001;  // pairs from one push to the next
+constexpr int OnlyPushes = 1;
 constexpr std::uint8_t Push = 127;
 
 /// An angle as pages hold it: 128ths of full scale, negative ones counted down from 255.
@@ -26,9 +27,10 @@ std::uint8_t AngleByte(double degrees, double fullScale) {
 /// Slow sway with a tremble, different on each axis and at each place.
 class Wearer {
  public:
+  explicit Wearer(int pairsAPush) : pairsAPush_(pairsAPush) {}
   void Fill(std::array<std::uint8_t, download::PageBytes>& page) {
     for (std::size_t i = 0; i < page.size(); i += 2, ++time_) {
-      const bool pressed = time_ % PairsBetweenPushes == PairsBetweenPushes - 1;
+      const bool pressed = time_ % pairsAPush_ == pairsAPush_ - 1;
       page[i] = pressed ? Push : AngleByte(60 * std::sin(time_ / 300.0) + tremble_(random_), 180);
       page[i + 1] = pressed ? Push : AngleByte(25 * std::sin(time_ / 170.0) + tremble_(random_), 90);
     }
@@ -37,22 +39,30 @@ class Wearer {
  private:
   std::mt19937 random_{1};
   std::normal_distribution<double> tremble_{0, 6};
+  int pairsAPush_;
   int time_ = 0;
 };
 
-}  // namespace
-
-std::string FullDataFile() {
+std::string FileOf(Wearer wearer) {
   const download::DownloadHeader header{
       "3.3", 417, "03/09/2004 14:05:07", "7.5", "X=323 Y=408 Z=322", "X=323 Y=324 Z=322", "X=0 Y=0"};
   std::string text = download::DataFileHeader(download::DataFileKind::DownloadPages, "3.2.3", header, 1, 3);
   std::array<std::uint8_t, download::PageBytes> bytes{};
-  Wearer wearer;
   for (int page = 1; page <= Pages; ++page) {
     wearer.Fill(bytes);
     text += download::PageRecord(page, download::DecodePage(bytes, 1, 3));
   }
   return text;
+}
+
+}  // namespace
+
+std::string FullDataFile() {
+  return FileOf(Wearer(SomePushes));
+}
+
+std::string StuckButtonFile() {
+  return FileOf(Wearer(OnlyPushes));
 }
 
 }  // namespace bexlow::bench

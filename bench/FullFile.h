@@ -8,5 +8,7 @@ namespace bexlow::bench {
 /// The text, made by the program's own writers from a wearer who sways, stoops and now and then presses the
 /// button.
 std::string FullDataFile();
+/// The same memory when the button was stuck: each of the 270,204 pairs is a push.
+std::string StuckButtonFile();
 
 }  // namespace bexlow::bench

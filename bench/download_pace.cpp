@@ -5,17 +5,16 @@
 // bench_download_pace LOGGER
 #include <QAction>
 #include <QApplication>
-#include <QProcess>
 #include <QProgressBar>
 #include <QTimer>
 
 #include <chrono>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 
 #include "Figure.h"
+#include "Rig.h"
 #include "download/DownloadErase.h"
 #include "platform/RealMachine.h"
 #include "platform/TextFile.h"
@@ -89,19 +88,14 @@ std::vector<double> Download(AnsweredMachine& machine) {
   return machine.completed ? times : std::vector<double>{};
 }
 
-bool Measure(const fs::path& folder, const QString& logger) {
-  fs::create_directories(folder / "Ports");
-  const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
-  QProcess standIn;
-  standIn.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  standIn.start(logger,
-                {"--link", file("Ports/COM1"), "--pages", QString::number(Pages), "--log", file("log")});
-  if (!standIn.waitForStarted() || !standIn.waitForReadyRead(5000)) return false;
+bool Measure(const fs::path& folder, const char* logger) {
+  bench::StandIn standIn(
+      logger, folder,
+      {"--pages", QString::number(Pages), "--log", QString::fromStdString((folder / "log").string())});
   AnsweredMachine machine(folder);
   platform::Machine::Install(machine);
   const auto seen = Download(machine);
-  standIn.terminate();
-  standIn.waitForFinished(5000);
+  standIn.End();
   const auto logged = PagesInLog(folder / "log");
   if (seen.size() < Pages || logged.size() < Pages) return false;
   struct Row {
@@ -121,13 +115,9 @@ bool Measure(const fs::path& folder, const QString& logger) {
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
-  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
-  if (mkdtemp(scratch) == nullptr) return 1;
-  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, scratch, 1);
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const bench::Scratch scratch;
   const QApplication application(argc, argv);
-  const bool measured = Measure(scratch, argv[1]);
-  fs::remove_all(scratch);
-  if (!measured) std::fprintf(stderr, "bench_download_pace: the download did not come to its end\n");
-  return measured ? 0 : 1;
+  if (Measure(scratch.Path(), argv[1])) return 0;
+  std::fprintf(stderr, "bench_download_pace: the download did not come to its end\n");
+  return 1;
 }

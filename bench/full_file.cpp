@@ -4,13 +4,13 @@
 
 #include <benchmark/benchmark.h>
 #include <charconv>
-#include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <map>
 
 #include "Figure.h"
 #include "FullFile.h"
+#include "Rig.h"
 #include "download/LinearCsv.h"
 #include "graph/Graph.h"
 #include "graph/Series.h"
@@ -154,7 +154,7 @@ void Register(Bench& bench) {
 }
 
 void PrintRatio(const Medians& medians, const std::string& name, const char* ours, const char* bare,
-                double limit) {
+                bench::Limit limit) {
   bench::PrintFigure(
       name, medians.Of(ours) / medians.Of(bare), limit, "",
       bench::Fixed(medians.Of(ours), 2) + " ms over " + bench::Fixed(medians.Of(bare), 2) + " ms");
@@ -175,20 +175,15 @@ void PrintFigures(const Medians& medians) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
-  if (mkdtemp(scratch) == nullptr) return 1;
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const bench::Scratch scratch;
   const QApplication application(argc, argv);
   char interleave[] = "--benchmark_enable_random_interleaving=true";
   char* arguments[] = {argv[0], interleave, nullptr};
   int count = 2;
   benchmark::Initialize(&count, arguments);
   Medians medians;
-  {
-    Bench bench(scratch);
-    Register(bench);
-    benchmark::RunSpecifiedBenchmarks(&medians);
-  }
+  Bench bench(scratch.Path());
+  Register(bench);
+  benchmark::RunSpecifiedBenchmarks(&medians);
   PrintFigures(medians);
-  fs::remove_all(scratch);
 }

@@ -2,12 +2,12 @@
 #include <QApplication>
 #include <QTimer>
 
-#include <cstdlib>
 #include <filesystem>
 #include <sys/resource.h>
 
 #include "Figure.h"
 #include "FullFile.h"
+#include "Rig.h"
 #include "download/DownloadErase.h"
 #include "graph/Graph.h"
 #include "platform/RealMachine.h"
@@ -69,11 +69,7 @@ bool WatchScreens(const std::filesystem::path& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
-  if (mkdtemp(scratch) == nullptr) return 1;
-  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, scratch, 1);
+  const bench::Scratch scratch;
   const QApplication application(argc, argv);
-  const bool watched = WatchScreens(scratch);
-  std::filesystem::remove_all(scratch);
-  return watched ? 0 : 1;
+  return WatchScreens(scratch.Path()) ? 0 : 1;
 }

@@ -5,19 +5,18 @@
 // bench_write_pace LOGGER
 #include <QAction>
 #include <QApplication>
-#include <QProcess>
 #include <QTimer>
 
 #include <algorithm>
 #include <chrono>
 #include <cmath>
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <sstream>
 #include <thread>
 
 #include "Figure.h"
+#include "Rig.h"
 #include "config/Configuration.h"
 #include "link/Communications.h"
 #include "platform/RealMachine.h"
@@ -179,13 +178,9 @@ bool MeasureWrite(AnsweredMachine& machine, const platform::Form& screen, const 
          PrintWrite(HeardSince(folder / "log", start), start, noise.largest, cells);
 }
 
-bool Measure(const fs::path& folder, const QString& logger) {
-  fs::create_directories(folder / "Ports");
+bool Measure(const fs::path& folder, const char* logger) {
   const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
-  QProcess standIn;
-  standIn.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  standIn.start(logger, {"--link", file("Ports/COM1"), "--log", file("log"), "--dump-eeprom", file("cells")});
-  if (!standIn.waitForStarted() || !standIn.waitForReadyRead(5000)) return false;
+  bench::StandIn standIn(logger, folder, {"--log", file("log"), "--dump-eeprom", file("cells")});
   AnsweredMachine machine(folder);
   platform::Machine::Install(machine);
   shell::MDIForm1 outer;
@@ -195,25 +190,17 @@ bool Measure(const fs::path& folder, const QString& logger) {
   outer.ShowChild(screen);
   outer.show();
   QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
-  const bool measured = MeasureRead(machine, *screen, folder / "log") &&
-                        MeasureWrite(machine, *screen, folder) && MeasureBlock(link::TareBlock()) &&
-                        MeasureBlock(link::CalibrationBlock());
-  standIn.terminate();
-  standIn.waitForFinished(5000);
-  return measured;
+  return MeasureRead(machine, *screen, folder / "log") && MeasureWrite(machine, *screen, folder) &&
+         MeasureBlock(link::TareBlock()) && MeasureBlock(link::CalibrationBlock());
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
-  char scratch[] = "/tmp/bexlow-bench-XXXXXX";
-  if (mkdtemp(scratch) == nullptr) return 1;
-  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, scratch, 1);
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const bench::Scratch scratch;
   const QApplication application(argc, argv);
-  const bool measured = Measure(scratch, argv[1]);
-  fs::remove_all(scratch);
-  if (!measured) std::fprintf(stderr, "bench_write_pace: a sequence did not go as it should\n");
-  return measured ? 0 : 1;
+  if (Measure(scratch.Path(), argv[1])) return 0;
+  std::fprintf(stderr, "bench_write_pace: a sequence did not go as it should\n");
+  return 1;
 }

@@ -9,6 +9,7 @@ packages_build="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6
   libqcustomplot2.1-qt6 libgtest-dev libgl-dev"
 packages_window="fonts-dejavu-core"
 packages_virtual_display="xvfb openbox xauth dbus at-spi2-core"
+packages_bench="libbenchmark-dev"
 packages_lint="clang-format clang-tidy"
 
 say() { printf '\n== %s\n' "$*"; }

@@ -1,13 +1,14 @@
 #include "shell/MDIForm1.h"
 
-#include <QMdiArea>
-#include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QShortcut>
 #include <QTabBar>
+#include <QTabWidget>
 
 #include "live/Conversions.h"
 #include "live/NumberText.h"
 #include "platform/Form.h"
+#include "platform/FramePace.h"
 #include "platform/Machine.h"
 #include "platform/ProgramVersion.h"
 #include "platform/RunningCopy.h"
@@ -20,19 +21,24 @@ namespace bexlow::shell {
 
 using platform::Form;
 
-MDIForm1::MDIForm1() : area_(new QMdiArea(this)) {
+// Plain tabs: a QMdiArea loads the icons of title bars that nobody sees, which made a tenth of the start.
+MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)) {
   setObjectName("MDIForm1");
   setWindowTitle("Quornell Bexlow");
   resize(1120, 760);
-  area_->setViewMode(QMdiArea::TabbedView);
-  area_->setDocumentMode(true);
-  if (auto* tabs = area_->findChild<QTabBar*>()) tabs->setExpanding(false);
-  setCentralWidget(area_);
-  connect(area_, &QMdiArea::subWindowActivated, this, &MDIForm1::OnActivated);
+  tabs_->setDocumentMode(true);
+  tabs_->tabBar()->setExpanding(false);
+  tabs_->setTabsClosable(true);
+  setCentralWidget(tabs_);
+  new platform::FramePace(*this);
+  connect(tabs_, &QTabWidget::currentChanged, this, &MDIForm1::OnActivated);
+  connect(tabs_, &QTabWidget::tabCloseRequested, this, &MDIForm1::AskToClose);
+  auto* close = new QShortcut(QKeySequence::Close, this);
+  connect(close, &QShortcut::activated, this, [this] { AskToClose(tabs_->currentIndex()); });
 }
 
 MDIForm1::~MDIForm1() {
-  disconnect(area_, nullptr, this, nullptr);
+  disconnect(tabs_, nullptr, this, nullptr);
 }
 
 bool MDIForm1::Load() {
@@ -53,36 +59,34 @@ bool MDIForm1::Load() {
   return first;
 }
 
-QMdiSubWindow* MDIForm1::WindowOf(const Form* child) const {
-  for (auto* window : area_->subWindowList()) {
-    if (window->widget() == child) return window;
-  }
-  return nullptr;
+Form* MDIForm1::ChildAt(int tab) const {
+  return qobject_cast<Form*>(tabs_->widget(tab));
 }
 
 Form* MDIForm1::Child(const QString& name) const {
-  for (auto* window : area_->subWindowList()) {
-    auto* child = qobject_cast<Form*>(window->widget());
+  for (int tab = 0; tab < tabs_->count(); ++tab) {
+    auto* child = ChildAt(tab);
     if (child != nullptr && !child->Unloaded() && child->objectName() == name) return child;
   }
   return nullptr;
 }
 
 void MDIForm1::ShowChild(Form* child) {
-  auto* window = WindowOf(child);
-  if (window == nullptr) {
-    window = area_->addSubWindow(child);
-    window->setWindowTitle(child->windowTitle());
+  if (tabs_->indexOf(child) < 0) {
+    const int tab = tabs_->addTab(child, child->windowTitle());
     connect(child, &Form::Left, this, [this, child] { OnLeft(child); });
-    child->show();
+    if (!child->OnCloseRequest) tabs_->tabBar()->setTabButton(tab, QTabBar::RightSide, nullptr);
   }
-  area_->setActiveSubWindow(window);
-  window->showMaximized();
-  OnActivated(window);
+  tabs_->setCurrentWidget(child);
+  OnActivated(tabs_->currentIndex());
 }
 
-void MDIForm1::OnActivated(QMdiSubWindow* window) {
-  auto* child = window == nullptr ? nullptr : qobject_cast<Form*>(window->widget());
+void MDIForm1::AskToClose(int tab) {
+  if (auto* child = ChildAt(tab)) child->close();
+}
+
+void MDIForm1::OnActivated(int tab) {
+  auto* child = ChildAt(tab);
   if (child == nullptr || child->Unloaded() || child == Form::ActiveChild()) return;
   Form::ActiveChild(child);
   menuBar()->clear();
@@ -92,11 +96,7 @@ void MDIForm1::OnActivated(QMdiSubWindow* window) {
 }
 
 void MDIForm1::OnLeft(Form* child) {
-  if (auto* window = WindowOf(child)) {
-    window->setWidget(nullptr);
-    area_->removeSubWindow(window);
-    window->deleteLater();
-  }
+  tabs_->removeTab(tabs_->indexOf(child));
   if (auto* main = Child("Main")) ShowChild(main);
 }
 

@@ -5,8 +5,7 @@
 
 #include <memory>
 
-class QMdiArea;
-class QMdiSubWindow;
+class QTabWidget;
 
 namespace bexlow::platform {
 class Form;
@@ -31,11 +30,12 @@ class MDIForm1 : public QMainWindow {
   void ShowChild(platform::Form* child);
 
  private:
-  void OnActivated(QMdiSubWindow* window);
+  void OnActivated(int tab);
   void OnLeft(platform::Form* child);
-  QMdiSubWindow* WindowOf(const platform::Form* child) const;
+  void AskToClose(int tab);
+  platform::Form* ChildAt(int tab) const;
 
-  QMdiArea* area_;
+  QTabWidget* tabs_;
   std::unique_ptr<platform::RunningCopy> runningCopy_;
 };
 

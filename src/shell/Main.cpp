@@ -30,6 +30,11 @@ using platform::MsgBox;
 
 namespace {
 
+QFont TitleFont(QFont font) {
+  font.setPointSize(34);
+  return font;
+}
+
 Form* MakeGraph() {
   return new graph::Graph;
 }
@@ -106,7 +111,7 @@ void Main::BuildHelpMenu() {
 void Main::BuildBody() {
   auto* label = new QLabel("Bexlow", this);
   label->setObjectName("Label3");
-  label->setStyleSheet("font-size: 34pt; font-weight: 600;");
+  label->setFont(TitleFont(label->font()));
   lblHint = new QLabel(this);
   lblHint->setObjectName("lblHint");
   lblHint->setWordWrap(true);

@@ -1,0 +1,65 @@
+// How fast the live chains run against what the line allows, and whether the window keeps up meanwhile.
+//
+// bench_live_pace LOGGER [SECONDS]: the stand-in logger, and seconds a case, 5 unless given
+#include <QApplication>
+
+#include <algorithm>
+#include <cstdlib>
+
+#include "Figure.h"
+#include "LiveRig.h"
+
+namespace {
+
+using namespace bexlow::bench;
+
+/// The worst of all cases.
+struct Window {
+  double fewestRepaints = 1e9, longestClickMs = 0, medianClickMs = 0;
+};
+
+std::string Percent(double share) {
+  return Fixed(share * 100, 0) + " %";
+}
+
+// Saving without a pace is only told: it opens, writes and closes a file for each sample.
+void PrintPace(const LiveScreen& screen, bool paced, bool saving, const Figures& figures) {
+  const std::string name = std::string(screen.name) + (saving ? ", saving" : "");
+  const std::string cpu = "CPU share " + Percent(figures.cpuShare);
+  if (!paced)
+    return PrintFigure(name + ", line without a pace, samples a second", figures.samplesASecond,
+                       saving ? Limit(NoLimit) : AtLeast(5000), "", cpu);
+  PrintFigure(name + ", samples a second over the line's limit", figures.samplesASecond / LineLimit(screen),
+              AtLeast(0.97), "",
+              Fixed(figures.samplesASecond, 1) + " over " + Fixed(LineLimit(screen), 1) + ", " + cpu);
+}
+
+void Add(Window& window, const Figures& figures) {
+  window.fewestRepaints = std::min(window.fewestRepaints, figures.repaintsASecond);
+  window.longestClickMs = std::max(window.longestClickMs, figures.clickMsMost);
+  window.medianClickMs = std::max(window.medianClickMs, figures.clickMsMedian);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc < 2) return EXIT_FAILURE;
+  const Scratch scratch;
+  const QApplication application(argc, argv);
+  const double seconds = argc > 2 ? std::atof(argv[2]) : 5;
+  Window window;
+  for (const bool paced : {true, false}) {
+    for (const auto& screen : LiveScreens) {
+      for (const bool saving : {false, true}) {
+        const auto figures = LiveRig(argv[1], scratch.Path(), screen, paced, saving).Run(seconds);
+        PrintPace(screen, paced, saving, figures);
+        Add(window, figures);
+      }
+    }
+  }
+  const std::string where = QApplication::platformName().toStdString();
+  PrintFigure("Live, repaints a second, fewest of these eight", window.fewestRepaints, AtLeast(25), "",
+              where);
+  PrintFigure("Live, a click's answer, longest of these eight", window.longestClickMs, 100, " ms",
+              "largest median " + Fixed(window.medianClickMs, 1) + " ms, " + where);
+}
