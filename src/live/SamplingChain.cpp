@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "link/Communications.h"
+#include "platform/FramePace.h"
 #include "platform/Machine.h"
 #include "shell/ErrorHandler.h"
 
@@ -52,6 +53,7 @@ void SamplingChain::Resume() {
 void SamplingChain::Request() {
   requestedAt_ = Machine::Get().QueryPerformanceCounter();
   link::Send(comm_, request_);
+  platform::FramePace::PaintWhileWaiting(screen_);
 }
 
 // A reply that was too long, or came twice, leaves its rest to be taken for the beginning of the next;

@@ -19,6 +19,14 @@ void EventGate::Offer(const void* source, std::function<void()> deliver) {
   Wake();
 }
 
+void EventGate::Receive(const std::function<void()>& collect) {
+  receiving_ = true;
+  collect();
+  receiving_ = false;
+  DeliverOne();
+  Wake();
+}
+
 void EventGate::Withdraw(const void* source) {
   std::erase_if(queue_, [&](const Waiting& waiting) { return waiting.source == source; });
 }
@@ -42,7 +50,7 @@ bool EventGate::DeliverOne() {
 
 // One item a posted event, so that painting and input take their turns between two deliveries.
 void EventGate::Wake() {
-  if (woken_ || Held() || queue_.empty()) return;
+  if (woken_ || receiving_ || Held() || queue_.empty()) return;
   woken_ = true;
   QMetaObject::invokeMethod(
       qApp,

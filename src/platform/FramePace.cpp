@@ -10,12 +10,13 @@ namespace bexlow::platform {
 
 namespace {
 constexpr int FrameMs = 16;
-}
+constexpr int LiveFrameMs = 30;
+}  // namespace
 
 FramePace::FramePace(QWidget& window) : QObject(&window), window_(window) {
+  painted_.start();
   frame_.setSingleShot(true);
   frame_.setTimerType(Qt::PreciseTimer);
-  frame_.setInterval(FrameMs);
   connect(&frame_, &QTimer::timeout, this, &FramePace::PaintWhatIsOwed);
   window.installEventFilter(this);
 }
@@ -24,14 +25,23 @@ FramePace::FramePace(QWidget& window) : QObject(&window), window_(window) {
 bool FramePace::eventFilter(QObject*, QEvent* event) {
   if (event->type() != QEvent::UpdateRequest) return false;
   if (frame_.isActive()) return owed_ = true;
-  frame_.start();
+  painted_.start();
+  frame_.start(FrameMs);
   return false;
 }
 
 void FramePace::PaintWhatIsOwed() {
   if (!std::exchange(owed_, false)) return;
+  frame_.stop();
   QEvent request(QEvent::UpdateRequest);
   QCoreApplication::sendEvent(&window_, &request);
+}
+
+void FramePace::PaintWhileWaiting(const QWidget& inside) {
+  auto* pace = inside.window()->findChild<FramePace*>(QString(), Qt::FindDirectChildrenOnly);
+  if (pace == nullptr) return;
+  if (pace->owed_ && pace->painted_.elapsed() >= LiveFrameMs) return pace->PaintWhatIsOwed();
+  if (pace->frame_.isActive()) pace->frame_.start(LiveFrameMs);
 }
 
 }  // namespace bexlow::platform

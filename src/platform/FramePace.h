@@ -1,6 +1,7 @@
 // A window that is painted no more often than an eye can follow.
 #pragma once
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -8,19 +9,25 @@ class QWidget;
 
 namespace bexlow::platform {
 
-/// Holds back what a window asks to have painted until a frame's time has passed since the last frame. Samples come
-/// up to thousands of times a second; painting each would leave the line waiting for the screen.
+/// Holds back what a window asks to have painted until a frame's time has passed since the last frame.
+/// Samples come up to thousands of times a second; painting each would leave the line waiting for the screen.
 class FramePace : public QObject {
   Q_OBJECT
 
  public:
   explicit FramePace(QWidget& window);
 
+  /// For a chain, right behind a request: paints what is owed, if it is time, while the reply is on the line.
+  /// As long as it is called, nothing else in the window is painted in between, and live values at a slower
+  /// pace.
+  static void PaintWhileWaiting(const QWidget& inside);
+
  private:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void PaintWhatIsOwed();
 
   QWidget& window_;
+  QElapsedTimer painted_;
   QTimer frame_;  ///< runs from a frame until the next is allowed
   bool owed_ = false;
 };

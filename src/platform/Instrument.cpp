@@ -56,6 +56,7 @@ QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
 
 Instrument::Instrument(QWidget* parent) : QWidget(parent) {
   QAccessible::installFactory(MakeAccess);  // a second time changes nothing
+  setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void Instrument::Value(double value) {
@@ -103,11 +104,18 @@ void Instrument::EnsureFace() {
   if (face_.size() == pixels && face_.devicePixelRatio() == ratio) return;
   face_ = QPixmap(pixels);
   face_.setDevicePixelRatio(ratio);
-  face_.fill(Qt::transparent);
+  face_.fill(palette().color(QPalette::Window));
   QPainter painter(&face_);
+  DrawGround(painter);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(font());
   DrawFace(painter);
+}
+
+// The frame behind belongs to the face, so that a new value has nothing but the instrument painted.
+void Instrument::DrawGround(QPainter& painter) {
+  if (isWindow()) return;
+  parentWidget()->render(&painter, {}, geometry(), DrawWindowBackground);
 }
 
 void Instrument::paintEvent(QPaintEvent*) {
@@ -130,6 +138,10 @@ void Instrument::Announce() {
 }
 
 void Instrument::resizeEvent(QResizeEvent*) {
+  DropFace();
+}
+
+void Instrument::moveEvent(QMoveEvent*) {
   DropFace();
 }
 

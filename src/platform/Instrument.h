@@ -56,10 +56,12 @@ class Instrument : public QWidget {
 
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
   void changeEvent(QEvent* event) override;
 
  private:
   void EnsureFace();
+  void DrawGround(QPainter& painter);
   void Announce();
 
   double value_ = 0;

@@ -13,6 +13,8 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/EventGate.h"
+
 namespace bexlow::platform {
 
 namespace {
@@ -79,7 +81,9 @@ SerialDevice::SerialDevice(const std::string& label, const std::filesystem::path
     throw;
   }
   notifier_ = std::make_unique<QSocketNotifier>(handle_, QSocketNotifier::Read);
-  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] { Collect(); });
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
+    EventGate::Get().Receive([this] { Collect(); });  // may well end this device
+  });
 }
 
 SerialDevice::~SerialDevice() {
@@ -141,6 +145,7 @@ void SerialDevice::Collect() {
     const ssize_t count = ::read(handle_, buffer.data(), buffer.size());
     if (count > 0) {
       received_(Bytes(buffer.begin(), buffer.begin() + count));
+      if (static_cast<std::size_t>(count) < buffer.size()) return;  // that was all
       continue;
     }
     // A line that vanished stays readable for ever: at its first sign the device is given up, and the next
