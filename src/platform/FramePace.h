@@ -8,8 +8,8 @@ class QWidget;
 
 namespace bexlow::platform {
 
-/// Holds back what a window asks to have painted until a frame's time has passed since the last frame. Samples come
-/// up to thousands of times a second; painting each would leave the line waiting for the screen.
+/// Holds back what a window asks to have painted until a frame's time has passed since the last frame.
+/// Samples come up to thousands of times a second; painting each would leave the line waiting for the screen.
 class FramePace : public QObject {
   Q_OBJECT
 
