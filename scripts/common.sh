@@ -7,6 +7,7 @@ export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
 packages_build="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev libqcustomplot-dev
   libqcustomplot2.1-qt6 libgtest-dev libgl-dev"
+packages_manual="cmark-gfm"
 packages_window="fonts-dejavu-core"
 packages_virtual_display="xvfb openbox xauth dbus at-spi2-core"
 packages_bench="libbenchmark-dev"

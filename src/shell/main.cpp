@@ -11,6 +11,7 @@
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName("Bexlow");
+  QGuiApplication::setDesktopFileName("bexlow");  // by which a Wayland desktop finds the icon
   QApplication::setApplicationVersion(QString::fromStdString(bexlow::platform::ProgramVersion()));
   QApplication::setWindowIcon(bexlow::shell::DrawEmblem(64, 1));
 

@@ -2,7 +2,10 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMenuBar>
+#include <QPainter>
+#include <QSvgRenderer>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 
@@ -11,6 +14,7 @@
 #include "platform/RunningCopy.h"
 #include "platform/Settings.h"
 #include "platform/Timer.h"
+#include "shell/Emblem.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
 #include "support/Story.h"
@@ -108,6 +112,26 @@ TEST_F(Shell, HelpAboutAndExit) {
   EXPECT_EQ(ScreenInFront(), "Main");
   Choose("File", "Exit");
   EXPECT_TRUE(machine.ended);
+}
+
+// The menu of programs shows a drawing of its own, which would stay behind when the mark is changed.
+TEST_F(Shell, TheIconInTheMenuOfProgramsIsTheProgramsMark) {
+  constexpr int Side = 100;
+  QImage icon(Side, Side, QImage::Format_ARGB32);
+  icon.fill(Qt::white);
+  QImage mark = icon;
+  QPainter iconPainter(&icon);
+  QSvgRenderer drawing{QString(BEXLOW_ICON)};
+  ASSERT_TRUE(drawing.isValid());
+  drawing.render(&iconPainter);
+  QPainter(&mark).drawPixmap(0, 0, shell::DrawEmblem(Side, 1));
+  int different = 0;  // points; along its outlines the two blend a little differently
+  for (int i = 0; i < Side * Side; ++i) {
+    const QColor one = icon.pixelColor(i % Side, i / Side);
+    const QColor other = mark.pixelColor(i % Side, i / Side);
+    if (std::abs(one.red() - other.red()) + std::abs(one.blue() - other.blue()) > 60) ++different;
+  }
+  EXPECT_LT(different, 20);
 }
 
 TEST_F(Shell, PortScreensNeedAPortAndGraphsDoNot) {

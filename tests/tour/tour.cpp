@@ -10,6 +10,7 @@
 #include <iostream>
 
 #include "platform/RealMachine.h"
+#include "shell/Emblem.h"
 #include "shell/Main.h"
 #include "tour/stages.h"
 
@@ -65,6 +66,7 @@ int main(int argc, char** argv) {
   char runtime[] = "/tmp/bexlow-tour-XXXXXX";
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime), 1);
   QApplication application(argc, argv);
+  QApplication::setWindowIcon(shell::DrawEmblem(64, 1));
   QCommandLineParser options;
   options.addOptions(
       {{"logger", "The stand-in logger.", "program"}, {"output", "Pictures and files.", "folder"}});
