@@ -87,7 +87,9 @@ Result WithFault(const fs::path& logger, const fs::path& folder, Chance& chance)
   const auto details = fault + (paced ? " paced" : "") + ", " + std::to_string(contents.records) + " records";
   if (ending.completed && ending.message.empty() && file == expected) return {"right", details};
   const bool refused = !ending.completed && !ending.message.empty() && contents.rest == 0;
-  return {refused && contents.valid ? "refused" : "wrong", details + ": " + ending.message};
+  const std::string end = ending.completed ? "completed" : "no end within a minute";
+  return {refused && contents.valid ? "refused" : "wrong",
+          details + ": " + (ending.message.empty() ? end : ending.message)};
 }
 
 /// Most are killed once there is a file; the others at any moment of the seconds before.
