@@ -12,6 +12,7 @@ packages_window="fonts-dejavu-core"
 packages_virtual_display="xvfb openbox xauth dbus at-spi2-core"
 packages_bench="libbenchmark-dev"
 packages_lint="clang-format clang-tidy"
+packages_fuzz="clang libclang-rt-14-dev"
 
 say() { printf '\n== %s\n' "$*"; }
 

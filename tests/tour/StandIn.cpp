@@ -39,14 +39,20 @@ std::string AngleText(int byte, int fullScale) {
 }
 
 StandIn::StandIn(const std::filesystem::path& program, const std::filesystem::path& link,
-                 std::filesystem::path folder)
+                 std::filesystem::path folder, const QStringList& more)
     : folder_(std::move(folder)) {
   const auto file = [&](const char* name) { return QString::fromStdString((folder_ / name).string()); };
   process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  process_.start(QString::fromStdString(program.string()),
-                 {"--link", QString::fromStdString(link.string()), "--pages", "24", "--pushes", "5",
-                  "--motion", "turn", "--erase-seconds", "5", "--run-pages", "9", "--dump-pages",
-                  file("pages.bin"), "--dump-eeprom", file("eeprom.bin"), "--samples", file("samples.txt")});
+  const QStringList own{"--link",          QString::fromStdString(link.string()),
+                        "--pages",         "24",
+                        "--pushes",        "5",
+                        "--motion",        "turn",
+                        "--erase-seconds", "5",
+                        "--run-pages",     "9",
+                        "--dump-pages",    file("pages.bin"),
+                        "--dump-eeprom",   file("eeprom.bin"),
+                        "--samples",       file("samples.txt")};
+  process_.start(QString::fromStdString(program.string()), own + more);
   Require(process_.waitForStarted() && process_.waitForReadyRead(5000), "the stand-in logger does not start");
 }
 

@@ -15,8 +15,9 @@ namespace bexlow::tour {
 class StandIn {
  public:
   /// Starts it and waits until its device is there.
+  /// @param more  options that come last, and so hold against the tour's own
   StandIn(const std::filesystem::path& program, const std::filesystem::path& link,
-          std::filesystem::path folder);
+          std::filesystem::path folder, const QStringList& more = {});
   ~StandIn();
 
   std::array<std::uint8_t, 256> Eeprom() const;

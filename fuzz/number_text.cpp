@@ -1,0 +1,53 @@
+// Numbers in text from outside, against the C library's reader.
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+#include <string>
+
+#include "Target.h"
+#include "live/Conversions.h"
+#include "live/NumberText.h"
+
+namespace bexlow::fuzz {
+
+namespace {
+
+/// Without the letters of hexadecimal, infinities and NaN the C library reads by the same rule.
+double PlainLeadingNumber(std::string_view text) {
+  text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+  const std::string number(text.substr(0, text.find_first_not_of("0123456789+-.eE")));
+  constexpr double largest = std::numeric_limits<double>::max();
+  return std::clamp(std::strtod(number.c_str(), nullptr), -largest, largest);
+}
+
+bool Same(double one, double other) {
+  const double tiny = std::numeric_limits<double>::min();  // below it either may read 0
+  return one == other || (std::abs(one) < tiny && std::abs(other) < tiny);
+}
+
+void RequireReturn(double value) {
+  for (const std::string& text : {live::NumberText(value), live::PlainNumberText(value)}) {
+    Require(text.find_first_not_of("-.0123456789") == std::string::npos,
+            "a number is written without exponent");
+    // The largest number's 15 digits are above it, so that they are no whole number.
+    const double back = live::LeadingNumber(text);
+    Require(std::abs(back - value) <= std::abs(value) * 1e-14, "what is written reads back");
+  }
+}
+
+}  // namespace
+
+void Try(std::string_view text) {
+  const double value = live::LeadingNumber(text);
+  Require(std::isfinite(value), "a number is finite");
+  Require(Same(value, PlainLeadingNumber(text)), "the number is the C library's");
+  if (const auto whole = live::WholeNumber(text)) Require(*whole == value, "a whole number leads its text");
+  const double rounded = live::RoundHalfEven(value);
+  const auto field = live::TryFieldToInt16(text);
+  Require(field.has_value() == (rounded >= -32768 && rounded <= 32767), "a field fits 16 bits or not");
+  if (field) Require(*field == rounded, "the quick way gives the same number");
+  RequireReturn(value);
+}
+
+}  // namespace bexlow::fuzz

@@ -1,0 +1,149 @@
+// One download under attack, counted by scripts/campaign: with a fault of the stand-in, or killed at a random
+// moment. The last line tells the result: right, refused, valid, or wrong, and the seed that gives it again.
+//
+// bexlow-campaign LOGGER fault|kill SEED
+// bexlow-campaign FOLDER
+#include <QApplication>
+#include <QProcess>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <random>
+
+#include "campaign/Download.h"
+#include "graph/Series.h"
+#include "tour/Robot.h"
+#include "tour/StandIn.h"
+
+namespace {
+
+using namespace bexlow;
+namespace fs = std::filesystem;
+
+constexpr int Pages = 20;
+constexpr int HeaderLines = 12;
+
+class Chance {
+ public:
+  explicit Chance(unsigned long seed) : engine_(seed) {}
+  int Between(int least, int most) { return std::uniform_int_distribution<int>(least, most)(engine_); }
+
+ private:
+  std::mt19937_64 engine_;
+};
+
+/// A fault of the stand-in and the range of its amount, in bytes or milliseconds.
+struct Fault {
+  const char* kind;
+  int least, most;
+};
+constexpr Fault Faults[] = {{"drop", 0, 0},         {"double", 0, 0},     {"late", 100, 5000},
+                            {"cut", 1, 263},        {"short", 1, 263},    {"long", 1, 300},
+                            {"silence", 500, 5000}, {"vanish", 500, 5000}};
+
+/// One fault in the reply to any page: 0, the 20 that hold data, the blank one behind them.
+std::string RandomFault(Chance& chance) {
+  const auto& [kind, least, most] = Faults[chance.Between(0, static_cast<int>(std::size(Faults)) - 1)];
+  std::string text = kind;
+  if (most > 0) text += ":" + std::to_string(chance.Between(least, most));
+  return text + "/d@" + std::to_string(chance.Between(1, Pages + 2));
+}
+
+/// What a file holds up to its last whole line, and what lies behind that.
+struct Contents {
+  std::string whole;
+  std::size_t records = 0, rest = 0;
+  bool valid = false;
+};
+
+Contents ContentsOf(const std::string& file, const std::string& expected) {
+  Contents contents;
+  const std::size_t end = file.rfind("\r\n");
+  contents.whole = file.substr(0, end == std::string::npos ? 0 : end + 2);
+  contents.rest = file.size() - contents.whole.size();
+  const auto series = graph::ReadDouble(contents.whole);  // as Graph and GraphBP read it
+  if (series) contents.records = series->x.size() / graph::PairsInRecord;
+  const auto lines = static_cast<std::size_t>(std::ranges::count(contents.whole, '\n'));
+  contents.valid = expected.starts_with(file) && (file.empty() || lines == HeaderLines + contents.records);
+  return contents;
+}
+
+struct Result {
+  const char* word;
+  std::string details;
+};
+
+Result WithFault(const fs::path& logger, const fs::path& folder, Chance& chance) {
+  const auto fault = RandomFault(chance);
+  const bool paced = chance.Between(0, 3) == 0;
+  const tour::StandIn standIn(logger, folder / "Ports/COM1", folder,
+                              {"--pages", QString::number(Pages), "--fault", QString::fromStdString(fault),
+                               "--pace", paced ? "on" : "off"});
+  const auto ending = campaign::Download(folder);
+  const auto file = tour::FileText(campaign::DataFile(folder));
+  const auto expected = standIn.ExpectedDataFile();
+  const auto contents = ContentsOf(file, expected);
+  const auto details = fault + (paced ? " paced" : "") + ", " + std::to_string(contents.records) + " records";
+  if (ending.completed && ending.message.empty() && file == expected) return {"right", details};
+  const bool refused = !ending.completed && !ending.message.empty() && contents.rest == 0;
+  const std::string end = ending.completed ? "completed" : "no end within a minute";
+  return {refused && contents.valid ? "refused" : "wrong",
+          details + ": " + (ending.message.empty() ? end : ending.message)};
+}
+
+/// Most are killed once there is a file; the others at any moment of the seconds before.
+Result Killed(const fs::path& logger, const fs::path& folder, Chance& chance) {
+  const tour::StandIn standIn(logger, folder / "Ports/COM1", folder,
+                              {"--pages", QString::number(Pages), "--pace", "off"});
+  QProcess program;
+  program.start(QCoreApplication::applicationFilePath(), {QString::fromStdString(folder.string())});
+  const bool early = chance.Between(0, 4) == 0;
+  const int moment = chance.Between(0, early ? 4500 : 750);  // ms; both shorter than what they fall into
+  const auto file = campaign::DataFile(folder);
+  while (!early && !fs::exists(file) && program.state() != QProcess::NotRunning) program.waitForFinished(1);
+  program.waitForFinished(moment);
+  const bool killed = program.state() == QProcess::Running;
+  program.kill();
+  program.waitForFinished();
+  const auto expected = standIn.ExpectedDataFile();
+  const auto contents = ContentsOf(tour::FileText(file), expected);
+  const bool valid = contents.valid && (killed || contents.whole == expected);
+  const auto details = (killed ? "killed " : "ended before ") + std::to_string(moment) + " ms after its " +
+                       (early ? "start" : "file") + ": " + std::to_string(contents.records) +
+                       " records and " + std::to_string(contents.rest) + " bytes";
+  return {valid ? "valid" : "wrong", details};
+}
+
+Result Attack(const fs::path& logger, const std::string& how, const fs::path& folder, unsigned long seed) {
+  Chance chance(seed);
+  try {
+    return how == "kill" ? Killed(logger, folder, chance) : WithFault(logger, folder, chance);
+  } catch (const std::exception& failure) {
+    return {"wrong", failure.what()};
+  }
+}
+
+void PrintOnOneLine(const Result& result, const std::string& how, unsigned long seed) {
+  std::string line = std::string(result.word) + " " + how + " " + std::to_string(seed) + " " + result.details;
+  std::ranges::replace_if(
+      line, [](char c) { return c == '\r' || c == '\n'; }, ' ');
+  std::printf("%s\n", line.c_str());
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 2 && argc != 4) return 2;
+  char scratch[] = "/tmp/bexlow-campaign-XXXXXX";
+  const fs::path folder = argc == 2 ? argv[1] : mkdtemp(scratch);
+  fs::create_directories(folder / "Ports");
+  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, folder.c_str(), 1);
+  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  const QApplication application(argc, argv);
+  if (argc == 2) return campaign::Download(folder).completed ? 0 : 1;
+  const auto seed = std::strtoul(argv[3], nullptr, 10);
+  PrintOnOneLine(Attack(fs::absolute(argv[1]), argv[2], folder, seed), argv[2], seed);
+  fs::remove_all(folder);
+  return 0;
+}
