@@ -53,6 +53,19 @@ TEST_F(Gate, DeliversNothingWhileHeldHoweverDeep) {
   EXPECT_EQ(heard, "a") << "the click was dropped, the event kept";
 }
 
+TEST_F(Gate, WhatReceivedBytesMakeDueComesAtOnceButNotThroughAHold) {
+  const auto receive = [this] { gate.Receive([this] { Offer(&a, 'a'); }); };
+  receive();
+  EXPECT_EQ(heard, "a");
+  {
+    const EventGate::Hold hold;
+    receive();
+    EXPECT_EQ(heard, "a");
+  }
+  while (gate.DeliverOne()) {}
+  EXPECT_EQ(heard, "aa");
+}
+
 TEST_F(Gate, HoldsDuringADelivery) {
   gate.Offer(&a, [this] {
     heard += 'a';

@@ -1,5 +1,8 @@
 #include <QAccessible>
 #include <QApplication>
+#include <QElapsedTimer>
+#include <QGroupBox>
+#include <QLabel>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -13,6 +16,7 @@
 #include "platform/CWKnob.h"
 #include "platform/CWSlide.h"
 #include "platform/Colours.h"
+#include "platform/FramePace.h"
 
 namespace bexlow::platform {
 namespace {
@@ -113,6 +117,60 @@ TEST(Instruments, AreNotRedrawnForWhatCannotBeSeen) {
   knob.Value(3);
   QApplication::processEvents();
   EXPECT_EQ(counter.paints, 1);
+}
+
+TEST(Instruments, StandOnTheirFrameWithoutHavingItPainted) {
+  QGroupBox frame("X");
+  frame.resize(220, 240);
+  CWKnob knob(&frame);
+  knob.setGeometry(10, 30, 200, 200);
+  frame.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&frame));
+  const auto behind = [&] {
+    knob.hide();
+    const auto colour = Shown(frame).pixelColor(12, 32);
+    knob.show();
+    return colour;
+  };
+  EXPECT_EQ(Shown(frame).pixelColor(12, 32), behind());
+  QPalette dark = frame.palette();
+  dark.setColor(QPalette::Window, QColor(30, 40, 50));
+  frame.setPalette(dark);
+  EXPECT_EQ(Shown(frame).pixelColor(12, 32), behind());
+  EXPECT_LT(behind().lightness(), 80);
+
+  QApplication::processEvents();
+  PaintCounter counter;
+  frame.installEventFilter(&counter);
+  knob.Value(90);
+  QApplication::processEvents();
+  EXPECT_EQ(counter.paints, 0);
+}
+
+TEST(FramePaces, GatherWhatComesFasterThanFrames) {
+  QWidget window;
+  QLabel label(&window);
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+  new FramePace(window);
+  for (const bool live : {false, true}) {
+    SCOPED_TRACE(live);
+    PaintCounter counter;
+    label.installEventFilter(&counter);
+    QElapsedTimer time;
+    time.start();
+    int changes = 0;
+    for (; time.elapsed() < 200; ++changes) {
+      label.setText(QString::number(changes));
+      QApplication::processEvents();
+      if (live) FramePace::PaintWhileWaiting(label);
+    }
+    EXPECT_LE(counter.paints, 200 / (live ? 30 : 16) + 1) << changes << " changes";
+    EXPECT_GE(counter.paints, 1);
+    const int before = counter.paints;
+    label.setText("last");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > before; })) << "the last value is shown";
+  }
 }
 
 TEST(Instruments, FollowThePalette) {

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QRadioButton>
 #include <QScreen>
 #include <QTest>
 
@@ -95,6 +96,17 @@ void Robot::Press(const QString& caption) {
     return Rest(50);
   }
   throw Failed("no button " + caption.toStdString());
+}
+
+void Robot::Mark(const char* name) {
+  The<QRadioButton>(name).click();
+  Rest(50);
+}
+
+void Robot::Type(const char* name, const QString& text) {
+  auto& box = The<QLineEdit>(name);
+  box.selectAll();
+  QTest::keyClicks(&box, text);
 }
 
 void Robot::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {

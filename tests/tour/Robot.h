@@ -33,6 +33,9 @@ class Robot {
 
   void Choose(const QString& menu, const QString& entry);
   void Press(const QString& caption);
+  /// Clicks an option.
+  void Mark(const char* name);
+  void Type(const char* name, const QString& text);
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   /// Lets the program run until a condition holds.
   void WaitUntil(const std::string& what, int limitMs, const std::function<bool()>& condition);

@@ -1,37 +1,10 @@
 // The live stages, on a logger that moves: what was saved must be what the stand-in sent.
-#include <cmath>
-#include <sstream>
-
-#include "platform/CWKnob.h"
+#include "tour/SentSamples.h"
 #include "tour/stages.h"
 
 namespace bexlow::tour {
 
 namespace {
-
-std::vector<std::string> LinesOf(const std::string& text) {
-  std::istringstream stream(text);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(stream, line);) {
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    lines.push_back(line);
-  }
-  return lines;
-}
-
-/// A number of one decimal at most, as files hold it.
-std::string Tenths(double degrees) {
-  const auto tenths = static_cast<long>(std::nearbyint(degrees * 10));
-  const long size = std::labs(tenths);
-  if (size == 0) return "0";
-  std::string text = size >= 10 ? std::to_string(size / 10) : "";
-  if (size % 10 != 0) text += "." + std::to_string(size % 10);
-  return (tenths < 0 ? "-" : "") + text;
-}
-
-std::string AngleOfWord(int word, double fullScale) {
-  return Tenths((word > 32767 ? word - 65535 : word) / 32767.0 * fullScale);
-}
 
 /// Samples with the saving on, and gives what the file holds behind the times, and what the stand-in sent
 /// meanwhile.
@@ -69,15 +42,6 @@ void Compare(const Saved& saved, const std::string& name,
             name + ", sample " + std::to_string(i) + ": " + saved.records[i]);
 }
 
-std::vector<int> Numbers(const std::string& line) {
-  std::string plain = line;
-  for (auto& c : plain) c = c == '-' || (c >= '0' && c <= '9') ? c : ' ';
-  std::istringstream stream(plain);
-  std::vector<int> numbers;
-  for (int number = 0; stream >> number;) numbers.push_back(number);
-  return numbers;
-}
-
 }  // namespace
 
 void WatchAccelerometers(Tour& tour) {
@@ -110,20 +74,6 @@ void WatchAngles(Tour& tour) {
   const auto cells = tour.standIn.Eeprom();
   Require(cells[14] != 0 || cells[15] != 0, "the X tare is stored");
   robot.Picture("angles-tared");
-  robot.Choose("Data", "Sample");
-  robot.Choose("Data", "Return");
-}
-
-void ShareAngles(Tour& tour) {
-  auto& robot = tour.robot;
-  robot.Key(Qt::Key_F11, Qt::ControlModifier);
-  robot.Choose("Display", "Remote Session");
-  robot.Rest(1200);
-  robot.Picture("remote");
-  robot.Choose("Data", "Sample");
-  robot.Rest(1200);
-  Require(!robot.Text("txtX").empty(), "the remote session samples");
-  robot.Picture("remote-sampling");
   robot.Choose("Data", "Sample");
   robot.Choose("Data", "Return");
 }

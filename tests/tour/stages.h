@@ -19,7 +19,10 @@ void ChangeSettings(Tour& tour);
 void CalibrateAxes(Tour& tour);
 void WatchAccelerometers(Tour& tour);
 void WatchAngles(Tour& tour);
+/// Sends to a second program, which this one starts.
 void ShareAngles(Tour& tour);
+/// The second program's part.
+void ReceiveAngles(Robot& robot, const std::filesystem::path& output);
 void DownloadRun(Tour& tour, const std::string& name);
 void ReviewPushes(Tour& tour, const std::string& name);
 void LaunchRun(Tour& tour);

@@ -2,6 +2,7 @@
 // file with what the stand-in holds, and leaves a picture of each screen.
 //
 // bexlow-tour --logger PROGRAM --output FOLDER
+// bexlow-tour --receiver --output FOLDER
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QSettings>
@@ -33,30 +34,36 @@ void Visit(tour::Tour& tour) {
   tour::EraseLogger(tour);
 }
 
-int RunTour(const std::filesystem::path& logger, const std::filesystem::path& output) {
+void TourWithLogger(tour::Robot& robot, const std::filesystem::path& logger,
+                    const std::filesystem::path& output) {
+  std::filesystem::create_directories(output / "stand-in");
+  tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in");
+  tour::Tour tour{robot, standIn, output / "Data Files"};
+  Visit(tour);
+}
+
+/// @param logger  empty in the second program of the remote session
+int Run(const std::filesystem::path& logger, const std::filesystem::path& output) {
   std::filesystem::remove_all(output);
   std::filesystem::create_directories(output / "Ports");
-  std::filesystem::create_directories(output / "stand-in");
   platform::RealMachine machine(output);
   platform::Machine::Install(machine);
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
                      QString::fromStdString((output / "settings").string()));
-  tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in");
   shell::MDIForm1 outer;
   if (!outer.Load()) return 1;
   outer.ShowChild(new shell::Main(outer));
   outer.show();
   tour::Robot robot(outer, output);
   robot.Rest(500);
-  tour::Tour tour{robot, standIn, output / "Data Files"};
   try {
-    Visit(tour);
+    logger.empty() ? tour::ReceiveAngles(robot, output) : TourWithLogger(robot, logger, output);
   } catch (const tour::Failed& failure) {
     robot.Picture("failure");
     std::cerr << "The tour failed: " << failure.what() << "\n";
     return 1;
   }
-  std::cout << "The tour is complete: all files are what the stand-in holds.\n";
+  if (!logger.empty()) std::cout << "The tour is complete: all files are what the stand-in holds.\n";
   return 0;
 }
 
@@ -68,11 +75,15 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setWindowIcon(shell::DrawEmblem(64, 1));
   QCommandLineParser options;
-  options.addOptions(
-      {{"logger", "The stand-in logger.", "program"}, {"output", "Pictures and files.", "folder"}});
+  options.addOptions({{"logger", "The stand-in logger.", "program"},
+                      {"output", "Pictures and files.", "folder"},
+                      {"receiver", "Receive in a remote session, without a logger."}});
   options.process(application);
-  const int result = RunTour(std::filesystem::absolute(options.value("logger").toStdString()),
-                             std::filesystem::absolute(options.value("output").toStdString()));
+  const auto absolute = [&](const char* name) {
+    return std::filesystem::absolute(options.value(name).toStdString());
+  };
+  const int result =
+      Run(options.isSet("receiver") ? std::filesystem::path() : absolute("logger"), absolute("output"));
   std::filesystem::remove_all(runtime);
   return result;
 }
