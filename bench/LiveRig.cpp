@@ -6,10 +6,15 @@
 #include <QPushButton>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
+#include <fcntl.h>
 #include <fstream>
+#include <poll.h>
 #include <stdexcept>
 #include <sys/resource.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include "live/Accelerometers.h"
 #include "live/Angles.h"
@@ -154,6 +159,30 @@ Figures LiveRig::Run(double seconds) {
   figures.clickMsMedian = clickMs_[clickMs_.size() / 2];
   figures.clickMsMost = clickMs_.back();
   return figures;
+}
+
+double BareExchanges(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,
+                     double seconds) {
+  const StandIn standIn(logger, folder, {"--pace", "on"});
+  const int line = ::open((folder / "Ports/COM1").c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
+  termios raw{};
+  ::tcgetattr(line, &raw);
+  ::cfmakeraw(&raw);
+  ::tcsetattr(line, TCSANOW, &raw);
+  QElapsedTimer time;
+  time.start();
+  std::int64_t exchanges = 0;
+  for (; static_cast<double>(time.nsecsElapsed()) / 1e9 < seconds; ++exchanges) {
+    if (::write(line, &screen.request, 1) != 1) break;
+    for (ssize_t missing = screen.bytesASample - 1; missing > 0;) {
+      pollfd ready{line, POLLIN, 0};
+      std::array<char, 16> reply{};
+      if (::poll(&ready, 1, 1000) <= 0) throw std::runtime_error("the stand-in logger is silent");
+      missing -= ::read(line, reply.data(), reply.size());
+    }
+  }
+  ::close(line);
+  return static_cast<double>(exchanges) / seconds;
 }
 
 long ResidentKiB() {

@@ -34,9 +34,10 @@ class CountingMachine : public platform::RealMachine {
 
 struct LiveScreen {
   const char* name;
+  char request;
   int bytesASample;  ///< on the line: the request and its reply
 };
-inline constexpr LiveScreen LiveScreens[] = {{"Angles", 1 + 4}, {"Accelerometers", 1 + 6}};
+inline constexpr LiveScreen LiveScreens[] = {{"Angles", 'A', 1 + 4}, {"Accelerometers", 'a', 1 + 6}};
 
 /// What the line allows: 10 bits a byte at 19200 baud.
 inline double LineLimit(const LiveScreen& screen) {
@@ -79,6 +80,11 @@ class LiveRig : public QObject {
   std::int64_t repaints_ = 0;
   double longestGapMs_ = 0;
 };
+
+/// Exchanges a second of a loop that does nothing but write the request and read its reply: what this machine
+/// lets any program have of the line.
+double BareExchanges(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,
+                     double seconds);
 
 /// Resident memory of this program in KiB.
 long ResidentKiB();

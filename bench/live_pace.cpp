@@ -48,6 +48,10 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   const double seconds = argc > 2 ? std::atof(argv[2]) : 5;
   Window window;
+  for (const auto& screen : LiveScreens)
+    PrintFigure(std::string("A bare loop of the same exchange as ") + screen.name + ", over the line's limit",
+                BareExchanges(argv[1], scratch.Path(), screen, seconds) / LineLimit(screen), NoLimit, "",
+                "what the machine itself leaves of the line");
   for (const bool paced : {true, false}) {
     for (const auto& screen : LiveScreens) {
       for (const bool saving : {false, true}) {
