@@ -124,15 +124,18 @@ void LiveRig::Click() {
   }
 }
 
-Figures LiveRig::Run(double seconds) {
+void LiveRig::Toggle() {
+  Trigger("mnuSample");
+  Spin(0.3);
+}
+
+Figures LiveRig::Watch(double seconds) {
   QTimer clicks, ticks;
   connect(&clicks, &QTimer::timeout, this, [this] { Click(); });
   connect(&ticks, &QTimer::timeout, this, [this] {
     longestGapMs_ = std::max(longestGapMs_, static_cast<double>(served_.nsecsElapsed()) / 1e6 - TickMs);
     served_.start();
   });
-  Trigger("mnuSample");
-  Spin(0.3);
   const auto requests = machine_->requests, repaints = repaints_;
   const double cpu = CpuSeconds();
   clickMs_.clear();
@@ -151,8 +154,6 @@ Figures LiveRig::Run(double seconds) {
   figures.repaintsASecond = static_cast<double>(repaints_ - repaints) / passed;
   figures.cpuShare = (CpuSeconds() - cpu) / passed;
   figures.longestGapMs = longestGapMs_;
-  clicks.stop();
-  Trigger("mnuSample");
   if (clickMs_.empty() || machine_->boxes > 0)
     throw std::runtime_error("clicks went lost, or a box was shown");
   std::ranges::sort(clickMs_);

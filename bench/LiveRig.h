@@ -61,8 +61,10 @@ class LiveRig : public QObject {
           bool saving);
   ~LiveRig() override;
 
-  /// Samples for so long and counts.
-  Figures Run(double seconds);
+  /// Starts and stops sampling.
+  void Toggle();
+  /// Counts for so long while it samples.
+  Figures Watch(double seconds);
 
  private:
   void Open(const LiveScreen& screen, bool saving);

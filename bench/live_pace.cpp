@@ -55,7 +55,9 @@ int main(int argc, char** argv) {
   for (const bool paced : {true, false}) {
     for (const auto& screen : LiveScreens) {
       for (const bool saving : {false, true}) {
-        const auto figures = LiveRig(argv[1], scratch.Path(), screen, paced, saving).Run(seconds);
+        LiveRig rig(argv[1], scratch.Path(), screen, paced, saving);
+        rig.Toggle();
+        const auto figures = rig.Watch(seconds);
         PrintPace(screen, paced, saving, figures);
         Add(window, figures);
       }

@@ -57,6 +57,6 @@ int main(int argc, char** argv) {
         "Start to first painted window, over " + name, ours / bare, limit, "",
         Fixed(ours, 1) + " ms over " + Fixed(bare, 1) + " ms, " + (platform != nullptr ? platform : "xcb"));
   };
-  print("an empty Qt main window", Median(times[1]), 1.3);
+  print("an empty Qt main window with a menu", Median(times[1]), 1.3);
   print("one without menu and so without fonts", Median(times[2]), NoLimit);
 }

@@ -132,7 +132,7 @@ bool DownloadErase::ChooseFile() {
   } else if (Shared.DataFileName.empty()) {
     refusal = "No data file has been selected!";
   }
-  Shared.LiveSample.SavingToFile = !CommonDialog1.FileName.empty();
+  Shared.LiveSample.SavingToFile = refusal == nullptr;
   mnuDownload->setEnabled(true);
   if (refusal == nullptr) return true;
   MsgBox(refusal);
@@ -215,8 +215,10 @@ void DownloadErase::TimerSampling_Timer() {
   });
 }
 
+// Saving ends with the download: a live screen on another tab must not append its samples to this file.
 void DownloadErase::FinishDownload() {
   TimerSampling.Enabled(false);
+  Shared.LiveSample.SavingToFile = false;
   link::CloseCommPort(MSComm1, *this);
   if (Shared.OnBoardParameters.BinLinearMode == 1) MakeLinearCSV(Shared.DataFileName);
   BackToIdle();
@@ -233,6 +235,7 @@ void DownloadErase::FinishDownload() {
 
 void DownloadErase::StopDownload() {
   TimerSampling.Enabled(false);
+  Shared.LiveSample.SavingToFile = false;
   link::CloseCommPort(MSComm1, *this);
   BackToIdle();
   ClearDetails();

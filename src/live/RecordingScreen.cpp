@@ -39,6 +39,7 @@ void RecordingScreen::mnuSample_Click() {
 void RecordingScreen::StartSampling() {
   mnuSample->setChecked(true);
   mnuSave->setEnabled(false);
+  if (mnuSave->isChecked()) SaveToOwnFile();
   auto& clock = Shared.SampleClock;
   clock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   clock.CounterStart = clock.CounterNow;
@@ -60,16 +61,25 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   if (Shared.LiveSample.SavingToFile) kind_.write(Shared.LiveSample.SampleTime);
 }
 
-// A name left from an earlier choice goes on being the file when the dialog is cancelled.
+// Another screen may have saved to its own file, or ended its saving, since this one's file was chosen.
+void RecordingScreen::SaveToOwnFile() {
+  Shared.DataFileName = CommonDialog1.FileName;
+  Shared.LiveSample.SavingToFile = true;
+}
+
+// A file that could not be made is told in words, since nobody would look for the missing check mark. A name
+// left from an earlier choice goes on being the file when the dialog is cancelled.
 void RecordingScreen::mnuSave_Click() {
   Guarded(*this, "mnuSave_Click", [this] {
     const bool save = !mnuSave->isChecked();
     mnuSave->setChecked(save);
-    if (save) shell::WriteDataFileHeader(CommonDialog1, kind_.file);
-    Shared.LiveSample.SavingToFile = save;
-    if (!CommonDialog1.FileName.empty()) return;
-    mnuSave->setChecked(false);
     Shared.LiveSample.SavingToFile = false;
+    if (!save) return;
+    const bool made = shell::WriteDataFileHeader(CommonDialog1, kind_.file);
+    if (!made) CommonDialog1.FileName.clear();
+    if (!CommonDialog1.FileName.empty()) return SaveToOwnFile();
+    mnuSave->setChecked(false);
+    if (!made) platform::MsgBox("The data file cannot be created! No data will be saved.");
   });
 }
 

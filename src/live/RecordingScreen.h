@@ -42,6 +42,7 @@ class RecordingScreen : public platform::Form {
   void mnuSave_Click();
   void StartSampling();
   void StopSampling();
+  void SaveToOwnFile();
   void Take(const link::Bytes& reply);
 
   const RecordingKind& kind_;

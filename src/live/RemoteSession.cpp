@@ -17,12 +17,14 @@
 #include "live/SessionRoles.h"
 #include "live/SessionTexts.h"
 #include "platform/CWKnob.h"
+#include "platform/EventGate.h"
 #include "platform/Machine.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 
 namespace bexlow::live {
 
+using platform::EventGate;
 using shell::Guarded;
 using shell::Shared;
 
@@ -60,7 +62,9 @@ RemoteSession::RemoteSession()
   udpPeerA.DataArrival = [this] { udpPeerA_DataArrival(); };
   udpPeerA.PeerLookedUp = [this] { ShowSocket(); };
   OnCloseRequest = [this] { Unload(); };
-  Form_Load();
+  // Behind the click that opens the screen, so that what it tells is told above the boxes that it speaks of.
+  EventGate::Get().Offer(this, [this] { Form_Load(); });
+  AtUnload([this] { EventGate::Get().Withdraw(this); });
 }
 
 void RemoteSession::BuildMenu() {

@@ -31,12 +31,13 @@ void EventGate::Withdraw(const void* source) {
   std::erase_if(queue_, [&](const Waiting& waiting) { return waiting.source == source; });
 }
 
-void EventGate::Click(const QWidget* where, const std::function<void()>& action) {
-  if (Held()) return;
+bool EventGate::Click(const QWidget* where, const std::function<void()>& action) {
+  if (Held()) return false;
   const QWidget* modal = QApplication::activeModalWidget();
-  if (modal != nullptr && where != nullptr && where->window() != modal) return;
+  if (modal != nullptr && where != nullptr && where->window() != modal) return false;
   const Hold hold;
   action();
+  return true;
 }
 
 bool EventGate::DeliverOne() {

@@ -20,7 +20,8 @@ class EventGate {
   /// Takes back what a source has waiting.
   void Withdraw(const void* source);
   /// Runs a user's action now, or drops it while the gate is held or a modal screen lies above its window.
-  void Click(const QWidget* where, const std::function<void()>& action);
+  /// False if it was dropped.
+  bool Click(const QWidget* where, const std::function<void()>& action);
 
   /// Delivers the oldest waiting event. False if there is none or the gate is held.
   bool DeliverOne();

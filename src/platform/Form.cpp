@@ -15,6 +15,8 @@ namespace bexlow::platform {
 namespace {
 Form* activeChild = nullptr;
 std::vector<Form*> modalForms;
+constexpr auto MarkedBefore =
+    "markedBefore";  // of a group: the option that a dropped click gives the mark back to
 }  // namespace
 
 Form::Form(const char* name, const QString& caption) {
@@ -131,8 +133,14 @@ QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget
                                std::function<void()> handler) {
   auto* option = new QRadioButton(caption, parent);
   option->setObjectName(name);
-  connect(option, &QRadioButton::clicked, this, [this, handler = std::move(handler)] {
-    if (!unloaded_ && handler) EventGate::Get().Click(this, handler);
+  connect(option, &QRadioButton::toggled, parent, [parent, option](bool marked) {
+    if (!marked) parent->setProperty(MarkedBefore, QVariant::fromValue(option));
+  });
+  connect(option, &QRadioButton::clicked, this, [this, parent, handler = std::move(handler)] {
+    if (unloaded_ || EventGate::Get().Click(
+                         this, handler ? handler : [] {}))
+      return;
+    if (auto* before = parent->property(MarkedBefore).value<QRadioButton*>()) before->setChecked(true);
   });
   return option;
 }

@@ -37,8 +37,16 @@ void FramePace::PaintWhatIsOwed() {
   QCoreApplication::sendEvent(&window_, &request);
 }
 
+FramePace* FramePace::Of(const QWidget& inside) {
+  return inside.window()->findChild<FramePace*>(QString(), Qt::FindDirectChildrenOnly);
+}
+
+void FramePace::PaintNow(const QWidget& window) {
+  if (auto* pace = Of(window)) pace->PaintWhatIsOwed();
+}
+
 void FramePace::PaintWhileWaiting(const QWidget& inside) {
-  auto* pace = inside.window()->findChild<FramePace*>(QString(), Qt::FindDirectChildrenOnly);
+  auto* pace = Of(inside);
   if (pace == nullptr) return;
   if (pace->owed_ && pace->painted_.elapsed() >= LiveFrameMs) return pace->PaintWhatIsOwed();
   if (pace->frame_.isActive()) pace->frame_.start(LiveFrameMs);

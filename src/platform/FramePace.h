@@ -21,8 +21,11 @@ class FramePace : public QObject {
   /// As long as it is called, nothing else in the window is painted in between, and live values at a slower
   /// pace.
   static void PaintWhileWaiting(const QWidget& inside);
+  /// Paints at once what a window owes.
+  static void PaintNow(const QWidget& window);
 
  private:
+  static FramePace* Of(const QWidget& inside);
   bool eventFilter(QObject* watched, QEvent* event) override;
   void PaintWhatIsOwed();
 

@@ -11,6 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/FramePace.h"
 #include "platform/Ports.h"
 #include "platform/SerialDevice.h"
 
@@ -140,6 +141,7 @@ void RealMachine::Idle(microseconds atMost) {
 
 void RealMachine::Repaint() {
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  for (auto* window : QApplication::topLevelWidgets()) FramePace::PaintNow(*window);
 }
 
 PortInfo RealMachine::DescribePort(int comm) {

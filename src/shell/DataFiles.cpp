@@ -17,7 +17,7 @@ void AppendRecord(const char* procedure, const std::string& record) {
 
 }  // namespace
 
-void WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind) {
+bool WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind) {
   dialog.CancelError = true;
   dialog.Flags = platform::OverwritePrompt;
   dialog.Filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx";
@@ -25,15 +25,20 @@ void WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind 
   dialog.InitDir = platform::DataFilesFolder().string();
   try {
     dialog.ShowSave();
-    Shared.DataFileName = dialog.FileName;
+  } catch (const std::system_error&) {
+    return true;  // cancelled: callers look at the dialog's FileName
+  }
+  try {
     const auto& parameters = Shared.OnBoardParameters;
-    platform::WriteWhole(Shared.DataFileName,
+    platform::WriteWhole(dialog.FileName,
                          download::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
                                                   parameters.BinLinearMode, parameters.LinearChannels));
   } catch (const std::system_error&) {
-    // Callers look at the dialog's FileName; a file without a folder fails again, in words, at its first
-    // record.
+    Shared.DataFileName.clear();
+    return false;
   }
+  Shared.DataFileName = dialog.FileName;
+  return true;
 }
 
 void WriteDownloadPagesToFile(std::int32_t page) {

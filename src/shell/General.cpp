@@ -2,22 +2,11 @@
 
 #include <cmath>
 
-#include "live/Conversions.h"
 #include "platform/Folders.h"
 #include "platform/Machine.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::shell {
-
-namespace {
-
-double Guarded(const char* procedure, double angle, double divisor) {
-  double word = 0;
-  GuardedIn("General", procedure, [&] { word = live::AngleToInteger(angle, divisor); });
-  return word;
-}
-
-}  // namespace
 
 // Measured on the fine counter: on the millisecond counter alone a wait could be short by most of a
 // millisecond, and the logger needs the whole pause between two bytes.
@@ -44,14 +33,6 @@ void TestForFileFolders() {
       if (!platform::FolderExists(folder)) platform::CreateFolder(folder);
     }
   });
-}
-
-double AngleToInteger90(double angle) {
-  return Guarded("AngleToInteger90", angle, 90);
-}
-
-double AngleToInteger180(double angle) {
-  return Guarded("AngleToInteger180", angle, 180);
 }
 
 }  // namespace bexlow::shell

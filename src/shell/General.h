@@ -14,9 +14,4 @@ void WaitMicroseconds(std::int64_t microseconds);
 /// Makes the folders of the data files and of the log where they are missing.
 void TestForFileFolders();
 
-/// The word of a Y angle in degrees, not yet rounded; 0 after a reported failure.
-double AngleToInteger90(double angle);
-/// The same for an X angle.
-double AngleToInteger180(double angle);
-
 }  // namespace bexlow::shell

@@ -42,7 +42,7 @@ Form* MakeGraph() {
 }  // namespace
 
 Main::Main(MDIForm1& outer)
-    : Form("Main", "Main"), outer_(outer), launch_(*this, [this] { LoggerReached(false); }) {
+    : Form("Main", "Main"), outer_(outer), launch_(*this, [this] { LoggerSentOff(); }) {
   BuildMenus();
   BuildBody();
   LoggerReached(false);
@@ -150,6 +150,9 @@ void Main::OpenGraph() {
 
 void Main::mnuConnect_Click() {
   auto* connect = new link::Connect([this](bool reached) { LoggerReached(reached); });
+  QObject::connect(connect, &Form::Left, this, [this] {
+    if (Shared.CurrentCommPort == 0) ShowHint();
+  });
   connect->ShowModal(&outer_);
 }
 
@@ -194,8 +197,15 @@ void Main::LoggerReached(bool reached) {
   ShowHint();
 }
 
+void Main::LoggerSentOff() {
+  LoggerReached(false);
+  lblHint->setText(
+      "The logger is on its run. When it is back, plug the serial cable in and choose Connect from the File "
+      "menu.");
+}
+
 void Main::ShowHint() {
-  if (!mnuTools->isEnabled())
+  if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0)
     return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
   lblHint->setText(QString::fromStdString("The logger answered on Comm " +
                                           live::NumberText(Shared.CurrentCommPort) +

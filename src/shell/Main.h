@@ -45,6 +45,7 @@ class Main : public platform::Form {
   void ToggleRemote();
   void ToggleDisplay();
   void LoggerReached(bool reached);
+  void LoggerSentOff();
   void ShowHint();
 
   MDIForm1& outer_;

@@ -21,5 +21,6 @@ int main(int argc, char** argv) {
   if (!outer.Load()) return 0;
   outer.ShowChild(new bexlow::shell::Main(outer));
   outer.show();
-  return QApplication::exec();
+  QApplication::exec();
+  machine.EndProgram();  // at once, also while the name of a peer is still looked up
 }

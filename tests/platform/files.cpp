@@ -56,6 +56,17 @@ TEST_F(Files, FailuresBearTheSystemsNumber) {
   EXPECT_EQ(ErrorOf([&] { platform::ReadWhole("/dev/zero"); }), EINVAL) << "a file without an end";
 }
 
+TEST_F(Files, AFolderWithoutWritePermissionIsToldAsSuch) {
+  const pid_t child = fork();
+  if (child == 0) {
+    if (geteuid() == 0 && setuid(65534) != 0) ::_exit(2);  // nothing is forbidden to root
+    ::_exit(ErrorOf([&] { platform::WriteWhole("/etc/run.qbx", "x"); }) == EACCES ? 0 : 1);
+  }
+  int status = 0;
+  ::waitpid(child, &status, 0);
+  EXPECT_EQ(WEXITSTATUS(status), 0);
+}
+
 // A disk that fills up in the middle of a record must not leave half of it.
 TEST_F(Files, APartOfARecordIsCutBack) {
   const auto path = folder / "full.qbx";

@@ -170,6 +170,13 @@ TEST(FramePaces, GatherWhatComesFasterThanFrames) {
     const int before = counter.paints;
     label.setText("last");
     EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > before; })) << "the last value is shown";
+    const int shown = counter.paints;
+    for (const char* text : {"once more", "and again"}) {
+      label.setText(text);
+      QApplication::processEvents();
+      FramePace::PaintNow(window);
+    }
+    EXPECT_EQ(counter.paints, shown + 2) << "nothing waits ahead of a long step";
   }
 }
 

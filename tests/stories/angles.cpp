@@ -146,6 +146,29 @@ TEST_P(RecorderStory, ACancelledDialogKeepsTheNameOfAnEarlierChoice) {
   EXPECT_EQ(Shared.DataFileName, path.string());
 }
 
+TEST_P(RecorderStory, SavesToItsOwnFileWhateverAnotherTabDid) {
+  OpenScreen();
+  Save("own.qbx");
+  Shared.DataFileName = DataFile("other.qbx").string();
+  Shared.LiveSample.SavingToFile = false;
+  Sample();
+  machine.Pass(GetParam().sampleTime * 3);
+  EXPECT_EQ(Records().size(), 3U);
+  EXPECT_FALSE(std::filesystem::exists(DataFile("other.qbx")));
+}
+
+TEST_P(RecorderStory, AFileThatCannotBeCreatedLeavesSavingOff) {
+  OpenScreen();
+  machine.WillChooseFile("/sys/live.qbx");
+  Choose("Data", "Save");
+  Reads("The data file cannot be created! No data will be saved.");
+  EXPECT_FALSE(Checked("Data", "Save"));
+  EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+  Sample();
+  machine.Pass(GetParam().sampleTime * 3);
+  EXPECT_TRUE(machine.boxes.empty());
+}
+
 TEST_P(RecorderStory, AFullDiskLosesRecordsAndNotTheChain) {
   OpenScreen();
   Save("full.qbx");

@@ -217,6 +217,27 @@ TEST_F(Calibrate, ASecondWriteStartsOverOnTheSamePort) {
   EXPECT_EQ(machine.wire[1].byte, 2);
 }
 
+TEST_F(Calibrate, TheWriteOfAnotherScreenWaitsUntilThisOneHasEnded) {
+  Open();
+  Sample({330});
+  Stop();
+  outer->ShowChild(outer->Child("Main"));
+  Choose("Tools", "Configuration");
+  machine.Pass(2s);
+  Reads("Read completed!");
+  outer->ShowChild(outer->Child("Calibrate"));
+  machine.wire.clear();
+  Choose("Data", "Write");
+  machine.Pass(1600ms);
+  outer->ShowChild(outer->Child("Configuration"));
+  Choose("File", "Write");
+  Reads("Another screen is writing to the logger. Please wait until it has ended!");
+  machine.Pass(7s);
+  Reads("Write completed!");
+  ASSERT_EQ(machine.wire.size(), 36u);
+  for (std::size_t i = 0; i < 12; ++i) EXPECT_EQ(machine.wire[3 * i + 1].byte, i + 2);
+}
+
 TEST_F(Calibrate, LeftInTheMiddle) {
   Open();
   Sample({330});

@@ -134,6 +134,7 @@ TEST_F(ConnectStory, PortZeroIsSavedAndLeavesTheMenus) {
   EXPECT_EQ(Shared.CurrentCommPort, 0);
   EXPECT_EQ(Stored(), "0");
   EXPECT_TRUE(Offered("Tools", "Graph")) << "an earlier connect still counts";
+  EXPECT_TRUE(Text("lblHint").starts_with("Plug")) << Text("lblHint");
   EXPECT_TRUE(machine.wire.empty());
 }
 

@@ -352,29 +352,62 @@ TEST_F(DownloadStory, AFullDiskLosesARecordInWords) {
   OpenScreen();
   Store(2);
   machine.WillAnswer(Answer::No);
-  machine.WillChooseFile("/dev/full");
-  Choose("Data", "Download");
+  Begin();
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("/dev/full", path);
   machine.Pass(milliseconds(3000));
-  ASSERT_FALSE(machine.boxes.empty());
   const auto text = ReadsError("WriteDownloadPagesToFile");
   EXPECT_NE(text.find("No space left on device"), std::string::npos) << text;
   EXPECT_NE(text.find("Screen: General"), std::string::npos) << text;
   ReadsError("WriteDownloadPagesToFile");
   ReadsError("MakeLinearCSV");
   ReadsCompletion();
-  EXPECT_FALSE(std::filesystem::exists("/dev/.csv")) << "a data file that cannot be read makes no CSV file";
+  EXPECT_FALSE(std::filesystem::exists(DataFile("run.csv")))
+      << "a data file that cannot be read makes no CSV file";
 }
 
-TEST_F(DownloadStory, AFolderThatIsGoneLosesRecordsInWords) {
+TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
   OpenScreen();
   Store(1);
-  machine.WillAnswer(Answer::No);
-  Begin("nowhere/run.qbx");
-  machine.Pass(milliseconds(3000));
-  const auto text = ReadsError("WriteDownloadPagesToFile");
-  EXPECT_NE(text.find("No such file or directory"), std::string::npos) << text;
-  ReadsError("MakeLinearCSV");
-  ReadsCompletion();
+  // A full disk, a folder that is not there, and one that takes no files even from root.
+  for (const char* name : {"/dev/full", "/nowhere/run.qbx", "/sys/run.qbx"}) {
+    SCOPED_TRACE(name);
+    machine.WillChooseFile(name);
+    Choose("Data", "Download");
+    Reads("No data file has been selected!");
+    EXPECT_FALSE(Running());
+    EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+    EXPECT_FALSE(machine.AnyPortOpen());
+    EXPECT_FALSE(PointerIsBusy());
+    EXPECT_TRUE(Offered("Data", "Download"));
+  }
+}
+
+TEST_F(DownloadStory, LiveSamplesOfAnotherTabStayOutOfTheFile) {
+  OpenScreen();
+  Store(100);
+  for (const bool cancelled : {true, false}) {
+    SCOPED_TRACE(cancelled);
+    Store(cancelled ? 100 : 2);
+    if (!cancelled) logger.pages.erase(3);
+    Begin();
+    machine.Pass(milliseconds(1000));
+    if (cancelled) {
+      Choose("Data", "Download");
+    } else {
+      ReadsCompletion();
+    }
+    const auto text = FileText(path);
+    outer->ShowChild(outer->Child("Main"));
+    Choose("Display", "Angles");
+    Choose("Data", "Sample");
+    machine.Pass(milliseconds(100));
+    Choose("Data", "Return");
+    machine.Pass(milliseconds(1000));
+    EXPECT_EQ(FileText(path), text);
+    outer->ShowChild(outer->Child("DownloadErase"));
+    machine.WillAnswer(Answer::No);
+  }
 }
 
 TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {

@@ -70,21 +70,25 @@ void Robot::AnswerFile(QFileDialog& dialog) {
   QTest::keyClick(name, Qt::Key_Return);
 }
 
-QAction* Robot::Entry(const QString& menu, const QString& entry) const {
+Robot::Found Robot::Find(const QString& menu, const QString& entry) const {
   for (auto* top : outer_.menuBar()->actions()) {
     if (Plain(top->text()) != menu) continue;
     for (auto* action : top->menu()->actions()) {
-      if (Plain(action->text()) == entry) return action;
+      if (Plain(action->text()) == entry) return {top, action};
     }
   }
   throw Failed("no entry " + menu.toStdString() + ", " + entry.toStdString());
 }
 
+bool Robot::Offers(const QString& menu, const QString& entry) const {
+  const auto [top, action] = Find(menu, entry);
+  return top->isEnabled() && top->isVisible() && action->isEnabled() && action->isVisible();
+}
+
 void Robot::Choose(const QString& menu, const QString& entry) {
   std::cout << menu.toStdString() << ", " << entry.toStdString() << std::endl;
-  auto* action = Entry(menu, entry);
-  Require(action->isEnabled() && action->isVisible(), entry.toStdString() + " is not offered");
-  action->trigger();
+  Require(Offers(menu, entry), entry.toStdString() + " is not offered");
+  Find(menu, entry).entry->trigger();
   Rest(50);
 }
 

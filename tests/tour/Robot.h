@@ -60,9 +60,14 @@ class Robot {
     return *control;
   }
   std::string Text(const char* name) const;
-  QAction* Entry(const QString& menu, const QString& entry) const;
+  /// Neither the entry nor its menu is hidden or disabled.
+  bool Offers(const QString& menu, const QString& entry) const;
 
  private:
+  struct Found {
+    QAction *menu, *entry;
+  };
+  Found Find(const QString& menu, const QString& entry) const;
   void Watch();
   void AnswerBox(QMessageBox& box);
   void AnswerFile(QFileDialog& dialog);
