@@ -12,6 +12,7 @@ namespace bexlow::tour {
 namespace {
 
 constexpr std::size_t PageSize = 264;
+constexpr std::size_t ModeCell = 42;  // 0 bins, 1 samples; the channels behind it
 
 std::string TwoDigits(int value) {
   return (value < 10 ? "0" : "") + std::to_string(value);
@@ -85,10 +86,15 @@ bool StandIn::MemoryIsBlank() const {
 
 std::string StandIn::Record(int page) const {
   const auto pages = Pages();
+  const bool bins = Eeprom()[ModeCell] == 0;
   std::string text = std::to_string(page);
   for (std::size_t i = 0; i < PageSize; i += 2) {
     const int x = pages[static_cast<std::size_t>(page) * PageSize + i];
     const int y = pages[static_cast<std::size_t>(page) * PageSize + i + 1];
+    if (bins) {
+      text += "," + std::to_string(256 * x + y);
+      continue;
+    }
     text += x == 127 && y == 127 ? ",BP,BP" : "," + AngleText(x, 180) + "," + AngleText(y, 90);
   }
   return text + "\r\n";
@@ -107,8 +113,10 @@ std::string StandIn::ExpectedDataFile() const {
           TwoDigits(cells[103]) + "/" + word(104) + " " + TwoDigits(cells[106]) + ":" +
           TwoDigits(cells[107]) + ":" + TwoDigits(cells[108]) + "\r\nFirmware Sampling Frequency: 7.5\r\n";
   text += "Channel Gains: " + triple(2) + "Channel Offsets: " + triple(8);
-  text += "Tares: X=" + word(14) + " Y=" + word(16) + "\r\nBin/Linear Mode = 1\r\nLinear Channel = 3\r\n" +
-          "Page,X Data-->,Y Data-->\r\n";
+  text += "Tares: X=" + word(14) + " Y=" + word(16) +
+          "\r\nBin/Linear Mode = " + std::to_string(cells[ModeCell]) +
+          "\r\nLinear Channel = " + std::to_string(cells[ModeCell + 1]) + "\r\n" +
+          (cells[ModeCell] == 0 ? "Page,Data-->\r\n" : "Page,X Data-->,Y Data-->\r\n");
   const auto pages = Pages();
   for (int page = 1; page < 2048; ++page) {
     const auto* bytes = &pages[static_cast<std::size_t>(page) * PageSize];

@@ -1,6 +1,6 @@
 #include "tour/stages.h"
 
-#include <QGroupBox>
+#include <QDateTime>
 
 #include "platform/CWGraph.h"
 
@@ -8,8 +8,10 @@ namespace bexlow::tour {
 
 void ConnectToLogger(Tour& tour, bool withPictures) {
   auto& robot = tour.robot;
-  if (withPictures) robot.Picture("main");
-  Require(!robot.Offers("Tools", "Launch"), "the Tools menu is open before a logger is reached");
+  if (withPictures) {
+    Require(!robot.Offers("Tools", "Launch"), "the Tools menu is open before a logger is reached");
+    robot.Picture("main");
+  }
   robot.Choose("File", "Connect");
   if (withPictures) robot.PictureOfBox("Bexlow found", "connect");
   robot.Press("Auto Detect");
@@ -19,9 +21,17 @@ void ConnectToLogger(Tour& tour, bool withPictures) {
   Require(robot.Offers("Tools", "Launch"), "the Tools menu stays closed");
 }
 
-void DownloadRun(Tour& tour, const std::string& name) {
+void LookAbout(Tour& tour) {
+  tour.robot.Choose("Help", "About");
+  tour.robot.Picture("about");
+  tour.robot.Press("OK");
+}
+
+namespace {
+
+/// Downloads, compares, and lets the graph open.
+void Download(Tour& tour, const std::filesystem::path& path) {
   auto& robot = tour.robot;
-  const auto path = tour.dataFiles / (name + ".qbx");
   robot.Choose("Tools", "Download");
   robot.NextFile(path);
   robot.Choose("Data", "Download");
@@ -30,8 +40,23 @@ void DownloadRun(Tour& tour, const std::string& name) {
   robot.ExpectBox("Download completed!", 60000);
   robot.WaitUntil("Graph", 5000, [&] { return robot.Screen() == "Graph"; });
   Require(FileText(path) == tour.standIn.ExpectedDataFile(), path.string() + " is not what the logger holds");
-  Require(std::filesystem::exists(tour.dataFiles / (name + ".csv")), "there is no CSV file");
   robot.Rest(400);
+}
+
+}  // namespace
+
+void DownloadBins(Tour& tour) {
+  const auto path = tour.dataFiles / "bins.qbx";
+  Download(tour, path);
+  tour.robot.Picture("graph-bins");
+  Require(!std::filesystem::exists(tour.dataFiles / "bins.csv"), "bins have no samples for a CSV file");
+  tour.robot.Choose("File", "Return");
+}
+
+void DownloadRun(Tour& tour, const std::string& name) {
+  auto& robot = tour.robot;
+  Download(tour, tour.dataFiles / (name + ".qbx"));
+  Require(std::filesystem::exists(tour.dataFiles / (name + ".csv")), "there is no CSV file");
   robot.Picture("graph");
   auto& graph = robot.The<platform::CWGraph>("CWGraph1");
   const auto all = graph.XView();
@@ -72,6 +97,11 @@ void LaunchRun(Tour& tour) {
   robot.ExpectBox("Disconnect the serial cable from the Bexlow!", 30000);
   Require(!robot.Offers("Tools", "Launch"), "the Tools menu stays open behind a launch");
   robot.WaitUntil("the run that was launched", 10000, [&] { return !tour.standIn.MemoryIsBlank(); });
+  const auto cells = tour.standIn.Eeprom();
+  const auto since = QDateTime(QDate(cells[104] * 256 + cells[105], cells[109], cells[103]),
+                               QTime(cells[106], cells[107], cells[108]))
+                         .secsTo(QDateTime::currentDateTime());
+  Require(since >= 0 && since < 60, "the logger was stamped with another time");
 }
 
 void EraseLogger(Tour& tour) {

@@ -23,6 +23,9 @@ void WatchAngles(Tour& tour);
 void ShareAngles(Tour& tour);
 /// The second program's part.
 void ReceiveAngles(Robot& robot, const std::filesystem::path& output);
+void LookAbout(Tour& tour);
+/// On a logger that has counted bins.
+void DownloadBins(Tour& tour);
 void DownloadRun(Tour& tour, const std::string& name);
 void ReviewPushes(Tour& tour, const std::string& name);
 void LaunchRun(Tour& tour);

@@ -8,6 +8,7 @@
 #include <QSettings>
 
 #include <cstdlib>
+#include <functional>
 #include <iostream>
 
 #include "platform/RealMachine.h"
@@ -21,6 +22,7 @@ using namespace bexlow;
 
 void Visit(tour::Tour& tour) {
   tour::ConnectToLogger(tour, true);
+  tour::LookAbout(tour);
   tour::ChangeSettings(tour);
   tour::CalibrateAxes(tour);
   tour::WatchAccelerometers(tour);
@@ -37,9 +39,16 @@ void Visit(tour::Tour& tour) {
 void TourWithLogger(tour::Robot& robot, const std::filesystem::path& logger,
                     const std::filesystem::path& output) {
   std::filesystem::create_directories(output / "stand-in");
-  tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in");
-  tour::Tour tour{robot, standIn, output / "Data Files"};
-  Visit(tour);
+  const auto visit = [&](const QStringList& options, const std::function<void(tour::Tour&)>& stages) {
+    tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in", options);
+    tour::Tour tour{robot, standIn, output / "Data Files"};
+    stages(tour);
+  };
+  visit({}, Visit);
+  visit({"--mode", "bin", "--pages", "6"}, [](tour::Tour& tour) {
+    tour::ConnectToLogger(tour, false);
+    tour::DownloadBins(tour);
+  });
 }
 
 /// @param logger  empty in the second program of the remote session
