@@ -25,7 +25,6 @@ namespace {
 constexpr WritePlan CalibrationWrite{EndOfCalibrationCells, std::nullopt, 0, false, "Writing Progress"};
 constexpr int ShakerEnableCell = 32;
 constexpr int ShakerSettleMs = 1000;
-constexpr int SampleBytes = 6;
 
 QString Shown(double number) {
   return QString::fromStdString(live::PlainNumberText(number));
@@ -41,6 +40,8 @@ double NumberIn(const QLineEdit* box) {
 Calibrate::Calibrate()
     : Form("Calibrate", "Calibrate"),
       MSComm1(*this, "MSComm1"),
+      chain_(*this, MSComm1, link::CommandName::SampleAccelerometers,
+             [this](const link::Bytes& reply) { Take(reply); }),
       progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
       write_(
           *this, CalibrationWrite, progress_,
@@ -50,7 +51,6 @@ Calibrate::Calibrate()
           [this](bool offered) { mnuSample->setEnabled(offered); }) {
   BuildMenu();
   BuildBody();
-  MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   OnCloseRequest = [this] { Unload(); };
 }
 
@@ -137,9 +137,7 @@ void Calibrate::StartSampling() {
   Machine::Get().Repaint();
   DisableShaker();
   shell::WaitMilliseconds(ShakerSettleMs);
-  MSComm1.RThreshold(SampleBytes);
-  link::OpenCommPort(MSComm1, *this);
-  RequestSample();
+  chain_.Start();
 }
 
 // The current box goes first: emptying it is no sample, but makes the others follow.
@@ -160,24 +158,16 @@ void Calibrate::DisableShaker() {
   link::CloseCommPort(MSComm1, *this);
 }
 
-void Calibrate::RequestSample() {
-  link::Send(MSComm1, link::SampleAccelerometers());
-}
-
-void Calibrate::MSComm1_OnComm() {
-  Guarded(*this, "MSComm1_OnComm", [this] {
-    if (MSComm1.CommEvent() != ReceiveEvent) return;
-    if (const auto bits = link::AccelerometerReadings(link::TakeReply(MSComm1, 6))) {
-      auto& sample = Shared.LiveSample;
-      sample.AccX = bits->x;
-      sample.AccY = bits->y;
-      sample.AccZ = bits->z;
-      sampled_ = true;
-      const double readings[] = {bits->x, bits->y, bits->z};
-      for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].current->setText(Shown(readings[i]));
-    }
-    RequestSample();
-  });
+void Calibrate::Take(const link::Bytes& reply) {
+  const auto bits = link::AccelerometerReadings(reply);
+  if (!bits) return;
+  auto& sample = Shared.LiveSample;
+  sample.AccX = bits->x;
+  sample.AccY = bits->y;
+  sample.AccZ = bits->z;
+  sampled_ = true;
+  const double readings[] = {bits->x, bits->y, bits->z};
+  for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].current->setText(Shown(readings[i]));
 }
 
 void Calibrate::Widen(const Axis& axis) {
@@ -191,7 +181,7 @@ void Calibrate::Widen(const Axis& axis) {
 }
 
 void Calibrate::StopSampling() {
-  link::CloseCommPort(MSComm1, *this);
+  chain_.Stop();
   mnuSample->setChecked(false);
   mnuWrite->setEnabled(sampled_);
   for (std::size_t i = 0; i < axes_.size(); ++i) {

@@ -6,6 +6,7 @@
 
 #include "config/CalibrationMath.h"
 #include "config/WriteSequence.h"
+#include "live/SamplingChain.h"
 #include "platform/Form.h"
 #include "platform/MSComm.h"
 
@@ -32,16 +33,16 @@ class Calibrate : public platform::Form {
   Axis BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame);
 
   void mnuSample_Click();
-  void MSComm1_OnComm();
+  void Take(const link::Bytes& reply);
 
   void StartSampling();
   void StopSampling();
   void ClearRun();
   void DisableShaker();
-  void RequestSample();
   void Widen(const Axis& axis);
 
   platform::MSComm MSComm1;
+  live::SamplingChain chain_;
   Progress progress_;
   WriteSequence write_;
   QAction* mnuSample = nullptr;

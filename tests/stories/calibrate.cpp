@@ -83,7 +83,7 @@ TEST_F(Calibrate, SamplingStartsBehindTheMessageAndTheShaker) {
     EXPECT_TRUE(Checked("Data", "Sample"));
     EXPECT_FALSE(Offered("Data", "Write"));
     machine.Pass(10ms);
-    EXPECT_TRUE(machine.Transcript().starts_with("0 70|12 20|24 00|1024 61|1028 61|1033 61"))
+    EXPECT_TRUE(machine.Transcript().starts_with("0 70|12 20|24 00|1024 61|1027 61|1031 61"))
         << machine.Transcript();
     EXPECT_EQ(logger.eeprom[32], 0);
     EXPECT_EQ(Row("X"), "330 330 330 330 0");

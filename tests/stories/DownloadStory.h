@@ -1,0 +1,63 @@
+// A user on the Download screen, with the logger on a virtual line.
+#pragma once
+
+#include <filesystem>
+
+#include "support/Story.h"
+
+namespace bexlow::test {
+
+using shell::Shared;
+
+class DownloadStory : public Story {
+ protected:
+  void OpenScreen() {
+    StartConnected();
+    Choose("Tools", "Download");
+  }
+  /// Begins a download into a file of this name and lets the retrievals run.
+  void Begin(const std::string& name = "run.qbx") {
+    path = DataFile(name);
+    machine.WillChooseFile(path.string());
+    Choose("Data", "Download");
+  }
+  void Store(int pages) {
+    for (int page = 0; page <= pages; ++page) logger.pages[page] = RampPage(page);
+  }
+  bool Running() const { return Checked("Data", "Download"); }
+  void RunToTheEnd(milliseconds limit = milliseconds(600000)) {
+    const auto until = machine.Time() + limit;
+    while (Running() && machine.Time() < until) machine.Pass(milliseconds(100));
+    EXPECT_FALSE(Running());
+  }
+  void ReadsCompletion() {
+    Reads("Download completed!");
+    Reads("Would you like to graph this download immediately?");
+  }
+  std::vector<int> PagesInFile() const { return PagesOf(FileText(path)); }
+  static std::vector<int> PagesOf(const std::string& text) {
+    std::vector<int> pages;
+    int line = 0;
+    for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1)
+      if (++line > 12) pages.push_back(std::stoi(text.substr(at)));
+    return pages;
+  }
+  /// What stands behind a page's number in the file.
+  std::string Record(int page) const {
+    const std::string text = FileText(path);
+    const std::string head = "\n" + std::to_string(page) + ",";
+    const auto begin = text.find(head);
+    if (begin == std::string::npos) return "";
+    const auto from = begin + head.size();
+    return text.substr(from, text.find('\r', from) - from);
+  }
+  static std::vector<int> UpTo(int last) {
+    std::vector<int> pages;
+    for (int page = 1; page <= last; ++page) pages.push_back(page);
+    return pages;
+  }
+
+  std::filesystem::path path;
+};
+
+}  // namespace bexlow::test
