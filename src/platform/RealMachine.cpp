@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QMessageBox>
+#include <QRegularExpression>
 #include <QTimer>
 
 #include <ctime>
@@ -103,6 +104,23 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
+// The one suffix of a filter "words (*.png)"; what else is told where the filter takes several or any.
+QString SuffixOf(const QString& nameFilter, const QString& otherwise) {
+  static const QRegularExpression oneSuffix(QStringLiteral(R"(\(\*\.(\w+)\)$)"));
+  const auto match = oneSuffix.match(nameFilter);
+  return match.hasMatch() ? match.captured(1) : otherwise;
+}
+
+// A name without a suffix gets that of the filter on show. Without a default suffix it is taken as typed.
+void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
+  if (defaultSuffix.isEmpty()) return;
+  const auto follow = [&dialog, defaultSuffix](const QString& nameFilter) {
+    dialog.setDefaultSuffix(SuffixOf(nameFilter, defaultSuffix));
+  };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+  follow(dialog.selectedNameFilter());
+}
+
 }  // namespace
 
 RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
@@ -181,7 +199,7 @@ std::optional<std::string> RealMachine::AskFile(const FileQuestion& question) {
   const QStringList filters = NameFilters(question.filter);
   dialog.setNameFilters(filters);
   dialog.selectNameFilter(filters.value(question.filterIndex - 1));
-  dialog.setDefaultSuffix(QString::fromStdString(question.defaultSuffix));
+  LetFilterGiveSuffix(dialog, QString::fromStdString(question.defaultSuffix));
   if (!question.suggestedName.empty()) dialog.selectFile(QString::fromStdString(question.suggestedName));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().value(0).toStdString();

@@ -1,0 +1,110 @@
+// Every screen as it meets a person without eyes or without a mouse: each control has a name, and Tab goes
+// the way the eye goes.
+#include <QAccessible>
+#include <QMenuBar>
+
+#include "support/Story.h"
+
+namespace bexlow::test {
+
+namespace {
+
+// Parts of a toolkit's own control (the box within a spin box) take the keyboard for it.
+bool IsStop(const QWidget& control, const QWidget& screen) {
+  return (control.focusPolicy() & Qt::TabFocus) != 0 && !control.focusProxy() &&
+         control.isVisibleTo(&screen) && !control.objectName().startsWith("qt_");
+}
+
+std::vector<QWidget*> Stops(QWidget& screen) {
+  std::vector<QWidget*> stops;
+  for (auto* next = screen.nextInFocusChain(); next != &screen; next = next->nextInFocusChain()) {
+    if (screen.isAncestorOf(next) && IsStop(*next, screen)) stops.push_back(next);
+  }
+  return stops;
+}
+
+std::string Described(const QWidget& control) {
+  return control.objectName().toStdString() + " (" + control.metaObject()->className() + ")";
+}
+
+QRect PlaceOf(const QWidget& control, const QWidget& screen) {
+  return {control.mapTo(&screen, QPoint()), control.size()};
+}
+
+}  // namespace
+
+class AccessStory : public Story {
+ protected:
+  void Look(const char* screen) {
+    SCOPED_TRACE(screen);
+    machine.Pass(milliseconds(2000));
+    machine.boxes.clear();
+    ASSERT_EQ(ScreenInFront(), screen);
+    auto& form = *platform::Form::Active();
+    const auto stops = Stops(form);
+    EXPECT_FALSE(stops.empty());
+    ExpectNames(stops);
+    ExpectOrder(stops, form);
+    for (const auto* menu : form.Menus())
+      EXPECT_TRUE(menu->title().contains('&')) << menu->title().toStdString() << " has no key";
+  }
+  void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
+  void Leave() {
+    platform::Form::Active()->close();
+    machine.Settle();
+  }
+
+ private:
+  static void ExpectNames(const std::vector<QWidget*>& stops) {
+    for (auto* stop : stops) {
+      const auto* heard = QAccessible::queryAccessibleInterface(stop);
+      EXPECT_FALSE(heard->text(QAccessible::Name).trimmed().isEmpty()) << Described(*stop) << " has no name";
+    }
+  }
+  /// No stop lies above the one before, unless in another column to the right.
+  static void ExpectOrder(const std::vector<QWidget*>& stops, const QWidget& screen) {
+    for (std::size_t i = 1; i < stops.size(); ++i) {
+      const auto before = PlaceOf(*stops[i - 1], screen);
+      const auto here = PlaceOf(*stops[i], screen);
+      EXPECT_FALSE(here.bottom() < before.top() && here.left() <= before.right())
+          << Described(*stops[i]) << " comes behind " << Described(*stops[i - 1]);
+    }
+  }
+};
+
+TEST_F(AccessStory, EachControlHasANameAndItsTurn) {
+  StartConnected();
+  ServiceChord();  // offers Remote Session
+  struct Row {
+    const char *menu, *entry, *screen;
+    bool hasHiddenPart = false;
+  };
+  for (const auto& [menu, entry, screen, hasHiddenPart] : std::vector<Row>{
+           {"File", "Connect", "Connect"},
+           {"Help", "About", "About"},
+           {"Tools", "Configuration", "Configuration", true},
+           {"Tools", "Download", "DownloadErase"},
+           {"Tools", "Graph", "Graph"},
+           {"Tools", "Graph Button Pushes", "GraphBP"},
+           {"Tools", "Calibrate", "Calibrate"},
+           {"Display", "Accelerometers", "Accelerometers", true},
+           {"Display", "Angles", "Angles"},
+           {"Display", "Remote Session", "RemoteSession"},
+       }) {
+    Choose(menu, entry);
+    Look(screen);
+    if (hasHiddenPart) {
+      ServiceChord();
+      Look(screen);
+    }
+    if (Shown("Tools", "EEPROM")) {
+      Choose("Tools", "EEPROM");
+      Look("EEPROM");
+      Leave();
+    }
+    Leave();
+    ASSERT_EQ(ScreenInFront(), "Main");
+  }
+}
+
+}  // namespace bexlow::test
