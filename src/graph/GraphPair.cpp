@@ -4,9 +4,6 @@
 #include <QVBoxLayout>
 
 #include "platform/Controls.h"
-#include "platform/EventGate.h"
-#include "platform/Folders.h"
-#include "platform/Machine.h"
 
 namespace bexlow::graph {
 
@@ -14,25 +11,11 @@ using platform::CWGraph;
 
 namespace {
 
-QString AskPicturePath(const QString& suggestedName) {
-  const platform::EventGate::Hold hold;
-  platform::FileQuestion question;
-  question.save = true;
-  question.confirmReplacing = true;
-  question.folder = platform::DataFilesFolder().string();
-  question.filter = "PNG picture|*.png|PDF document|*.pdf|SVG drawing|*.svg";
-  question.defaultSuffix = "png";
-  question.suggestedName = suggestedName.toStdString();
-  return QString::fromStdString(platform::Machine::Get().AskFile(question).value_or(""));
-}
-
 CWGraph* MakeGraph(const char* name, const QString& caption, QVBoxLayout* column, const char* frameName) {
   auto* frame = platform::MakeFrame(frameName, caption, column->parentWidget());
   auto* graph = new CWGraph(frame);
   graph->setObjectName(name);
   graph->setAccessibleName(caption);
-  graph->AskPicturePath = AskPicturePath;
-  graph->TellFailure = [](const QString& reason) { platform::MsgBox(reason.toStdString()); };
   auto* layout = new QVBoxLayout(frame);
   layout->setContentsMargins(4, 4, 4, 4);
   layout->addWidget(graph);

@@ -23,6 +23,7 @@
 #include "platform/CWGraphView.h"
 #include "platform/Colours.h"
 #include "platform/EventGate.h"
+#include "platform/Folders.h"
 #include "platform/Machine.h"
 
 namespace bexlow::platform {
@@ -98,7 +99,8 @@ void CWGraph::AddEntry(const QString& caption, const QKeySequence& keys, void (C
   auto* entry = new QAction(caption, this);
   entry->setShortcut(keys);
   entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs side by side the one with the focus
-  connect(entry, &QAction::triggered, this, action);
+  connect(entry, &QAction::triggered, this,
+          [this, action] { EventGate::Get().Click(this, [this, action] { (this->*action)(); }); });
   addAction(entry);
   menu_->addAction(entry);
 }
@@ -114,19 +116,16 @@ void CWGraph::BuildMenu() {
 
 void CWGraph::PresetQuestions() {
   AskPicturePath = [](const QString& suggested) {
-    const EventGate::Hold hold;
     FileQuestion question;
     question.save = question.confirmReplacing = true;
+    question.folder = DataFilesFolder().string();
     question.filter = PictureFilter;
     question.defaultSuffix = "png";
     question.suggestedName = suggested.toStdString();
     const auto chosen = Machine::Get().AskFile(question);
     return QString::fromStdString(chosen.value_or(std::string()));
   };
-  AskPrinter = [this](QPrinter& printer) {
-    const EventGate::Hold hold;
-    return QPrintDialog(&printer, this).exec() == QDialog::Accepted;
-  };
+  AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
   TellFailure = [](const QString& reason) { MsgBox(reason.toStdString()); };
 }
 
@@ -325,8 +324,10 @@ void CWGraph::SaveByUser() {
 void CWGraph::PrintByUser() {
   QPrinter printer(QPrinter::HighResolution);
   printer.setPageOrientation(QPageLayout::Landscape);
-  if (!AskPrinter(printer)) return;
-  if (!Print(printer)) TellFailure(tr("The printer cannot be used"));
+  printer.setDocName(accessibleName());
+  if (!AskPrinter(printer) || Print(printer)) return;
+  const auto file = printer.outputFileName();
+  TellFailure(file.isEmpty() ? tr("The printer cannot be used") : tr("%1 cannot be written").arg(file));
 }
 
 void CWGraph::DrawNow() {

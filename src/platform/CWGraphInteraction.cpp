@@ -140,8 +140,15 @@ bool CWGraphInteraction::Wheel(const QWheelEvent& event) {
 bool CWGraphInteraction::Key(const QKeyEvent& event) {
   const auto modifiers = event.modifiers();
   if (modifiers.testFlag(Qt::AltModifier)) return false;
+  if (modifiers.testFlag(Qt::ShiftModifier) && event.key() == Qt::Key_F10) return OpenMenu();
   if (modifiers.testFlag(Qt::ShiftModifier) && ReadOutKey(event.key())) return true;
   return ViewKey(event.key(), modifiers.testFlag(Qt::ControlModifier));
+}
+
+// The toolkit knows the menu key, but not its elder twin.
+bool CWGraphInteraction::OpenMenu() {
+  if (MenuWanted) MenuWanted(graph_.mapToGlobal(graph_.rect().center()));
+  return true;
 }
 
 bool CWGraphInteraction::ReadOutKey(int key) {

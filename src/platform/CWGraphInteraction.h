@@ -24,7 +24,7 @@ class CWGraphInteraction : public QObject {
   CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGraphView& view, CWGraphReadOut& readOut,
                      CWGraphOverlay& overlay);
 
-  /// The right button was pressed and released in one place (on the screen).
+  /// The right button was pressed and released in one place (on the screen), or the menu's keys.
   std::function<void(QPoint global)> MenuWanted;
 
  protected:
@@ -38,6 +38,7 @@ class CWGraphInteraction : public QObject {
   bool Release(const QMouseEvent& event);
   bool Wheel(const QWheelEvent& event);
   bool Key(const QKeyEvent& event);
+  bool OpenMenu();
   bool ReadOutKey(int key);
   bool ViewKey(int key, bool withControl);
   void PanTo(QPoint place);

@@ -1,6 +1,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QMenu>
+#include <QPrinter>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
@@ -10,6 +11,7 @@
 #include <vector>
 
 #include "platform/CWGraph.h"
+#include "platform/EventGate.h"
 
 namespace bexlow::platform {
 namespace {
@@ -174,12 +176,15 @@ TEST_F(GraphUser, BinsReadOutTheOnesThatCount) {
   EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Angle 3°: count 17"));
 }
 
-TEST_F(GraphUser, MenuOpensByClickAndByKey) {
+TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
   QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
   EXPECT_TRUE(Menu().isVisible());
   Menu().close();
   QContextMenuEvent key(QContextMenuEvent::Keyboard, {5, 5}, graph.mapToGlobal(QPoint(5, 5)));
   QApplication::sendEvent(&graph, &key);
+  EXPECT_TRUE(Menu().isVisible());
+  Menu().close();
+  QTest::keyClick(&graph, Qt::Key_F10, Qt::ShiftModifier);
   EXPECT_TRUE(Menu().isVisible());
   Menu().close();
 }
@@ -205,9 +210,25 @@ TEST_F(GraphUser, MenuCopiesSavesAndTellsFailures) {
   ASSERT_EQ(told.size(), 1);
   EXPECT_TRUE(told.front().contains("a.png"));
   Choose("Print...");
+  graph.AskPrinter = [&](QPrinter& printer) {
+    printer.setOutputFileName(chosen);
+    return true;
+  };
+  Choose("Print...");
+  ASSERT_EQ(told.size(), 2);
+  EXPECT_TRUE(told.back().contains("a.png"));
+  chosen = folder.filePath("paper.pdf");
+  Choose("Print...");
+  EXPECT_GT(QFile(chosen).size(), 1000);
+  EXPECT_EQ(told.size(), 2);
   Choose("Copy Picture");
   EXPECT_EQ(QApplication::clipboard()->image().size(), graph.Picture().size());
   graph.SetXView({10, 90});
+  {
+    const EventGate::Hold hold;
+    Choose("Show All");  // a screen reader's press, while a handler runs or a box is open
+    Near(graph.XView(), {10, 90}, 0);
+  }
   Choose("Show All");
   Near(graph.XView(), {0, 1000}, 0);
 }
