@@ -27,11 +27,10 @@ void CWGraphCursors::SetColours(const QColor& plain, const QColor& marked) {
 std::vector<const CWGraphCursors::Cursor*> CWGraphCursors::OneInEachColumn(int left, int columns) const {
   std::vector<const Cursor*> chosen(static_cast<std::size_t>(std::max(columns, 0)), nullptr);
   const auto view = mKeyAxis->range();
-  const double first = mKeyAxis->coordToPixel(view.lower);
-  const double perUnit = (mKeyAxis->coordToPixel(view.upper) - first) / view.size();
+  const auto x = ScaleOf(*mKeyAxis);
   for (const auto& cursor : cursors_) {
     if (!(cursor.x >= view.lower && cursor.x <= view.upper)) continue;
-    const int column = qRound(first + (cursor.x - view.lower) * perUnit) - left;
+    const int column = qRound(x.At(cursor.x)) - left;
     if (column < 0 || column >= columns) continue;
     auto& place = chosen[static_cast<std::size_t>(column)];
     if (!place || (place->look == Look::Plain && cursor.look == Look::Marked)) place = &cursor;

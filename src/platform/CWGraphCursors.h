@@ -1,13 +1,13 @@
 // All cursors of a graph as one plottable: a hundred thousand of them cost no more than a curve.
 #pragma once
 
-#include <qcustomplot.h>
-
 #include <vector>
+
+#include "platform/CWGraphPlottable.h"
 
 namespace bexlow::platform {
 
-class CWGraphCursors : public QCPAbstractPlottable {
+class CWGraphCursors : public CWGraphPlottable {
  public:
   enum class Look : char { Plain, Marked };
   struct Cursor {
@@ -16,7 +16,7 @@ class CWGraphCursors : public QCPAbstractPlottable {
     Look look = Look::Plain;
   };
 
-  CWGraphCursors(QCPAxis* keyAxis, QCPAxis* valueAxis) : QCPAbstractPlottable(keyAxis, valueAxis) {}
+  CWGraphCursors(QCPAxis* x, QCPAxis* y) : CWGraphPlottable(x, y) {}
 
   std::vector<Cursor>& All() { return cursors_; }
   /// @param n  from 1
@@ -24,22 +24,10 @@ class CWGraphCursors : public QCPAbstractPlottable {
   Cursor& Numbered(int n);
   void SetColours(const QColor& plain, const QColor& marked);
 
-  double selectTest(const QPointF&, bool, QVariant*) const override { return -1; }
-  QCPRange getKeyRange(bool& found, QCP::SignDomain) const override { return NoRange(found); }
-  QCPRange getValueRange(bool& found, QCP::SignDomain, const QCPRange&) const override {
-    return NoRange(found);
-  }
-
  protected:
   void draw(QCPPainter* painter) override;
-  void drawLegendIcon(QCPPainter*, const QRectF&) const override {}
 
  private:
-  // Axes never fit themselves to cursors.
-  static QCPRange NoRange(bool& found) {
-    found = false;
-    return {};
-  }
   std::vector<const Cursor*> OneInEachColumn(int left, int columns) const;
   const QColor& ColourOf(Look look) const { return look == Look::Marked ? marked_ : plain_; }
   void DrawAll(QCPPainter& painter, const std::vector<const Cursor*>& chosen, Look look,

@@ -9,24 +9,12 @@ namespace bexlow::platform {
 namespace {
 
 constexpr double Infinite = std::numeric_limits<double>::infinity();
-constexpr double FarthestPixel = 1e5;   // beyond it the painter's numbers overflow
 constexpr double FinestColumn = 0.125;  // pixels, on paper
 constexpr double BarWidth = 2;
 constexpr double HeadRadius = 2.5;
 constexpr double DotDistance = 10;  // pixels between samples from which on each is a dot on the line
 
 }  // namespace
-
-double CWGraphCurve::Scale::At(double coordinate) const {
-  return std::clamp(origin + coordinate * perUnit, -FarthestPixel, FarthestPixel);
-}
-
-CWGraphCurve::Scale CWGraphCurve::ScaleOf(const QCPAxis& axis) {
-  const auto range = axis.range();
-  const double first = axis.coordToPixel(range.lower);
-  const double perUnit = (axis.coordToPixel(range.upper) - first) / range.size();
-  return {first - range.lower * perUnit, perUnit};
-}
 
 std::size_t CWGraphCurve::FirstFrom(double place, const Scale& x) const {
   const double index = std::ceil(((place - x.origin) / x.perUnit - series_.X(0)) / series_.StepX());

@@ -9,6 +9,7 @@ set(BEXLOW_PLATFORM_WIDGETS
   platform/CWGraphInteraction
   platform/CWGraphLook
   platform/CWGraphOverlay
+  platform/CWGraphPlottable
   platform/CWGraphReadOut
   platform/CWGraphSeries
   platform/CWGraphView
