@@ -9,11 +9,11 @@
 
 #include <exception>
 
+#include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
 #include "live/Conversions.h"
 #include "live/NumberText.h"
 #include "platform/Controls.h"
-#include "platform/Folders.h"
 #include "platform/Machine.h"
 #include "platform/TextFile.h"
 #include "shell/ErrorHandler.h"
@@ -54,21 +54,13 @@ void Graph::BuildMenu() {
 }
 
 void Graph::BuildBody() {
-  graphs_ = new GraphPair(this);
   auto* top = new QHBoxLayout;
-  top->addWidget(BuildFileName(), 1);
+  top->addWidget(MakeDataFileFrame(this, txtFileName), 1);
   top->addWidget(BuildScroll());
+  graphs_ = new GraphPair(this);
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(graphs_, 1);
-}
-
-QWidget* Graph::BuildFileName() {
-  auto* frame = platform::MakeFrame("fraFileName", "Data File", this);
-  txtFileName = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);
-  auto* layout = new QVBoxLayout(frame);
-  layout->addWidget(txtFileName);
-  return frame;
 }
 
 QWidget* Graph::BuildScroll() {
@@ -118,13 +110,7 @@ void Graph::AskForFile() {
     Shared.GraphAfterDownload = false;
     return txtFileName->setText(QString::fromStdString(Shared.GraphFileName));
   }
-  CommonDialog1.InitDir = platform::DataFilesFolder().string();
-  CommonDialog1.CancelError = true;
-  CommonDialog1.DefaultExt = "qbx";
-  CommonDialog1.Filter = "QBX Files (*.qbx)|*.qbx";
-  CommonDialog1.Flags = platform::MustExist;
-  CommonDialog1.ShowOpen();
-  txtFileName->setText(QString::fromStdString(CommonDialog1.FileName));
+  AskForDataFile(CommonDialog1, *txtFileName);
 }
 
 void Graph::OpenFile() {

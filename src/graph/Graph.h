@@ -28,7 +28,6 @@ class Graph : public platform::Form {
  private:
   void BuildMenu();
   void BuildBody();
-  QWidget* BuildFileName();
   QWidget* BuildScroll();
 
   void cmdNext_Click();

@@ -7,10 +7,10 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
 #include "live/NumberText.h"
 #include "platform/Controls.h"
-#include "platform/Folders.h"
 #include "platform/Machine.h"
 #include "platform/TextFile.h"
 #include "shell/ErrorHandler.h"
@@ -56,20 +56,12 @@ void GraphBP::BuildMenu() {
 
 void GraphBP::BuildBody() {
   auto* top = new QHBoxLayout;
-  top->addWidget(BuildFileName(), 1);
+  top->addWidget(graph::MakeDataFileFrame(this, txtFileName), 1);
   top->addWidget(BuildSteps());
   graphs_ = new graph::GraphPair(this);
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(graphs_, 1);
-}
-
-QWidget* GraphBP::BuildFileName() {
-  auto* frame = platform::MakeFrame("fraFileName", "Data File", this);
-  txtFileName = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);
-  auto* layout = new QVBoxLayout(frame);
-  layout->addWidget(txtFileName);
-  return frame;
 }
 
 QWidget* GraphBP::BuildSteps() {
@@ -107,19 +99,9 @@ std::size_t GraphBP::Number() const {
 
 void GraphBP::mnuOpen_Click() {
   Guarded(*this, "mnuOpen_Click", [this] {
-    AskForFile();
+    graph::AskForDataFile(CommonDialog1, *txtFileName);
     if (TakesFile() && BuildDoubleChannelArrays()) ShowFile();
   });
-}
-
-void GraphBP::AskForFile() {
-  CommonDialog1.InitDir = platform::DataFilesFolder().string();
-  CommonDialog1.CancelError = true;
-  CommonDialog1.DefaultExt = "qbx";
-  CommonDialog1.Filter = "QBX Files (*.qbx)|*.qbx";
-  CommonDialog1.Flags = platform::MustExist;
-  CommonDialog1.ShowOpen();
-  txtFileName->setText(QString::fromStdString(CommonDialog1.FileName));
 }
 
 bool GraphBP::TakesFile() {

@@ -25,7 +25,6 @@ class GraphBP : public platform::Form {
  private:
   void BuildMenu();
   void BuildBody();
-  QWidget* BuildFileName();
   QWidget* BuildSteps();
 
   void mnuOpen_Click();
@@ -33,7 +32,6 @@ class GraphBP : public platform::Form {
   void cmdForward_Click();
   void cmdShowAll_Click();
 
-  void AskForFile();
   bool TakesFile();
   bool BuildDoubleChannelArrays();
   void ShowFile();

@@ -1,0 +1,37 @@
+#include "graph/DataFileFrame.h"
+
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "platform/CommonDialog.h"
+#include "platform/Controls.h"
+#include "platform/Folders.h"
+
+namespace bexlow::graph {
+
+// Of a path that is longer than the box its end tells most; the whole is in the tool tip.
+QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName) {
+  auto* frame = platform::MakeFrame("fraFileName", "Data File", parent);
+  auto* box = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);
+  QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& path) {
+    box->setToolTip(path);
+    box->end(false);
+  });
+  auto* layout = new QVBoxLayout(frame);
+  layout->addWidget(box);
+  txtFileName = box;
+  return frame;
+}
+
+void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName) {
+  dialog.InitDir = platform::DataFilesFolder().string();
+  dialog.CancelError = true;
+  dialog.DefaultExt = "qbx";
+  dialog.Filter = "QBX Files (*.qbx)|*.qbx";
+  dialog.Flags = platform::MustExist;
+  dialog.ShowOpen();
+  txtFileName.setText(QString::fromStdString(dialog.FileName));
+}
+
+}  // namespace bexlow::graph

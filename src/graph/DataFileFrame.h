@@ -1,0 +1,20 @@
+// The frame that names the data file on show, on both screens that draw one.
+#pragma once
+
+class QLineEdit;
+class QWidget;
+
+namespace bexlow::platform {
+class CommonDialog;
+}
+
+namespace bexlow::graph {
+
+/// The frame, with the box for the name in it.
+QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
+
+/// Asks for a data file and puts its path into the box.
+/// @throws std::system_error (CancelSelected) where the dialog is cancelled
+void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName);
+
+}  // namespace bexlow::graph
