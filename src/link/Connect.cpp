@@ -56,6 +56,7 @@ void Connect::Build() {
   lblDevice->setMinimumHeight(2 * fontMetrics().lineSpacing());
   connect(NumEditCommPort, &QDoubleSpinBox::valueChanged, this, [this] { ShowDevice(); });
   DefaultButton(cmdOK);
+  cmdOK->setDefault(true);  // drawn as what Enter presses
   OnCloseRequest = [this] { Unload(); };
 
   auto* buttons = new QHBoxLayout;

@@ -76,8 +76,11 @@ void Form::ActiveChild(Form* form) {
 }
 
 void Form::Activated() {
-  auto* next = focusWidget() != nullptr ? focusWidget() : nextInFocusChain();
-  if (next != nullptr && isAncestorOf(next)) next->setFocus();
+  if (focusWidget() != nullptr && focusWidget() != this) return focusWidget()->setFocus();
+  for (auto* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
+    const bool isStop = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled();
+    if (isAncestorOf(next) && isStop && next->isVisibleTo(this)) return next->setFocus();
+  }
 }
 
 QMenu* Form::AddMenu(const char* name, const QString& caption) {

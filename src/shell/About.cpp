@@ -28,6 +28,7 @@ About::About() : Form("About", "About") {
   const QString version = QString::fromStdString("Version " + Shared.ProgramVersionText + " Beta");
   auto* ok = MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); });
   DefaultButton(ok);
+  ok->setDefault(true);  // drawn as what Enter presses
   OnCloseRequest = [this] { cmdOK_Click(); };
 
   auto* texts = new QVBoxLayout;
@@ -47,7 +48,7 @@ About::About() : Form("About", "About") {
   columns->setSpacing(20);
   columns->addWidget(picture, 0, Qt::AlignTop);
   columns->addLayout(texts, 1);
-  setMinimumWidth(480);
+  setMinimumWidth(540);
   ok->setFocus();
 }
 
