@@ -17,6 +17,12 @@ namespace bexlow::live {
 
 using namespace platform;
 
+namespace {
+
+constexpr int TareCharacters = 17;  // "-179.994506668294"; the other boxes stand in line with it
+
+}  // namespace
+
 void Angles::Build() {
   for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].row = &AngleRows[i];
   auto* boxes = new QVBoxLayout;
@@ -35,17 +41,18 @@ void Angles::Build() {
 QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, Box box) {
   auto* frame = MakeFrame(name, caption, this);
   auto* grid = new QGridLayout(frame);
+  grid->setColumnStretch(2, 1);  // units of other lengths leave the boxes in line
   for (auto& axis : axes_) {
     const auto& row = *axis.row;
     switch (box) {
       case Box::Word:
-        axis.word = AddReading(*grid, {row.word, row.caption, "counts"}, frame);
+        axis.word = AddReading(*grid, {row.word, row.caption, "counts", TareCharacters}, frame);
         break;
       case Box::Tare:
-        axis.tare = AddReading(*grid, {row.tare, row.caption, "degrees"}, frame);
+        axis.tare = AddReading(*grid, {row.tare, row.caption, "degrees", TareCharacters}, frame);
         break;
       case Box::Angle:
-        axis.angle = AddReading(*grid, {row.angle, row.caption, "degrees"}, frame);
+        axis.angle = AddReading(*grid, {row.angle, row.caption, "degrees", TareCharacters}, frame);
         break;
     }
   }

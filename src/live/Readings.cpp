@@ -8,16 +8,10 @@
 
 namespace bexlow::live {
 
-namespace {
-
-constexpr int WidestCharacters = 8;  // "-179.9" and some room
-
-}  // namespace
-
 QLineEdit* AddReading(QGridLayout& grid, const Reading& reading, QWidget* parent) {
   auto* box = platform::MakeReadOnlyBox(reading.name, reading.caption, parent);
   box->setAlignment(Qt::AlignRight);
-  box->setFixedWidth(box->fontMetrics().horizontalAdvance('0') * WidestCharacters + 24);
+  box->setFixedWidth(box->fontMetrics().horizontalAdvance('0') * reading.characters + 24);
   auto* label = new QLabel(reading.caption, parent);
   label->setBuddy(box);
   const int row = grid.rowCount();

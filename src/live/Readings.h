@@ -11,6 +11,7 @@ struct Reading {
   const char* name;     ///< of the box
   const char* caption;  ///< beside it, and read aloud
   const char* unit;     ///< behind it; empty for none
+  int characters = 8;   ///< of the longest text it shows; "-179.9" and some room
 };
 
 /// A box as a further row of a grid. Only the program fills it.

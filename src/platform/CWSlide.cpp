@@ -101,7 +101,7 @@ void CWSlide::DrawFace(QPainter& painter) const {
   const double major = MarkStep(Maximum() - Minimum(), std::max(2, static_cast<int>(length / 48)));
   const auto readable = ColoursOf(palette()).text;
   const auto window = palette().color(QPalette::Window);
-  painter.setPen(isEnabled() ? palette().color(QPalette::WindowText) : Blend(window, readable, 0.5));
+  painter.setPen(isEnabled() ? palette().color(QPalette::WindowText) : Blend(window, readable, 0.6));
   for (const double mark : Marks(Minimum(), Maximum(), major / 4)) {
     const bool isMajor = std::abs(mark / major - std::round(mark / major)) < 0.01;
     const double tick = isMajor ? MajorLength : MinorLength;
@@ -121,7 +121,6 @@ void CWSlide::DrawFace(QPainter& painter) const {
 
 void CWSlide::DrawPointer(QPainter& painter) const {
   const auto colours = ColoursFor(*this);
-  const auto groove = Groove();
   const QPointF place = PlaceOf(Fraction());
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.series);
@@ -148,9 +147,7 @@ void CWSlide::DrawPointer(QPainter& painter) const {
   }
 
   painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
-  const double middle = IsUpright() ? groove.center().x() : width() / 2.0;
-  const double left = std::clamp(middle - 50, 0.0, std::max(0.0, width() - 100.0));
-  painter.drawText(QRectF(std::min(left, middle - 50), 0, 100, fontMetrics().height() + 2.0),
+  painter.drawText(QRectF(0, 0, width(), fontMetrics().height() + 2.0),
                    Qt::AlignHCenter | Qt::AlignTop | Qt::TextDontClip, ValueText());
 }
 

@@ -116,7 +116,6 @@ void Main::BuildBody() {
   lblHint->setObjectName("lblHint");
   lblHint->setWordWrap(true);
   lblHint->setAlignment(Qt::AlignCenter);
-  lblHint->setMinimumWidth(520);
 
   auto* mark = new QHBoxLayout;
   mark->setSpacing(24);
@@ -130,7 +129,7 @@ void Main::BuildBody() {
   column->addStretch(3);
   column->addLayout(mark);
   column->addWidget(new Trace("Image2", QSize(420, 56), this), 0, Qt::AlignHCenter);
-  column->addWidget(lblHint, 0, Qt::AlignHCenter);
+  column->addWidget(lblHint);
   column->addStretch(2);
   column->addWidget(launch_.Frame());
   column->addStretch(1);
