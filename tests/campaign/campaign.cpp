@@ -33,6 +33,8 @@ class Chance {
   std::mt19937_64 engine_;
 };
 
+constexpr int Refused = 3;  // exit code of a download that ended with a message
+
 /// A fault of the stand-in and the range of its amount, in bytes or milliseconds.
 struct Fault {
   const char* kind;
@@ -108,11 +110,15 @@ Result Killed(const fs::path& logger, const fs::path& folder, Chance& chance) {
   program.waitForFinished();
   const auto expected = standIn.ExpectedDataFile();
   const auto contents = ContentsOf(tour::FileText(file), expected);
-  const bool valid = contents.valid && (killed || contents.whole == expected);
+  // On a machine without a moment to spare a reply may come behind its wait: the download refuses, as it
+  // should.
+  const bool refused =
+      !killed && program.exitStatus() == QProcess::NormalExit && program.exitCode() == Refused;
+  const bool valid = contents.valid && (killed || refused || contents.whole == expected);
   const auto details = (killed ? "killed " : "ended before ") + std::to_string(moment) + " ms after its " +
                        (early ? "start" : "file") + ": " + std::to_string(contents.records) +
                        " records and " + std::to_string(contents.rest) + " bytes";
-  return {valid ? "valid" : "wrong", details};
+  return {!valid ? "wrong" : refused ? "refused" : "valid", details};
 }
 
 Result Attack(const fs::path& logger, const std::string& how, const fs::path& folder, unsigned long seed) {
@@ -141,7 +147,7 @@ int main(int argc, char** argv) {
   for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, folder.c_str(), 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   const QApplication application(argc, argv);
-  if (argc == 2) return campaign::Download(folder).completed ? 0 : 1;
+  if (argc == 2) return campaign::Download(folder).completed ? 0 : Refused;
   const auto seed = std::strtoul(argv[3], nullptr, 10);
   PrintOnOneLine(Attack(fs::absolute(argv[1]), argv[2], folder, seed), argv[2], seed);
   fs::remove_all(folder);
