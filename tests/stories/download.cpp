@@ -256,6 +256,7 @@ TEST_F(DownloadStory, CancelKeepsTheRecordsAndMakesNoCsv) {
   EXPECT_EQ(PagesInFile(), UpTo(5));
   EXPECT_FALSE(std::filesystem::exists(DataFile("run.csv")));
   EXPECT_TRUE(Shared.DataFileName.empty());
+  EXPECT_FALSE(Shared.LiveSample.SavingToFile);
   const auto bytes = machine.wire.size();
   machine.Pass(milliseconds(5000));
   EXPECT_EQ(machine.wire.size(), bytes) << "the watchdog ended too";
