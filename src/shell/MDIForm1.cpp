@@ -21,7 +21,6 @@ namespace bexlow::shell {
 
 using platform::Form;
 
-// Plain tabs: a QMdiArea loads the icons of title bars that nobody sees, which made a tenth of the start.
 MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)) {
   setObjectName("MDIForm1");
   setWindowTitle("Quornell Bexlow");

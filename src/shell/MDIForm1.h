@@ -1,4 +1,4 @@
-// The outer window: child windows as tabs, and the menu of the one in front.
+// The outer window: child windows as tabs, each over the whole window, and the menu of the one in front.
 #pragma once
 
 #include <QMainWindow>
