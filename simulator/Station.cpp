@@ -67,8 +67,9 @@ void Station::Run() {
     const Time now = Wait();
     ObeySignals(now);
     if (returnsAt_ && now >= *returnsAt_) PlugIn();
+    const auto bytes = Read();
     FollowHolder(now);
-    Receive(now);
+    Receive(bytes, now);
     logger_.Advance(now);
     SendDue(Now());
     RecordChanges();
@@ -147,12 +148,17 @@ void Station::FollowHolder(Time now) {
   if (Connected() && line_->IsOpen()) logger_.SetLineOpen(true, now);
 }
 
-void Station::Receive(Time now) {
-  if (!line_) return;
-  std::array<std::uint8_t, 256> buffer{};
-  const std::size_t count = line_->Read(buffer);
-  if (count == 0 || unplugged_) return;
-  const auto bytes = std::span(buffer).first(count);
+// Before the look at who holds the line: bytes that are here were sent by a holder whose opening can be seen by
+// then, however late this program was woken. The other way round a closing that is seen late, with the next
+// opening and request right behind it, would take that request's reply away.
+std::vector<std::uint8_t> Station::Read() {
+  std::vector<std::uint8_t> bytes(256);
+  bytes.resize(line_ ? line_->Read(bytes) : 0);
+  return bytes;
+}
+
+void Station::Receive(std::span<const std::uint8_t> bytes, Time now) {
+  if (bytes.empty() || unplugged_) return;
   recorder_.Received(bytes, now);
   for (const auto byte : bytes) Hear(byte, now);
 }

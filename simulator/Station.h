@@ -2,6 +2,8 @@
 #pragma once
 #include <memory>
 #include <optional>
+#include <span>
+#include <vector>
 
 #include "Faults.h"
 #include "Logger.h"
@@ -27,7 +29,8 @@ class Station {
   Time Wait();
   void LearnWakeLag(Time late);
   void FollowHolder(Time now);
-  void Receive(Time now);
+  std::vector<std::uint8_t> Read();
+  void Receive(std::span<const std::uint8_t> bytes, Time now);
   void Hear(std::uint8_t byte, Time now);
   void SendDue(Time now);
   void RecordChanges();

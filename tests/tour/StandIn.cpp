@@ -52,7 +52,8 @@ StandIn::StandIn(const std::filesystem::path& program, const std::filesystem::pa
                         "--run-pages",     "9",
                         "--dump-pages",    file("pages.bin"),
                         "--dump-eeprom",   file("eeprom.bin"),
-                        "--samples",       file("samples.txt")};
+                        "--samples",       file("samples.txt"),
+                        "--log",           file("line.log")};
   process_.start(QString::fromStdString(program.string()), own + more);
   Require(process_.waitForStarted() && process_.waitForReadyRead(5000), "the stand-in logger does not start");
 }
