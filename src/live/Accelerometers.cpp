@@ -60,12 +60,15 @@ void Accelerometers::LinkSlideAndText(const Axis& axis) {
           [slide](const QString& typed) { slide->Value(LeadingNumber(typed.toStdString())); });
 }
 
-void Accelerometers::Show(const link::Bytes& reply) {
+void Accelerometers::Decode(const link::Bytes& reply) {
   const auto readings = link::AccelerometerReadings(reply);
   if (!readings) return;
+  for (const auto& axis : axes_) Shared.LiveSample.*axis.row->sample = (*readings).*axis.row->received;
+}
+
+void Accelerometers::Show() {
   for (const auto& axis : axes_) {
-    const double reading = (*readings).*axis.row->received;
-    Shared.LiveSample.*axis.row->sample = reading;
+    const double reading = Shared.LiveSample.*axis.row->sample;
     axis.reading->setText(Shown(reading));
     axis.readingSlide->Value(reading);
   }

@@ -41,7 +41,8 @@ class Accelerometers : public RecordingScreen {
   void BuildDacPanel(QHBoxLayout& columns);
   void LinkSlideAndText(const Axis& axis);
 
-  void Show(const link::Bytes& reply) override;
+  void Decode(const link::Bytes& reply) override;
+  void Show() override;
   void Stopped() override;
   bool Form_KeyDown(const QKeyEvent& key);
   void cmdWriteDAC_Click(const Axis& axis);

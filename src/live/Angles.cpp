@@ -42,12 +42,16 @@ Angles::Angles() : RecordingScreen(Kind) {
 }
 
 // No tare is subtracted: under TareEnable the logger applies it to the words that it sends.
-void Angles::Show(const link::Bytes& reply) {
+void Angles::Decode(const link::Bytes& reply) {
   const auto words = link::AngleWords(reply);
   if (!words) return;
+  received_ = *words;
+  for (const auto& axis : axes_) TakeAngle(*axis.row, received_, Shared.LiveSample);
+}
+
+void Angles::Show() {
   for (const auto& axis : axes_) {
-    TakeAngle(*axis.row, *words, Shared.LiveSample);
-    axis.word->setText(Shown((*words).*axis.row->received));
+    axis.word->setText(Shown(received_.*axis.row->received));
     const double angle = Shared.LiveSample.*axis.row->angleField;
     axis.angle->setText(Shown(angle));
     axis.dial->Value(angle);

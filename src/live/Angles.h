@@ -40,7 +40,8 @@ class Angles : public RecordingScreen {
   QGroupBox* BuildBoxes(const char* name, const char* caption, Box box);
   QGroupBox* BuildDial(Axis& axis);
 
-  void Show(const link::Bytes& reply) override;
+  void Decode(const link::Bytes& reply) override;
+  void Show() override;
   void Starting() override;
   void Stopped() override;
 
@@ -51,6 +52,7 @@ class Angles : public RecordingScreen {
   void EnableTareButtons(bool enabled);
 
   std::array<Axis, 2> axes_;
+  link::AnglePair received_{};  ///< the words of the last sample, as they came
 };
 
 }  // namespace bexlow::live

@@ -16,7 +16,8 @@ RecordingScreen::RecordingScreen(const RecordingKind& kind)
     : Form(kind.screen, kind.screen),
       kind_(kind),
       MSComm1(*this, "MSComm1"),
-      chain_(*this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); }) {
+      chain_(*this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); },
+             [this] { Show(); }) {
   BuildMenu();
   OnCloseRequest = [this] { Unload(); };
 }
@@ -57,7 +58,7 @@ void RecordingScreen::StopSampling() {
 void RecordingScreen::Take(const link::Bytes& reply) {
   Shared.SampleClock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   Shared.LiveSample.SampleTime = NumberText(ElapsedSeconds(Shared.SampleClock));
-  Show(reply);
+  Decode(reply);
   if (Shared.LiveSample.SavingToFile) kind_.write(Shared.LiveSample.SampleTime);
 }
 

@@ -26,8 +26,10 @@ class RecordingScreen : public platform::Form {
  protected:
   explicit RecordingScreen(const RecordingKind& kind);
 
-  /// Decodes and shows a sample. What it throws ends the chain.
-  virtual void Show(const link::Bytes& reply) = 0;
+  /// Decodes a sample into the live sample. What it throws ends the chain.
+  virtual void Decode(const link::Bytes& reply) = 0;
+  /// Shows the sample that was decoded last.
+  virtual void Show() = 0;
   /// Sampling is about to start; the port is not open yet.
   virtual void Starting() {}
   /// Sampling has stopped: clears what showed samples.

@@ -21,12 +21,13 @@ constexpr double PseudoTerminalByteTimes =
 }  // namespace
 
 SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command,
-                             Take take)
+                             Take take, Show show)
     : screen_(screen),
       comm_(comm),
       threshold_(static_cast<int>(link::CommandOf(command).reply)),
       request_(link::MakeRequest(command)),
-      take_(std::move(take)) {
+      take_(std::move(take)),
+      show_(std::move(show)) {
   comm_.OnComm = [this] { MSComm1_OnComm(); };
 }
 
@@ -53,7 +54,13 @@ void SamplingChain::Resume() {
 void SamplingChain::Request() {
   requestedAt_ = Machine::Get().QueryPerformanceCounter();
   link::Send(comm_, request_);
+  ShowWhatWasTaken();
   platform::FramePace::PaintWhileWaiting(screen_);
+}
+
+// Boxes and dials cost more than all else that a sample needs; ahead of the request they would cost samples.
+void SamplingChain::ShowWhatWasTaken() {
+  if (std::exchange(unshown_, false) && show_) show_();
 }
 
 // A reply that was too long, or came twice, leaves its rest to be taken for the beginning of the next;
@@ -72,12 +79,16 @@ link::Bytes SamplingChain::TakeReply() {
 }
 
 void SamplingChain::MSComm1_OnComm() {
-  shell::Guarded(screen_, "MSComm1_OnComm", [this] {
+  const auto step = [this] {
     if (comm_.CommEvent() != platform::ReceiveEvent) return;
     const link::Bytes reply = TakeReply();
-    if (static_cast<int>(reply.size()) == threshold_) take_(reply);
+    if (static_cast<int>(reply.size()) == threshold_) {
+      take_(reply);
+      unshown_ = true;
+    }
     Request();
-  });
+  };
+  shell::Guarded(screen_, "MSComm1_OnComm", step, [this] { ShowWhatWasTaken(); });
 }
 
 }  // namespace bexlow::live

@@ -14,13 +14,15 @@ namespace bexlow::live {
 class SamplingChain {
  public:
   using Take = std::function<void(const link::Bytes& reply)>;
+  using Show = std::function<void()>;
 
   /// Takes over OnComm of the screen's MSComm1.
   /// @param command  what is asked for again and again; the length of its reply is the threshold
   /// @param take     gets each reply of exactly that length; others are dropped and asked for again. A
-  /// failure in it
-  ///                 is reported under "MSComm1_OnComm", and no request follows.
-  SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take);
+  ///                 failure in it is reported under "MSComm1_OnComm", and no request follows.
+  /// @param show     shows what was taken, while the line is busy with the next request; must not fail
+  SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take,
+                Show show = {});
 
   /// Opens the port and asks for the first sample. Throws std::system_error if the request cannot be sent.
   void Start();
@@ -37,12 +39,15 @@ class SamplingChain {
   link::Bytes TakeReply();
   bool CameTooSoon() const;
   void Request();
+  void ShowWhatWasTaken();
 
   platform::Form& screen_;
   platform::MSComm& comm_;
   const int threshold_;
   const link::Request request_;
   const Take take_;
+  const Show show_;
+  bool unshown_ = false;
   std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
 };
 
