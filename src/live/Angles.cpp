@@ -90,17 +90,19 @@ void Angles::cmdTare_Click(const Axis& axis) {
 }
 
 void Angles::GetTare(const Axis& axis) {
-  WriteTare("GetTare", axis, NumberIn(*axis.word), NumberIn(*axis.angle));
+  WriteTare("GetTare", axis, [&] { return Tare{NumberIn(*axis.word), NumberIn(*axis.angle)}; });
 }
 
 void Angles::RemoveTare(const Axis& axis) {
-  WriteTare("RemoveTare", axis, 0, 0);
+  WriteTare("RemoveTare", axis, [] { return Tare{}; });
 }
 
-// The logger keeps the raw word, the program the degrees.
-void Angles::WriteTare(const char* procedure, const Axis& axis, double word, double degrees) {
+// The logger keeps the raw word, the program the degrees. The boxes show the last sample once the chain has
+// paused.
+void Angles::WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare) {
   Guarded(*this, procedure, [&] {
     Chain().Pause();
+    const auto [word, degrees] = tare();
     const int address = axis.row->tareAddress;
     const auto counts = ToInt32(word);
     link::Send(SerialControl(), link::WriteEeprom(address, link::HighByte(counts)));

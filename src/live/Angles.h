@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 
 #include "live/RecordingScreen.h"
 
@@ -35,6 +36,9 @@ class Angles : public RecordingScreen {
     QPushButton* cmdTare = nullptr;
   };
   enum class Box { Word, Tare, Angle };
+  struct Tare {
+    double word = 0, degrees = 0;
+  };
 
   void Build();
   QGroupBox* BuildBoxes(const char* name, const char* caption, Box box);
@@ -48,7 +52,7 @@ class Angles : public RecordingScreen {
   void cmdTare_Click(const Axis& axis);
   void GetTare(const Axis& axis);
   void RemoveTare(const Axis& axis);
-  void WriteTare(const char* procedure, const Axis& axis, double word, double degrees);
+  void WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare);
   void EnableTareButtons(bool enabled);
 
   std::array<Axis, 2> axes_;

@@ -8,6 +8,7 @@
 #include "link/Protocol.h"
 #include "platform/Form.h"
 #include "platform/MSComm.h"
+#include "platform/Timer.h"
 
 namespace bexlow::live {
 
@@ -20,7 +21,8 @@ class SamplingChain {
   /// @param command  what is asked for again and again; the length of its reply is the threshold
   /// @param take     gets each reply of exactly that length; others are dropped and asked for again. A
   ///                 failure in it is reported under "MSComm1_OnComm", and no request follows.
-  /// @param show     shows what was taken, while the line is busy with the next request; must not fail
+  /// @param show     brings the controls up to date with what was taken last; must not fail. It is called for
+  ///                 each frame, not for each sample, and within 50 ms of the last sample.
   SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take,
                 Show show = {});
 
@@ -29,7 +31,8 @@ class SamplingChain {
   /// Closes the port.
   void Stop();
 
-  /// Takes no more samples, for requests of another kind on the open port.
+  /// Takes no more samples, for requests of another kind on the open port. The last one is on the screen
+  /// then.
   void Pause();
   /// Drops what came in meanwhile, a late sample included, and goes on. Throws as Start does.
   void Resume();
@@ -47,6 +50,7 @@ class SamplingChain {
   const link::Request request_;
   const Take take_;
   const Show show_;
+  platform::Timer showing_;  ///< for a sample that no other follows
   bool unshown_ = false;
   std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
 };

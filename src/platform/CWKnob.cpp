@@ -33,11 +33,14 @@ Colours ColoursFor(const QWidget& widget) {
   return ColoursOf(widget.palette(), widget.isEnabled() ? QPalette::Active : QPalette::Disabled);
 }
 
+double RadiusOf(const QWidget& widget) {
+  return std::min(widget.width(), widget.height()) / 2.0 - 1;
+}
+
 // Centre at 0, 0 and radius 1, in a square in the middle of the widget.
 void EnterDial(QPainter& painter, const QWidget& widget) {
   painter.translate(widget.width() / 2.0, widget.height() / 2.0);
-  const double radius = std::min(widget.width(), widget.height()) / 2.0 - 1;
-  painter.scale(radius, radius);
+  painter.scale(RadiusOf(widget), RadiusOf(widget));
 }
 
 // Clockwise from nine o'clock, on a screen whose y runs down.
@@ -83,6 +86,14 @@ QSize CWKnob::minimumSizeHint() const {
 
 double CWKnob::AngleAt(double fraction) const {
   return startDegrees_ + fraction * arcDegrees_;
+}
+
+// The needle and the window lie within the circle of the needle's point.
+QRect CWKnob::MovingArea() const {
+  const double reach = RadiusOf(*this) * PointerLength;
+  QRectF area(0, 0, 2 * reach, 2 * reach);
+  area.moveCenter(QRectF(rect()).center());
+  return area.toAlignedRect().adjusted(-1, -1, 1, 1);
 }
 
 void CWKnob::DrawFace(QPainter& painter) const {

@@ -25,6 +25,7 @@ class CWKnob : public Instrument {
  protected:
   void DrawFace(QPainter& painter) const override;
   void DrawPointer(QPainter& painter) const override;
+  QRect MovingArea() const override;
 
  private:
   double AngleAt(double fraction) const;

@@ -10,14 +10,14 @@ namespace bexlow::platform {
 
 namespace {
 constexpr int FrameMs = 16;
-constexpr int LiveFrameMs = 30;
+constexpr int LiveFrameMs = 28;
 }  // namespace
 
 FramePace::FramePace(QWidget& window) : QObject(&window), window_(window) {
   painted_.start();
   frame_.setSingleShot(true);
   frame_.setTimerType(Qt::PreciseTimer);
-  connect(&frame_, &QTimer::timeout, this, &FramePace::PaintWhatIsOwed);
+  connect(&frame_, &QTimer::timeout, this, &FramePace::EndFrame);
   window.installEventFilter(this);
 }
 
@@ -30,8 +30,17 @@ bool FramePace::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
+// A chain that goes on asks for the next frame itself, at a better moment.
+void FramePace::EndFrame() {
+  if (asked_.isValid() && !asked_.hasExpired(LiveFrameMs)) return frame_.start(LiveFrameMs);
+  PaintWhatIsOwed();
+}
+
 void FramePace::PaintWhatIsOwed() {
-  if (!std::exchange(owed_, false)) return;
+  if (std::exchange(owed_, false)) Paint();
+}
+
+void FramePace::Paint() {
   frame_.stop();
   QEvent request(QEvent::UpdateRequest);
   QCoreApplication::sendEvent(&window_, &request);
@@ -45,11 +54,13 @@ void FramePace::PaintNow(const QWidget& window) {
   if (auto* pace = Of(window)) pace->PaintWhatIsOwed();
 }
 
-void FramePace::PaintWhileWaiting(const QWidget& inside) {
+void FramePace::PaintWhileWaiting(const QWidget& inside, const std::function<void()>& show) {
   auto* pace = Of(inside);
-  if (pace == nullptr) return;
-  if (pace->owed_ && pace->painted_.elapsed() >= LiveFrameMs) return pace->PaintWhatIsOwed();
-  if (pace->frame_.isActive()) pace->frame_.start(LiveFrameMs);
+  if (pace == nullptr) return show();
+  pace->asked_.start();
+  if (!pace->painted_.hasExpired(LiveFrameMs)) return;
+  show();
+  pace->Paint();
 }
 
 }  // namespace bexlow::platform

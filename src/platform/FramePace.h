@@ -5,6 +5,8 @@
 #include <QObject>
 #include <QTimer>
 
+#include <functional>
+
 class QWidget;
 
 namespace bexlow::platform {
@@ -17,21 +19,24 @@ class FramePace : public QObject {
  public:
   explicit FramePace(QWidget& window);
 
-  /// For a chain, right behind a request: paints what is owed, if it is time, while the reply is on the line.
-  /// As long as it is called, nothing else in the window is painted in between, and live values at a slower
-  /// pace.
-  static void PaintWhileWaiting(const QWidget& inside);
+  /// For a chain, right behind a request: if it is time for a frame, brings the controls up to date and
+  /// paints them while the reply is on the line. As long as it is called, nothing else in the window is
+  /// painted in between, and live values at a slower pace.
+  static void PaintWhileWaiting(const QWidget& inside, const std::function<void()>& show);
   /// Paints at once what a window owes.
   static void PaintNow(const QWidget& window);
 
  private:
   static FramePace* Of(const QWidget& inside);
   bool eventFilter(QObject* watched, QEvent* event) override;
+  void EndFrame();
   void PaintWhatIsOwed();
+  void Paint();
 
   QWidget& window_;
   QElapsedTimer painted_;
-  QTimer frame_;  ///< runs from a frame until the next is allowed
+  QElapsedTimer asked_;  ///< when a chain asked last
+  QTimer frame_;         ///< runs from a frame until the next is allowed
   bool owed_ = false;
 };
 

@@ -62,7 +62,8 @@ Instrument::Instrument(QWidget* parent) : QWidget(parent) {
 void Instrument::Value(double value) {
   const auto before = ValueText();
   value_ = value;
-  if (ValueText() != before) update();  // what cannot be seen is not drawn: samples come faster than frames
+  if (ValueText() != before)
+    update(MovingArea());  // what cannot be seen is not drawn: samples come faster than frames
 }
 
 void Instrument::SetUnit(const QString& unit) {

@@ -45,6 +45,8 @@ class Instrument : public QWidget {
   virtual void DrawFace(QPainter& painter) const = 0;
   /// Pointer and value text.
   virtual void DrawPointer(QPainter& painter) const = 0;
+  /// What a new value changes, in the widget's units.
+  virtual QRect MovingArea() const { return rect(); }
 
   void SetRange(double minimum, double maximum, int decimals);
   void DropFace();

@@ -16,6 +16,9 @@ using shell::Shared;
 inline constexpr microseconds AngleSampleTime = ByteTime * 5;
 inline constexpr microseconds AccSampleTime = ByteTime * 7;
 
+/// Within this time a sample is on the screen, also where no other follows.
+inline constexpr milliseconds ShownTime{60};
+
 class LiveStory : public Story {
  protected:
   /// Opens a screen; one that is open is left first, and the line is given time to fall silent.

@@ -22,7 +22,7 @@ TEST_F(AccStory, ShowsReadingsAndClearsThemAtTheStop) {
   Sample();
   EXPECT_TRUE(Sampling());
   EXPECT_FALSE(Offered("Data", "Save"));
-  machine.Pass(AccSampleTime);
+  machine.Pass(ShownTime);
   struct Row {
     const char *box, *slide;
     double reading;
