@@ -16,8 +16,9 @@ RecordingScreen::RecordingScreen(const RecordingKind& kind)
     : Form(kind.screen, kind.screen),
       kind_(kind),
       MSComm1(*this, "MSComm1"),
-      chain_(*this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); },
-             [this] { Show(); }) {
+      chain_(
+          *this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); },
+          [this] { Show(); }) {
   BuildMenu();
   OnCloseRequest = [this] { Unload(); };
 }
