@@ -148,9 +148,9 @@ void Station::FollowHolder(Time now) {
   if (Connected() && line_->IsOpen()) logger_.SetLineOpen(true, now);
 }
 
-// Before the look at who holds the line: bytes that are here were sent by a holder whose opening can be seen by
-// then, however late this program was woken. The other way round a closing that is seen late, with the next
-// opening and request right behind it, would take that request's reply away.
+// Before the look at who holds the line: bytes that are here were sent by a holder whose opening can be seen
+// by then, however late this program was woken. The other way round a closing that is seen late, with the
+// next opening and request right behind it, would take that request's reply away.
 std::vector<std::uint8_t> Station::Read() {
   std::vector<std::uint8_t> bytes(256);
   bytes.resize(line_ ? line_->Read(bytes) : 0);
