@@ -81,9 +81,7 @@ std::vector<double> Download(AnsweredMachine& machine) {
                      if (value == shell::Shared.DownloadPageNumber && value > 0) times.push_back(now.count());
                    });
   QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
-  for (auto* entry : screen->Menus().first()->actions()) {
-    if (entry->objectName() == "mnuDownload") QTimer::singleShot(0, entry, &QAction::trigger);
-  }
+  QTimer::singleShot(0, screen->findChild<QAction*>("mnuDownload"), &QAction::trigger);
   QApplication::exec();
   return machine.completed ? times : std::vector<double>{};
 }

@@ -110,10 +110,6 @@ bool RunUntil(const AnsweredMachine& machine, const std::string& message) {
   return false;
 }
 
-QAction* Entry(const platform::Form& screen, const char* name) {
-  return screen.Menus().first()->findChild<QAction*>(name);
-}
-
 void PrintRead(const char* name, double ms, double bareMs) {
   bench::PrintFigure(name, ms / bareMs, 1.05, "",
                      bench::Fixed(ms, 1) + " ms over " + bench::Fixed(bareMs, 1) + " ms");
@@ -123,7 +119,7 @@ void PrintRead(const char* name, double ms, double bareMs) {
 bool MeasureRead(AnsweredMachine& machine, const platform::Form& screen, const fs::path& log) {
   if (!RunUntil(machine, "Read completed!")) return false;
   const double start = NowMs();
-  Entry(screen, "mnuRead")->trigger();
+  screen.findChild<QAction*>("mnuRead")->trigger();
   if (!RunUntil(machine, "Read completed!")) return false;
   const auto heard = HeardSince(log, start);
   if (heard.size() != 2 * ReadCells) return false;
@@ -173,7 +169,7 @@ bool MeasureWrite(AnsweredMachine& machine, const platform::Form& screen, const 
       platform::ReadWhole(folder / "cells");  // as they were read, so that they are written back
   const TimerNoise noise;
   const double start = NowMs();
-  Entry(screen, "mnuWrite")->trigger();
+  screen.findChild<QAction*>("mnuWrite")->trigger();
   return RunUntil(machine, "Write completed!") &&
          PrintWrite(HeardSince(folder / "log", start), start, noise.largest, cells);
 }
