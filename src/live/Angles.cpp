@@ -80,7 +80,6 @@ void Angles::cmdTare_Click(const Axis& axis) {
   const bool untare = axis.cmdTare->text() == axis.row->untareCaption;
   axis.cmdTare->setEnabled(false);
   axis.cmdTare->setText(untare ? axis.row->tareCaption : axis.row->untareCaption);
-  platform::Machine::Get().Repaint();
   if (untare) {
     RemoveTare(axis);
   } else {
@@ -102,6 +101,7 @@ void Angles::RemoveTare(const Axis& axis) {
 void Angles::WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare) {
   Guarded(*this, procedure, [&] {
     Chain().Pause();
+    platform::Machine::Get().Repaint();
     const auto [word, degrees] = tare();
     const int address = axis.row->tareAddress;
     const auto counts = ToInt32(word);
