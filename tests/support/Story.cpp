@@ -158,6 +158,14 @@ bool Story::PointerIsBusy() const {
   return QApplication::overrideCursor() != nullptr;
 }
 
+void Story::ExpectIdle() {
+  EXPECT_FALSE(PointerIsBusy());
+  EXPECT_FALSE(machine.AnyPortOpen());
+  const auto bytes = machine.wire.size();
+  machine.Pass(std::chrono::seconds(30));
+  EXPECT_EQ(machine.wire.size(), bytes);
+}
+
 std::filesystem::path Story::DataFile(const std::string& name) const {
   return platform::DataFilesFolder() / name;
 }

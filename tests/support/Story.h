@@ -57,6 +57,8 @@ class Story : public ::testing::Test {
   void Type(const char* name, const QString& text);
   std::string ScreenInFront() const;
   bool PointerIsBusy() const;
+  /// The pointer is free, no port is open, and nothing goes out however long one waits.
+  void ExpectIdle();
 
   std::filesystem::path DataFile(const std::string& name) const;
   std::string FileText(const std::filesystem::path& path) const;

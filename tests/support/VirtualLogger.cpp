@@ -22,6 +22,10 @@ Bytes RampPage(int start) {
   return page;
 }
 
+Spoil Instead(const Bytes& bytes, microseconds late) {
+  return [=](Bytes& reply, microseconds& delay) { std::tie(reply, delay) = std::tie(bytes, late); };
+}
+
 VirtualLogger::VirtualLogger() {
   const std::map<int, int> words{{2, 323},     {4, 408},     {6, 322},   {8, 323},     {10, 324},
                                  {12, 322},    {14, 0xF1C7}, {16, 0},    {18, 0x8001}, {20, 0x7FFF},
@@ -91,6 +95,12 @@ void VirtualLogger::Reply(Bytes reply) {
   microseconds delay{0};
   if (spoil) spoil(reply, delay);
   if (!silent) Send(reply, delay);
+}
+
+void VirtualLogger::SpoilOne(int number, const Spoil& how) {
+  spoil = [this, how, struck = replies + number](Bytes& reply, microseconds& delay) {
+    if (replies == struck) how(reply, delay);
+  };
 }
 
 void VirtualLogger::Erase() {

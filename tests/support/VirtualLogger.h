@@ -8,6 +8,11 @@
 
 namespace bexlow::test {
 
+using Spoil = std::function<void(Bytes& reply, microseconds& delay)>;
+
+/// Other bytes, or none, in place of the right ones.
+Spoil Instead(const Bytes& bytes, microseconds late = microseconds{0});
+
 class VirtualLogger : public Peer {
  public:
   VirtualLogger();
@@ -21,7 +26,9 @@ class VirtualLogger : public Peer {
   bool silent = false;
 
   /// Sees each reply before it leaves: may change it, empty it, or delay it.
-  std::function<void(Bytes& reply, microseconds& delay)> spoil;
+  Spoil spoil;
+  /// Spoils one reply alone: 1 is the next.
+  void SpoilOne(int number, const Spoil& how);
   /// How many progress bytes an erase sends, and the time between two.
   int eraseBytes = 0;
   microseconds eraseStep{1000};
