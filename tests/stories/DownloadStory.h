@@ -2,12 +2,14 @@
 #pragma once
 
 #include <filesystem>
+#include <numeric>
 
 #include "support/Story.h"
 
 namespace bexlow::test {
 
 using shell::Shared;
+using namespace std::chrono_literals;
 
 class DownloadStory : public Story {
  protected:
@@ -21,21 +23,34 @@ class DownloadStory : public Story {
     machine.WillChooseFile(path.string());
     Choose("Data", "Download");
   }
+  /// Begins a download of so many pages that runs for a second.
+  void BeginForASecond(int pages = 100) {
+    OpenScreen();
+    Store(pages);
+    Begin();
+    machine.Pass(1s);
+  }
   void Store(int pages) {
     for (int page = 0; page <= pages; ++page) logger.pages[page] = RampPage(page);
   }
   bool Running() const { return Checked("Data", "Download"); }
-  void RunToTheEnd(milliseconds limit = milliseconds(600000)) {
-    const auto until = machine.Time() + limit;
-    while (Running() && machine.Time() < until) machine.Pass(milliseconds(100));
+  void RunToTheEnd() {
+    const auto until = machine.Time() + 600s;
+    while (Running() && machine.Time() < until) machine.Pass(100ms);
     EXPECT_FALSE(Running());
+  }
+  /// Runs to the end, where no graph is wanted.
+  void Finish() {
+    machine.WillAnswer(Answer::No);
+    RunToTheEnd();
+    ReadsCompletion();
   }
   void ReadsCompletion() {
     Reads("Download completed!");
     Reads("Would you like to graph this download immediately?");
   }
-  std::vector<int> PagesInFile() const { return PagesOf(FileText(path)); }
-  static std::vector<int> PagesOf(const std::string& text) {
+  std::vector<int> PagesInFile() const {
+    const std::string text = FileText(path);
     std::vector<int> pages;
     int line = 0;
     for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1)
@@ -52,8 +67,8 @@ class DownloadStory : public Story {
     return text.substr(from, text.find('\r', from) - from);
   }
   static std::vector<int> UpTo(int last) {
-    std::vector<int> pages;
-    for (int page = 1; page <= last; ++page) pages.push_back(page);
+    std::vector<int> pages(static_cast<std::size_t>(last));
+    std::iota(pages.begin(), pages.end(), 1);
     return pages;
   }
 

@@ -26,11 +26,7 @@ std::vector<QWidget*> Stops(QWidget& screen) {
 }
 
 std::string Described(const QWidget& control) {
-  return control.objectName().toStdString() + " (" + control.metaObject()->className() + ")";
-}
-
-QRect PlaceOf(const QWidget& control, const QWidget& screen) {
-  return {control.mapTo(&screen, QPoint()), control.size()};
+  return control.objectName().toStdString();
 }
 
 }  // namespace
@@ -65,9 +61,12 @@ class AccessStory : public Story {
   }
   /// No stop lies above the one before, unless in another column to the right.
   static void ExpectOrder(const std::vector<QWidget*>& stops, const QWidget& screen) {
+    const auto placeOf = [&](const QWidget& stop) {
+      return QRect(stop.mapTo(&screen, QPoint()), stop.size());
+    };
     for (std::size_t i = 1; i < stops.size(); ++i) {
-      const auto before = PlaceOf(*stops[i - 1], screen);
-      const auto here = PlaceOf(*stops[i], screen);
+      const auto before = placeOf(*stops[i - 1]);
+      const auto here = placeOf(*stops[i]);
       EXPECT_FALSE(here.bottom() < before.top() && here.left() <= before.right())
           << Described(*stops[i]) << " comes behind " << Described(*stops[i - 1]);
     }

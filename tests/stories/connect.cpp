@@ -49,32 +49,21 @@ TEST_F(ConnectStory, AutoDetectTakesTheFirstPortThatAnswers) {
 }
 
 TEST_F(ConnectStory, AutoDetectAcceptsExactlyOneEcho) {
-  struct Row {
-    const char* what;
-    Bytes reply;
-    bool found;
-  };
   machine.Plug(logger, 16);
   Start();
   Choose("File", "Connect");
-  for (const auto& [what, reply, found] : {Row{"echo", {'f'}, true}, Row{"two echoes", {'f', 'f'}, false},
-                                           Row{"another byte", {'F'}, false}, Row{"silence", {}, false}}) {
-    SCOPED_TRACE(what);
-    logger.spoil = [&](Bytes& bytes, microseconds&) { bytes = reply; };
+  for (const auto& reply : {Bytes{'f'}, Bytes{'f', 'f'}, Bytes{'F'}, Bytes{}}) {
+    logger.SpoilOne(1, Instead(reply));
     Press("Auto Detect");
-    Reads(found ? "Bexlow found on Comm 16!" : "Bexlow not found on Comm 1-16!");
+    Reads(reply == Bytes{'f'} ? "Bexlow found on Comm 16!" : "Bexlow not found on Comm 1-16!");
     EXPECT_EQ(ScreenInFront(), "Connect");
-    EXPECT_FALSE(PointerIsBusy());
-    EXPECT_FALSE(machine.AnyPortOpen());
+    ExpectIdle();
   }
 }
 
 TEST_F(ConnectStory, OkRetrievesTheTareBlock) {
-  logger.eeprom[14] = 0x80;
-  logger.eeprom[15] = 0x00;
-  logger.eeprom[16] = 0x40;
-  logger.eeprom[17] = 0x00;
-  logger.eeprom[30] = 9;
+  for (const auto& [cell, byte] : {std::pair{14, 0x80}, {15, 0}, {16, 0x40}, {17, 0}, {30, 9}})
+    logger.eeprom[static_cast<std::size_t>(cell)] = static_cast<std::uint8_t>(byte);
   machine.Plug(logger, 1);
   Start();
   Choose("File", "Connect");
@@ -91,27 +80,19 @@ TEST_F(ConnectStory, OkRetrievesTheTareBlock) {
 TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
   struct Row {
     const char* what;
-    int strikes;  // which reply is spoilt
+    int struck;  // which reply is spoilt
     Bytes reply;
-    bool taken, plugged;
+    bool taken = false, plugged = true;
   };
-  const std::vector<Row> rows{{"one reply missing", 3, {}, false, true},
-                              {"one doubled", 3, {1, 1}, false, true},
-                              {"a late sixth byte", 5, {3, 3}, false, true},
-                              {"another program has the port", 0, {}, true, true},
-                              {"no such port", 0, {}, false, false}};
   Start();
-  for (const auto& [what, strikes, reply, taken, plugged] : rows) {
+  for (const auto& [what, struck, reply, taken, plugged] :
+       {Row{"one reply missing", 3, {}}, Row{"one doubled", 3, {1, 1}}, Row{"a late sixth byte", 5, {3, 3}},
+        Row{"another program has the port", 0, {}, true}, Row{"no such port", 0, {}, false, false}}) {
     SCOPED_TRACE(what);
-    if (plugged)
-      machine.Plug(logger, 4);
-    else
-      machine.Unplug(4);
+    machine.Plug(logger, 4);
+    if (!plugged) machine.Unplug(4);
     machine.taken = taken ? std::set<int>{4} : std::set<int>{};
-    logger.replies = 0;
-    logger.spoil = [&, n = strikes, r = reply](Bytes& bytes, microseconds&) {
-      if (logger.replies == n) bytes = r;
-    };
+    logger.SpoilOne(struck, Instead(reply));
     Shared.OnBoardParameters.XTare = 77;
     Shared.CurrentCommPort = 4;
     Choose("File", "Connect");

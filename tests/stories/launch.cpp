@@ -36,13 +36,9 @@ class Launch : public Story {
   bool FrameShows() { return The<QGroupBox>("fraErase").isVisibleTo(platform::Form::Active()); }
   int Bar() { return The<QProgressBar>("PBar").value(); }
   void ExpectIdle() {
-    EXPECT_FALSE(machine.AnyPortOpen());
     EXPECT_FALSE(FrameShows());
     EXPECT_EQ(Text("fraErase"), "Erase");
-    EXPECT_FALSE(PointerIsBusy());
-    const auto bytes = machine.wire.size();
-    machine.Pass(10s);
-    EXPECT_EQ(machine.wire.size(), bytes);
+    Story::ExpectIdle();
   }
 };
 
@@ -72,7 +68,6 @@ TEST_F(Launch, StampsErasesAndLaunchesAndFollowsTheErase) {
   EXPECT_FALSE(Offered("Display", "Accelerometers"));
   EXPECT_EQ(logger.launches, 1);
   EXPECT_TRUE(logger.pages.empty());
-  EXPECT_EQ(Bar(), 2033) << "stays for the next launch";
   ExpectIdle();
 }
 
@@ -125,7 +120,6 @@ TEST_F(Launch, ASecondLaunchDuringTheEraseStartsOver) {
   StartConnected();
   ChooseLaunch();
   machine.Pass(1s);
-  EXPECT_EQ(Text("fraErase"), "Erasing page 664");
   machine.wire.clear();
   ChooseLaunch();
   ASSERT_EQ(machine.wire.size(), 23u);
