@@ -13,7 +13,7 @@ using namespace std::chrono_literals;
 
 class DownloadStory : public Story {
  protected:
-  void OpenScreen() {
+  void SetUp() override {
     StartConnected();
     Choose("Tools", "Download");
   }
@@ -23,10 +23,9 @@ class DownloadStory : public Story {
     machine.WillChooseFile(path.string());
     Choose("Data", "Download");
   }
-  /// Begins a download of so many pages that runs for a second.
-  void BeginForASecond(int pages = 100) {
-    OpenScreen();
-    Store(pages);
+  /// Begins a download of a hundred pages that runs for a second.
+  void BeginForASecond() {
+    Store(100);
     Begin();
     machine.Pass(1s);
   }

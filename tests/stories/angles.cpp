@@ -22,6 +22,7 @@ const Recorder Recorders[] = {
 
 class RecorderStory : public LiveStory, public ::testing::WithParamInterface<Recorder> {
  protected:
+  void SetUp() override { OpenScreen(); }
   void OpenScreen() { Open(GetParam().screen); }
   int Requests() const { return LiveStory::Requests(GetParam().request); }
   void ExpectSaving(bool saving) {
@@ -34,7 +35,6 @@ INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::ValuesIn(Recorders),
                          [](const auto& row) { return std::string(row.param.screen); });
 
 TEST_P(RecorderStory, OneRequestIsOutstandingAndEachReplySendsTheNext) {
-  OpenScreen();
   Sample();
   EXPECT_EQ(Requests(), 1);
   for (int samples = 1; samples <= 5; ++samples) {
@@ -103,7 +103,6 @@ TEST_P(RecorderStory, StrayBytesBehindAReplyTearNoSample) {
 }
 
 TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
-  OpenScreen();
   Save("live.qbx");
   Sample();
   machine.Pass(milliseconds(1000));
@@ -125,7 +124,6 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
 }
 
 TEST_P(RecorderStory, NothingIsSavedWithoutAFile) {
-  OpenScreen();
   machine.WillCancelFile();
   Choose("Data", "Save");
   ExpectSaving(false);
@@ -139,7 +137,6 @@ TEST_P(RecorderStory, NothingIsSavedWithoutAFile) {
 }
 
 TEST_P(RecorderStory, SavesToItsOwnFileWhateverAnotherTabDid) {
-  OpenScreen();
   Save("own.qbx");
   Choose("Data", "Save");
   ExpectSaving(false);
@@ -155,7 +152,6 @@ TEST_P(RecorderStory, SavesToItsOwnFileWhateverAnotherTabDid) {
 }
 
 TEST_P(RecorderStory, AFullDiskLosesRecordsAndNotTheChain) {
-  OpenScreen();
   Save("full.qbx");
   Sample();
   machine.Pass(GetParam().sampleTime * 3);
@@ -172,7 +168,6 @@ TEST_P(RecorderStory, AFullDiskLosesRecordsAndNotTheChain) {
 }
 
 TEST_P(RecorderStory, LeavingEndsAnyStateAndSavingOutlivesTheScreen) {
-  OpenScreen();
   Save("outlives.qbx");
   Sample();
   machine.Pass(GetParam().sampleTime * 2);
@@ -197,7 +192,6 @@ TEST_P(RecorderStory, LeavingEndsAnyStateAndSavingOutlivesTheScreen) {
 }
 
 TEST_P(RecorderStory, APortThatDoesNotOpenLeavesTheNextClickAStop) {
-  OpenScreen();
   machine.taken.insert(1);
   Sample();
   ReadsError("OpenCommPort");

@@ -15,8 +15,8 @@ constexpr auto SampleTime = 4ms;  // request at once, six bytes back
 
 class Calibrate : public Story {
  protected:
+  void SetUp() override { StartConnected(); }
   void Open() {
-    if (outer == nullptr) StartConnected();
     Choose("Tools", "Calibrate");
     ASSERT_EQ(ScreenInFront(), "Calibrate");
     machine.wire.clear();
@@ -211,7 +211,6 @@ TEST_F(Calibrate, LeftInTheMiddle) {
 TEST_F(Calibrate, APortThatVanishesAtEachByte) {
   for (int bytes = 0; bytes <= 5; ++bytes) {  // three of the shaker's cell, then requests of samples
     SCOPED_TRACE(bytes);
-    if (outer == nullptr) StartConnected();
     CutLogger cut;
     cut.PlugFor(machine, 1, bytes);
     Open();

@@ -18,8 +18,8 @@ using namespace std::chrono_literals;
 
 class Configuration : public Story {
  protected:
+  void SetUp() override { StartConnected(); }
   void Open() {
-    if (outer == nullptr) StartConnected();
     Choose("Tools", "Configuration");
     ASSERT_EQ(ScreenInFront(), "Configuration");
   }
@@ -112,7 +112,6 @@ TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
     std::size_t requests;  // 0: the read stands still
     microseconds secondAfter = 0s;
   };
-  StartConnected();
   for (const auto& row : {Row{"doubled", {9, 9}, 0s, 54}, Row{"doubled, and torn", {9}, 0s, 54, 600us},
                           Row{"late", {77}, 4s, 53}, Row{"lost", {}, 0s, 0}}) {
     for (const int at : {1, 27, 53}) {
@@ -243,7 +242,6 @@ TEST_F(Configuration, LeftInTheMiddleOfASequence) {
 }
 
 TEST_F(Configuration, APortThatVanishesInTheRead) {
-  StartConnected();
   for (const int bytes : {0, 1, 2, 3, 52, 53, 105, 106}) {
     SCOPED_TRACE(bytes);
     CutLogger cut;

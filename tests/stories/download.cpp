@@ -4,7 +4,6 @@
 namespace bexlow::test {
 
 TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
-  OpenScreen();
   Store(2);
   Begin();
   EXPECT_EQ(machine.fileQuestions.back().filter,
@@ -38,7 +37,6 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
 }
 
 TEST_F(DownloadStory, TheRetrievalsKeepTheirPauses) {
-  OpenScreen();
   machine.WillCancelFile();
   const auto start = machine.Time();
   Choose("Data", "Download");
@@ -55,7 +53,6 @@ TEST_F(DownloadStory, TheRetrievalsKeepTheirPauses) {
 }
 
 TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
-  OpenScreen();
   for (const auto& [what, struck, bytes] :  // the number of the reply that is spoilt
        {std::tuple{"MODE", 1, Bytes{}}, std::tuple{"MODE", 2, Bytes{1, 1}},
         std::tuple{"FIRMWARE", 3, Bytes{1}}, std::tuple{"FIRMWARE", 4, Bytes{0, 75, 0}},
@@ -77,7 +74,6 @@ TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
 }
 
 TEST_F(DownloadStory, BlankPagesEndTheDataAndPageZeroNeverDoes) {
-  OpenScreen();
   for (const int blanks : {6, 5}) {  // bytes of 255 at the start of page 2
     SCOPED_TRACE(blanks);
     Store(2);
@@ -95,7 +91,6 @@ TEST_F(DownloadStory, BlankPagesEndTheDataAndPageZeroNeverDoes) {
 }
 
 TEST_F(DownloadStory, AFullLoggerEndsBehindPage2047) {
-  OpenScreen();
   Store(2047);
   Begin();
   machine.wire.clear();
@@ -112,7 +107,6 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgain) {
     Spoil spoil;
     bool warned;  // the warning stands until the first bytes of the repeat complete a threshold
   };
-  OpenScreen();
   logger.chunk = 1;
   for (const auto& [what, spoil, warned] :
        {Row{"one byte short", [](Bytes&reply, microseconds&) { reply.pop_back(); }, false},
@@ -141,7 +135,6 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgain) {
 
 // Nothing on the wire tells a late page from the next, unless the answer to the repeat comes right behind it.
 TEST_F(DownloadStory, ALateReplyBeforeTheRepeatsDoublesAPageOrIsDroppedWithIt) {
-  OpenScreen();
   Store(4);
   for (const auto silence : {200ms, 0ms}) {
     SCOPED_TRACE(silence.count());
@@ -165,7 +158,6 @@ TEST_F(DownloadStory, ALateReplyBeforeTheRepeatsDoublesAPageOrIsDroppedWithIt) {
 }
 
 TEST_F(DownloadStory, ASilentLoggerIsAskedOnceASecondForAnHour) {
-  OpenScreen();
   Store(3);
   Begin();
   machine.Pass(250ms);
@@ -183,10 +175,7 @@ TEST_F(DownloadStory, ASilentLoggerIsAskedOnceASecondForAnHour) {
 TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
   for (const auto* entry : {"Download", "Return"}) {
     SCOPED_TRACE(entry);
-    if (outer == nullptr) OpenScreen();
-    Store(100);
-    Begin();
-    machine.Pass(1s);
+    BeginForASecond();
     Choose("Data", entry);
     EXPECT_FALSE(Running());
     EXPECT_FALSE(Shared.LiveSample.SavingToFile);

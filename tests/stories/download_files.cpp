@@ -4,7 +4,6 @@
 namespace bexlow::test {
 
 TEST_F(DownloadStory, AFullDiskLosesARecordInWords) {
-  OpenScreen();
   Store(2);
   machine.WillAnswer(Answer::No);
   Begin();
@@ -22,7 +21,6 @@ TEST_F(DownloadStory, AFullDiskLosesARecordInWords) {
 }
 
 TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
-  OpenScreen();
   Store(1);
   // A full disk, a folder that is not there, and one that takes no files even from root.
   for (const char* name : {"/dev/full", "/nowhere/run.qbx", "/sys/run.qbx"}) {
@@ -38,7 +36,6 @@ TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
 }
 
 TEST_F(DownloadStory, LiveSamplesOfAnotherTabStayOutOfTheFile) {
-  OpenScreen();
   for (const bool cancelled : {true, false}) {
     SCOPED_TRACE(cancelled);
     logger.pages.clear();
@@ -64,7 +61,6 @@ TEST_F(DownloadStory, LiveSamplesOfAnotherTabStayOutOfTheFile) {
 }
 
 TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {
-  OpenScreen();
   Store(1);
   machine.WillAnswer(Answer::No);
   Begin("run.csv");
@@ -81,7 +77,6 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
     std::ptrdiff_t commas;
     bool csv;
   };
-  OpenScreen();
   Store(1);
   for (const auto& [mode, channels, head, modeText, channelText, commas, csv] :
        {Row{0, 3, "Page,Data-->", "Bin", "", 132, false},
@@ -121,7 +116,6 @@ TEST_F(DownloadStory, EventsWaitWhileABoxIsOpen) {
 }
 
 TEST_F(DownloadStory, YesHandsTheFileToGraph) {
-  OpenScreen();
   Store(2);
   machine.WillAnswer(Answer::Yes);
   Begin();

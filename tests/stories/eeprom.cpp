@@ -20,7 +20,7 @@ constexpr auto WrongLength = "Read EEPROM error: packet length is <> 1 byte!";
 class Eeprom : public Story {
  protected:
   /// Behind Configuration, which shows its entry upon the service chord.
-  void Open() {
+  void SetUp() override {
     StartConnected();
     Choose("Tools", "Configuration");
     machine.Pass(1s);
@@ -45,7 +45,6 @@ class Eeprom : public Story {
 };
 
 TEST_F(Eeprom, ReadsAndWritesAnyCell) {
-  Open();
   EXPECT_EQ(Text("NumEditAddress"), "2");
   Box().setText("77");
   Press("Read");
@@ -81,7 +80,6 @@ TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
     microseconds late;
     std::string shown;
   };
-  Open();
   for (const auto& [reply, late, shown] :
        {Row{{9}, 98ms, "9"}, Row{{9}, 100ms, ""}, Row{{}, 0ms, ""}, Row{{9, 9}, 0ms, ""}}) {
     SCOPED_TRACE(reply.size());
@@ -102,7 +100,6 @@ TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
     double address;
     const char* value;
   };
-  Open();
   const auto before = logger.eeprom;
   for (const auto& [button, address, value] :
        {Row{"Read", 256, ""}, Row{"Write", 256, "1"}, Row{"Write", 2, "256"}, Row{"Write", 2, "-1"},
@@ -128,7 +125,6 @@ TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
 }
 
 TEST_F(Eeprom, APortThatVanishesAtEachByteOrAScreenThatIsLeft) {
-  Open();
   for (const std::string button : {"Read", "Write"}) {
     for (int bytes = 0; bytes <= (button == "Read" ? 2 : 3); ++bytes) {
       SCOPED_TRACE(button + std::to_string(bytes));
@@ -172,7 +168,6 @@ TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   struct Row {
     const char *before, *entered, *after;
   };
-  Open();
   Box().setFocus();
   for (const auto enter : {Keys, Paste, Compose}) {
     for (const auto& [before, entered, after] :

@@ -36,7 +36,7 @@ std::string BinFile(const std::string& records) {
 
 class GraphStory : public Story {
  protected:
-  void OpenScreen() {
+  void SetUp() override {
     StartConnected();
     Choose("Tools", "Graph");
   }
@@ -58,7 +58,6 @@ class GraphStory : public Story {
 };
 
 TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
-  OpenScreen();
   for (const auto& [channel, points] :
        {std::pair{1, "528 / 0"}, std::pair{2, "0 / 528"}, std::pair{3, "264 / 264"}, std::pair{4, "0 / 0"}}) {
     SCOPED_TRACE(channel);
@@ -79,7 +78,6 @@ TEST_F(GraphStory, RefusalsKeepOrClearTheName) {
     bool keepsName;
   };
   const std::string good = LinearFile(3, "");
-  OpenScreen();
   for (const auto& [text, message, keepsName] :
        {Row{"", WrongFile, true},
         Row{Header("Angles", "Time(seconds),Angle X,Angle Y", "1,2,3"), WrongFile, false},
@@ -95,7 +93,6 @@ TEST_F(GraphStory, RefusalsKeepOrClearTheName) {
 }
 
 TEST_F(GraphStory, BrokenRecordsAreReportedAndNothingIsDrawn) {
-  OpenScreen();
   for (const auto& [channel, record, source] :
        {std::tuple{3, Record(1, 263, "1"), "BuildDoubleChannelArrays"},
         std::tuple{1, Record(1, 263, "1"), "BuildSingleChannelArray"}}) {
@@ -108,7 +105,6 @@ TEST_F(GraphStory, BrokenRecordsAreReportedAndNothingIsDrawn) {
 }
 
 TEST_F(GraphStory, CancelAndVanishedFilesChangeNothing) {
-  OpenScreen();
   Open(LinearFile(3, Record(1, 264, "5")));
   machine.WillCancelFile();
   Choose("File", "Open");
@@ -119,7 +115,6 @@ TEST_F(GraphStory, CancelAndVanishedFilesChangeNothing) {
 }
 
 TEST_F(GraphStory, BinPairsArePagedThrough) {
-  OpenScreen();
   Press("Next");
   Reads("No data file has been selected!");
   Open(BinFile(Record(1, 132, "11") + Record(2, 132, "22") + Record(3, 132, "33") + Record(4, 132, "44")));
@@ -145,7 +140,6 @@ TEST_F(GraphStory, BinPairsArePagedThrough) {
 }
 
 TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
-  OpenScreen();
   const std::string three = Record(1, 132, "1") + Record(2, 132, "2") + Record(3, 132, "3");
   Open(BinFile(three));
   Press("Next");

@@ -23,9 +23,10 @@ constexpr auto Failed = "Bexlow failed to launch!";
 
 class Launch : public Story {
  protected:
-  Launch() {
+  void SetUp() override {
     machine.clock = {2004, 2, 3, 14, 5, 8, 0};  // connecting takes a second
     logger.eraseBytes = 6141;
+    StartConnected();
   }
 
   void ChooseLaunch(Answer answer = Answer::Yes) {
@@ -43,7 +44,6 @@ class Launch : public Story {
 };
 
 TEST_F(Launch, StampsErasesAndLaunchesAndFollowsTheErase) {
-  StartConnected();
   logger.pages[1] = RampPage(0);
   ChooseLaunch();
   EXPECT_EQ(machine.Transcript(),
@@ -72,7 +72,6 @@ TEST_F(Launch, StampsErasesAndLaunchesAndFollowsTheErase) {
 }
 
 TEST_F(Launch, SilenceIsTakenForTheEnd) {
-  StartConnected();
   for (const int bytes : {0, 3}) {
     SCOPED_TRACE(bytes);
     shell::Shared.CurrentCommPort = 1;
@@ -90,7 +89,6 @@ TEST_F(Launch, SilenceIsTakenForTheEnd) {
 }
 
 TEST_F(Launch, NothingIsSentWithoutPortOrConsent) {
-  StartConnected();
   ChooseLaunch(Answer::No);
   shell::Shared.CurrentCommPort = 0;
   Choose("Tools", "Launch");
@@ -100,7 +98,6 @@ TEST_F(Launch, NothingIsSentWithoutPortOrConsent) {
 }
 
 TEST_F(Launch, APortThatVanishesAtEachByte) {
-  StartConnected();
   for (int bytes = 0; bytes <= 23; ++bytes) {
     SCOPED_TRACE(bytes);
     CutLogger cut;
@@ -117,7 +114,6 @@ TEST_F(Launch, APortThatVanishesAtEachByte) {
 }
 
 TEST_F(Launch, ASecondLaunchDuringTheEraseStartsOver) {
-  StartConnected();
   ChooseLaunch();
   machine.Pass(1s);
   machine.wire.clear();
@@ -132,7 +128,6 @@ TEST_F(Launch, ASecondLaunchDuringTheEraseStartsOver) {
 }
 
 TEST_F(Launch, AStampThatFailsDuringTheEraseLeavesTheWatchRunning) {
-  StartConnected();
   ChooseLaunch();
   machine.Unplug(1);
   ChooseLaunch();
@@ -145,7 +140,6 @@ TEST_F(Launch, AStampThatFailsDuringTheEraseLeavesTheWatchRunning) {
 }
 
 TEST_F(Launch, AScreenOpenedDuringTheEraseMeetsThePortAsTaken) {
-  StartConnected();
   ChooseLaunch();
   Choose("Tools", "Configuration");
   ReadsError("OpenCommPort");

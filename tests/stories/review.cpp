@@ -36,7 +36,7 @@ std::string Records(std::size_t pages, const std::vector<std::size_t>& pushes) {
 
 class ReviewStory : public Story {
  protected:
-  void OpenScreen() {
+  void SetUp() override {
     StartConnected();
     Choose("Tools", "Graph Button Pushes");
   }
@@ -63,7 +63,6 @@ class ReviewStory : public Story {
 };
 
 TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
-  OpenScreen();
   Open(GoodHeader + Records(7, {100, 250, 800}));
   struct Row {
     const char* press;
@@ -89,7 +88,6 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
 }
 
 TEST_F(ReviewStory, FindsPushesWhereverTheyStand) {
-  OpenScreen();
   for (const auto& [records, pushes] : {std::pair{Records(1, {131}), std::vector<double>{131}},
                                         std::pair{Records(2, {131, 132}), std::vector<double>{131, 132}},
                                         std::pair{Records(1, {}), std::vector<double>{0}},
@@ -103,7 +101,6 @@ TEST_F(ReviewStory, FindsPushesWhereverTheyStand) {
 }
 
 TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
-  OpenScreen();
   Open(GoodHeader + Records(2, {7}));
   for (const auto& [text, message] :
        {std::pair{std::string(), "This is not a Quornell Download file!"},
@@ -121,7 +118,6 @@ TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
 }
 
 TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
-  OpenScreen();
   for (const auto& [records, shown] :
        {std::pair{Records(1, {5}), "0 at 5"}, std::pair{Records(1, {}), "0 at 0"}}) {
     Open(GoodHeader + records + "2,1,1\r\n");
@@ -132,14 +128,12 @@ TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
 }
 
 TEST_F(ReviewStory, BeforeAFileNothingHappens) {
-  OpenScreen();
   for (const auto* caption : {"<", ">", "Show All", "Show All"}) Press(caption);
   EXPECT_EQ(Shown(), " at ");
   EXPECT_EQ(Cursors(), std::vector<double>{0});
 }
 
 TEST_F(ReviewStory, AnotherFileKeepsTheCursorsOfShowAll) {
-  OpenScreen();
   Open(GoodHeader + Records(1, {10, 20, 30}));
   Press("Show All");
   Open(GoodHeader + Records(1, {99}));
