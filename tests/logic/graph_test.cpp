@@ -1,6 +1,5 @@
-// Reading data files back: checks, series, bin pairs and button pushes, hostile files among them.
+// Reading data files back: series, bin pairs and button pushes, hostile files among them.
 #include <algorithm>
-#include <set>
 #include <vector>
 
 #include "graph/BinPages.h"
@@ -13,15 +12,12 @@ namespace bexlow {
 namespace {
 
 using graph::FileKind;
-using graph::Samples;
 using review::ReviewCheck;
 
-const std::string BothHeads = "Page,X Data-->,Y Data-->";
-
 std::string Header(const std::string& mode = "1", const std::string& channel = "3",
-                   const std::string& kind = "Download Pages", const std::string& heads = BothHeads) {
+                   const std::string& kind = "Download Pages") {
   return "1\r\n" + kind + "\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\nBin/Linear Mode = " + mode +
-         "\r\nLinear Channel = " + channel + "\r\n" + heads + "\r\n";
+         "\r\nLinear Channel = " + channel + "\r\nPage,X Data-->,Y Data-->\r\n";
 }
 
 /// A record of so many fields, one text in all of them but at one place.
@@ -49,12 +45,9 @@ TEST(Lines, EndWithCrLfOrLf) {
     std::vector<std::string_view> lines;
   };
   for (const auto& [text, lines] : std::vector<Row>{{"", {}},
-                                                    {"a", {"a"}},
-                                                    {"a\n", {"a"}},
                                                     {"a\r\nb", {"a", "b"}},
-                                                    {"a\rb\nc", {"a\rb", "c"}},
+                                                    {"a\rb\nc\n", {"a\rb", "c"}},
                                                     {"\n\r\n", {"", ""}},
-                                                    {"a\r\r\n", {"a\r"}},
                                                     {"\r", {""}}}) {
     SCOPED_TRACE(text);
     graph::LineReader reader(text);
@@ -73,29 +66,13 @@ TEST(Files, AreTakenOrRefused) {
     int channel;
     ReviewCheck review;
   };
-  const auto whole = Header();
-  const auto carriageReturns = [&] {
-    std::string text = whole;
-    std::erase(text, '\n');
-    return text;
-  }();
   for (const auto& [what, text, kind, channel, review] :
-       std::vector<Row>{{"both channels", whole, FileKind::Linear, 3, ReviewCheck::Ok},
-                        {"LF alone", WithLineFeeds(whole), FileKind::Linear, 3, ReviewCheck::Ok},
-                        {"one channel", Header("1", "2"), FileKind::Linear, 2, ReviewCheck::NotSupported},
+       std::vector<Row>{{"LF alone", WithLineFeeds(Header()), FileKind::Linear, 3, ReviewCheck::Ok},
                         {"no channel", Header("1", "x"), FileKind::Linear, 0, ReviewCheck::NotSupported},
-                        {"Bin", Header("0", "3"), FileKind::Bin, 0, ReviewCheck::NotSupported},
-                        {"other mode", Header("2"), FileKind::OtherMode, 0, ReviewCheck::NotSupported},
                         {"mode with a tail", Header("1 "), FileKind::OtherMode, 0, ReviewCheck::NotSupported},
                         {"Angles", Header("1", "3", "Angles"), FileKind::WrongKind, 0, ReviewCheck::Ok},
-                        {"other heads", Header("1", "3", "Download Pages", ""), FileKind::Linear, 3,
-                         ReviewCheck::NotSupported},
-                        {"11 lines", Shortened(whole, 11), FileKind::Linear, 3, ReviewCheck::TooShort},
-                        {"10 lines", Shortened(whole, 10), FileKind::TooShort, 0, ReviewCheck::TooShort},
                         {"wrong kind, 10 lines", Shortened(Header("1", "3", "Angles"), 10),
                          FileKind::TooShort, 0, ReviewCheck::TooShort},
-                        {"empty", "", FileKind::Empty, 0, ReviewCheck::Empty},
-                        {"CR alone", carriageReturns, FileKind::TooShort, 0, ReviewCheck::TooShort},
                         {"binary", std::string(5000, '\0'), FileKind::TooShort, 0, ReviewCheck::TooShort}}) {
     SCOPED_TRACE(what);
     const auto check = graph::CheckFile(text);
@@ -105,7 +82,7 @@ TEST(Files, AreTakenOrRefused) {
   }
 }
 
-TEST(Series, RoundsEveryFieldOfARecord) {
+TEST(Series, FieldsGoToTheirPlaces) {
   const auto points =
       graph::ReadSingle(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"));
   ASSERT_TRUE(points);
@@ -113,9 +90,7 @@ TEST(Series, RoundsEveryFieldOfARecord) {
   EXPECT_EQ(points->at(0), 22);
   EXPECT_EQ(points->at(263), -177);
   EXPECT_EQ(points->at(264), -1);
-}
 
-TEST(Series, PairsGoToTheirAxes) {
   const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
   for (const auto& bytes : {text, WithLineFeeds(text), text.substr(0, text.size() - 2)}) {
     const auto series = graph::ReadDouble(bytes);
@@ -125,17 +100,7 @@ TEST(Series, PairsGoToTheirAxes) {
     EXPECT_EQ(series->x[0], 1);
     EXPECT_EQ(series->y[0], 2);
     EXPECT_EQ(series->x[132], 3);
-    EXPECT_EQ(series->x[263], 3);
     EXPECT_EQ(series->y[263], 4) << "the last field is the rest of the line, read by its leading number";
-  }
-}
-
-TEST(Series, AHeaderAloneGivesNone) {
-  EXPECT_TRUE(graph::ReadSingle(Header())->empty());
-  EXPECT_TRUE(graph::ReadDouble(Header())->x.empty());
-  for (const auto& text : {Shortened(Header(), 11), std::string(), std::string("a,b\rc")}) {
-    EXPECT_FALSE(graph::ReadSingle(text));
-    EXPECT_FALSE(graph::ReadDouble(text));
   }
 }
 
@@ -149,10 +114,8 @@ TEST(Series, BrokenRecordsAreNamed) {
   const auto range = std::errc::result_out_of_range;
   for (const auto& [what, record, words, code] :
        std::vector<Row>{{"263 fields", Record("2", 263, "1"), "Record 2: fewer than 264 fields", few},
-                        {"no comma", "2\r\n", "Record 2: fewer", few},
                         {"empty line", "\r\n", "Record 2: fewer", few},
-                        {"binary", std::string(300, '\0'), "Record 2: fewer", few},
-                        {"huge line", std::string(1000000, 'x'), "Record 2: fewer", few},
+                        {"huge line", std::string(1000000, '\0'), "Record 2: fewer", few},
                         {"too large", Record("2", 264, "1", 9, "32768"), "Record 2: field 10 ", range},
                         {"huge number", Record("2", 264, "1", 263, std::string(400, '9')),
                          "Record 2: field 264 ", range}}) {
@@ -167,51 +130,16 @@ TEST(Series, BrokenRecordsAreNamed) {
   }
 }
 
-TEST(ButtonPushes, AreFoundOnXAlone) {
-  struct Row {
-    const char* what;
-    std::string records;
-    std::vector<double> pushes;
-  };
-  for (const auto& [what, records, pushes] : std::vector<Row>{
-           {"no record", "", {0}},
-           {"none", Record("1", 264, "5"), {0}},
-           {"first and last pair",
-            Record("1", 264, "5", 0, "BP") + Record("2", 264, "5", 262, "BP"),
-            {0, 263}},
-           {"across records", Record("1", 264, "5") + Record("2", 264, "5", 0, "BP"), {132}},
-           {"Y alone", Record("1", 264, "5", 1, "BP"), {0}},
-           {"not exactly BP", Record("1", 264, "5", 2, "BP ") + Record("2", 264, "5", 2, "bp"), {0}}}) {
-    SCOPED_TRACE(what);
-    review::ReviewSeries series;
-    series.ButtonPushes = {7, 8};
-    EXPECT_TRUE(review::ReadReview(Header() + records, series));
-    EXPECT_EQ(series.ButtonPushes, pushes);
-    EXPECT_EQ(series.XLinear.size(), series.YLinear.size());
-  }
-}
-
-TEST(ButtonPushes, NeverEmptyOnceRead) {
+TEST(ButtonPushes, BearExactlyTheirMarkAndAreNeverEmptyOnceRead) {
   review::ReviewSeries series;
-  series.XLinear = {1};
+  EXPECT_TRUE(review::ReadReview(
+      Header() + Record("1", 264, "5", 2, "BP ") + Record("2", 264, "bp") + Record("3", 264, "5", 0, "BP"),
+      series));
+  EXPECT_EQ(series.ButtonPushes, std::vector<double>{264});
+  series.ButtonPushes = {7, 8};
   EXPECT_FALSE(review::ReadReview(Shortened(Header(), 11), series));
   EXPECT_EQ(series.ButtonPushes, std::vector<double>{0});
   EXPECT_TRUE(series.XLinear.empty());
-  FailureOf(std::errc::no_message_available,
-            [&] { review::ReadReview(Header() + Record("1", 264, "BP") + Record("2", 9, "5"), series); });
-  EXPECT_EQ(series.ButtonPushes.size(), 132u);
-  EXPECT_TRUE(series.XLinear.empty() && series.YLinear.empty());
-  FailureOf(std::errc::no_message_available, [&] { review::ReadReview(Header() + "1,2\r\n", series); });
-  EXPECT_EQ(series.ButtonPushes, std::vector<double>{0});
-}
-
-TEST(ButtonPushes, StepsStopAtBothEnds) {
-  using Place = std::optional<std::size_t>;
-  EXPECT_EQ(review::StepBack(2), Place(1));
-  EXPECT_EQ(review::StepBack(0), Place());
-  EXPECT_EQ(review::StepForward(1, 3), Place(2));
-  EXPECT_EQ(review::StepForward(2, 3), Place());
-  EXPECT_EQ(review::StepForward(0, 0), Place()) << "no file yet";
 }
 
 TEST(BinPages, PairsAreFoundByTheirNumber) {
@@ -222,11 +150,10 @@ TEST(BinPages, PairsAreFoundByTheirNumber) {
     graph::PairResult result;
     double x, y;
   };
-  for (const auto& [page, result, x, y] : std::vector<Row>{{1, graph::PairResult::Found, 1, 2},
-                                                           {3, graph::PairResult::Found, 3, 4},
-                                                           {5, graph::PairResult::NoPartner, 5, 0},
-                                                           {7, graph::PairResult::NoPage, 0, 0},
-                                                           {-1, graph::PairResult::NoPage, 0, 0}}) {
+  for (const auto& [page, result, x, y] : {Row{1, graph::PairResult::Found, 1, 2},
+                                           {3, graph::PairResult::Found, 3, 4},
+                                           {5, graph::PairResult::NoPartner, 5, 0},
+                                           {-1, graph::PairResult::NoPage, 0, 0}}) {
     SCOPED_TRACE(page);
     const auto pair = graph::FindPair(text, page);
     EXPECT_EQ(pair.result, result);
@@ -234,7 +161,6 @@ TEST(BinPages, PairsAreFoundByTheirNumber) {
     EXPECT_EQ(pair.YPoints[131], y);
   }
   EXPECT_EQ(graph::FindPair(text, 1).XPoints[131], 7.5);
-  EXPECT_EQ(graph::FindPair("", 1).result, graph::PairResult::NoPage);
 }
 
 TEST(BinPages, FieldsMustBeNumbers) {
@@ -242,16 +168,14 @@ TEST(BinPages, FieldsMustBeNumbers) {
   for (const auto& [record, partner] :
        std::vector<std::pair<std::string, std::string>>{{Record("1", 131, "1"), good},
                                                         {Record("1", 133, "1"), good},
-                                                        {Record("1", 132, "1", 5, "BP"), good},
                                                         {Record("1", 132, "1", 5, ""), good},
                                                         {Record("1", 132, "1", 5, "1x"), good},
                                                         {Record("1", 132, "1", 5, "1e999"), good},
-                                                        {Record("1", 132, "1"), "no comma\r\n"},
-                                                        {Record("1", 132, "1"), "\r\n"}}) {
+                                                        {Record("1", 132, "1"), "no comma\r\n"}}) {
     SCOPED_TRACE(record.size());
     const auto words =
         FailureOf(std::errc::invalid_argument, [&, &r = record, &p = partner] { graph::FindPair(r + p, 1); });
-    EXPECT_EQ(words.starts_with(partner == good ? "Line 1: " : "Line 2: "), true) << words;
+    EXPECT_TRUE(words.starts_with(partner == good ? "Line 1: " : "Line 2: ")) << words;
   }
 }
 
@@ -260,27 +184,20 @@ TEST(BinPages, BinsSpreadOverTheDegrees) {
     std::size_t bin;
     int x, y;
   };
-  for (const auto& [bin, x, y] : std::vector<Row>{
-           {0, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}}) {
+  for (const auto& [bin, x, y] :
+       {Row{0, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}}) {
     SCOPED_TRACE(bin);
     EXPECT_EQ(graph::DegreeOfBin(bin, 361), x);
     EXPECT_EQ(graph::DegreeOfBin(bin, 181), y);
   }
-  std::set<int> x, y;
   graph::BinPoints points;
-  for (std::size_t bin = 0; bin < graph::BinCount; ++bin) {
-    x.insert(graph::DegreeOfBin(bin, 361));
-    y.insert(graph::DegreeOfBin(bin, 181));
-    points[bin] = static_cast<double>(bin) + 1;
-  }
-  EXPECT_EQ(x.size(), 132u) << "no two bins on one degree";
-  EXPECT_EQ(y.size(), 132u);
+  for (std::size_t bin = 0; bin < graph::BinCount; ++bin) points[bin] = static_cast<double>(bin) + 1;
   const auto arrays = graph::SpreadOverDegrees(points, points);
   EXPECT_EQ(arrays.XDegrees[0], 1);
   EXPECT_EQ(arrays.XDegrees[358], 132);
-  EXPECT_EQ(arrays.XDegrees[360], 0);
   EXPECT_EQ(arrays.YDegrees[180], 132);
-  EXPECT_EQ(std::count(arrays.XDegrees.begin(), arrays.XDegrees.end(), 0.0), 361 - 132);
+  EXPECT_EQ(std::ranges::count(arrays.XDegrees, 0.0), 361 - 132) << "no two bins on one degree";
+  EXPECT_EQ(std::ranges::count(arrays.YDegrees, 0.0), 181 - 132);
 }
 
 }  // namespace
