@@ -1,21 +1,16 @@
 // The serial control on a real pseudo-terminal.
 #include <QTest>
 
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
-#include <functional>
-#include <gtest/gtest.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <system_error>
-#include <unistd.h>
 
 #include "platform/EventGate.h"
 #include "platform/Form.h"
 #include "platform/MSComm.h"
 #include "platform/Ports.h"
+#include "platform/Processes.h"
 #include "platform/RealMachine.h"
 
 namespace bexlow::test {
@@ -55,41 +50,10 @@ class Serial : public ::testing::Test {
   }
   Bytes LoggerHears(std::size_t count) {
     Bytes heard(count);
-    std::size_t filled = 0;
-    while (filled < count) {
-      const auto read = ::read(master, heard.data() + filled, count - filled);
-      if (read <= 0) break;
-      filled += static_cast<std::size_t>(read);
-    }
+    for (auto& byte : heard) EXPECT_EQ(::read(master, &byte, 1), 1);
     return heard;
   }
-  static std::string Words(const std::function<void()>& action) {
-    try {
-      action();
-    } catch (const std::system_error& error) {
-      return error.what();
-    }
-    return "";
-  }
-  /// The words of a failed opening in another process.
-  std::string WordsElsewhere(int number) {
-    int pipes[2];
-    EXPECT_EQ(::pipe(pipes), 0);
-    const pid_t child = fork();
-    if (child == 0) {
-      MSComm other(form, "Other");
-      other.CommPort(number);
-      const auto words = Words([&] { other.PortOpen(true); });
-      [[maybe_unused]] const auto written = ::write(pipes[1], words.data(), words.size());
-      ::_exit(0);
-    }
-    ::close(pipes[1]);
-    char words[300] = {};
-    [[maybe_unused]] const auto read = ::read(pipes[0], words, sizeof words - 1);
-    ::close(pipes[0]);
-    ::waitpid(child, nullptr, 0);
-    return words;
-  }
+  static std::string Words(const std::function<void()>& action) { return FailureOf(action).words; }
 
   fs::path folder, device;
   int master = -1;
@@ -111,10 +75,10 @@ TEST_F(Serial, CarriesEveryByteBothWays) {
 }
 
 TEST_F(Serial, RaisesItsEventAtTheThresholdOnly) {
-  int events = 0, kind = 0;
+  int events = 0;
   comm.OnComm = [&] {
     ++events;
-    kind = comm.CommEvent();
+    EXPECT_EQ(comm.CommEvent(), platform::ReceiveEvent);
     comm.Input();
   };
   comm.RThreshold(4);
@@ -124,7 +88,6 @@ TEST_F(Serial, RaisesItsEventAtTheThresholdOnly) {
   EXPECT_EQ(events, 0);
   LoggerSends({4});
   ASSERT_TRUE(QTest::qWaitFor([&] { return events == 1; }));
-  EXPECT_EQ(kind, platform::ReceiveEvent);
   comm.RThreshold(0);
   LoggerSends({1, 2, 3, 4, 5});
   QTest::qWait(30);
@@ -152,28 +115,21 @@ TEST_F(Serial, IsHeldByOneControlAlone) {
   Link(2, folder / "Ports" / "COM1");  // the same device through another name
   MSComm second(form, "MSComm2");
   second.CommPort(2);
+  const auto inUse = [&] {
+    return Words([&] { second.PortOpen(true); }).find("it is in use") != std::string::npos;
+  };
   comm.PortOpen(true);
-  EXPECT_NE(Words([&] { second.PortOpen(true); }).find("it is in use"), std::string::npos);
-  EXPECT_NE(WordsElsewhere(2).find("it is in use"), std::string::npos);
+  EXPECT_TRUE(inUse());
+  EXPECT_TRUE(Elsewhere(inUse));
   EXPECT_NE(Words([&] { comm.PortOpen(true); }), "") << "opening twice is an error too";
   comm.PortOpen(false);
   EXPECT_EQ(Words([&] { second.PortOpen(true); }), "");
 }
 
 TEST_F(Serial, AKilledHolderFreesThePort) {
-  int ready[2];
-  ASSERT_EQ(::pipe(ready), 0);
-  const pid_t holder = fork();
-  if (holder == 0) {
-    comm.PortOpen(true);
-    [[maybe_unused]] const auto written = ::write(ready[1], "x", 1);
-    ::pause();
-  }
-  char mark = 0;
-  ASSERT_EQ(::read(ready[0], &mark, 1), 1);
+  const StillProcess holder([&] { comm.PortOpen(true); });
   EXPECT_NE(Words([&] { comm.PortOpen(true); }), "");
-  ::kill(holder, SIGKILL);
-  ::waitpid(holder, nullptr, 0);
+  holder.Kill();
   EXPECT_EQ(Words([&] { comm.PortOpen(true); }), "");
 }
 
@@ -200,12 +156,11 @@ TEST_F(Serial, SaysWhyAPortDoesNotOpen) {
   Link(3, "/dev/null");
   Link(4, folder / "forbidden");
   ::close(::open((folder / "forbidden").c_str(), O_CREAT | O_WRONLY, 0));
-  struct Row {
-    int comm;
-    const char* words;
-  };
-  for (const auto& [number, words] : {Row{2, "no such device"}, Row{3, "no such device"},
-                                      Row{0, "no such port"}, Row{17, "no such port"}, Row{4, "dialout"}}) {
+  for (const auto& [number, words] : {std::pair{2, "no such device"},
+                                      {3, "no such device"},
+                                      {0, "no such port"},
+                                      {17, "no such port"},
+                                      {4, "dialout"}}) {
     if (number == 4 && geteuid() == 0) continue;  // nothing is forbidden to root
     comm.CommPort(number);
     EXPECT_NE(Words([&] { comm.PortOpen(true); }).find(words), std::string::npos) << number;
@@ -227,15 +182,15 @@ TEST_F(Serial, AClosedPortTakesAndGivesNothing) {
 }
 
 TEST_F(Serial, NumbersStandForDevices) {
-  for (const auto& [number, path] : {std::pair{1, device.string()},
-                                     {2, std::string("/dev/ttyS1")},
-                                     {4, std::string("/dev/ttyS3")},
-                                     {5, std::string("/dev/ttyUSB0")},
-                                     {12, std::string("/dev/ttyUSB7")},
-                                     {13, std::string("/dev/ttyACM0")},
-                                     {16, std::string("/dev/ttyACM3")},
-                                     {0, std::string()},
-                                     {17, std::string()}})
+  for (const auto& [number, path] : {std::pair{1, device.c_str()},
+                                     {2, "/dev/ttyS1"},
+                                     {4, "/dev/ttyS3"},
+                                     {5, "/dev/ttyUSB0"},
+                                     {12, "/dev/ttyUSB7"},
+                                     {13, "/dev/ttyACM0"},
+                                     {16, "/dev/ttyACM3"},
+                                     {0, ""},
+                                     {17, ""}})
     EXPECT_EQ(platform::DeviceOfComm(number, folder), path) << number;
 }
 
