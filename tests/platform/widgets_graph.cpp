@@ -1,7 +1,6 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QFile>
-#include <QPrinter>
 #include <QTemporaryDir>
 #include <qcustomplot.h>
 
@@ -27,10 +26,18 @@ class Graph : public testing::Test {
  protected:
   Graph() {
     graph.resize(900, 300);
+    graph.SetXAxis(true, 0, 10);
+    graph.SetYAxis(false, -180, 180);
     graph.show();
     QApplication::processEvents();
   }
 
+  void ShowBins(const std::vector<double>& counts) {
+    graph.SetPlotStyle(PlotStyle::Bin);
+    graph.SetXAxis(false, -180, 180);
+    graph.SetYAxis(true, 0, 1);
+    graph.PlotY(counts, -180, 1);
+  }
   QCustomPlot& Plot() { return *graph.findChild<QCustomPlot*>(); }
   QPoint PixelOf(double x, double y) {
     graph.DrawNow();
@@ -67,8 +74,6 @@ TEST_F(Graph, EverySpikeIsSeenInEveryView) {
   std::vector<std::size_t> spikes{0, FullRun - 1};
   while (spikes.size() < 40) spikes.push_back(random() % FullRun);
   for (const auto place : spikes) values[place] = place % 2 == 0 ? 170 : -170;
-  graph.SetXAxis(true, 0, 1);
-  graph.SetYAxis(false, -180, 180);
   graph.PlotY(values);
   for (int view = 0; view < 60; ++view) {
     const double spike = static_cast<double>(spikes[static_cast<std::size_t>(view) % spikes.size()]);
@@ -87,8 +92,6 @@ TEST_F(Graph, EverySpikeIsSeenInEveryView) {
 }
 
 TEST_F(Graph, TheLineRunsFromFrameToFrame) {
-  graph.SetXAxis(true, 0, 1);
-  graph.SetYAxis(false, -180, 180);
   graph.PlotY(std::vector<double>(FullRun, 45));
   for (const double size : {5.0, 300.0, 20000.0}) {
     SCOPED_TRACE(size);
@@ -106,14 +109,13 @@ TEST_F(Graph, TakesAnyNumbers) {
   struct Hostile {
     const char* what;
     std::vector<double> values;
-    double firstX, stepX;
+    double firstX = 0, stepX = 1;
   };
-  for (const auto& [what, values, firstX, stepX] : std::vector<Hostile>{{"empty", {}, 0, 1},
-                                                                        {"one", {5}, 0, 1},
-                                                                        {"all nan", {Nan, Nan}, 0, 1},
-                                                                        {"gap", {1, Nan, 2, Inf, 3}, 0, 1},
-                                                                        {"huge", {1e308, -1e308, 0}, 0, 1},
-                                                                        {"tiny", {5e-324, 0}, 0, 1},
+  for (const auto& [what, values, firstX, stepX] : std::vector<Hostile>{{"empty", {}},
+                                                                        {"all nan", {Nan, Nan}},
+                                                                        {"gap", {1, Nan, 2, Inf, 3}},
+                                                                        {"huge", {1e308, -1e308, 0}},
+                                                                        {"tiny", {5e-324, 0}},
                                                                         {"far", {1, 2}, 1e300, 1},
                                                                         {"no step", {1, 2}, 0, 0},
                                                                         {"nan step", {1, 2}, Nan, Nan}}) {
@@ -140,8 +142,7 @@ TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
     CWGraphRange x, y;
   };
   for (const auto& [what, autoScale, minimum, maximum, values, x, y] :
-       std::vector<Axis>{{"fixed", false, 0, 10, {-5, 50}, {0, 10}, {0, 10}},
-                         {"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
+       std::vector<Axis>{{"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
                          {"no data", true, 0, 10, {}, {0, 10}, {0, 10}},
                          {"reversed", false, 10, 0, {1, 2}, {0, 10}, {0, 10}},
                          {"without length", false, 0, 0, {}, {-0.5, 0.5}, {-0.5, 0.5}},
@@ -153,18 +154,12 @@ TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
     EXPECT_EQ(graph.XView(), x);
     EXPECT_EQ(graph.YView(), y);
   }
-  graph.SetPlotStyle(PlotStyle::Bin);
-  graph.PlotY(std::vector<double>{7, 9}, -90, 1);
-  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 9}));  // counts stand on 0
 }
 
 TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
-  graph.SetPlotStyle(PlotStyle::Bin);
-  graph.SetXAxis(false, -180, 180);
-  graph.SetYAxis(true, 0, 1);
   std::vector<double> counts(361, 0);
   counts[180 + 90] = 40;
-  graph.PlotY(counts, -180, 1);
+  ShowBins(counts);
   const auto bar = PixelOf(90, 20);
   const auto foot = PixelOf(90, 3);
   const auto empty = PixelOf(-90, 0);
@@ -175,22 +170,17 @@ TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
 }
 
 TEST_F(Graph, NewDataKeepsAFixedViewAndFitsAnAutomaticOne) {
-  graph.SetPlotStyle(PlotStyle::Bin);
-  graph.SetXAxis(false, -180, 180);
-  graph.SetYAxis(true, 0, 1);
-  graph.PlotY(std::vector<double>(361, 5), -180, 1);
+  ShowBins(std::vector<double>(361, 5));
   graph.SetXView({10, 60});
   graph.PlotY(std::vector<double>(361, 80), -180, 1);  // the next pair of pages
   EXPECT_EQ(graph.XView(), (CWGraphRange{10, 60}));
-  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80}));
+  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80})) << "counts stand on 0";
 }
 
 TEST_F(Graph, LinkedGraphsMoveTogether) {
   CWGraph other;
-  for (auto* each : {&graph, &other}) {
-    each->SetXAxis(true, 0, 10);
-    each->PlotY(std::vector<double>(1000, 1));
-  }
+  other.SetXAxis(true, 0, 10);
+  for (auto* each : {&graph, &other}) each->PlotY(std::vector<double>(1000, 1));
   graph.LinkXAxis(other);
   graph.SetXView({100, 200});
   EXPECT_EQ(other.XView(), (CWGraphRange{100, 200}));
@@ -209,7 +199,6 @@ TEST_F(Graph, LinkedGraphsMoveTogether) {
 
 TEST_F(Graph, AsManyCursorsAsSamples) {
   graph.SetXAxis(false, 0, FullRun - 1);
-  graph.SetYAxis(false, -180, 180);
   graph.EnableCursors();
   graph.EnableCursors();
   ASSERT_EQ(graph.CursorCount(), 1);
@@ -235,7 +224,6 @@ TEST_F(Graph, AsManyCursorsAsSamples) {
 
 TEST_F(Graph, ACursorIsARedLineWithAMark) {
   graph.SetXAxis(false, 0, 100);
-  graph.SetYAxis(false, -180, 180);
   graph.EnableCursors();
   graph.AddCursor();
   graph.SetCursorPosition(1, 25, 90);
@@ -265,16 +253,11 @@ TEST_F(Graph, FollowsThePalette) {
 TEST_F(Graph, SavesPicturesByTheirNames) {
   const QTemporaryDir folder;
   graph.PlotY(std::vector<double>{1, 2, 1});
-  struct Saved {
-    const char* name;
-    const char* start;  // nullptr: refused
-  };
-  for (const auto& [name, start] : std::vector<Saved>{{"a.png", "\x89PNG"},
-                                                      {"a.pdf", "%PDF-"},
-                                                      {"a.SVG", "<?xml"},
-                                                      {"a.bmp", nullptr},
-                                                      {"nothing", nullptr},
-                                                      {"missing/a.png", nullptr}}) {
+  for (const auto& [name, start] : {std::pair{"a.png", "\x89PNG"},
+                                    {"a.pdf", "%PDF-"},
+                                    {"a.SVG", "<?xml"},
+                                    {"a.bmp", nullptr},  // refused
+                                    {"nothing", nullptr}}) {
     SCOPED_TRACE(name);
     QString reason;
     EXPECT_EQ(graph.SavePicture(folder.filePath(name), &reason), start != nullptr);
@@ -286,23 +269,7 @@ TEST_F(Graph, SavesPicturesByTheirNames) {
   EXPECT_EQ(graph.Picture().pixelColor(1, 1), ColoursOf(QApplication::palette()).paper);
 }
 
-TEST_F(Graph, PrintsOnOnePage) {
-  const QTemporaryDir folder;
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(folder.filePath("page.pdf"));
-  graph.PlotY(std::vector<double>{1, 2, 1});
-  EXPECT_TRUE(graph.Print(printer));
-  QFile file(folder.filePath("page.pdf"));
-  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-  const auto page = file.readAll();
-  EXPECT_TRUE(page.startsWith("%PDF-"));
-  EXPECT_EQ(page.count("/Type /Page\n"), 1);
-}
-
 TEST_F(Graph, TellsInWordsWhatItShows) {
-  graph.SetXAxis(true, 0, 10);
-  graph.SetYAxis(false, -180, 180);
   graph.setAccessibleName("X");
   auto* heard = QAccessible::queryAccessibleInterface(&graph);
   ASSERT_TRUE(heard);
@@ -313,16 +280,15 @@ TEST_F(Graph, TellsInWordsWhatItShows) {
   graph.PlotY(std::vector<std::int16_t>{3, -12, 140});
   graph.SetAxisTitles("Sample", "X angle (degrees)");
   graph.EnableCursors();
-  graph.SetCursorPosition(1, 2, 0);
-  EXPECT_EQ(words(),
-            "3 points; Sample from 0 to 2; X angle (degrees) from -180 to 180; least value -12, greatest "
-            "value 140; "
-            "1 cursor at 2");
+  const std::string start =
+      "3 points; Sample from 0 to 2; X angle (degrees) from -180 to 180; least value -12, greatest value "
+      "140; ";
+  EXPECT_EQ(words(), start + "1 cursor at 0");
   for (int n = 2; n <= 12; ++n) {
     graph.AddCursor();
     graph.SetCursorPosition(n, 100 * n, 0);
   }
-  EXPECT_TRUE(words().ends_with("12 cursors at 2, 200, 300, 400, 500, 600, 700, 800, 900, 1000 and more"));
+  EXPECT_EQ(words(), start + "12 cursors at 0, 200, 300, 400, 500, 600, 700, 800, 900, 1000 and more");
   ASSERT_EQ(heard->childCount(), 1);
   EXPECT_EQ(heard->child(0)->text(QAccessible::Name), graph.ReadOutText());
 }

@@ -69,26 +69,21 @@ TEST_F(GraphUser, KeysZoomAndPan) {
     CWGraphRange x, y;
   };
   const CWGraphRange all{-180, 180};
-  for (const auto& [what, keys, modifiers, x, y] : std::vector<Keys>{
-           {"in", {Qt::Key_Plus}, {}, {450, 550}, all},
-           {"out", {Qt::Key_Minus}, {}, {400 - 43, 643}, all},
-           {"y in", {Qt::Key_Equal}, Qt::ControlModifier, {400, 600}, {-126, 126}},
-           {"left", {Qt::Key_Left}, {}, {380, 580}, all},
-           {"right", {Qt::Key_Right}, {}, {420, 620}, all},
-           {"a page back", {Qt::Key_PageUp}, {}, {220, 420}, all},
-           {"pages on, to the end",
-            {Qt::Key_PageDown, Qt::Key_PageDown, Qt::Key_PageDown},
-            {},
-            {800, 1000},
-            all},
-           {"up with all of y on show", {Qt::Key_Up}, {}, {400, 600}, all},
-           {"all", {Qt::Key_Plus, Qt::Key_Home}, {}, {0, 1000}, all},
-       }) {
+  for (const auto& [what, keys, modifiers, x, y] :
+       std::vector<Keys>{{"in", {Qt::Key_Plus}, {}, {429, 571}, all},
+                         {"out", {Qt::Key_Minus}, {}, {357, 643}, all},
+                         {"y in", {Qt::Key_Equal}, Qt::ControlModifier, {400, 600}, {-126, 126}},
+                         {"left", {Qt::Key_Left}, {}, {380, 580}, all},
+                         {"right", {Qt::Key_Right}, {}, {420, 620}, all},
+                         {"a page back", {Qt::Key_PageUp}, {}, {220, 420}, all},
+                         {"to the end", std::vector(3, Qt::Key_PageDown), {}, {800, 1000}, all},
+                         {"up with all of y on show", {Qt::Key_Up}, {}, {400, 600}, all},
+                         {"all", {Qt::Key_Plus, Qt::Key_Home}, {}, {0, 1000}, all}}) {
     SCOPED_TRACE(what);
     graph.ShowAll();
     graph.SetXView({400, 600});
     for (const auto key : keys) QTest::keyClick(&graph, key, modifiers);
-    Near(graph.XView(), x, keys.front() == Qt::Key_Plus && keys.size() == 1 ? 21 : 1);
+    Near(graph.XView(), x, 1);
     Near(graph.YView(), y, 1);
   }
   for (int i = 0; i < 60; ++i) QTest::keyClick(&graph, Qt::Key_Plus);
@@ -97,20 +92,17 @@ TEST_F(GraphUser, KeysZoomAndPan) {
   Near(graph.XView(), {0, 1000}, 0);
 }
 
-TEST_F(GraphUser, WheelZoomsAboutThePointer) {
+TEST_F(GraphUser, MouseZoomsAboutThePointerAndPansToTheEnds) {
   Wheel(PlaceOf(250, 0), 1);
   Near(graph.XView(), {50, 850});
   Near(graph.YView(), {-180, 180}, 0);
   Wheel(PlaceOf(250, 90), 1, Qt::ControlModifier);
   Near(graph.YView(), {-126, 162});
-}
-
-TEST_F(GraphUser, DraggingPansAndStopsAtTheEnds) {
+  graph.ShowAll();
   graph.SetXView({400, 600});
   graph.DrawNow();
   Drag(Qt::LeftButton, PlaceOf(500, 0), PlaceOf(450, 0));
   Near(graph.XView(), {450, 650});
-  graph.DrawNow();
   Drag(Qt::LeftButton, PlaceOf(500, 0), PlaceOf(500, 0) + QPoint(20000, 0));
   Near(graph.XView(), {0, 200}, 0);
   QTest::mouseDClick(&graph, Qt::LeftButton, {}, PlaceOf(100, 0));
@@ -138,18 +130,12 @@ TEST_F(GraphUser, PointerAndKeysReadOut) {
   QTest::keyClick(&graph, Qt::Key_Escape);
   graph.SetXView({496, 500});
   graph.DrawNow();
-  struct Step {
-    Qt::Key key;
-    const char* text;
-  };
-  for (const auto& [key, text] : std::vector<Step>{{Qt::Key_Right, "Sample 498: 98°"},
-                                                   {Qt::Key_Right, "Sample 499: 99°"},
-                                                   {Qt::Key_Right, "Sample 500: 0°"},
-                                                   {Qt::Key_Right, "Sample 501: 1°"},
-                                                   {Qt::Key_Left, "Sample 500: 0°"},
-                                                   {Qt::Key_End, "Sample 1000: 0°"},
-                                                   {Qt::Key_Right, "Sample 1000: 0°"},
-                                                   {Qt::Key_Home, "Sample 0: 0°"}}) {
+  for (const auto& [key, text] : {std::pair{Qt::Key_Right, "Sample 498: 98°"},
+                                  {Qt::Key_Right, "Sample 499: 99°"},
+                                  {Qt::Key_Left, "Sample 498: 98°"},
+                                  {Qt::Key_End, "Sample 1000: 0°"},
+                                  {Qt::Key_Right, "Sample 1000: 0°"},
+                                  {Qt::Key_Home, "Sample 0: 0°"}}) {
     QTest::keyClick(&graph, key, Qt::ShiftModifier);
     EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text));
     const double sample = graph.ReadOutText().section(' ', 1, 1).remove(':').toDouble();
@@ -168,25 +154,25 @@ TEST_F(GraphUser, BinsReadOutTheOnesThatCount) {
   graph.SetXAxis(false, -180, 180);
   graph.SetYAxis(true, 0, 1);
   graph.PlotY(counts, -180, 1);
-  QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
-  EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Angle 0°: count 4"));
-  QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
-  EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Angle 3°: count 17"));
-  QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
-  EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Angle 3°: count 17"));
+  for (const char* text : {"Angle 0°: count 4", "Angle 3°: count 17", "Angle 3°: count 17"}) {
+    QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text));
+  }
 }
 
 TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
+  const auto opens = [&] {
+    const bool visible = Menu().isVisible();
+    Menu().close();
+    return visible;
+  };
   QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
-  EXPECT_TRUE(Menu().isVisible());
-  Menu().close();
+  EXPECT_TRUE(opens());
   QContextMenuEvent key(QContextMenuEvent::Keyboard, {5, 5}, graph.mapToGlobal(QPoint(5, 5)));
   QApplication::sendEvent(&graph, &key);
-  EXPECT_TRUE(Menu().isVisible());
-  Menu().close();
+  EXPECT_TRUE(opens());
   QTest::keyClick(&graph, Qt::Key_F10, Qt::ShiftModifier);
-  EXPECT_TRUE(Menu().isVisible());
-  Menu().close();
+  EXPECT_TRUE(opens());
 }
 
 TEST_F(GraphUser, MenuCopiesSavesAndTellsFailures) {
@@ -219,7 +205,9 @@ TEST_F(GraphUser, MenuCopiesSavesAndTellsFailures) {
   EXPECT_TRUE(told.back().contains("a.png"));
   chosen = folder.filePath("paper.pdf");
   Choose("Print...");
-  EXPECT_GT(QFile(chosen).size(), 1000);
+  QFile paper(chosen);
+  ASSERT_TRUE(paper.open(QIODevice::ReadOnly));
+  EXPECT_EQ(paper.readAll().count("/Type /Page\n"), 1);
   EXPECT_EQ(told.size(), 2);
   Choose("Copy Picture");
   EXPECT_EQ(QApplication::clipboard()->image().size(), graph.Picture().size());
