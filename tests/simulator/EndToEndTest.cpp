@@ -104,12 +104,17 @@ class EndToEnd : public testing::Test {
   pid_t program_ = 0;
 };
 
-TEST_F(EndToEnd, AnswersOnARawLineAndLeavesNoLink) {
+TEST_F(EndToEnd, AnswersOnARawLineNoFasterThanItAndLeavesNoLink) {
   for (const int signal : {SIGTERM, SIGINT}) {
     Start({"--pages", "2"});
     const int device = Open();
-    Write(device, "66");
-    EXPECT_EQ(Read(device, 1), "66");
+    for (int n = 0; n < 20; ++n) {
+      const auto start = std::chrono::steady_clock::now();
+      Write(device, "66");
+      EXPECT_EQ(Read(device, 1), "66");
+      // A byte time for the request and one for the reply; the stand-in knows its own wake-up lag to 60 us.
+      EXPECT_GE(std::chrono::steady_clock::now() - start, 2 * 520us - 60us);
+    }
     Write(device, "64 00 01");
     const std::string pages = Contents(folder_ / "pages");
     ASSERT_EQ(pages.size(), 2048U * 264);
@@ -119,20 +124,6 @@ TEST_F(EndToEnd, AnswersOnARawLineAndLeavesNoLink) {
     EXPECT_FALSE(fs::is_symlink(fs::symlink_status(link_)));
     ::close(device);
   }
-}
-
-// The line takes a byte time for the request and one for the reply; the stand-in knows its own wake-up lag to
-// 60 us.
-TEST_F(EndToEnd, IsNeverFasterThanTheLine) {
-  Start({});
-  const int device = Open();
-  for (int n = 0; n < 20; ++n) {
-    const auto start = std::chrono::steady_clock::now();
-    Write(device, "66");
-    EXPECT_EQ(Read(device, 1), "66");
-    EXPECT_GE(std::chrono::steady_clock::now() - start, 2 * 520us - 60us);
-  }
-  ::close(device);
 }
 
 // A write that is followed by the closing at once still counts. Lost with the closing are a reply that nobody

@@ -34,6 +34,13 @@ class LoggerTest : public testing::Test {
     return heard;
   }
 
+  // Says it, pulls the cable behind the erase and plugs it in again.
+  void Launch(const std::string& requests) {
+    Say(requests);
+    logger.SetLineOpen(false, now += 1min);
+    logger.SetLineOpen(true, now);
+  }
+
   bool Blank(std::size_t page) const { return std::ranges::all_of(logger.Memory().Page(page), IsErased); }
   static bool IsErased(std::uint8_t byte) { return byte == 0xFF; }
 
@@ -170,9 +177,7 @@ TEST_F(LoggerTest, LogsALaunchedRunWhileUnplugged) {
 TEST_F(LoggerTest, ForgetsALaunchOnceItIsLoggedOrErasedAgain) {
   for (const char* const requests : {"65 58", "65 58 65"}) {
     SCOPED_TRACE(requests);
-    Say(requests);
-    logger.SetLineOpen(false, now += 1min);
-    logger.SetLineOpen(true, now);
+    Launch(requests);
     EXPECT_EQ(Blank(1), requests != std::string("65 58"));
     EXPECT_TRUE(logger.TakeMemoryChange());
     logger.SetLineOpen(false, now += 1min);
@@ -181,19 +186,12 @@ TEST_F(LoggerTest, ForgetsALaunchOnceItIsLoggedOrErasedAgain) {
 }
 
 TEST_F(LoggerTest, LogsInTheModeOfTheCellsAndAnotherRunEachTime) {
-  std::vector<std::string> first;
-  for (const char* const mode : {"70 2A 01 70 2B 03", "70 2A 01 70 2B 03", "70 2A 00"}) {
-    Say(mode);
-    Say("65 58");
-    logger.SetLineOpen(false, now += 1min);
-    logger.SetLineOpen(true, now);
-    first.push_back(Say("64 00 01"));
-  }
-  EXPECT_NE(first[0], first[1]);
-  const auto page = logger.Memory().Page(1);
-  int sum = 0;
-  for (std::size_t k = 0; k < 132; ++k) sum += page[2 * k] * 256 + page[2 * k + 1];
-  EXPECT_EQ(sum, 900) << "every sample of the period in one bin";
+  Launch("65 58");
+  const auto first = Say("64 00 01");
+  Launch("65 58");
+  EXPECT_NE(Say("64 00 01"), first);
+  Launch("70 2A 00 65 58");
+  EXPECT_EQ(SamplesInBins(logger.Memory().Page(1)), 900) << "every sample of the period in one bin";
 }
 
 }  // namespace
