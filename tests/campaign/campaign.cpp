@@ -3,16 +3,21 @@
 //
 // bexlow-campaign LOGGER fault|kill SEED
 // bexlow-campaign FOLDER
+#include <QAction>
 #include <QApplication>
 #include <QProcess>
+#include <QTimer>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <random>
 
-#include "campaign/Download.h"
+#include "download/DownloadErase.h"
 #include "graph/Series.h"
+#include "platform/RealMachine.h"
+#include "shell/MDIForm1.h"
+#include "shell/Records.h"
 #include "tour/Robot.h"
 #include "tour/StandIn.h"
 
@@ -23,6 +28,7 @@ namespace fs = std::filesystem;
 
 constexpr int Pages = 20;
 constexpr int HeaderLines = 12;
+constexpr int LimitMs = 60'000;  // a download of 20 pages takes 7 s, its fault 5 s more
 
 class Chance {
  public:
@@ -32,6 +38,64 @@ class Chance {
  private:
   std::mt19937_64 engine_;
 };
+
+/// How a download ended.
+struct Ending {
+  bool completed = false;
+  std::string message;  ///< the first that was not part of a good end; empty if the download just never ended
+};
+
+/// The data file that a download in a program's folder writes.
+fs::path DataFile(const fs::path& folder) {
+  return folder / "run.qbx";
+}
+
+/// The real machine with a user who gives up at the first error.
+class AnsweredMachine : public platform::RealMachine {
+ public:
+  using RealMachine::RealMachine;
+
+  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override {
+    if (text == "Download completed!") {
+      ending.completed = true;
+    } else if (buttons != platform::Buttons::YesNo && ending.message.empty()) {
+      ending.message = text;
+    }
+    if (buttons == platform::Buttons::RetryCancel) {
+      QTimer::singleShot(0, giveUp, &QAction::trigger);
+      QTimer::singleShot(0, qApp, &QApplication::quit);
+      return platform::Answer::Retry;
+    }
+    if (buttons == platform::Buttons::YesNo || !ending.completed)
+      QTimer::singleShot(0, qApp, &QApplication::quit);
+    return buttons == platform::Buttons::YesNo ? platform::Answer::No : platform::Answer::Ok;
+  }
+  std::optional<std::string> AskFile(const platform::FileQuestion&) override {
+    return DataFile(ProgramFolder()).string();
+  }
+
+  Ending ending;
+  QAction* giveUp = nullptr;
+};
+
+/// Downloads with the real screen from the logger that the folder has as Comm 1.
+Ending Download(const fs::path& folder) {
+  AnsweredMachine machine(folder);
+  platform::Machine::Install(machine);
+  shell::MDIForm1 outer;
+  if (!outer.Load()) return {};
+  shell::Shared.CurrentCommPort = 1;
+  auto* screen = new download::DownloadErase([] {});
+  outer.ShowChild(screen);
+  outer.show();
+  for (auto* entry : screen->Menus().first()->actions()) {
+    if (entry->objectName() == "mnuDownload") machine.giveUp = entry;
+  }
+  QTimer::singleShot(0, machine.giveUp, &QAction::trigger);
+  QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
+  QApplication::exec();
+  return machine.ending;
+}
 
 constexpr int Refused = 3;  // exit code of a download that ended with a message
 
@@ -82,8 +146,8 @@ Result WithFault(const fs::path& logger, const fs::path& folder, Chance& chance)
   const tour::StandIn standIn(logger, folder / "Ports/COM1", folder,
                               {"--pages", QString::number(Pages), "--fault", QString::fromStdString(fault),
                                "--pace", paced ? "on" : "off"});
-  const auto ending = campaign::Download(folder);
-  const auto file = tour::FileText(campaign::DataFile(folder));
+  const auto ending = Download(folder);
+  const auto file = tour::FileText(DataFile(folder));
   const auto expected = standIn.ExpectedDataFile();
   const auto contents = ContentsOf(file, expected);
   const auto details = fault + (paced ? " paced" : "") + ", " + std::to_string(contents.records) + " records";
@@ -102,7 +166,7 @@ Result Killed(const fs::path& logger, const fs::path& folder, Chance& chance) {
   program.start(QCoreApplication::applicationFilePath(), {QString::fromStdString(folder.string())});
   const bool early = chance.Between(0, 4) == 0;
   const int moment = chance.Between(0, early ? 4500 : 750);  // ms; both shorter than what they fall into
-  const auto file = campaign::DataFile(folder);
+  const auto file = DataFile(folder);
   while (!early && !fs::exists(file) && program.state() != QProcess::NotRunning) program.waitForFinished(1);
   program.waitForFinished(moment);
   const bool killed = program.state() == QProcess::Running;
@@ -147,7 +211,7 @@ int main(int argc, char** argv) {
   for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, folder.c_str(), 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   const QApplication application(argc, argv);
-  if (argc == 2) return campaign::Download(folder).completed ? 0 : Refused;
+  if (argc == 2) return Download(folder).completed ? 0 : Refused;
   const auto seed = std::strtoul(argv[3], nullptr, 10);
   PrintOnOneLine(Attack(fs::absolute(argv[1]), argv[2], folder, seed), argv[2], seed);
   fs::remove_all(folder);

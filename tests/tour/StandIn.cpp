@@ -1,6 +1,7 @@
 #include "tour/StandIn.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
@@ -18,6 +19,21 @@ std::string TwoDigits(int value) {
   return (value < 10 ? "0" : "") + std::to_string(value);
 }
 
+/// Degrees of one decimal at most, a half to the even tenth.
+std::string Tenths(double degrees) {
+  const auto tenths = static_cast<long>(std::nearbyint(degrees * 10));
+  const long size = std::labs(tenths);
+  if (size == 0) return "0";
+  std::string text = size >= 10 ? std::to_string(size / 10) : "";
+  if (size % 10 != 0) text += "." + std::to_string(size % 10);
+  return (tenths < 0 ? "-" : "") + text;
+}
+
+/// A stored byte: 128ths of full scale, the negative half counted down from 255.
+std::string AngleOfByte(int byte, int fullScale) {
+  return Tenths((byte > 128 ? byte - 255 : byte) * fullScale / 128.0);
+}
+
 }  // namespace
 
 std::string FileText(const std::filesystem::path& path) {
@@ -26,17 +42,18 @@ std::string FileText(const std::filesystem::path& path) {
   return text.str();
 }
 
-// Tenths in whole numbers: byte * scale * 10 / 128, a half to the even tenth.
-std::string AngleText(int byte, int fullScale) {
-  const bool negative = byte > 128;
-  const int numerator = (negative ? 255 - byte : byte) * fullScale * 10;
-  int tenths = numerator / 128;
-  const int rest = numerator % 128;
-  if (rest > 64 || (rest == 64 && tenths % 2 == 1)) ++tenths;
-  if (tenths == 0) return "0";
-  std::string text = tenths >= 10 ? std::to_string(tenths / 10) : "";
-  if (tenths % 10 != 0) text += "." + std::to_string(tenths % 10);
-  return (negative ? "-" : "") + text;
+std::vector<std::string> LinesOf(const std::string& text) {
+  std::istringstream stream(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(stream, line);) {
+    if (line.ends_with('\r')) line.pop_back();
+    lines.push_back(line);
+  }
+  return lines;
+}
+
+std::string AngleOfWord(int word, double fullScale) {
+  return Tenths((word > 32767 ? word - 65535 : word) / 32767.0 * fullScale);
 }
 
 StandIn::StandIn(const std::filesystem::path& program, const std::filesystem::path& link,
@@ -77,8 +94,14 @@ std::vector<std::uint8_t> StandIn::Pages() const {
   return {bytes.begin(), bytes.end()};
 }
 
-std::string StandIn::Samples() const {
-  return FileText(folder_ / "samples.txt");
+std::vector<std::vector<int>> StandIn::Samples() const {
+  std::vector<std::vector<int>> samples;
+  for (const auto& line : LinesOf(FileText(folder_ / "samples.txt"))) {
+    std::istringstream words(line);
+    auto& sample = samples.emplace_back();
+    for (int word = 0; words >> word;) sample.push_back(word);
+  }
+  return samples;
 }
 
 bool StandIn::MemoryIsBlank() const {
@@ -96,7 +119,7 @@ std::string StandIn::Record(int page) const {
       text += "," + std::to_string(256 * x + y);
       continue;
     }
-    text += x == 127 && y == 127 ? ",BP,BP" : "," + AngleText(x, 180) + "," + AngleText(y, 90);
+    text += x == 127 && y == 127 ? ",BP,BP" : "," + AngleOfByte(x, 180) + "," + AngleOfByte(y, 90);
   }
   return text + "\r\n";
 }

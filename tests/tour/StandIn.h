@@ -21,8 +21,8 @@ class StandIn {
   ~StandIn();
 
   std::array<std::uint8_t, 256> Eeprom() const;
-  std::vector<std::uint8_t> Pages() const;  ///< 2048 pages of 264 bytes
-  std::string Samples() const;              ///< the live samples sent, a line each, words in decimal
+  std::vector<std::uint8_t> Pages() const;        ///< 2048 pages of 264 bytes
+  std::vector<std::vector<int>> Samples() const;  ///< the words of each live sample sent
   bool MemoryIsBlank() const;
 
   /// The data file of a download of what it holds now.
@@ -39,7 +39,8 @@ class StandIn {
 
 /// A file as bytes; empty if it cannot be read.
 std::string FileText(const std::filesystem::path& path);
-/// Degrees of a number of 128ths of full scale, one decimal, as files hold them: .7 and -.7.
-std::string AngleText(int byte, int fullScale);
+std::vector<std::string> LinesOf(const std::string& text);
+/// Degrees of a sampled word as files and datagrams hold them, one decimal at most: .7 and -.7.
+std::string AngleOfWord(int word, double fullScale);
 
 }  // namespace bexlow::tour

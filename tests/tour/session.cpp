@@ -8,9 +8,9 @@
 #include <cmath>
 #include <fstream>
 #include <iostream>
+#include <span>
 
 #include "platform/CWKnob.h"
-#include "tour/SentSamples.h"
 #include "tour/stages.h"
 
 namespace bexlow::tour {
@@ -53,14 +53,12 @@ class Receiver {
 };
 
 /// Every datagram received was sent, in this order; a datagram may get lost, even on one computer.
-void CompareReceived(const std::vector<std::string>& received, const std::vector<std::string>& sent) {
+void CompareReceived(const std::vector<std::string>& received, std::span<const std::vector<int>> sent) {
   Require(received.size() >= PictureAt, "the second program received too little");
   std::size_t next = 0;
-  for (const auto& line : sent) {
-    const auto n = Numbers(line);
-    if (next < received.size() &&
-        received[next] == "BX" + AngleOfWord(n.at(0), 180) + "/" + AngleOfWord(n.at(1), 90) + "BX")
-      ++next;
+  for (const auto& words : sent) {
+    const auto datagram = "BX" + AngleOfWord(words.at(0), 180) + "/" + AngleOfWord(words.at(1), 90) + "BX";
+    if (next < received.size() && received[next] == datagram) ++next;
   }
   Require(next == received.size(),
           "what was received is not what was sent: " + received[std::min(next, received.size() - 1)]);
@@ -71,7 +69,7 @@ void CompareReceived(const std::vector<std::string>& received, const std::vector
 void ShareAngles(Tour& tour) {
   auto& robot = tour.robot;
   const auto folder = tour.dataFiles.parent_path() / "receiver";
-  const auto before = LinesOf(tour.standIn.Samples()).size();
+  const auto before = tour.standIn.Samples().size();
   robot.Key(Qt::Key_F11, Qt::ControlModifier);
   robot.Choose("Display", "Remote Session");
   robot.Rest(1200);
@@ -85,9 +83,8 @@ void ShareAngles(Tour& tour) {
                   [&] { return exists(folder / "remote-receiving.png"); });
   robot.Choose("Data", "Sample");
   robot.WaitUntil("the second program's end", 20'000, [&] { return receiver.Ended(); });
-  auto sent = LinesOf(tour.standIn.Samples());
-  sent.erase(sent.begin(), sent.begin() + static_cast<std::ptrdiff_t>(before));
-  CompareReceived(LinesOf(FileText(folder / "received.txt")), sent);
+  const auto sent = tour.standIn.Samples();
+  CompareReceived(LinesOf(FileText(folder / "received.txt")), std::span(sent).subspan(before));
   robot.Choose("Data", "Sample");
   robot.Rest(1200);
   robot.Picture("remote-sampling");

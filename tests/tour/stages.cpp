@@ -1,8 +1,12 @@
 #include "tour/stages.h"
 
 #include <QDateTime>
+#include <QLineEdit>
+
+#include <cmath>
 
 #include "platform/CWGraph.h"
+#include "platform/CWNumEdit.h"
 
 namespace bexlow::tour {
 
@@ -25,6 +29,121 @@ void LookAbout(Tour& tour) {
   tour.robot.Choose("Help", "About");
   tour.robot.Picture("about");
   tour.robot.Press("OK");
+}
+
+constexpr std::size_t AveragesCell = 31;
+
+void ChangeSettings(Tour& tour) {
+  auto& robot = tour.robot;
+  robot.Choose("Tools", "Configuration");
+  robot.ExpectBox("Read completed!", 10000);
+  robot.Picture("configuration");
+  const auto before = tour.standIn.Eeprom();
+  auto& averages = robot.The<platform::CWNumEdit>("NumEdit31");
+  Require(averages.Value() == before[AveragesCell], "Averages as the logger holds it");
+  const double changed = before[AveragesCell] == 7 ? 8 : 7;
+  averages.Value(changed);
+  robot.Choose("File", "Write");
+  robot.Rest(3000);
+  robot.Picture("configuration-writing");
+  robot.ExpectBox("Write completed!", 30000);
+  auto expected = before;
+  expected[AveragesCell] = static_cast<std::uint8_t>(changed);
+  robot.WaitUntil("the written cells", 3000, [&] { return tour.standIn.Eeprom() == expected; });
+  robot.Choose("File", "Read");
+  robot.ExpectBox("Read completed!", 10000);
+  Require(averages.Value() == changed, "Averages as it was written");
+  robot.Key(Qt::Key_F11, Qt::ControlModifier);
+  robot.Choose("Tools", "EEPROM");
+  robot.Press("Read");
+  robot.Rest(400);
+  Require(robot.Text("txtValue") == std::to_string(expected[2]), "cell 2 in the EEPROM screen");
+  robot.Picture("eeprom");
+  robot.Press("OK");
+  robot.Choose("File", "Return");
+}
+
+void CalibrateAxes(Tour& tour) {
+  auto& robot = tour.robot;
+  robot.Choose("Tools", "Calibrate");
+  robot.Choose("Data", "Sample");
+  robot.ExpectBox("Shaker will be disabled");
+  robot.Rest(4000);
+  robot.Picture("calibrate");
+  robot.Choose("Data", "Sample");
+  robot.Choose("Data", "Write");
+  robot.ExpectBox("Write completed!", 15000);
+  const auto cells = tour.standIn.Eeprom();
+  std::size_t address = 2;
+  for (const char* box : {"txtOffsetX", "txtOffsetY", "txtOffsetZ", "txtGainX", "txtGainY", "txtGainZ"}) {
+    const double shown = std::stod(robot.Text(box));
+    Require(cells[address] * 256 + cells[address + 1] == static_cast<int>(std::nearbyint(shown)),
+            std::string(box) + " as written");
+    address += 2;
+  }
+  Require(cells[32] == 0, "the shaker is off");
+  robot.Choose("Data", "Return");
+}
+
+namespace {
+
+/// Samples with the saving on. Every record behind its time is what was sent at its place; the last ones sent
+/// may have come behind the stop.
+void SaveAndCompare(Tour& tour, const std::string& name,
+                    const std::function<std::string(const std::vector<int>&)>& recordOf) {
+  auto& robot = tour.robot;
+  const auto file = name + ".qbx";
+  robot.NextFile(tour.dataFiles / file);
+  robot.Choose("Data", "Save");
+  const auto before = tour.standIn.Samples().size();
+  robot.Choose("Data", "Sample");
+  robot.Rest(2500);
+  robot.Picture(name);
+  robot.Choose("Data", "Sample");
+  robot.Rest(200);
+  robot.Choose("Data", "Save");
+  const auto lines = LinesOf(FileText(tour.dataFiles / file));
+  constexpr std::size_t HeaderLines = 10;
+  Require(lines.size() > HeaderLines + 100, file + " holds too few samples");
+  const auto sent = tour.standIn.Samples();
+  const auto records = lines.size() - HeaderLines;
+  Require(sent.size() - before >= records, file + " holds more samples than were sent");
+  Require(sent.size() - before - records <= 2, file + " has lost samples");
+  for (std::size_t i = 0; i < records; ++i) {
+    const auto& line = lines[HeaderLines + i];
+    Require(line.substr(line.find(',') + 1) == recordOf(sent[before + i]),
+            file + ", sample " + std::to_string(i) + ": " + line);
+  }
+}
+
+}  // namespace
+
+void WatchAccelerometers(Tour& tour) {
+  auto& robot = tour.robot;
+  robot.Choose("Display", "Accelerometers");
+  robot.Key(Qt::Key_F11, Qt::ControlModifier);
+  SaveAndCompare(tour, "accelerometers", [](const std::vector<int>& sent) {
+    return std::to_string(sent.at(0)) + "," + std::to_string(sent.at(1)) + "," + std::to_string(sent.at(2));
+  });
+  robot.Choose("Data", "Return");
+}
+
+void WatchAngles(Tour& tour) {
+  auto& robot = tour.robot;
+  robot.Choose("Display", "Angles");
+  SaveAndCompare(tour, "angles", [](const std::vector<int>& sent) {
+    return AngleOfWord(sent.at(0), 180) + "," + AngleOfWord(sent.at(1), 90);
+  });
+  robot.Choose("Data", "Sample");
+  robot.Rest(300);
+  robot.Press("Untare X");
+  Require(tour.standIn.Eeprom()[14] == 0 && tour.standIn.Eeprom()[15] == 0, "the X tare is cleared");
+  robot.Press("Tare X");
+  const auto cells = tour.standIn.Eeprom();
+  Require(cells[14] != 0 || cells[15] != 0, "the X tare is stored");
+  robot.Picture("angles-tared");
+  robot.Choose("Data", "Sample");
+  robot.Choose("Data", "Return");
 }
 
 namespace {
