@@ -32,12 +32,6 @@ class Graph : public testing::Test {
     QApplication::processEvents();
   }
 
-  void ShowBins(const std::vector<double>& counts) {
-    graph.SetPlotStyle(PlotStyle::Bin);
-    graph.SetXAxis(false, -180, 180);
-    graph.SetYAxis(true, 0, 1);
-    graph.PlotY(counts, -180, 1);
-  }
   QCustomPlot& Plot() { return *graph.findChild<QCustomPlot*>(); }
   QPoint PixelOf(double x, double y) {
     graph.DrawNow();
@@ -157,9 +151,12 @@ TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
 }
 
 TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
+  graph.SetPlotStyle(PlotStyle::Bin);
+  graph.SetXAxis(false, -180, 180);
+  graph.SetYAxis(true, 0, 1);
   std::vector<double> counts(361, 0);
   counts[180 + 90] = 40;
-  ShowBins(counts);
+  graph.PlotY(counts, -180, 1);
   const auto bar = PixelOf(90, 20);
   const auto foot = PixelOf(90, 3);
   const auto empty = PixelOf(-90, 0);
@@ -167,14 +164,10 @@ TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
   EXPECT_TRUE(HasColourNear(picture, bar, 1, series));
   EXPECT_TRUE(HasColourNear(picture, foot, 1, series));
   EXPECT_FALSE(HasColourNear(picture, empty, 4, series));
-}
-
-TEST_F(Graph, NewDataKeepsAFixedViewAndFitsAnAutomaticOne) {
-  ShowBins(std::vector<double>(361, 5));
   graph.SetXView({10, 60});
   graph.PlotY(std::vector<double>(361, 80), -180, 1);  // the next pair of pages
-  EXPECT_EQ(graph.XView(), (CWGraphRange{10, 60}));
-  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80})) << "counts stand on 0";
+  EXPECT_EQ(graph.XView(), (CWGraphRange{10, 60})) << "new data keeps a fixed view";
+  EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80})) << "and fits an automatic one";
 }
 
 TEST_F(Graph, LinkedGraphsMoveTogether) {

@@ -152,7 +152,6 @@ TEST_F(GraphUser, BinsReadOutTheOnesThatCount) {
   counts[183] = 17;
   graph.SetPlotStyle(PlotStyle::Bin);
   graph.SetXAxis(false, -180, 180);
-  graph.SetYAxis(true, 0, 1);
   graph.PlotY(counts, -180, 1);
   for (const char* text : {"Angle 0°: count 4", "Angle 3°: count 17", "Angle 3°: count 17"}) {
     QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);

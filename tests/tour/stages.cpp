@@ -10,6 +10,8 @@
 
 namespace bexlow::tour {
 
+namespace {
+
 void ConnectToLogger(Tour& tour, bool withPictures) {
   auto& robot = tour.robot;
   if (withPictures) {
@@ -85,8 +87,6 @@ void CalibrateAxes(Tour& tour) {
   robot.Choose("Data", "Return");
 }
 
-namespace {
-
 /// Samples with the saving on. Every record behind its time is what was sent at its place; the last ones sent
 /// may have come behind the stop.
 void SaveAndCompare(Tour& tour, const std::string& name,
@@ -116,8 +116,6 @@ void SaveAndCompare(Tour& tour, const std::string& name,
   }
 }
 
-}  // namespace
-
 void WatchAccelerometers(Tour& tour) {
   auto& robot = tour.robot;
   robot.Choose("Display", "Accelerometers");
@@ -146,8 +144,6 @@ void WatchAngles(Tour& tour) {
   robot.Choose("Data", "Return");
 }
 
-namespace {
-
 /// Downloads, compares, and lets the graph open.
 void Download(Tour& tour, const std::filesystem::path& path) {
   auto& robot = tour.robot;
@@ -160,16 +156,6 @@ void Download(Tour& tour, const std::filesystem::path& path) {
   robot.WaitUntil("Graph", 5000, [&] { return robot.Screen() == "Graph"; });
   Require(FileText(path) == tour.standIn.ExpectedDataFile(), path.string() + " is not what the logger holds");
   robot.Rest(400);
-}
-
-}  // namespace
-
-void DownloadBins(Tour& tour) {
-  const auto path = tour.dataFiles / "bins.qbx";
-  Download(tour, path);
-  tour.robot.Picture("graph-bins");
-  Require(!std::filesystem::exists(tour.dataFiles / "bins.csv"), "bins have no samples for a CSV file");
-  tour.robot.Choose("File", "Return");
 }
 
 void DownloadRun(Tour& tour, const std::string& name) {
@@ -239,6 +225,32 @@ void EraseLogger(Tour& tour) {
   const std::string text = FileText(path);
   Require(std::count(text.begin(), text.end(), '\n') == 12, "an emptied logger gives more than 12 lines");
   robot.Choose("Data", "Return");
+}
+
+}  // namespace
+
+void Visit(Tour& tour) {
+  ConnectToLogger(tour, true);
+  LookAbout(tour);
+  ChangeSettings(tour);
+  CalibrateAxes(tour);
+  WatchAccelerometers(tour);
+  WatchAngles(tour);
+  ShareAngles(tour);
+  DownloadRun(tour, "first");
+  ReviewPushes(tour, "first");
+  LaunchRun(tour);
+  ConnectToLogger(tour, false);
+  DownloadRun(tour, "launched");
+  EraseLogger(tour);
+}
+
+void VisitBins(Tour& tour) {
+  ConnectToLogger(tour, false);
+  Download(tour, tour.dataFiles / "bins.qbx");
+  tour.robot.Picture("graph-bins");
+  Require(!std::filesystem::exists(tour.dataFiles / "bins.csv"), "bins have no samples for a CSV file");
+  tour.robot.Choose("File", "Return");
 }
 
 }  // namespace bexlow::tour

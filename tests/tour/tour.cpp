@@ -20,22 +20,6 @@ namespace {
 
 using namespace bexlow;
 
-void Visit(tour::Tour& tour) {
-  tour::ConnectToLogger(tour, true);
-  tour::LookAbout(tour);
-  tour::ChangeSettings(tour);
-  tour::CalibrateAxes(tour);
-  tour::WatchAccelerometers(tour);
-  tour::WatchAngles(tour);
-  tour::ShareAngles(tour);
-  tour::DownloadRun(tour, "first");
-  tour::ReviewPushes(tour, "first");
-  tour::LaunchRun(tour);
-  tour::ConnectToLogger(tour, false);
-  tour::DownloadRun(tour, "launched");
-  tour::EraseLogger(tour);
-}
-
 void TourWithLogger(tour::Robot& robot, const std::filesystem::path& logger,
                     const std::filesystem::path& output) {
   std::filesystem::create_directories(output / "stand-in");
@@ -44,11 +28,8 @@ void TourWithLogger(tour::Robot& robot, const std::filesystem::path& logger,
     tour::Tour tour{robot, standIn, output / "Data Files"};
     stages(tour);
   };
-  visit({}, Visit);
-  visit({"--mode", "bin", "--pages", "6"}, [](tour::Tour& tour) {
-    tour::ConnectToLogger(tour, false);
-    tour::DownloadBins(tour);
-  });
+  visit({}, tour::Visit);
+  visit({"--mode", "bin", "--pages", "6"}, tour::VisitBins);
 }
 
 /// @param logger  empty in the second program of the remote session
