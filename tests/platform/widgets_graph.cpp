@@ -241,6 +241,8 @@ TEST_F(Graph, FollowsThePalette) {
   EXPECT_GE(Contrast(Plot().xAxis->tickLabelColor(), QColor(20, 20, 20)), 4.5);
   EXPECT_GE(Contrast(Plot().xAxis->labelColor(), QColor(20, 20, 20)), 4.5);
   EXPECT_GE(Contrast(ColoursOf(dark).series, QColor(20, 20, 20)), 3);
+  EXPECT_GE(Contrast(ColoursOf(dark).text, QColor(20, 20, 20)), 4.5);
+  EXPECT_GE(Contrast(ColoursOf(PaperPalette()).text, Qt::white), 4.5);
 }
 
 TEST_F(Graph, SavesPicturesByTheirNames) {
