@@ -67,6 +67,8 @@ TEST_F(NumEdit, TypingStaysInsideTheLimits) {
     EXPECT_EQ(edit.text().toStdString(), text);
   }
   Prepare(1, 3, 0, 5000);
+  QTest::keyClick(&edit, Qt::Key_End);
+  for (int i = 0; i < 4; ++i) QTest::keyClick(&edit, Qt::Key_Backspace);
   QTest::keyClicks(&edit, "2");
   EXPECT_EQ(edit.Value(), 2) << "from an assigned value outside";
 }

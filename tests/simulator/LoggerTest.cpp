@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <numeric>
 #include <string>
 
 #include "Bytes.h"
