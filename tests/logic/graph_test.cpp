@@ -140,6 +140,7 @@ TEST(ButtonPushes, BearExactlyTheirMarkAndAreNeverEmptyOnceRead) {
   EXPECT_FALSE(review::ReadReview(Shortened(Header(), 11), series));
   EXPECT_EQ(series.ButtonPushes, std::vector<double>{0});
   EXPECT_TRUE(series.XLinear.empty());
+  EXPECT_FALSE(review::StepForward(0, 0)) << "no file yet";
 }
 
 TEST(BinPages, PairsAreFoundByTheirNumber) {
