@@ -25,7 +25,7 @@ TEST(Conversions, HalvesGoToTheEvenNeighbourAndNoZeroBearsASign) {
                                                  {-0.5, 0, 0},
                                                  {-11.25, 1, -11.2},
                                                  {0.375, 2, 0.38},
-                                                 {1e300, 2, 1e300},
+                                                 {1e308, 2, 1e308},
                                                  {Infinity, 1, Infinity}}) {
     SCOPED_TRACE(value);
     EXPECT_DOUBLE_EQ(RoundToDecimals(value, decimals), rounded);
