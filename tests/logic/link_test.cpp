@@ -39,7 +39,7 @@ TEST(Protocol, EveryCommandByteForByte) {
   }
 }
 
-TEST(Protocol, RefusesWhatIsNoByteAndNoWord) {
+TEST(Protocol, RefusesWhatIsNoByteNoWordAndNoSample) {
   for (const int bad : {-1, 256}) {
     FailureOf(std::errc::value_too_large, [&] { ReadEeprom(bad); });
     FailureOf(std::errc::value_too_large, [&] { WriteEeprom(0, bad); });
@@ -48,7 +48,10 @@ TEST(Protocol, RefusesWhatIsNoByteAndNoWord) {
   FailureOf(std::errc::invalid_argument, [] { MakeRequest(CommandName::ReadEeprom); });
   FailureOf(std::errc::invalid_argument, [] { Word(Bytes{1}, 0); });
   FailureOf(std::errc::invalid_argument, [] { Word(Bytes{1, 2}, 1); });
-  EXPECT_FALSE(AccelerometerReadings(Bytes(12, 0xFF))) << "length before range";
+  for (const std::size_t length : {0u, 3u, 5u, 7u, 12u}) {
+    EXPECT_FALSE(AngleWords(Bytes(length))) << length;
+    EXPECT_FALSE(AccelerometerReadings(Bytes(length, 0xFF))) << length << ", before the range";
+  }
 }
 
 TEST(Launch, ProgressAtItsEdges) {
