@@ -3,7 +3,6 @@
 
 #include <vector>
 
-#include "support/CutLogger.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -211,7 +210,7 @@ TEST_F(Calibrate, LeftInTheMiddle) {
 TEST_F(Calibrate, APortThatVanishesAtEachByte) {
   for (int bytes = 0; bytes <= 5; ++bytes) {  // three of the shaker's cell, then requests of samples
     SCOPED_TRACE(bytes);
-    CutLogger cut;
+    VirtualLogger cut;
     cut.PlugFor(machine, 1, bytes);
     Open();
     StartSampling();

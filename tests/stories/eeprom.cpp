@@ -6,7 +6,6 @@
 #include <QTest>
 
 #include "platform/CWNumEdit.h"
-#include "support/CutLogger.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -128,7 +127,7 @@ TEST_F(Eeprom, APortThatVanishesAtEachByteOrAScreenThatIsLeft) {
   for (const std::string button : {"Read", "Write"}) {
     for (int bytes = 0; bytes <= (button == "Read" ? 2 : 3); ++bytes) {
       SCOPED_TRACE(button + std::to_string(bytes));
-      CutLogger cut;
+      VirtualLogger cut;
       cut.PlugFor(machine, 1, bytes);
       Box().setText("5");
       Press(button.c_str());

@@ -2,7 +2,6 @@
 #include <QGroupBox>
 #include <QProgressBar>
 
-#include "support/CutLogger.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -100,7 +99,7 @@ TEST_F(Launch, NothingIsSentWithoutPortOrConsent) {
 TEST_F(Launch, APortThatVanishesAtEachByte) {
   for (int bytes = 0; bytes <= 23; ++bytes) {
     SCOPED_TRACE(bytes);
-    CutLogger cut;
+    VirtualLogger cut;
     cut.PlugFor(machine, 1, bytes);
     ChooseLaunch();
     if (bytes == 0 || bytes == 21) ReadsError("OpenCommPort");

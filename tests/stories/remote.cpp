@@ -62,6 +62,7 @@ class RemoteStory : public LiveStory {
     Choose("Display", "Remote Session");
     if (!machine.boxes.empty() && machine.boxes.front().starts_with("Port 1001 cannot be used: "))
       machine.boxes.pop_front();
+    EXPECT_TRUE(Until([&] { return Text("lblSocket").find("Looking up") == std::string::npos; }));
     machine.wire.clear();
   }
   void Pick(const char* option) {

@@ -63,40 +63,24 @@ class ReviewStory : public Story {
 };
 
 TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
+  for (const auto* caption : {"<", ">", "Show All", "Show All"}) Press(caption);
+  EXPECT_EQ(Shown(), " at ") << "no file yet";
+  EXPECT_EQ(Cursors(), std::vector<double>{0});
   Open(GoodHeader + Records(7, {100, 250, 800}));
   struct Row {
-    const char* press;
-    const char* shown;
+    const char *press, *shown;
     std::vector<double> cursors;
   };
-  const std::vector<Row> rows{{"<", "0 at 100", {100}},
-                              {">", "1 at 250", {250}},
-                              {">", "2 at 800", {800}},
-                              {">", "2 at 800", {800}},
-                              {"Show All", "2 at 800", {100, 250, 800}},
-                              {"<", "1 at 250", {250, 250, 800}},
-                              {"Hide All", "1 at 250", {250}},
-                              {"<", "0 at 100", {100}},
-                              {"<", "0 at 100", {100}}};
   EXPECT_EQ(Cursors(), std::vector<double>{100});
-  for (const auto& [press, shown, cursors] : rows) {
+  for (const auto& [press, shown, cursors] :
+       {Row{"<", "0 at 100", {100}}, Row{">", "1 at 250", {250}}, Row{">", "2 at 800", {800}},
+        Row{">", "2 at 800", {800}}, Row{"Show All", "2 at 800", {100, 250, 800}},
+        Row{"<", "1 at 250", {250, 250, 800}}, Row{"Hide All", "1 at 250", {250}},
+        Row{"<", "0 at 100", {100}}, Row{"<", "0 at 100", {100}}}) {
     SCOPED_TRACE(std::string(press) + " " + shown);
     Press(press);
     EXPECT_EQ(Shown(), shown);
     EXPECT_EQ(Cursors(), cursors);
-  }
-}
-
-TEST_F(ReviewStory, FindsPushesWhereverTheyStand) {
-  for (const auto& [records, pushes] : {std::pair{Records(1, {131}), std::vector<double>{131}},
-                                        std::pair{Records(2, {131, 132}), std::vector<double>{131, 132}},
-                                        std::pair{Records(1, {}), std::vector<double>{0}},
-                                        std::pair{std::string(), std::vector<double>{0}}}) {
-    Open(GoodHeader + records);
-    EXPECT_EQ(Shown(), "0 at " + std::to_string(static_cast<int>(pushes[0])));
-    Press("Show All");
-    EXPECT_EQ(Cursors(), pushes);
-    Press("Hide All");
   }
 }
 
@@ -125,12 +109,6 @@ TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
     EXPECT_EQ(Shown(), shown);
     EXPECT_FALSE(The<platform::CWGraph>("CWGraph1").Description().contains("points"));
   }
-}
-
-TEST_F(ReviewStory, BeforeAFileNothingHappens) {
-  for (const auto* caption : {"<", ">", "Show All", "Show All"}) Press(caption);
-  EXPECT_EQ(Shown(), " at ");
-  EXPECT_EQ(Cursors(), std::vector<double>{0});
 }
 
 TEST_F(ReviewStory, AnotherFileKeepsTheCursorsOfShowAll) {

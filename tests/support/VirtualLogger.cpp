@@ -54,9 +54,17 @@ std::size_t VirtualLogger::Operands() const {
 
 void VirtualLogger::Receive(std::uint8_t byte) {
   request_.push_back(byte);
-  if (request_.size() <= Operands()) return;
-  Answer();
-  request_.clear();
+  if (request_.size() > Operands()) {
+    Answer();
+    request_.clear();
+  }
+  if (--bytesLeft_ == 0) machine->Unplug(comm);
+}
+
+void VirtualLogger::PlugFor(VirtualMachine& on, int port, int bytes) {
+  bytesLeft_ = bytes;
+  on.Plug(*this, port);
+  if (bytes == 0) on.Unplug(port);
 }
 
 void VirtualLogger::Answer() {

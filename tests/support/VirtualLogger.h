@@ -37,6 +37,8 @@ class VirtualLogger : public Peer {
   int launches = 0;
   int erases = 0;
 
+  /// Plugs in; behind so many bytes that it hears the device vanishes, at once for 0.
+  void PlugFor(VirtualMachine& on, int port, int bytes);
   void Receive(std::uint8_t byte) override;
 
  private:
@@ -46,6 +48,7 @@ class VirtualLogger : public Peer {
   void Erase();
 
   Bytes request_;
+  int bytesLeft_ = -1;
 };
 
 /// A page of 264 bytes whose byte n is start + n.
