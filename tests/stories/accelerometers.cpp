@@ -7,6 +7,7 @@ namespace bexlow::test {
 
 class AccStory : public LiveStory {
  protected:
+  void SetUp() override { OpenScreen(); }
   void OpenScreen() { Open("Accelerometers"); }
   double Slide(const char* name) const { return The<platform::CWSlide>(name).Value(); }
   void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
@@ -18,7 +19,6 @@ class AccStory : public LiveStory {
 };
 
 TEST_F(AccStory, ShowsReadingsAndClearsThemAtTheStop) {
-  OpenScreen();
   Sample();
   EXPECT_TRUE(Sampling());
   EXPECT_FALSE(Offered("Data", "Save"));
@@ -42,7 +42,6 @@ TEST_F(AccStory, ShowsReadingsAndClearsThemAtTheStop) {
 }
 
 TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
-  OpenScreen();
   const Bytes good = logger.accelerometers;
   for (const std::size_t high : {0U, 2U, 4U}) {
     SCOPED_TRACE(high);
@@ -63,7 +62,6 @@ TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
 }
 
 TEST_F(AccStory, OnlyTheChordOpensAndShutsThePanel) {
-  OpenScreen();
   EXPECT_FALSE(PanelShown());
   for (const bool shown : {true, false, true}) {
     ServiceChord();
@@ -75,9 +73,8 @@ TEST_F(AccStory, OnlyTheChordOpensAndShutsThePanel) {
 }
 
 TEST_F(AccStory, SlideAndTextFollowEachOther) {
-  StartConnected();
   Shared.OnBoardParameters.DAC2 = 513;
-  Choose("Display", "Accelerometers");
+  OpenScreen();
   EXPECT_EQ(Text("txtSY"), "513");
   EXPECT_EQ(Slide("AySlider"), 513);
   EXPECT_EQ(Text("txtSX"), "0");
@@ -97,7 +94,6 @@ TEST_F(AccStory, SlideAndTextFollowEachOther) {
 }
 
 TEST_F(AccStory, WritesADacInTheMiddleOfTheChain) {
-  OpenScreen();
   ServiceChord();
   struct Row {
     const char *text, *typed, *caption, *wire;
