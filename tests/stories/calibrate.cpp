@@ -102,12 +102,12 @@ TEST_F(Calibrate, SamplingStartsBehindTheMessageAndTheShaker) {
 
 TEST_F(Calibrate, TheExtremesOnlyWiden) {
   Open();
-  for (const auto& [readings, row] :
-       std::vector<std::pair<std::vector<int>, const char*>>{{{200, 841}, "841 200 841 520.5 320.5"},
-                                                             {{200, 841, 500}, "500 200 841 520.5 320.5"},
-                                                             {{0}, "0 0 0 0 0"},
-                                                             {{1024}, "1024 1024 1024 1024 0"},
-                                                             {{2000}, "2000 1024 2000 1512 488"}}) {
+  for (const auto& [readings, row] : std::vector<std::pair<std::vector<int>, const char*>>{
+           {{200, 841}, "841 200 841 520.5 320.5"},
+           {{200, 201, 841, 840, 500}, "500 200 841 520.5 320.5"},
+           {{0}, "0 0 0 0 0"},
+           {{1024}, "1024 1024 1024 1024 0"},
+           {{2000}, "2000 1024 2000 1512 488"}}) {
     SampleAndStop(readings);
     EXPECT_EQ(Row("X"), row);
     EXPECT_EQ(Row("Z"), "322 322 322 322 0");
