@@ -66,10 +66,14 @@ TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
     EXPECT_FALSE(machine.AnyPortOpen());
     EXPECT_EQ(Text("fraPBar"), "Download Progress");
   }
-  machine.Unplug(1);
-  Choose("Data", "Download");
-  ReadsError("OpenCommPort");
-  Reads("Download MODE parameters were not retrieved! Download failed!");
+  for (const int bytes : {0, 3}) {
+    VirtualLogger cut;
+    cut.PlugFor(machine, 1, bytes);
+    Choose("Data", "Download");
+    if (bytes == 0) ReadsError("OpenCommPort");
+    Reads("Download MODE parameters were not retrieved! Download failed!");
+    EXPECT_FALSE(machine.AnyPortOpen());
+  }
   EXPECT_TRUE(machine.fileQuestions.empty());
 }
 
