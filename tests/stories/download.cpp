@@ -183,6 +183,7 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
     Choose("Data", entry);
     EXPECT_FALSE(Running());
     EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+    EXPECT_TRUE(Shared.DataFileName.empty());
     EXPECT_EQ(PagesInFile(), UpTo(5));
     EXPECT_FALSE(std::filesystem::exists(DataFile("run.csv")));
     ExpectIdle();  // the watchdog ended too
