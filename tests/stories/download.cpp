@@ -12,6 +12,7 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   EXPECT_TRUE(machine.fileQuestions.back().confirmReplacing);
   EXPECT_TRUE(machine.fileQuestions.back().defaultSuffix.empty());
   EXPECT_TRUE(PointerIsBusy());
+  EXPECT_FALSE(Offered("Data", "Erase"));
   machine.wire.clear();
   machine.Pass(250ms);
   EXPECT_TRUE(machine.Transcript().starts_with("0 64|12 00|24 01")) << machine.Transcript();
