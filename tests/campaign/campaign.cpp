@@ -88,9 +88,7 @@ Ending Download(const fs::path& folder) {
   auto* screen = new download::DownloadErase([] {});
   outer.ShowChild(screen);
   outer.show();
-  for (auto* entry : screen->Menus().first()->actions()) {
-    if (entry->objectName() == "mnuDownload") machine.giveUp = entry;
-  }
+  machine.giveUp = screen->findChild<QAction*>("mnuDownload");
   QTimer::singleShot(0, machine.giveUp, &QAction::trigger);
   QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
   QApplication::exec();

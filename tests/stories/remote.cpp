@@ -256,6 +256,13 @@ TEST_F(RemoteStory, APortThatCannotBeBoundIsToldAndAnotherDoes) {
   Arrives("still bound");
 }
 
+TEST(SessionTexts, SayWhichPortWhyAndWhatToDo) {
+  const auto text = live::NotBoundText(
+      1001, std::system_error(std::make_error_code(std::errc::permission_denied), "Port 1001: no"));
+  for (const auto* words : {"Port 1001", "below 1024 need a right", "from 1024 to 65535", "Bind", "Reset"})
+    EXPECT_NE(text.find(words), std::string::npos) << text;
+}
+
 TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
   Reset();
   Pick("optRemoteHost2");
