@@ -10,7 +10,7 @@ namespace bexlow::platform {
 
 namespace {
 constexpr int FrameMs = 16;
-constexpr int LiveFrameMs = 28;
+constexpr int LiveFrameMs = 30;
 }  // namespace
 
 FramePace::FramePace(QWidget& window) : QObject(&window), window_(window) {

@@ -62,7 +62,7 @@ class OpenFile {
   }
 
  private:
-  std::filesystem::path path_;
+  const std::filesystem::path& path_;
   int handle_;
 };
 
