@@ -18,7 +18,6 @@
 namespace bexlow::review {
 
 using live::LeadingNumber;
-using platform::CWGraph;
 using platform::MsgBox;
 using shell::Guarded;
 
