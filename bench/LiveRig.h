@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Rig.h"
-#include "platform/RealMachine.h"
+#include "platform/machine/RealMachine.h"
 #include "shell/MDIForm1.h"
 
 class QPushButton;

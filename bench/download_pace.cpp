@@ -16,8 +16,8 @@
 #include "Figure.h"
 #include "Rig.h"
 #include "download/DownloadErase.h"
-#include "platform/RealMachine.h"
-#include "platform/TextFile.h"
+#include "platform/machine/RealMachine.h"
+#include "platform/machine/TextFile.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
 

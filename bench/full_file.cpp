@@ -14,9 +14,9 @@
 #include "download/LinearCsv.h"
 #include "graph/Graph.h"
 #include "graph/Series.h"
-#include "platform/CWGraph.h"
-#include "platform/RealMachine.h"
-#include "platform/TextFile.h"
+#include "platform/graph/CWGraph.h"
+#include "platform/machine/RealMachine.h"
+#include "platform/machine/TextFile.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
 

@@ -8,8 +8,8 @@
 #include "Rig.h"
 #include "download/LinearCsv.h"
 #include "graph/Graph.h"
-#include "platform/RealMachine.h"
-#include "platform/TextFile.h"
+#include "platform/machine/RealMachine.h"
+#include "platform/machine/TextFile.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
 

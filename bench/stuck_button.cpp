@@ -11,9 +11,9 @@
 #include "Figure.h"
 #include "FullFile.h"
 #include "Rig.h"
-#include "platform/CWGraph.h"
-#include "platform/RealMachine.h"
-#include "platform/TextFile.h"
+#include "platform/graph/CWGraph.h"
+#include "platform/machine/RealMachine.h"
+#include "platform/machine/TextFile.h"
 #include "review/GraphBP.h"
 #include "shell/MDIForm1.h"
 

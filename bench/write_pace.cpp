@@ -19,8 +19,8 @@
 #include "Rig.h"
 #include "config/Configuration.h"
 #include "link/Communications.h"
-#include "platform/RealMachine.h"
-#include "platform/TextFile.h"
+#include "platform/machine/RealMachine.h"
+#include "platform/machine/TextFile.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
 

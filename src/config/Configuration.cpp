@@ -9,8 +9,8 @@
 
 #include "config/EEPROM.h"
 #include "link/Communications.h"
-#include "platform/CWNumEdit.h"
-#include "platform/Machine.h"
+#include "platform/controls/CWNumEdit.h"
+#include "platform/machine/Machine.h"
 #include "shell/Chords.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"

@@ -7,8 +7,8 @@
 
 #include "config/ParameterMap.h"
 #include "config/WriteSequence.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
 
 class QGridLayout;
 class QKeyEvent;

@@ -11,9 +11,9 @@
 
 #include "config/Configuration.h"
 #include "live/NumberText.h"
-#include "platform/CWNumEdit.h"
-#include "platform/Controls.h"
-#include "platform/EventGate.h"
+#include "platform/controls/CWNumEdit.h"
+#include "platform/controls/Controls.h"
+#include "platform/controls/EventGate.h"
 
 namespace bexlow::config {
 

@@ -12,9 +12,9 @@
 #include "link/Communications.h"
 #include "live/Conversions.h"
 #include "live/NumberText.h"
-#include "platform/CWNumEdit.h"
-#include "platform/Controls.h"
-#include "platform/Machine.h"
+#include "platform/controls/CWNumEdit.h"
+#include "platform/controls/Controls.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::config {

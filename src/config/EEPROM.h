@@ -3,9 +3,9 @@
 
 #include <functional>
 
-#include "platform/Form.h"
-#include "platform/MSComm.h"
-#include "platform/Timer.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 
 class QPushButton;
 

@@ -6,10 +6,10 @@
 
 #include "download/Erase.h"
 #include "link/Protocol.h"
-#include "platform/CommonDialog.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
-#include "platform/Timer.h"
+#include "platform/controls/CommonDialog.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 
 class QGroupBox;
 class QLabel;

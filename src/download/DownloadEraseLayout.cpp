@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 
 #include "download/DownloadErase.h"
-#include "platform/Controls.h"
+#include "platform/controls/Controls.h"
 
 namespace bexlow::download {
 

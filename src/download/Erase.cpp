@@ -8,8 +8,8 @@
 #include <QProgressBar>
 
 #include "link/Communications.h"
-#include "platform/Controls.h"
-#include "platform/Machine.h"
+#include "platform/controls/Controls.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::download {

@@ -1,8 +1,8 @@
 // The erase of the Download screen: one command, and a stream of bytes whose number is all that is known.
 #pragma once
 
-#include "platform/MSComm.h"
-#include "platform/Timer.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 
 class QAction;
 class QGroupBox;

@@ -4,9 +4,9 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
-#include "platform/CommonDialog.h"
-#include "platform/Controls.h"
-#include "platform/Folders.h"
+#include "platform/controls/CommonDialog.h"
+#include "platform/controls/Controls.h"
+#include "platform/machine/Folders.h"
 
 namespace bexlow::graph {
 

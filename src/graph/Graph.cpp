@@ -13,9 +13,9 @@
 #include "graph/GraphPair.h"
 #include "live/Conversions.h"
 #include "live/NumberText.h"
-#include "platform/Controls.h"
-#include "platform/Machine.h"
-#include "platform/TextFile.h"
+#include "platform/controls/Controls.h"
+#include "platform/machine/Machine.h"
+#include "platform/machine/TextFile.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 

@@ -6,8 +6,8 @@
 
 #include "graph/BinPages.h"
 #include "graph/Series.h"
-#include "platform/CommonDialog.h"
-#include "platform/Form.h"
+#include "platform/controls/CommonDialog.h"
+#include "platform/controls/Form.h"
 
 class QLineEdit;
 class QPushButton;

@@ -3,7 +3,7 @@
 #include <QGroupBox>
 #include <QVBoxLayout>
 
-#include "platform/Controls.h"
+#include "platform/controls/Controls.h"
 
 namespace bexlow::graph {
 

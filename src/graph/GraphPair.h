@@ -4,7 +4,7 @@
 #include <QWidget>
 
 #include "graph/Series.h"
-#include "platform/CWGraph.h"
+#include "platform/graph/CWGraph.h"
 
 namespace bexlow::graph {
 

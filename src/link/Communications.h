@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "link/Protocol.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
 
 namespace bexlow::link {
 

@@ -5,8 +5,8 @@
 #include <functional>
 #include <string>
 
-#include "platform/Form.h"
-#include "platform/MSComm.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
 
 class QLabel;
 

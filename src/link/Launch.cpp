@@ -9,8 +9,8 @@
 
 #include "link/Communications.h"
 #include "live/NumberText.h"
-#include "platform/Controls.h"
-#include "platform/Machine.h"
+#include "platform/controls/Controls.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
 #include "shell/Records.h"

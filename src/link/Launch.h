@@ -4,9 +4,9 @@
 #include <functional>
 
 #include "link/LaunchProgress.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
-#include "platform/Timer.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 
 class QGroupBox;
 class QProgressBar;

@@ -10,8 +10,8 @@
 #include "live/Accelerometers.h"
 #include "live/AxisRows.h"
 #include "live/Readings.h"
-#include "platform/CWSlide.h"
-#include "platform/Controls.h"
+#include "platform/controls/Controls.h"
+#include "platform/instruments/CWSlide.h"
 
 namespace bexlow::live {
 

@@ -10,8 +10,8 @@
 #include "live/Angles.h"
 #include "live/Dial.h"
 #include "live/Readings.h"
-#include "platform/CWKnob.h"
-#include "platform/Controls.h"
+#include "platform/controls/Controls.h"
+#include "platform/instruments/CWKnob.h"
 
 namespace bexlow::live {
 

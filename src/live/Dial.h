@@ -2,7 +2,7 @@
 #pragma once
 
 #include "live/AngleRows.h"
-#include "platform/CWKnob.h"
+#include "platform/instruments/CWKnob.h"
 
 namespace bexlow::live {
 

@@ -3,8 +3,8 @@
 #include <cstddef>
 #include <sstream>
 
-#include "platform/HostName.h"
-#include "platform/Machine.h"
+#include "platform/machine/HostName.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::live {

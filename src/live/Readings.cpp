@@ -4,7 +4,7 @@
 #include <QLabel>
 #include <QLineEdit>
 
-#include "platform/Controls.h"
+#include "platform/controls/Controls.h"
 
 namespace bexlow::live {
 

@@ -2,7 +2,7 @@
 
 #include "live/Conversions.h"
 #include "live/NumberText.h"
-#include "platform/Machine.h"
+#include "platform/machine/Machine.h"
 #include "shell/DataFiles.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"

@@ -6,9 +6,9 @@
 
 #include "download/DataFile.h"
 #include "live/SamplingChain.h"
-#include "platform/CommonDialog.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
+#include "platform/controls/CommonDialog.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
 
 namespace bexlow::live {
 

@@ -16,9 +16,9 @@
 #include "live/NumberText.h"
 #include "live/SessionRoles.h"
 #include "live/SessionTexts.h"
-#include "platform/CWKnob.h"
-#include "platform/EventGate.h"
-#include "platform/Machine.h"
+#include "platform/controls/EventGate.h"
+#include "platform/instruments/CWKnob.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 

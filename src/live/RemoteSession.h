@@ -6,9 +6,9 @@
 #include <string>
 
 #include "live/SamplingChain.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
-#include "platform/Winsock.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Winsock.h"
 
 class QGridLayout;
 class QGroupBox;

@@ -13,7 +13,7 @@
 #include "live/Readings.h"
 #include "live/RemoteSession.h"
 #include "live/SessionRoles.h"
-#include "platform/Controls.h"
+#include "platform/controls/Controls.h"
 
 namespace bexlow::live {
 

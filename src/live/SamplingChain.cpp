@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "link/Communications.h"
-#include "platform/FramePace.h"
-#include "platform/Machine.h"
+#include "platform/controls/FramePace.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::live {

@@ -6,9 +6,9 @@
 #include <functional>
 
 #include "link/Protocol.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
-#include "platform/Timer.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 
 namespace bexlow::live {
 

@@ -1,6 +1,6 @@
 #include "live/SessionTexts.h"
 
-#include "platform/Winsock.h"
+#include "platform/controls/Winsock.h"
 
 namespace bexlow::live {
 

@@ -10,9 +10,9 @@
 #include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
 #include "live/NumberText.h"
-#include "platform/Controls.h"
-#include "platform/Machine.h"
-#include "platform/TextFile.h"
+#include "platform/controls/Controls.h"
+#include "platform/machine/Machine.h"
+#include "platform/machine/TextFile.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::review {

@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "platform/CommonDialog.h"
-#include "platform/Form.h"
+#include "platform/controls/CommonDialog.h"
+#include "platform/controls/Form.h"
 #include "review/ButtonPushes.h"
 
 class QLineEdit;

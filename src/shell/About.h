@@ -1,7 +1,7 @@
 // Who made the program and which version this is.
 #pragma once
 
-#include "platform/Form.h"
+#include "platform/controls/Form.h"
 
 namespace bexlow::shell {
 

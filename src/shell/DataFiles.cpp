@@ -2,8 +2,8 @@
 
 #include <system_error>
 
-#include "platform/Folders.h"
-#include "platform/TextFile.h"
+#include "platform/machine/Folders.h"
+#include "platform/machine/TextFile.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "download/DataFile.h"
-#include "platform/CommonDialog.h"
+#include "platform/controls/CommonDialog.h"
 
 namespace bexlow::shell {
 

@@ -5,12 +5,12 @@
 #include <optional>
 #include <system_error>
 
-#include "platform/EventGate.h"
-#include "platform/Folders.h"
-#include "platform/Form.h"
-#include "platform/Machine.h"
-#include "platform/ProgramVersion.h"
-#include "platform/TextFile.h"
+#include "platform/controls/EventGate.h"
+#include "platform/controls/Form.h"
+#include "platform/machine/Folders.h"
+#include "platform/machine/Machine.h"
+#include "platform/machine/ProgramVersion.h"
+#include "platform/machine/TextFile.h"
 
 namespace bexlow::shell {
 

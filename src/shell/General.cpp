@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "platform/Folders.h"
-#include "platform/Machine.h"
+#include "platform/machine/Folders.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::shell {

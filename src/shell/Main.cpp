@@ -15,7 +15,7 @@
 #include "live/Angles.h"
 #include "live/NumberText.h"
 #include "live/RemoteSession.h"
-#include "platform/Machine.h"
+#include "platform/machine/Machine.h"
 #include "review/GraphBP.h"
 #include "shell/About.h"
 #include "shell/Chords.h"

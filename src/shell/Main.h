@@ -4,7 +4,7 @@
 #include <functional>
 
 #include "link/Launch.h"
-#include "platform/Form.h"
+#include "platform/controls/Form.h"
 
 class QLabel;
 

@@ -3,8 +3,8 @@
 
 #include <QApplication>
 
-#include "platform/ProgramVersion.h"
-#include "platform/RealMachine.h"
+#include "platform/machine/ProgramVersion.h"
+#include "platform/machine/RealMachine.h"
 #include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
 

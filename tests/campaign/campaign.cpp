@@ -15,7 +15,7 @@
 
 #include "download/DownloadErase.h"
 #include "graph/Series.h"
-#include "platform/RealMachine.h"
+#include "platform/machine/RealMachine.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
 #include "tour/Robot.h"

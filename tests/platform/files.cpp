@@ -13,9 +13,9 @@
 #include <sys/resource.h>
 
 #include "platform/Processes.h"
-#include "platform/RealMachine.h"
-#include "platform/RunningCopy.h"
-#include "platform/TextFile.h"
+#include "platform/machine/RealMachine.h"
+#include "platform/machine/RunningCopy.h"
+#include "platform/machine/TextFile.h"
 
 namespace bexlow::test {
 

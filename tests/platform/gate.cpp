@@ -7,10 +7,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "platform/EventGate.h"
-#include "platform/Form.h"
-#include "platform/RealMachine.h"
-#include "platform/Timer.h"
+#include "platform/controls/EventGate.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/Timer.h"
+#include "platform/machine/RealMachine.h"
 #include "support/VirtualMachine.h"
 
 namespace bexlow::test {

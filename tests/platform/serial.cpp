@@ -6,12 +6,12 @@
 #include <filesystem>
 #include <sys/resource.h>
 
-#include "platform/EventGate.h"
-#include "platform/Form.h"
-#include "platform/MSComm.h"
-#include "platform/Ports.h"
 #include "platform/Processes.h"
-#include "platform/RealMachine.h"
+#include "platform/controls/EventGate.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/machine/Ports.h"
+#include "platform/machine/RealMachine.h"
 
 namespace bexlow::test {
 

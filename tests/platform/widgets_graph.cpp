@@ -12,8 +12,8 @@
 #include <system_error>
 #include <vector>
 
-#include "platform/CWGraph.h"
-#include "platform/Colours.h"
+#include "platform/controls/Colours.h"
+#include "platform/graph/CWGraph.h"
 
 namespace bexlow::platform {
 namespace {

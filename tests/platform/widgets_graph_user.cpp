@@ -10,8 +10,8 @@
 #include <gtest/gtest.h>
 #include <vector>
 
-#include "platform/CWGraph.h"
-#include "platform/EventGate.h"
+#include "platform/controls/EventGate.h"
+#include "platform/graph/CWGraph.h"
 
 namespace bexlow::platform {
 namespace {

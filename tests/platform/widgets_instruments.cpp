@@ -13,10 +13,10 @@
 #include <numbers>
 #include <vector>
 
-#include "platform/CWKnob.h"
-#include "platform/CWSlide.h"
-#include "platform/Colours.h"
-#include "platform/FramePace.h"
+#include "platform/controls/Colours.h"
+#include "platform/controls/FramePace.h"
+#include "platform/instruments/CWKnob.h"
+#include "platform/instruments/CWSlide.h"
 
 namespace bexlow::platform {
 namespace {

@@ -8,7 +8,7 @@
 #include <limits>
 #include <vector>
 
-#include "platform/CWNumEdit.h"
+#include "platform/controls/CWNumEdit.h"
 
 namespace bexlow::platform {
 namespace {

@@ -4,8 +4,8 @@
 #include <algorithm>
 
 #include "live/NumberText.h"
-#include "platform/CWKnob.h"
-#include "platform/CWSlide.h"
+#include "platform/instruments/CWKnob.h"
+#include "platform/instruments/CWSlide.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "config/ParameterMap.h"
-#include "platform/CWNumEdit.h"
+#include "platform/controls/CWNumEdit.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

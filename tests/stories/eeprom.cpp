@@ -5,7 +5,7 @@
 #include <QLineEdit>
 #include <QTest>
 
-#include "platform/CWNumEdit.h"
+#include "platform/controls/CWNumEdit.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

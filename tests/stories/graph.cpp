@@ -1,7 +1,7 @@
 // Opening data files and paging through the pairs of a Bin file.
 #include <QPushButton>
 
-#include "platform/CWGraph.h"
+#include "platform/graph/CWGraph.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

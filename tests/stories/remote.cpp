@@ -9,8 +9,8 @@
 #include <system_error>
 
 #include "live/SessionTexts.h"
-#include "platform/EventGate.h"
-#include "platform/Winsock.h"
+#include "platform/controls/EventGate.h"
+#include "platform/controls/Winsock.h"
 #include "stories/LiveStory.h"
 
 namespace bexlow::test {

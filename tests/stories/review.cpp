@@ -2,7 +2,7 @@
 #include <QGroupBox>
 #include <QProgressBar>
 
-#include "platform/CWGraph.h"
+#include "platform/graph/CWGraph.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

@@ -3,9 +3,9 @@
 
 #include <filesystem>
 
-#include "platform/Folders.h"
-#include "platform/RunningCopy.h"
-#include "platform/Settings.h"
+#include "platform/machine/Folders.h"
+#include "platform/machine/RunningCopy.h"
+#include "platform/machine/Settings.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
 #include "support/Story.h"

@@ -11,8 +11,8 @@
 #include <fstream>
 #include <sstream>
 
-#include "platform/EventGate.h"
-#include "platform/Folders.h"
+#include "platform/controls/EventGate.h"
+#include "platform/machine/Folders.h"
 #include "shell/Main.h"
 
 namespace bexlow::test {

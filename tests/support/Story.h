@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "platform/Form.h"
+#include "platform/controls/Form.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
 #include "support/VirtualLogger.h"

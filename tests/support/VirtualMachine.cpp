@@ -10,7 +10,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/EventGate.h"
+#include "platform/controls/EventGate.h"
 
 namespace bexlow::test {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Machine.h"
+#include "platform/machine/Machine.h"
 
 namespace bexlow::test {
 

@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/Form.h"
+#include "platform/controls/Form.h"
 #include "shell/MDIForm1.h"
 
 class QFileDialog;

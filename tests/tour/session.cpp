@@ -10,7 +10,7 @@
 #include <iostream>
 #include <span>
 
-#include "platform/CWKnob.h"
+#include "platform/instruments/CWKnob.h"
 #include "tour/stages.h"
 
 namespace bexlow::tour {

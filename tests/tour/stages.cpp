@@ -5,8 +5,8 @@
 
 #include <cmath>
 
-#include "platform/CWGraph.h"
-#include "platform/CWNumEdit.h"
+#include "platform/controls/CWNumEdit.h"
+#include "platform/graph/CWGraph.h"
 
 namespace bexlow::tour {
 

@@ -11,7 +11,7 @@
 #include <functional>
 #include <iostream>
 
-#include "platform/RealMachine.h"
+#include "platform/machine/RealMachine.h"
 #include "shell/Emblem.h"
 #include "shell/Main.h"
 #include "tour/stages.h"

@@ -1,0 +1,36 @@
+#include "platform/controls/CommonDialog.h"
+
+#include <system_error>
+
+#include "platform/controls/EventGate.h"
+#include "platform/machine/Machine.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+class DialogCategory : public std::error_category {
+ public:
+  const char* name() const noexcept override { return "dialog"; }
+  std::string message(int) const override { return "Cancel was selected."; }
+};
+
+[[noreturn]] void ThrowCancelled() {
+  static const DialogCategory category;
+  throw std::system_error(CancelSelected, category);
+}
+
+}  // namespace
+
+void CommonDialog::Show(bool save) {
+  const EventGate::Hold hold;
+  const auto chosen = Machine::Get().AskFile(
+      {save, (Flags & OverwritePrompt) != 0, InitDir, Filter, FilterIndex, DefaultExt, {}});
+  if (chosen) {
+    FileName = *chosen;
+  } else if (CancelError) {
+    ThrowCancelled();
+  }
+}
+
+}  // namespace bexlow::platform

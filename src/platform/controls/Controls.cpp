@@ -1,0 +1,55 @@
+#include "platform/controls/Controls.h"
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+
+#include <algorithm>
+
+namespace bexlow::platform {
+
+QGroupBox* MakeFrame(const char* name, const QString& caption, QWidget* parent) {
+  auto* frame = new QGroupBox(caption, parent);
+  frame->setObjectName(name);
+  return frame;
+}
+
+QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent, QWidget* buddy) {
+  auto* label = new QLabel(text, parent);
+  label->setObjectName(name);
+  label->setTextFormat(Qt::PlainText);
+  label->setBuddy(buddy);
+  return label;
+}
+
+QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget* parent) {
+  auto* box = new QLineEdit(parent);
+  box->setObjectName(name);
+  box->setAccessibleName(accessibleName);
+  return box;
+}
+
+QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent) {
+  auto* box = MakeTextBox(name, accessibleName, parent);
+  box->setReadOnly(true);
+  QObject::connect(box, &QLineEdit::textChanged, box,
+                   [box] { box->setCursorPosition(0); });  // shows the beginning
+  return box;
+}
+
+QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent) {
+  auto* bar = new QProgressBar(parent);
+  bar->setObjectName(name);
+  bar->setAccessibleName(accessibleName);
+  bar->setTextVisible(false);
+  bar->setRange(0, 100);
+  bar->setValue(0);
+  return bar;
+}
+
+void SetProgress(QProgressBar* bar, double value) {
+  bar->setValue(static_cast<int>(std::clamp(value, 0.0, static_cast<double>(bar->maximum()))));
+}
+
+}  // namespace bexlow::platform

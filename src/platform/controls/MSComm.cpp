@@ -1,0 +1,92 @@
+#include "platform/controls/MSComm.h"
+
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
+#include "platform/controls/EventGate.h"
+#include "platform/controls/Form.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+// A reply is at most 264 bytes and an erase some 6,200: a line that pours more than this is not a logger.
+constexpr std::size_t NeverDropBelow = std::size_t{64} * 1024;
+
+[[noreturn]] void Refuse(std::errc code, const std::string& words) {
+  throw std::system_error(std::make_error_code(code), words);
+}
+
+std::string PortName(int commPort) {
+  return "Comm " + std::to_string(commPort);
+}
+
+}  // namespace
+
+MSComm::MSComm(Form& owner, std::string name) : name_(std::move(name)) {
+  owner.AtUnload([this] { Close(); });
+}
+
+MSComm::~MSComm() {
+  Close();
+}
+
+void MSComm::PortOpen(bool open) {
+  if (!open) return Close();
+  if (PortOpen()) Refuse(std::errc::operation_not_permitted, PortName(commPort_) + " is open already");
+  received_.clear();
+  line_ = Machine::Get().OpenSerial(commPort_, settings_, [this](const Bytes& bytes) { Receive(bytes); });
+}
+
+void MSComm::Close() {
+  line_.reset();
+  received_.clear();
+  EventGate::Get().Withdraw(this);
+}
+
+void MSComm::InputLen(int length) {
+  if (length != 0) Refuse(std::errc::invalid_argument, "InputLen takes 0 only");
+}
+
+void MSComm::InBufferSize(int size) {
+  if (PortOpen()) Refuse(std::errc::operation_not_permitted, "InBufferSize is set while the port is closed");
+  inBufferSize_ = size;
+}
+
+void MSComm::RThreshold(int count) {
+  rThreshold_ = count;
+  OfferWhenDue();
+}
+
+void MSComm::Output(std::span<const std::uint8_t> bytes) {
+  if (!PortOpen()) Refuse(std::errc::bad_file_descriptor, PortName(commPort_) + " is not open");
+  line_->Write(bytes);
+}
+
+Bytes MSComm::Input() {
+  if (!PortOpen()) Refuse(std::errc::bad_file_descriptor, PortName(commPort_) + " is not open");
+  return std::exchange(received_, {});
+}
+
+void MSComm::Receive(const Bytes& bytes) {
+  const auto room = std::max(NeverDropBelow, static_cast<std::size_t>(std::max(inBufferSize_, 0)));
+  const auto taken = std::min(bytes.size(), room - std::min(room, received_.size()));
+  received_.insert(received_.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(taken));
+  OfferWhenDue();
+}
+
+void MSComm::OfferWhenDue() {
+  if (!PortOpen() || rThreshold_ <= 0 || InBufferCount() < rThreshold_) return;
+  EventGate::Get().Offer(this, [this] { Deliver(); });
+}
+
+// The threshold may have been silenced or the bytes taken since the event was offered.
+void MSComm::Deliver() {
+  if (!PortOpen() || rThreshold_ <= 0 || InBufferCount() < rThreshold_ || !OnComm) return;
+  commEvent_ = ReceiveEvent;
+  OnComm();
+  commEvent_ = 0;
+}
+
+}  // namespace bexlow::platform

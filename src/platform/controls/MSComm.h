@@ -1,0 +1,71 @@
+// The serial control: a receive buffer, a threshold that raises OnComm, and a port that is open or closed.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/machine/Machine.h"
+
+namespace bexlow::platform {
+
+class Form;
+
+inline constexpr int ReceiveEvent = 2;  ///< CommEvent: data received
+
+class MSComm {
+ public:
+  /// @param owner  the screen that the control goes with: leaving the screen closes the port
+  MSComm(Form& owner, std::string name);
+  ~MSComm();
+  MSComm(const MSComm&) = delete;
+  MSComm& operator=(const MSComm&) = delete;
+
+  const std::string& Name() const { return name_; }
+
+  int CommPort() const { return commPort_; }
+  /// Takes effect at the next opening.
+  void CommPort(int port) { commPort_ = port; }
+  const std::string& Settings() const { return settings_; }
+  void Settings(std::string settings) { settings_ = std::move(settings); }
+
+  bool PortOpen() const { return line_ != nullptr; }
+  /// Opening throws std::system_error if the port does not exist, is taken, may not be used, or is open
+  /// already. Closing drops what was received and never fails.
+  void PortOpen(bool open);
+
+  /// 0 only: Input takes everything.
+  void InputLen(int length);
+  int InBufferSize() const { return inBufferSize_; }
+  /// Bytes that the receive buffer holds at least. Throws while the port is open.
+  void InBufferSize(int size);
+  int InBufferCount() const { return static_cast<int>(received_.size()); }
+
+  int RThreshold() const { return rThreshold_; }
+  /// Waiting bytes that raise OnComm; 0 silences it.
+  void RThreshold(int count);
+  int CommEvent() const { return commEvent_; }
+  std::function<void()> OnComm;
+
+  /// Writes the bytes. Throws std::system_error if the port is closed or the line is gone.
+  void Output(std::span<const std::uint8_t> bytes);
+  /// Takes all waiting bytes. Throws std::system_error if the port is closed.
+  Bytes Input();
+
+ private:
+  void Receive(const Bytes& bytes);
+  void OfferWhenDue();
+  void Deliver();
+  void Close();
+
+  std::string name_;
+  int commPort_ = 1;
+  std::string settings_ = "19200,n,8,1";
+  int inBufferSize_ = 1024;
+  int rThreshold_ = 0;
+  int commEvent_ = 0;
+  Bytes received_;
+  std::unique_ptr<SerialLine> line_;
+};
+
+}  // namespace bexlow::platform

@@ -1,0 +1,138 @@
+#include "platform/controls/Winsock.h"
+
+#include <QHostInfo>
+#include <QNetworkDatagram>
+#include <QUdpSocket>
+
+#include <system_error>
+#include <utility>
+
+#include "platform/controls/EventGate.h"
+#include "platform/controls/Form.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+constexpr std::size_t MostWaiting = 256;  // while a handler runs or a box is open; newer ones are dropped
+constexpr int MostAtOnce = 64;            // so that a flood does not keep the window from its other work
+
+std::errc CodeOf(QAbstractSocket::SocketError error) {
+  switch (error) {
+    case QAbstractSocket::SocketAccessError:
+      return std::errc::permission_denied;
+    case QAbstractSocket::AddressInUseError:
+      return std::errc::address_in_use;
+    case QAbstractSocket::SocketAddressNotAvailableError:
+      return std::errc::address_not_available;
+    case QAbstractSocket::DatagramTooLargeError:
+      return std::errc::message_size;
+    case QAbstractSocket::NetworkError:
+      return std::errc::network_unreachable;
+    default:
+      return std::errc::io_error;
+  }
+}
+
+[[noreturn]] void Refuse(std::errc code, const std::string& words) {
+  throw std::system_error(std::make_error_code(code), words);
+}
+
+bool IsPort(std::int32_t port) {
+  return port >= 1 && port <= LastUdpPort;
+}
+
+}  // namespace
+
+Winsock::Winsock(Form& owner, std::string name)
+    : name_(std::move(name)), socket_(std::make_unique<QUdpSocket>()) {
+  QObject::connect(socket_.get(), &QUdpSocket::readyRead, socket_.get(), [this] { Collect(); });
+  owner.AtUnload([this] { Close(); });
+}
+
+Winsock::~Winsock() {
+  Close();
+  if (lookUp_ >= 0) QHostInfo::abortHostLookup(lookUp_);
+}
+
+// The four numbers of the screen are an address of the older kind, so that a name counts by its address of
+// that kind.
+void Winsock::RemoteHost(const std::string& host) {
+  if (lookUp_ >= 0) QHostInfo::abortHostLookup(std::exchange(lookUp_, -1));
+  remoteHost_ = host;
+  const QString name = QString::fromStdString(host);
+  const bool dotted = peer_.setAddress(name) && peer_.protocol() == QHostAddress::IPv4Protocol;
+  peerState_ = dotted ? Peer::Known : host.empty() ? Peer::Unnamed : Peer::LookedUp;
+  if (dotted) return;
+  peer_.clear();
+  if (host.empty()) return;
+  lookUp_ = QHostInfo::lookupHost(name, socket_.get(), [this](const QHostInfo& found) {
+    lookUp_ = -1;
+    peerState_ = Peer::NotFound;
+    for (const auto& address : found.addresses()) {
+      if (address.protocol() != QHostAddress::IPv4Protocol) continue;
+      peer_ = address;
+      peerState_ = Peer::Known;
+      break;
+    }
+    if (PeerLookedUp) PeerLookedUp();
+  });
+}
+
+std::string Winsock::PeerAddress() const {
+  return peerState_ == Peer::Known ? peer_.toString().toStdString() : "";
+}
+
+void Winsock::Bind(std::int32_t port) {
+  if (!IsPort(port)) Refuse(std::errc::invalid_argument, "Port " + std::to_string(port));
+  if (LocalPort() != 0) Refuse(std::errc::already_connected, "The socket is bound already");
+  if (socket_->bind(QHostAddress::AnyIPv4, static_cast<quint16>(port), QUdpSocket::DontShareAddress)) return;
+  const auto code = CodeOf(socket_->error());
+  const std::string words = socket_->errorString().toStdString();
+  Close();
+  Refuse(code, "Port " + std::to_string(port) + ": " + words);
+}
+
+int Winsock::LocalPort() const {
+  return socket_->localPort();
+}
+
+void Winsock::Close() {
+  socket_->close();
+  received_.clear();
+  EventGate::Get().Withdraw(this);
+}
+
+void Winsock::SendData(const std::string& text) {
+  if (LocalPort() == 0) Refuse(std::errc::not_connected, "The socket is not bound");
+  if (!IsPort(remotePort_)) Refuse(std::errc::invalid_argument, "Remote port " + std::to_string(remotePort_));
+  if (peerState_ != Peer::Known) return;
+  const auto size = static_cast<qint64>(text.size());
+  if (socket_->writeDatagram(text.data(), size, peer_, static_cast<quint16>(remotePort_)) == size) return;
+  Refuse(CodeOf(socket_->error()), socket_->errorString().toStdString());
+}
+
+// The toolkit falls silent about a socket that is not read when it asks, so that what finds no room is read
+// and dropped.
+void Winsock::Collect() {
+  for (int i = 0; i < MostAtOnce && socket_->hasPendingDatagrams(); ++i) {
+    const auto datagram = socket_->receiveDatagram();
+    if (!datagram.isValid()) break;
+    if (received_.size() < MostWaiting) received_.push_back(datagram.data().toStdString());
+  }
+  OfferNext();
+}
+
+void Winsock::OfferNext() {
+  if (!received_.empty()) EventGate::Get().Offer(this, [this] { Deliver(); });
+}
+
+void Winsock::Deliver() {
+  if (received_.empty()) return;
+  current_ = std::move(received_.front());
+  received_.pop_front();
+  if (DataArrival) DataArrival();
+  OfferNext();
+}
+
+}  // namespace bexlow::platform

@@ -1,0 +1,44 @@
+// All cursors of a graph as one plottable: a hundred thousand of them cost no more than a curve.
+#pragma once
+
+#include <vector>
+
+#include "platform/graph/CWGraphPlottable.h"
+
+namespace bexlow::platform {
+
+class CWGraphCursors : public CWGraphPlottable {
+ public:
+  enum class Look : char { Plain, Marked };
+  struct Cursor {
+    double x = 0;
+    double y = 0;
+    Look look = Look::Plain;
+  };
+
+  CWGraphCursors(QCPAxis* x, QCPAxis* y) : CWGraphPlottable(x, y) {}
+
+  std::vector<Cursor>& All() { return cursors_; }
+  /// @param n  from 1
+  /// @throws std::system_error (invalid argument) where there is no cursor n
+  Cursor& Numbered(int n);
+  void SetColours(const QColor& plain, const QColor& marked);
+
+ protected:
+  void draw(QCPPainter* painter) override;
+
+ private:
+  std::vector<const Cursor*> OneInEachColumn(int left, int columns) const;
+  const QColor& ColourOf(Look look) const { return look == Look::Marked ? marked_ : plain_; }
+  void DrawAll(QCPPainter& painter, const std::vector<const Cursor*>& chosen, Look look,
+               const QColor& colour) const;
+  void DrawLines(QCPPainter& painter, const std::vector<int>& columns, const QColor& colour) const;
+  /// In pen and brush of the lines before.
+  void DrawMark(QCPPainter& painter, const Cursor& cursor, int column) const;
+
+  std::vector<Cursor> cursors_;
+  QColor plain_ = Qt::gray;
+  QColor marked_ = Qt::red;
+};
+
+}  // namespace bexlow::platform

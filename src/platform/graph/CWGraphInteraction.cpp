@@ -1,0 +1,235 @@
+#include "platform/graph/CWGraphInteraction.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QStyleHints>
+#include <QWheelEvent>
+#include <qcustomplot.h>
+
+#include <cmath>
+
+#include "platform/graph/CWGraphOverlay.h"
+#include "platform/graph/CWGraphReadOut.h"
+#include "platform/graph/CWGraphView.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+constexpr double KeyZoom = 0.7;
+constexpr double NotchZoom = 0.8;
+constexpr double Notch = 120;   // what a wheel reports for one, in eighths of a degree
+constexpr double KeyPan = 0.1;  // of what is on show
+constexpr double PagePan = 0.9;
+constexpr int SmallestRectangle = 6;  // pixels; less is a click with an unsteady hand
+
+}  // namespace
+
+CWGraphInteraction::CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGraphView& view,
+                                       CWGraphReadOut& readOut, CWGraphOverlay& overlay)
+    : QObject(&graph), graph_(graph), plot_(plot), view_(view), readOut_(readOut), overlay_(overlay) {
+  graph.setMouseTracking(true);
+  graph.installEventFilter(this);
+}
+
+bool CWGraphInteraction::eventFilter(QObject*, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+      return Press(static_cast<const QMouseEvent&>(*event));
+    case QEvent::MouseMove:
+      return Move(static_cast<const QMouseEvent&>(*event));
+    case QEvent::MouseButtonRelease:
+      return Release(static_cast<const QMouseEvent&>(*event));
+    case QEvent::MouseButtonDblClick:
+      if (static_cast<const QMouseEvent&>(*event).button() == Qt::LeftButton) ShowAll();
+      return true;
+    case QEvent::Wheel:
+      event->accept();
+      return Wheel(static_cast<const QWheelEvent&>(*event));
+    case QEvent::KeyPress:
+      return Key(static_cast<const QKeyEvent&>(*event));
+    case QEvent::Leave:
+      if (drag_ == Drag::None) readOut_.Forget();
+      return false;
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+      overlay_.update();
+      return false;
+    default:
+      return false;
+  }
+}
+
+bool CWGraphInteraction::Press(const QMouseEvent& event) {
+  if (event.button() != Qt::LeftButton && event.button() != Qt::RightButton) return false;
+  if (drag_ != Drag::None) {
+    Cancel();
+    return true;
+  }
+  from_ = last_ = event.position().toPoint();
+  drag_ = event.button() == Qt::LeftButton ? Drag::Pan : Drag::Rectangle;
+  if (drag_ == Drag::Pan) graph_.setCursor(Qt::ClosedHandCursor);
+  return true;
+}
+
+bool CWGraphInteraction::Move(const QMouseEvent& event) {
+  const auto place = event.position().toPoint();
+  switch (drag_) {
+    case Drag::None:
+      readOut_.PointAt(place - plot_.pos());
+      break;
+    case Drag::Pan:
+      PanTo(place);
+      break;
+    case Drag::Rectangle:
+      last_ = place;
+      overlay_.ShowRectangle(QRect(from_, place).normalized() &
+                             plot_.axisRect()->rect().translated(plot_.pos()));
+      break;
+  }
+  return true;
+}
+
+bool CWGraphInteraction::Release(const QMouseEvent& event) {
+  if (event.button() != Qt::LeftButton && event.button() != Qt::RightButton) return false;
+  const auto ended = drag_;
+  const bool isClick = (event.position().toPoint() - from_).manhattanLength() < SmallestRectangle;
+  if (ended == Drag::Rectangle && !isClick) ZoomIntoRectangle();
+  Cancel();
+  if (ended == Drag::Rectangle && isClick && MenuWanted) MenuWanted(event.globalPosition().toPoint());
+  return true;
+}
+
+void CWGraphInteraction::PanTo(QPoint place) {
+  const auto area = plot_.axisRect()->rect();
+  const auto way = place - last_;
+  last_ = place;
+  view_.X.Pan(-way.x() * plot_.xAxis->range().size() / area.width() / view_.X.View().Size());
+  view_.Y.Pan(way.y() * plot_.yAxis->range().size() / area.height() / view_.Y.View().Size());
+  Tell();
+}
+
+void CWGraphInteraction::ZoomIntoRectangle() {
+  const auto area = plot_.axisRect()->rect();
+  const auto drawn = QRect(from_, last_).normalized().translated(-plot_.pos()) & area;
+  const auto range = [](const QCPAxis& axis, double one, double other) {
+    return CWGraphRange{axis.pixelToCoord(one), axis.pixelToCoord(other)};
+  };
+  const auto x = range(*plot_.xAxis, drawn.left(), drawn.right());
+  const auto y = range(*plot_.yAxis, drawn.bottom(), drawn.top());
+  if (drawn.width() >= SmallestRectangle) view_.X.Show(x);  // a flat rectangle keeps y, a slim one keeps x
+  if (drawn.height() >= SmallestRectangle) view_.Y.Show(y);
+  Tell();
+}
+
+bool CWGraphInteraction::Wheel(const QWheelEvent& event) {
+  const auto turn = event.angleDelta();
+  const auto place = event.position() - plot_.pos();
+  const auto modifiers = event.modifiers();
+  if (turn.x() != 0 || modifiers.testFlag(Qt::ShiftModifier)) {
+    view_.X.Pan(-(turn.x() + turn.y()) / Notch * KeyPan);
+  } else if (modifiers.testFlag(Qt::ControlModifier)) {
+    view_.Y.Zoom(std::pow(NotchZoom, turn.y() / Notch), plot_.yAxis->pixelToCoord(place.y()));
+  } else {
+    view_.X.Zoom(std::pow(NotchZoom, turn.y() / Notch), plot_.xAxis->pixelToCoord(place.x()));
+  }
+  Tell();
+  return true;
+}
+
+bool CWGraphInteraction::Key(const QKeyEvent& event) {
+  const auto modifiers = event.modifiers();
+  if (modifiers.testFlag(Qt::AltModifier)) return false;
+  if (modifiers.testFlag(Qt::ShiftModifier) && event.key() == Qt::Key_F10) return OpenMenu();
+  if (modifiers.testFlag(Qt::ShiftModifier) && ReadOutKey(event.key())) return true;
+  return ViewKey(event.key(), modifiers.testFlag(Qt::ControlModifier));
+}
+
+// The toolkit knows the menu key, but not its elder twin.
+bool CWGraphInteraction::OpenMenu() {
+  if (MenuWanted) MenuWanted(graph_.mapToGlobal(graph_.rect().center()));
+  return true;
+}
+
+bool CWGraphInteraction::ReadOutKey(int key) {
+  constexpr std::ptrdiff_t Page = 100;
+  switch (key) {
+    case Qt::Key_Left:
+      return readOut_.Step(-1), true;
+    case Qt::Key_Right:
+      return readOut_.Step(1), true;
+    case Qt::Key_PageUp:
+      return readOut_.Step(-Page), true;
+    case Qt::Key_PageDown:
+      return readOut_.Step(Page), true;
+    case Qt::Key_Home:
+      return readOut_.StepToEnd(false), true;
+    case Qt::Key_End:
+      return readOut_.StepToEnd(true), true;
+    default:
+      return false;
+  }
+}
+
+bool CWGraphInteraction::ViewKey(int key, bool withControl) {
+  auto& zoomed = withControl ? view_.Y : view_.X;
+  switch (key) {
+    case Qt::Key_Plus:
+    case Qt::Key_Equal:
+      zoomed.Zoom(KeyZoom, zoomed.View().Middle());
+      break;
+    case Qt::Key_Minus:
+    case Qt::Key_Underscore:
+      zoomed.Zoom(1 / KeyZoom, zoomed.View().Middle());
+      break;
+    case Qt::Key_Left:
+      view_.X.Pan(-KeyPan);
+      break;
+    case Qt::Key_Right:
+      view_.X.Pan(KeyPan);
+      break;
+    case Qt::Key_Up:
+      view_.Y.Pan(KeyPan);
+      break;
+    case Qt::Key_Down:
+      view_.Y.Pan(-KeyPan);
+      break;
+    case Qt::Key_PageUp:
+      view_.X.Pan(-PagePan);
+      break;
+    case Qt::Key_PageDown:
+      view_.X.Pan(PagePan);
+      break;
+    case Qt::Key_Home:
+      view_.X.ShowWhole();
+      view_.Y.ShowWhole();
+      break;
+    case Qt::Key_Escape:
+      Cancel();
+      readOut_.Forget();
+      return true;
+    default:
+      return false;
+  }
+  Tell();
+  return true;
+}
+
+void CWGraphInteraction::Cancel() {
+  drag_ = Drag::None;
+  overlay_.ShowRectangle(std::nullopt);
+  graph_.unsetCursor();
+}
+
+void CWGraphInteraction::ShowAll() {
+  Cancel();
+  view_.X.ShowWhole();
+  view_.Y.ShowWhole();
+  Tell();
+}
+
+void CWGraphInteraction::Tell() {
+  if (view_.Changed) view_.Changed();
+}
+
+}  // namespace bexlow::platform

@@ -1,0 +1,53 @@
+// The point of a graph that is read out: chosen by the pointer or by keys, marked on the plot, told in a line
+// of words.
+#pragma once
+
+#include <QPointF>
+
+#include <cstddef>
+#include <optional>
+
+#include "platform/graph/CWGraphSeries.h"
+
+class QCustomPlot;
+class QLabel;
+
+namespace bexlow::platform {
+
+class CWGraphOverlay;
+class CWGraphView;
+
+class CWGraphReadOut {
+ public:
+  /// The pieces belong to the graph and live as long as it does.
+  CWGraphReadOut(const CWGraphSeries& series, QCustomPlot& plot, CWGraphView& view, CWGraphOverlay& overlay,
+                 QLabel& words);
+
+  /// The series or its style is another: whatever was read out is no more.
+  void Renew(CWGraphSeries::Style style);
+
+  /// Reads the point nearest to a place of the plot; outside of the axes none.
+  void PointAt(QPointF place);
+  /// Moves on by so many points, beginning in the middle of what is on show, and keeps the point in sight.
+  void Step(std::ptrdiff_t points);
+  void StepToEnd(bool last);
+  void Forget();
+
+  /// Puts the mark where the point is after a redraw.
+  void Refresh();
+
+ private:
+  void Read(std::size_t index);
+  void KeepInSight();
+  std::size_t Start() const;
+
+  const CWGraphSeries& series_;
+  QCustomPlot& plot_;
+  CWGraphView& view_;
+  CWGraphOverlay& overlay_;
+  QLabel& words_;
+  CWGraphSeries::Style style_ = CWGraphSeries::Style::Linear;
+  std::optional<std::size_t> index_;
+};
+
+}  // namespace bexlow::platform

@@ -1,0 +1,60 @@
+// Which part of a graph is on show: the whole of each axis, the limits of zooming and panning.
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "platform/graph/CWGraphSeries.h"
+
+class QCPAxis;
+
+namespace bexlow::platform {
+
+/// One axis. What it shows lies within the whole and the data; the drawn axis has a little room beyond, so
+/// that points at the ends do not hide under the frame.
+class CWGraphAxis {
+ public:
+  /// @param room  share of the range on show that is drawn beyond each end
+  CWGraphAxis(QCPAxis& axis, double room) : axis_(axis), room_(room) {}
+
+  /// The whole as set by the program; shows it.
+  void SetWhole(bool autoScale, CWGraphRange given);
+  /// The range of the data, and the smallest range worth looking at. An auto-scaled axis shows its whole
+  /// anew.
+  void SetData(std::optional<CWGraphRange> data, double leastSize);
+
+  CWGraphRange Whole() const;
+  CWGraphRange View() const { return view_; }
+  void Show(CWGraphRange wanted);
+  void ShowExactly(CWGraphRange range);
+  void ShowWhole() { ShowExactly(Whole()); }
+
+  /// @param factor  below 1 zooms in
+  /// @param anchor  the place that stays where it is
+  void Zoom(double factor, double anchor);
+  /// @param share  of what is on show; positive moves on to greater values
+  void Pan(double share);
+
+ private:
+  QCPAxis& axis_;
+  double room_;
+  bool autoScale_ = false;
+  CWGraphRange given_{0, 10};
+  std::optional<CWGraphRange> data_;
+  double leastSize_ = 0;
+  CWGraphRange view_{0, 10};
+};
+
+/// Both axes, and whom to tell when the user has changed them.
+class CWGraphView {
+ public:
+  CWGraphView(QCPAxis& x, QCPAxis& y) : X(x, 0.01), Y(y, 0.03) {}
+
+  CWGraphAxis X;
+  CWGraphAxis Y;
+
+  /// Called after a change by the user: redraws, and takes linked graphs along.
+  std::function<void()> Changed;
+};
+
+}  // namespace bexlow::platform

@@ -1,0 +1,40 @@
+// A dial that shows an angle.
+#pragma once
+
+#include "platform/instruments/Instrument.h"
+
+namespace bexlow::platform {
+
+class CWKnob : public Instrument {
+  Q_OBJECT
+
+ public:
+  explicit CWKnob(QWidget* parent = nullptr);
+
+  /// The values at both ends of the scale, and where the scale lies. Degrees of the arc run clockwise from
+  /// nine o'clock: an arc of 180 that begins at 0 has its middle at the top, and so has one of 359.9 that
+  /// begins at 270 (six o'clock). A level sensor thus points up, a lean to the negative side to the left.
+  void SetScale(double minimum, double maximum, double startDegrees, double arcDegrees);
+
+  QAccessible::Role Role() const override { return QAccessible::Dial; }
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+  bool hasHeightForWidth() const override { return true; }
+  int heightForWidth(int width) const override { return width; }
+
+ protected:
+  void DrawFace(QPainter& painter) const override;
+  void DrawPointer(QPainter& painter) const override;
+  QRect MovingArea() const override;
+
+ private:
+  double AngleAt(double fraction) const;
+  void DrawScale(QPainter& painter) const;
+  void DrawNumbers(QPainter& painter) const;
+  void DrawValue(QPainter& painter) const;
+
+  double startDegrees_ = 270;
+  double arcDegrees_ = 359.9;
+};
+
+}  // namespace bexlow::platform

@@ -1,0 +1,59 @@
+// A straight scale with a pointer: shows a reading, or lets the user set a value.
+#pragma once
+
+#include <functional>
+
+#include "platform/instruments/Instrument.h"
+
+namespace bexlow::platform {
+
+class CWSlide : public Instrument {
+  Q_OBJECT
+
+ public:
+  /// An upright scale of 0 to 1024 that only the program moves.
+  explicit CWSlide(QWidget* parent = nullptr);
+
+  void SetScale(double minimum, double maximum);
+  void SetOrientation(Qt::Orientation orientation);
+
+  /// false lets the user move the pointer: by mouse, keys, and by the wheel while it has the focus.
+  void SetReadOnly(bool readOnly);
+  bool IsReadOnly() const override { return readOnly_; }
+
+  /// What an arrow key adds; the user's values are multiples of it.
+  void SetStep(double step);
+
+  /// Called with the new value when the user has moved the pointer, not when the program has.
+  std::function<void(double)> PointerValueChanged;
+
+  void MoveByUser(double value) override;
+  QAccessible::Role Role() const override { return QAccessible::Slider; }
+  QSize sizeHint() const override;
+  QSize minimumSizeHint() const override;
+
+ protected:
+  void DrawFace(QPainter& painter) const override;
+  void DrawPointer(QPainter& painter) const override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+
+ private:
+  bool IsUpright() const { return orientation_ == Qt::Vertical; }
+  QRectF Groove() const;
+  QPointF PlaceOf(double fraction) const;
+  double ValueAt(QPointF place) const;
+
+  Qt::Orientation orientation_ = Qt::Vertical;
+  bool readOnly_ = true;
+  bool dragging_ = false;
+  double step_ = 1;
+  double wheelRest_ = 0;
+};
+
+}  // namespace bexlow::platform

@@ -1,0 +1,192 @@
+#include "platform/instruments/Instrument.h"
+
+#include <QAccessibleWidget>
+#include <QEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace bexlow::platform {
+
+namespace {
+
+constexpr double LongestPlainNumber = 1e6;
+
+class InstrumentAccess : public QAccessibleWidget, public QAccessibleValueInterface {
+ public:
+  explicit InstrumentAccess(Instrument& instrument)
+      : QAccessibleWidget(&instrument, instrument.Role()), instrument_(instrument) {}
+
+  void* interface_cast(QAccessible::InterfaceType type) override {
+    if (type == QAccessible::ValueInterface) return static_cast<QAccessibleValueInterface*>(this);
+    return QAccessibleWidget::interface_cast(type);
+  }
+
+  QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Value ? instrument_.ValueText() : QAccessibleWidget::text(kind);
+  }
+
+  QAccessible::State state() const override {
+    auto state = QAccessibleWidget::state();
+    state.readOnly = instrument_.IsReadOnly();
+    return state;
+  }
+
+  QVariant currentValue() const override {
+    const double value = instrument_.Value();
+    return std::isnan(value) ? 0.0 : value;
+  }
+  void setCurrentValue(const QVariant& value) override { instrument_.MoveByUser(value.toDouble()); }
+  QVariant maximumValue() const override { return instrument_.Maximum(); }
+  QVariant minimumValue() const override { return instrument_.Minimum(); }
+  QVariant minimumStepSize() const override { return 0.0; }
+
+ private:
+  Instrument& instrument_;
+};
+
+QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
+  auto* instrument = qobject_cast<Instrument*>(object);
+  return instrument ? new InstrumentAccess(*instrument) : nullptr;
+}
+
+}  // namespace
+
+Instrument::Instrument(QWidget* parent) : QWidget(parent) {
+  QAccessible::installFactory(MakeAccess);  // a second time changes nothing
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void Instrument::Value(double value) {
+  const auto before = ValueText();
+  value_ = value;
+  if (ValueText() != before)
+    update(MovingArea());  // what cannot be seen is not drawn: samples come faster than frames
+}
+
+void Instrument::SetUnit(const QString& unit) {
+  unit_ = unit;
+  DropFace();
+}
+
+void Instrument::SetRange(double minimum, double maximum, int decimals) {
+  minimum_ = std::min(minimum, maximum);
+  maximum_ = std::max(minimum, maximum);
+  decimals_ = decimals;
+  DropFace();
+}
+
+double Instrument::FractionOf(double value) const {
+  const double span = maximum_ - minimum_;
+  if (!(span > 0)) return 0;
+  const double known = std::isnan(value) ? 0 : value;
+  return (std::clamp(known, minimum_, maximum_) - minimum_) / span;
+}
+
+QString Instrument::TextOf(double value) const {
+  if (std::isinf(value)) return value > 0 ? QStringLiteral("∞") : QStringLiteral("-∞");
+  const double known = std::isnan(value) ? 0 : value;
+  if (std::abs(known) >= LongestPlainNumber) return QString::number(known, 'g', 4) + unit_;
+  const double unitStep = std::pow(10.0, -decimals_);
+  const double shown = std::abs(known) < unitStep / 2 ? 0 : known;  // no "-0"
+  return QString::number(shown, 'f', decimals_) + unit_;
+}
+
+void Instrument::DropFace() {
+  face_ = {};
+  update();
+}
+
+void Instrument::EnsureFace() {
+  const double ratio = devicePixelRatioF();
+  const QSize pixels = (QSizeF(size()) * ratio).toSize();
+  if (face_.size() == pixels && face_.devicePixelRatio() == ratio) return;
+  face_ = QPixmap(pixels);
+  face_.setDevicePixelRatio(ratio);
+  face_.fill(palette().color(QPalette::Window));
+  QPainter painter(&face_);
+  DrawGround(painter);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setFont(font());
+  DrawFace(painter);
+}
+
+// The frame behind belongs to the face, so that a new value has nothing but the instrument painted.
+void Instrument::DrawGround(QPainter& painter) {
+  if (isWindow()) return;
+  parentWidget()->render(&painter, {}, geometry(), DrawWindowBackground);
+}
+
+void Instrument::paintEvent(QPaintEvent*) {
+  if (size().isEmpty()) return;
+  EnsureFace();
+  QPainter painter(this);
+  painter.drawPixmap(0, 0, face_);
+  painter.setRenderHint(QPainter::Antialiasing);
+  DrawPointer(painter);
+  Announce();
+}
+
+// Told no more often than it is drawn, so that a chain of 380 samples a second does not flood a screen
+// reader.
+void Instrument::Announce() {
+  if (!QAccessible::isActive() || announced_ == ValueText()) return;
+  announced_ = ValueText();
+  QAccessibleValueChangeEvent event(this, value_);
+  QAccessible::updateAccessibility(&event);
+}
+
+void Instrument::resizeEvent(QResizeEvent*) {
+  DropFace();
+}
+
+void Instrument::moveEvent(QMoveEvent*) {
+  DropFace();
+}
+
+void Instrument::changeEvent(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::PaletteChange:
+    case QEvent::FontChange:
+    case QEvent::EnabledChange:
+    case QEvent::StyleChange:
+      DropFace();
+      break;
+    default:
+      break;
+  }
+  QWidget::changeEvent(event);
+}
+
+double MarkStep(double span, int wanted) {
+  if (!(span > 0) || !std::isfinite(span) || wanted < 1) return 1;
+  const double rough = span / wanted;
+  const double power = std::pow(10.0, std::floor(std::log10(rough)));
+  const auto suits = [&](double factor) {
+    return factor * power >= rough * 0.8 && factor * power <= rough * 2.5;
+  };
+  const auto divides = [&](double factor) {
+    const double parts = span / (factor * power);
+    return std::abs(parts - std::round(parts)) < 0.01;
+  };
+  for (const double factor : {1.0, 1.28, 2.0, 2.56, 3.0, 4.5, 5.0, 9.0, 10.0}) {
+    if (suits(factor) && divides(factor)) return factor * power;
+  }
+  constexpr std::array Plain{1.0, 2.0, 5.0};
+  const auto found = std::ranges::find_if(Plain, suits);
+  return (found == Plain.end() ? 10 : *found) * power;
+}
+
+std::vector<double> Marks(double minimum, double maximum, double step) {
+  std::vector<double> marks;
+  const double slack = (maximum - minimum) / 1000;
+  const double first = std::ceil((minimum - slack) / step);
+  const double last = std::floor((maximum + slack) / step);
+  if (!(last - first < 1000)) return marks;
+  for (double i = first; i <= last; ++i) marks.push_back(i * step);
+  return marks;
+}
+
+}  // namespace bexlow::platform

@@ -1,0 +1,32 @@
+#include "platform/machine/Machine.h"
+
+#include <cassert>
+
+#include "platform/controls/EventGate.h"
+
+namespace bexlow::platform {
+
+namespace {
+Machine* installed = nullptr;
+}
+
+Machine& Machine::Get() {
+  assert(installed != nullptr);
+  return *installed;
+}
+
+void Machine::Install(Machine& machine) {
+  installed = &machine;
+}
+
+void MsgBox(const std::string& text) {
+  const EventGate::Hold hold;
+  Machine::Get().Ask(text, Buttons::Ok);
+}
+
+bool AskYesNo(const std::string& text) {
+  const EventGate::Hold hold;
+  return Machine::Get().Ask(text, Buttons::YesNo) == Answer::Yes;
+}
+
+}  // namespace bexlow::platform

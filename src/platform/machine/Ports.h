@@ -1,0 +1,19 @@
+// Which device stands behind a Comm number.
+#pragma once
+
+#include <filesystem>
+
+#include "platform/machine/Machine.h"
+
+namespace bexlow::platform {
+
+inline constexpr int LastComm = 16;
+
+/// The device of Comm 1 to 16: the link Ports/COM<n> in the program's folder if there is one, else 1 to 4 are
+/// /dev/ttyS0-3, 5 to 12 /dev/ttyUSB0-7, 13 to 16 /dev/ttyACM0-3. Empty for other numbers.
+std::filesystem::path DeviceOfComm(int comm, const std::filesystem::path& programFolder);
+
+/// The device and what the system knows of it.
+PortInfo DescribeComm(int comm, const std::filesystem::path& programFolder);
+
+}  // namespace bexlow::platform

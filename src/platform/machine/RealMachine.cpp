@@ -1,0 +1,212 @@
+#include "platform/machine/RealMachine.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QRegularExpression>
+#include <QTimer>
+
+#include <ctime>
+#include <poll.h>
+#include <system_error>
+#include <unistd.h>
+#include <utility>
+
+#include "platform/controls/FramePace.h"
+#include "platform/machine/Ports.h"
+#include "platform/machine/SerialDevice.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+using namespace std::chrono;
+
+// A wait ends on a spin of this length, since waking from a sleep takes some 50 microseconds.
+constexpr microseconds Spin{100};
+
+class RealAlarm : public Alarm {
+ public:
+  explicit RealAlarm(std::function<void()> tick) {
+    timer_.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer_, &QTimer::timeout, &timer_, std::move(tick));
+  }
+  void Start(milliseconds interval) override { timer_.start(interval); }
+  void Stop() override { timer_.stop(); }
+
+ private:
+  QTimer timer_;
+};
+
+// A device that leaves the machine's list when it is closed.
+class ListedDevice : public SerialLine {
+ public:
+  ListedDevice(std::list<SerialDevice*>& open, std::unique_ptr<SerialDevice> device)
+      : open_(open), device_(std::move(device)) {
+    open_.push_back(device_.get());
+  }
+  ~ListedDevice() override { open_.remove(device_.get()); }
+  void Write(std::span<const std::uint8_t> bytes) override { device_->Write(bytes); }
+
+ private:
+  std::list<SerialDevice*>& open_;
+  std::unique_ptr<SerialDevice> device_;
+};
+
+struct BoxLook {
+  QMessageBox::StandardButtons buttons;
+  QMessageBox::StandardButton usual, escape;
+  QMessageBox::Icon icon;
+};
+
+// Escape never ends the program: in the error box it stands for Retry.
+BoxLook LookOf(Buttons buttons) {
+  switch (buttons) {
+    case Buttons::YesNo:
+      return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No, QMessageBox::Question};
+    case Buttons::RetryCancel:
+      return {QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry, QMessageBox::Retry,
+              QMessageBox::Critical};
+    case Buttons::Ok:
+      break;
+  }
+  return {QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Information};
+}
+
+Answer AnswerOf(int button) {
+  switch (button) {
+    case QMessageBox::Yes:
+      return Answer::Yes;
+    case QMessageBox::No:
+      return Answer::No;
+    case QMessageBox::Retry:
+      return Answer::Retry;
+    case QMessageBox::Cancel:
+      return Answer::Cancel;
+    default:
+      return Answer::Ok;
+  }
+}
+
+// "words|pattern|words|pattern" as the toolkit takes it: "words (pattern)". Its pattern for names without a
+// point is *.
+QStringList NameFilters(const std::string& filter) {
+  const QStringList parts = QString::fromStdString(filter).split('|');
+  QStringList filters;
+  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
+    if (parts[i].contains('(') && parts[i + 1] != "*.*") {
+      filters << parts[i];
+    } else {
+      filters << parts[i].section('(', 0, 0).trimmed() + " (" + QString(parts[i + 1]).replace("*.*", "*") +
+                     ")";
+    }
+  }
+  return filters;
+}
+
+// The one suffix of a filter "words (*.png)"; what else is told where the filter takes several or any.
+QString SuffixOf(const QString& nameFilter, const QString& otherwise) {
+  static const QRegularExpression oneSuffix(QStringLiteral(R"(\(\*\.(\w+)\)$)"));
+  const auto match = oneSuffix.match(nameFilter);
+  return match.hasMatch() ? match.captured(1) : otherwise;
+}
+
+// A name without a suffix gets that of the filter on show. Without a default suffix it is taken as typed.
+void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
+  if (defaultSuffix.isEmpty()) return;
+  const auto follow = [&dialog, defaultSuffix](const QString& nameFilter) {
+    dialog.setDefaultSuffix(SuffixOf(nameFilter, defaultSuffix));
+  };
+  QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
+  follow(dialog.selectedNameFilter());
+}
+
+}  // namespace
+
+RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
+
+std::uint32_t RealMachine::GetTickCount() {
+  return static_cast<std::uint32_t>(
+      duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
+}
+
+std::int64_t RealMachine::QueryPerformanceCounter() {
+  return steady_clock::now().time_since_epoch().count();
+}
+
+std::int64_t RealMachine::QueryPerformanceFrequency() {
+  return steady_clock::period::den;
+}
+
+LocalTime RealMachine::Now() {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return {
+      local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, now};
+}
+
+void RealMachine::Idle(microseconds atMost) {
+  if (atMost > Spin) {
+    std::vector<pollfd> handles;
+    for (const auto* device : open_) handles.push_back({device->Handle(), POLLIN, 0});
+    const auto nap = duration_cast<nanoseconds>(std::min<microseconds>(atMost - Spin, milliseconds(2)));
+    const timespec limit{0, static_cast<long>(nap.count())};
+    ppoll(handles.data(), handles.size(), &limit, nullptr);
+  }
+  for (auto* device : open_) device->Collect();
+}
+
+void RealMachine::Repaint() {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  for (auto* window : QApplication::topLevelWidgets()) FramePace::PaintNow(*window);
+}
+
+PortInfo RealMachine::DescribePort(int comm) {
+  return DescribeComm(comm, programFolder_);
+}
+
+std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, const std::string& settings,
+                                                    std::function<void(Bytes)> received) {
+  const std::string label = "Comm " + std::to_string(comm);
+  const auto device = DeviceOfComm(comm, programFolder_);
+  if (device.empty()) throw std::system_error(ENODEV, std::generic_category(), label + ": no such port");
+  return std::make_unique<ListedDevice>(
+      open_, std::make_unique<SerialDevice>(label, device, settings, std::move(received)));
+}
+
+std::unique_ptr<Alarm> RealMachine::MakeAlarm(std::function<void()> tick) {
+  return std::make_unique<RealAlarm>(std::move(tick));
+}
+
+Answer RealMachine::Ask(const std::string& text, Buttons buttons) {
+  const BoxLook look = LookOf(buttons);
+  QMessageBox box(look.icon, "Bexlow", QString::fromStdString(text), look.buttons,
+                  QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  box.setDefaultButton(look.usual);
+  box.setEscapeButton(look.escape);
+  return AnswerOf(box.exec());
+}
+
+std::optional<std::string> RealMachine::AskFile(const FileQuestion& question) {
+  QFileDialog dialog(QApplication::activeWindow(), question.save ? "Save As" : "Open");
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.confirmReplacing);
+  dialog.setDirectory(QString::fromStdString(question.folder));
+  const QStringList filters = NameFilters(question.filter);
+  dialog.setNameFilters(filters);
+  dialog.selectNameFilter(filters.value(question.filterIndex - 1));
+  LetFilterGiveSuffix(dialog, QString::fromStdString(question.defaultSuffix));
+  if (!question.suggestedName.empty()) dialog.selectFile(QString::fromStdString(question.suggestedName));
+  if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  return dialog.selectedFiles().value(0).toStdString();
+}
+
+void RealMachine::EndProgram() {
+  ::_exit(0);
+}
+
+}  // namespace bexlow::platform

@@ -1,0 +1,37 @@
+// The machine that the program runs on.
+#pragma once
+
+#include <list>
+
+#include "platform/machine/Machine.h"
+
+namespace bexlow::platform {
+
+class SerialDevice;
+
+class RealMachine : public Machine {
+ public:
+  /// @param programFolder  the folder that holds the executable
+  explicit RealMachine(std::filesystem::path programFolder);
+
+  std::uint32_t GetTickCount() override;
+  std::int64_t QueryPerformanceCounter() override;
+  std::int64_t QueryPerformanceFrequency() override;
+  LocalTime Now() override;
+  void Idle(std::chrono::microseconds atMost) override;
+  void Repaint() override;
+  PortInfo DescribePort(int comm) override;
+  std::unique_ptr<SerialLine> OpenSerial(int comm, const std::string& settings,
+                                         std::function<void(Bytes)> received) override;
+  std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) override;
+  Answer Ask(const std::string& text, Buttons buttons) override;
+  std::optional<std::string> AskFile(const FileQuestion& question) override;
+  std::filesystem::path ProgramFolder() override { return programFolder_; }
+  void EndProgram() override;
+
+ private:
+  std::filesystem::path programFolder_;
+  std::list<SerialDevice*> open_;
+};
+
+}  // namespace bexlow::platform

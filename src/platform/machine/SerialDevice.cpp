@@ -1,0 +1,168 @@
+#include "platform/machine/SerialDevice.h"
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <fcntl.h>
+#include <linux/serial.h>
+#include <poll.h>
+#include <sys/file.h>
+#include <sys/ioctl.h>
+#include <system_error>
+#include <termios.h>
+#include <unistd.h>
+#include <utility>
+
+#include "platform/controls/EventGate.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+constexpr int WriteLimitMs = 1000;  // a driver that takes no byte for so long has lost its line
+
+std::string WhyNot(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENXIO:
+    case ENODEV:
+    case ENOTTY:
+    case EIO:
+      return "no such device";
+    case EBUSY:
+    case EWOULDBLOCK:
+      return "it is in use";
+    case EACCES:
+    case EPERM:
+      return "no permission, your user belongs in the group dialout";
+    default:
+      return "it cannot be opened";
+  }
+}
+
+struct Speed {
+  int baud;
+  speed_t code;
+};
+constexpr Speed Speeds[] = {{1200, B1200},   {2400, B2400},   {4800, B4800},   {9600, B9600},
+                            {19200, B19200}, {38400, B38400}, {57600, B57600}, {115200, B115200}};
+
+std::optional<speed_t> SpeedOf(const std::string& settings) {
+  int baud = 0;
+  std::from_chars(settings.data(), settings.data() + settings.size(), baud);
+  for (const auto& speed : Speeds) {
+    if (speed.baud == baud) return speed.code;
+  }
+  return std::nullopt;
+}
+
+bool IsPseudoTerminal(const std::filesystem::path& device) {
+  return device.string().starts_with("/dev/pts/");
+}
+
+// Adapters that bundle bytes for 16 ms would stretch every round trip; drivers without the flag refuse it.
+void AskForLowLatency(int handle) {
+  serial_struct serial{};
+  if (ioctl(handle, TIOCGSERIAL, &serial) != 0) return;
+  serial.flags |= ASYNC_LOW_LATENCY;
+  ioctl(handle, TIOCSSERIAL, &serial);
+}
+
+}  // namespace
+
+SerialDevice::SerialDevice(const std::string& label, const std::filesystem::path& device,
+                           const std::string& settings, std::function<void(Bytes)> received)
+    : label_(label + " (" + device.string() + ")"), received_(std::move(received)) {
+  try {
+    OpenForUsAlone(device);
+    Configure(settings);
+  } catch (...) {
+    if (handle_ >= 0) ::close(handle_);
+    throw;
+  }
+  notifier_ = std::make_unique<QSocketNotifier>(handle_, QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
+    EventGate::Get().Receive([this] { Collect(); });  // may well end this device
+  });
+}
+
+SerialDevice::~SerialDevice() {
+  Abandon();
+}
+
+// The lock goes with the device, not with the name it was opened by, holds also against root, and ends with
+// the program however that ends. The exclusive flag keeps out programs that know no lock; a pseudo-terminal
+// would keep the flag after a kill.
+void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
+  const auto refuse = [this](int error) {
+    throw std::system_error(error, std::generic_category(), label_ + " does not open: " + WhyNot(error));
+  };
+  handle_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+  if (handle_ < 0) refuse(errno);
+  if (flock(handle_, LOCK_EX | LOCK_NB) != 0) refuse(errno);
+  if (termios probe{}; tcgetattr(handle_, &probe) != 0) refuse(errno);
+  if (!IsPseudoTerminal(device) && ioctl(handle_, TIOCEXCL) != 0) refuse(errno);
+}
+
+void SerialDevice::Configure(const std::string& settings) {
+  const auto speed = SpeedOf(settings);
+  if (!speed || !settings.ends_with(",n,8,1"))
+    throw std::system_error(std::make_error_code(std::errc::invalid_argument),
+                            label_ + ": settings " + settings + " are not supported");
+  termios line{};
+  tcgetattr(handle_, &line);
+  cfmakeraw(&line);
+  line.c_cflag |= CLOCAL | CREAD;
+  line.c_cflag &= ~static_cast<tcflag_t>(CSTOPB | CRTSCTS);
+  line.c_cc[VMIN] = 0;
+  line.c_cc[VTIME] = 0;
+  cfsetspeed(&line, *speed);
+  if (tcsetattr(handle_, TCSANOW, &line) != 0)
+    throw std::system_error(errno, std::generic_category(), label_ + ": the line parameters were refused");
+  AskForLowLatency(handle_);
+  tcflush(handle_, TCIOFLUSH);
+}
+
+void SerialDevice::Write(std::span<const std::uint8_t> bytes) {
+  while (!bytes.empty()) {
+    const ssize_t count = handle_ < 0 ? -1 : ::write(handle_, bytes.data(), bytes.size());
+    if (count > 0) {
+      bytes = bytes.subspan(static_cast<std::size_t>(count));
+      continue;
+    }
+    const int error = handle_ < 0 ? EIO : count == 0 ? EAGAIN : errno;
+    if (error == EINTR) continue;
+    pollfd ready{handle_, POLLOUT, 0};
+    if (error == EAGAIN && ::poll(&ready, 1, WriteLimitMs) > 0) continue;
+    throw std::system_error(error == EAGAIN ? ETIMEDOUT : error, std::generic_category(),
+                            label_ + " takes no bytes");
+  }
+}
+
+void SerialDevice::Collect() {
+  std::array<std::uint8_t, 4096> buffer{};
+  while (handle_ >= 0) {
+    const ssize_t count = ::read(handle_, buffer.data(), buffer.size());
+    if (count > 0) {
+      received_(Bytes(buffer.begin(), buffer.begin() + count));
+      if (static_cast<std::size_t>(count) < buffer.size()) return;  // that was all
+      continue;
+    }
+    // A line that vanished stays readable for ever: at its first sign the device is given up, and the next
+    // use fails.
+    pollfd state{handle_, POLLIN, 0};
+    const bool gone = count < 0 ? errno != EAGAIN && errno != EINTR
+                                : ::poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR)) != 0;
+    if (gone) Abandon();
+    return;
+  }
+}
+
+void SerialDevice::Abandon() {
+  if (handle_ < 0) return;
+  if (notifier_) notifier_->setEnabled(false);
+  ioctl(handle_, TIOCNXCL);
+  ::close(std::exchange(handle_, -1));
+}
+
+}  // namespace bexlow::platform

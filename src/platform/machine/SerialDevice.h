@@ -1,0 +1,41 @@
+// A serial device of the system, spoken to directly. The toolkit's serial class sends nothing before its
+// event loop runs, locks by the name that was opened, and reports a line that vanished without end; each of
+// these would have to be worked around, which takes more code than the system calls themselves.
+#pragma once
+
+#include <QSocketNotifier>
+
+#include <filesystem>
+#include <memory>
+
+#include "platform/machine/Machine.h"
+
+namespace bexlow::platform {
+
+class SerialDevice : public SerialLine {
+ public:
+  /// Opens a device raw and for this program alone.
+  /// @param label     what a failure calls the port, such as "Comm 3"
+  /// @param settings  "19200,n,8,1": baud, parity n e o, data bits, stop bits
+  /// Throws std::system_error whose words tell no such device, in use, or no permission.
+  SerialDevice(const std::string& label, const std::filesystem::path& device, const std::string& settings,
+               std::function<void(Bytes)> received);
+  ~SerialDevice() override;
+
+  void Write(std::span<const std::uint8_t> bytes) override;
+  /// Moves what the system holds to the receiver.
+  void Collect();
+  int Handle() const { return handle_; }
+
+ private:
+  void OpenForUsAlone(const std::filesystem::path& device);
+  void Configure(const std::string& settings);
+  void Abandon();
+
+  std::string label_;
+  std::function<void(Bytes)> received_;
+  int handle_ = -1;
+  std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace bexlow::platform

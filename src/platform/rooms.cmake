@@ -1,0 +1,20 @@
+# The rooms of the platform layer. Each line of words says what is behind the door.
+
+# What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs.
+set(BEXLOW_PLATFORM_MACHINE
+  Folders HostName Machine Ports ProgramVersion RealMachine RunningCopy SerialDevice Settings TextFile)
+# What screens are made of, and the gate through which their events come one at a time.
+set(BEXLOW_PLATFORM_CONTROLS
+  Colours CommonDialog Controls CWNumEdit EventGate Form FramePace MSComm Timer Winsock)
+# The graph control and its helpers, on the plot library.
+set(BEXLOW_PLATFORM_GRAPH
+  CWGraph CWGraphAccess CWGraphCursors CWGraphCurve CWGraphExport CWGraphInteraction CWGraphLook CWGraphOverlay
+  CWGraphPlottable CWGraphReadOut CWGraphSeries CWGraphView)
+# Dials and upright gauges.
+set(BEXLOW_PLATFORM_INSTRUMENTS CWKnob CWSlide Instrument)
+
+foreach(room MACHINE CONTROLS GRAPH INSTRUMENTS)
+  string(TOLOWER ${room} folder)
+  list(TRANSFORM BEXLOW_PLATFORM_${room} PREPEND platform/${folder}/ OUTPUT_VARIABLE files)
+  list(APPEND BEXLOW_PLATFORM ${files})
+endforeach()
