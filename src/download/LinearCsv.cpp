@@ -78,7 +78,8 @@ std::string LinearCsv(std::string_view dataFile) {
 }
 
 std::string CsvFileName(std::string_view dataFileName) {
-  if (dataFileName.size() < ExtensionLength) {
+  const std::size_t name = dataFileName.size() - (dataFileName.rfind('/') + 1);  // npos + 1 is 0
+  if (name < ExtensionLength) {
     throw std::system_error(std::make_error_code(std::errc::invalid_argument),
                             "File name of fewer than four characters");
   }

@@ -13,8 +13,8 @@ std::string LinearCsv(std::string_view dataFile);
 /// The same, appended to csv, which on a failure holds what could be made.
 void AppendLinearCsv(std::string_view dataFile, std::string& csv);
 
-/// The name less its last four characters, with ".csv" behind.
-/// @throws std::system_error invalid_argument for a name of fewer than four characters
+/// The path less the last four characters of its file name, with ".csv" behind.
+/// @throws std::system_error invalid_argument for a file name of fewer than four characters
 std::string CsvFileName(std::string_view dataFileName);
 
 }  // namespace bexlow::download

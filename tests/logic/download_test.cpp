@@ -138,10 +138,11 @@ TEST(LinearCsv, ATornHeaderKeepsWhatWasRead) {
   FailureOf(std::errc::no_message_available, [] { LinearCsv(Lines11('1')); });
 }
 
-TEST(CsvFileName, CutsFourCharacters) {
-  EXPECT_EQ(CsvFileName("a long name"), "a long .csv");
-  EXPECT_EQ(CsvFileName("run1"), ".csv");
-  FailureOf(std::errc::invalid_argument, [] { CsvFileName("qbx"); });
+TEST(CsvFileName, CutsFourCharactersOfTheNameAndNeverOfTheFolder) {
+  EXPECT_EQ(CsvFileName("/Data Files/a long name"), "/Data Files/a long .csv");
+  EXPECT_EQ(CsvFileName("Data Files/run1"), "Data Files/.csv");
+  for (const char* name : {"qbx", "/Data Files/abc", "/Data Files/"})
+    FailureOf(std::errc::invalid_argument, [&] { CsvFileName(name); });
 }
 
 }  // namespace
