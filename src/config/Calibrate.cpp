@@ -125,7 +125,7 @@ Calibrate::Axis Calibrate::BuildAxis(const char* letter, int line, QGridLayout* 
 void Calibrate::mnuSample_Click() {
   Guarded(*this, "mnuSample_Click", [this] {
     if (mnuSample->isChecked()) return StopSampling();
-    StartSampling();
+    if (link::LoggerIsFree(*this)) StartSampling();
   });
 }
 

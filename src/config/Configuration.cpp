@@ -29,6 +29,7 @@ void Configuration::OfferSequences(bool offered) {
 }
 
 void Configuration::mnuRead_Click() {
+  if (!link::LoggerIsFree(*this)) return;
   Guarded(*this, "mnuRead_Click", [this] {
     MousePointer(Pointer::Busy);
     OfferSequences(false);
@@ -42,22 +43,23 @@ void Configuration::mnuRead_Click() {
   });
 }
 
-void Configuration::RequestCell() {
-  link::Send(MSComm1, link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex)));
+void Configuration::RequestCell(std::size_t stepsSent) {
+  const auto request = link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex));
+  link::Send(MSComm1, std::span(request).subspan(stepsSent));
 }
 
 // One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without
-// limit. A repeat and the next request begin alike, so that the pause behind their letter shows whether the
-// reply has ended.
+// limit. A repeat and the next request start with the same letter, so it is sent first; the 12 ms pause after
+// it shows whether more bytes follow.
 void Configuration::MSComm1_OnComm() {
   Guarded(*this, "MSComm1_OnComm", [this] {
     const bool last = Shared.ParameterIndex == EndOfRead - 1;
-    if (!last) link::Send(MSComm1, {link::ReadEeprom(0).front()});
-    const auto reply = last ? link::TakeReply(MSComm1, 1) : MSComm1.Input();
+    const auto begun = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
+    link::Bytes reply = MSComm1.Input();
+    link::EndReply(MSComm1, reply, 1, begun, last ? link::LineSilenceUs : 0);
     if (reply.size() == 1) TakeCell(reply.front());
     if (Shared.ParameterIndex == EndOfRead) return FinishRead();
-    if (last) return RequestCell();
-    link::Send(MSComm1, {link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex)).back()});
+    RequestCell(begun.size());
   });
 }
 

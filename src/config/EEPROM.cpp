@@ -107,6 +107,7 @@ int EEPROM::Address() const {
 }
 
 void EEPROM::cmdRead_Click() {
+  if (!link::LoggerIsFree(*this)) return;
   Operate("cmdRead_Click", [this] {
     MousePointer(Pointer::Busy);
     link::OpenCommPort(MSComm1, *this);
@@ -130,6 +131,7 @@ void EEPROM::TimerEEPROM_Timer() {
 }
 
 void EEPROM::cmdWrite_Click() {
+  if (!link::LoggerIsFree(*this)) return;
   Operate("cmdWrite_Click", [this] {
     if (txtValue->text().isEmpty()) return MsgBox("No value has been entered!");
     MousePointer(Pointer::Busy);

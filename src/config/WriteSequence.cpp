@@ -22,8 +22,6 @@ using shell::Shared;
 
 namespace {
 
-const WriteSequence* running = nullptr;  // two on one ParameterIndex would each send every second cell
-
 constexpr int TickMs = 500;  // the time that the logger gets to store a cell
 
 }  // namespace
@@ -56,15 +54,12 @@ WriteSequence::WriteSequence(platform::Form& screen, const WritePlan& plan, Prog
       offer_(std::move(offer)),
       MSComm2(screen, "MSComm2"),
       TimerWrite(screen, "TimerWrite", TickMs) {
-  screen.AtUnload([this] { Leave(); });
   TimerWrite.OnTimer = [this] { TimerWrite_Timer(); };
 }
 
 void WriteSequence::mnuWrite_Click() {
-  if (running != nullptr && running != this)
-    return platform::MsgBox("Another screen is writing to the logger. Please wait until it has ended!");
+  if (!link::LoggerIsFree(screen_)) return;
   Guarded(screen_, "mnuWrite_Click", [this] {
-    running = this;
     screen_.MousePointer(Pointer::Busy);
     offer_(false);
     Shared.ParameterIndex = FirstIndex;
@@ -90,12 +85,7 @@ void WriteSequence::WriteRoutine(std::int16_t address, double value) {
           [&] { link::Send(MSComm2, link::WriteEeprom(address, live::ToByte(value))); });
 }
 
-void WriteSequence::Leave() {
-  if (running == this) running = nullptr;
-}
-
 void WriteSequence::Finish() {
-  Leave();
   TimerWrite.Enabled(false);
   link::CloseCommPort(MSComm2, screen_);
   offer_(true);

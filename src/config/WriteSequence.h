@@ -56,7 +56,6 @@ class WriteSequence {
   void mnuWrite_Click();
 
  private:
-  void Leave();
   void TimerWrite_Timer();
   void WriteRoutine(std::int16_t address, double value);
   void Finish();

@@ -45,14 +45,14 @@ std::int64_t NowInSeconds() {
 void DownloadErase::mnuDownload_Click() {
   Guarded(*this, "mnuDownload_Click", [this] {
     if (mnuDownload->isChecked()) return StopDownload();
-    if (RetrieveAll() && ChooseFile()) StartPages();
+    if (link::LoggerIsFree(*this) && RetrieveAll() && ChooseFile()) StartPages();
   });
 }
 
 void DownloadErase::mnuReturn_Click() {
   if (mnuDownload->isChecked()) StopDownload();
   erase_.End();
-  Shared.LiveSample.SavingToFile = false;
+  if (OtherEngaged(*this) == nullptr) Shared.LiveSample.SavingToFile = false;  // a recording goes on
   Unload();
 }
 
@@ -125,7 +125,7 @@ bool DownloadErase::RetrieveHeader2Parameters() {
 
 bool DownloadErase::ChooseFile() {
   CommonDialog1.FileName.clear();
-  shell::WriteDataFileHeader(CommonDialog1, DataFileKind::DownloadPages);
+  const std::string failure = shell::WriteDataFileHeader(CommonDialog1, DataFileKind::DownloadPages);
   const char* refusal = nullptr;
   if (CommonDialog1.FileName.empty()) {
     refusal = "Download operation cancelled!";
@@ -135,6 +135,7 @@ bool DownloadErase::ChooseFile() {
   Shared.LiveSample.SavingToFile = refusal == nullptr;
   mnuDownload->setEnabled(true);
   if (refusal == nullptr) return true;
+  if (!failure.empty()) MsgBox(failure);
   MsgBox(refusal);
   BackToIdle();
   return false;
@@ -155,8 +156,9 @@ void DownloadErase::StartPages() {
   RequestPage();
 }
 
-void DownloadErase::RequestPage() {
-  link::Send(MSComm1, link::DownloadPage(Shared.DownloadPageNumber));
+void DownloadErase::RequestPage(std::size_t stepsSent) {
+  const auto request = link::DownloadPage(Shared.DownloadPageNumber);
+  link::Send(MSComm1, std::span(request).subspan(stepsSent));
 }
 
 void DownloadErase::MSComm1_OnComm() {
@@ -164,22 +166,36 @@ void DownloadErase::MSComm1_OnComm() {
       *this, "MSComm1_OnComm",
       [this] {
         if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
-        const bool late = !lblWarning->isHidden();
         Shared.LastReplyTime = NowInSeconds();
         lblWarning->hide();
-        const Bytes reply =
-            link::TakeReply(MSComm1, link::PageSize, late ? link::LateSilence : link::PromptSilence);
+        Bytes reply = MSComm1.Input();
+        const auto begun = BeginNextRequest(reply);
+        link::EndReply(MSComm1, reply, link::PageSize, begun);
         txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
-        if (reply.size() != link::PageSize) return RequestPage();
-        TakePage(reply);
+        if (reply.size() != link::PageSize) return RequestPage(begun.size());
+        TakePage(reply, begun.size());
       },
       [this] { MousePointer(Pointer::Normal); });
 }
 
+// Nothing while the reply may be the last: no request follows a blank page or the last one.
+link::Request DownloadErase::BeginNextRequest(const Bytes& reply) const {
+  const auto page = Shared.DownloadPageNumber;
+  if (page == Shared.MaxDownloadPages - 1 || EndsData(reply)) return {};
+  auto request = link::DownloadPage(page);
+  request.resize(link::CommonSteps(request, link::DownloadPage(page + 1)));
+  return request;
+}
+
 // Page 0 is passed over whatever it holds; the data ends before the first blank page behind it.
-void DownloadErase::TakePage(const Bytes& reply) {
+bool DownloadErase::EndsData(const Bytes& reply) {
+  return Shared.DownloadPageNumber != 0 && reply.size() >= link::PageSize &&
+         IsBlankPage(Page(reply.data(), link::PageSize));
+}
+
+void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   const Page page(reply.data(), link::PageSize);
-  Shared.EndOfDataReached = Shared.DownloadPageNumber != 0 && IsBlankPage(page);
+  Shared.EndOfDataReached = EndsData(reply);
   if (!Shared.EndOfDataReached) {
     if (Shared.DownloadPageNumber != 0) {
       const auto& parameters = Shared.OnBoardParameters;
@@ -192,7 +208,7 @@ void DownloadErase::TakePage(const Bytes& reply) {
     return FinishDownload();
   fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
-  RequestPage();
+  RequestPage(stepsSent);
 }
 
 // Whole seconds of the calendar clock, and no limit to the repeats: only the user knows when to give up.

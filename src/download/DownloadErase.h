@@ -44,8 +44,10 @@ class DownloadErase : public platform::Form {
 
   bool ChooseFile();
   void StartPages();
-  void TakePage(const link::Bytes& reply);
-  void RequestPage();
+  void TakePage(const link::Bytes& reply, std::size_t stepsSent);
+  void RequestPage(std::size_t stepsSent = 0);
+  link::Request BeginNextRequest(const link::Bytes& reply) const;
+  static bool EndsData(const link::Bytes& reply);
   void FinishDownload();
   void StopDownload();
   void MakeLinearCSV(const std::string& dataFileName);

@@ -60,6 +60,7 @@ void Erase::mnuErase_Click() {
 }
 
 void Erase::Start() {
+  if (!link::LoggerIsFree(screen_)) return;
   if (!platform::AskYesNo("All on-board data will be erased!\r\n"
                           "Click YES to proceed.\r\n"
                           "Click NO to cancel this operation."))

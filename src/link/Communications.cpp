@@ -1,6 +1,7 @@
 #include "link/Communications.h"
 
 #include "live/Conversions.h"
+#include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
 #include "shell/Records.h"
@@ -24,7 +25,15 @@ void CloseCommPort(platform::MSComm& comm, const platform::Form& screen) {
   });
 }
 
-void Send(platform::MSComm& comm, const Request& request) {
+bool LoggerIsFree(const platform::Form& screen) {
+  const auto* other = platform::Form::OtherEngaged(screen);
+  if (other == nullptr) return true;
+  platform::MsgBox("The screen \"" + other->windowTitle().toStdString() +
+                   "\" is using the logger. Please wait until it has ended, or stop it there!");
+  return false;
+}
+
+void Send(platform::MSComm& comm, std::span<const Step> request) {
   for (const auto& [byte, pauseMs] : request) {
     comm.Output({&byte, 1});
     shell::WaitMilliseconds(pauseMs);
@@ -45,17 +54,18 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
   return reply;
 }
 
-Bytes TakeReply(platform::MSComm& comm, std::size_t expected, std::int64_t silence) {
-  constexpr int LongestWait = 50;  // a line that never falls silent is not a logger's
-  int waiting = comm.InBufferCount();
-  shell::WaitMicroseconds(silence);
-  for (int i = 0; i < LongestWait; ++i) {
-    const bool still = waiting == comm.InBufferCount();
-    waiting = comm.InBufferCount();
-    if (still && (waiting == static_cast<int>(expected) || i > 0)) break;
-    shell::WaitMicroseconds(LateSilence);
+void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun,
+              std::int64_t silentUs) {
+  constexpr int MostRounds = 50;  // a line that is never silent for so long is not a logger's
+  Send(comm, begun);
+  for (const auto& step : begun) silentUs -= std::int64_t{1000} * step.pauseMs;
+  shell::WaitMicroseconds(silentUs);
+  for (int round = 0; round < MostRounds; ++round) {
+    const Bytes more = comm.Input();
+    reply.insert(reply.end(), more.begin(), more.end());
+    if (reply.size() == expected || (round > 0 && more.empty())) return;
+    shell::WaitMicroseconds(LineSilenceUs);
   }
-  return comm.Input();
 }
 
 std::int16_t ValueToMSB(std::int32_t& value) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 
 #include "link/Protocol.h"
 #include "platform/controls/Form.h"
@@ -15,25 +16,33 @@ namespace bexlow::link {
 void OpenCommPort(platform::MSComm& comm, const platform::Form& screen);
 void CloseCommPort(platform::MSComm& comm, const platform::Form& screen);
 
+/// True if no other screen has the logger: no port open, no timer running. Otherwise a box names that screen,
+/// and the caller starts nothing and changes nothing.
+bool LoggerIsFree(const platform::Form& screen);
+
 /// Writes a request byte by byte, with its pauses. Throws std::system_error if the port is closed or the line
 /// is gone.
-void Send(platform::MSComm& comm, const Request& request);
+void Send(platform::MSComm& comm, std::span<const Step> request);
 
 /// Opens, empties the receive buffer, writes the block's requests and takes the reply.
 /// @return the reply, nothing if its length is not exactly the block's. Throws as Send does, with the port
 /// open.
 std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block);
 
-/// How long a reply's end is waited for, in microseconds: two bytes on the line, or the millisecond for which
-/// a quick adapter bundles bytes. Or, where a late reply may have the repeat's own behind it, longer than a
-/// slow one does.
-inline constexpr std::int64_t PromptSilence = 1'100;
-inline constexpr std::int64_t LateSilence = 20'000;
+/// Longer than the longest pause within a reply, in microseconds: an adapter may hold bytes back for 16 ms.
+inline constexpr std::int64_t LineSilenceUs = 20'000;
 
-/// Takes the reply that a threshold announced. The event comes with the last byte expected; that a reply is
-/// too long, or that a second one follows, shows only when the line falls silent. After a wrong count all is
-/// waited for and taken, so that the next reply begins on an empty line.
-Bytes TakeReply(platform::MSComm& comm, std::size_t expected, std::int64_t silence = PromptSilence);
+/// Adds to a reply what still comes behind it. That a reply is too long, or comes twice, shows only by that,
+/// and on a line that delivers in bursts only some milliseconds later.
+/// @param reply     what Input gave; of the expected length afterwards if it was right
+/// @param begun     the beginning that a repeat of the request and the next one share. It is written first:
+/// what comes
+///                  during its pauses belongs to the reply, and no time is lost.
+/// @param silentUs  the least time that this takes, in microseconds
+/// A reply of a wrong length is followed until the line is silent, so that the next one begins on an empty
+/// line.
+void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun = {},
+              std::int64_t silentUs = LineSilenceUs);
 
 /// High and low byte of a value of 0 to 65535; 0 after a reported failure (a value whose high part is no
 /// 16-bit number).

@@ -116,6 +116,7 @@ bool Connect::LoggerAnswers(std::int16_t port, const std::string& baud) {
 }
 
 void Connect::cmdAutoDetect_Click() {
+  if (!LoggerIsFree(*this)) return;
   Guarded(*this, "cmdAutoDetect_Click", [this] {
     MousePointer(Pointer::Busy);
     EnableButtons(false);
@@ -134,6 +135,7 @@ void Connect::cmdAutoDetect_Click() {
 }
 
 void Connect::cmdOK_Click() {
+  if (NumEditCommPort->Value() != 0 && !LoggerIsFree(*this)) return;
   Guarded(*this, "cmdOK_Click", [this] {
     MousePointer(Pointer::Busy);
     EnableButtons(false);

@@ -48,6 +48,7 @@ QWidget* Launch::Frame() const {
 
 void Launch::mnuLaunch_Click() {
   if (shell::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
+  if (!LoggerIsFree(main_)) return;
   if (!platform::AskYesNo("Bexlow will erase all on-board data before launch!\r\n"
                           "Click YES to proceed.\r\n"
                           "Click NO to cancel this operation."))

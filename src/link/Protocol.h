@@ -96,6 +96,9 @@ inline Request ReadSamplingFrequency() {
   return MakeRequest(CommandName::ReadSamplingFrequency);
 }
 
+/// How many steps two requests begin with in common.
+std::size_t CommonSteps(const Request& one, const Request& other);
+
 /// value / 256, truncated toward zero.
 constexpr int HighByte(int value) {
   return value / 256;

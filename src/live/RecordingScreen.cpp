@@ -1,5 +1,10 @@
 #include "live/RecordingScreen.h"
 
+#include <QApplication>
+
+#include <algorithm>
+
+#include "link/Communications.h"
 #include "live/Conversions.h"
 #include "live/NumberText.h"
 #include "platform/machine/Machine.h"
@@ -34,14 +39,18 @@ void RecordingScreen::BuildMenu() {
 void RecordingScreen::mnuSample_Click() {
   Guarded(*this, "mnuSample_Click", [this] {
     if (mnuSample->isChecked()) return StopSampling();
-    StartSampling();
+    if (link::LoggerIsFree(*this)) StartSampling();
   });
 }
 
 void RecordingScreen::StartSampling() {
   mnuSample->setChecked(true);
   mnuSave->setEnabled(false);
-  if (mnuSave->isChecked()) SaveToOwnFile();
+  if (mnuSave->isChecked()) {
+    SaveToOwnFile();
+  } else if (AnotherSaves()) {
+    Shared.LiveSample.SavingToFile = false;
+  }
   auto& clock = Shared.SampleClock;
   clock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   clock.CounterStart = clock.CounterNow;
@@ -63,25 +72,35 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   if (Shared.LiveSample.SavingToFile) kind_.write(Shared.LiveSample.SampleTime);
 }
 
+// The file of a recording screen that stands beside this one is not for this one's samples.
+bool RecordingScreen::AnotherSaves() const {
+  return std::ranges::any_of(QApplication::allWidgets(), [this](const QWidget* widget) {
+    const auto* other = qobject_cast<const RecordingScreen*>(widget);
+    return other != nullptr && other != this && other->mnuSave->isChecked();
+  });
+}
+
 // Another screen may have saved to its own file, or ended its saving, since this one's file was chosen.
 void RecordingScreen::SaveToOwnFile() {
   Shared.DataFileName = CommonDialog1.FileName;
   Shared.LiveSample.SavingToFile = true;
 }
 
-// A file that could not be made is told in words, since nobody would look for the missing check mark. A name
-// left from an earlier choice goes on being the file when the dialog is cancelled.
+// The file being saved to is shared, so that no screen changes it while another may save. A file that could
+// not be made is told in words, since nobody would look for the missing check mark. A name left from an
+// earlier choice goes on being the file when the dialog is cancelled.
 void RecordingScreen::mnuSave_Click() {
+  if (!link::LoggerIsFree(*this)) return;
   Guarded(*this, "mnuSave_Click", [this] {
     const bool save = !mnuSave->isChecked();
     mnuSave->setChecked(save);
     Shared.LiveSample.SavingToFile = false;
     if (!save) return;
-    const bool made = shell::WriteDataFileHeader(CommonDialog1, kind_.file);
-    if (!made) CommonDialog1.FileName.clear();
+    const std::string failure = shell::WriteDataFileHeader(CommonDialog1, kind_.file);
+    if (!failure.empty()) CommonDialog1.FileName.clear();
     if (!CommonDialog1.FileName.empty()) return SaveToOwnFile();
     mnuSave->setChecked(false);
-    if (!made) platform::MsgBox("The data file cannot be created! No data will be saved.");
+    if (!failure.empty()) platform::MsgBox(failure + "\r\nNo data will be saved.");
   });
 }
 

@@ -44,6 +44,7 @@ class RecordingScreen : public platform::Form {
   void mnuSave_Click();
   void StartSampling();
   void StopSampling();
+  bool AnotherSaves() const;
   void SaveToOwnFile();
   void Take(const link::Bytes& reply);
 

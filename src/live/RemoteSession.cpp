@@ -10,6 +10,7 @@
 #include <exception>
 #include <system_error>
 
+#include "link/Communications.h"
 #include "live/AngleSample.h"
 #include "live/Datagram.h"
 #include "live/IP.h"
@@ -162,7 +163,7 @@ void RemoteSession::cmdClearReceive_Click() {
 void RemoteSession::mnuSample_Click() {
   Guarded(*this, "mnuSample_Click", [this] {
     if (mnuSample->isChecked()) return StopSampling();
-    StartSampling();
+    if (link::LoggerIsFree(*this)) StartSampling();
   });
 }
 

@@ -70,9 +70,9 @@ void SamplingChain::ShowWhatWasTaken() {
   if (std::exchange(unshown_, false) && show_) show_();
 }
 
-// A reply that was too long, or came twice, leaves its rest to be taken for the beginning of the next;
-// waiting for the end of every reply would cost a third of the samples. The rest gives itself away: what it
-// belongs to is complete before the line can have carried a request and a whole reply.
+// Waiting for the end of every reply would cost a third of the samples. Where a line hands bytes over one by
+// one, the rest of a reply that was too long shows in the next: that is complete before the line can have
+// carried a request and a whole reply. Where it hands them over in bursts, the count is wrong.
 bool SamplingChain::CameTooSoon() const {
   auto& machine = Machine::Get();
   const double seconds = static_cast<double>(machine.QueryPerformanceCounter() - requestedAt_) /
@@ -82,7 +82,10 @@ bool SamplingChain::CameTooSoon() const {
 }
 
 link::Bytes SamplingChain::TakeReply() {
-  return CameTooSoon() ? link::TakeReply(comm_, static_cast<std::size_t>(threshold_)) : comm_.Input();
+  const auto expected = static_cast<std::size_t>(threshold_);
+  link::Bytes reply = comm_.Input();
+  if (reply.size() != expected || CameTooSoon()) link::EndReply(comm_, reply, expected);
+  return reply;
 }
 
 void SamplingChain::MSComm1_OnComm() {

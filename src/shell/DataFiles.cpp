@@ -17,7 +17,7 @@ void AppendRecord(const char* procedure, const std::string& record) {
 
 }  // namespace
 
-bool WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind) {
+std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind) {
   dialog.CancelError = true;
   dialog.Flags = platform::OverwritePrompt;
   dialog.Filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx";
@@ -26,19 +26,19 @@ bool WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind 
   try {
     dialog.ShowSave();
   } catch (const std::system_error&) {
-    return true;  // cancelled: callers look at the dialog's FileName
+    return {};  // cancelled: callers look at the dialog's FileName
   }
   try {
     const auto& parameters = Shared.OnBoardParameters;
     platform::WriteWhole(dialog.FileName,
                          download::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
                                                   parameters.BinLinearMode, parameters.LinearChannels));
-  } catch (const std::system_error&) {
+  } catch (const std::system_error& error) {
     Shared.DataFileName.clear();
-    return false;
+    return std::string("The data file cannot be created!\r\n") + error.what();
   }
   Shared.DataFileName = dialog.FileName;
-  return true;
+  return {};
 }
 
 void WriteDownloadPagesToFile(std::int32_t page) {

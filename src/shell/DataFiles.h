@@ -10,9 +10,9 @@
 namespace bexlow::shell {
 
 /// Asks for a file with the screen's save dialog and creates it with its header; its path goes into
-/// DataFileName. A cancelled dialog or a file that cannot be created ends it without a message. False where
-/// the file cannot be created: DataFileName is empty then.
-bool WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind);
+/// DataFileName. A cancelled dialog or a file that cannot be created ends it without a message.
+/// @return why the file cannot be created, in words; DataFileName is empty then. Otherwise an empty text.
+std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind);
 
 /// Append one record to DataFileName. A failure is reported, and that record is lost.
 void WriteDownloadPagesToFile(std::int32_t page);

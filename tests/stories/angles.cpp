@@ -132,7 +132,7 @@ TEST_P(RecorderStory, NothingIsSavedWithoutAFile) {
   ExpectSaving(false);
   machine.WillChooseFile("/sys/live.qbx");
   Choose("Data", "Save");
-  Reads("The data file cannot be created! No data will be saved.");
+  Reads("The data file cannot be created!\r\n/sys/live.qbx: Permission denied\r\nNo data will be saved.");
   ExpectSaving(false);
   Sample();
   machine.Pass(GetParam().sampleTime * 3);
@@ -154,16 +154,16 @@ TEST_P(RecorderStory, SavesToItsOwnFileWhateverAnotherTabDid) {
   EXPECT_FALSE(std::filesystem::exists(DataFile("other.qbx")));
 }
 
-TEST_P(RecorderStory, AFullDiskLosesRecordsAndNotTheChain) {
+TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
   Save("full.qbx");
   Sample();
   machine.Pass(GetParam().sampleTime * 3);
-  Shared.DataFileName = "/dev/full";
+  Shared.DataFileName = DataFile("").string();
   machine.Pass(GetParam().sampleTime * 2);
   for (int i = 0; i < 2; ++i) {
     const auto text = ReadsError(GetParam().writer);
     EXPECT_NE(text.find("\r\nScreen: General\r\n"), std::string::npos);
-    EXPECT_NE(text.find("No space left on device"), std::string::npos) << text;
+    EXPECT_NE(text.find("Is a directory"), std::string::npos) << text;
   }
   Shared.DataFileName = path.string();
   machine.Pass(GetParam().sampleTime * 3);

@@ -178,24 +178,6 @@ TEST_F(Calibrate, ASecondWriteStartsOverOnTheSamePort) {
   ExpectWhollyWritten();
 }
 
-TEST_F(Calibrate, TheWriteOfAnotherScreenWaitsUntilThisOneHasEnded) {
-  Open();
-  SampleAndStop({330});
-  outer->ShowChild(outer->Child("Main"));
-  Choose("Tools", "Configuration");
-  machine.Pass(2s);
-  Reads("Read completed!");
-  outer->ShowChild(outer->Child("Calibrate"));
-  machine.wire.clear();
-  Choose("Data", "Write");
-  machine.Pass(1600ms);
-  outer->ShowChild(outer->Child("Configuration"));
-  Choose("File", "Write");
-  Reads("Another screen is writing to the logger. Please wait until it has ended!");
-  machine.Pass(7s);
-  ExpectWhollyWritten();
-}
-
 TEST_F(Calibrate, LeftInTheMiddle) {
   Open();
   Sample({330});

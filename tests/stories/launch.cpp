@@ -138,19 +138,5 @@ TEST_F(Launch, AStampThatFailsDuringTheEraseLeavesTheWatchRunning) {
   ExpectIdle();
 }
 
-TEST_F(Launch, AScreenOpenedDuringTheEraseMeetsThePortAsTaken) {
-  ChooseLaunch();
-  Choose("Tools", "Configuration");
-  ReadsError("OpenCommPort");
-  const auto report = ReadsError("mnuRead_Click");
-  EXPECT_NE(report.find("Screen: Configuration\r\n"), std::string::npos) << report;
-  machine.Pass(500ms);
-  Choose("File", "Return");
-  EXPECT_NE(Text("fraErase"), "Erase");
-  machine.Pass(10s);
-  Reads(Launched);
-  ExpectIdle();
-}
-
 }  // namespace
 }  // namespace bexlow::test

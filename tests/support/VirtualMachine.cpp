@@ -74,7 +74,10 @@ void Peer::Send(const Bytes& bytes, microseconds delay) {
     const auto end = std::min(begin + chunk, bytes.size());
     const Bytes part(bytes.begin() + static_cast<std::ptrdiff_t>(begin),
                      bytes.begin() + static_cast<std::ptrdiff_t>(end));
-    machine->At(start + ByteTime * static_cast<int>(end), [this, part] { machine->Deliver(comm, part); });
+    const auto due =
+        start + ByteTime * static_cast<int>(end) + (part.size() < chunk ? timeOut : microseconds{0});
+    machine->At((due + everyTick - microseconds{1}) / everyTick * everyTick,
+                [this, part] { machine->Deliver(comm, part); });
   }
 }
 

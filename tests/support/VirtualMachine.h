@@ -34,7 +34,9 @@ class Peer {
 
   VirtualMachine* machine = nullptr;
   int comm = 0;
-  std::size_t chunk = 8;  ///< bytes that the driver hands over at a time
+  std::size_t chunk = 8;      ///< bytes that the driver hands over at a time
+  microseconds timeOut{0};    ///< after which it hands over fewer
+  microseconds everyTick{1};  ///< it hands over at multiples of this time
 
  private:
   microseconds free_{0};  ///< when the line has carried all that was sent

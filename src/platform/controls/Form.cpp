@@ -53,6 +53,14 @@ void Form::ShowModal(QWidget* above) {
   activateWindow();
 }
 
+const Form* Form::OtherEngaged(const Form& form) {
+  for (auto* widget : QApplication::allWidgets()) {
+    const auto* other = qobject_cast<Form*>(widget);
+    if (other != nullptr && other != &form && other->engaged_ > 0) return other;
+  }
+  return nullptr;
+}
+
 void Form::MousePointer(Pointer pointer) {
   const bool busy = pointer == Pointer::Busy;
   if (busy == std::exchange(busy_, busy)) return;

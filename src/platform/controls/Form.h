@@ -37,6 +37,12 @@ class Form : public QWidget {
   /// Shows the screen as a window that holds off the other windows' input. Returns at once.
   void ShowModal(QWidget* above);
 
+  /// A port was opened or a timer started (+1), or ended (-1): while any is left, the screen is engaged in an
+  /// exchange with the logger.
+  void Engage(int change) { engaged_ += change; }
+  /// A screen other than this that is engaged, null if there is none.
+  static const Form* OtherEngaged(const Form& form);
+
   /// The pointer of the whole program; a screen that is left takes its busy pointer with it.
   void MousePointer(Pointer pointer);
 
@@ -82,6 +88,7 @@ class Form : public QWidget {
   QPushButton* defaultButton_ = nullptr;
   bool unloaded_ = false;
   bool busy_ = false;
+  int engaged_ = 0;
 };
 
 }  // namespace bexlow::platform

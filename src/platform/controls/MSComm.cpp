@@ -24,7 +24,7 @@ std::string PortName(int commPort) {
 
 }  // namespace
 
-MSComm::MSComm(Form& owner, std::string name) : name_(std::move(name)) {
+MSComm::MSComm(Form& owner, std::string name) : owner_(owner), name_(std::move(name)) {
   owner.AtUnload([this] { Close(); });
 }
 
@@ -37,9 +37,11 @@ void MSComm::PortOpen(bool open) {
   if (PortOpen()) Refuse(std::errc::operation_not_permitted, PortName(commPort_) + " is open already");
   received_.clear();
   line_ = Machine::Get().OpenSerial(commPort_, settings_, [this](const Bytes& bytes) { Receive(bytes); });
+  owner_.Engage(1);
 }
 
 void MSComm::Close() {
+  if (PortOpen()) owner_.Engage(-1);
   line_.reset();
   received_.clear();
   EventGate::Get().Withdraw(this);

@@ -58,6 +58,7 @@ class MSComm {
   void Deliver();
   void Close();
 
+  Form& owner_;
   std::string name_;
   int commPort_ = 1;
   std::string settings_ = "19200,n,8,1";

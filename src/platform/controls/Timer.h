@@ -28,8 +28,12 @@ class Timer {
   std::function<void()> OnTimer;
 
  private:
+  void Tick();
+
+  Form& owner_;
   std::string name_;
   std::chrono::milliseconds interval_;
+  std::int64_t due_ = 0;  ///< of the next tick, on the high-resolution counter
   bool enabled_ = false;
   std::unique_ptr<Alarm> alarm_;
 };

@@ -6,6 +6,7 @@
 #include <QRegularExpression>
 #include <QTimer>
 
+#include <csignal>
 #include <ctime>
 #include <poll.h>
 #include <system_error>
@@ -123,7 +124,10 @@ void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
 
 }  // namespace
 
-RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {}
+// Without the signal, a write beyond the user's limit of a file's size fails like one on a full disk.
+RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {
+  std::signal(SIGXFSZ, SIG_IGN);
+}
 
 std::uint32_t RealMachine::GetTickCount() {
   return static_cast<std::uint32_t>(

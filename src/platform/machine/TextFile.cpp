@@ -13,15 +13,25 @@ namespace {
 
 constexpr off_t LargestRead = off_t{1} << 30;
 
-[[noreturn]] void Fail(const std::filesystem::path& path, int error) {
-  throw std::system_error(error, std::generic_category(), path.string());
+[[noreturn]] void Fail(const std::filesystem::path& path, int error, const char* words = "") {
+  throw std::system_error(error, std::generic_category(), path.string() + words);
 }
 
+// Opened without waiting: a named pipe would wait for its other end. What is no regular file is refused.
 class OpenFile {
  public:
   OpenFile(const std::filesystem::path& path, int flags)
-      : path_(path), handle_(::open(path.c_str(), flags | O_CLOEXEC, 0666)) {
+      : path_(path), handle_(::open(path.c_str(), flags | O_NONBLOCK | O_NOCTTY | O_CLOEXEC, 0666)) {
     if (handle_ < 0) Fail(path_, errno);
+    struct stat state {};
+    const bool known = ::fstat(handle_, &state) == 0;
+    if (known && S_ISREG(state.st_mode)) {
+      size_ = state.st_size;
+      return;
+    }
+    const int error = !known ? errno : S_ISDIR(state.st_mode) ? EISDIR : EINVAL;
+    ::close(handle_);
+    Fail(path_, error, error == EINVAL ? " is no regular file" : "");
   }
   ~OpenFile() {
     if (handle_ >= 0) ::close(handle_);
@@ -29,10 +39,14 @@ class OpenFile {
   OpenFile(const OpenFile&) = delete;
   OpenFile& operator=(const OpenFile&) = delete;
 
-  struct stat State() const {
-    struct stat state {};
-    if (::fstat(handle_, &state) != 0) Fail(path_, errno);
-    return state;
+  off_t SizeWhenOpened() const { return size_; }
+
+  std::size_t Read(char* to, std::size_t room) {
+    while (true) {
+      const ssize_t count = ::read(handle_, to, room);
+      if (count >= 0) return static_cast<std::size_t>(count);
+      if (errno != EINTR) Fail(path_, errno);
+    }
   }
 
   /// 0, or the error that stopped the writing.
@@ -46,35 +60,23 @@ class OpenFile {
     return 0;
   }
 
-  std::size_t Read(char* to, std::size_t room) {
-    while (true) {
-      const ssize_t count = ::read(handle_, to, room);
-      if (count >= 0) return static_cast<std::size_t>(count);
-      if (errno != EINTR) Fail(path_, errno);
-    }
-  }
-
   bool CutTo(off_t size) { return ::ftruncate(handle_, size) == 0; }
 
-  /// Some file systems tell only here that there was no room.
-  void Close() {
-    if (::close(std::exchange(handle_, -1)) != 0) Fail(path_, errno);
-  }
+  /// 0, or an error: some file systems tell only here that there was no room.
+  int Close() { return ::close(std::exchange(handle_, -1)) == 0 ? 0 : errno; }
 
  private:
   const std::filesystem::path& path_;
   int handle_;
+  off_t size_ = 0;
 };
 
 }  // namespace
 
 std::string ReadWhole(const std::filesystem::path& path) {
   OpenFile file(path, O_RDONLY);
-  const auto state = file.State();
-  if (S_ISDIR(state.st_mode)) Fail(path, EISDIR);
-  if (!S_ISREG(state.st_mode)) Fail(path, EINVAL);
-  if (state.st_size > LargestRead) Fail(path, EFBIG);
-  std::string text(static_cast<std::size_t>(state.st_size), '\0');
+  if (file.SizeWhenOpened() > LargestRead) Fail(path, EFBIG);
+  std::string text(static_cast<std::size_t>(file.SizeWhenOpened()), '\0');
   std::size_t filled = 0;
   while (filled < text.size()) {
     const std::size_t count = file.Read(text.data() + filled, text.size() - filled);
@@ -86,19 +88,22 @@ std::string ReadWhole(const std::filesystem::path& path) {
 }
 
 void WriteWhole(const std::filesystem::path& path, std::string_view text) {
-  OpenFile file(path, O_WRONLY | O_CREAT | O_TRUNC);
+  OpenFile file(path, O_WRONLY | O_CREAT);
+  if (!file.CutTo(0)) Fail(path, errno);
   if (const int error = file.Write(text); error != 0) Fail(path, error);
-  file.Close();
+  if (const int error = file.Close(); error != 0) Fail(path, error);
 }
 
 void Append(const std::filesystem::path& path, std::string_view text) {
   OpenFile file(path, O_WRONLY | O_CREAT | O_APPEND);
-  const auto before = file.State().st_size;
-  if (const int error = file.Write(text); error != 0) {
-    file.CutTo(before);
-    Fail(path, error);
+  const off_t before = file.SizeWhenOpened();
+  int error = file.Write(text);
+  bool whole = error == 0 || file.CutTo(before);
+  if (const int atClose = file.Close(); atClose != 0 && error == 0) {
+    error = atClose;
+    whole = ::truncate(path.c_str(), before) == 0;
   }
-  file.Close();
+  if (error != 0) Fail(path, error, whole ? "" : ", which now ends with a torn record");
 }
 
 }  // namespace bexlow::platform

@@ -1,0 +1,174 @@
+// Two screens side by side: what one does never changes what another is saving, reading or writing.
+#include <QPushButton>
+
+#include "stories/DownloadStory.h"
+
+namespace bexlow::test {
+namespace {
+
+constexpr auto Refusal = [](const std::string& caption) {
+  return "The screen \"" + caption +
+         "\" is using the logger. Please wait until it has ended, or stop it there!";
+};
+
+/// What a screen's menu starts, how it is ended, and the box that tells so.
+struct Exchange {
+  const char *screen, *caption, *menu, *entry;
+  milliseconds runs{0};    ///< 0: it is stopped by the same entry
+  const char* ended = "";  ///< none
+  std::optional<Answer> question = {};
+  const char* boxAtStart = "";
+};
+
+constexpr auto Launched =
+    "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
+    "datalogging has begun.";
+constexpr auto EraseQuestion =
+    "All on-board data will be erased!\r\nClick YES to proceed.\r\nClick NO to cancel this operation.";
+constexpr auto LaunchQuestion =
+    "Bexlow will erase all on-board data before launch!\r\n"
+    "Click YES to proceed.\r\nClick NO to cancel this operation.";
+
+const Exchange All[] = {
+    {"Configuration", "Configuration", "File", "Read", 1s, "Read completed!"},
+    {"Configuration", "Configuration", "File", "Write", 23s, "Write completed!"},
+    {"Calibrate",
+     "Calibrate",
+     "Data",
+     "Sample",
+     0s,
+     "",
+     {},
+     "Shaker will be disabled prior to calibration start!"},
+    {"DownloadErase", "Download", "Data", "Download"},
+    {"DownloadErase", "Download", "Data", "Erase", 0s, "Erase halted by user! Erase may not be complete.",
+     Answer::Yes, EraseQuestion},
+    {"Accelerometers", "Accelerometers", "Data", "Sample"},
+    {"Angles", "Angles", "Data", "Sample"},
+    {"RemoteSession", "Remote Session", "Data", "Sample"},
+    {"Main", "Main", "Tools", "Launch", 10s, Launched, Answer::Yes, LaunchQuestion},
+};
+
+class Exchanges : public DownloadStory {
+ protected:
+  void SetUp() override {
+    StartConnected();
+    Key(Qt::Key_F11, Qt::ControlModifier);
+    for (const auto& [menu, entry] : {std::pair{"Tools", "Configuration"},
+                                      {"Tools", "Calibrate"},
+                                      {"Tools", "Download"},
+                                      {"Display", "Accelerometers"},
+                                      {"Display", "Angles"},
+                                      {"Display", "Remote Session"}}) {
+      Front("Main");
+      Choose(menu, entry);
+      machine.Pass(1s);
+    }
+    machine.boxes.clear();  // of the read, and of a port of the remote session that is not free here
+    Store(3);
+  }
+  void Front(const char* screen) { outer->ShowChild(outer->Child(screen)); }
+  void Begin(const Exchange& exchange) {
+    Front(exchange.screen);
+    if (exchange.question) machine.WillAnswer(*exchange.question);
+    if (exchange.entry == std::string("Download")) {
+      path = DataFile("run.qbx");
+      machine.WillChooseFile(path.string());
+    }
+    Choose(exchange.menu, exchange.entry);
+    if (*exchange.boxAtStart != '\0') Reads(exchange.boxAtStart);
+    machine.Pass(100ms);
+  }
+  void End(const Exchange& exchange) {
+    Front(exchange.screen);
+    if (exchange.entry == std::string("Download")) return Finish();
+    if (exchange.runs == 0s) Choose(exchange.menu, exchange.entry);
+    machine.Pass(exchange.runs);
+    if (*exchange.ended != '\0') Reads(exchange.ended);
+  }
+  void ExpectRefused(const std::string& by, const std::function<void()>& attempt) {
+    const auto bytes = machine.wire.size();
+    attempt();
+    Reads(Refusal(by));
+    EXPECT_EQ(machine.wire.size(), bytes);
+    EXPECT_TRUE(machine.boxes.empty());
+  }
+};
+
+TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
+  for (const auto& running : All) {
+    SCOPED_TRACE(std::string(running.screen) + " " + running.entry);
+    Begin(running);
+    for (const auto& other : All) {
+      if (other.screen == std::string(running.screen)) continue;
+      SCOPED_TRACE(std::string(other.screen) + " " + other.entry);
+      Front(other.screen);
+      ExpectRefused(running.caption, [&] { Choose(other.menu, other.entry); });
+      EXPECT_FALSE(Checked(other.menu, other.entry));
+      EXPECT_TRUE(Offered(other.menu, other.entry));
+    }
+    Front("Angles");
+    if (running.screen != std::string("Angles"))
+      ExpectRefused(running.caption, [&] { Choose("Data", "Save"); });
+    Front("Main");
+    Choose("File", "Connect");
+    for (const char* button : {"Auto Detect", "OK"}) ExpectRefused(running.caption, [&] { Press(button); });
+    Key(Qt::Key_Escape);
+    End(running);
+    if (running.entry == std::string("Download")) {
+      EXPECT_EQ(PagesInFile(), UpTo(3));
+    }
+    ExpectIdle();
+  }
+  EXPECT_EQ(Shared.OnBoardParameters.XOffset, 323);
+}
+
+TEST_F(Exchanges, ARecordingKeepsItsOwnFile) {
+  struct Row {
+    const char* what;
+    bool ownFile;  // Angles saves to a file of its own
+    std::function<void()> meanwhile;
+  };
+  for (const auto& [what, ownFile, meanwhile] :
+       {Row{"Download is left", true, [&] { Front("DownloadErase"), Choose("Data", "Return"); }},
+        Row{"another screen's Save", true,
+            [&] {
+              Front("Accelerometers");
+              ExpectRefused("Angles", [&] { Choose("Data", "Save"); });
+            }},
+        Row{"another screen saves, and this one does not", false, [] {}}}) {
+    SCOPED_TRACE(what);
+    Front(ownFile ? "Angles" : "Accelerometers");
+    path = DataFile("live.qbx");
+    machine.WillChooseFile(path.string());
+    Choose("Data", "Save");
+    Front("Angles");
+    Choose("Data", "Sample");
+    machine.Pass(100ms);
+    const auto size = FileText(path).size();
+    meanwhile();
+    machine.Pass(100ms);
+    EXPECT_EQ(FileText(path).size() > size, ownFile);
+    Front("Angles");
+    Choose("Data", "Sample");
+    if (ownFile) Choose("Data", "Save");
+  }
+}
+
+TEST_F(Exchanges, ATickThatWaitedIsFollowedByAWholeInterval) {
+  Front("Configuration");
+  machine.wire.clear();
+  Choose("File", "Write");
+  machine.Pass(1300ms);
+  machine.whileBoxIsOpen = [&] { machine.Pass(4300ms); };
+  platform::MsgBox("open");
+  Reads("open");
+  machine.Pass(22s);
+  Reads("Write completed!");
+  ASSERT_EQ(machine.wire.size(), 40 * 3U);
+  for (std::size_t i = 3; i < machine.wire.size(); i += 3)
+    EXPECT_GE(machine.wire[i].at - machine.wire[i - 3].at, 500ms) << "cell " << i / 3;
+}
+
+}  // namespace
+}  // namespace bexlow::test
