@@ -52,6 +52,7 @@ Calibrate::Calibrate()
   BuildMenu();
   BuildBody();
   OnCloseRequest = [this] { Unload(); };
+  OnActivity = [this] { return write_.Running() ? write_.Activity() : chain_.Activity(); };
 }
 
 void Calibrate::BuildMenu() {

@@ -48,6 +48,11 @@ void Configuration::RequestCell(std::size_t stepsSent) {
   link::Send(MSComm1, std::span(request).subspan(stepsSent));
 }
 
+platform::Activity Configuration::Activity() const {
+  if (write_.Running()) return write_.Activity();
+  return {"Reading", "cell " + std::to_string(Shared.ParameterIndex) + " of " + std::to_string(EndOfRead)};
+}
+
 // One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without
 // limit. A repeat and the next request start with the same letter, so it is sent first; the 12 ms pause after
 // it shows whether more bytes follow.

@@ -44,6 +44,7 @@ class Configuration : public platform::Form {
   void MSComm1_OnComm();
   bool Form_KeyDown(const QKeyEvent& key);
 
+  platform::Activity Activity() const;
   void RequestCell(std::size_t stepsSent = 0);
   void TakeCell(std::uint8_t byte);
   void FinishRead();

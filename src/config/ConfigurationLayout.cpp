@@ -69,6 +69,7 @@ Configuration::Configuration()
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
   OnCloseRequest = [this] { Unload(); };
+  OnActivity = [this] { return Activity(); };
   // The read starts behind the click that opens the screen, so that the screen is in front when a failure
   // names it.
   EventGate::Get().Offer(this, [this] { mnuRead_Click(); });

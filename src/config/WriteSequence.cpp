@@ -9,6 +9,7 @@
 #include "config/ParameterMap.h"
 #include "link/Communications.h"
 #include "live/Conversions.h"
+#include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
@@ -67,6 +68,12 @@ void WriteSequence::mnuWrite_Click() {
     link::OpenCommPort(MSComm2, screen_);
     TimerWrite.Enabled(true);
   });
+}
+
+platform::Activity WriteSequence::Activity() const {
+  const int left = plan_.end - Shared.ParameterIndex;
+  return {"Writing", "cell " + std::to_string(Shared.ParameterIndex) + " of " + std::to_string(plan_.end) +
+                         ", " + live::DurationText(left * TickMs / 1000.0) + " left"};
 }
 
 // A cell that cannot be made keeps its k for the next tick; one that cannot be sent is skipped.

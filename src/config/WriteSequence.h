@@ -54,6 +54,9 @@ class WriteSequence {
                 std::function<void(bool)> offer);
 
   void mnuWrite_Click();
+  bool Running() const { return TimerWrite.Enabled(); }
+  /// How far the running write is.
+  platform::Activity Activity() const;
 
  private:
   void TimerWrite_Timer();

@@ -31,6 +31,7 @@ using shell::Shared;
 namespace {
 
 constexpr int LateAfterSeconds = 1;
+constexpr double SecondsAPage = 0.162;  // two pauses of 12 ms and 265 bytes at 19200 baud
 
 QString Shown(double number) {
   return QString::fromStdString(live::PlainNumberText(number));
@@ -52,7 +53,7 @@ void DownloadErase::mnuDownload_Click() {
 void DownloadErase::mnuReturn_Click() {
   if (mnuDownload->isChecked()) StopDownload();
   erase_.End();
-  if (OtherEngaged(*this) == nullptr) Shared.LiveSample.SavingToFile = false;  // a recording goes on
+  if (OtherEngaged(this) == nullptr) Shared.LiveSample.SavingToFile = false;  // a recording goes on
   Unload();
 }
 
@@ -229,6 +230,16 @@ void DownloadErase::TimerSampling_Timer() {
     lblWarning->hide();
     MousePointer(Pointer::Normal);
   });
+}
+
+// Where the data ends is known only when a blank page comes: the time left is that of a full logger.
+platform::Activity DownloadErase::Activity() const {
+  if (!mnuDownload->isChecked()) return {"Retrieving on-board parameters", ""};
+  if (!lblWarning->isHidden())
+    return {"No reply, asking again", "for page " + NumberText(Shared.DownloadPageNumber)};
+  const int pagesLeft = Shared.MaxDownloadPages - Shared.DownloadPageNumber;
+  return {"Downloading", "page " + NumberText(Shared.DownloadPageNumber) + ", at most " +
+                             live::DurationText(pagesLeft * SecondsAPage) + " left"};
 }
 
 // Saving ends with the download: a live screen on another tab must not append its samples to this file.

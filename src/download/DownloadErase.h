@@ -48,6 +48,7 @@ class DownloadErase : public platform::Form {
   void RequestPage(std::size_t stepsSent = 0);
   link::Request BeginNextRequest(const link::Bytes& reply) const;
   static bool EndsData(const link::Bytes& reply);
+  platform::Activity Activity() const;
   void FinishDownload();
   void StopDownload();
   void MakeLinearCSV(const std::string& dataFileName);

@@ -8,6 +8,7 @@
 #include <QProgressBar>
 
 #include "link/Communications.h"
+#include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
@@ -92,6 +93,11 @@ void Erase::TimerErase_Timer() {
         BackToIdle();
       },
       [this] { screen_.MousePointer(Pointer::Normal); });
+}
+
+platform::Activity Erase::Activity() const {
+  return {"Erasing",
+          live::CountText(MSComm2.InBufferCount()) + " of " + live::CountText(CompleteAtBytes) + " bytes"};
 }
 
 void Erase::StopWatching() {

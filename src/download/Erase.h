@@ -1,6 +1,7 @@
 // The erase of the Download screen: one command, and a stream of bytes whose number is all that is known.
 #pragma once
 
+#include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 
@@ -20,6 +21,8 @@ class Erase {
   QGroupBox* Frame() const { return fraErase; }
 
   void mnuErase_Click();
+  bool Running() const { return TimerErase.Enabled(); }
+  platform::Activity Activity() const;
   /// Stops watching without a message, when the screen is left.
   void End();
 

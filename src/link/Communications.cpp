@@ -26,8 +26,11 @@ void CloseCommPort(platform::MSComm& comm, const platform::Form& screen) {
 }
 
 bool LoggerIsFree(const platform::Form& screen) {
-  const auto* other = platform::Form::OtherEngaged(screen);
-  if (other == nullptr) return true;
+  const auto* other = platform::Form::OtherEngaged(&screen);
+  if (other == nullptr) {
+    shell::Shared.LastFailure.clear();  // of an exchange before
+    return true;
+  }
   platform::MsgBox("The screen \"" + other->windowTitle().toStdString() +
                    "\" is using the logger. Please wait until it has ended, or stop it there!");
   return false;

@@ -39,6 +39,10 @@ Launch::Launch(platform::Form& main, std::function<void()> launched)
   auto* layout = new QVBoxLayout(fraErase);
   layout->addWidget(PBar);
   fraErase->hide();
+  main.OnActivity = [this] {
+    return platform::Activity{"Erasing", "page " + live::NumberText(progress_.ErasedPageCount) + " of " +
+                                             live::NumberText(LastPage) + " before the launch"};
+  };
   Timer1.OnTimer = [this] { Timer1_Timer(); };
 }
 

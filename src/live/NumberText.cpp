@@ -187,4 +187,21 @@ std::int16_t FieldToInt16(std::string_view field) {
   return ToInt16(LeadingNumber(field));  // throws: the number does not fit
 }
 
+std::string CountText(std::int64_t count) {
+  std::string text = std::to_string(count);
+  for (auto at = static_cast<int>(text.size()) - 3; at > (count < 0 ? 1 : 0); at -= 3)
+    text.insert(static_cast<std::size_t>(at), ",");
+  return text;
+}
+
+std::string DurationText(double seconds) {
+  const auto whole = static_cast<std::int64_t>(std::ceil(seconds));
+  const auto pair = [](std::int64_t one, const char* unit, std::int64_t other, const char* smaller) {
+    return std::to_string(one) + unit + std::to_string(other) + smaller;
+  };
+  if (whole < 60) return std::to_string(whole) + " s";
+  if (whole < 3600) return pair(whole / 60, " min ", whole % 60, " s");
+  return pair(whole / 3600, " h ", whole % 3600 / 60, " min");
+}
+
 }  // namespace bexlow::live

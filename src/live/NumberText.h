@@ -16,6 +16,12 @@ std::string NumberText(double value);
 /// The same digits with the zero before the point, as text boxes show them: 0.5.
 std::string PlainNumberText(double value);
 
+/// A count with its thousands parted: 1,234.
+std::string CountText(std::int64_t count);
+
+/// A time in whole seconds, rounded up: 17 s, 5 min 12 s, 1 h 2 min.
+std::string DurationText(double seconds);
+
 /// The longest leading number of a text, 0 where there is none. Blanks and tabs may lead; then a sign,
 /// digits, one point, and an exponent where digits follow it. Never hexadecimal, inf or nan. Too large a
 /// number gives the largest finite one of its sign.

@@ -26,6 +26,7 @@ RecordingScreen::RecordingScreen(const RecordingKind& kind)
           [this] { Show(); }) {
   BuildMenu();
   OnCloseRequest = [this] { Unload(); };
+  OnActivity = [this] { return Activity(); };
 }
 
 void RecordingScreen::BuildMenu() {
@@ -54,8 +55,18 @@ void RecordingScreen::StartSampling() {
   auto& clock = Shared.SampleClock;
   clock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   clock.CounterStart = clock.CounterNow;
+  saved_ = 0;
   Starting();
   chain_.Start();
+}
+
+platform::Activity RecordingScreen::Activity() {
+  auto activity = chain_.Activity();
+  if (!Shared.LiveSample.SavingToFile) return activity;
+  if (!activity.details.empty()) activity.details += ", ";
+  activity.details += "saving to " + std::filesystem::path(Shared.DataFileName).filename().string() + ", " +
+                      CountText(saved_) + " samples";
+  return activity;
 }
 
 void RecordingScreen::StopSampling() {
@@ -69,7 +80,9 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   Shared.SampleClock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   Shared.LiveSample.SampleTime = NumberText(ElapsedSeconds(Shared.SampleClock));
   Decode(reply);
-  if (Shared.LiveSample.SavingToFile) kind_.write(Shared.LiveSample.SampleTime);
+  if (!Shared.LiveSample.SavingToFile) return;
+  kind_.write(Shared.LiveSample.SampleTime);
+  ++saved_;
 }
 
 // The file of a recording screen that stands beside this one is not for this one's samples.

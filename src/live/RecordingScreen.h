@@ -47,11 +47,13 @@ class RecordingScreen : public platform::Form {
   bool AnotherSaves() const;
   void SaveToOwnFile();
   void Take(const link::Bytes& reply);
+  platform::Activity Activity();
 
   const RecordingKind& kind_;
   platform::MSComm MSComm1;
   platform::CommonDialog CommonDialog1;
   SamplingChain chain_;
+  std::int64_t saved_ = 0;  ///< samples of this run
   QAction* mnuSave = nullptr;
   QAction* mnuSample = nullptr;
 };

@@ -63,6 +63,7 @@ RemoteSession::RemoteSession()
   udpPeerA.DataArrival = [this] { udpPeerA_DataArrival(); };
   udpPeerA.PeerLookedUp = [this] { ShowSocket(); };
   OnCloseRequest = [this] { Unload(); };
+  OnActivity = [this] { return chain_.Activity(); };
   // Behind the click that opens the screen, so that what it tells is told above the boxes that it speaks of.
   EventGate::Get().Offer(this, [this] { Form_Load(); });
   AtUnload([this] { EventGate::Get().Withdraw(this); });

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "link/Communications.h"
+#include "live/Conversions.h"
+#include "live/NumberText.h"
 #include "platform/controls/FramePace.h"
 #include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
@@ -35,6 +37,9 @@ SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, lin
 }
 
 void SamplingChain::Start() {
+  rate_ = 0;
+  countedSamples_ = samples_;
+  countedAt_ = Machine::Get().QueryPerformanceCounter();
   comm_.RThreshold(threshold_);
   link::OpenCommPort(comm_, screen_);
   Request();
@@ -43,6 +48,22 @@ void SamplingChain::Start() {
 void SamplingChain::Stop() {
   ShowWhatWasTaken();
   link::CloseCommPort(comm_, screen_);
+}
+
+platform::Activity SamplingChain::Activity() {
+  const auto rate = static_cast<std::int64_t>(RoundHalfEven(Rate()));
+  return {"Sampling", rate > 0 ? CountText(rate) + " samples a second" : ""};
+}
+
+double SamplingChain::Rate() {
+  auto& machine = Machine::Get();
+  const auto now = machine.QueryPerformanceCounter();
+  const auto frequency = machine.QueryPerformanceFrequency();
+  if (now - countedAt_ < frequency) return rate_;
+  const double seconds = static_cast<double>(now - countedAt_) / static_cast<double>(frequency);
+  rate_ = static_cast<double>(samples_ - std::exchange(countedSamples_, samples_)) / seconds;
+  countedAt_ = now;
+  return rate_;
 }
 
 void SamplingChain::Pause() {
@@ -94,6 +115,7 @@ void SamplingChain::MSComm1_OnComm() {
     const link::Bytes reply = TakeReply();
     if (static_cast<int>(reply.size()) == threshold_) {
       take_(reply);
+      ++samples_;
       unshown_ = true;
     }
     Request();

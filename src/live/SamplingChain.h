@@ -34,6 +34,9 @@ class SamplingChain {
   /// Takes no more samples, for requests of another kind on the open port. The last one is on the screen
   /// then.
   void Pause();
+  /// Sampling, and how many samples a second over the last whole second.
+  platform::Activity Activity();
+
   /// Drops what came in meanwhile, a late sample included, and goes on. Throws as Start does.
   void Resume();
 
@@ -43,6 +46,7 @@ class SamplingChain {
   bool CameTooSoon() const;
   void Request();
   void ShowWhatWasTaken();
+  double Rate();
 
   platform::Form& screen_;
   platform::MSComm& comm_;
@@ -52,6 +56,9 @@ class SamplingChain {
   const Show show_;
   platform::Timer showing_;  ///< for a sample that no other follows
   bool unshown_ = false;
+  std::int64_t samples_ = 0;
+  std::int64_t countedSamples_ = 0, countedAt_ = 0;  ///< when the rate was told last
+  double rate_ = 0;
   std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
 };
 

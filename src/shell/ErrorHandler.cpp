@@ -11,6 +11,7 @@
 #include "platform/machine/Machine.h"
 #include "platform/machine/ProgramVersion.h"
 #include "platform/machine/TextFile.h"
+#include "shell/Records.h"
 
 namespace bexlow::shell {
 
@@ -76,6 +77,7 @@ std::optional<Failure> FailureOf(const std::function<void()>& body) {
 void SimpleErrorHandler(int number, const std::string& source, const std::string& screen,
                         const std::string& description) {
   const platform::EventGate::Hold hold;
+  Shared.LastFailure = source + ": " + description;
   try {
     LogAndAsk(Report(number, source, screen, description));
   } catch (const std::exception&) {

@@ -2,6 +2,7 @@
 
 #include <QMenuBar>
 #include <QShortcut>
+#include <QStatusBar>
 #include <QTabBar>
 #include <QTabWidget>
 
@@ -21,7 +22,7 @@ namespace bexlow::shell {
 
 using platform::Form;
 
-MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)) {
+MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   setObjectName("MDIForm1");
   setWindowTitle("Quornell Bexlow");
   resize(1120, 760);

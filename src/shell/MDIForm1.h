@@ -5,6 +5,8 @@
 
 #include <memory>
 
+#include "shell/StatusLine.h"
+
 class QTabWidget;
 
 namespace bexlow::platform {
@@ -28,6 +30,7 @@ class MDIForm1 : public QMainWindow {
   platform::Form* Child(const QString& name) const;
   /// Takes a new child in, or brings one that is open to the front.
   void ShowChild(platform::Form* child);
+  StatusLine& Status() { return status_; }
 
  private:
   void OnActivated(int tab);
@@ -36,6 +39,7 @@ class MDIForm1 : public QMainWindow {
   platform::Form* ChildAt(int tab) const;
 
   QTabWidget* tabs_;
+  StatusLine status_;
   std::unique_ptr<platform::RunningCopy> runningCopy_;
 };
 

@@ -203,7 +203,16 @@ void Main::LoggerSentOff() {
       "menu.");
 }
 
+// The port and its device, since two loggers may be plugged in.
+void Main::ShowConnection() {
+  if (!mnuTools->isEnabled()) return outer_.Status().Connection("No logger connected");
+  const auto device = platform::Machine::Get().DescribePort(Shared.CurrentCommPort).device;
+  outer_.Status().Connection("Connected on Comm " + live::NumberText(Shared.CurrentCommPort) +
+                             (device.empty() ? "" : ", " + device));
+}
+
 void Main::ShowHint() {
+  ShowConnection();
   if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0)
     return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
   lblHint->setText(QString::fromStdString("The logger answered on Comm " +

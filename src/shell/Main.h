@@ -47,6 +47,7 @@ class Main : public platform::Form {
   void LoggerReached(bool reached);
   void LoggerSentOff();
   void ShowHint();
+  void ShowConnection();
 
   MDIForm1& outer_;
   QMenu* mnuTools = nullptr;

@@ -31,6 +31,8 @@ struct Records {
   double TimerAdvanceCount = 0;
   bool GraphAfterDownload = false;
   std::string GraphFileName;
+
+  std::string LastFailure;  ///< in short, for the status line; empty until there is one
 };
 
 inline Records Shared;

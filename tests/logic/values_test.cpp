@@ -87,6 +87,18 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
   }
 }
 
+TEST(NumberText, CountsAndTimesForReading) {
+  for (const auto& [count, text] : {std::pair{0, "0"}, {999, "999"}, {1000, "1,000"}, {1234567, "1,234,567"}})
+    EXPECT_EQ(CountText(count), text);
+  for (const auto& [seconds, text] : {std::pair{0.0, "0 s"},
+                                      {16.2, "17 s"},
+                                      {59.5, "1 min 0 s"},
+                                      {312, "5 min 12 s"},
+                                      {3599.9, "1 h 0 min"},
+                                      {36000 + 59 * 60, "10 h 59 min"}})
+    EXPECT_EQ(DurationText(seconds), text);
+}
+
 TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
   struct Row {
     std::string_view text;

@@ -1,5 +1,5 @@
 // Two screens side by side: what one does never changes what another is saving, reading or writing.
-#include <QPushButton>
+#include <cstring>
 
 #include "stories/DownloadStory.h"
 
@@ -14,6 +14,7 @@ constexpr auto Refusal = [](const std::string& caption) {
 /// What a screen's menu starts, how it is ended, and the box that tells so.
 struct Exchange {
   const char *screen, *caption, *menu, *entry;
+  const char* status;      ///< what the status line begins with
   milliseconds runs{0};    ///< 0: it is stopped by the same entry
   const char* ended = "";  ///< none
   std::optional<Answer> question = {};
@@ -30,23 +31,25 @@ constexpr auto LaunchQuestion =
     "Click YES to proceed.\r\nClick NO to cancel this operation.";
 
 const Exchange All[] = {
-    {"Configuration", "Configuration", "File", "Read", 1s, "Read completed!"},
-    {"Configuration", "Configuration", "File", "Write", 23s, "Write completed!"},
+    {"Configuration", "Configuration", "File", "Read", "Reading cell ", 1s, "Read completed!"},
+    {"Configuration", "Configuration", "File", "Write", "Writing cell 2 of 46, 22 s left", 23s,
+     "Write completed!"},
     {"Calibrate",
      "Calibrate",
      "Data",
      "Sample",
+     "Sampling",
      0s,
      "",
      {},
      "Shaker will be disabled prior to calibration start!"},
-    {"DownloadErase", "Download", "Data", "Download"},
-    {"DownloadErase", "Download", "Data", "Erase", 0s, "Erase halted by user! Erase may not be complete.",
-     Answer::Yes, EraseQuestion},
-    {"Accelerometers", "Accelerometers", "Data", "Sample"},
-    {"Angles", "Angles", "Data", "Sample"},
-    {"RemoteSession", "Remote Session", "Data", "Sample"},
-    {"Main", "Main", "Tools", "Launch", 10s, Launched, Answer::Yes, LaunchQuestion},
+    {"DownloadErase", "Download", "Data", "Download", "Downloading page 1, at most 5 min 32 s left"},
+    {"DownloadErase", "Download", "Data", "Erase", "Erasing ", 0s,
+     "Erase halted by user! Erase may not be complete.", Answer::Yes, EraseQuestion},
+    {"Accelerometers", "Accelerometers", "Data", "Sample", "Sampling"},
+    {"Angles", "Angles", "Data", "Sample", "Sampling"},
+    {"RemoteSession", "Remote Session", "Data", "Sample", "Sampling"},
+    {"Main", "Main", "Tools", "Launch", "Erasing page ", 10s, Launched, Answer::Yes, LaunchQuestion},
 };
 
 class Exchanges : public DownloadStory {
@@ -66,6 +69,7 @@ class Exchanges : public DownloadStory {
     }
     machine.boxes.clear();  // of the read, and of a port of the remote session that is not free here
     Store(3);
+    logger.eraseBytes = 3000;
   }
   void Front(const char* screen) { outer->ShowChild(outer->Child(screen)); }
   void Begin(const Exchange& exchange) {
@@ -77,8 +81,9 @@ class Exchanges : public DownloadStory {
     }
     Choose(exchange.menu, exchange.entry);
     if (*exchange.boxAtStart != '\0') Reads(exchange.boxAtStart);
-    machine.Pass(100ms);
+    machine.Pass(250ms);
   }
+  std::string Status(const char* label) { return outer->findChild<QLabel*>(label)->text().toStdString(); }
   void End(const Exchange& exchange) {
     Front(exchange.screen);
     if (exchange.entry == std::string("Download")) return Finish();
@@ -99,6 +104,7 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
   for (const auto& running : All) {
     SCOPED_TRACE(std::string(running.screen) + " " + running.entry);
     Begin(running);
+    EXPECT_EQ(Status("lblActivity").substr(0, std::strlen(running.status)), running.status);
     for (const auto& other : All) {
       if (other.screen == std::string(running.screen)) continue;
       SCOPED_TRACE(std::string(other.screen) + " " + other.entry);
@@ -118,9 +124,32 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
     if (running.entry == std::string("Download")) {
       EXPECT_EQ(PagesInFile(), UpTo(3));
     }
+    EXPECT_EQ(Status("lblConnection").starts_with("Connected on Comm 1"),
+              running.screen != std::string("Main"));
     ExpectIdle();
+    EXPECT_EQ(Status("lblActivity"), "");
   }
   EXPECT_EQ(Shared.OnBoardParameters.XOffset, 323);
+}
+
+TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
+  Front("Angles");
+  path = DataFile("live.qbx");
+  machine.WillChooseFile(path.string());
+  Choose("Data", "Save");
+  Choose("Data", "Sample");
+  machine.Pass(5s);
+  const auto text = Status("lblActivity");
+  EXPECT_TRUE(text.starts_with("Sampling 384 samples a second, saving to live.qbx, 1,8")) << text;
+  machine.Unplug(1);
+  machine.Pass(1s);
+  Choose("Data", "Sample");
+  Choose("Data", "Sample");
+  ReadsError("OpenCommPort");
+  ReadsError("mnuSample_Click");
+  machine.Pass(1s);
+  EXPECT_TRUE(Status("lblFailure").starts_with("mnuSample_Click: ")) << Status("lblFailure");
+  Choose("Data", "Sample");
 }
 
 TEST_F(Exchanges, ARecordingKeepsItsOwnFile) {

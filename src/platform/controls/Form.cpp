@@ -53,10 +53,10 @@ void Form::ShowModal(QWidget* above) {
   activateWindow();
 }
 
-const Form* Form::OtherEngaged(const Form& form) {
+const Form* Form::OtherEngaged(const Form* form) {
   for (auto* widget : QApplication::allWidgets()) {
     const auto* other = qobject_cast<Form*>(widget);
-    if (other != nullptr && other != &form && other->engaged_ > 0) return other;
+    if (other != nullptr && other != form && other->engaged_ > 0) return other;
   }
   return nullptr;
 }

@@ -18,6 +18,12 @@ namespace bexlow::platform {
 
 enum class Pointer { Normal, Busy };
 
+/// What a screen is doing with the logger, in words.
+struct Activity {
+  std::string phase;    ///< "Writing": read aloud when it changes
+  std::string details;  ///< "cell 12 of 46, 17 s left": shown behind it
+};
+
 class Form : public QWidget {
   Q_OBJECT
 
@@ -40,8 +46,10 @@ class Form : public QWidget {
   /// A port was opened or a timer started (+1), or ended (-1): while any is left, the screen is engaged in an
   /// exchange with the logger.
   void Engage(int change) { engaged_ += change; }
-  /// A screen other than this that is engaged, null if there is none.
-  static const Form* OtherEngaged(const Form& form);
+  /// The engaged screen other than this, null if there is none.
+  static const Form* OtherEngaged(const Form* form = nullptr);
+  /// Tells what an engaged screen is doing.
+  std::function<Activity()> OnActivity;
 
   /// The pointer of the whole program; a screen that is left takes its busy pointer with it.
   void MousePointer(Pointer pointer);

@@ -1,0 +1,54 @@
+#include "shell/StatusLine.h"
+
+#include <QLabel>
+#include <QStatusBar>
+
+#include "platform/controls/Controls.h"
+#include "platform/controls/Form.h"
+#include "shell/Records.h"
+
+namespace bexlow::shell {
+
+namespace {
+
+constexpr std::chrono::milliseconds RefreshEvery{250};
+
+void SetText(QLabel& label, const std::string& text) {
+  const auto shown = QString::fromStdString(text);
+  if (label.text() != shown) label.setText(shown);
+}
+
+}  // namespace
+
+StatusLine::StatusLine(QStatusBar& bar)
+    : lblConnection(platform::MakeLabel("lblConnection", "", &bar)),
+      lblActivity(platform::MakeLabel("lblActivity", "", &bar)),
+      lblFailure(platform::MakeLabel("lblFailure", "", &bar)),
+      alarm_(platform::Machine::Get().MakeAlarm([this] { Refresh(); })) {
+  bar.setSizeGripEnabled(false);
+  bar.addWidget(lblConnection);
+  bar.addWidget(lblActivity, 1);
+  bar.addPermanentWidget(lblFailure);
+  lblFailure->setForegroundRole(QPalette::PlaceholderText);
+  alarm_->Start(RefreshEvery);
+}
+
+void StatusLine::Connection(const std::string& text) {
+  SetText(*lblConnection, text);
+}
+
+// A screen reader is told of a new phase and not of each number: a label that has an accessible name changes
+// its text in silence.
+void StatusLine::Refresh() {
+  const auto* engaged = platform::Form::OtherEngaged();
+  const auto activity =
+      engaged != nullptr && engaged->OnActivity ? engaged->OnActivity() : platform::Activity{};
+  if (activity.phase != phase_) {
+    phase_ = activity.phase;
+    lblActivity->setAccessibleName(QString::fromStdString(phase_));
+  }
+  SetText(*lblActivity, activity.phase + (activity.details.empty() ? "" : " ") + activity.details);
+  SetText(*lblFailure, Shared.LastFailure);
+}
+
+}  // namespace bexlow::shell

@@ -1,0 +1,31 @@
+// The line at the foot of the window: the logger, what a screen is doing with it, and the last failure.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "platform/machine/Machine.h"
+
+class QLabel;
+class QStatusBar;
+
+namespace bexlow::shell {
+
+class StatusLine {
+ public:
+  explicit StatusLine(QStatusBar& bar);
+
+  /// What is known of the logger, such as "Connected on Comm 5".
+  void Connection(const std::string& text);
+
+ private:
+  void Refresh();
+
+  QLabel* lblConnection;
+  QLabel* lblActivity;
+  QLabel* lblFailure;
+  std::string phase_;
+  std::unique_ptr<platform::Alarm> alarm_;
+};
+
+}  // namespace bexlow::shell
