@@ -24,13 +24,17 @@ QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName) {
   return frame;
 }
 
-void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName) {
+void AskForDataFile(platform::CommonDialog& dialog) {
   dialog.InitDir = platform::DataFilesFolder().string();
   dialog.CancelError = true;
   dialog.DefaultExt = "qbx";
   dialog.Filter = "QBX Files (*.qbx)|*.qbx";
   dialog.Flags = platform::MustExist;
   dialog.ShowOpen();
+}
+
+void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName) {
+  AskForDataFile(dialog);
   txtFileName.setText(QString::fromStdString(dialog.FileName));
 }
 

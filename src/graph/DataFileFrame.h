@@ -13,8 +13,10 @@ namespace bexlow::graph {
 /// The frame, with the box for the name in it.
 QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
 
-/// Asks for a data file and puts its path into the box.
+/// Asks for a data file, whose path the dialog then has.
 /// @throws std::system_error (CancelSelected) where the dialog is cancelled
+void AskForDataFile(platform::CommonDialog& dialog);
+/// The same, and puts the path into the box.
 void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName);
 
 }  // namespace bexlow::graph

@@ -27,6 +27,10 @@ ReviewCheck CheckReviewFile(std::string_view text) {
   return supported ? ReviewCheck::Ok : ReviewCheck::NotSupported;
 }
 
+bool HoldsPushes(std::string_view text) {
+  return CheckReviewFile(text) == ReviewCheck::Ok && text.find(",BP,") != std::string_view::npos;
+}
+
 bool ReadReview(std::string_view text, ReviewSeries& review) {
   graph::DoubleSeries series;
   const auto keep = [&] {

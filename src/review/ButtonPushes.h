@@ -21,6 +21,9 @@ enum class ReviewCheck {
 /// Looks at the header of a file that GraphBP is to open.
 ReviewCheck CheckReviewFile(std::string_view text);
 
+/// True for a file that GraphBP takes and that has a push in it.
+bool HoldsPushes(std::string_view text);
+
 /// What GraphBP shows. ButtonPushes is empty only before a file has been read.
 struct ReviewSeries {
   graph::Samples XLinear, YLinear;

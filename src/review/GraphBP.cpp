@@ -96,6 +96,13 @@ std::size_t GraphBP::Number() const {
   return static_cast<std::size_t>(NumberOf(txtBPNumber));
 }
 
+void GraphBP::Open(const std::string& fileName) {
+  Guarded(*this, "mnuOpen_Click", [&] {
+    txtFileName->setText(QString::fromStdString(fileName));
+    if (TakesFile() && BuildDoubleChannelArrays()) ShowFile();
+  });
+}
+
 void GraphBP::mnuOpen_Click() {
   Guarded(*this, "mnuOpen_Click", [this] {
     graph::AskForDataFile(CommonDialog1, *txtFileName);

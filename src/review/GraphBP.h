@@ -22,6 +22,9 @@ class GraphBP : public platform::Form {
  public:
   GraphBP();
 
+  /// The Open action with a file that is chosen already.
+  void Open(const std::string& fileName);
+
  private:
   void BuildMenu();
   void BuildBody();

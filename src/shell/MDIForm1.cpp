@@ -1,6 +1,8 @@
 #include "shell/MDIForm1.h"
 
+#include <QDropEvent>
 #include <QMenuBar>
+#include <QMimeData>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTabBar>
@@ -8,6 +10,7 @@
 
 #include "live/Conversions.h"
 #include "live/NumberText.h"
+#include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/FramePace.h"
 #include "platform/machine/Machine.h"
@@ -30,6 +33,7 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   tabs_->tabBar()->setExpanding(false);
   tabs_->setTabsClosable(true);
   setCentralWidget(tabs_);
+  setAcceptDrops(true);
   new platform::FramePace(*this);
   connect(tabs_, &QTabWidget::currentChanged, this, &MDIForm1::OnActivated);
   connect(tabs_, &QTabWidget::tabCloseRequested, this, &MDIForm1::AskToClose);
@@ -39,6 +43,7 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
 
 MDIForm1::~MDIForm1() {
   disconnect(tabs_, nullptr, this, nullptr);
+  platform::EventGate::Get().Withdraw(this);
 }
 
 bool MDIForm1::Load() {
@@ -57,6 +62,22 @@ bool MDIForm1::Load() {
     TestForFileFolders();
   });
   return first;
+}
+
+void MDIForm1::dragEnterEvent(QDragEnterEvent* event) {
+  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+}
+
+void MDIForm1::dropEvent(QDropEvent* event) {
+  std::vector<std::string> paths;
+  for (const auto& url : event->mimeData()->urls()) {
+    if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdString());
+  }
+  event->acceptProposedAction();
+  // The program that the files come from waits for the end of this event.
+  platform::EventGate::Get().Offer(this, [this, paths] {
+    if (!paths.empty() && OnFilesDropped) OnFilesDropped(paths);
+  });
 }
 
 Form* MDIForm1::ChildAt(int tab) const {

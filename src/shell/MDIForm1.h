@@ -3,7 +3,10 @@
 
 #include <QMainWindow>
 
+#include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "shell/StatusLine.h"
 
@@ -30,7 +33,13 @@ class MDIForm1 : public QMainWindow {
   platform::Form* Child(const QString& name) const;
   /// Takes a new child in, or brings one that is open to the front.
   void ShowChild(platform::Form* child);
+  /// Called with the paths of files that were dropped on the window.
+  std::function<void(const std::vector<std::string>& paths)> OnFilesDropped;
   StatusLine& Status() { return status_; }
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   void OnActivated(int tab);

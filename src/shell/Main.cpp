@@ -2,13 +2,17 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
+#include <filesystem>
+#include <system_error>
 #include <utility>
 
 #include "config/Calibrate.h"
 #include "config/Configuration.h"
 #include "download/DownloadErase.h"
+#include "graph/DataFileFrame.h"
 #include "graph/Graph.h"
 #include "link/Connect.h"
 #include "live/Accelerometers.h"
@@ -16,6 +20,7 @@
 #include "live/NumberText.h"
 #include "live/RemoteSession.h"
 #include "platform/machine/Machine.h"
+#include "platform/machine/TextFile.h"
 #include "review/GraphBP.h"
 #include "shell/About.h"
 #include "shell/Chords.h"
@@ -39,6 +44,10 @@ Form* MakeGraph() {
   return new graph::Graph;
 }
 
+Form* MakeGraphBP() {
+  return new review::GraphBP;
+}
+
 }  // namespace
 
 Main::Main(MDIForm1& outer)
@@ -46,6 +55,7 @@ Main::Main(MDIForm1& outer)
   BuildMenus();
   BuildBody();
   LoggerReached(false);
+  outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };
   OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
 }
 
@@ -88,7 +98,7 @@ void Main::BuildToolsMenu() {
   AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
                 [this] { return new download::DownloadErase([this] { OpenGraph(); }); });
   AddScreen(mnuTools, "mnuGraph", "&Graph", "Graph", MakeGraph);
-  AddScreen(mnuTools, "mnuGBP", "Graph &Button Pushes", "GraphBP", [] { return new review::GraphBP; });
+  AddScreen(mnuTools, "mnuGBP", "Graph &Button Pushes", "GraphBP", MakeGraphBP);
   AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", [] { return new config::Calibrate; });
 }
 
@@ -130,9 +140,25 @@ void Main::BuildBody() {
   column->addLayout(mark);
   column->addWidget(new Trace("Image2", QSize(420, 56), this), 0, Qt::AlignHCenter);
   column->addWidget(lblHint);
+  column->addWidget(BuildOpenLink(), 0, Qt::AlignHCenter);
   column->addStretch(2);
   column->addWidget(launch_.Frame());
   column->addStretch(1);
+}
+
+// A file can be looked at without a logger, before which Tools is disabled.
+QWidget* Main::BuildOpenLink() {
+  auto* link = MakeButton("cmdOpenDataFile", "Open a data file...", [this] { cmdOpenDataFile_Click(); });
+  link->setToolTip("Shows a data file as graphs. A file can also be dropped on the window.");
+  link->setFlat(true);
+  link->setCursor(Qt::PointingHandCursor);
+  auto colours = link->palette();
+  colours.setBrush(QPalette::ButtonText, colours.link());
+  link->setPalette(colours);
+  auto font = link->font();
+  font.setUnderline(true);
+  link->setFont(font);
+  return link;
 }
 
 Form* Main::ShowScreen(const QString& screen, const MakeScreen& make) {
@@ -145,6 +171,32 @@ Form* Main::ShowScreen(const QString& screen, const MakeScreen& make) {
 void Main::OpenGraph() {
   auto* graph = ShowScreen("Graph", MakeGraph);
   static_cast<graph::Graph*>(graph)->mnuOpen_Click();
+}
+
+void Main::cmdOpenDataFile_Click() {
+  try {
+    graph::AskForDataFile(CommonDialog1);
+  } catch (const std::system_error&) {
+    return;  // cancelled
+  }
+  OpenDataFiles({CommonDialog1.FileName});
+}
+
+// The screens have their own words for what is no data file.
+void Main::OpenDataFiles(const std::vector<std::string>& paths) {
+  const std::string& path = paths.front();
+  if (paths.size() > 1)
+    MsgBox("Only the first of these files is opened:\r\n" + std::filesystem::path(path).filename().string());
+  bool pushes = false;
+  try {
+    pushes = review::HoldsPushes(platform::ReadWhole(path));
+  } catch (const std::system_error& error) {
+    return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
+  }
+  if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", MakeGraphBP))->Open(path);
+  Shared.GraphAfterDownload = true;
+  Shared.GraphFileName = path;
+  OpenGraph();
 }
 
 void Main::mnuConnect_Click() {

@@ -2,8 +2,11 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "link/Launch.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
 
 class QLabel;
@@ -27,6 +30,7 @@ class Main : public platform::Form {
   void BuildDisplayMenu();
   void BuildHelpMenu();
   void BuildBody();
+  QWidget* BuildOpenLink();
 
   /// An entry that shows a screen of its own; disabled while there is nothing that makes the screen.
   QAction* AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
@@ -36,6 +40,8 @@ class Main : public platform::Form {
                          const MakeScreen& make);
   platform::Form* ShowScreen(const QString& screen, const MakeScreen& make);
   void OpenGraph();
+  void cmdOpenDataFile_Click();
+  void OpenDataFiles(const std::vector<std::string>& paths);
 
   void mnuConnect_Click();
   void mnuExit_Click();
@@ -56,6 +62,7 @@ class Main : public platform::Form {
   QAction* mnuAngles = nullptr;
   QAction* mnuRemote = nullptr;
   QLabel* lblHint = nullptr;
+  platform::CommonDialog CommonDialog1;
   link::Launch launch_;
 };
 

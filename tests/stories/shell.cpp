@@ -1,5 +1,8 @@
 // Start-up, the menu states, the chords, leaving screens, and the report of an error.
+#include <QApplication>
+#include <QDropEvent>
 #include <QMenuBar>
+#include <QMimeData>
 
 #include <filesystem>
 
@@ -163,6 +166,48 @@ TEST_F(Shell, WaitsLastAtLeastAsLongAsAsked) {
     EXPECT_GE(machine.Time() - before, milliseconds(std::max(ms, 0)));
     EXPECT_LE(machine.Time() - before, milliseconds(std::max(ms, 0)) + microseconds(2));
   }
+}
+
+TEST_F(Shell, AFileIsShownWithoutALogger) {
+  Start();
+  std::string text =
+      "\nDownload Pages\n\n\n\n\n\n\n\nBin/Linear Mode = 1\nLinear Channel = 3\nPage,X Data-->,Y Data-->\n1";
+  for (int pair = 0; pair < 132; ++pair) text += ",1,2";
+  WriteFile(DataFile("run.qbx"), text);
+  WriteFile(DataFile("pushes.qbx"), text.replace(text.size() - 8, 4, ",BP,BP"));
+  WriteFile(DataFile("words.txt"), std::string(12, '\n'));
+  const auto path = [&](const char* name) { return DataFile(name).string(); };
+  struct Row {
+    std::vector<std::string> dropped;
+    std::string words, screen;
+  };
+  for (const auto& [dropped, words, screen] :
+       {Row{{path("run.qbx")}, "", "Graph"}, Row{{path("pushes.qbx")}, "", "GraphBP"},
+        Row{{path("words.txt")}, "This is not a Quornell Download Pages file!", "Graph"},
+        Row{{path("")}, "The file cannot be read!\r\n" + path("") + ": Is a directory", "Main"},
+        Row{{path("run.qbx"), path("pushes.qbx")},
+            "Only the first of these files is opened:\r\nrun.qbx",
+            "Graph"}}) {
+    SCOPED_TRACE(words + screen);
+    outer->ShowChild(outer->Child("Main"));
+    QMimeData files;
+    QList<QUrl> urls;
+    for (const auto& file : dropped) urls << QUrl::fromLocalFile(QString::fromStdString(file));
+    files.setUrls(urls);
+    QDragEnterEvent enter({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(outer.get(), &enter);
+    QDropEvent drop({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(outer.get(), &drop);
+    machine.Settle();
+    if (!words.empty()) Reads(words);
+    EXPECT_EQ(ScreenInFront(), screen);
+    EXPECT_TRUE(!words.empty() || Text("txtFileName") == dropped.front());
+  }
+  outer->ShowChild(outer->Child("Main"));
+  EXPECT_FALSE(Offered("Tools", "Graph"));
+  machine.WillChooseFile(path("pushes.qbx"));
+  Press("Open a data file...");
+  EXPECT_EQ(ScreenInFront(), "GraphBP");
 }
 
 }  // namespace bexlow::test
