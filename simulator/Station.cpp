@@ -55,7 +55,7 @@ Station::Station(const Options& options)
       recorder_(options),
       logger_(options.logger, Now()),
       faults_(options.faults, options.logger.stored.seed),
-      outbox_(options.logger.byteTime) {}
+      outbox_(options.logger.byteTime, options.port) {}
 
 void Station::Run() {
   HoldSignals();

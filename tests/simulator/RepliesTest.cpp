@@ -69,6 +69,30 @@ TEST(Outbox, LetsRepliesIntoAStreamWithoutCrowdingTheLine) {
   EXPECT_EQ(Moments(outbox, 100 * ByteTime), "3 EE|4 EE|5 EE|6 EE");
 }
 
+// Moments in byte times from a tick on, with the number of bytes that come then.
+TEST(Outbox, HandsBytesOnAsTheHostsPortGathersThem) {
+  struct Row {
+    HostPort port;
+    std::size_t bytes;
+    const char* moments;
+  };
+  for (const auto& [port, bytes, moments] :
+       {Row{{}, 3, "1 1|2 1|3 1|"}, Row{PlainPort, 16, "8 8|16 8|"}, Row{PlainPort, 18, "8 8|16 8|22 2|"},
+        Row{AdapterPort, 6, "30 6|"}, Row{AdapterPort, 70, "30 30|61 31|92 9|"}}) {
+    SCOPED_TRACE(std::to_string(port.bytes) + " " + std::to_string(bytes));
+    Outbox outbox(ByteTime, port);
+    outbox.Send(Bytes(bytes), 0ns);
+    std::string text;
+    for (auto due = outbox.NextDue(); due; due = outbox.NextDue()) {
+      outbox.Advance(*due);
+      if (outbox.Ready().empty()) continue;
+      text += std::to_string(*due / ByteTime) + " " + std::to_string(outbox.Ready().size()) + "|";
+      outbox.Written(outbox.Ready().size());
+    }
+    EXPECT_EQ(text, moments);
+  }
+}
+
 TEST(Outbox, SendsAtOnceWithoutPaceAndNothingAfterAClosing) {
   Outbox outbox(Time{0});
   outbox.Send(Bytes(264), 5s);
