@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <iostream>
+#include <stdexcept>
 
 namespace bexlow::tour {
 
@@ -23,10 +24,6 @@ QString Plain(const QString& caption) {
 }
 
 }  // namespace
-
-void Require(bool condition, const std::string& what) {
-  if (!condition) throw Failed(what);
-}
 
 Robot::Robot(shell::MDIForm1& outer, std::filesystem::path output)
     : outer_(outer), output_(std::move(output)) {
@@ -77,7 +74,7 @@ Robot::Found Robot::Find(const QString& menu, const QString& entry) const {
       if (Plain(action->text()) == entry) return {top, action};
     }
   }
-  throw Failed("no entry " + menu.toStdString() + ", " + entry.toStdString());
+  throw std::runtime_error("no entry " + menu.toStdString() + ", " + entry.toStdString());
 }
 
 bool Robot::Offers(const QString& menu, const QString& entry) const {
@@ -99,7 +96,7 @@ void Robot::Press(const QString& caption) {
     QTest::mouseClick(button, Qt::LeftButton);
     return Rest(50);
   }
-  throw Failed("no button " + caption.toStdString());
+  throw std::runtime_error("no button " + caption.toStdString());
 }
 
 void Robot::Mark(const char* name) {

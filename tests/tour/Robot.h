@@ -8,11 +8,11 @@
 
 #include <filesystem>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "platform/controls/Form.h"
+#include "rig/Rig.h"
 #include "shell/MDIForm1.h"
 
 class QFileDialog;
@@ -20,12 +20,7 @@ class QMessageBox;
 
 namespace bexlow::tour {
 
-/// A step did not come out as it must. Ends the tour.
-struct Failed : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-void Require(bool condition, const std::string& what);
+using rig::Require;
 
 class Robot {
  public:

@@ -3,14 +3,14 @@
 
 #include <filesystem>
 
+#include "tour/RecordedStandIn.h"
 #include "tour/Robot.h"
-#include "tour/StandIn.h"
 
 namespace bexlow::tour {
 
 struct Tour {
   Robot& robot;
-  StandIn& standIn;
+  RecordedStandIn& standIn;
   std::filesystem::path dataFiles;
 };
 

@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <functional>
 #include <iostream>
+#include <stdexcept>
 
 #include "platform/machine/RealMachine.h"
 #include "shell/Emblem.h"
@@ -22,13 +23,12 @@ using namespace bexlow;
 
 void TourWithLogger(tour::Robot& robot, const std::filesystem::path& logger,
                     const std::filesystem::path& output) {
-  std::filesystem::create_directories(output / "stand-in");
   const auto visit = [&](const QStringList& options, const std::function<void(tour::Tour&)>& stages) {
-    tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in", options);
+    tour::RecordedStandIn standIn(logger, output, options);
     tour::Tour tour{robot, standIn, output / "Data Files"};
     stages(tour);
   };
-  visit({}, tour::Visit);
+  visit({"--motion", "turn", "--erase-seconds", "5", "--run-pages", "9"}, tour::Visit);
   visit({"--mode", "bin", "--pages", "6"}, tour::VisitBins);
 }
 
@@ -48,7 +48,7 @@ int Run(const std::filesystem::path& logger, const std::filesystem::path& output
   robot.Rest(500);
   try {
     logger.empty() ? tour::ReceiveAngles(robot, output) : TourWithLogger(robot, logger, output);
-  } catch (const tour::Failed& failure) {
+  } catch (const std::runtime_error& failure) {
     robot.Picture("failure");
     std::cerr << "The tour failed: " << failure.what() << "\n";
     return 1;
