@@ -19,9 +19,4 @@ void Visit(Tour& tour);
 /// On a logger that has counted bins.
 void VisitBins(Tour& tour);
 
-/// Sends to a second program, which this one starts.
-void ShareAngles(Tour& tour);
-/// The second program's part.
-void ReceiveAngles(Robot& robot, const std::filesystem::path& output);
-
 }  // namespace bexlow::tour
