@@ -14,6 +14,10 @@ struct Recorder {
   const char* writer;
 };
 
+void PrintTo(const Recorder& row, std::ostream* out) {
+  *out << row.screen;
+}
+
 const Recorder Recorders[] = {
     {"Angles", 'A', AngleSampleTime, &VirtualLogger::angles, "txtX", "16.5", "Time(seconds),Angle X,Angle Y",
      "16.5,2.7", "WriteAnglesToFile"},
