@@ -46,15 +46,6 @@ TEST(Outbox, PutsAByteTimeBetweenBytesFromTheRequestOn) {
   EXPECT_EQ(outbox.Advance(5s + 137'510us).size(), 1U) << "and is told when it is through";
 }
 
-TEST(Outbox, HoldsBackTheRepliesBehindALateOne) {
-  Outbox outbox(ByteTime);
-  Reply late = Bytes(1, 1);
-  late.delay = 20 * ByteTime;
-  outbox.Send(std::move(late), 0ns);
-  outbox.Send(Bytes(1, 2), 3 * ByteTime);
-  EXPECT_EQ(Moments(outbox, 0ns), "21 01|22 02");
-}
-
 TEST(Outbox, LetsRepliesIntoAStreamWithoutCrowdingTheLine) {
   Outbox outbox(ByteTime);
   Reply stream = Bytes(4, 0xEE);
@@ -91,17 +82,6 @@ TEST(Outbox, HandsBytesOnAsTheHostsPortGathersThem) {
     }
     EXPECT_EQ(text, moments);
   }
-}
-
-TEST(Outbox, SendsAtOnceWithoutPaceAndNothingAfterAClosing) {
-  Outbox outbox(Time{0});
-  outbox.Send(Bytes(264), 5s);
-  EXPECT_EQ(outbox.Advance(5s).size(), 1U);
-  EXPECT_EQ(outbox.Ready().size(), 264U);
-  outbox.Send(Bytes(6), 6s);
-  outbox.Clear();
-  EXPECT_TRUE(outbox.Ready().empty());
-  EXPECT_EQ(outbox.NextDue(), std::nullopt);
 }
 
 TEST(Outbox, DoesNotGrowWithoutBoundWhereNobodyReads) {

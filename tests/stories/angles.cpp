@@ -35,8 +35,7 @@ class RecorderStory : public LiveStory, public ::testing::WithParamInterface<Rec
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::ValuesIn(Recorders),
-                         [](const auto& row) { return std::string(row.param.screen); });
+INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::ValuesIn(Recorders));
 
 TEST_P(RecorderStory, OneRequestIsOutstandingAndEachReplySendsTheNext) {
   Sample();
