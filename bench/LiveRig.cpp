@@ -18,7 +18,6 @@
 
 #include "live/Accelerometers.h"
 #include "live/Angles.h"
-#include "shell/Records.h"
 
 namespace bexlow::bench {
 
@@ -58,43 +57,34 @@ double CpuSeconds() {
 
 }  // namespace
 
+CountingMachine::CountingMachine(const std::filesystem::path& folder)
+    : AnsweredMachine(folder, folder / "live.csv") {
+  onBox = [this](const std::string& text, platform::Buttons) {
+    ++boxes;
+    std::fprintf(stderr, "%s\n", text.c_str());
+  };
+}
+
 std::unique_ptr<platform::SerialLine> CountingMachine::OpenSerial(
     int comm, const std::string& settings, std::function<void(platform::Bytes)> received) {
   return std::make_unique<CountedLine>(RealMachine::OpenSerial(comm, settings, std::move(received)),
                                        requests);
 }
 
-platform::Answer CountingMachine::Ask(const std::string& text, platform::Buttons) {
-  ++boxes;
-  std::fprintf(stderr, "%s\n", text.c_str());
-  return platform::Answer::Retry;
-}
-
 LiveRig::LiveRig(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,
                  bool paced, bool saving)
-    : standIn_(logger, folder, {"--pace", paced ? "on" : "off", "--motion", "turn"}) {
-  machine_ = std::make_unique<CountingMachine>(folder);
-  machine_->dataFile = (folder / "live.csv").string();
-  platform::Machine::Install(*machine_);
-  shell::Shared = {};
-  shell::Shared.SampleClock.CounterFrequency = machine_->QueryPerformanceFrequency();
-  shell::Shared.CurrentCommPort = 1;
+    : standIn_(logger, folder, {"--pace", paced ? "on" : "off", "--motion", "turn"}),
+      machine_(folder),
+      program_(machine_) {
   Open(screen, saving);
 }
 
-LiveRig::~LiveRig() {
-  outer_.reset();
-}
-
 void LiveRig::Open(const LiveScreen& screen, bool saving) {
-  outer_ = std::make_unique<shell::MDIForm1>();
   if (std::string(screen.name) == "Angles") {
-    form_ = new live::Angles;
+    form_ = &program_.Show<live::Angles>();
   } else {
-    form_ = new live::Accelerometers;
+    form_ = &program_.Show<live::Accelerometers>();
   }
-  outer_->ShowChild(form_);
-  outer_->show();
   probe_ = new QPushButton("probe", form_);
   probe_->show();
   connect(probe_, &QPushButton::clicked, this,
@@ -136,7 +126,7 @@ Figures LiveRig::Watch(double seconds) {
     longestGapMs_ = std::max(longestGapMs_, static_cast<double>(served_.nsecsElapsed()) / 1e6 - TickMs);
     served_.start();
   });
-  const auto requests = machine_->requests, repaints = repaints_;
+  const auto requests = machine_.requests, repaints = repaints_;
   const double cpu = CpuSeconds();
   clickMs_.clear();
   longestGapMs_ = 0;
@@ -149,12 +139,12 @@ Figures LiveRig::Watch(double seconds) {
   Spin(seconds);
   const double passed = static_cast<double>(time.nsecsElapsed()) / 1e9;
   Figures figures;
-  figures.samples = machine_->requests - requests;
+  figures.samples = machine_.requests - requests;
   figures.samplesASecond = static_cast<double>(figures.samples) / passed;
   figures.repaintsASecond = static_cast<double>(repaints_ - repaints) / passed;
   figures.cpuShare = (CpuSeconds() - cpu) / passed;
   figures.longestGapMs = longestGapMs_;
-  if (clickMs_.empty() || machine_->boxes > 0)
+  if (clickMs_.empty() || machine_.boxes > 0)
     throw std::runtime_error("clicks went lost, or a box was shown");
   std::ranges::sort(clickMs_);
   figures.clickMsMedian = clickMs_[clickMs_.size() / 2];
@@ -164,7 +154,7 @@ Figures LiveRig::Watch(double seconds) {
 
 double BareExchanges(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,
                      double seconds) {
-  const StandIn standIn(logger, folder, {"--pace", "on"});
+  const rig::StandIn standIn(logger, folder, {"--pace", "on"});
   const int line = ::open((folder / "Ports/COM1").c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
   termios raw{};
   ::tcgetattr(line, &raw);

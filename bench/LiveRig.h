@@ -10,26 +10,21 @@
 #include <string>
 #include <vector>
 
-#include "Rig.h"
-#include "platform/machine/RealMachine.h"
-#include "shell/MDIForm1.h"
+#include "rig/Rig.h"
 
 class QPushButton;
 
 namespace bexlow::bench {
 
-/// The real machine, which also counts the bytes that go out and never opens a file dialog.
-class CountingMachine : public platform::RealMachine {
+/// Counts the bytes that go out, and the boxes.
+class CountingMachine : public rig::AnsweredMachine {
  public:
-  using RealMachine::RealMachine;
+  explicit CountingMachine(const std::filesystem::path& folder);
   std::unique_ptr<platform::SerialLine> OpenSerial(int comm, const std::string& settings,
                                                    std::function<void(platform::Bytes)> received) override;
-  std::optional<std::string> AskFile(const platform::FileQuestion&) override { return dataFile; }
-  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override;
 
   std::int64_t requests = 0;  ///< a live chain's requests are one byte each
   int boxes = 0;
-  std::string dataFile;
 };
 
 struct LiveScreen {
@@ -59,7 +54,6 @@ class LiveRig : public QObject {
   /// @param folder  for the port, the settings and the file
   LiveRig(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen, bool paced,
           bool saving);
-  ~LiveRig() override;
 
   /// Starts and stops sampling.
   void Toggle();
@@ -72,9 +66,9 @@ class LiveRig : public QObject {
   void Click();
   bool eventFilter(QObject* watched, QEvent* event) override;
 
-  StandIn standIn_;
-  std::unique_ptr<CountingMachine> machine_;
-  std::unique_ptr<shell::MDIForm1> outer_;
+  rig::StandIn standIn_;
+  CountingMachine machine_;
+  rig::Program program_;
   platform::Form* form_ = nullptr;
   QPushButton* probe_ = nullptr;
   QElapsedTimer clicked_, served_;

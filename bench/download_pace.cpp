@@ -14,11 +14,9 @@
 #include <sstream>
 
 #include "Figure.h"
-#include "Rig.h"
 #include "download/DownloadErase.h"
-#include "platform/machine/RealMachine.h"
 #include "platform/machine/TextFile.h"
-#include "shell/MDIForm1.h"
+#include "rig/Rig.h"
 #include "shell/Records.h"
 
 namespace {
@@ -31,23 +29,6 @@ constexpr int LimitMs = 60'000;
 // Two pauses ahead of the last byte of a request, then that byte and the reply at 10 bits a byte.
 constexpr double ByteMs = 10 * 1000.0 / 19'200;
 constexpr double BarePageMs = 2 * 12 + 265 * ByteMs;
-
-/// The real machine with a user who names one file and agrees to nothing else.
-class AnsweredMachine : public platform::RealMachine {
- public:
-  using RealMachine::RealMachine;
-
-  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override {
-    completed = completed || text == "Download completed!";
-    if (buttons == platform::Buttons::YesNo) QTimer::singleShot(0, qApp, &QApplication::quit);
-    return buttons == platform::Buttons::Ok ? platform::Answer::Ok : platform::Answer::No;
-  }
-  std::optional<std::string> AskFile(const platform::FileQuestion&) override {
-    return (ProgramFolder() / "run.qbx").string();
-  }
-
-  bool completed = false;
-};
 
 std::vector<double> Steps(const std::vector<double>& times) {
   std::vector<double> steps;
@@ -66,33 +47,31 @@ std::vector<double> PagesInLog(const fs::path& log) {
 }
 
 /// Moments in ms at which the screen went on to a next page; empty if the download did not end.
-std::vector<double> Download(AnsweredMachine& machine) {
-  shell::MDIForm1 outer;
-  if (!outer.Load()) return {};
-  shell::Shared.CurrentCommPort = 1;
-  auto* screen = new download::DownloadErase([] {});
-  outer.ShowChild(screen);
-  outer.show();
+std::vector<double> Download(const fs::path& folder) {
+  rig::AnsweredMachine machine(folder, folder / "run.qbx");
+  rig::Program program(machine);
+  auto& screen = program.Show<download::DownloadErase>([] {});
+  bool completed = false;
+  machine.onBox = [&](const std::string& text, platform::Buttons buttons) {
+    completed = completed || text == "Download completed!";
+    if (buttons != platform::Buttons::Ok) QTimer::singleShot(0, qApp, &QApplication::quit);
+  };
   std::vector<double> times;
-  QObject::connect(screen->findChild<QProgressBar*>("PBar"), &QProgressBar::valueChanged, screen,
+  QObject::connect(screen.findChild<QProgressBar*>("PBar"), &QProgressBar::valueChanged, &screen,
                    [&](int value) {
                      const std::chrono::duration<double, std::milli> now =
                          std::chrono::steady_clock::now().time_since_epoch();
                      if (value == shell::Shared.DownloadPageNumber && value > 0) times.push_back(now.count());
                    });
-  QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
-  QTimer::singleShot(0, screen->findChild<QAction*>("mnuDownload"), &QAction::trigger);
-  QApplication::exec();
-  return machine.completed ? times : std::vector<double>{};
+  rig::Program::Run(screen.findChild<QAction*>("mnuDownload"), LimitMs);
+  return completed ? times : std::vector<double>{};
 }
 
 bool Measure(const fs::path& folder, const char* logger) {
-  bench::StandIn standIn(
+  rig::StandIn standIn(
       logger, folder,
       {"--pages", QString::number(Pages), "--log", QString::fromStdString((folder / "log").string())});
-  AnsweredMachine machine(folder);
-  platform::Machine::Install(machine);
-  const auto seen = Download(machine);
+  const auto seen = Download(folder);
   standIn.End();
   const auto logged = PagesInLog(folder / "log");
   if (seen.size() < Pages || logged.size() < Pages) return false;
@@ -113,7 +92,7 @@ bool Measure(const fs::path& folder, const char* logger) {
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
-  const bench::Scratch scratch;
+  const rig::Scratch scratch;
   const QApplication application(argc, argv);
   if (Measure(scratch.Path(), argv[1])) return 0;
   std::fprintf(stderr, "bench_download_pace: the download did not come to its end\n");

@@ -10,14 +10,12 @@
 
 #include "Figure.h"
 #include "FullFile.h"
-#include "Rig.h"
 #include "download/LinearCsv.h"
 #include "graph/Graph.h"
 #include "graph/Series.h"
 #include "platform/graph/CWGraph.h"
-#include "platform/machine/RealMachine.h"
 #include "platform/machine/TextFile.h"
-#include "shell/MDIForm1.h"
+#include "rig/Rig.h"
 #include "shell/Records.h"
 
 namespace {
@@ -32,9 +30,9 @@ struct Bench {
 
   fs::path dataFile, csvFile, plainFile;
   std::string text, csv;
-  platform::RealMachine machine;
-  shell::MDIForm1 outer;
-  graph::Graph* screen = nullptr;
+  rig::AnsweredMachine machine;
+  rig::Program program;
+  graph::Graph& screen;
   platform::CWGraph* graphs[2] = {};
   double last = 0;  ///< last sample of a series
 };
@@ -44,15 +42,13 @@ Bench::Bench(const fs::path& folder)
       csvFile(folder / "full.csv"),
       plainFile(folder / "plain.csv"),
       text(bench::FullDataFile()),
-      csv(download::LinearCsv(text)),
-      machine(folder) {
-  platform::Machine::Install(machine);
+      machine(folder),
+      program(machine),
+      screen(program.Show<graph::Graph>()) {
   platform::WriteWhole(dataFile, text);
-  screen = new graph::Graph;
-  outer.ShowChild(screen);
-  outer.show();
-  graphs[0] = screen->findChild<platform::CWGraph*>("CWGraph1");
-  graphs[1] = screen->findChild<platform::CWGraph*>("CWGraph2");
+  download::AppendLinearCsv(text, csv);
+  graphs[0] = screen.findChild<platform::CWGraph*>("CWGraph1");
+  graphs[1] = screen.findChild<platform::CWGraph*>("CWGraph2");
   Open();
   last = graphs[0]->XView().upper;
 }
@@ -61,7 +57,7 @@ Bench::Bench(const fs::path& folder)
 void Bench::Open() {
   shell::Shared.GraphFileName = dataFile.string();
   shell::Shared.GraphAfterDownload = true;
-  screen->mnuOpen_Click();
+  screen.mnuOpen_Click();
   for (auto* graph : graphs) graph->DrawNow();
 }
 
@@ -82,7 +78,10 @@ void FromCharsPass(benchmark::State& state, const Bench& bench) {
 }
 
 void ReadSeries(benchmark::State& state, const Bench& bench) {
-  for (auto _ : state) benchmark::DoNotOptimize(graph::ReadDouble(bench.text));
+  for (auto _ : state) {
+    graph::DoubleSeries series;
+    benchmark::DoNotOptimize(graph::ReadDouble(bench.text, series));
+  }
 }
 
 void OpenInGraph(benchmark::State& state, Bench& bench) {
@@ -175,7 +174,7 @@ void PrintFigures(const Medians& medians) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const bench::Scratch scratch;
+  const rig::Scratch scratch;
   const QApplication application(argc, argv);
   char interleave[] = "--benchmark_enable_random_interleaving=true";
   char* arguments[] = {argv[0], interleave, nullptr};

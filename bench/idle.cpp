@@ -7,12 +7,10 @@
 
 #include "Figure.h"
 #include "FullFile.h"
-#include "Rig.h"
 #include "download/DownloadErase.h"
 #include "graph/Graph.h"
-#include "platform/machine/RealMachine.h"
 #include "platform/machine/TextFile.h"
-#include "shell/MDIForm1.h"
+#include "rig/Rig.h"
 #include "shell/Main.h"
 #include "shell/Records.h"
 
@@ -46,30 +44,25 @@ void Watch(const std::string& screen) {
                      QApplication::platformName().toStdString());
 }
 
-bool WatchScreens(const std::filesystem::path& folder) {
-  platform::RealMachine machine(folder);
-  platform::Machine::Install(machine);
-  shell::MDIForm1 outer;
-  if (!outer.Load()) return false;
-  outer.ShowChild(new shell::Main(outer));
-  outer.show();
-  auto* graph = new graph::Graph;
-  outer.ShowChild(graph);
+void WatchScreens(const std::filesystem::path& folder) {
+  rig::AnsweredMachine machine(folder);
+  rig::Program program(machine);
+  program.Show<shell::Main>(program.outer);
+  auto& graph = program.Show<graph::Graph>();
   shell::Shared.GraphFileName = (folder / "full.qbx").string();
   platform::WriteWhole(shell::Shared.GraphFileName, bench::FullDataFile());
   shell::Shared.GraphAfterDownload = true;
-  graph->mnuOpen_Click();
+  graph.mnuOpen_Click();
   Watch("Graph");
-  graph->Unload();
-  outer.ShowChild(new download::DownloadErase([] {}));
+  graph.Unload();
+  program.Show<download::DownloadErase>([] {});
   Watch("Download");
-  return true;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const bench::Scratch scratch;
+  const rig::Scratch scratch;
   const QApplication application(argc, argv);
-  return WatchScreens(scratch.Path()) ? 0 : 1;
+  WatchScreens(scratch.Path());
 }

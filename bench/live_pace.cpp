@@ -58,7 +58,8 @@ Rates Watch(LiveRig& rig, double seconds, Window& window) {
   return {Median(samples), Median(cpu)};
 }
 
-double BareRate(const char* logger, const Scratch& scratch, const LiveScreen& screen, double seconds) {
+double BareRate(const char* logger, const bexlow::rig::Scratch& scratch, const LiveScreen& screen,
+                double seconds) {
   std::vector<double> rates;
   for (int round = 0; round < Rounds; ++round)
     rates.push_back(BareExchanges(logger, scratch.Path(), screen, seconds));
@@ -69,7 +70,7 @@ double BareRate(const char* logger, const Scratch& scratch, const LiveScreen& sc
 
 int main(int argc, char** argv) {
   if (argc < 2) return EXIT_FAILURE;
-  const Scratch scratch;
+  const bexlow::rig::Scratch scratch;
   const QApplication application(argc, argv);
   const double seconds = argc > 2 ? std::atof(argv[2]) : 2;
   Window window;

@@ -5,32 +5,30 @@
 #include <QApplication>
 
 #include "FullFile.h"
-#include "Rig.h"
 #include "download/LinearCsv.h"
 #include "graph/Graph.h"
-#include "platform/machine/RealMachine.h"
 #include "platform/machine/TextFile.h"
-#include "shell/MDIForm1.h"
+#include "rig/Rig.h"
 #include "shell/Records.h"
 
 int main(int argc, char** argv) {
   using namespace bexlow;
   if (argc != 2) return 2;
-  const bench::Scratch scratch;
+  const rig::Scratch scratch;
   const QApplication application(argc, argv);
   const std::filesystem::path folder = argv[1];
   if (!exists(folder / "full.qbx")) {
-    platform::WriteWhole(folder / "full.qbx", bench::FullDataFile());
-    platform::WriteWhole(folder / "full.csv", download::LinearCsv(bench::FullDataFile()));
+    const auto text = bench::FullDataFile();
+    std::string csv;
+    download::AppendLinearCsv(text, csv);
+    platform::WriteWhole(folder / "full.qbx", text);
+    platform::WriteWhole(folder / "full.csv", csv);
   }
-  platform::RealMachine machine(scratch.Path());
-  platform::Machine::Install(machine);
-  shell::MDIForm1 outer;
-  auto* screen = new graph::Graph;
-  outer.ShowChild(screen);
-  outer.show();
+  rig::AnsweredMachine machine(scratch.Path());
+  rig::Program program(machine);
+  auto& screen = program.Show<graph::Graph>();
   shell::Shared.GraphFileName = (folder / "full.qbx").string();
   shell::Shared.GraphAfterDownload = true;
-  screen->mnuOpen_Click();
-  return outer.grab().save(QString::fromStdString((folder / "bexlow.png").string())) ? 0 : 1;
+  screen.mnuOpen_Click();
+  return program.outer.grab().save(QString::fromStdString((folder / "bexlow.png").string())) ? 0 : 1;
 }

@@ -18,7 +18,7 @@ constexpr double RoundSeconds = 5;
 int main(int argc, char** argv) {
   using namespace bexlow::bench;
   if (argc < 2) return EXIT_FAILURE;
-  const Scratch scratch;
+  const bexlow::rig::Scratch scratch;
   const QApplication application(argc, argv);
   const double wanted = argc > 2 ? std::atof(argv[2]) : 600;
   LiveRig rig(argv[1], scratch.Path(), LiveScreens[0], false, false);

@@ -12,7 +12,7 @@
 #include <unistd.h>
 
 #include "Figure.h"
-#include "Rig.h"
+#include "rig/Rig.h"
 
 namespace {
 
@@ -37,7 +37,7 @@ double LifeMs(char* program) {
 int main(int argc, char** argv) {
   using namespace bexlow::bench;
   if (argc != 4) return 2;
-  const Scratch scratch;
+  const bexlow::rig::Scratch scratch;
   ::alarm(LimitSeconds);
   std::array<std::vector<double>, 3> times;
   for (int round = -Warmups; round < Rounds; ++round) {

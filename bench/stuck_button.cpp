@@ -10,12 +10,10 @@
 
 #include "Figure.h"
 #include "FullFile.h"
-#include "Rig.h"
 #include "platform/graph/CWGraph.h"
-#include "platform/machine/RealMachine.h"
 #include "platform/machine/TextFile.h"
 #include "review/GraphBP.h"
-#include "shell/MDIForm1.h"
+#include "rig/Rig.h"
 
 namespace {
 
@@ -25,22 +23,13 @@ namespace fs = std::filesystem;
 constexpr int Rounds = 11;
 constexpr double LimitMs = 100;  // longer, and a person notices
 
-class AnsweredMachine : public platform::RealMachine {
- public:
-  using RealMachine::RealMachine;
-  std::optional<std::string> AskFile(const platform::FileQuestion&) override {
-    return (ProgramFolder() / "stuck.qbx").string();
-  }
-};
-
 class Review {
  public:
-  explicit Review(const fs::path& folder) : machine_(folder) {
-    platform::Machine::Install(machine_);
+  explicit Review(const fs::path& folder)
+      : machine_(folder, folder / "stuck.qbx"),
+        program_(machine_),
+        screen_(&program_.Show<review::GraphBP>()) {
     platform::WriteWhole(folder / "stuck.qbx", bench::StuckButtonFile());
-    screen_ = new review::GraphBP;
-    outer_.ShowChild(screen_);
-    outer_.show();
     QApplication::processEvents();
   }
 
@@ -57,9 +46,9 @@ class Review {
   int Cursors() { return screen_->findChild<platform::CWGraph*>("CWGraph1")->CursorCount(); }
 
  private:
-  AnsweredMachine machine_;
-  shell::MDIForm1 outer_;
-  review::GraphBP* screen_ = nullptr;
+  rig::AnsweredMachine machine_;
+  rig::Program program_;
+  review::GraphBP* screen_;
 };
 
 bool Measure(Review& review) {
@@ -87,7 +76,7 @@ bool Measure(Review& review) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  const bench::Scratch scratch;
+  const rig::Scratch scratch;
   const QApplication application(argc, argv);
   Review review(scratch.Path());
   if (Measure(review)) return 0;

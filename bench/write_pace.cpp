@@ -16,13 +16,10 @@
 #include <thread>
 
 #include "Figure.h"
-#include "Rig.h"
 #include "config/Configuration.h"
 #include "link/Communications.h"
-#include "platform/machine/RealMachine.h"
 #include "platform/machine/TextFile.h"
-#include "shell/MDIForm1.h"
-#include "shell/Records.h"
+#include "rig/Rig.h"
 
 namespace {
 
@@ -47,18 +44,10 @@ double NowMs() {
       .count();
 }
 
-/// The real machine with a user who closes each box; an end of a sequence leaves the event loop.
-class AnsweredMachine : public platform::RealMachine {
- public:
-  using RealMachine::RealMachine;
-  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override {
-    endedAt = NowMs();
-    last = text;
-    QApplication::quit();
-    return buttons == platform::Buttons::RetryCancel ? platform::Answer::Retry : platform::Answer::Ok;
-  }
-  double endedAt = 0;
-  std::string last;
+/// The screen's last box. Each box leaves the event loop.
+struct Box {
+  double ms = 0;
+  std::string text;
 };
 
 struct Heard {
@@ -103,10 +92,10 @@ class TimerNoise {
   int ticks_ = 0;
 };
 
-bool RunUntil(const AnsweredMachine& machine, const std::string& message) {
+bool RunUntil(const Box& box, const std::string& message) {
   QApplication::exec();
-  if (machine.last == message) return true;
-  std::fprintf(stderr, "bench_write_pace: %s\n", machine.last.empty() ? "no end" : machine.last.c_str());
+  if (box.text == message) return true;
+  std::fprintf(stderr, "bench_write_pace: %s\n", box.text.empty() ? "no end" : box.text.c_str());
   return false;
 }
 
@@ -116,14 +105,14 @@ void PrintRead(const char* name, double ms, double bareMs) {
 }
 
 /// The cells of the screen, one by one: a pause, then the address and the reply on the line.
-bool MeasureRead(AnsweredMachine& machine, const platform::Form& screen, const fs::path& log) {
-  if (!RunUntil(machine, "Read completed!")) return false;
+bool MeasureRead(const Box& box, const platform::Form& screen, const fs::path& log) {
+  if (!RunUntil(box, "Read completed!")) return false;
   const double start = NowMs();
   screen.findChild<QAction*>("mnuRead")->trigger();
-  if (!RunUntil(machine, "Read completed!")) return false;
+  if (!RunUntil(box, "Read completed!")) return false;
   const auto heard = HeardSince(log, start);
   if (heard.size() != 2 * ReadCells) return false;
-  PrintRead("Read of 53 cells, over its bare line time", machine.endedAt - heard.front().ms,
+  PrintRead("Read of 53 cells, over its bare line time", box.ms - heard.front().ms,
             ReadCells * (PauseMs + 2 * ByteMs));
   return true;
 }
@@ -164,29 +153,29 @@ bool PrintWrite(const std::vector<Heard>& heard, double start, double noise, con
   return true;
 }
 
-bool MeasureWrite(AnsweredMachine& machine, const platform::Form& screen, const fs::path& folder) {
+bool MeasureWrite(const Box& box, const platform::Form& screen, const fs::path& folder) {
   const auto cells =
       platform::ReadWhole(folder / "cells");  // as they were read, so that they are written back
   const TimerNoise noise;
   const double start = NowMs();
   screen.findChild<QAction*>("mnuWrite")->trigger();
-  return RunUntil(machine, "Write completed!") &&
+  return RunUntil(box, "Write completed!") &&
          PrintWrite(HeardSince(folder / "log", start), start, noise.largest, cells);
 }
 
 bool Measure(const fs::path& folder, const char* logger) {
   const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
-  bench::StandIn standIn(logger, folder, {"--log", file("log"), "--dump-eeprom", file("cells")});
-  AnsweredMachine machine(folder);
-  platform::Machine::Install(machine);
-  shell::MDIForm1 outer;
-  if (!outer.Load()) return false;
-  shell::Shared.CurrentCommPort = 1;
-  auto* screen = new config::Configuration;
-  outer.ShowChild(screen);
-  outer.show();
+  const rig::StandIn standIn(logger, folder, {"--log", file("log"), "--dump-eeprom", file("cells")});
+  rig::AnsweredMachine machine(folder);
+  rig::Program program(machine);
+  Box box;
+  machine.onBox = [&](const std::string& text, platform::Buttons) {
+    box = {NowMs(), text};
+    QApplication::quit();
+  };
+  const auto& screen = program.Show<config::Configuration>();
   QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
-  return MeasureRead(machine, *screen, folder / "log") && MeasureWrite(machine, *screen, folder) &&
+  return MeasureRead(box, screen, folder / "log") && MeasureWrite(box, screen, folder) &&
          MeasureBlock(link::TareBlock()) && MeasureBlock(link::CalibrationBlock());
 }
 
@@ -194,7 +183,7 @@ bool Measure(const fs::path& folder, const char* logger) {
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
-  const bench::Scratch scratch;
+  const rig::Scratch scratch;
   const QApplication application(argc, argv);
   if (Measure(scratch.Path(), argv[1])) return 0;
   std::fprintf(stderr, "bench_write_pace: a sequence did not go as it should\n");

@@ -38,8 +38,13 @@ build() {
   (cd "$root" && cmake --preset "$preset" --log-level=WARNING && cmake --build --preset "$preset" --target "$@")
 }
 
-# with_virtual_display COMMAND...: runs a command on a display of its own, with a window manager.
+# with_virtual_display COMMAND...: runs a command on a display of its own, once its window manager is there. The manager
+# ends with the display.
 with_virtual_display() {
-  xvfb-run -a -s "-screen 0 1280x900x24" dbus-run-session -- \
-    sh -c 'openbox >/dev/null 2>&1 & manager=$!; sleep 1; "$@"; status=$?; kill $manager; exit $status' sh "$@"
+  xvfb-run -a -s "-screen 0 1280x900x24" dbus-run-session -- sh -c '
+    ready=$(mktemp -d) && mkfifo "$ready/pipe"
+    { openbox --startup "sh -c \"echo >$ready/pipe\""; echo >"$ready/pipe"; } >/dev/null 2>&1 &
+    read -r _ <"$ready/pipe"
+    rm -r "$ready"
+    exec "$@"' sh "$@"
 }

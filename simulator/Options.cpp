@@ -49,6 +49,10 @@ void SetMotion(Options& options, Value value) {
       value, "--motion", {{"sway", Motion::Sway}, {"turn", Motion::Turn}, {"still", Motion::Still}});
 }
 
+void SetBurst(Options& options, Value value) {
+  options.port = Choose<HostPort>(value, "--burst", {{"1", {}}, {"8", PlainPort}, {"64", AdapterPort}});
+}
+
 constexpr Option OptionTable[] = {
     {"--link", "PATH", "symbolic link to the device; removed at the end",
      [](Options& o, Value v) { o.link = v; }},
@@ -77,6 +81,7 @@ constexpr Option OptionTable[] = {
            std::chrono::milliseconds(static_cast<long>(Decimal(v, "--erase-seconds", 0, 300) * 1000));
      }},
     {"--pace", "on|off", "keep the pace of 19200 baud, 0.52 ms a byte, or answer at once (on)", SetPace},
+    {"--burst", "1|8|64", "bytes come at once, as from a 16550, as from an adapter; see below (1)", SetBurst},
     {"--fault", "FAULT", "spoil replies, see below; may be given more than once",
      [](Options& o, Value v) { o.faults.push_back(ParseFault(v)); }},
     {"--log", "PATH", "append what passes: \"MICROSECONDS < 64 01 2C\", \"MICROSECONDS > 264 bytes\"",
@@ -95,6 +100,9 @@ Prints "ready DEVICE" when the device is there, and again where the line has com
 SIGTERM and SIGINT end it. SIGUSR1 pulls the cable: it hears and says nothing. SIGUSR2 plugs it in again.
 Times in the log are those of the monotonic clock. A dump is replaced in one step at the start, after a cell was
 written, when an erase is done and when a launched run is logged: as soon as the port is closed behind the erase.
+
+A 16550 hands on every eight bytes, and fewer when four byte times have passed without another one; an adapter
+without the low-latency flag hands on every 16 ms what has arrived.
 
 A FAULT is KIND[:AMOUNT][/LETTER][@N | %N | ~P]. It counts the replies to the command of that letter, or all replies,
 and strikes the Nth, every Nth, or each with a chance of P (0 to 1); without any of the three it strikes all.

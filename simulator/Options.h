@@ -7,12 +7,14 @@
 
 #include "Faults.h"
 #include "Logger.h"
+#include "Outbox.h"
 
 namespace bexlow::simulator {
 
 struct Options {
   LoggerSetup logger;
   std::vector<Fault> faults;
+  HostPort port;
   std::string link;  // paths; empty = not wanted
   std::string log;
   std::string samples;

@@ -29,20 +29,45 @@ std::deque<Outbox::Chunk>& Outbox::NextLane() {
   return DueAt(replies_) <= DueAt(streams_) ? replies_ : streams_;
 }
 
-std::optional<Time> Outbox::NextDue() const {
+Time Outbox::NextByte() const {
   const Time due = std::min(DueAt(replies_), DueAt(streams_));
+  return due == Time::max() ? due : std::max(due, lastDue_ + byteTime_);
+}
+
+std::optional<Time> Outbox::NextDue() const {
+  const Time due = std::min(NextByte(), handOnAt_);
   if (due == Time::max()) return std::nullopt;
-  return std::max(due, lastDue_ + byteTime_);
+  return due;
+}
+
+void Outbox::Arrive(std::uint8_t byte, Time now) {
+  if (port_.tick == Time{0}) {
+    handOnAt_ = now + port_.quiet;
+  } else if (gathered_.empty()) {
+    handOnAt_ = (now / port_.tick + 1) * port_.tick;
+  }
+  gathered_.push_back(byte);
+  if (gathered_.size() >= port_.bytes) HandOn();
+}
+
+void Outbox::HandOn() {
+  ready_.insert(ready_.end(), gathered_.begin(), gathered_.end());
+  gathered_.clear();
+  handOnAt_ = Time::max();
 }
 
 std::vector<Reply> Outbox::Advance(Time now) {
   std::vector<Reply> finished;
   for (auto due = NextDue(); due && *due <= now; due = NextDue()) {
+    if (*due == handOnAt_) {
+      HandOn();
+      continue;
+    }
     auto& lane = NextLane();
     Chunk& chunk = lane.front();
     if (chunk.sent < chunk.reply.bytes.size()) {
       lastDue_ = *due;
-      ready_.push_back(chunk.reply.bytes[chunk.sent++]);
+      Arrive(chunk.reply.bytes[chunk.sent++], *due);
       if (&lane == &replies_) --waiting_;
     }
     if (chunk.sent < chunk.reply.bytes.size()) continue;
@@ -59,6 +84,8 @@ void Outbox::Written(std::size_t count) {
 void Outbox::Clear() {
   replies_.clear();
   streams_.clear();
+  gathered_.clear();
+  handOnAt_ = Time::max();
   ready_.clear();
   waiting_ = 0;
 }

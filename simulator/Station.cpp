@@ -55,7 +55,7 @@ Station::Station(const Options& options)
       recorder_(options),
       logger_(options.logger, Now()),
       faults_(options.faults, options.logger.stored.seed),
-      outbox_(options.logger.byteTime) {}
+      outbox_(options.logger.byteTime, options.port) {}
 
 void Station::Run() {
   HoldSignals();
@@ -97,6 +97,7 @@ void Station::ObeySignals(Time now) {
   if (asked == 0) return;
   unplugged_ = asked == SIGUSR1;
   recorder_.Note(unplugged_ ? "unplugged" : "plugged in", now);
+  while (!Read().empty()) continue;  // what was sent while the cable was out is lost, however late it is seen
   outbox_.Clear();
   logger_.SetLineOpen(Connected() && line_->IsOpen(), now);
 }

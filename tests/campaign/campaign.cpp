@@ -1,7 +1,7 @@
 // One download under attack, counted by scripts/campaign: with a fault of the stand-in, or killed at a random
 // moment. The last line tells the result: right, refused, valid, or wrong, and the seed that gives it again.
 //
-// bexlow-campaign LOGGER fault|kill SEED
+// bexlow-campaign LOGGER fault|kill SEED [BURST]
 // bexlow-campaign FOLDER
 #include <QAction>
 #include <QApplication>
@@ -11,15 +11,13 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <optional>
 #include <random>
 
 #include "download/DownloadErase.h"
 #include "graph/Series.h"
-#include "platform/machine/RealMachine.h"
-#include "shell/MDIForm1.h"
-#include "shell/Records.h"
-#include "tour/Robot.h"
-#include "tour/StandIn.h"
+#include "rig/Rig.h"
+#include "tour/RecordedStandIn.h"
 
 namespace {
 
@@ -50,49 +48,25 @@ fs::path DataFile(const fs::path& folder) {
   return folder / "run.qbx";
 }
 
-/// The real machine with a user who gives up at the first error.
-class AnsweredMachine : public platform::RealMachine {
- public:
-  using RealMachine::RealMachine;
-
-  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override {
+/// Downloads with the real screen from the logger that the folder has as Comm 1, and gives up at the first
+/// error.
+Ending Download(const fs::path& folder) {
+  rig::AnsweredMachine machine(folder, DataFile(folder));
+  rig::Program program(machine);
+  auto& screen = program.Show<download::DownloadErase>([] {});
+  auto* entry = screen.findChild<QAction*>("mnuDownload");
+  Ending ending;
+  machine.onBox = [&](const std::string& text, platform::Buttons buttons) {
     if (text == "Download completed!") {
       ending.completed = true;
-    } else if (buttons != platform::Buttons::YesNo && ending.message.empty()) {
-      ending.message = text;
+      return;
     }
-    if (buttons == platform::Buttons::RetryCancel) {
-      QTimer::singleShot(0, giveUp, &QAction::trigger);
-      QTimer::singleShot(0, qApp, &QApplication::quit);
-      return platform::Answer::Retry;
-    }
-    if (buttons == platform::Buttons::YesNo || !ending.completed)
-      QTimer::singleShot(0, qApp, &QApplication::quit);
-    return buttons == platform::Buttons::YesNo ? platform::Answer::No : platform::Answer::Ok;
-  }
-  std::optional<std::string> AskFile(const platform::FileQuestion&) override {
-    return DataFile(ProgramFolder()).string();
-  }
-
-  Ending ending;
-  QAction* giveUp = nullptr;
-};
-
-/// Downloads with the real screen from the logger that the folder has as Comm 1.
-Ending Download(const fs::path& folder) {
-  AnsweredMachine machine(folder);
-  platform::Machine::Install(machine);
-  shell::MDIForm1 outer;
-  if (!outer.Load()) return {};
-  shell::Shared.CurrentCommPort = 1;
-  auto* screen = new download::DownloadErase([] {});
-  outer.ShowChild(screen);
-  outer.show();
-  machine.giveUp = screen->findChild<QAction*>("mnuDownload");
-  QTimer::singleShot(0, machine.giveUp, &QAction::trigger);
-  QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
-  QApplication::exec();
-  return machine.ending;
+    if (buttons != platform::Buttons::YesNo && ending.message.empty()) ending.message = text;
+    if (buttons == platform::Buttons::RetryCancel) QTimer::singleShot(0, entry, &QAction::trigger);
+    QTimer::singleShot(0, qApp, &QApplication::quit);
+  };
+  rig::Program::Run(entry, LimitMs);
+  return ending;
 }
 
 constexpr int Refused = 3;  // exit code of a download that ended with a message
@@ -126,24 +100,36 @@ Contents ContentsOf(const std::string& file, const std::string& expected) {
   const std::size_t end = file.rfind("\r\n");
   contents.whole = file.substr(0, end == std::string::npos ? 0 : end + 2);
   contents.rest = file.size() - contents.whole.size();
-  const auto series = graph::ReadDouble(contents.whole);  // as Graph and GraphBP read it
-  if (series) contents.records = series->x.size() / graph::PairsInRecord;
+  graph::DoubleSeries series;
+  graph::ReadDouble(contents.whole, series);  // as Graph and GraphBP read it
+  contents.records = series.x.size() / graph::PairsInRecord;
   const auto lines = static_cast<std::size_t>(std::ranges::count(contents.whole, '\n'));
   contents.valid = expected.starts_with(file) && (file.empty() || lines == HeaderLines + contents.records);
   return contents;
 }
+
+/// The stand-in, and how its bytes come: one by one with a line's pace or without one, or in bursts, which
+/// only a pace makes.
+struct Line {
+  fs::path logger;
+  std::string burst;
+  tour::RecordedStandIn Plug(const fs::path& folder, bool paced, const QStringList& more = {}) const {
+    return {logger, folder,
+            QStringList{"--pages", QString::number(Pages), "--burst", QString::fromStdString(burst), "--pace",
+                        paced || burst != "1" ? "on" : "off"} +
+                more};
+  }
+};
 
 struct Result {
   const char* word;
   std::string details;
 };
 
-Result WithFault(const fs::path& logger, const fs::path& folder, Chance& chance) {
+Result WithFault(const Line& line, const fs::path& folder, Chance& chance) {
   const auto fault = RandomFault(chance);
   const bool paced = chance.Between(0, 3) == 0;
-  const tour::StandIn standIn(logger, folder / "Ports/COM1", folder,
-                              {"--pages", QString::number(Pages), "--fault", QString::fromStdString(fault),
-                               "--pace", paced ? "on" : "off"});
+  const auto standIn = line.Plug(folder, paced, {"--fault", QString::fromStdString(fault)});
   const auto ending = Download(folder);
   const auto file = tour::FileText(DataFile(folder));
   const auto expected = standIn.ExpectedDataFile();
@@ -157,9 +143,8 @@ Result WithFault(const fs::path& logger, const fs::path& folder, Chance& chance)
 }
 
 /// Most are killed once there is a file; the others at any moment of the seconds before.
-Result Killed(const fs::path& logger, const fs::path& folder, Chance& chance) {
-  const tour::StandIn standIn(logger, folder / "Ports/COM1", folder,
-                              {"--pages", QString::number(Pages), "--pace", "off"});
+Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
+  const auto standIn = line.Plug(folder, false);
   QProcess program;
   program.start(QCoreApplication::applicationFilePath(), {QString::fromStdString(folder.string())});
   const bool early = chance.Between(0, 4) == 0;
@@ -183,10 +168,10 @@ Result Killed(const fs::path& logger, const fs::path& folder, Chance& chance) {
   return {!valid ? "wrong" : refused ? "refused" : "valid", details};
 }
 
-Result Attack(const fs::path& logger, const std::string& how, const fs::path& folder, unsigned long seed) {
+Result Attack(const Line& line, const std::string& how, const fs::path& folder, unsigned long seed) {
   Chance chance(seed);
   try {
-    return how == "kill" ? Killed(logger, folder, chance) : WithFault(logger, folder, chance);
+    return how == "kill" ? Killed(line, folder, chance) : WithFault(line, folder, chance);
   } catch (const std::exception& failure) {
     return {"wrong", failure.what()};
   }
@@ -202,16 +187,13 @@ void PrintOnOneLine(const Result& result, const std::string& how, unsigned long 
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2 && argc != 4) return 2;
-  char scratch[] = "/tmp/bexlow-campaign-XXXXXX";
-  const fs::path folder = argc == 2 ? argv[1] : mkdtemp(scratch);
-  fs::create_directories(folder / "Ports");
-  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, folder.c_str(), 1);
-  setenv("QT_QPA_PLATFORM", "offscreen", 0);
+  if (argc < 2 || argc == 3 || argc > 5) return 2;
+  std::optional<rig::Scratch> scratch;  // a program to be killed lives in its parent's
+  if (argc != 2) scratch.emplace();
   const QApplication application(argc, argv);
-  if (argc == 2) return Download(folder).completed ? 0 : Refused;
+  if (argc == 2) return Download(argv[1]).completed ? 0 : Refused;
   const auto seed = std::strtoul(argv[3], nullptr, 10);
-  PrintOnOneLine(Attack(fs::absolute(argv[1]), argv[2], folder, seed), argv[2], seed);
-  fs::remove_all(folder);
+  const Line line{fs::absolute(argv[1]), argc == 5 ? argv[4] : "1"};
+  PrintOnOneLine(Attack(line, argv[2], scratch->Path(), seed), argv[2], seed);
   return 0;
 }

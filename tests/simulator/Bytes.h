@@ -24,10 +24,3 @@ inline std::string ToHex(std::span<const std::uint8_t> bytes) {
   }
   return text;
 }
-
-// Samples in all bins of a page.
-inline int SamplesInBins(std::span<const std::uint8_t> page) {
-  int sum = 0;
-  for (std::size_t i = 0; i + 1 < page.size(); i += 2) sum += page[i] * 256 + page[i + 1];
-  return sum;
-}

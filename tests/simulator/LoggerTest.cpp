@@ -1,12 +1,10 @@
 // The logger's answers, its memory and the runs in it.
 #include <algorithm>
-#include <cmath>
 #include <gtest/gtest.h>
 #include <string>
 
 #include "Bytes.h"
 #include "Logger.h"
-#include "Outbox.h"
 #include "Run.h"
 
 namespace bexlow::simulator {
@@ -33,13 +31,6 @@ class LoggerTest : public testing::Test {
       if (reply) heard.append(heard.empty() ? "" : " | ").append(ToHex(reply->bytes));
     }
     return heard;
-  }
-
-  // Says it, pulls the cable behind the erase and plugs it in again.
-  void Launch(const std::string& requests) {
-    Say(requests);
-    logger.SetLineOpen(false, now += 1min);
-    logger.SetLineOpen(true, now);
   }
 
   bool Blank(std::size_t page) const { return std::ranges::all_of(logger.Memory().Page(page), IsErased); }
@@ -75,15 +66,6 @@ TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
   }
 }
 
-TEST_F(LoggerTest, SendsThePageThatWasAskedFor) {
-  for (const auto& [request, page] :
-       {std::pair{"64 00 00", 0U}, {"64 00 02", 2U}, {"64 01 2C", 300U}, {"64 07 FF", 2047U}})
-    EXPECT_EQ(Say(request), ToHex(logger.Memory().Page(page))) << request;
-  EXPECT_NE(Say("64 00 01"), Say("64 00 02"));
-  EXPECT_FALSE(Blank(3));
-  EXPECT_TRUE(Blank(4));
-}
-
 TEST_F(LoggerTest, DropsARequestThatWasBrokenOff) {
   logger.Take('r', now);
   EXPECT_EQ(ToHex(logger.Take(0x66, now + 200ms)->bytes), "4B");
@@ -97,51 +79,6 @@ TEST_F(LoggerTest, KeepsAnglesWithinTheirWords) {
   EXPECT_EQ(AngleWords({-170, 80}, cells), (std::array<std::uint16_t, 2>{29128, 32767}));
   cells[TareEnableCell] = 0;
   EXPECT_EQ(AngleWords({180, -90}, cells), (std::array<std::uint16_t, 2>{32767, 32769}));
-}
-
-TEST_F(LoggerTest, ErasesPageByPageAndReportsTheEndOnce) {
-  LoggerSetup full = SmallSetup();
-  full.stored.pages = 2047;
-  logger = Logger(full, now);
-  const auto stream = logger.Take('e', now);
-  ASSERT_TRUE(stream && stream->stream);
-  logger.Advance(now + 4s);
-  EXPECT_TRUE(Blank(1023));
-  EXPECT_FALSE(Blank(1024));
-  EXPECT_FALSE(logger.TakeMemoryChange());
-  EXPECT_EQ(logger.NextEvent(), now + 8s);
-  logger.Advance(now + 8s);
-  EXPECT_TRUE(std::ranges::all_of(logger.Memory().All(), IsErased));
-  EXPECT_TRUE(logger.TakeMemoryChange());
-  EXPECT_FALSE(logger.TakeMemoryChange());
-  EXPECT_EQ(logger.NextEvent(), std::nullopt);
-}
-
-// Both readers of the stream must come to their end: one waits for 2050 bytes, the other looks each 250 ms,
-// passes over two bytes a look, stops at a look of fewer than 4 and wants to have seen page 2047 by then.
-TEST_F(LoggerTest, StreamsEnoughForBothReaders) {
-  for (const int seconds : {0, 8, 300}) {
-    SCOPED_TRACE(seconds);
-    LoggerSetup setup = SmallSetup();
-    setup.eraseTime = std::chrono::seconds(seconds);
-    Logger erasing(setup, now);
-    Outbox line(ByteTime);
-    line.Send(*erasing.Take('e', now), now);
-    double counted = 0;
-    std::size_t sum = 0;
-    for (Time look = now + 1250ms;; look += 250ms) {
-      line.Advance(look);
-      const std::size_t count = line.Ready().size();
-      line.Written(count);
-      sum += count;
-      if (count < 4) break;
-      counted += static_cast<double>(count) - 2;
-      ASSERT_LE(count, static_cast<std::size_t>(look == now + 1250ms ? 2400 : 481)) << "faster than the line";
-    }
-    EXPECT_GE(std::nearbyint(counted / 3), 2047);
-    EXPECT_GE(sum, 2050U);
-    EXPECT_EQ(line.NextDue(), std::nullopt) << "the stream broke off";
-  }
 }
 
 // Each way of going away behind the erase, and what must not count as going away.
@@ -175,43 +112,10 @@ TEST_F(LoggerTest, LogsALaunchedRunWhileUnplugged) {
   }
 }
 
-TEST_F(LoggerTest, ForgetsALaunchOnceItIsLoggedOrErasedAgain) {
-  for (const char* const requests : {"65 58", "65 58 65"}) {
-    SCOPED_TRACE(requests);
-    Launch(requests);
-    EXPECT_EQ(Blank(1), requests != std::string("65 58"));
-    EXPECT_TRUE(logger.TakeMemoryChange());
-    logger.SetLineOpen(false, now += 1min);
-    EXPECT_FALSE(logger.TakeMemoryChange()) << "logged twice";
-  }
-}
-
-TEST_F(LoggerTest, LogsInTheModeOfTheCellsAndAnotherRunEachTime) {
-  Launch("65 58");
-  const auto first = Say("64 00 01");
-  Launch("65 58");
-  EXPECT_NE(Say("64 00 01"), first);
-  Launch("70 2A 00 65 58");
-  EXPECT_EQ(SamplesInBins(logger.Memory().Page(1)), 900) << "every sample of the period in one bin";
-}
-
 std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
   std::size_t count = 0;
   for (std::size_t n = 0; n + 1 < bytes.size(); n += 2) count += bytes[n] == 127 && bytes[n + 1] == 127;
   return count;
-}
-
-TEST(AngleByte, CountsTheNegativeHalfDownFrom255) {
-  struct Row {
-    double degrees, fullScale;
-    int byte;
-  };
-  for (const auto& [degrees, fullScale, byte] :
-       {Row{1.4, 180, 1}, Row{-1.4, 180, 254}, Row{-0.5, 180, 0}, Row{-90, 180, 191}, Row{180, 180, 128},
-        Row{-180, 180, 129}, Row{45, 90, 64}, Row{400, 90, 128}}) {
-    SCOPED_TRACE(degrees);
-    EXPECT_EQ(AngleByte(degrees, fullScale), byte);
-  }
 }
 
 TEST(StoreRun, WritesWhatThePlanSays) {
@@ -242,27 +146,6 @@ TEST(StoreRun, WritesWhatThePlanSays) {
     EXPECT_GE(std::ranges::count(memory.All(), 0x11), untouched);
     EXPECT_EQ(memory.Page(0)[0], 0x11);
   }
-}
-
-TEST(StoreRun, PutsXBinsOnOddPagesAndYBinsBehindThem) {
-  DataMemory memory;
-  StoreRun(memory, {.linear = false, .pages = 5, .seed = 3});
-  for (std::size_t page = 1; page <= 5; ++page) {
-    SCOPED_TRACE(page);
-    EXPECT_EQ(SamplesInBins(memory.Page(page)), 900);
-    EXPECT_GT(PageSize - static_cast<std::size_t>(std::ranges::count(memory.Page(page), 0)), 3U);
-  }
-  EXPECT_EQ(memory.Page(6)[0], 0xFF);
-  EXPECT_FALSE(std::ranges::equal(memory.Page(1), memory.Page(2)));
-}
-
-TEST(StoreRun, IsTheSameForTheSameSeedAlone) {
-  DataMemory one, same, other;
-  StoreRun(one, {.pages = 40, .seed = 3});
-  StoreRun(same, {.pages = 40, .seed = 3});
-  StoreRun(other, {.pages = 40, .seed = 4});
-  EXPECT_TRUE(std::ranges::equal(one.All(), same.All()));
-  EXPECT_FALSE(std::ranges::equal(one.All(), other.All()));
 }
 
 }  // namespace

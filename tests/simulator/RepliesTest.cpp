@@ -46,15 +46,6 @@ TEST(Outbox, PutsAByteTimeBetweenBytesFromTheRequestOn) {
   EXPECT_EQ(outbox.Advance(5s + 137'510us).size(), 1U) << "and is told when it is through";
 }
 
-TEST(Outbox, HoldsBackTheRepliesBehindALateOne) {
-  Outbox outbox(ByteTime);
-  Reply late = Bytes(1, 1);
-  late.delay = 20 * ByteTime;
-  outbox.Send(std::move(late), 0ns);
-  outbox.Send(Bytes(1, 2), 3 * ByteTime);
-  EXPECT_EQ(Moments(outbox, 0ns), "21 01|22 02");
-}
-
 TEST(Outbox, LetsRepliesIntoAStreamWithoutCrowdingTheLine) {
   Outbox outbox(ByteTime);
   Reply stream = Bytes(4, 0xEE);
@@ -69,15 +60,28 @@ TEST(Outbox, LetsRepliesIntoAStreamWithoutCrowdingTheLine) {
   EXPECT_EQ(Moments(outbox, 100 * ByteTime), "3 EE|4 EE|5 EE|6 EE");
 }
 
-TEST(Outbox, SendsAtOnceWithoutPaceAndNothingAfterAClosing) {
-  Outbox outbox(Time{0});
-  outbox.Send(Bytes(264), 5s);
-  EXPECT_EQ(outbox.Advance(5s).size(), 1U);
-  EXPECT_EQ(outbox.Ready().size(), 264U);
-  outbox.Send(Bytes(6), 6s);
-  outbox.Clear();
-  EXPECT_TRUE(outbox.Ready().empty());
-  EXPECT_EQ(outbox.NextDue(), std::nullopt);
+// Moments in byte times from a tick on, with the number of bytes that come then.
+TEST(Outbox, HandsBytesOnAsTheHostsPortGathersThem) {
+  struct Row {
+    HostPort port;
+    std::size_t bytes;
+    const char* moments;
+  };
+  for (const auto& [port, bytes, moments] :
+       {Row{{}, 3, "1 1|2 1|3 1|"}, Row{PlainPort, 16, "8 8|16 8|"}, Row{PlainPort, 18, "8 8|16 8|22 2|"},
+        Row{AdapterPort, 6, "30 6|"}, Row{AdapterPort, 70, "30 30|61 31|92 9|"}}) {
+    SCOPED_TRACE(std::to_string(port.bytes) + " " + std::to_string(bytes));
+    Outbox outbox(ByteTime, port);
+    outbox.Send(Bytes(bytes), 0ns);
+    std::string text;
+    for (auto due = outbox.NextDue(); due; due = outbox.NextDue()) {
+      outbox.Advance(*due);
+      if (outbox.Ready().empty()) continue;
+      text += std::to_string(*due / ByteTime) + " " + std::to_string(outbox.Ready().size()) + "|";
+      outbox.Written(outbox.Ready().size());
+    }
+    EXPECT_EQ(text, moments);
+  }
 }
 
 TEST(Outbox, DoesNotGrowWithoutBoundWhereNobodyReads) {

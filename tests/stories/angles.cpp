@@ -14,6 +14,10 @@ struct Recorder {
   const char* writer;
 };
 
+void PrintTo(const Recorder& row, std::ostream* out) {
+  *out << row.screen;
+}
+
 const Recorder Recorders[] = {
     {"Angles", 'A', AngleSampleTime, &VirtualLogger::angles, "txtX", "16.5", "Time(seconds),Angle X,Angle Y",
      "16.5,2.7", "WriteAnglesToFile"},
@@ -31,8 +35,7 @@ class RecorderStory : public LiveStory, public ::testing::WithParamInterface<Rec
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::ValuesIn(Recorders),
-                         [](const auto& row) { return std::string(row.param.screen); });
+INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::ValuesIn(Recorders));
 
 TEST_P(RecorderStory, OneRequestIsOutstandingAndEachReplySendsTheNext) {
   Sample();

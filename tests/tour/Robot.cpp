@@ -16,17 +16,14 @@ namespace bexlow::tour {
 
 namespace {
 
-constexpr int BoxStandsMs = 250;  // long enough to be painted
+constexpr int PatienceMs = 60'000;  // for any step: on a busy machine all take longer
+constexpr int BoxStandsMs = 250;    // long enough to be painted
 
 QString Plain(const QString& caption) {
   return QString(caption).remove('&');
 }
 
 }  // namespace
-
-void Require(bool condition, const std::string& what) {
-  if (!condition) throw Failed(what);
-}
 
 Robot::Robot(shell::MDIForm1& outer, std::filesystem::path output)
     : outer_(outer), output_(std::move(output)) {
@@ -70,36 +67,37 @@ void Robot::AnswerFile(QFileDialog& dialog) {
   QTest::keyClick(name, Qt::Key_Return);
 }
 
-Robot::Found Robot::Find(const QString& menu, const QString& entry) const {
+QAction* Robot::Offered(const QString& menu, const QString& entry) const {
   for (auto* top : outer_.menuBar()->actions()) {
-    if (Plain(top->text()) != menu) continue;
+    if (Plain(top->text()) != menu || !top->isEnabled() || !top->isVisible()) continue;
     for (auto* action : top->menu()->actions()) {
-      if (Plain(action->text()) == entry) return {top, action};
+      if (Plain(action->text()) == entry && action->isEnabled() && action->isVisible()) return action;
     }
   }
-  throw Failed("no entry " + menu.toStdString() + ", " + entry.toStdString());
-}
-
-bool Robot::Offers(const QString& menu, const QString& entry) const {
-  const auto [top, action] = Find(menu, entry);
-  return top->isEnabled() && top->isVisible() && action->isEnabled() && action->isVisible();
+  return nullptr;
 }
 
 void Robot::Choose(const QString& menu, const QString& entry) {
   std::cout << menu.toStdString() << ", " << entry.toStdString() << std::endl;
-  Require(Offers(menu, entry), entry.toStdString() + " is not offered");
-  Find(menu, entry).entry->trigger();
+  WaitUntil("the entry " + entry.toStdString(), [&] { return Offers(menu, entry); });
+  Offered(menu, entry)->trigger();
   Rest(50);
+}
+
+QPushButton* Robot::Button(const QString& caption) const {
+  const auto* form = platform::Form::Active();
+  if (form == nullptr) return nullptr;
+  for (auto* button : form->findChildren<QPushButton*>()) {
+    if (Plain(button->text()) == caption && button->isVisible() && button->isEnabled()) return button;
+  }
+  return nullptr;
 }
 
 void Robot::Press(const QString& caption) {
   std::cout << "press " << caption.toStdString() << std::endl;
-  for (auto* button : platform::Form::Active()->findChildren<QPushButton*>()) {
-    if (Plain(button->text()) != caption || !button->isVisible() || !button->isEnabled()) continue;
-    QTest::mouseClick(button, Qt::LeftButton);
-    return Rest(50);
-  }
-  throw Failed("no button " + caption.toStdString());
+  WaitUntil("the button " + caption.toStdString(), [&] { return Button(caption) != nullptr; });
+  QTest::mouseClick(Button(caption), Qt::LeftButton);
+  Rest(50);
 }
 
 void Robot::Mark(const char* name) {
@@ -123,8 +121,8 @@ void Robot::Rest(int ms) {
   QTest::qWait(ms);
 }
 
-void Robot::WaitUntil(const std::string& what, int limitMs, const std::function<bool()>& condition) {
-  Require(QTest::qWaitFor(condition, limitMs), "in vain waited for: " + what);
+void Robot::WaitUntil(const std::string& what, const std::function<bool()>& condition) {
+  Require(QTest::qWaitFor(condition, PatienceMs), "in vain waited for: " + what);
 }
 
 void Robot::Picture(const std::string& name) {
@@ -139,9 +137,9 @@ void Robot::PictureOfBox(const QString& text, const std::string& name) {
   pictureName_ = name;
 }
 
-void Robot::ExpectBox(const std::string& text, int limitMs) {
+void Robot::ExpectBox(const std::string& text) {
   const auto begins = [&](const std::string& box) { return box.starts_with(text); };
-  WaitUntil("the box " + text, limitMs, [&] { return std::ranges::any_of(boxes_, begins); });
+  WaitUntil("the box " + text, [&] { return std::ranges::any_of(boxes_, begins); });
   boxes_.clear();
 }
 

@@ -8,11 +8,11 @@
 
 #include <filesystem>
 #include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "platform/controls/Form.h"
+#include "rig/Rig.h"
 #include "shell/MDIForm1.h"
 
 class QFileDialog;
@@ -20,12 +20,7 @@ class QMessageBox;
 
 namespace bexlow::tour {
 
-/// A step did not come out as it must. Ends the tour.
-struct Failed : std::runtime_error {
-  using std::runtime_error::runtime_error;
-};
-
-void Require(bool condition, const std::string& what);
+using rig::Require;
 
 class Robot {
  public:
@@ -38,7 +33,7 @@ class Robot {
   void Type(const char* name, const QString& text);
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   /// Lets the program run until a condition holds.
-  void WaitUntil(const std::string& what, int limitMs, const std::function<bool()>& condition);
+  void WaitUntil(const std::string& what, const std::function<bool()>& condition);
   void Rest(int ms);
   /// A picture of the outer window and what lies above it.
   void Picture(const std::string& name);
@@ -48,8 +43,8 @@ class Robot {
   /// Answers "No" or "Cancel" the next time that a box begins so; all others get their usual button.
   void Decline(const QString& text) { declined_ = text; }
   void NextFile(const std::filesystem::path& path) { nextFile_ = path; }
-  /// A box with this beginning has been shown since the last call.
-  void ExpectBox(const std::string& text, int limitMs = 5000);
+  /// Waits until a box with this beginning has been shown since the last call.
+  void ExpectBox(const std::string& text);
 
   std::string Screen() const;
   template <class T>
@@ -61,13 +56,11 @@ class Robot {
   }
   std::string Text(const char* name) const;
   /// Neither the entry nor its menu is hidden or disabled.
-  bool Offers(const QString& menu, const QString& entry) const;
+  bool Offers(const QString& menu, const QString& entry) const { return Offered(menu, entry) != nullptr; }
 
  private:
-  struct Found {
-    QAction *menu, *entry;
-  };
-  Found Find(const QString& menu, const QString& entry) const;
+  QAction* Offered(const QString& menu, const QString& entry) const;
+  QPushButton* Button(const QString& caption) const;
   void Watch();
   void AnswerBox(QMessageBox& box);
   void AnswerFile(QFileDialog& dialog);

@@ -2,8 +2,12 @@
 
 #include <QDateTime>
 #include <QLineEdit>
+#include <QNetworkDatagram>
+#include <QUdpSocket>
 
+#include <algorithm>
 #include <cmath>
+#include <span>
 
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
@@ -21,9 +25,9 @@ void ConnectToLogger(Tour& tour, bool withPictures) {
   robot.Choose("File", "Connect");
   if (withPictures) robot.PictureOfBox("Bexlow found", "connect");
   robot.Press("Auto Detect");
-  robot.ExpectBox("Bexlow found on Comm 1!", 20000);
+  robot.ExpectBox("Bexlow found on Comm 1!");
   robot.Press("OK");
-  robot.WaitUntil("the menus open", 5000, [&] { return robot.Screen() == "Main"; });
+  robot.WaitUntil("the menus open", [&] { return robot.Screen() == "Main"; });
   Require(robot.Offers("Tools", "Launch"), "the Tools menu stays closed");
 }
 
@@ -38,7 +42,7 @@ constexpr std::size_t AveragesCell = 31;
 void ChangeSettings(Tour& tour) {
   auto& robot = tour.robot;
   robot.Choose("Tools", "Configuration");
-  robot.ExpectBox("Read completed!", 10000);
+  robot.ExpectBox("Read completed!");
   robot.Picture("configuration");
   const auto before = tour.standIn.Eeprom();
   auto& averages = robot.The<platform::CWNumEdit>("NumEdit31");
@@ -48,18 +52,18 @@ void ChangeSettings(Tour& tour) {
   robot.Choose("File", "Write");
   robot.Rest(3000);
   robot.Picture("configuration-writing");
-  robot.ExpectBox("Write completed!", 30000);
+  robot.ExpectBox("Write completed!");
   auto expected = before;
   expected[AveragesCell] = static_cast<std::uint8_t>(changed);
-  robot.WaitUntil("the written cells", 3000, [&] { return tour.standIn.Eeprom() == expected; });
+  robot.WaitUntil("the written cells", [&] { return tour.standIn.Eeprom() == expected; });
   robot.Choose("File", "Read");
-  robot.ExpectBox("Read completed!", 10000);
+  robot.ExpectBox("Read completed!");
   Require(averages.Value() == changed, "Averages as it was written");
   robot.Key(Qt::Key_F11, Qt::ControlModifier);
   robot.Choose("Tools", "EEPROM");
   robot.Press("Read");
-  robot.Rest(400);
-  Require(robot.Text("txtValue") == std::to_string(expected[2]), "cell 2 in the EEPROM screen");
+  robot.WaitUntil("cell 2 in the EEPROM screen",
+                  [&] { return robot.Text("txtValue") == std::to_string(expected[2]); });
   robot.Picture("eeprom");
   robot.Press("OK");
   robot.Choose("File", "Return");
@@ -74,16 +78,17 @@ void CalibrateAxes(Tour& tour) {
   robot.Picture("calibrate");
   robot.Choose("Data", "Sample");
   robot.Choose("Data", "Write");
-  robot.ExpectBox("Write completed!", 15000);
-  const auto cells = tour.standIn.Eeprom();
+  robot.ExpectBox("Write completed!");
   std::size_t address = 2;
   for (const char* box : {"txtOffsetX", "txtOffsetY", "txtOffsetZ", "txtGainX", "txtGainY", "txtGainZ"}) {
-    const double shown = std::stod(robot.Text(box));
-    Require(cells[address] * 256 + cells[address + 1] == static_cast<int>(std::nearbyint(shown)),
-            std::string(box) + " as written");
+    const auto shown = static_cast<int>(std::nearbyint(std::stod(robot.Text(box))));
+    robot.WaitUntil(std::string(box) + " as written", [&] {
+      const auto cells = tour.standIn.Eeprom();
+      return cells[address] * 256 + cells[address + 1] == shown;
+    });
     address += 2;
   }
-  Require(cells[32] == 0, "the shaker is off");
+  Require(tour.standIn.Eeprom()[32] == 0, "the shaker is off");
   robot.Choose("Data", "Return");
 }
 
@@ -92,27 +97,27 @@ void CalibrateAxes(Tour& tour) {
 void SaveAndCompare(Tour& tour, const std::string& name,
                     const std::function<std::string(const std::vector<int>&)>& recordOf) {
   auto& robot = tour.robot;
-  const auto file = name + ".qbx";
-  robot.NextFile(tour.dataFiles / file);
+  const auto file = tour.dataFiles / (name + ".qbx");
+  robot.NextFile(file);
   robot.Choose("Data", "Save");
   const auto before = tour.standIn.Samples().size();
+  constexpr std::size_t HeaderLines = 10, Enough = 400;
   robot.Choose("Data", "Sample");
-  robot.Rest(2500);
+  robot.WaitUntil(name + " in the file",
+                  [&] { return LinesOf(FileText(file)).size() > HeaderLines + Enough; });
   robot.Picture(name);
   robot.Choose("Data", "Sample");
-  robot.Rest(200);
   robot.Choose("Data", "Save");
-  const auto lines = LinesOf(FileText(tour.dataFiles / file));
-  constexpr std::size_t HeaderLines = 10;
-  Require(lines.size() > HeaderLines + 100, file + " holds too few samples");
-  const auto sent = tour.standIn.Samples();
+  const auto lines = LinesOf(FileText(file));
   const auto records = lines.size() - HeaderLines;
-  Require(sent.size() - before >= records, file + " holds more samples than were sent");
-  Require(sent.size() - before - records <= 2, file + " has lost samples");
+  robot.WaitUntil(name + " in the stand-in's record",
+                  [&] { return tour.standIn.Samples().size() >= before + records; });
+  const auto sent = tour.standIn.Samples();
+  Require(sent.size() - before - records <= 2, file.string() + " has lost samples");
   for (std::size_t i = 0; i < records; ++i) {
     const auto& line = lines[HeaderLines + i];
     Require(line.substr(line.find(',') + 1) == recordOf(sent[before + i]),
-            file + ", sample " + std::to_string(i) + ": " + line);
+            file.string() + ", sample " + std::to_string(i) + ": " + line);
   }
 }
 
@@ -134,13 +139,58 @@ void WatchAngles(Tour& tour) {
   });
   robot.Choose("Data", "Sample");
   robot.Rest(300);
+  const auto isTared = [&] { return tour.standIn.Eeprom()[14] != 0 || tour.standIn.Eeprom()[15] != 0; };
   robot.Press("Untare X");
-  Require(tour.standIn.Eeprom()[14] == 0 && tour.standIn.Eeprom()[15] == 0, "the X tare is cleared");
+  robot.WaitUntil("a cleared X tare", [&] { return !isTared(); });
   robot.Press("Tare X");
-  const auto cells = tour.standIn.Eeprom();
-  Require(cells[14] != 0 || cells[15] != 0, "the X tare is stored");
+  robot.WaitUntil("a stored X tare", isTared);
   robot.Picture("angles-tared");
   robot.Choose("Data", "Sample");
+  robot.Choose("Data", "Return");
+}
+
+/// Every datagram received was sent, in this order; a datagram may get lost, even on one computer.
+void CompareReceived(const std::vector<std::string>& received, std::span<const std::vector<int>> sent) {
+  std::size_t next = 0;
+  for (const auto& words : sent) {
+    const auto datagram = "BX" + AngleOfWord(words.at(0), 180) + "/" + AngleOfWord(words.at(1), 90) + "BX";
+    if (next < received.size() && received[next] == datagram) ++next;
+  }
+  Require(next == received.size(),
+          "what was received is not what was sent: " + received[std::min(next, received.size() - 1)]);
+}
+
+/// Sends to a socket that stands for the program on the other computer.
+void ShareAngles(Tour& tour) {
+  constexpr std::size_t Enough = 400;  // datagrams
+  auto& robot = tour.robot;
+  QUdpSocket peer, own;  // on ports that the system finds free
+  Require(peer.bind() && own.bind(), "two free ports");
+  const auto ownPort = QString::number(own.localPort());
+  own.close();
+  robot.Key(Qt::Key_F11, Qt::ControlModifier);
+  robot.Choose("Display", "Remote Session");
+  robot.Picture("remote");
+  robot.Type("txtPort", QString::number(peer.localPort()));
+  robot.Type("txtBind", ownPort);
+  robot.Press("Reset");
+  robot.WaitUntil("the bound port", [&] {
+    return robot.Text("lblSocket").starts_with("Bound to port " + ownPort.toStdString() + ".");
+  });
+  robot.Mark("optSend");
+  const auto before = tour.standIn.Samples().size();
+  std::vector<std::string> received;
+  robot.Choose("Data", "Sample");
+  robot.WaitUntil("datagrams", [&] {
+    while (peer.hasPendingDatagrams()) received.push_back(peer.receiveDatagram().data().toStdString());
+    return received.size() >= Enough;
+  });
+  robot.Picture("remote-sampling");
+  robot.Choose("Data", "Sample");
+  robot.WaitUntil("the samples in the stand-in's record",
+                  [&] { return tour.standIn.Samples().size() >= before + received.size(); });
+  const auto sent = tour.standIn.Samples();
+  CompareReceived(received, std::span(sent).subspan(before));
   robot.Choose("Data", "Return");
 }
 
@@ -152,8 +202,8 @@ void Download(Tour& tour, const std::filesystem::path& path) {
   robot.Choose("Data", "Download");
   robot.Rest(1200);
   robot.Picture("download");
-  robot.ExpectBox("Download completed!", 60000);
-  robot.WaitUntil("Graph", 5000, [&] { return robot.Screen() == "Graph"; });
+  robot.ExpectBox("Download completed!");
+  robot.WaitUntil("Graph", [&] { return robot.Screen() == "Graph"; });
   Require(FileText(path) == tour.standIn.ExpectedDataFile(), path.string() + " is not what the logger holds");
   robot.Rest(400);
 }
@@ -170,7 +220,7 @@ void DownloadRun(Tour& tour, const std::string& name) {
   Require(graph.XView().upper - graph.XView().lower < all.upper - all.lower, "the plus key does not zoom");
   robot.Picture("graph-zoomed");
   robot.Choose("File", "Return");
-  robot.WaitUntil("Main", 2000, [&] { return robot.Screen() == "Main"; });
+  robot.WaitUntil("Main", [&] { return robot.Screen() == "Main"; });
 }
 
 void ReviewPushes(Tour& tour, const std::string& name) {
@@ -199,9 +249,9 @@ void LaunchRun(Tour& tour) {
   robot.ExpectBox("Bexlow will erase");
   robot.Rest(2000);
   robot.Picture("launch");
-  robot.ExpectBox("Disconnect the serial cable from the Bexlow!", 30000);
+  robot.ExpectBox("Disconnect the serial cable from the Bexlow!");
   Require(!robot.Offers("Tools", "Launch"), "the Tools menu stays open behind a launch");
-  robot.WaitUntil("the run that was launched", 10000, [&] { return !tour.standIn.MemoryIsBlank(); });
+  robot.WaitUntil("the run that was launched", [&] { return !tour.standIn.MemoryIsBlank(); });
   const auto cells = tour.standIn.Eeprom();
   const auto since = QDateTime(QDate(cells[104] * 256 + cells[105], cells[109], cells[103]),
                                QTime(cells[106], cells[107], cells[108]))
@@ -215,13 +265,13 @@ void EraseLogger(Tour& tour) {
   robot.Choose("Data", "Erase");
   robot.Rest(1600);
   robot.Picture("erase");
-  robot.ExpectBox("Erase completed!", 30000);
-  robot.WaitUntil("an empty memory", 10000, [&] { return tour.standIn.MemoryIsBlank(); });
+  robot.ExpectBox("Erase completed!");
+  robot.WaitUntil("an empty memory", [&] { return tour.standIn.MemoryIsBlank(); });
   const auto path = tour.dataFiles / "emptied.qbx";
   robot.NextFile(path);
   robot.Decline("Would you like to graph");
   robot.Choose("Data", "Download");
-  robot.ExpectBox("Would you like to graph", 30000);
+  robot.ExpectBox("Would you like to graph");
   const std::string text = FileText(path);
   Require(std::count(text.begin(), text.end(), '\n') == 12, "an emptied logger gives more than 12 lines");
   robot.Choose("Data", "Return");

@@ -3,14 +3,14 @@
 
 #include <filesystem>
 
+#include "tour/RecordedStandIn.h"
 #include "tour/Robot.h"
-#include "tour/StandIn.h"
 
 namespace bexlow::tour {
 
 struct Tour {
   Robot& robot;
-  StandIn& standIn;
+  RecordedStandIn& standIn;
   std::filesystem::path dataFiles;
 };
 
@@ -18,10 +18,5 @@ struct Tour {
 void Visit(Tour& tour);
 /// On a logger that has counted bins.
 void VisitBins(Tour& tour);
-
-/// Sends to a second program, which this one starts.
-void ShareAngles(Tour& tour);
-/// The second program's part.
-void ReceiveAngles(Robot& robot, const std::filesystem::path& output);
 
 }  // namespace bexlow::tour

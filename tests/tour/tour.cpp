@@ -2,7 +2,6 @@
 // file with what the stand-in holds, and leaves a picture of each screen.
 //
 // bexlow-tour --logger PROGRAM --output FOLDER
-// bexlow-tour --receiver --output FOLDER
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QSettings>
@@ -10,6 +9,7 @@
 #include <cstdlib>
 #include <functional>
 #include <iostream>
+#include <stdexcept>
 
 #include "platform/machine/RealMachine.h"
 #include "shell/Emblem.h"
@@ -22,17 +22,15 @@ using namespace bexlow;
 
 void TourWithLogger(tour::Robot& robot, const std::filesystem::path& logger,
                     const std::filesystem::path& output) {
-  std::filesystem::create_directories(output / "stand-in");
   const auto visit = [&](const QStringList& options, const std::function<void(tour::Tour&)>& stages) {
-    tour::StandIn standIn(logger, output / "Ports" / "COM1", output / "stand-in", options);
+    tour::RecordedStandIn standIn(logger, output, options);
     tour::Tour tour{robot, standIn, output / "Data Files"};
     stages(tour);
   };
-  visit({}, tour::Visit);
+  visit({"--motion", "turn", "--erase-seconds", "5", "--run-pages", "9"}, tour::Visit);
   visit({"--mode", "bin", "--pages", "6"}, tour::VisitBins);
 }
 
-/// @param logger  empty in the second program of the remote session
 int Run(const std::filesystem::path& logger, const std::filesystem::path& output) {
   std::filesystem::remove_all(output);
   std::filesystem::create_directories(output / "Ports");
@@ -47,13 +45,13 @@ int Run(const std::filesystem::path& logger, const std::filesystem::path& output
   tour::Robot robot(outer, output);
   robot.Rest(500);
   try {
-    logger.empty() ? tour::ReceiveAngles(robot, output) : TourWithLogger(robot, logger, output);
-  } catch (const tour::Failed& failure) {
+    TourWithLogger(robot, logger, output);
+  } catch (const std::runtime_error& failure) {
     robot.Picture("failure");
     std::cerr << "The tour failed: " << failure.what() << "\n";
     return 1;
   }
-  if (!logger.empty()) std::cout << "The tour is complete: all files are what the stand-in holds.\n";
+  std::cout << "The tour is complete: all files are what the stand-in holds.\n";
   return 0;
 }
 
@@ -65,15 +63,13 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setWindowIcon(shell::DrawEmblem(64, 1));
   QCommandLineParser options;
-  options.addOptions({{"logger", "The stand-in logger.", "program"},
-                      {"output", "Pictures and files.", "folder"},
-                      {"receiver", "Receive in a remote session, without a logger."}});
+  options.addOptions(
+      {{"logger", "The stand-in logger.", "program"}, {"output", "Pictures and files.", "folder"}});
   options.process(application);
   const auto absolute = [&](const char* name) {
     return std::filesystem::absolute(options.value(name).toStdString());
   };
-  const int result =
-      Run(options.isSet("receiver") ? std::filesystem::path() : absolute("logger"), absolute("output"));
+  const int result = Run(absolute("logger"), absolute("output"));
   std::filesystem::remove_all(runtime);
   return result;
 }

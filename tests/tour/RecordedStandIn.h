@@ -1,8 +1,6 @@
-// The stand-in logger as a process, and what the files must hold that were downloaded from it: worked out
-// here from its memory, by formulas of the tour's own.
+// A stand-in logger that records what it holds and says, and what the files must hold that were downloaded
+// from it: worked out here from its memory, by formulas of the tour's own.
 #pragma once
-
-#include <QProcess>
 
 #include <array>
 #include <cstdint>
@@ -10,15 +8,15 @@
 #include <string>
 #include <vector>
 
+#include "rig/Rig.h"
+
 namespace bexlow::tour {
 
-class StandIn {
+class RecordedStandIn : public rig::StandIn {
  public:
-  /// Starts it and waits until its device is there.
-  /// @param more  options that come last, and so hold against the tour's own
-  StandIn(const std::filesystem::path& program, const std::filesystem::path& link,
-          std::filesystem::path folder, const QStringList& more = {});
-  ~StandIn();
+  /// Records in the folder's "stand-in".
+  RecordedStandIn(const std::filesystem::path& logger, const std::filesystem::path& folder,
+                  const QStringList& options);
 
   std::array<std::uint8_t, 256> Eeprom() const;
   std::vector<std::uint8_t> Pages() const;        ///< 2048 pages of 264 bytes
@@ -33,8 +31,7 @@ class StandIn {
  private:
   std::string Record(int page) const;
 
-  std::filesystem::path folder_;
-  QProcess process_;
+  std::filesystem::path records_;
 };
 
 /// A file as bytes; empty if it cannot be read.

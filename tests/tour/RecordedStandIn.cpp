@@ -1,4 +1,4 @@
-#include "tour/StandIn.h"
+#include "tour/RecordedStandIn.h"
 
 #include <algorithm>
 #include <cmath>
@@ -6,9 +6,9 @@
 #include <fstream>
 #include <sstream>
 
-#include "tour/Robot.h"
-
 namespace bexlow::tour {
+
+using rig::Require;
 
 namespace {
 
@@ -34,6 +34,13 @@ std::string AngleOfByte(int byte, int fullScale) {
   return Tenths((byte > 128 ? byte - 255 : byte) * fullScale / 128.0);
 }
 
+QStringList RecordsIn(const std::filesystem::path& folder) {
+  std::filesystem::create_directories(folder);
+  const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
+  return {"--dump-pages", file("pages.bin"),   "--dump-eeprom", file("eeprom.bin"),
+          "--samples",    file("samples.txt"), "--log",         file("line.log")};
+}
+
 }  // namespace
 
 std::string FileText(const std::filesystem::path& path) {
@@ -56,47 +63,27 @@ std::string AngleOfWord(int word, double fullScale) {
   return Tenths((word > 32767 ? word - 65535 : word) / 32767.0 * fullScale);
 }
 
-StandIn::StandIn(const std::filesystem::path& program, const std::filesystem::path& link,
-                 std::filesystem::path folder, const QStringList& more)
-    : folder_(std::move(folder)) {
-  const auto file = [&](const char* name) { return QString::fromStdString((folder_ / name).string()); };
-  process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-  const QStringList own{"--link",          QString::fromStdString(link.string()),
-                        "--pages",         "24",
-                        "--pushes",        "5",
-                        "--motion",        "turn",
-                        "--erase-seconds", "5",
-                        "--run-pages",     "9",
-                        "--dump-pages",    file("pages.bin"),
-                        "--dump-eeprom",   file("eeprom.bin"),
-                        "--samples",       file("samples.txt"),
-                        "--log",           file("line.log")};
-  process_.start(QString::fromStdString(program.string()), own + more);
-  Require(process_.waitForStarted() && process_.waitForReadyRead(5000), "the stand-in logger does not start");
-}
+RecordedStandIn::RecordedStandIn(const std::filesystem::path& logger, const std::filesystem::path& folder,
+                                 const QStringList& options)
+    : StandIn(logger, folder, RecordsIn(folder / "stand-in") + options), records_(folder / "stand-in") {}
 
-StandIn::~StandIn() {
-  process_.terminate();
-  process_.waitForFinished(5000);
-}
-
-std::array<std::uint8_t, 256> StandIn::Eeprom() const {
-  const std::string bytes = FileText(folder_ / "eeprom.bin");
+std::array<std::uint8_t, 256> RecordedStandIn::Eeprom() const {
+  const std::string bytes = FileText(records_ / "eeprom.bin");
   Require(bytes.size() == 256, "the stand-in's settings are not there");
   std::array<std::uint8_t, 256> cells{};
   std::ranges::copy(bytes, cells.begin());
   return cells;
 }
 
-std::vector<std::uint8_t> StandIn::Pages() const {
-  const std::string bytes = FileText(folder_ / "pages.bin");
+std::vector<std::uint8_t> RecordedStandIn::Pages() const {
+  const std::string bytes = FileText(records_ / "pages.bin");
   Require(bytes.size() == 2048 * PageSize, "the stand-in's pages are not there");
   return {bytes.begin(), bytes.end()};
 }
 
-std::vector<std::vector<int>> StandIn::Samples() const {
+std::vector<std::vector<int>> RecordedStandIn::Samples() const {
   std::vector<std::vector<int>> samples;
-  for (const auto& line : LinesOf(FileText(folder_ / "samples.txt"))) {
+  for (const auto& line : LinesOf(FileText(records_ / "samples.txt"))) {
     std::istringstream words(line);
     auto& sample = samples.emplace_back();
     for (int word = 0; words >> word;) sample.push_back(word);
@@ -104,11 +91,11 @@ std::vector<std::vector<int>> StandIn::Samples() const {
   return samples;
 }
 
-bool StandIn::MemoryIsBlank() const {
+bool RecordedStandIn::MemoryIsBlank() const {
   return std::ranges::all_of(Pages(), [](std::uint8_t byte) { return byte == 0xFF; });
 }
 
-std::string StandIn::Record(int page) const {
+std::string RecordedStandIn::Record(int page) const {
   const auto pages = Pages();
   const bool bins = Eeprom()[ModeCell] == 0;
   std::string text = std::to_string(page);
@@ -124,7 +111,7 @@ std::string StandIn::Record(int page) const {
   return text + "\r\n";
 }
 
-std::string StandIn::ExpectedDataFile() const {
+std::string RecordedStandIn::ExpectedDataFile() const {
   const auto cells = Eeprom();
   const auto word = [&](std::size_t address) {
     return std::to_string(cells[address] * 256 + cells[address + 1]);
@@ -150,7 +137,7 @@ std::string StandIn::ExpectedDataFile() const {
   return text;
 }
 
-std::vector<int> StandIn::ExpectedPushes() const {
+std::vector<int> RecordedStandIn::ExpectedPushes() const {
   const auto pages = Pages();
   std::vector<int> pushes;
   for (std::size_t i = PageSize; i < pages.size(); i += 2) {

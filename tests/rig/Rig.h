@@ -1,0 +1,85 @@
+// What the tour, the campaign and the benches need around the real screens: a folder of their own, the
+// stand-in logger on Comm 1, a machine whose boxes answer themselves, and the outer window.
+#pragma once
+
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+
+#include <filesystem>
+#include <functional>
+
+#include "platform/machine/RealMachine.h"
+#include "shell/MDIForm1.h"
+
+namespace bexlow::rig {
+
+/// Throws std::runtime_error unless it holds.
+void Require(bool holds, const std::string& what);
+
+/// A folder of this run's own, which is also its home, settings and runtime folder. Gone with the object. To
+/// be made before the QApplication; without a display at hand, windows are drawn offscreen.
+class Scratch {
+ public:
+  Scratch();
+  ~Scratch();
+  Scratch(const Scratch&) = delete;
+  Scratch& operator=(const Scratch&) = delete;
+
+  const std::filesystem::path& Path() const { return path_; }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// The stand-in logger at "Ports/COM1" of the folder, until the object goes.
+class StandIn {
+ public:
+  /// Requires that it says within 20 s that it is there.
+  StandIn(const std::filesystem::path& logger, const std::filesystem::path& folder,
+          const QStringList& options);
+  ~StandIn();
+  /// Ends it, so that its files are whole.
+  void End();
+
+ private:
+  QProcess process_;
+};
+
+/// The real machine with a user who closes each box, agrees to nothing, and chooses one file.
+class AnsweredMachine : public platform::RealMachine {
+ public:
+  explicit AnsweredMachine(const std::filesystem::path& folder, std::filesystem::path file = {})
+      : RealMachine(folder), file_(std::move(file)) {}
+
+  platform::Answer Ask(const std::string& text, platform::Buttons buttons) override;
+  std::optional<std::string> AskFile(const platform::FileQuestion&) override { return file_.string(); }
+
+  /// Sees each box before it is closed.
+  std::function<void(const std::string& text, platform::Buttons buttons)> onBox;
+
+ private:
+  std::filesystem::path file_;
+};
+
+/// The program's outer window on a machine, with Comm 1 selected.
+class Program {
+ public:
+  /// Requires that the program loads.
+  explicit Program(AnsweredMachine& machine);
+
+  template <class Screen, class... Arguments>
+  Screen& Show(Arguments&&... arguments) {
+    auto* screen = new Screen(std::forward<Arguments>(arguments)...);
+    outer.ShowChild(screen);
+    outer.show();
+    return *screen;
+  }
+  /// Triggers a menu entry once the event loop runs, and lets it run until something quits it, or for so
+  /// long.
+  static void Run(QAction* entry, int limitMs);
+
+  shell::MDIForm1 outer;
+};
+
+}  // namespace bexlow::rig
