@@ -10,6 +10,7 @@
 
 #include "download/LinearCsv.h"
 #include "download/PageDecoder.h"
+#include "download/RunPreview.h"
 #include "link/Communications.h"
 #include "live/NumberText.h"
 #include "platform/controls/Controls.h"
@@ -143,6 +144,9 @@ bool DownloadErase::ChooseFile() {
 }
 
 void DownloadErase::StartPages() {
+  const auto& parameters = Shared.OnBoardParameters;
+  preview_->Begin(Shared.DownloadHeader, Shared.DataFileName, parameters.BinLinearMode,
+                  parameters.LinearChannels);
   MousePointer(Pointer::Busy);
   mnuDownload->setChecked(true);
   Shared.DownloadPageNumber = 0;
@@ -210,6 +214,9 @@ void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
   RequestPage(stepsSent);
+  // The next page is on the line meanwhile.
+  const auto taken = Shared.DownloadPageNumber - 1;
+  if (taken > 0) preview_->Add(taken, Shared.PageDataText, TimeLeft());
 }
 
 // Whole seconds of the calendar clock, and no limit to the repeats: only the user knows when to give up.
@@ -237,9 +244,12 @@ platform::Activity DownloadErase::Activity() const {
   if (!mnuDownload->isChecked()) return {"Retrieving on-board parameters", ""};
   if (!lblWarning->isHidden())
     return {"No reply, asking again", "for page " + NumberText(Shared.DownloadPageNumber)};
-  const int pagesLeft = Shared.MaxDownloadPages - Shared.DownloadPageNumber;
-  return {"Downloading", "page " + NumberText(Shared.DownloadPageNumber) + ", at most " +
-                             live::DurationText(pagesLeft * SecondsAPage) + " left"};
+  return {"Downloading", "page " + NumberText(Shared.DownloadPageNumber) + ", " + TimeLeft() + " left"};
+}
+
+std::string DownloadErase::TimeLeft() const {
+  return "at most " +
+         live::DurationText((Shared.MaxDownloadPages - Shared.DownloadPageNumber) * SecondsAPage);
 }
 
 // Saving ends with the download: a live screen on another tab must not append its samples to this file.
@@ -273,6 +283,7 @@ void DownloadErase::StopDownload() {
 }
 
 void DownloadErase::BackToIdle() {
+  preview_->End();
   fraPBar->setTitle("Download Progress");
   PBar->setValue(0);
   mnuDownload->setChecked(false);

@@ -18,6 +18,8 @@ class QProgressBar;
 
 namespace bexlow::download {
 
+class RunPreview;
+
 class DownloadErase : public platform::Form {
   Q_OBJECT
 
@@ -49,6 +51,7 @@ class DownloadErase : public platform::Form {
   link::Request BeginNextRequest(const link::Bytes& reply) const;
   static bool EndsData(const link::Bytes& reply);
   platform::Activity Activity() const;
+  std::string TimeLeft() const;
   void FinishDownload();
   void StopDownload();
   void MakeLinearCSV(const std::string& dataFileName);
@@ -71,6 +74,7 @@ class DownloadErase : public platform::Form {
   QLineEdit* txtTimer = nullptr;
   QLineEdit* txtBufferLen = nullptr;
   QLabel* lblWarning = nullptr;
+  RunPreview* preview_ = nullptr;
 };
 
 }  // namespace bexlow::download

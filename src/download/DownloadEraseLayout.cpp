@@ -1,12 +1,13 @@
 // How the Download screen is built; what it does is in DownloadErase.cpp.
-#include <QFormLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QVBoxLayout>
 
 #include "download/DownloadErase.h"
+#include "download/RunPreview.h"
 #include "platform/controls/Controls.h"
 
 namespace bexlow::download {
@@ -53,12 +54,13 @@ void DownloadErase::BuildBody() {
 
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(24, 24, 24, 24);
-  column->setSpacing(16);
+  column->setSpacing(12);
   column->addWidget(fraPBar);
   column->addWidget(lblWarning);
   column->addWidget(BuildDetails());
   column->addWidget(erase_.Frame());
-  column->addStretch();
+  column->addWidget(preview_ = new RunPreview(this), 100);
+  column->addStretch(1);  // while there is no run to show
 }
 
 QWidget* DownloadErase::BuildDetails() {
@@ -71,12 +73,12 @@ QWidget* DownloadErase::BuildDetails() {
                       {txtTimer, "txtTimer", "Label3", "Timer Advance"},
                       {txtBufferLen, "txtBufferLen", "Label1", "Buffer Len"}};
   auto* details = new QWidget(this);
-  auto* form = new QFormLayout(details);
-  form->setContentsMargins(0, 0, 0, 0);
-  form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+  auto* line = new QHBoxLayout(details);
+  line->setContentsMargins(0, 0, 0, 0);
   for (const auto& [box, name, label, caption] : rows) {
     box = MakeReadOnlyBox(name, caption, details);
-    form->addRow(MakeLabel(label, caption, details, box), box);
+    line->addWidget(MakeLabel(label, caption, details, box));
+    line->addWidget(box);
   }
   return details;
 }

@@ -139,18 +139,8 @@ void Graph::OpenBin() {
   PageNumber(1);
   cmdPrevious->setEnabled(false);
   cmdNext->setEnabled(true);
-  graphs_->MoveTogether(false);
-  struct Row {
-    platform::CWGraph* graph;
-    double fullScale;
-  };
-  for (const auto& [graph, fullScale] :
-       {Row{graphs_->CWGraph1, GraphPair::FullScaleX}, Row{graphs_->CWGraph2, GraphPair::FullScaleY}}) {
-    graph->SetPlotStyle(platform::PlotStyle::Bin);
-    graph->SetXAxis(false, -fullScale, fullScale);
-    graph->SetYAxis(true, 0, 1);
-    graph->ClearData();
-  }
+  graphs_->PrepareBin();
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->ClearData();
   Big(PageNumberX, FileName());
 }
 
@@ -161,7 +151,7 @@ void Graph::OpenLinear(int channel) {
   graphs_->CWGraph1->ClearData();
   graphs_->CWGraph2->ClearData();
   graphs_->PrepareLinear();
-  graphs_->MoveTogether(channel == 3);
+  graphs_->MoveTogether(channel == 3);  // one channel leaves the other graph empty
   if (channel == 1 || channel == 2) BuildSingleChannelArray(channel);
   if (channel == 3) BuildDoubleChannelArrays();
   if (channel == 1 || channel == 3) graphs_->Plot(*graphs_->CWGraph1, XLinear);
@@ -235,8 +225,7 @@ void Graph::Big(std::int16_t page, const std::string& fileName) {
 
 void Graph::ShowPair(const BinPair& pair) {
   ConvertPointArraysToDegreeArrays(pair);
-  graphs_->CWGraph1->PlotY(std::span<const double>(degrees_.XDegrees), -GraphPair::FullScaleX, 1);
-  graphs_->CWGraph2->PlotY(std::span<const double>(degrees_.YDegrees), -GraphPair::FullScaleY, 1);
+  graphs_->Plot(degrees_);
 }
 
 void Graph::ConvertPointArraysToDegreeArrays(const BinPair& pair) {

@@ -34,15 +34,26 @@ GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
 }
 
 void GraphPair::PrepareLinear() {
-  struct Row {
-    CWGraph* graph;
-    double fullScale;
-  };
-  for (const auto& [graph, fullScale] : {Row{CWGraph1, FullScaleX}, Row{CWGraph2, FullScaleY}}) {
+  MoveTogether(true);
+  for (const auto& [graph, fullScale] : Scales()) {
     graph->SetPlotStyle(platform::PlotStyle::Linear);
     graph->SetXAxis(true, 0, 10);
     graph->SetYAxis(false, -fullScale, fullScale);
   }
+}
+
+void GraphPair::PrepareBin() {
+  MoveTogether(false);
+  for (const auto& [graph, fullScale] : Scales()) {
+    graph->SetPlotStyle(platform::PlotStyle::Bin);
+    graph->SetXAxis(false, -fullScale, fullScale);
+    graph->SetYAxis(true, 0, 1);
+  }
+}
+
+void GraphPair::Plot(const DegreeArrays& degrees) {
+  CWGraph1->PlotY(std::span<const double>(degrees.XDegrees), -FullScaleX, 1);
+  CWGraph2->PlotY(std::span<const double>(degrees.YDegrees), -FullScaleY, 1);
 }
 
 void GraphPair::Plot(CWGraph& graph, const Samples& samples) {

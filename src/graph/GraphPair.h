@@ -3,6 +3,10 @@
 
 #include <QWidget>
 
+#include <array>
+#include <utility>
+
+#include "graph/BinPages.h"
 #include "graph/Series.h"
 #include "platform/graph/CWGraph.h"
 
@@ -19,6 +23,10 @@ class GraphPair : public QWidget {
 
   /// The Linear style: x axes auto-scaled, y axes at full scale.
   void PrepareLinear();
+  /// The Bin style: x axes at full scale, y axes auto-scaled.
+  void PrepareBin();
+  /// Draws a pair of bin pages.
+  void Plot(const DegreeArrays& degrees);
   /// Draws a run: x axis from 0 to the last index of the series.
   void Plot(platform::CWGraph& graph, const Samples& samples);
   /// The x views of both graphs move together, or each by itself.
@@ -26,6 +34,11 @@ class GraphPair : public QWidget {
 
   platform::CWGraph* CWGraph1;
   platform::CWGraph* CWGraph2;
+
+ private:
+  std::array<std::pair<platform::CWGraph*, double>, 2> Scales() const {
+    return {std::pair{CWGraph1, FullScaleX}, {CWGraph2, FullScaleY}};
+  }
 };
 
 }  // namespace bexlow::graph

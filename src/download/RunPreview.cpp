@@ -1,0 +1,125 @@
+#include "download/RunPreview.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+
+#include <filesystem>
+
+#include "graph/BinPages.h"
+#include "graph/GraphPair.h"
+#include "live/NumberText.h"
+#include "platform/controls/Controls.h"
+#include "platform/machine/Machine.h"
+
+namespace bexlow::download {
+
+using graph::GraphPair;
+
+namespace {
+
+constexpr std::int64_t ShowingsASecond = 10;  // at most: a page of a real line takes 163 ms
+
+void Append(graph::Samples& samples, const graph::Samples& more) {
+  samples.insert(samples.end(), more.begin(), more.end());
+}
+
+}  // namespace
+
+RunPreview::RunPreview(QWidget* parent) : QWidget(parent) {
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(0, 0, 0, 0);
+  AddBox(grid, txtDataFile, "txtDataFile", "Data File");
+  AddBox(grid, txtPages, "txtPages", "Pages");
+  AddBox(grid, txtTimeLeft, "txtTimeLeft", "Time Left");
+  AddBox(grid, txtSerialNumber, "txtSerialNumber", "Serial Number");
+  AddBox(grid, txtLaunchTime, "txtLaunchTime", "Launched");
+  AddBox(grid, txtFirmwareVersion, "txtFirmwareVersion", "Firmware");
+  AddBox(grid, txtSamplingFrequency, "txtSamplingFrequency", "Sampling Frequency");
+  graphs_ = new GraphPair(this);
+  grid->addWidget(graphs_, grid->rowCount(), 0, 1, 8);
+  grid->setRowStretch(grid->rowCount() - 1, 1);
+  hide();
+}
+
+// Four boxes a line.
+void RunPreview::AddBox(QGridLayout* grid, QLineEdit*& box, const char* name, const char* caption) {
+  const int place = grid->count() / 2;
+  box = platform::MakeReadOnlyBox(name, caption, this);
+  grid->addWidget(platform::MakeLabel("", caption, this, box), place / 4, place % 4 * 2);
+  grid->addWidget(box, place / 4, place % 4 * 2 + 1);
+}
+
+void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName, double BinLinearMode,
+                       double LinearChannels) {
+  const auto set = [](QLineEdit* box, const std::string& text) {
+    box->setText(QString::fromStdString(text));
+  };
+  set(txtDataFile, std::filesystem::path(fileName).filename().string());
+  txtDataFile->setToolTip(QString::fromStdString(fileName));
+  set(txtSerialNumber, live::PlainNumberText(header.SerialNumber));
+  set(txtLaunchTime, header.LaunchTimeText);
+  set(txtFirmwareVersion, header.FirmwareVersionText);
+  set(txtSamplingFrequency, header.SamplingFrequencyText + " Hz");
+  for (auto* box : {txtPages, txtTimeLeft}) box->clear();
+  bins_ = BinLinearMode == 0;
+  channels_ = BinLinearMode == 1 ? static_cast<int>(LinearChannels) : 0;
+  samples_ = {};
+  records_.clear();
+  graphs_->PrepareLinear();
+  if (bins_) graphs_->PrepareBin();
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->ClearData();
+  show();
+}
+
+void RunPreview::Add(std::int32_t page, const std::string& pageDataText, const std::string& timeLeft) {
+  page_ = page;
+  timeLeft_ = timeLeft;
+  unshown_ = true;
+  const std::string record = PageRecord(page, pageDataText);
+  if (bins_) {
+    records_ = (page % 2 == 0 ? records_ : "") + record;
+  } else {
+    AddSamples(record);
+  }
+  auto& machine = platform::Machine::Get();
+  if ((machine.QueryPerformanceCounter() - shownAt_) * ShowingsASecond >= machine.QueryPerformanceFrequency())
+    Show();
+}
+
+// A record behind twelve lines reads like a file of its own.
+void RunPreview::AddSamples(const std::string& record) {
+  const std::string file = std::string(12, '\n') + record;
+  if (channels_ == 3) {
+    const auto more = graph::ReadDouble(file).value_or(graph::DoubleSeries{});
+    Append(samples_.x, more.x);
+    Append(samples_.y, more.y);
+  } else if (channels_ == 1 || channels_ == 2) {
+    Append(channels_ == 1 ? samples_.x : samples_.y, graph::ReadSingle(file).value_or(graph::Samples{}));
+  }
+}
+
+void RunPreview::End() {
+  if (unshown_) Show();
+  txtTimeLeft->clear();
+}
+
+void RunPreview::Show() {
+  unshown_ = false;
+  shownAt_ = platform::Machine::Get().QueryPerformanceCounter();
+  txtPages->setText(QString::fromStdString(live::CountText(page_)));
+  txtTimeLeft->setText(QString::fromStdString(timeLeft_));
+  if (bins_) return ShowBins();
+  graphs_->Plot(*graphs_->CWGraph1, samples_.x);
+  graphs_->Plot(*graphs_->CWGraph2, samples_.y);
+}
+
+// A set is whole when its Y page has come.
+void RunPreview::ShowBins() {
+  if (page_ % 2 != 0) return;
+  const auto pair = graph::FindPair(records_, page_ - 1);
+  if (pair.result == graph::PairResult::Found)
+    graphs_->Plot(graph::SpreadOverDegrees(pair.XPoints, pair.YPoints));
+}
+
+}  // namespace bexlow::download

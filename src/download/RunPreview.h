@@ -1,0 +1,59 @@
+// The run of a download while it arrives: what its header told, and its pages as graphs.
+#pragma once
+
+#include <QWidget>
+
+#include <cstdint>
+#include <string>
+
+#include "download/DataFile.h"
+#include "graph/Series.h"
+
+class QGridLayout;
+class QLineEdit;
+
+namespace bexlow::graph {
+class GraphPair;
+}
+
+namespace bexlow::download {
+
+class RunPreview : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit RunPreview(QWidget* parent);
+
+  /// Shows a header and empty graphs.
+  void Begin(const DownloadHeader& header, const std::string& fileName, double BinLinearMode,
+             double LinearChannels);
+  /// Adds a page and shows it, where the last showing is long enough ago.
+  void Add(std::int32_t page, const std::string& pageDataText, const std::string& timeLeft);
+  /// Shows what has not been shown yet. No time is left.
+  void End();
+
+ private:
+  void Show();
+  void AddBox(QGridLayout* grid, QLineEdit*& box, const char* name, const char* caption);
+  void AddSamples(const std::string& record);
+  void ShowBins();
+
+  QLineEdit* txtSerialNumber = nullptr;
+  QLineEdit* txtLaunchTime = nullptr;
+  QLineEdit* txtFirmwareVersion = nullptr;
+  QLineEdit* txtSamplingFrequency = nullptr;
+  QLineEdit* txtDataFile = nullptr;
+  QLineEdit* txtPages = nullptr;
+  QLineEdit* txtTimeLeft = nullptr;
+  graph::GraphPair* graphs_;
+  std::string timeLeft_;
+  bool bins_ = false;
+  int channels_ = 0;
+  std::int32_t page_ = 0;
+  graph::DoubleSeries samples_;
+  std::string records_;  ///< of the last pair of bin pages
+  bool unshown_ = false;
+  std::int64_t shownAt_ = 0;  ///< reading of the high-resolution counter
+};
+
+}  // namespace bexlow::download
