@@ -13,7 +13,6 @@ namespace {
 constexpr std::size_t FieldCount = sizeof(OnBoardParameters) / sizeof(double);
 constexpr std::size_t ReadCount = EndOfRead - FirstIndex;
 constexpr std::size_t WriteCount = EndOfWrite - FirstIndex;
-constexpr std::size_t IdentityCount = 7;
 
 consteval bool LimitsAreSound(const Parameter& row) {
   if (row.control != Control::NumEdit) return row.control != Control::Text || row.field == nullptr;
@@ -36,29 +35,19 @@ consteval bool RowsAreSound() {
   }
   return fields == FieldCount;
 }
-static_assert(FieldCount == 24 && RowsAreSound());
+static_assert(RowsAreSound());
 
-/// The read-only boxes stand at places 0 to 6, each once.
+/// The read-only boxes stand at places from 0, each once.
 consteval bool PlacesAreSound() {
   unsigned places = 0;
   for (const Parameter& row : Parameters) {
-    if (row.control != Control::Text) continue;
+    if (!IsIdentity(row)) continue;
     if (row.place < 0 || (places >> row.place & 1u) != 0) return false;
     places |= 1u << row.place;
   }
   return places == (1u << IdentityCount) - 1;
 }
 static_assert(PlacesAreSound());
-
-consteval std::size_t CellCount(bool (*counts)(const Parameter&)) {
-  std::size_t cells = 0;
-  for (const Parameter& row : Parameters) {
-    if (counts(row)) cells += static_cast<std::size_t>(CellsOf(row.form));
-  }
-  return cells;
-}
-static_assert(CellCount([](const Parameter&) { return true; }) == ReadCount);
-static_assert(CellCount([](const Parameter& row) { return row.control != Control::Text; }) == WriteCount);
 
 /// One cell of the read: the row that it belongs to and which of its bytes it is.
 struct ReadCell {
@@ -85,7 +74,7 @@ consteval auto MakeWriteCells() {
   std::size_t next = 0;
   for (const ReadCell& cell : ReadCells) {
     const Parameter& row = Parameters[cell.row];
-    if (row.control == Control::Text) continue;
+    if (!IsWritten(row)) continue;
     auto& tick = cells[next];
     tick = {FirstIndex + static_cast<int>(next), std::nullopt, cell.row, cell.byte};
     if (row.form != Form::None) tick.address = AddressOf(cell);
@@ -100,12 +89,16 @@ constexpr auto WriteTicks = MakeWriteCells();
 }
 
 std::size_t Offset(int k) {
-  if (k < FirstIndex || k >= EndOfRead) Throw(std::errc::invalid_argument, "No parameter index from 2 to 54");
+  if (k < FirstIndex || k >= EndOfRead) Throw(std::errc::invalid_argument, "No parameter index of the read");
   return static_cast<std::size_t>(k - FirstIndex);
 }
 
 double FullScale(Form form) {
   return form == Form::Angle180 ? 180 : 90;
+}
+
+double CountOf(Form form, double degrees) {
+  return form == Form::Angle180 ? live::AngleToInteger180(degrees) : live::AngleToInteger90(degrees);
 }
 
 std::array<std::uint8_t, 2> Split(double word) {
@@ -145,7 +138,7 @@ std::array<std::uint8_t, 2> Encode(Form form, double value) {
       return Split(live::RoundHalfEven(value));
     case Form::Angle180:
     case Form::Angle90: {
-      const double count = live::RoundHalfEven(live::AngleToInteger(value, FullScale(form)));
+      const double count = live::RoundHalfEven(CountOf(form, value));
       return Split(count == 65536 ? 0 : count);  // less than half a count below zero: -0 counts, which is 0
     }
     case Form::None:
@@ -177,12 +170,12 @@ void BreakOut(const ReadArray& cells, OnBoardParameters& parameters) {
   }
 }
 
-std::array<IdentityText, 7> IdentityTexts(const ReadArray& cells) {
+std::array<IdentityText, IdentityCount> IdentityTexts(const ReadArray& cells) {
   std::array<IdentityText, IdentityCount> texts;
   for (std::size_t place = 0; place < ReadCount; ++place) {
     const auto [row, byte] = ReadCells[place];
     const Parameter& parameter = Parameters[row];
-    if (byte != 0 || parameter.control != Control::Text) continue;
+    if (byte != 0 || !IsIdentity(parameter)) continue;
     texts[static_cast<std::size_t>(parameter.place)] = {&parameter,
                                                         live::PlainNumberText(ValueAt(cells, place))};
   }

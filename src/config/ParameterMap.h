@@ -2,6 +2,7 @@
 // derived.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -111,9 +112,26 @@ double Decode(Form form, std::span<const std::uint8_t> bytes);
 std::array<std::uint8_t, 2> Encode(Form form, double value);
 
 // Sequences. ParameterIndex k counts the cells of the table from 2, in ascending order.
+constexpr bool IsRead(const Parameter&) {
+  return true;
+}
+constexpr bool IsWritten(const Parameter& row) {
+  return row.control != Control::Text;
+}
+constexpr bool IsIdentity(const Parameter& row) {
+  return row.control == Control::Text;
+}
+/// Cells of the rows that count.
+constexpr int CellCount(bool (*counts)(const Parameter&)) {
+  int cells = 0;
+  for (const Parameter& row : Parameters) cells += counts(row) ? CellsOf(row.form) : 0;
+  return cells;
+}
 inline constexpr int FirstIndex = 2;
-inline constexpr int EndOfRead = 55;   ///< one behind the last k that is read
-inline constexpr int EndOfWrite = 46;  ///< one behind the last k that is written
+inline constexpr int EndOfRead = FirstIndex + CellCount(IsRead);  ///< one behind the last k that is read
+inline constexpr int EndOfWrite =
+    FirstIndex + CellCount(IsWritten);  ///< one behind the last k that is written
+inline constexpr auto IdentityCount = static_cast<std::size_t>(std::ranges::count_if(Parameters, IsIdentity));
 
 /// The cell that the read asks for at k, 2 to 54. @throws std::system_error invalid_argument for another k
 int AddressOfIndex(int k);
@@ -147,6 +165,6 @@ struct IdentityText {
 };
 
 /// Serial number, month, day, year, hour, minute, second: as they stand from the top, plain decimal numbers.
-std::array<IdentityText, 7> IdentityTexts(const ReadArray& cells);
+std::array<IdentityText, IdentityCount> IdentityTexts(const ReadArray& cells);
 
 }  // namespace bexlow::config

@@ -8,7 +8,6 @@
 
 #include "config/ParameterMap.h"
 #include "link/Communications.h"
-#include "live/Conversions.h"
 #include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
@@ -79,17 +78,15 @@ platform::Activity WriteSequence::Activity() const {
 // A cell that cannot be made keeps its k for the next tick; one that cannot be sent is skipped.
 void WriteSequence::TimerWrite_Timer() {
   Guarded(screen_, "TimerWrite_Timer", [this] {
-    if (const auto cell = cellAt_(Shared.ParameterIndex))
-      WriteRoutine(static_cast<std::int16_t>(cell->address), cell->byte);
+    if (const auto cell = cellAt_(Shared.ParameterIndex)) WriteRoutine(cell->address, cell->byte);
     const int k = ++Shared.ParameterIndex;
     if (k != plan_.end || plan_.lastTickShown) progress_.Show("Writing", k, k - plan_.barZero);
     if (k == plan_.end) Finish();
   });
 }
 
-void WriteSequence::WriteRoutine(std::int16_t address, double value) {
-  Guarded(screen_, "WriteRoutine",
-          [&] { link::Send(MSComm2, link::WriteEeprom(address, live::ToByte(value))); });
+void WriteSequence::WriteRoutine(int address, std::uint8_t byte) {
+  Guarded(screen_, "WriteRoutine", [&] { link::Send(MSComm2, link::WriteEeprom(address, byte)); });
 }
 
 void WriteSequence::Finish() {

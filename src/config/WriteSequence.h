@@ -60,7 +60,7 @@ class WriteSequence {
 
  private:
   void TimerWrite_Timer();
-  void WriteRoutine(std::int16_t address, double value);
+  void WriteRoutine(int address, std::uint8_t byte);
   void Finish();
 
   platform::Form& screen_;

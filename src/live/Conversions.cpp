@@ -40,6 +40,8 @@ double SampleWordToAngle(double word, double fullScale) {
   return RoundToDecimals(SignedSampleWord(word) / FullScaleCounts * fullScale, 1);
 }
 
+namespace {
+
 double AngleToInteger(double angle, double divisor) {
   double count = angle * FullScaleCounts / divisor;
   if (!std::isfinite(count)) {
@@ -48,6 +50,16 @@ double AngleToInteger(double angle, double divisor) {
   if (count > FullScaleCounts) count -= WordCount;
   if (count < 0) count += WordCount;
   return count;
+}
+
+}  // namespace
+
+double AngleToInteger90(double angle) {
+  return AngleToInteger(angle, 90);
+}
+
+double AngleToInteger180(double angle) {
+  return AngleToInteger(angle, 180);
 }
 
 std::int16_t ToInt16(double value) {

@@ -24,10 +24,10 @@ double SignedSampleWord(double word);
 /// @param fullScale  degrees at 32767 counts: 180 for X, 90 for Y
 double SampleWordToAngle(double word, double fullScale);
 
-/// The word of an angle, with its fractions: in range two's complement, 0 to below 65536.
-/// @param divisor  full scale in degrees: 180 for X, 90 for Y
+/// The word of a Y angle or an X angle in degrees, with its fractions: in range two's complement, 0 to below 65536.
 /// @throws std::system_error argument_out_of_domain for an angle or a result that is not finite
-double AngleToInteger(double angle, double divisor);
+double AngleToInteger90(double angle);
+double AngleToInteger180(double angle);
 
 /// Rounded half to even. @throws std::system_error result_out_of_range outside -32768 to 32767, also for NaN
 std::int16_t ToInt16(double value);

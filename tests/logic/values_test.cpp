@@ -48,7 +48,7 @@ TEST(Conversions, NumbersRefuseWhatDoesNotFit) {
   }
   for (const double angle : {NaN, -Infinity, Huge}) {
     SCOPED_TRACE(angle);
-    FailureOf(std::errc::argument_out_of_domain, [&] { AngleToInteger(angle, 90); });
+    FailureOf(std::errc::argument_out_of_domain, [&] { AngleToInteger90(angle); });
   }
 }
 
