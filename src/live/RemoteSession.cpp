@@ -16,15 +16,14 @@
 #include "live/NumberText.h"
 #include "live/SessionRoles.h"
 #include "live/SessionTexts.h"
-#include "platform/controls/EventGate.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"
+#include "shell/Chords.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 
 namespace bexlow::live {
 
-using platform::EventGate;
 using shell::Guarded;
 using shell::Shared;
 
@@ -52,8 +51,8 @@ std::int32_t PortIn(const QLineEdit& box) {
 
 RemoteSession::RemoteSession()
     : Form("RemoteSession", "Remote Session"),
-      MSComm1(*this, "MSComm1"),
-      udpPeerA(*this, "udpPeerA"),
+      MSComm1(*this),
+      udpPeerA(*this),
       chain_(*this, MSComm1, link::CommandName::SampleAngles,
              [this](const link::Bytes& reply) { Take(reply); }) {
   BuildMenu();
@@ -62,14 +61,13 @@ RemoteSession::RemoteSession()
   udpPeerA.DataArrival = [this] { udpPeerA_DataArrival(); };
   udpPeerA.PeerLookedUp = [this] { ShowSocket(); };
   OnCloseRequest = [this] { Unload(); };
-  // Behind the click that opens the screen, so that what it tells is told above the boxes that it speaks of.
-  EventGate::Get().Offer(this, [this] { Form_Load(); });
-  AtUnload([this] { EventGate::Get().Withdraw(this); });
+  StartWith([this] { Form_Load(); });
 }
 
 void RemoteSession::BuildMenu() {
   auto* menu = AddMenu("mnuData", "&Data");
-  mnuSample = AddCheckEntry(menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); });
+  mnuSample = AddCheckEntry(
+      menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }

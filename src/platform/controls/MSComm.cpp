@@ -24,7 +24,7 @@ std::string PortName(int commPort) {
 
 }  // namespace
 
-MSComm::MSComm(Form& owner, std::string name) : name_(std::move(name)) {
+MSComm::MSComm(Form& owner) {
   owner.AtUnload([this] { Close(); });
 }
 

@@ -1,13 +1,11 @@
 #include "platform/controls/Timer.h"
 
-#include <utility>
-
 #include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
 
 namespace bexlow::platform {
 
-Timer::Timer(Form& owner, std::string name, int interval) : name_(std::move(name)), interval_(interval) {
+Timer::Timer(Form& owner, int interval) : interval_(interval) {
   alarm_ = Machine::Get().MakeAlarm([this] {
     EventGate::Get().Offer(this, [this] {
       if (enabled_ && OnTimer) OnTimer();
