@@ -120,7 +120,7 @@ bool MeasureRead(const Box& box, const platform::Form& screen, const fs::path& l
 /// A block waits for fixed times only, so that they are its bare time.
 bool MeasureBlock(const link::Block& block) {
   platform::Form screen("Bench", "Bench");
-  platform::MSComm comm(screen, "MSComm1");
+  platform::MSComm comm(screen);
   const double start = NowMs();
   const auto reply = link::ReadBlock(comm, screen, block);
   const double ms = NowMs() - start;

@@ -5,7 +5,7 @@ root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 # Two checkouts of the same sources share what the compiler cache holds.
 export CCACHE_BASEDIR=$root CCACHE_NOHASHDIR=1
 
-packages_build="g++ cmake ninja-build ccache qt6-base-dev qt6-serialport-dev qt6-svg-dev libqcustomplot-dev
+packages_build="g++ cmake ninja-build ccache qt6-base-dev qt6-svg-dev libqcustomplot-dev
   libqcustomplot2.1-qt6 libgtest-dev libgl-dev"
 packages_manual="cmark-gfm"
 packages_window="fonts-dejavu-core"

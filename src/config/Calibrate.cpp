@@ -10,6 +10,7 @@
 #include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
+#include "shell/Chords.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
 #include "shell/Records.h"
@@ -39,7 +40,7 @@ double NumberIn(const QLineEdit* box) {
 
 Calibrate::Calibrate()
     : Form("Calibrate", "Calibrate"),
-      MSComm1(*this, "MSComm1"),
+      MSComm1(*this),
       chain_(*this, MSComm1, link::CommandName::SampleAccelerometers,
              [this](const link::Bytes& reply) { Take(reply); }),
       progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
@@ -57,7 +58,8 @@ Calibrate::Calibrate()
 
 void Calibrate::BuildMenu() {
   auto* menu = AddMenu("mnuData", "&Data");
-  mnuSample = AddCheckEntry(menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); });
+  mnuSample = AddCheckEntry(
+      menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
   mnuWrite = AddEntry(menu, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
   mnuWrite->setEnabled(false);  // without a sample it would replace the logger's calibration by zeros
   AddSeparator(menu, "mnuSep");

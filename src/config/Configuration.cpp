@@ -11,7 +11,6 @@
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/machine/Machine.h"
-#include "shell/Chords.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 
@@ -142,12 +141,10 @@ void Configuration::mnuEEPROM_Click() {
   (new EEPROM)->ShowModal(window());
 }
 
-bool Configuration::Form_KeyDown(const QKeyEvent& key) {
-  if (!shell::IsServiceChord(key)) return false;
+void Configuration::ToggleHidden() {
   const bool show = !mnuEEPROM->isVisible();
   mnuEEPROM->setVisible(show);
   fra100108->setVisible(show);
-  return true;
 }
 
 }  // namespace bexlow::config

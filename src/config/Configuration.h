@@ -42,7 +42,7 @@ class Configuration : public platform::Form {
   void mnuShow_Click(double Parameter::*value);
   void mnuShowDefaults_Click();
   void MSComm1_OnComm();
-  bool Form_KeyDown(const QKeyEvent& key);
+  void ToggleHidden();
 
   platform::Activity Activity() const;
   void RequestCell(std::size_t stepsSent = 0);

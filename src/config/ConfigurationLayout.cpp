@@ -13,7 +13,7 @@
 #include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
-#include "platform/controls/EventGate.h"
+#include "shell/Chords.h"
 
 namespace bexlow::config {
 
@@ -52,14 +52,14 @@ void AddRow(QGridLayout* grid, const Parameter& row, QWidget* value, QWidget* pa
   grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), parent), line, 0);
   grid->addWidget(value, line, 1);
   grid->addWidget(MakeLabel("", Text(row.caption), parent, value), line, 2);
-  grid->addWidget(MakeLabel("", Text(row.unit), parent), line, 3);
+  if (!row.unit.empty()) grid->addWidget(MakeLabel("", Text(row.unit), parent), line, 3);
 }
 
 }  // namespace
 
 Configuration::Configuration()
     : Form("Configuration", "Configuration"),
-      MSComm1(*this, "MSComm1"),
+      MSComm1(*this),
       progress_(Progress::Make("Progress", EndOfRead - FirstIndex, this)),
       write_(
           *this, ConfigurationWrite, progress_, [this](int k) { return CellAt(k); },
@@ -67,13 +67,10 @@ Configuration::Configuration()
   BuildMenus();
   BuildBody();
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
-  OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
+  AddChord(shell::ServiceChord, [this] { ToggleHidden(); });
   OnCloseRequest = [this] { Unload(); };
   OnActivity = [this] { return Activity(); };
-  // The read starts behind the click that opens the screen, so that the screen is in front when a failure
-  // names it.
-  EventGate::Get().Offer(this, [this] { mnuRead_Click(); });
-  AtUnload([this] { EventGate::Get().Withdraw(this); });
+  StartWith([this] { mnuRead_Click(); });
 }
 
 void Configuration::BuildMenus() {

@@ -6,7 +6,6 @@
 #include <QPushButton>
 
 #include <system_error>
-#include <utility>
 
 #include "config/ValueBox.h"
 #include "link/Communications.h"
@@ -40,8 +39,8 @@ std::uint8_t ByteOf(const QString& text) {
 
 EEPROM::EEPROM()
     : Form("EEPROM", "EEPROM"),
-      MSComm1(*this, "MSComm1"),
-      TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
+      MSComm1(*this),
+      TimerEEPROM(*this, ReplyBudgetMs),
       NumEditAddress(new platform::CWNumEdit(this)),
       txtValue(new ValueBox("txtValue", "Value", this)),
       cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),
@@ -75,7 +74,7 @@ void EEPROM::Build() {
   grid->addLayout(buttons, 2, 0, 1, 2);
   grid->setColumnStretch(1, 1);
   setMinimumWidth(360);
-  NumEditAddress->setFocus();
+  FirstFocus(NumEditAddress);
 }
 
 void EEPROM::Operate(const char* procedure, const std::function<void()>& body) {
@@ -94,12 +93,9 @@ void EEPROM::EndOperation() {
   MousePointer(Pointer::Normal);
 }
 
-// A control that is disabled loses the keyboard, which has to come back to it.
 void EEPROM::EnableControls(bool enabled) {
-  if (!enabled) focused_ = focusWidget();
   for (QWidget* control : std::initializer_list<QWidget*>{cmdRead, cmdWrite, cmdOK, NumEditAddress})
     control->setEnabled(enabled);
-  if (enabled && focused_ != nullptr) std::exchange(focused_, nullptr)->setFocus();
 }
 
 int EEPROM::Address() const {

@@ -43,7 +43,6 @@ class EEPROM : public platform::Form {
   QPushButton* cmdRead;
   QPushButton* cmdWrite;
   QPushButton* cmdOK;
-  QWidget* focused_ = nullptr;  ///< had the keyboard when the controls were disabled
 };
 
 }  // namespace bexlow::config

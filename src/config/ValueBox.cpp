@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <QValidator>
 
+#include <algorithm>
+
 namespace bexlow::config {
 
 namespace {
@@ -11,7 +13,7 @@ bool Passes(QChar key, bool boxIsEmpty) {
   return (key >= u'0' && key <= u'9') || (key == u'-' && boxIsEmpty);
 }
 
-/// Takes out of any new text what the keys would not have brought in.
+/// Takes out of what comes in what the keys would not have brought; what stands in the box already stays.
 class KeyFilter : public QValidator {
  public:
   explicit KeyFilter(QLineEdit* box) : QValidator(box) {
@@ -19,18 +21,16 @@ class KeyFilter : public QValidator {
   }
 
   State validate(QString& text, int& cursor) const override {
-    const bool minusMayLead = before_.isEmpty() || before_.startsWith(u'-');
+    const auto head = std::ranges::mismatch(text, before_).in1 - text.begin();
+    const auto most = std::min(text.size(), before_.size()) - head;
+    qsizetype tail = 0;
+    while (tail < most && text[text.size() - 1 - tail] == before_[before_.size() - 1 - tail]) ++tail;
     QString passed;
-    qsizetype droppedBeforeCursor = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-      if (Passes(text[i], passed.isEmpty() && minusMayLead)) {
-        passed += text[i];
-      } else if (i < cursor) {
-        ++droppedBeforeCursor;
-      }
+    for (const QChar key : text.sliced(head, text.size() - head - tail)) {
+      if (Passes(key, head + passed.size() + tail == 0)) passed += key;
     }
-    text = passed;
-    cursor -= static_cast<int>(droppedBeforeCursor);
+    cursor -= static_cast<int>(text.size() - head - tail - passed.size());
+    text = text.first(head) + passed + text.last(tail);
     return Acceptable;
   }
 

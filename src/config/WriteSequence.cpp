@@ -52,8 +52,8 @@ WriteSequence::WriteSequence(platform::Form& screen, const WritePlan& plan, Prog
       progress_(progress),
       cellAt_(std::move(cellAt)),
       offer_(std::move(offer)),
-      MSComm2(screen, "MSComm2"),
-      TimerWrite(screen, "TimerWrite", TickMs) {
+      MSComm2(screen),
+      TimerWrite(screen, TickMs) {
   TimerWrite.OnTimer = [this] { TimerWrite_Timer(); };
 }
 

@@ -29,8 +29,8 @@ constexpr int EraseBufferSize =
 
 Erase::Erase(platform::Form& screen)
     : screen_(screen),
-      MSComm2(screen, "MSComm2"),
-      TimerErase(screen, "TimerErase", 500),
+      MSComm2(screen),
+      TimerErase(screen, 500),
       fraErase(platform::MakeFrame("fraErase", "Erase Progress", &screen)),
       PBarErase(platform::MakeProgressBar("PBarErase", "Erase Progress", fraErase)),
       txtInBufferSize(platform::MakeReadOnlyBox("txtInBufferSize", "InBufferCount", fraErase)) {
@@ -62,9 +62,9 @@ void Erase::mnuErase_Click() {
 
 void Erase::Start() {
   if (!link::LoggerIsFree(screen_)) return;
-  if (!platform::AskYesNo("All on-board data will be erased!\r\n"
-                          "Click YES to proceed.\r\n"
-                          "Click NO to cancel this operation."))
+  if (!platform::AskToConfirm("All on-board data will be erased!\r\n"
+                              "Click YES to proceed.\r\n"
+                              "Click NO to cancel this operation."))
     return;
   screen_.MousePointer(Pointer::Busy);
   mnuErase_->setChecked(true);

@@ -29,8 +29,8 @@ using shell::Shared;
 Connect::Connect(std::function<void(bool)> reached)
     : Form("Connect", "Connect"),
       reached_(std::move(reached)),
-      MSComm1(*this, "MSComm1"),
-      MSCommTare(*this, "MSCommTare"),
+      MSComm1(*this),
+      MSCommTare(*this),
       NumEditCommPort(new platform::CWNumEdit(this)),
       lblDevice(new QLabel(this)),
       cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })),
@@ -38,7 +38,7 @@ Connect::Connect(std::function<void(bool)> reached)
   Build();
   NumEditCommPort->Value(Shared.CurrentCommPort);
   ShowDevice();
-  NumEditCommPort->setFocus();
+  FirstFocus(NumEditCommPort);
 }
 
 void Connect::Build() {

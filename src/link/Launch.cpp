@@ -31,8 +31,8 @@ constexpr int EraseLeadMs = 1000;  // the logger takes LaunchLogging only into a
 Launch::Launch(platform::Form& main, std::function<void()> launched)
     : main_(main),
       launched_(std::move(launched)),
-      MSComm1(main, "MSComm1"),
-      Timer1(main, "Timer1", 250),
+      MSComm1(main),
+      Timer1(main, 250),
       fraErase(platform::MakeFrame("fraErase", IdleCaption, &main)),
       PBar(platform::MakeProgressBar("PBar", IdleCaption, fraErase)) {
   PBar->setMaximum(LastPage);
@@ -53,9 +53,9 @@ QWidget* Launch::Frame() const {
 void Launch::mnuLaunch_Click() {
   if (shell::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
   if (!LoggerIsFree(main_)) return;
-  if (!platform::AskYesNo("Bexlow will erase all on-board data before launch!\r\n"
-                          "Click YES to proceed.\r\n"
-                          "Click NO to cancel this operation."))
+  if (!platform::AskToConfirm("Bexlow will erase all on-board data before launch!\r\n"
+                              "Click YES to proceed.\r\n"
+                              "Click NO to cancel this operation."))
     return;
   if (!WriteLaunchTime()) return MsgBox("Launch Time write to EEPROM failed! Launch did not occur.");
   EraseAndLaunch();

@@ -5,6 +5,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <system_error>
+
 #include "link/Communications.h"
 #include "live/AxisRows.h"
 #include "live/Conversions.h"
@@ -36,6 +38,9 @@ QString Shown(double number) {
 // The whole number of a slide, as the word that its two cells hold.
 std::int32_t WordOf(const platform::CWSlide& slide) {
   const auto value = ToInt32(slide.Value());
+  if (value < -32768 || value > 65535)
+    throw std::system_error(std::make_error_code(std::errc::result_out_of_range),
+                            "No DAC value: " + PlainNumberText(value));
   return value < 0 ? value + 65536 : value;
 }
 
@@ -49,7 +54,7 @@ Accelerometers::Accelerometers() : RecordingScreen(Kind) {
     axis.dacSlide->Value(dac);
     axis.dacText->setText(Shown(dac));
   }
-  OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
+  AddChord(shell::ServiceChord, [this] { ToggleDacPanel(); });
 }
 
 void Accelerometers::LinkSlideAndText(const Axis& axis) {
@@ -81,12 +86,10 @@ void Accelerometers::Stopped() {
   }
 }
 
-bool Accelerometers::Form_KeyDown(const QKeyEvent& key) {
-  if (!shell::IsServiceChord(key)) return false;
+void Accelerometers::ToggleDacPanel() {
   const bool show = fraHiddenSliders->isHidden();
   fraHiddenSliders->setVisible(show);
   lblNote->setVisible(show);
-  return true;
 }
 
 void Accelerometers::EnableDacButtons(bool enabled) {

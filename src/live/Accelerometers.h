@@ -44,7 +44,7 @@ class Accelerometers : public RecordingScreen {
   void Decode(const link::Bytes& reply) override;
   void Show() override;
   void Stopped() override;
-  bool Form_KeyDown(const QKeyEvent& key);
+  void ToggleDacPanel();
   void cmdWriteDAC_Click(const Axis& axis);
   void WriteDAC(double address, double value);
   void EnableDacButtons(bool enabled);

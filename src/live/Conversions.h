@@ -24,7 +24,8 @@ double SignedSampleWord(double word);
 /// @param fullScale  degrees at 32767 counts: 180 for X, 90 for Y
 double SampleWordToAngle(double word, double fullScale);
 
-/// The word of a Y angle or an X angle in degrees, with its fractions: in range two's complement, 0 to below 65536.
+/// The word of a Y angle or an X angle in degrees, with its fractions: in range two's complement, 0 to below
+/// 65536.
 /// @throws std::system_error argument_out_of_domain for an angle or a result that is not finite
 double AngleToInteger90(double angle);
 double AngleToInteger180(double angle);

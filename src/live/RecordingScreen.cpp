@@ -8,6 +8,7 @@
 #include "live/Conversions.h"
 #include "live/NumberText.h"
 #include "platform/machine/Machine.h"
+#include "shell/Chords.h"
 #include "shell/DataFiles.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
@@ -20,7 +21,7 @@ using shell::Shared;
 RecordingScreen::RecordingScreen(const RecordingKind& kind)
     : Form(kind.screen, kind.screen),
       kind_(kind),
-      MSComm1(*this, "MSComm1"),
+      MSComm1(*this),
       chain_(
           *this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); },
           [this] { Show(); }) {
@@ -32,7 +33,8 @@ RecordingScreen::RecordingScreen(const RecordingKind& kind)
 void RecordingScreen::BuildMenu() {
   auto* menu = AddMenu("mnuData", "&Data");
   mnuSave = AddCheckEntry(menu, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });
-  mnuSample = AddCheckEntry(menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); });
+  mnuSample = AddCheckEntry(
+      menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }

@@ -17,15 +17,14 @@
 #include "live/NumberText.h"
 #include "live/SessionRoles.h"
 #include "live/SessionTexts.h"
-#include "platform/controls/EventGate.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"
+#include "shell/Chords.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 
 namespace bexlow::live {
 
-using platform::EventGate;
 using shell::Guarded;
 using shell::Shared;
 
@@ -53,8 +52,8 @@ std::int32_t PortIn(const QLineEdit& box) {
 
 RemoteSession::RemoteSession()
     : Form("RemoteSession", "Remote Session"),
-      MSComm1(*this, "MSComm1"),
-      udpPeerA(*this, "udpPeerA"),
+      MSComm1(*this),
+      udpPeerA(*this),
       chain_(*this, MSComm1, link::CommandName::SampleAngles,
              [this](const link::Bytes& reply) { Take(reply); }) {
   BuildMenu();
@@ -64,14 +63,13 @@ RemoteSession::RemoteSession()
   udpPeerA.PeerLookedUp = [this] { ShowSocket(); };
   OnCloseRequest = [this] { Unload(); };
   OnActivity = [this] { return chain_.Activity(); };
-  // Behind the click that opens the screen, so that what it tells is told above the boxes that it speaks of.
-  EventGate::Get().Offer(this, [this] { Form_Load(); });
-  AtUnload([this] { EventGate::Get().Withdraw(this); });
+  StartWith([this] { Form_Load(); });
 }
 
 void RemoteSession::BuildMenu() {
   auto* menu = AddMenu("mnuData", "&Data");
-  mnuSample = AddCheckEntry(menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); });
+  mnuSample = AddCheckEntry(
+      menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }

@@ -86,9 +86,8 @@ QGroupBox* RemoteSession::BuildSession() {
   fraSession = MakeFrame("fraSession", "Select Session", this);
   auto* column = new QVBoxLayout(fraSession);
   for (const auto& role : SessionRoles) {
-    auto* option = MakeOption(role.name, role.caption, fraSession, [this, &role] { TakeRole(role); });
-    option->setChecked(role.sends);
-    column->addWidget(option);
+    column->addWidget(
+        MakeOption(role.name, role.caption, fraSession, role.sends, [this, &role] { TakeRole(role); }));
   }
   return fraSession;
 }
@@ -96,9 +95,8 @@ QGroupBox* RemoteSession::BuildSession() {
 // What these two switches do is looked up at the next sample or datagram.
 QGroupBox* RemoteSession::BuildSend() {
   fraSend = MakeFrame("fraSend", "Select Send", this);
-  optSend = MakeOption("optSend", "Send", fraSend, {});
-  auto* optNoSend = MakeOption("optNoSend", "No Send", fraSend, {});
-  optNoSend->setChecked(true);
+  optSend = MakeOption("optSend", "Send", fraSend, false);
+  auto* optNoSend = MakeOption("optNoSend", "No Send", fraSend, true);
   auto* column = new QVBoxLayout(fraSend);
   column->addWidget(optSend);
   column->addWidget(optNoSend);
@@ -107,9 +105,8 @@ QGroupBox* RemoteSession::BuildSend() {
 
 QGroupBox* RemoteSession::BuildDial() {
   fraDial = MakeFrame("fraDial", "Display Receive Data", this);
-  optDialYes = MakeOption("optDialYes", "Yes", fraDial, {});
-  auto* optDialNo = MakeOption("optDialNo", "No", fraDial, {});
-  optDialNo->setChecked(true);
+  optDialYes = MakeOption("optDialYes", "Yes", fraDial, false);
+  auto* optDialNo = MakeOption("optDialNo", "No", fraDial, true);
   auto* column = new QVBoxLayout(fraDial);
   column->addWidget(optDialYes);
   column->addWidget(optDialNo);
@@ -141,9 +138,8 @@ QGroupBox* RemoteSession::BuildParameters() {
 
 void RemoteSession::BuildPeer(QGridLayout& grid) {
   auto* frame = grid.parentWidget();
-  optRemoteHost1 = MakeOption("optRemoteHost1", "Remote Host", frame, {});
-  auto* optRemoteHost2 = MakeOption("optRemoteHost2", "by name", frame, {});
-  optRemoteHost2->setChecked(true);
+  optRemoteHost1 = MakeOption("optRemoteHost1", "Remote Host", frame, false);
+  auto* optRemoteHost2 = MakeOption("optRemoteHost2", "by name", frame, true);
   int row = grid.rowCount();
   grid.addWidget(optRemoteHost1, row, 0);
   grid.addLayout(AddNumbers(txtRH, "txtRH", "Remote Host", false, frame), row, 1, 1, SpanOfNumbers);

@@ -31,7 +31,7 @@ SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, lin
       request_(link::MakeRequest(command)),
       take_(std::move(take)),
       show_(std::move(show)),
-      showing_(screen, "TimerShow", ShownWithinMs) {
+      showing_(screen, ShownWithinMs) {
   comm_.OnComm = [this] { MSComm1_OnComm(); };
   showing_.OnTimer = [this] { ShowWhatWasTaken(); };
 }

@@ -5,7 +5,7 @@ set(BEXLOW_PLATFORM_MACHINE
   Folders HostName Machine Ports ProgramVersion RealMachine RunningCopy SerialDevice Settings TextFile)
 # What screens are made of, and the gate through which their events come one at a time.
 set(BEXLOW_PLATFORM_CONTROLS
-  Colours CommonDialog Controls CWNumEdit EventGate Form FramePace MSComm Timer Winsock)
+  Colours CommonDialog Controls CWNumEdit EventGate FocusKeeper Form FramePace MSComm Timer Winsock)
 # The graph control and its helpers, on the plot library.
 set(BEXLOW_PLATFORM_GRAPH
   CWGraph CWGraphAccess CWGraphCursors CWGraphCurve CWGraphExport CWGraphInteraction CWGraphLook CWGraphOverlay

@@ -49,7 +49,7 @@ About::About() : Form("About", "About") {
   columns->addWidget(picture, 0, Qt::AlignTop);
   columns->addLayout(texts, 1);
   setMinimumWidth(540);
-  ok->setFocus();
+  FirstFocus(ok);
 }
 
 void About::cmdOK_Click() {

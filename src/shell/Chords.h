@@ -1,19 +1,13 @@
-// The two key chords: Ctrl held alone, with one function key.
+// The keys that more than one screen has.
 #pragma once
 
-#include <QKeyEvent>
+#include <QKeyCombination>
 
 namespace bexlow::shell {
 
-inline bool IsChord(const QKeyEvent& key, Qt::Key functionKey) {
-  return !key.isAutoRepeat() && key.key() == functionKey &&
-         (key.modifiers() & ~Qt::KeypadModifier) == Qt::ControlModifier;
-}
-inline bool IsServiceChord(const QKeyEvent& key) {
-  return IsChord(key, Qt::Key_F11);
-}
-inline bool IsDisplayChord(const QKeyEvent& key) {
-  return IsChord(key, Qt::Key_F12);
-}
+inline constexpr QKeyCombination ServiceChord = Qt::CTRL | Qt::Key_F11;
+inline constexpr QKeyCombination DisplayChord = Qt::CTRL | Qt::Key_F12;
+inline constexpr QKeyCombination SampleKey = Qt::Key_F5;
+inline constexpr QKeyCombination ManualKey = Qt::Key_F1;
 
 }  // namespace bexlow::shell

@@ -11,12 +11,12 @@
 #include "live/Conversions.h"
 #include "live/NumberText.h"
 #include "platform/controls/EventGate.h"
-#include "platform/controls/Form.h"
 #include "platform/controls/FramePace.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/ProgramVersion.h"
 #include "platform/machine/RunningCopy.h"
 #include "platform/machine/Settings.h"
+#include "shell/Chords.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
 #include "shell/Records.h"
@@ -39,11 +39,19 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   connect(tabs_, &QTabWidget::tabCloseRequested, this, &MDIForm1::AskToClose);
   auto* close = new QShortcut(QKeySequence::Close, this);
   connect(close, &QShortcut::activated, this, [this] { AskToClose(tabs_->currentIndex()); });
+  auto* manual = new QShortcut(ManualKey, this);
+  connect(manual, &QShortcut::activated, this,
+          [this] { platform::EventGate::Get().Click(this, [this] { ShowManual(); }); });
 }
 
+// Screens end before their controls do, also where the window is what ends.
 MDIForm1::~MDIForm1() {
   disconnect(tabs_, nullptr, this, nullptr);
   platform::EventGate::Get().Withdraw(this);
+  for (auto* form : findChildren<Form*>()) {
+    disconnect(form, nullptr, this, nullptr);
+    form->Unload();
+  }
 }
 
 bool MDIForm1::Load() {
@@ -106,13 +114,20 @@ void MDIForm1::AskToClose(int tab) {
   if (auto* child = ChildAt(tab)) child->close();
 }
 
+void MDIForm1::ShowManual() {
+  auto& machine = platform::Machine::Get();
+  const auto manual = machine.ProgramFolder() / "manual.html";
+  std::error_code ignored;
+  if (!std::filesystem::exists(manual, ignored) || !machine.OpenDocument(manual))
+    platform::MsgBox(ManualElsewhere);
+}
+
 void MDIForm1::OnActivated(int tab) {
   auto* child = ChildAt(tab);
-  if (child == nullptr || child->Unloaded() || child == Form::ActiveChild()) return;
-  Form::ActiveChild(child);
+  if (child == nullptr || child->Unloaded() || child == front_) return;
+  front_ = child;
   menuBar()->clear();
   for (auto* menu : child->Menus()) menuBar()->addMenu(menu);
-  child->setFocus();
   child->Activated();
 }
 

@@ -2,22 +2,27 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "platform/controls/Form.h"
 #include "shell/StatusLine.h"
 
 class QTabWidget;
 
 namespace bexlow::platform {
-class Form;
 class RunningCopy;
-}  // namespace bexlow::platform
+}
 
 namespace bexlow::shell {
+
+/// Told where there is no manual to open.
+inline constexpr auto ManualElsewhere =
+    "Please refer to the Software Help Manual located on the distribution media!";
 
 class MDIForm1 : public QMainWindow {
   Q_OBJECT
@@ -45,10 +50,12 @@ class MDIForm1 : public QMainWindow {
   void OnActivated(int tab);
   void OnLeft(platform::Form* child);
   void AskToClose(int tab);
+  void ShowManual();
   platform::Form* ChildAt(int tab) const;
 
   QTabWidget* tabs_;
   StatusLine status_;
+  QPointer<platform::Form> front_;  ///< whose menus are on show
   std::unique_ptr<platform::RunningCopy> runningCopy_;
 };
 

@@ -56,7 +56,8 @@ Main::Main(MDIForm1& outer)
   BuildBody();
   LoggerReached(false);
   outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };
-  OnKeyDown = [this](const QKeyEvent& key) { return Form_KeyDown(key); };
+  AddChord(ServiceChord, [this] { ToggleRemote(); });
+  AddChord(DisplayChord, [this] { ToggleDisplay(); });
 }
 
 void Main::BuildMenus() {
@@ -114,7 +115,8 @@ void Main::BuildDisplayMenu() {
 
 void Main::BuildHelpMenu() {
   auto* help = AddMenu("mnuHelp", "&Help");
-  AddEntry(help, "mnuHelpHelp", "&Help", [this] { mnuHelpHelp_Click(); });
+  help->setToolTipsVisible(true);
+  AddEntry(help, "mnuHelpHelp", "&Help", [this] { mnuHelpHelp_Click(); })->setToolTip("F1 opens the manual");
   AddEntry(help, "mnuAbout", "&About", [this] { mnuAbout_Click(); });
 }
 
@@ -212,22 +214,11 @@ void Main::mnuExit_Click() {
 }
 
 void Main::mnuHelpHelp_Click() {
-  MsgBox("Please refer to the Software Help Manual located on the distribution media!");
+  MsgBox(ManualElsewhere);
 }
 
 void Main::mnuAbout_Click() {
   (new About)->ShowModal(&outer_);
-}
-
-bool Main::Form_KeyDown(const QKeyEvent& key) {
-  if (IsServiceChord(key)) {
-    ToggleRemote();
-  } else if (IsDisplayChord(key)) {
-    ToggleDisplay();
-  } else {
-    return false;
-  }
-  return true;
 }
 
 void Main::ToggleRemote() {

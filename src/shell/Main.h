@@ -47,7 +47,6 @@ class Main : public platform::Form {
   void mnuExit_Click();
   void mnuHelpHelp_Click();
   void mnuAbout_Click();
-  bool Form_KeyDown(const QKeyEvent& key);
   void ToggleRemote();
   void ToggleDisplay();
   void LoggerReached(bool reached);

@@ -1,7 +1,11 @@
 // The event gate, alone and on the real machine with a real message box.
 #include <QAbstractButton>
+#include <QAccessible>
 #include <QApplication>
+#include <QMainWindow>
 #include <QMessageBox>
+#include <QRadioButton>
+#include <QTest>
 #include <QTimer>
 
 #include <gtest/gtest.h>
@@ -9,8 +13,10 @@
 
 #include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 #include "platform/machine/RealMachine.h"
+#include "support/VirtualLogger.h"
 #include "support/VirtualMachine.h"
 
 namespace bexlow::test {
@@ -64,7 +70,7 @@ TEST_F(Gate, DeliversNothingWhileHeldHoweverDeepOrWithinADelivery) {
 }
 
 TEST_F(Gate, WhatReceivedBytesMakeDueComesAtOnceButNotThroughAHold) {
-  const auto receive = [this] { gate.Receive([this] { Offer(&a, 'a'); }); };
+  const auto receive = [this] { gate.CollectAndDeliver([this] { Offer(&a, 'a'); }); };
   receive();
   EXPECT_EQ(heard, "a");
   {
@@ -74,6 +80,72 @@ TEST_F(Gate, WhatReceivedBytesMakeDueComesAtOnceButNotThroughAHold) {
   }
   while (gate.DeliverOne()) {}
   EXPECT_EQ(heard, "aa");
+}
+
+TEST_F(Gate, AFailureWhileCollectingLosesNoEvent) {
+  EXPECT_ANY_THROW(gate.CollectAndDeliver([this] {
+    Offer(&a, 'a');
+    throw std::runtime_error("collecting");
+  }));
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heard, "a");
+}
+
+class TwoOptions : public Form {
+ public:
+  explicit TwoOptions(std::string& heard) : Form("Two", "Two") {
+    a = MakeOption("a", "a", this, true, [&heard] { heard += 'a'; });
+    b = MakeOption("b", "b", this, false, [&heard] { heard += 'b'; });
+    b->move(0, 50);
+    AtUnload([&heard] { heard += 'u'; });
+  }
+  void Begin(std::string& heard) {
+    StartWith([&heard] { heard += 's'; });
+  }
+  QRadioButton *a, *b;
+};
+
+TEST_F(Gate, AnOptionRunsItsHandlerOnceWhoeverSetsTheMark) {
+  TwoOptions form(heard);
+  form.show();
+  form.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+  form.b->setFocus();
+  form.b->click();
+  QTest::keyClick(form.b, Qt::Key_Up);
+  QAccessible::queryAccessibleInterface(form.b)->actionInterface()->doAction(
+      QAccessibleActionInterface::toggleAction());
+  EXPECT_EQ(heard, "bab");
+  const EventGate::Hold hold;
+  form.a->click();
+  EXPECT_EQ(heard, "bab");
+  EXPECT_TRUE(form.b->isChecked()) << "a dropped choice gives the mark back";
+}
+
+TEST_F(Gate, AFormThatIsDeletedEndsAndNeverStarts) {
+  auto* form = new TwoOptions(heard);
+  form->Begin(heard);
+  form->deleteLater();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(heard, "u");
+}
+
+TEST_F(Gate, ALineThatPoursIsHeldToItsBuffer) {
+  VirtualMachine machine;
+  VirtualLogger peer;
+  machine.Plug(peer, 1);
+  Form form("Form", "Form");
+  platform::MSComm comm(form);
+  for (const int size : {1024, 70'000}) {
+    comm.InBufferSize(size);
+    comm.PortOpen(true);
+    machine.Deliver(1, {1, 2});
+    for (int i = 0; i < 80; ++i) machine.Deliver(1, platform::Bytes(1000, 9));
+    EXPECT_EQ(comm.InBufferCount(), std::max(size, 65536));
+    EXPECT_EQ(comm.Input().at(1), 2) << "the newest are dropped";
+    comm.PortOpen(false);
+  }
 }
 
 TEST_F(Gate, AClickBelowAModalScreenIsDropped) {
@@ -92,7 +164,7 @@ TEST_F(Gate, AClickBelowAModalScreenIsDropped) {
 TEST_F(Gate, ATimerLosesItsWaitingTickWhenDisabled) {
   VirtualMachine machine;
   Form form("Form", "Form");
-  platform::Timer timer(form, "Timer1", 100);
+  platform::Timer timer(form, 100);
   timer.OnTimer = [this] { heard += 't'; };
   timer.Enabled(true);
   machine.Pass(milliseconds(100));
@@ -106,12 +178,43 @@ TEST_F(Gate, ATimerLosesItsWaitingTickWhenDisabled) {
   EXPECT_EQ(heard, "t");
 }
 
+// Enter and Escape as a user presses them, in the box above the window that it belongs to.
+TEST_F(Gate, EnterAndEscapeInARealBox) {
+  using platform::Answer, platform::Buttons;
+  platform::RealMachine machine("/tmp");
+  QMainWindow outer;
+  outer.show();
+  struct Row {
+    Buttons buttons;
+    Answer enter, escape;
+  };
+  for (const auto& [buttons, enter, escape] : {Row{Buttons::Ok, Answer::Ok, Answer::Ok},
+                                               {Buttons::YesNo, Answer::Yes, Answer::No},
+                                               {Buttons::Confirm, Answer::No, Answer::No},
+                                               {Buttons::RetryCancel, Answer::Retry, Answer::Retry}}) {
+    const auto answer = [&](Qt::Key key) {
+      QTimer::singleShot(0, [key, &outer] {
+        auto* box = QApplication::activeModalWidget();
+        EXPECT_EQ(box->parentWidget(), &outer);
+        QTest::keyClick(box, key);
+      });
+      return machine.Ask("?", buttons);
+    };
+    EXPECT_EQ(answer(Qt::Key_Return), enter);
+    EXPECT_EQ(answer(Qt::Key_Escape), escape);
+  }
+  QTimer::singleShot(0, [] {
+    qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Cancel)->click();
+  });
+  EXPECT_EQ(machine.Ask("?", Buttons::RetryCancel), Answer::Cancel);
+}
+
 // A real nested event loop: ticks, offers and a screen reader's press come while the box stands.
 TEST_F(Gate, ARealMessageBoxHoldsAllEvents) {
   platform::RealMachine machine("/tmp");
   platform::Machine::Install(machine);
   Form form("Form", "Form");
-  platform::Timer timer(form, "Timer1", 5);
+  platform::Timer timer(form, 5);
   timer.OnTimer = [this] { heard += 't'; };
   timer.Enabled(true);
   QTimer::singleShot(100, [&] {

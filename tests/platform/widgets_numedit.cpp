@@ -2,6 +2,7 @@
 #include <QClipboard>
 #include <QLineEdit>
 #include <QTest>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -51,12 +52,12 @@ TEST_F(NumEdit, TypingStaysInsideTheLimits) {
   };
   for (const auto& [what, minimum, maximum, decimals, keys, value, text] :
        std::vector<Typed>{{"the limit itself", 0, 1024, 0, "1024", 1024, "1024"},
-                          {"a digit too many is refused", 0, 1024, 0, "1025", 102, "102"},
+                          {"a digit too many ends at the limit", 0, 1024, 0, "1025", 1024, "1024"},
                           {"below the lower limit", 1, 255, 0, "0", 1, "1"},
-                          {"no sign where none fits", 0, 1024, 0, "-5", 7, "7"},
+                          {"no sign where none fits", 0, 1024, 0, "-", 7, "7"},
                           {"both sides of 0", -180, 180, 2, "-12.25", -12.25, "-12.25"},
-                          {"beyond the negative limit", -180, 180, 0, "-181", -18, "-18"},
-                          {"a comma is no point", -180, 180, 1, "1,5", 15, "15.0"},
+                          {"beyond the negative limit", -180, 180, 0, "-181", -180, "-180"},
+                          {"a comma is a point", -180, 180, 1, "1,5", 1.5, "1.5"},
                           {"no exponents", 0, 1024, 0, "1e3", 13, "13"},
                           {"a sign alone", -90, 90, 1, "-", 7, "7.0"}}) {
     SCOPED_TRACE(what);
@@ -73,8 +74,29 @@ TEST_F(NumEdit, TypingStaysInsideTheLimits) {
   EXPECT_EQ(edit.Value(), 2) << "from an assigned value outside";
 }
 
+TEST_F(NumEdit, SaysWhatItRefusesUntilTheNextKey) {
+  edit.setAccessibleDescription("bits");
+  const auto said = [&](const char* keys) {
+    Prepare(0, 1024, 0, 7);
+    QTest::keyClicks(&edit, keys);
+    return edit.accessibleDescription().toStdString();
+  };
+  for (const auto* keys : {"-", "1,", "1e", "1025"})
+    EXPECT_NE(said(keys).find("0 to 1024"), std::string::npos) << keys;
+  EXPECT_EQ(edit.Value(), 1024) << "also read before the box is left";
+  QTest::keyClick(&edit, Qt::Key_Return);
+  EXPECT_EQ(edit.accessibleDescription(), "1025 is outside, 0 to 1024. The box now holds 1024");
+  QTest::qWait(1);
+  EXPECT_TRUE(QToolTip::text().startsWith("1025 is outside")) << QToolTip::text().toStdString();
+  EXPECT_EQ(said("1024"), "bits");
+  QTest::keyClicks(&edit, "0");
+  QTest::keyClick(&edit, Qt::Key_Down);
+  EXPECT_EQ(edit.Value(), 1023) << "an arrow goes on from the limit";
+}
+
 TEST_F(NumEdit, PasteStaysInsideTheLimits) {
-  for (const auto& [text, value] : {std::pair{"512", 512}, {"5000", 7}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
+  for (const auto& [text, value] :
+       {std::pair{"512", 512}, {"5000", 1024}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
     SCOPED_TRACE(text);
     Prepare(0, 1024, 0, 7);
     QApplication::clipboard()->setText(text);

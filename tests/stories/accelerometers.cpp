@@ -143,6 +143,16 @@ TEST_F(AccStory, ALateReplyToADacWriteTearsNoSampleAndLeavesOneChain) {
   }
 }
 
+TEST_F(AccStory, AWriteLeavesTheKeyboardOnItsButton) {
+  ServiceChord();
+  Sample();
+  for (const auto* button : {"cmdWriteDAC1", "cmdWriteDAC3"}) {
+    The(button).setFocus();
+    Key(Qt::Key_Space);
+    EXPECT_EQ(platform::Form::Active()->focusWidget(), &The(button));
+  }
+}
+
 TEST_F(AccStory, DacFailuresLeaveWhatTheyLeave) {
   struct Row {
     bool sampling;
@@ -153,15 +163,19 @@ TEST_F(AccStory, DacFailuresLeaveWhatTheyLeave) {
   for (const auto& [sampling, typed, sources, chainGoesOn] :
        {Row{false, "10", {"WriteDAC", "WriteDAC", "cmdWriteDAC1_Click"}, false},  // the port is closed
         Row{true, "1e300", {"cmdWriteDAC1_Click"}, false},                        // no whole number
-        Row{true, "70000", {"WriteDAC"}, true}}) {                                // no high byte of one
+        Row{true, "70000", {"cmdWriteDAC1_Click"}, false},                        // no word
+        Row{true, "-40000", {"cmdWriteDAC1_Click"}, false}, Row{true, "65535", {}, true},
+        Row{true, "-32768", {}, true}}) {
     SCOPED_TRACE(typed);
     OpenScreen();
     ServiceChord();
     if (sampling) Sample();
     Type("txtSX", typed);
     machine.Pass(milliseconds(10));
+    machine.wire.clear();
     Press("Write DAC1");
     for (const auto* source : sources) ReadsError(source);
+    EXPECT_EQ(Requests('p'), sources.empty() ? 2 : 0) << "never one cell alone";
     EXPECT_EQ(DacButtonsEnabled(), chainGoesOn);
     machine.wire.clear();
     machine.Pass(milliseconds(50));

@@ -1,6 +1,7 @@
 // Every screen as it meets a person without eyes or without a mouse: each control has a name, Tab goes
 // the way the eye goes.
 #include <QAccessible>
+#include <QGroupBox>
 #include <QMenu>
 
 #include <algorithm>
@@ -43,6 +44,11 @@ class AccessStory : public Story {
     EXPECT_TRUE(std::ranges::count(stops, form.focusWidget()) == 1) << "no control has the keyboard";
     ExpectNames(stops);
     ExpectOrder(stops, form);
+    for (const auto* frame : form.findChildren<QGroupBox*>()) {
+      for (const auto* label : frame->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
+        EXPECT_FALSE(label->text().isEmpty() && label->isVisibleTo(&form))
+            << "an empty label is read as the caption of " << Described(*frame);
+    }
     for (const auto* menu : form.Menus())
       EXPECT_TRUE(menu->title().contains('&')) << menu->title().toStdString() << " has no key";
   }

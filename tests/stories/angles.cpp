@@ -246,6 +246,22 @@ TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
 }
 
 // The logger's tare at the start is the word F1C7, -20 degrees.
+TEST_F(AnglesStory, F5SamplesAndSpaceOnATareButtonStaysThere) {
+  Open("Angles");
+  Key(Qt::Key_F5);
+  EXPECT_TRUE(Sampling());
+  machine.Pass(ShownTime);
+  The("cmdTareX").setFocus();
+  for (const auto* caption : {"Tare X", "Untare X"}) {
+    Key(Qt::Key_Space);
+    EXPECT_EQ(Text("cmdTareX"), caption);
+    EXPECT_EQ(Text("cmdTareY"), "Untare Y");
+    machine.Pass(ShownTime);
+  }
+  Key(Qt::Key_F5);
+  EXPECT_FALSE(Sampling());
+}
+
 TEST_F(AnglesStory, UntaresThenTares) {
   struct Axis {
     const char *button, *box, *letter, *clears, *stores, *degrees;

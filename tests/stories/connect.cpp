@@ -35,6 +35,9 @@ TEST_F(ConnectStory, AutoDetectTakesTheFirstPortThatAnswers) {
   Start();
   Choose("File", "Connect");
   const auto before = machine.Time();
+  machine.At(before + milliseconds(100), [&] {
+    for (const auto* button : {"cmdOK", "cmdAutoDetect"}) EXPECT_FALSE(The(button).isEnabled()) << button;
+  });
   Press("Auto Detect");
   Reads("Bexlow found on Comm 5!");
   EXPECT_EQ(Port(), 5);
@@ -116,6 +119,31 @@ TEST_F(ConnectStory, PortZeroIsSavedAndLeavesTheMenus) {
   EXPECT_EQ(Stored(), "0");
   EXPECT_TRUE(Offered("Tools", "Graph")) << "an earlier connect still counts";
   EXPECT_TRUE(Text("lblHint").starts_with("Plug")) << Text("lblHint");
+  EXPECT_TRUE(machine.wire.empty());
+}
+
+TEST_F(ConnectStory, EnterIsOkAndEscapeLeaves) {
+  machine.Plug(logger, 1);
+  Start();
+  Choose("File", "Connect");
+  EXPECT_EQ(platform::Form::Active()->focusWidget(), &The("NumEditCommPort"));
+  Key(Qt::Key_Escape);
+  EXPECT_EQ(ScreenInFront(), "Main");
+  EXPECT_EQ(Stored(), "(none)");
+  Choose("File", "Connect");
+  Key(Qt::Key_Return);
+  EXPECT_EQ(ScreenInFront(), "Main");
+  EXPECT_EQ(Stored(), "1");
+}
+
+TEST_F(ConnectStory, AStoreThatCannotBeWrittenIsReported) {
+  WriteFile(machine.ProgramFolder() / "settings", "a file in the way");
+  machine.Plug(logger, 1);
+  Start();
+  Choose("File", "Connect");
+  Press("OK");
+  const auto words = ReadsError("cmdOK_Click");
+  EXPECT_NE(words.find("cannot be written"), std::string::npos) << words;
   EXPECT_TRUE(machine.wire.empty());
 }
 

@@ -73,6 +73,16 @@ TEST_F(Eeprom, ReadsAndWritesAnyCell) {
   EXPECT_EQ(ScreenInFront(), "Configuration");
 }
 
+TEST_F(Eeprom, TheKeyboardComesBackWhenAReadHasEnded) {
+  for (const char* control : {"cmdRead", "NumEditAddress"}) {
+    The(control).setFocus();
+    Press("Read");
+    ExpectReady(false);
+    machine.Pass(100ms);
+    EXPECT_EQ(platform::Form::Active()->focusWidget(), &The(control));
+  }
+}
+
 TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
   struct Row {
     Bytes reply;
@@ -188,6 +198,12 @@ TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   Box().selectAll();
   Keys(Box(), "x-");
   EXPECT_EQ(Text("txtValue"), "312") << "a dropped key leaves the selection";
+  Box().setText("-5");
+  Box().home(false);
+  Keys(Box(), "1");
+  EXPECT_EQ(Text("txtValue"), "1-5") << "a digit swallows no minus";
+  Press("Write");
+  ReadsError("cmdWrite_Click");
 }
 
 }  // namespace

@@ -32,6 +32,7 @@ class Launch : public Story {
     machine.WillAnswer(answer);
     Choose("Tools", "Launch");
     Reads(Question);
+    EXPECT_EQ(machine.buttons.at(0), platform::Buttons::Confirm);
   }
   bool FrameShows() { return The<QGroupBox>("fraErase").isVisibleTo(platform::Form::Active()); }
   int Bar() { return The<QProgressBar>("PBar").value(); }

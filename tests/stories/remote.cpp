@@ -1,5 +1,6 @@
 // The remote session: roles, addresses and ports, what goes out and what comes in. Everything stays on this
 // computer.
+#include <QAccessible>
 #include <QHostInfo>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -134,6 +135,26 @@ TEST_F(RemoteStory, StartsAsASenderThatDoesNotSend) {
   EXPECT_EQ(Plain("txtSend"), "");
   Sample();
   EXPECT_TRUE(Enabled("fraSession"));
+}
+
+TEST_F(RemoteStory, AnAssistiveToolTakesARoleAndTheFrameGivesTheKeyboardBack) {
+  EXPECT_NE(Text("lblSocket").find("(127.0.0.1), port 1002"), std::string::npos) << Text("lblSocket");
+  for (const auto& [option, ports] : {std::pair{"optSession2", "10011002"}, {"optSession1", "10021001"}}) {
+    auto* heard = QAccessible::queryAccessibleInterface(&The(option));
+    heard->actionInterface()->doAction(QAccessibleActionInterface::toggleAction());
+    machine.Settle();
+    EXPECT_TRUE(The<QRadioButton>(option).isChecked());
+    EXPECT_EQ(Text("txtPort") + Text("txtBind"), ports);
+  }
+  The("optSession1").setFocus();
+  Sample();
+  EXPECT_FALSE(The("optSession1").hasFocus());
+  Sample();
+  EXPECT_TRUE(The("optSession1").hasFocus());
+  Sample();
+  The("optSend").setFocus();
+  Sample();
+  EXPECT_TRUE(The("optSend").hasFocus()) << "the user has moved it";
 }
 
 TEST_F(RemoteStory, EverySampleIsADatagram) {
@@ -277,7 +298,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
   EXPECT_TRUE(peer.Nothing()) << "sent before the name was known";
   Press("Clear");
   EXPECT_EQ(peer.Next(), "");
-  Type("txtRH5", "no such computer");  // waits for the look-up that was given up, too
+  Type("txtRH5", "no such computer");  // its end is that of the look-up that was given up, too
   Press("Reset");
   EXPECT_TRUE(Until([&] { return Text("lblSocket").find("No computer is known") != std::string::npos; }));
 }
@@ -302,7 +323,7 @@ class WinsockTest : public Story {
     socket.DataArrival = [this] { arrived.push_back(socket.GetData()); };
   }
   platform::Form form{"Owner", "Owner"};
-  platform::Winsock socket{form, "udpPeerA"};
+  platform::Winsock socket{form};
   PeerSocket peer;
   const int port = FreePort();
   std::vector<std::string> arrived;

@@ -133,6 +133,7 @@ class EraseStory : public Story {
     machine.WillAnswer(answer);
     Choose("Data", "Erase");
     Reads("All on-board data will be erased!\r\nClick YES to proceed.\r\nClick NO to cancel this operation.");
+    EXPECT_EQ(machine.buttons.at(0), platform::Buttons::Confirm);
   }
   void ExpectEnded() {
     EXPECT_FALSE(Checked("Data", "Erase"));

@@ -1,8 +1,10 @@
 // Start-up, the menu states, the chords, leaving screens, and the report of an error.
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QTabBar>
 
 #include <filesystem>
 
@@ -76,6 +78,45 @@ TEST_F(Shell, ChordsActOnTheRemoteEntryAndTheDisplayMenu) {
   }
 }
 
+TEST_F(Shell, F1OpensTheManualOrSaysWhereItIs) {
+  Start();
+  Key(Qt::Key_F1);
+  Reads("Please refer to the Software Help Manual located on the distribution media!");
+  const auto manual = machine.ProgramFolder() / "manual.html";
+  WriteFile(manual, "<p>");
+  Key(Qt::Key_F1);
+  EXPECT_EQ(machine.documents, std::vector{manual});
+}
+
+TEST_F(Shell, TabsCloseByButtonAndKeyAndMainComesToTheFront) {
+  StartConnected();
+  auto& tabs = *outer->findChild<QTabBar*>();
+  const auto open = [&] {
+    for (const auto* entry : {"Graph", "Graph Button Pushes"}) {
+      outer->ShowChild(outer->Child("Main"));
+      Choose("Tools", entry);
+    }
+  };
+  open();
+  auto* button = tabs.tabButton(1, QTabBar::RightSide);
+  ASSERT_NE(button, nullptr);
+  EXPECT_EQ(tabs.tabButton(0, QTabBar::RightSide), nullptr) << "Main stays";
+  qobject_cast<QAbstractButton*>(button)->click();
+  machine.Settle();
+  EXPECT_EQ(outer->Child("Graph"), nullptr);
+  EXPECT_EQ(ScreenInFront(), "Main") << "also while another screen is open";
+  open();
+  Key(Qt::Key_W, Qt::ControlModifier);
+  EXPECT_EQ(outer->Child("GraphBP"), nullptr);
+  EXPECT_EQ(ScreenInFront(), "Main");
+  Key(Qt::Key_W, Qt::ControlModifier);
+  EXPECT_EQ(tabs.count(), 2) << "Main and the graph";
+  bool ended = false;
+  outer->Child("Graph")->AtUnload([&] { ended = true; });
+  outer.reset();
+  EXPECT_TRUE(ended) << "screens end with the window";
+}
+
 TEST_F(Shell, HelpAboutAndExit) {
   Start();
   Choose("Help", "Help");
@@ -83,7 +124,7 @@ TEST_F(Shell, HelpAboutAndExit) {
   Choose("Help", "About");
   EXPECT_EQ(ScreenInFront(), "About");
   EXPECT_EQ(Text("Label2"), "Version 3.2.3 Beta");
-  Press("OK");
+  Key(Qt::Key_Escape);
   EXPECT_EQ(ScreenInFront(), "Main");
   Choose("File", "Exit");
   EXPECT_TRUE(machine.ended);

@@ -105,6 +105,8 @@ void Story::Press(const QString& caption) {
 void Story::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   auto* form = platform::Form::Active();
   ASSERT_NE(form, nullptr);
+  form->window()->activateWindow();
+  QCoreApplication::processEvents();  // the keys of a screen work in the active window only
   QTest::keyClick(form->focusWidget() != nullptr ? form->focusWidget() : form, key, modifiers);
   machine.Settle();
 }

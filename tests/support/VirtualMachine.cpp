@@ -144,10 +144,6 @@ void VirtualMachine::Pass(microseconds time) {
   now_ = std::max(now_, end);
 }
 
-std::uint32_t VirtualMachine::GetTickCount() {
-  return static_cast<std::uint32_t>(std::chrono::duration_cast<milliseconds>(now_).count());
-}
-
 platform::LocalTime VirtualMachine::Now() {
   std::tm start{};
   start.tm_year = clock.year - 1900;
@@ -191,11 +187,12 @@ void VirtualMachine::OpenBox() {
   if (const auto happening = std::exchange(whileBoxIsOpen, {})) happening();
 }
 
-Answer VirtualMachine::Ask(const std::string& text, platform::Buttons buttons) {
+Answer VirtualMachine::Ask(const std::string& text, platform::Buttons offered) {
   boxes.push_back(text);
+  buttons.push_back(offered);
   OpenBox();
-  if (buttons == platform::Buttons::Ok) return Answer::Ok;
-  const bool error = buttons == platform::Buttons::RetryCancel;
+  if (offered == platform::Buttons::Ok) return Answer::Ok;
+  const bool error = offered == platform::Buttons::RetryCancel;
   if (error && (answers_.empty() || answers_.front() != Answer::Cancel)) return Answer::Retry;
   if (answers_.empty()) {
     ADD_FAILURE() << "no answer prepared to: " << text;
@@ -204,6 +201,11 @@ Answer VirtualMachine::Ask(const std::string& text, platform::Buttons buttons) {
   const Answer answer = answers_.front();
   answers_.pop_front();
   return answer;
+}
+
+bool VirtualMachine::OpenDocument(const std::filesystem::path& file) {
+  documents.push_back(file);
+  return true;
 }
 
 std::optional<std::string> VirtualMachine::AskFile(const platform::FileQuestion& question) {

@@ -68,7 +68,9 @@ class VirtualMachine : public platform::Machine {
   std::deque<std::string> boxes;  ///< texts of the boxes shown and not yet read
   std::vector<platform::FileQuestion> fileQuestions;
   std::vector<WireByte> wire;
-  bool ended = false;  ///< the program asked to end
+  std::vector<platform::Buttons> buttons;        ///< of all boxes shown
+  std::vector<std::filesystem::path> documents;  ///< what was opened in other programs
+  bool ended = false;                            ///< the program asked to end
   microseconds Time() const { return now_; }
   bool IsOpen(int comm) const { return lines_.contains(comm); }
   bool AnyPortOpen() const { return !lines_.empty(); }
@@ -80,7 +82,6 @@ class VirtualMachine : public platform::Machine {
   void At(microseconds due, std::function<void()> happening);
   void Deliver(int comm, const Bytes& bytes);
 
-  std::uint32_t GetTickCount() override;
   std::int64_t QueryPerformanceCounter() override { return now_.count(); }
   std::int64_t QueryPerformanceFrequency() override { return 1'000'000; }
   platform::LocalTime Now() override;
@@ -90,8 +91,9 @@ class VirtualMachine : public platform::Machine {
   std::unique_ptr<platform::SerialLine> OpenSerial(int comm, const std::string& settings,
                                                    std::function<void(Bytes)> received) override;
   std::unique_ptr<platform::Alarm> MakeAlarm(std::function<void()> tick) override;
-  Answer Ask(const std::string& text, platform::Buttons buttons) override;
+  Answer Ask(const std::string& text, platform::Buttons offered) override;
   std::optional<std::string> AskFile(const platform::FileQuestion& question) override;
+  bool OpenDocument(const std::filesystem::path& file) override;
   std::filesystem::path ProgramFolder() override { return folder_; }
   void EndProgram() override { ended = true; }
 

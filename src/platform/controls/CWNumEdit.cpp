@@ -1,10 +1,13 @@
 #include "platform/controls/CWNumEdit.h"
 
 #include <QLineEdit>
+#include <QRegularExpression>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace bexlow::platform {
 
@@ -28,11 +31,21 @@ CWNumEdit::CWNumEdit(QWidget* parent) : QDoubleSpinBox(parent) {
   setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   FitBaseRange();
   connect(this, &QDoubleSpinBox::valueChanged, this, &CWNumEdit::OnBaseChange);
+  connect(lineEdit(), &QLineEdit::textEdited, this, &CWNumEdit::OnEdited);
+  connect(lineEdit(), &QLineEdit::inputRejected, this,
+          [this] { Refuse("Only a number goes here, " + LimitsInWords()); });
+  connect(this, &QDoubleSpinBox::editingFinished, this, &CWNumEdit::OnFinished);
+}
+
+double CWNumEdit::Value() const {
+  const auto typed = outside_.isEmpty() ? std::nullopt : Typed();
+  return typed ? std::clamp(*typed, lower_, upper_) : value_;
 }
 
 void CWNumEdit::Value(double value) {
   if (!std::isfinite(value)) return;
   assigning_ = true;
+  outside_.clear();
   value_ = value;
   FitBaseRange();
   setValue(value);
@@ -77,20 +90,63 @@ void CWNumEdit::OnBaseChange(double shown) {
   if (ValueChanged) ValueChanged(value_);
 }
 
+std::optional<double> CWNumEdit::Typed() const {
+  bool isNumber = false;
+  const double typed = QLocale::c().toDouble(lineEdit()->text(), &isNumber);
+  return isNumber ? std::optional(typed) : std::nullopt;
+}
+
+// A number on its way may lie outside the limits: 1025 with a limit of 1024 must not end as 102.
 QValidator::State CWNumEdit::validate(QString& text, int& position) const {
   if (text == textFromValue(value())) return QValidator::Acceptable;
-  const auto state = QDoubleSpinBox::validate(text, position);
-  if (state != QValidator::Acceptable) return state;
-  const double typed = QDoubleSpinBox::valueFromText(text);
-  if (IsInside(typed)) return state;
-  const bool moreDigitsCannotHelp = typed > upper_ ? typed >= 0 : typed < 0;
-  return moreDigitsCannotHelp && IsInside(value_) ? QValidator::Invalid : QValidator::Intermediate;
+  text = text.trimmed();
+  if (decimals() > 0) text.replace(u',', u'.');
+  position = std::min(position, static_cast<int>(text.size()));
+  const QString sign = lower_ < 0 ? "-?" : "";
+  const QString fraction = decimals() > 0 ? QString("(\\.[0-9]{0,%1})?").arg(decimals()) : "";
+  const QRegularExpression number("\\A" + sign + "[0-9]*" + fraction + "\\z");
+  if (!number.match(text).hasMatch()) return QValidator::Invalid;
+  bool isNumber = false;
+  const double typed = QLocale::c().toDouble(text, &isNumber);
+  return isNumber && IsInside(typed) ? QValidator::Acceptable : QValidator::Intermediate;
 }
 
 void CWNumEdit::fixup(QString& text) const {
   bool isNumber = false;
   const double typed = QLocale::c().toDouble(text.trimmed(), &isNumber);
   if (isNumber && std::isfinite(typed)) text = textFromValue(std::clamp(typed, lower_, upper_));
+}
+
+void CWNumEdit::OnEdited() {
+  EndRefusal();
+  const auto typed = Typed();
+  const bool outside = typed && !IsInside(*typed);
+  outside_ = outside ? lineEdit()->text() : QString();
+  const bool moreDigitsCannotHelp = outside && (*typed > upper_ ? *typed >= 0 : *typed < 0);
+  if (moreDigitsCannotHelp) Refuse("Outside, " + LimitsInWords());
+}
+
+void CWNumEdit::OnFinished() {
+  const QString typed = std::exchange(outside_, {});
+  if (!typed.isEmpty()) Refuse(typed + " is outside, " + LimitsInWords() + ". The box now holds " + text());
+}
+
+QString CWNumEdit::LimitsInWords() const {
+  return textFromValue(lower_) + " to " + textFromValue(upper_);
+}
+
+// Behind the running event, since the toolkit takes words away when the keyboard moves on.
+void CWNumEdit::Refuse(const QString& words) {
+  if (!description_) description_ = accessibleDescription();
+  setAccessibleDescription(words);
+  const auto show = [this, words] { QToolTip::showText(mapToGlobal(rect().bottomLeft()), words, this); };
+  QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
+}
+
+void CWNumEdit::EndRefusal() {
+  if (!description_) return;
+  setAccessibleDescription(*std::exchange(description_, std::nullopt));
+  QToolTip::hideText();
 }
 
 QString CWNumEdit::textFromValue(double value) const {
@@ -104,8 +160,10 @@ double CWNumEdit::valueFromText(const QString& text) const {
 }
 
 void CWNumEdit::stepBy(int steps) {
-  const double wanted = std::clamp(value() + steps * singleStep(), lower_, upper_);
-  setValue(wanted);
+  const double from = outside_.isEmpty() ? value() : Value();
+  outside_.clear();
+  EndRefusal();
+  setValue(std::clamp(from + steps * singleStep(), lower_, upper_));
   selectAll();
 }
 

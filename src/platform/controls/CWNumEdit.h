@@ -5,6 +5,7 @@
 #include <QDoubleSpinBox>
 
 #include <functional>
+#include <optional>
 
 namespace bexlow::platform {
 
@@ -14,14 +15,16 @@ class CWNumEdit : public QDoubleSpinBox {
  public:
   explicit CWNumEdit(QWidget* parent = nullptr);
 
-  /// What the program assigned last, exactly, or what the user has made of it since.
-  double Value() const { return value_; }
+  /// What the program assigned last, exactly, or what the user has made of it since. While what is typed lies
+  /// outside the limits, it is the limit that the box will show when the user has finished.
+  double Value() const;
 
   /// Shows a value. It may lie outside the limits and may have more decimals than are shown.
   /// A value that is no finite number is ignored.
   void Value(double value);
 
-  /// Limits for the user's typing, wheel and arrows. The value on show stays as it is.
+  /// Limits for the user's typing, wheel and arrows. The value on show stays as it is. A key that fits no
+  /// number within them is refused, a number outside them ends at the nearer limit, and the box says so.
   void SetLimits(double minimum, double maximum);
   double Minimum() const { return lower_; }
   double Maximum() const { return upper_; }
@@ -46,15 +49,25 @@ class CWNumEdit : public QDoubleSpinBox {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
+  /// The number that the box holds as text, if it is one.
+  std::optional<double> Typed() const;
   bool IsInside(double value) const { return value >= lower_ && value <= upper_; }
   void FitBaseRange();
   void OnBaseChange(double shown);
+  void OnEdited();
+  void OnFinished();
+  QString LimitsInWords() const;
+  /// Says why something typed does not count: in words beside the box and as its accessible description.
+  void Refuse(const QString& words);
+  void EndRefusal();
 
   double value_ = 0;
   double shown_ = 0;  // the same, rounded to the decimals on show
   double lower_ = 0;
   double upper_ = 100;
   bool assigning_ = false;
+  QString outside_;                     ///< what is typed, while it lies outside the limits
+  std::optional<QString> description_;  ///< the accessible one, while a refusal stands in its place
 };
 
 }  // namespace bexlow::platform

@@ -19,12 +19,20 @@ void EventGate::Offer(const void* source, std::function<void()> deliver) {
   Wake();
 }
 
-void EventGate::Receive(const std::function<void()>& collect) {
-  receiving_ = true;
-  collect();
-  receiving_ = false;
+void EventGate::CollectAndDeliver(const std::function<void()>& collect) {
+  struct Collecting {
+    EventGate& gate;
+    ~Collecting() {
+      gate.collecting_ = false;
+      gate.Wake();  // also for what was offered before a failure
+    }
+  };
+  {
+    const Collecting running{*this};
+    collecting_ = true;
+    collect();
+  }
   DeliverOne();
-  Wake();
 }
 
 void EventGate::Withdraw(const void* source) {
@@ -51,7 +59,7 @@ bool EventGate::DeliverOne() {
 
 // One item a posted event, so that painting and input take their turns between two deliveries.
 void EventGate::Wake() {
-  if (woken_ || receiving_ || Held() || queue_.empty()) return;
+  if (woken_ || collecting_ || Held() || queue_.empty()) return;
   woken_ = true;
   QMetaObject::invokeMethod(
       qApp,

@@ -16,7 +16,7 @@ class EventGate {
   /// Queues a delivery for a source; a source that already waits keeps its place and its one delivery.
   void Offer(const void* source, std::function<void()> deliver);
   /// Runs what takes bytes in, and delivers what that makes due at once, not a turn of the event loop later.
-  void Receive(const std::function<void()>& collect);
+  void CollectAndDeliver(const std::function<void()>& collect);
   /// Takes back what a source has waiting.
   void Withdraw(const void* source);
   /// Runs a user's action now, or drops it while the gate is held or a modal screen lies above its window.
@@ -47,7 +47,7 @@ class EventGate {
   std::deque<Waiting> queue_;
   int depth_ = 0;
   bool woken_ = false;
-  bool receiving_ = false;
+  bool collecting_ = false;
 };
 
 }  // namespace bexlow::platform

@@ -5,6 +5,8 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QShortcut>
+#include <QSignalBlocker>
 
 #include <utility>
 
@@ -13,10 +15,15 @@
 namespace bexlow::platform {
 
 namespace {
-Form* activeChild = nullptr;
-std::vector<Form*> modalForms;
-constexpr auto MarkedBefore =
-    "markedBefore";  // of a group: the option that a dropped click gives the mark back to
+
+// Of a group: the option that a dropped click gives the mark back to.
+constexpr auto MarkedBefore = "markedBefore";
+
+bool TakesKeys(const QWidget& control, const QWidget& screen) {
+  return screen.isAncestorOf(&control) && (control.focusPolicy() & Qt::TabFocus) != 0 &&
+         control.isEnabled() && control.isVisibleTo(&screen);
+}
+
 }  // namespace
 
 Form::Form(const char* name, const QString& caption) {
@@ -24,33 +31,46 @@ Form::Form(const char* name, const QString& caption) {
   setWindowTitle(caption);
   setAccessibleName(caption);
   setFocusPolicy(Qt::StrongFocus);
-  qApp->installEventFilter(this);
 }
 
 Form::~Form() {
+  End();
+}
+
+void Form::End() {
+  EventGate::Get().Withdraw(this);
   MousePointer(Pointer::Normal);
-  std::erase(modalForms, this);
-  if (activeChild == this) activeChild = nullptr;
 }
 
 void Form::Unload() {
   if (std::exchange(unloaded_, true)) return;
   for (const auto& step : unloadSteps_) step();
-  MousePointer(Pointer::Normal);
-  std::erase(modalForms, this);
-  if (activeChild == this) activeChild = nullptr;
-  if (isWindow()) hide();
+  End();
+  if (isWindow()) {
+    hide();
+    if (parentWidget() != nullptr) parentWidget()->window()->activateWindow();  // not every desktop does
+  }
   emit Left();
   deleteLater();
+}
+
+// In the destructor the controls that have steps would be gone.
+bool Form::event(QEvent* event) {
+  if (event->type() == QEvent::DeferredDelete) Unload();
+  return QWidget::event(event);
+}
+
+void Form::StartWith(std::function<void()> handler) {
+  EventGate::Get().Offer(this, std::move(handler));
 }
 
 void Form::ShowModal(QWidget* above) {
   setParent(above, Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint);
   setWindowModality(Qt::ApplicationModal);
-  modalForms.push_back(this);
   adjustSize();
   show();
   activateWindow();
+  Activated();
 }
 
 const Form* Form::OtherEngaged(const Form* form) {
@@ -72,23 +92,27 @@ void Form::MousePointer(Pointer pointer) {
 }
 
 Form* Form::Active() {
-  return modalForms.empty() ? activeChild : modalForms.back();
-}
-
-Form* Form::ActiveChild() {
-  return activeChild;
-}
-
-void Form::ActiveChild(Form* form) {
-  activeChild = form;
+  for (auto* modal = QApplication::activeModalWidget(); modal != nullptr; modal = modal->parentWidget()) {
+    if (auto* form = qobject_cast<Form*>(modal)) return form;
+  }
+  for (const auto* window : QApplication::topLevelWidgets()) {
+    for (auto* form : window->findChildren<Form*>()) {
+      if (!form->isWindow() && form->isVisible() && !form->Unloaded()) return form;
+    }
+  }
+  return nullptr;
 }
 
 void Form::Activated() {
-  if (focusWidget() != nullptr && focusWidget() != this) return focusWidget()->setFocus();
+  auto* wanted = std::exchange(shownBefore_, true) ? focusWidget() : firstFocus_;
+  if (wanted != nullptr && TakesKeys(*wanted, *this)) return wanted->setFocus();
+  QWidget* shows = this;
   for (auto* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
-    const bool isStop = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled();
-    if (isAncestorOf(next) && isStop && next->isVisibleTo(this)) return next->setFocus();
+    if (!TakesKeys(*next, *this)) continue;
+    if (!next->property("readOnly").toBool()) return next->setFocus();
+    if (shows == this) shows = next;
   }
+  shows->setFocus();
 }
 
 QMenu* Form::AddMenu(const char* name, const QString& caption) {
@@ -99,24 +123,33 @@ QMenu* Form::AddMenu(const char* name, const QString& caption) {
   return menu;
 }
 
-// A screen reader reaches the entries of a disabled menu.
-void Form::Choose(const QMenu* menu, const std::function<void()>& handler) {
-  if (!unloaded_ && menu->isEnabled()) EventGate::Get().Click(this, handler);
+bool Form::Act(const std::function<void()>& handler) {
+  if (unloaded_) return true;
+  return EventGate::Get().Click(this, [&] { focusKeeper_.Run(handler); });
 }
 
-QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption,
-                        std::function<void()> handler) {
+// A screen reader reaches the entries of a disabled menu.
+void Form::Choose(const QMenu* menu, const std::function<void()>& handler) {
+  if (menu->isEnabled()) Act(handler);
+}
+
+QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
+                        const QKeySequence& key) {
   auto* entry = menu->addAction(caption);
   entry->setObjectName(name);
+  entry->setShortcut(key);
+  entry->setAutoRepeat(false);
   connect(entry, &QAction::triggered, this,
           [this, menu, handler = std::move(handler)] { Choose(menu, handler); });
   return entry;
 }
 
 QAction* Form::AddCheckEntry(QMenu* menu, const char* name, const QString& caption,
-                             std::function<void()> handler) {
+                             std::function<void()> handler, const QKeySequence& key) {
   auto* entry = menu->addAction(caption);
   entry->setObjectName(name);
+  entry->setShortcut(key);
+  entry->setAutoRepeat(false);
   entry->setCheckable(true);
   connect(entry, &QAction::triggered, this, [this, menu, entry, handler = std::move(handler)](bool toggled) {
     entry->setChecked(!toggled);
@@ -134,26 +167,29 @@ QAction* Form::AddSeparator(QMenu* menu, const char* name) {
 QPushButton* Form::MakeButton(const char* name, const QString& caption, std::function<void()> handler) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
-  connect(button, &QPushButton::clicked, this, [this, handler = std::move(handler)] {
-    if (!unloaded_) EventGate::Get().Click(this, handler);
-  });
+  connect(button, &QPushButton::clicked, this, [this, handler = std::move(handler)] { Act(handler); });
   return button;
 }
 
-QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget* parent,
+QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget* parent, bool marked,
                                std::function<void()> handler) {
   auto* option = new QRadioButton(caption, parent);
   option->setObjectName(name);
-  connect(option, &QRadioButton::toggled, parent, [parent, option](bool marked) {
-    if (!marked) parent->setProperty(MarkedBefore, QVariant::fromValue(option));
-  });
-  connect(option, &QRadioButton::clicked, this, [this, parent, handler = std::move(handler)] {
-    if (unloaded_ || EventGate::Get().Click(
-                         this, handler ? handler : [] {}))
-      return;
-    if (auto* before = parent->property(MarkedBefore).value<QRadioButton*>()) before->setChecked(true);
+  option->setChecked(marked);
+  connect(option, &QRadioButton::toggled, this, [=, this](bool now) {
+    if (!now) return void(parent->setProperty(MarkedBefore, QVariant::fromValue(option)));
+    if (Act(handler ? handler : [] {})) return;
+    auto* before = parent->property(MarkedBefore).value<QRadioButton*>();
+    const QSignalBlocker quiet(before);  // giving the mark back is no choice
+    if (before != nullptr) before->setChecked(true);
   });
   return option;
+}
+
+void Form::AddChord(const QKeySequence& key, std::function<void()> handler) {
+  auto* chord = new QShortcut(key, this);
+  chord->setAutoRepeat(false);
+  connect(chord, &QShortcut::activated, this, [this, handler = std::move(handler)] { Act(handler); });
 }
 
 // Enter presses the button that has the focus, else the screen's default button; Escape leaves a modal
@@ -175,15 +211,7 @@ void Form::keyPressEvent(QKeyEvent* event) {
 void Form::closeEvent(QCloseEvent* event) {
   if (unloaded_) return event->accept();
   event->ignore();
-  if (OnCloseRequest) EventGate::Get().Click(this, OnCloseRequest);
-}
-
-bool Form::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || !OnKeyDown || unloaded_) return false;
-  if (Active() != this || !watched->isWidgetType()) return false;
-  bool used = false;
-  EventGate::Get().Click(this, [&] { used = OnKeyDown(*static_cast<QKeyEvent*>(event)); });
-  return used;
+  if (OnCloseRequest) Act(OnCloseRequest);
 }
 
 }  // namespace bexlow::platform

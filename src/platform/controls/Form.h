@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QAction>
+#include <QKeySequence>
 #include <QList>
 #include <QMenu>
 #include <QWidget>
@@ -10,7 +11,8 @@
 #include <string>
 #include <vector>
 
-class QKeyEvent;
+#include "platform/controls/FocusKeeper.h"
+
 class QPushButton;
 class QRadioButton;
 
@@ -35,6 +37,7 @@ class Form : public QWidget {
   const QList<QMenu*>& Menus() const { return menus_; }
 
   /// Leaves the screen: its timers and ports end now, the widget goes when the running handler has ended.
+  /// deleteLater does the same.
   void Unload();
   bool Unloaded() const { return unloaded_; }
   /// Adds a step of Unload. Controls add themselves.
@@ -54,15 +57,13 @@ class Form : public QWidget {
   /// The pointer of the whole program; a screen that is left takes its busy pointer with it.
   void MousePointer(Pointer pointer);
 
-  /// The screen in front: the modal one on top, else the active child window. Null before the first.
+  /// The screen in front: the modal one on top, else the one on show in the outer window. Null before the
+  /// first.
   static Form* Active();
-  static Form* ActiveChild();
-  static void ActiveChild(Form* form);
-  /// The screen has come to the front: the keyboard goes to its first control.
+  /// The screen has come to the front: the keyboard goes to the control that had it last, at first to the
+  /// first one that does more than show a text.
   void Activated();
 
-  /// Sees each key pressed in this screen before its controls do. True: the key is used up.
-  std::function<bool(const QKeyEvent&)> OnKeyDown;
   /// What the window's close button or Escape does in a modal screen or a child window.
   std::function<void()> OnCloseRequest;
 
@@ -71,29 +72,44 @@ class Form : public QWidget {
 
  protected:
   QMenu* AddMenu(const char* name, const QString& caption);
-  QAction* AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler);
+  /// An entry of a menu; its key, if it has one, works while the screen is in front.
+  QAction* AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
+                    const QKeySequence& key = {});
   /// An entry whose check mark only the program sets.
-  QAction* AddCheckEntry(QMenu* menu, const char* name, const QString& caption,
-                         std::function<void()> handler);
+  QAction* AddCheckEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
+                         const QKeySequence& key = {});
   QAction* AddSeparator(QMenu* menu, const char* name);
   /// A button whose click goes through the event gate.
   QPushButton* MakeButton(const char* name, const QString& caption, std::function<void()> handler);
-  /// An option whose choice by the user goes through the event gate; options of one parent exclude each
-  /// other.
-  QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent,
-                           std::function<void()> handler);
+  /// An option; options of one parent exclude each other. The handler runs through the event gate, once for
+  /// each mark that is set after it was made, be it by a click, by a key or by an assistive tool.
+  QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent, bool marked,
+                           std::function<void()> handler = {});
   void DefaultButton(QPushButton* button) { defaultButton_ = button; }
+  /// The control that has the keyboard first, where it is not the first that does more than show a text.
+  void FirstFocus(QWidget* control) { firstFocus_ = control; }
+  /// A key that works wherever the keyboard is while the screen is in front. Held down it counts once.
+  void AddChord(const QKeySequence& key, std::function<void()> handler);
+  /// What the screen does first of all, as an event behind the click that opens it, so that it is in front by
+  /// then.
+  void StartWith(std::function<void()> handler);
 
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  bool event(QEvent* event) override;
 
  private:
+  /// Runs a user's action. False if it was dropped.
+  bool Act(const std::function<void()>& handler);
   void Choose(const QMenu* menu, const std::function<void()>& handler);
+  void End();
 
   QList<QMenu*> menus_;
   std::vector<std::function<void()>> unloadSteps_;
   QPushButton* defaultButton_ = nullptr;
+  FocusKeeper focusKeeper_{*this};
+  QWidget* firstFocus_ = nullptr;
+  bool shownBefore_ = false;
   bool unloaded_ = false;
   bool busy_ = false;
   int engaged_ = 0;

@@ -24,7 +24,7 @@ std::string PortName(int commPort) {
 
 }  // namespace
 
-MSComm::MSComm(Form& owner, std::string name) : owner_(owner), name_(std::move(name)) {
+MSComm::MSComm(Form& owner) : owner_(owner) {
   owner.AtUnload([this] { Close(); });
 }
 

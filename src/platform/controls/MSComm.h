@@ -16,17 +16,13 @@ inline constexpr int ReceiveEvent = 2;  ///< CommEvent: data received
 class MSComm {
  public:
   /// @param owner  the screen that the control goes with: leaving the screen closes the port
-  MSComm(Form& owner, std::string name);
+  explicit MSComm(Form& owner);
   ~MSComm();
   MSComm(const MSComm&) = delete;
   MSComm& operator=(const MSComm&) = delete;
 
-  const std::string& Name() const { return name_; }
-
-  int CommPort() const { return commPort_; }
   /// Takes effect at the next opening.
   void CommPort(int port) { commPort_ = port; }
-  const std::string& Settings() const { return settings_; }
   void Settings(std::string settings) { settings_ = std::move(settings); }
 
   bool PortOpen() const { return line_ != nullptr; }
@@ -36,7 +32,6 @@ class MSComm {
 
   /// 0 only: Input takes everything.
   void InputLen(int length);
-  int InBufferSize() const { return inBufferSize_; }
   /// Bytes that the receive buffer holds at least. Throws while the port is open.
   void InBufferSize(int size);
   int InBufferCount() const { return static_cast<int>(received_.size()); }
@@ -59,7 +54,6 @@ class MSComm {
   void Close();
 
   Form& owner_;
-  std::string name_;
   int commPort_ = 1;
   std::string settings_ = "19200,n,8,1";
   int inBufferSize_ = 1024;

@@ -1,7 +1,5 @@
 #include "platform/controls/Timer.h"
 
-#include <utility>
-
 #include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
 
@@ -17,8 +15,7 @@ std::int64_t Counts(std::chrono::milliseconds time) {
 
 }  // namespace
 
-Timer::Timer(Form& owner, std::string name, int interval)
-    : owner_(owner), name_(std::move(name)), interval_(interval) {
+Timer::Timer(Form& owner, int interval) : owner_(owner), interval_(interval) {
   alarm_ = Machine::Get().MakeAlarm([this] { EventGate::Get().Offer(this, [this] { Tick(); }); });
   owner.AtUnload([this] { Enabled(false); });
 }

@@ -3,7 +3,6 @@
 
 #include <functional>
 #include <memory>
-#include <string>
 
 #include "platform/machine/Machine.h"
 
@@ -15,7 +14,7 @@ class Timer {
  public:
   /// @param owner     the screen that the timer goes with
   /// @param interval  milliseconds between two ticks
-  Timer(Form& owner, std::string name, int interval);
+  Timer(Form& owner, int interval);
   ~Timer();
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;
@@ -23,7 +22,6 @@ class Timer {
   bool Enabled() const { return enabled_; }
   /// Enabling a timer that runs changes nothing; a disabled one starts with a whole interval.
   void Enabled(bool on);
-  const std::string& Name() const { return name_; }
 
   std::function<void()> OnTimer;
 
@@ -31,7 +29,6 @@ class Timer {
   void Tick();
 
   Form& owner_;
-  std::string name_;
   std::chrono::milliseconds interval_;
   std::int64_t due_ = 0;  ///< of the next tick, on the high-resolution counter
   bool enabled_ = false;

@@ -1,9 +1,11 @@
 #include "platform/controls/Winsock.h"
 
+#include <QCoreApplication>
 #include <QHostInfo>
 #include <QNetworkDatagram>
 #include <QUdpSocket>
 
+#include <algorithm>
 #include <system_error>
 #include <utility>
 
@@ -44,39 +46,56 @@ bool IsPort(std::int32_t port) {
 
 }  // namespace
 
-Winsock::Winsock(Form& owner, std::string name)
-    : name_(std::move(name)), socket_(std::make_unique<QUdpSocket>()) {
+Winsock::Winsock(Form& owner) : socket_(std::make_unique<QUdpSocket>()) {
   QObject::connect(socket_.get(), &QUdpSocket::readyRead, socket_.get(), [this] { Collect(); });
-  owner.AtUnload([this] { Close(); });
+  owner.AtUnload([this] { End(); });
 }
 
 Winsock::~Winsock() {
+  End();
+}
+
+void Winsock::End() {
   Close();
-  if (lookUp_ >= 0) QHostInfo::abortHostLookup(lookUp_);
+  ForgetLookUp();
 }
 
 // The four numbers of the screen are an address of the older kind, so that a name counts by its address of
 // that kind.
 void Winsock::RemoteHost(const std::string& host) {
-  if (lookUp_ >= 0) QHostInfo::abortHostLookup(std::exchange(lookUp_, -1));
+  ForgetLookUp();
   remoteHost_ = host;
   const QString name = QString::fromStdString(host);
   const bool dotted = peer_.setAddress(name) && peer_.protocol() == QHostAddress::IPv4Protocol;
   peerState_ = dotted ? Peer::Known : host.empty() ? Peer::Unnamed : Peer::LookedUp;
   if (dotted) return;
   peer_.clear();
-  if (host.empty()) return;
-  lookUp_ = QHostInfo::lookupHost(name, socket_.get(), [this](const QHostInfo& found) {
-    lookUp_ = -1;
-    peerState_ = Peer::NotFound;
-    for (const auto& address : found.addresses()) {
-      if (address.protocol() != QHostAddress::IPv4Protocol) continue;
-      peer_ = address;
-      peerState_ = Peer::Known;
-      break;
-    }
-    if (PeerLookedUp) PeerLookedUp();
+  if (!host.empty()) LookUp(name);
+}
+
+// The toolkit leaks memory when a look-up is aborted, so one that nobody waits for any more runs to its end
+// and is ignored. The application object receives it, since the socket may be gone by then.
+void Winsock::LookUp(const QString& name) {
+  lookUp_ = std::make_shared<QHostInfo>();
+  QHostInfo::lookupHost(name, qApp, [this, waiting = std::weak_ptr(lookUp_)](const QHostInfo& found) {
+    const auto lookUp = waiting.lock();
+    if (lookUp == nullptr) return;
+    *lookUp = found;
+    EventGate::Get().Offer(&lookUp_, [this] { EndLookUp(); });
   });
+}
+
+void Winsock::ForgetLookUp() {
+  lookUp_.reset();
+  EventGate::Get().Withdraw(&lookUp_);
+}
+
+void Winsock::EndLookUp() {
+  const auto found = std::exchange(lookUp_, nullptr)->addresses();
+  const auto peer = std::ranges::find(found, QHostAddress::IPv4Protocol, &QHostAddress::protocol);
+  peerState_ = peer == found.end() ? Peer::NotFound : Peer::Known;
+  if (peer != found.end()) peer_ = *peer;
+  if (PeerLookedUp) PeerLookedUp();
 }
 
 std::string Winsock::PeerAddress() const {

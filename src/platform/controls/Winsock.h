@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 
+class QHostInfo;
 class QUdpSocket;
 
 namespace bexlow::platform {
@@ -21,12 +22,10 @@ inline constexpr int LastUdpPort = 65535;
 class Winsock {
  public:
   /// @param owner  the screen that the control goes with: leaving the screen ends the binding
-  Winsock(Form& owner, std::string name);
+  explicit Winsock(Form& owner);
   ~Winsock();
   Winsock(const Winsock&) = delete;
   Winsock& operator=(const Winsock&) = delete;
-
-  const std::string& Name() const { return name_; }
 
   enum class Peer { Unnamed, LookedUp, Known, NotFound };
   const std::string& RemoteHost() const { return remoteHost_; }
@@ -59,16 +58,19 @@ class Winsock {
   std::function<void()> DataArrival;
 
  private:
+  void End();
+  void LookUp(const QString& name);
+  void ForgetLookUp();
+  void EndLookUp();
   void Collect();
   void OfferNext();
   void Deliver();
 
-  std::string name_;
   std::unique_ptr<QUdpSocket> socket_;
   std::string remoteHost_;
   Peer peerState_ = Peer::Unnamed;
   QHostAddress peer_;
-  int lookUp_ = -1;
+  std::shared_ptr<QHostInfo> lookUp_;  ///< the one that is waited for, empty until it ends
   std::int32_t remotePort_ = 0;
   std::deque<std::string> received_;
   std::string current_;

@@ -21,6 +21,8 @@ constexpr double MinorLength = 5;
 constexpr double TickGap = 4;
 constexpr double KnobLength = 12;  // along the groove
 constexpr double KnobBreadth = 24;
+constexpr double MarkLength = 4;  // in place of the knob where only the program moves the pointer
+constexpr double Step = 1;        // what an arrow key adds; the user's values are multiples of it
 constexpr int PagesInScale = 16;
 constexpr double NotchDegrees = 120;  // one notch of a wheel, in eighths of a degree
 
@@ -32,20 +34,11 @@ Colours ColoursFor(const QWidget& widget) {
 
 CWSlide::CWSlide(QWidget* parent) : Instrument(parent) {
   SetScale(0, 1024);
-  SetOrientation(Qt::Vertical);
+  setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 }
 
 void CWSlide::SetScale(double minimum, double maximum) {
   SetRange(minimum, maximum, 0);
-}
-
-void CWSlide::SetOrientation(Qt::Orientation orientation) {
-  orientation_ = orientation;
-  const auto along = QSizePolicy::Expanding;
-  const auto across = QSizePolicy::Preferred;
-  setSizePolicy(IsUpright() ? across : along, IsUpright() ? along : across);
-  updateGeometry();
-  DropFace();
 }
 
 void CWSlide::SetReadOnly(bool readOnly) {
@@ -55,39 +48,28 @@ void CWSlide::SetReadOnly(bool readOnly) {
   DropFace();
 }
 
-void CWSlide::SetStep(double step) {
-  if (step > 0 && std::isfinite(step)) step_ = step;
-}
-
 QSize CWSlide::sizeHint() const {
-  return IsUpright() ? QSize(96, 240) : QSize(300, 84);
+  return {96, 240};
 }
 QSize CWSlide::minimumSizeHint() const {
-  return IsUpright() ? QSize(84, 120) : QSize(160, 72);
+  return {84, 120};
 }
 
-// The value text stands above an upright scale and over the middle of a lying one.
+// The value text stands above the scale.
 QRectF CWSlide::Groove() const {
   const double textHeight = fontMetrics().height() + 6.0;
-  if (IsUpright()) {
-    const double left = std::max(KnobBreadth / 2, width() / 2.0 - 20) - GrooveWidth / 2;
-    return {left, textHeight + EndRoom, GrooveWidth, std::max(1.0, height() - textHeight - 2 * EndRoom)};
-  }
-  const double endRoom = EndRoom + 4;
-  return {endRoom, textHeight + KnobBreadth / 2 - GrooveWidth / 2, std::max(1.0, width() - 2 * endRoom),
-          GrooveWidth};
+  const double left = std::max(KnobBreadth / 2, width() / 2.0 - 20) - GrooveWidth / 2;
+  return {left, textHeight + EndRoom, GrooveWidth, std::max(1.0, height() - textHeight - 2 * EndRoom)};
 }
 
 QPointF CWSlide::PlaceOf(double fraction) const {
   const auto groove = Groove();
-  if (IsUpright()) return {groove.center().x(), groove.bottom() - fraction * groove.height()};
-  return {groove.left() + fraction * groove.width(), groove.center().y()};
+  return {groove.center().x(), groove.bottom() - fraction * groove.height()};
 }
 
 double CWSlide::ValueAt(QPointF place) const {
   const auto groove = Groove();
-  const double fraction = IsUpright() ? (groove.bottom() - place.y()) / groove.height()
-                                      : (place.x() - groove.left()) / groove.width();
+  const double fraction = (groove.bottom() - place.y()) / groove.height();
   return Minimum() + std::clamp(fraction, 0.0, 1.0) * (Maximum() - Minimum());
 }
 
@@ -97,25 +79,19 @@ void CWSlide::DrawFace(QPainter& painter) const {
   painter.setBrush(colours.paper);
   painter.drawRoundedRect(Groove(), GrooveWidth / 2, GrooveWidth / 2);
 
-  const double length = IsUpright() ? Groove().height() : Groove().width();
-  const double major = MarkStep(Maximum() - Minimum(), std::max(2, static_cast<int>(length / 48)));
+  const double major = MarkStep(Maximum() - Minimum(), std::max(2, static_cast<int>(Groove().height() / 48)));
   const auto readable = ColoursOf(palette()).text;
   const auto window = palette().color(QPalette::Window);
   painter.setPen(isEnabled() ? palette().color(QPalette::WindowText) : Blend(window, readable, 0.6));
   for (const double mark : Marks(Minimum(), Maximum(), major / 4)) {
     const bool isMajor = std::abs(mark / major - std::round(mark / major)) < 0.01;
     const double tick = isMajor ? MajorLength : MinorLength;
-    const QPointF out = IsUpright() ? QPointF(1, 0) : QPointF(0, 1);
-    const QPointF from = PlaceOf(FractionOf(mark)) + out * (KnobBreadth / 2 + TickGap);
-    painter.drawLine(from, from + out * tick);
-    if (!isMajor) continue;
-    const auto number = QString::number(mark);
-    const QPointF at = from + out * (tick + 3);
-    if (IsUpright()) {
-      painter.drawText(QRectF(at.x(), at.y() - 20, 60, 40), Qt::AlignLeft | Qt::AlignVCenter, number);
-    } else {
-      painter.drawText(QRectF(at.x() - 30, at.y(), 60, 40), Qt::AlignHCenter | Qt::AlignTop, number);
-    }
+    const QPointF from = PlaceOf(FractionOf(mark)) + QPointF(KnobBreadth / 2 + TickGap, 0);
+    const QPointF to = from + QPointF(tick, 0);
+    painter.drawLine(from, to);
+    if (isMajor)
+      painter.drawText(QRectF(to.x() + 3, to.y() - 20, 60, 40), Qt::AlignLeft | Qt::AlignVCenter,
+                       QString::number(mark));
   }
 }
 
@@ -124,15 +100,10 @@ void CWSlide::DrawPointer(QPainter& painter) const {
   const QPointF place = PlaceOf(Fraction());
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.series);
-  painter.drawRoundedRect(
-      QRectF(PlaceOf(0), place)
-          .normalized()
-          .adjusted(IsUpright() ? -GrooveWidth / 2 + 1 : 0, IsUpright() ? 0 : -GrooveWidth / 2 + 1,
-                    IsUpright() ? GrooveWidth / 2 - 1 : 0, IsUpright() ? 0 : GrooveWidth / 2 - 1),
-      2, 2);
+  const double halfFill = GrooveWidth / 2 - 1;
+  painter.drawRoundedRect(QRectF(PlaceOf(0), place).normalized().adjusted(-halfFill, 0, halfFill, 0), 2, 2);
 
-  QRectF knob(0, 0, IsUpright() ? KnobBreadth : KnobLength, IsUpright() ? KnobLength : KnobBreadth);
-  if (readOnly_) knob.setSize(IsUpright() ? QSizeF(KnobBreadth, 4) : QSizeF(4, KnobBreadth));
+  QRectF knob(0, 0, KnobBreadth, readOnly_ ? MarkLength : KnobLength);
   knob.moveCenter(place);
   painter.setPen(QPen(readOnly_    ? colours.series
                       : hasFocus() ? colours.focus
@@ -141,7 +112,7 @@ void CWSlide::DrawPointer(QPainter& painter) const {
   painter.setBrush(readOnly_ ? colours.series : colours.paper);
   painter.drawRoundedRect(knob, 3, 3);
   if (!readOnly_) {
-    const QPointF half = IsUpright() ? QPointF(KnobBreadth / 2 - 4, 0) : QPointF(0, KnobBreadth / 2 - 4);
+    const QPointF half(KnobBreadth / 2 - 4, 0);
     painter.setPen(QPen(colours.series, 2));
     painter.drawLine(place - half, place + half);
   }
@@ -153,7 +124,7 @@ void CWSlide::DrawPointer(QPainter& painter) const {
 
 void CWSlide::MoveByUser(double value) {
   if (readOnly_ || !isEnabled() || std::isnan(value)) return;
-  const double stepped = std::round(std::clamp(value, Minimum(), Maximum()) / step_) * step_;
+  const double stepped = std::round(std::clamp(value, Minimum(), Maximum()) / Step) * Step;
   const double wanted = std::clamp(stepped, Minimum(), Maximum());
   if (wanted == Value()) return;
   Value(wanted);
@@ -180,20 +151,20 @@ void CWSlide::wheelEvent(QWheelEvent* event) {
   wheelRest_ += event->angleDelta().y() / NotchDegrees * 3;
   const double steps = std::trunc(wheelRest_);
   wheelRest_ -= steps;
-  if (steps != 0) MoveByUser(Value() + steps * step_);
+  if (steps != 0) MoveByUser(Value() + steps * Step);
 }
 
 void CWSlide::keyPressEvent(QKeyEvent* event) {
-  const double page = std::max(step_, (Maximum() - Minimum()) / PagesInScale);
+  const double page = std::max(Step, (Maximum() - Minimum()) / PagesInScale);
   const double from = std::isnan(Value()) ? 0 : std::clamp(Value(), Minimum(), Maximum());
   const auto wanted = [&]() -> std::optional<double> {
     switch (event->key()) {
       case Qt::Key_Up:
       case Qt::Key_Right:
-        return from + step_;
+        return from + Step;
       case Qt::Key_Down:
       case Qt::Key_Left:
-        return from - step_;
+        return from - Step;
       case Qt::Key_PageUp:
         return from + page;
       case Qt::Key_PageDown:

@@ -1,4 +1,4 @@
-// A straight scale with a pointer: shows a reading, or lets the user set a value.
+// An upright scale with a pointer: shows a reading, or lets the user set a value.
 #pragma once
 
 #include <functional>
@@ -15,14 +15,10 @@ class CWSlide : public Instrument {
   explicit CWSlide(QWidget* parent = nullptr);
 
   void SetScale(double minimum, double maximum);
-  void SetOrientation(Qt::Orientation orientation);
 
   /// false lets the user move the pointer: by mouse, keys, and by the wheel while it has the focus.
   void SetReadOnly(bool readOnly);
   bool IsReadOnly() const override { return readOnly_; }
-
-  /// What an arrow key adds; the user's values are multiples of it.
-  void SetStep(double step);
 
   /// Called with the new value when the user has moved the pointer, not when the program has.
   std::function<void(double)> PointerValueChanged;
@@ -44,15 +40,12 @@ class CWSlide : public Instrument {
   void focusOutEvent(QFocusEvent* event) override;
 
  private:
-  bool IsUpright() const { return orientation_ == Qt::Vertical; }
   QRectF Groove() const;
   QPointF PlaceOf(double fraction) const;
   double ValueAt(QPointF place) const;
 
-  Qt::Orientation orientation_ = Qt::Vertical;
   bool readOnly_ = true;
   bool dragging_ = false;
-  double step_ = 1;
   double wheelRest_ = 0;
 };
 

@@ -29,4 +29,9 @@ bool AskYesNo(const std::string& text) {
   return Machine::Get().Ask(text, Buttons::YesNo) == Answer::Yes;
 }
 
+bool AskToConfirm(const std::string& text) {
+  const EventGate::Hold hold;
+  return Machine::Get().Ask(text, Buttons::Confirm) == Answer::Yes;
+}
+
 }  // namespace bexlow::platform

@@ -44,7 +44,12 @@ class Alarm {
   virtual void Stop() = 0;
 };
 
-enum class Buttons { Ok, YesNo, RetryCancel };
+enum class Buttons {
+  Ok,
+  YesNo,    ///< Enter is Yes
+  Confirm,  ///< Yes and No too; Enter is No
+  RetryCancel
+};
 enum class Answer { Ok, Yes, No, Retry, Cancel };
 
 /// What a file dialog asks.
@@ -65,8 +70,6 @@ class Machine {
   static Machine& Get();
   static void Install(Machine& machine);
 
-  /// Milliseconds on a counter that wraps round.
-  virtual std::uint32_t GetTickCount() = 0;
   virtual std::int64_t QueryPerformanceCounter() = 0;
   virtual std::int64_t QueryPerformanceFrequency() = 0;
   virtual LocalTime Now() = 0;
@@ -88,6 +91,9 @@ class Machine {
   /// The chosen path, nothing if the user cancelled.
   virtual std::optional<std::string> AskFile(const FileQuestion& question) = 0;
 
+  /// Shows a file in the desktop's program for its kind. False if there is none.
+  virtual bool OpenDocument(const std::filesystem::path& file) = 0;
+
   virtual std::filesystem::path ProgramFolder() = 0;
   /// Ends the program at once and closes nothing by hand.
   virtual void EndProgram() = 0;
@@ -97,5 +103,7 @@ class Machine {
 void MsgBox(const std::string& text);
 /// A question with the buttons Yes and No.
 bool AskYesNo(const std::string& text);
+/// The same before data are lost: Enter is No.
+bool AskToConfirm(const std::string& text);
 
 }  // namespace bexlow::platform

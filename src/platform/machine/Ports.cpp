@@ -1,6 +1,7 @@
 #include "platform/machine/Ports.h"
 
-#include <QSerialPortInfo>
+#include <fstream>
+#include <string>
 
 namespace bexlow::platform {
 
@@ -35,12 +36,25 @@ PortInfo DescribeComm(int comm, const fs::path& programFolder) {
   if (device.empty()) return {};
   std::error_code ignored;
   if (!fs::exists(device, ignored)) return {device.string(), "no such device"};
-  const QSerialPortInfo info(QString::fromStdString(device.filename().string()));
-  QStringList words;
-  for (const QString& word : {info.manufacturer(), info.description()}) {
-    if (!word.isEmpty()) words << word;
+  return {device.string(), AdapterWords("/sys/class/tty" / device.filename() / "device")};
+}
+
+// The maker and the product stand in the folder of the USB device, some folders above that of its line.
+std::string AdapterWords(const fs::path& systemDevice) {
+  const auto lineOf = [](const fs::path& file) {
+    std::string line;
+    std::getline(std::ifstream(file), line);
+    return line;
+  };
+  std::error_code ignored;
+  for (fs::path folder = fs::canonical(systemDevice, ignored); folder.has_relative_path();
+       folder = folder.parent_path()) {
+    const auto product = lineOf(folder / "product");
+    if (product.empty()) continue;
+    const auto maker = lineOf(folder / "manufacturer");
+    return maker.empty() ? product : maker + " " + product;
   }
-  return {device.string(), words.join(' ').toStdString()};
+  return {};
 }
 
 }  // namespace bexlow::platform

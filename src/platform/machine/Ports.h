@@ -13,6 +13,10 @@ inline constexpr int LastComm = 16;
 /// /dev/ttyS0-3, 5 to 12 /dev/ttyUSB0-7, 13 to 16 /dev/ttyACM0-3. Empty for other numbers.
 std::filesystem::path DeviceOfComm(int comm, const std::filesystem::path& programFolder);
 
+/// Maker and product of the adapter to which a device of the system (a folder below /sys) belongs; empty
+/// where the system knows neither.
+std::string AdapterWords(const std::filesystem::path& systemDevice);
+
 /// The device and what the system knows of it.
 PortInfo DescribeComm(int comm, const std::filesystem::path& programFolder);
 

@@ -1,11 +1,15 @@
 #include "platform/machine/RealMachine.h"
 
 #include <QApplication>
+#include <QDesktopServices>
 #include <QFileDialog>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QTimer>
+#include <QUrl>
 
+#include <algorithm>
 #include <csignal>
 #include <ctime>
 #include <poll.h>
@@ -39,21 +43,6 @@ class RealAlarm : public Alarm {
   QTimer timer_;
 };
 
-// A device that leaves the machine's list when it is closed.
-class ListedDevice : public SerialLine {
- public:
-  ListedDevice(std::list<SerialDevice*>& open, std::unique_ptr<SerialDevice> device)
-      : open_(open), device_(std::move(device)) {
-    open_.push_back(device_.get());
-  }
-  ~ListedDevice() override { open_.remove(device_.get()); }
-  void Write(std::span<const std::uint8_t> bytes) override { device_->Write(bytes); }
-
- private:
-  std::list<SerialDevice*>& open_;
-  std::unique_ptr<SerialDevice> device_;
-};
-
 struct BoxLook {
   QMessageBox::StandardButtons buttons;
   QMessageBox::StandardButton usual, escape;
@@ -65,6 +54,8 @@ BoxLook LookOf(Buttons buttons) {
   switch (buttons) {
     case Buttons::YesNo:
       return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No, QMessageBox::Question};
+    case Buttons::Confirm:
+      return {QMessageBox::Yes | QMessageBox::No, QMessageBox::No, QMessageBox::No, QMessageBox::Question};
     case Buttons::RetryCancel:
       return {QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry, QMessageBox::Retry,
               QMessageBox::Critical};
@@ -87,6 +78,16 @@ Answer AnswerOf(int button) {
     default:
       return Answer::Ok;
   }
+}
+
+// Whose the boxes are, also while another program is in front and none of this program's windows is active.
+QWidget* WindowOnTop() {
+  if (auto* modal = QApplication::activeModalWidget()) return modal;
+  const auto windows = QApplication::topLevelWidgets();
+  const auto outer = std::ranges::find_if(windows, [](const auto* window) {
+    return window->isVisible() && qobject_cast<const QMainWindow*>(window) != nullptr;
+  });
+  return outer == windows.end() ? nullptr : *outer;
 }
 
 // "words|pattern|words|pattern" as the toolkit takes it: "words (pattern)". Its pattern for names without a
@@ -127,11 +128,6 @@ void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
 // Without the signal, a write beyond the user's limit of a file's size fails like one on a full disk.
 RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {
   std::signal(SIGXFSZ, SIG_IGN);
-}
-
-std::uint32_t RealMachine::GetTickCount() {
-  return static_cast<std::uint32_t>(
-      duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
 }
 
 std::int64_t RealMachine::QueryPerformanceCounter() {
@@ -175,8 +171,7 @@ std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, const std::string&
   const std::string label = "Comm " + std::to_string(comm);
   const auto device = DeviceOfComm(comm, programFolder_);
   if (device.empty()) throw std::system_error(ENODEV, std::generic_category(), label + ": no such port");
-  return std::make_unique<ListedDevice>(
-      open_, std::make_unique<SerialDevice>(label, device, settings, std::move(received)));
+  return std::make_unique<SerialDevice>(open_, label, device, settings, std::move(received));
 }
 
 std::unique_ptr<Alarm> RealMachine::MakeAlarm(std::function<void()> tick) {
@@ -185,8 +180,7 @@ std::unique_ptr<Alarm> RealMachine::MakeAlarm(std::function<void()> tick) {
 
 Answer RealMachine::Ask(const std::string& text, Buttons buttons) {
   const BoxLook look = LookOf(buttons);
-  QMessageBox box(look.icon, "Bexlow", QString::fromStdString(text), look.buttons,
-                  QApplication::activeWindow());
+  QMessageBox box(look.icon, "Bexlow", QString::fromStdString(text), look.buttons, WindowOnTop());
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(look.usual);
   box.setEscapeButton(look.escape);
@@ -194,7 +188,7 @@ Answer RealMachine::Ask(const std::string& text, Buttons buttons) {
 }
 
 std::optional<std::string> RealMachine::AskFile(const FileQuestion& question) {
-  QFileDialog dialog(QApplication::activeWindow(), question.save ? "Save As" : "Open");
+  QFileDialog dialog(WindowOnTop(), question.save ? "Save As" : "Open");
   dialog.setOption(QFileDialog::DontUseNativeDialog);
   dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
   dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
@@ -207,6 +201,10 @@ std::optional<std::string> RealMachine::AskFile(const FileQuestion& question) {
   if (!question.suggestedName.empty()) dialog.selectFile(QString::fromStdString(question.suggestedName));
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().value(0).toStdString();
+}
+
+bool RealMachine::OpenDocument(const std::filesystem::path& file) {
+  return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file.string())));
 }
 
 void RealMachine::EndProgram() {

@@ -14,7 +14,6 @@ class RealMachine : public Machine {
   /// @param programFolder  the folder that holds the executable
   explicit RealMachine(std::filesystem::path programFolder);
 
-  std::uint32_t GetTickCount() override;
   std::int64_t QueryPerformanceCounter() override;
   std::int64_t QueryPerformanceFrequency() override;
   LocalTime Now() override;
@@ -26,6 +25,7 @@ class RealMachine : public Machine {
   std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) override;
   Answer Ask(const std::string& text, Buttons buttons) override;
   std::optional<std::string> AskFile(const FileQuestion& question) override;
+  bool OpenDocument(const std::filesystem::path& file) override;
   std::filesystem::path ProgramFolder() override { return programFolder_; }
   void EndProgram() override;
 

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <fcntl.h>
 #include <linux/serial.h>
 #include <poll.h>
@@ -19,6 +18,8 @@ namespace bexlow::platform {
 
 namespace {
 
+constexpr auto OnlySettings = "19200,n,8,1";
+constexpr speed_t OnlySpeed = B19200;
 constexpr int WriteLimitMs = 1000;  // a driver that takes no byte for so long has lost its line
 
 std::string WhyNot(int error) {
@@ -40,22 +41,6 @@ std::string WhyNot(int error) {
   }
 }
 
-struct Speed {
-  int baud;
-  speed_t code;
-};
-constexpr Speed Speeds[] = {{1200, B1200},   {2400, B2400},   {4800, B4800},   {9600, B9600},
-                            {19200, B19200}, {38400, B38400}, {57600, B57600}, {115200, B115200}};
-
-std::optional<speed_t> SpeedOf(const std::string& settings) {
-  int baud = 0;
-  std::from_chars(settings.data(), settings.data() + settings.size(), baud);
-  for (const auto& speed : Speeds) {
-    if (speed.baud == baud) return speed.code;
-  }
-  return std::nullopt;
-}
-
 bool IsPseudoTerminal(const std::filesystem::path& device) {
   return device.string().starts_with("/dev/pts/");
 }
@@ -70,9 +55,10 @@ void AskForLowLatency(int handle) {
 
 }  // namespace
 
-SerialDevice::SerialDevice(const std::string& label, const std::filesystem::path& device,
-                           const std::string& settings, std::function<void(Bytes)> received)
-    : label_(label + " (" + device.string() + ")"), received_(std::move(received)) {
+SerialDevice::SerialDevice(std::list<SerialDevice*>& open, const std::string& label,
+                           const std::filesystem::path& device, const std::string& settings,
+                           std::function<void(Bytes)> received)
+    : open_(open), label_(label + " (" + device.string() + ")"), received_(std::move(received)) {
   try {
     OpenForUsAlone(device);
     Configure(settings);
@@ -82,11 +68,13 @@ SerialDevice::SerialDevice(const std::string& label, const std::filesystem::path
   }
   notifier_ = std::make_unique<QSocketNotifier>(handle_, QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, notifier_.get(), [this] {
-    EventGate::Get().Receive([this] { Collect(); });  // may well end this device
+    EventGate::Get().CollectAndDeliver([this] { Collect(); });  // may well end this device
   });
+  open_.push_back(this);
 }
 
 SerialDevice::~SerialDevice() {
+  open_.remove(this);
   Abandon();
 }
 
@@ -105,22 +93,23 @@ void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
 }
 
 void SerialDevice::Configure(const std::string& settings) {
-  const auto speed = SpeedOf(settings);
-  if (!speed || !settings.ends_with(",n,8,1"))
+  if (settings != OnlySettings)
     throw std::system_error(std::make_error_code(std::errc::invalid_argument),
                             label_ + ": settings " + settings + " are not supported");
-  termios line{};
-  tcgetattr(handle_, &line);
-  cfmakeraw(&line);
-  line.c_cflag |= CLOCAL | CREAD;
-  line.c_cflag &= ~static_cast<tcflag_t>(CSTOPB | CRTSCTS);
-  line.c_cc[VMIN] = 0;
-  line.c_cc[VTIME] = 0;
-  cfsetspeed(&line, *speed);
-  if (tcsetattr(handle_, TCSANOW, &line) != 0)
-    throw std::system_error(errno, std::generic_category(), label_ + ": the line parameters were refused");
+  SetLineParameters();
   AskForLowLatency(handle_);
   tcflush(handle_, TCIOFLUSH);
+}
+
+// A port keeps what an earlier program has set, so nothing of it is taken over: no flow control of either
+// kind, no byte changed or swallowed. Closing the port drops its control lines (HUPCL), which is what the
+// system starts with and what an adapter fed by them has always met here.
+void SerialDevice::SetLineParameters() {
+  termios line{};
+  line.c_cflag = CS8 | CREAD | CLOCAL | HUPCL;
+  cfsetspeed(&line, OnlySpeed);
+  if (tcsetattr(handle_, TCSANOW, &line) != 0)
+    throw std::system_error(errno, std::generic_category(), label_ + ": the line parameters were refused");
 }
 
 void SerialDevice::Write(std::span<const std::uint8_t> bytes) {

@@ -6,6 +6,7 @@
 #include <QSocketNotifier>
 
 #include <filesystem>
+#include <list>
 #include <memory>
 
 #include "platform/machine/Machine.h"
@@ -15,11 +16,12 @@ namespace bexlow::platform {
 class SerialDevice : public SerialLine {
  public:
   /// Opens a device raw and for this program alone.
+  /// @param open      lists the device as long as it exists
   /// @param label     what a failure calls the port, such as "Comm 3"
-  /// @param settings  "19200,n,8,1": baud, parity n e o, data bits, stop bits
+  /// @param settings  "19200,n,8,1", all that the logger speaks
   /// Throws std::system_error whose words tell no such device, in use, or no permission.
-  SerialDevice(const std::string& label, const std::filesystem::path& device, const std::string& settings,
-               std::function<void(Bytes)> received);
+  SerialDevice(std::list<SerialDevice*>& open, const std::string& label, const std::filesystem::path& device,
+               const std::string& settings, std::function<void(Bytes)> received);
   ~SerialDevice() override;
 
   void Write(std::span<const std::uint8_t> bytes) override;
@@ -30,8 +32,10 @@ class SerialDevice : public SerialLine {
  private:
   void OpenForUsAlone(const std::filesystem::path& device);
   void Configure(const std::string& settings);
+  void SetLineParameters();
   void Abandon();
 
+  std::list<SerialDevice*>& open_;
   std::string label_;
   std::function<void(Bytes)> received_;
   int handle_ = -1;

@@ -1,0 +1,35 @@
+// Gives the keyboard back to a control that an action of the user has disabled for a while.
+#pragma once
+
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+
+#include <functional>
+
+namespace bexlow::platform {
+
+class FocusKeeper : public QObject {
+  Q_OBJECT
+
+ public:
+  explicit FocusKeeper(QWidget& screen) : screen_(screen) {}
+
+  /// Runs an action. The toolkit moves the keyboard on when the control that has it is disabled; it comes
+  /// back when the control is enabled again, during the action or later, unless the user has moved it
+  /// meanwhile.
+  void Run(const std::function<void()>& action);
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Watch(QWidget* control);
+
+  QWidget& screen_;
+  QPointer<QWidget> control_;    ///< had the keyboard when the action began
+  QPointer<QWidget> movedOnTo_;  ///< has it since the action ended
+  bool running_ = false;
+};
+
+}  // namespace bexlow::platform
