@@ -39,6 +39,7 @@ Connect::Connect(std::function<void(bool)> reached)
   NumEditCommPort->Value(Shared.CurrentCommPort);
   ShowDevice();
   FirstFocus(NumEditCommPort);
+  NumEditCommPort->selectAll();
 }
 
 void Connect::Build() {

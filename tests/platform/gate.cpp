@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QTest>
 #include <QTimer>
@@ -103,7 +104,21 @@ class TwoOptions : public Form {
     StartWith([&heard] { heard += 's'; });
   }
   QRadioButton *a, *b;
+  QPushButton* busy = MakeButton("busy", "busy", [this] { busy->setEnabled(false); });
 };
+
+TEST_F(Gate, AButtonThatIsEnabledAgainTakesTheKeyboardFromNobody) {
+  TwoOptions form(heard);
+  for (const bool moved : {false, true}) {
+    form.busy->setFocus();
+    form.busy->click();
+    auto* next = form.focusWidget();
+    EXPECT_NE(next, form.busy);
+    if (moved) (next = next == form.a ? form.b : form.a)->setFocus();
+    form.busy->setEnabled(true);
+    EXPECT_EQ(form.focusWidget(), moved ? next : form.busy);
+  }
+}
 
 TEST_F(Gate, AnOptionRunsItsHandlerOnceWhoeverSetsTheMark) {
   TwoOptions form(heard);

@@ -52,6 +52,13 @@ class AccessStory : public Story {
     for (const auto* menu : form.Menus())
       EXPECT_TRUE(menu->title().contains('&')) << menu->title().toStdString() << " has no key";
   }
+  static void ExpectFirstOnWhatDoesSomething() {
+    auto& form = *platform::Form::Active();
+    const auto onlyShows = [](const QWidget* stop) { return stop->property("readOnly").toBool(); };
+    const bool haveChoice = std::ranges::any_of(
+        Stops(form), [&](const auto* stop) { return stop->isEnabled() && !onlyShows(stop); });
+    EXPECT_FALSE(haveChoice && onlyShows(form.focusWidget())) << Described(*form.focusWidget());
+  }
   void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
   void Leave() {
     platform::Form::Active()->close();
@@ -91,6 +98,7 @@ TEST_F(AccessStory, EachControlHasANameAndItsTurn) {
         std::tuple{"Display", "Remote Session", "RemoteSession"}}) {
     Choose(menu, entry);
     Look(screen);
+    ExpectFirstOnWhatDoesSomething();
     ServiceChord();  // shows the hidden parts of some
     Look(screen);
     if (Shown("Tools", "EEPROM")) {

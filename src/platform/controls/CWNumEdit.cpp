@@ -118,17 +118,21 @@ void CWNumEdit::fixup(QString& text) const {
 }
 
 void CWNumEdit::OnEdited() {
-  EndRefusal();
   const auto typed = Typed();
   const bool outside = typed && !IsInside(*typed);
-  outside_ = outside ? lineEdit()->text() : QString();
   const bool moreDigitsCannotHelp = outside && (*typed > upper_ ? *typed >= 0 : *typed < 0);
-  if (moreDigitsCannotHelp) Refuse("Outside, " + LimitsInWords());
+  if (!outside && !outside_.isEmpty()) QToolTip::hideText();
+  outside_ = outside ? lineEdit()->text() : QString();
+  if (moreDigitsCannotHelp) {
+    Refuse("Outside " + LimitsInWords());
+  } else {
+    EndRefusal();
+  }
 }
 
 void CWNumEdit::OnFinished() {
   const QString typed = std::exchange(outside_, {});
-  if (!typed.isEmpty()) Refuse(typed + " is outside, " + LimitsInWords() + ". The box now holds " + text());
+  if (!typed.isEmpty()) Refuse(typed + " is outside " + LimitsInWords() + ": the box now holds " + text());
 }
 
 QString CWNumEdit::LimitsInWords() const {
@@ -146,7 +150,6 @@ void CWNumEdit::Refuse(const QString& words) {
 void CWNumEdit::EndRefusal() {
   if (!description_) return;
   setAccessibleDescription(*std::exchange(description_, std::nullopt));
-  QToolTip::hideText();
 }
 
 QString CWNumEdit::textFromValue(double value) const {

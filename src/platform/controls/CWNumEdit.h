@@ -59,7 +59,7 @@ class CWNumEdit : public QDoubleSpinBox {
   QString LimitsInWords() const;
   /// Says why something typed does not count: in words beside the box and as its accessible description.
   void Refuse(const QString& words);
-  void EndRefusal();
+  void EndRefusal();  ///< the words beside the box stay for a while
 
   double value_ = 0;
   double shown_ = 0;  // the same, rounded to the decimals on show

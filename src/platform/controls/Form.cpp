@@ -103,16 +103,17 @@ Form* Form::Active() {
   return nullptr;
 }
 
+// As by Tab, so that what is typed replaces what a box holds.
 void Form::Activated() {
   auto* wanted = std::exchange(shownBefore_, true) ? focusWidget() : firstFocus_;
-  if (wanted != nullptr && TakesKeys(*wanted, *this)) return wanted->setFocus();
+  if (wanted != nullptr && TakesKeys(*wanted, *this)) return wanted->setFocus(Qt::TabFocusReason);
   QWidget* shows = this;
   for (auto* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
     if (!TakesKeys(*next, *this)) continue;
-    if (!next->property("readOnly").toBool()) return next->setFocus();
+    if (!next->property("readOnly").toBool()) return next->setFocus(Qt::TabFocusReason);
     if (shows == this) shows = next;
   }
-  shows->setFocus();
+  shows->setFocus(Qt::TabFocusReason);
 }
 
 QMenu* Form::AddMenu(const char* name, const QString& caption) {
