@@ -2,6 +2,7 @@
 #include <optional>
 
 #include "Target.h"
+#include "graph/RunFacts.h"
 #include "graph/Series.h"
 
 namespace bexlow::fuzz {
@@ -26,11 +27,20 @@ void RequirePushes(const graph::DoubleSeries& series) {
   }
 }
 
+void RequireKnownFacts(const graph::RunFacts& facts, graph::FileKind kind) {
+  using graph::FileKind;
+  const bool isRefused = kind == FileKind::Empty || kind == FileKind::WrongKind;
+  Require(!isRefused || (facts.launch.empty() && !facts.frequency), "nothing is known of another file");
+  Require(kind != FileKind::Bin || !facts.frequency, "bins have no frequency");
+  Require(!facts.frequency || (*facts.frequency > 0 && *facts.frequency < 6554), "a frequency is one");
+}
+
 }  // namespace
 
 void Try(std::string_view text) {
   const auto check = graph::CheckFile(text);
   Require(check.channel >= 0 && check.channel <= 9, "a channel is a digit");
+  RequireKnownFacts(graph::ReadRunFacts(text), check.kind);
   std::optional<graph::Samples> points;
   graph::DoubleSeries series;
   bool whole = false;
