@@ -77,6 +77,7 @@ void Form::ActiveChild(Form* form) {
 
 void Form::Activated() {
   if (focusWidget() != nullptr && focusWidget() != this) return focusWidget()->setFocus();
+  if (firstFocus_ != nullptr) return firstFocus_->setFocus();
   for (auto* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
     const bool isStop = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled();
     if (isAncestorOf(next) && isStop && next->isVisibleTo(this)) return next->setFocus();

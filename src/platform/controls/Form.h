@@ -69,6 +69,8 @@ class Form : public QWidget {
   QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent,
                            std::function<void()> handler);
   void DefaultButton(QPushButton* button) { defaultButton_ = button; }
+  /// What has the keyboard first, where it is not the first control.
+  void FirstFocus(QWidget* control) { firstFocus_ = control; }
 
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
@@ -80,6 +82,7 @@ class Form : public QWidget {
   QList<QMenu*> menus_;
   std::vector<std::function<void()>> unloadSteps_;
   QPushButton* defaultButton_ = nullptr;
+  QWidget* firstFocus_ = nullptr;
   bool unloaded_ = false;
   bool busy_ = false;
 };
