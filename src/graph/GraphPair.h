@@ -3,8 +3,13 @@
 
 #include <QWidget>
 
+#include <string>
+
+#include "graph/RunFacts.h"
 #include "graph/Series.h"
 #include "platform/graph/CWGraph.h"
+
+class QPushButton;
 
 namespace bexlow::graph {
 
@@ -21,11 +26,21 @@ class GraphPair : public QWidget {
   void PrepareLinear();
   /// Draws a run: x axis from 0 to the last index of the series.
   void Plot(platform::CWGraph& graph, const Samples& samples);
+  /// What a file's header tells, for read-outs and pictures.
+  void TellFile(const std::string& path, const RunFacts& facts);
+  /// Page Up and Page Down in a graph press these buttons, as long as a file has steps.
+  void PageWith(QPushButton* back, QPushButton* forward);
   /// The x views of both graphs move together, or each by itself.
   void MoveTogether(bool together) { CWGraph1->SetXLinkActive(together); }
 
   platform::CWGraph* CWGraph1;
   platform::CWGraph* CWGraph2;
+
+ private:
+  void ShowNumbers(platform::CWGraph& graph);
+  QString NumbersText() const;
+
+  QString heading_;
 };
 
 }  // namespace bexlow::graph
