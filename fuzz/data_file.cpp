@@ -6,6 +6,7 @@
 
 #include "Target.h"
 #include "download/LinearCsv.h"
+#include "graph/RunFacts.h"
 #include "graph/Series.h"
 #include "review/ButtonPushes.h"
 
@@ -52,10 +53,19 @@ void RequirePushes(const graph::DoubleSeries& series) {
   }
 }
 
+void RequireKnownFacts(const graph::RunFacts& facts, graph::FileKind kind) {
+  using graph::FileKind;
+  const bool isRefused = kind == FileKind::Empty || kind == FileKind::WrongKind;
+  Require(!isRefused || (facts.launch.empty() && !facts.frequency), "nothing is known of another file");
+  Require(kind != FileKind::Bin || !facts.frequency, "bins have no frequency");
+  Require(!facts.frequency || (*facts.frequency > 0 && *facts.frequency < 6554), "a frequency is one");
+}
+
 /// @returns whether the two-channel reader takes the file
 bool TryGraph(std::string_view text, std::size_t lines, graph::DoubleSeries& series) {
   const auto check = graph::CheckFile(text);
   Require(check.channel >= 0 && check.channel <= 9, "a channel is a digit");
+  RequireKnownFacts(graph::ReadRunFacts(text), check.kind);
   std::optional<graph::Samples> points;
   bool whole = false;
   const bool taken = Takes([&] { points = graph::ReadSingle(text); });

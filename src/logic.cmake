@@ -4,6 +4,6 @@ set(BEXLOW_LOGIC
   link/Protocol link/LaunchProgress
   config/ParameterMap config/CalibrationMath
   download/DataFile download/PageDecoder download/LinearCsv
-  graph/Lines graph/Series graph/BinPages
+  graph/Lines graph/Series graph/BinPages graph/RunFacts graph/ViewNumbers
   review/ButtonPushes)
 set(BEXLOW_LOGIC_HEADERS live/LiveSample config/OnBoardParameters)

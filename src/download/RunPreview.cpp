@@ -8,6 +8,7 @@
 
 #include "graph/BinPages.h"
 #include "graph/GraphPair.h"
+#include "graph/RunFacts.h"
 #include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
@@ -68,7 +69,12 @@ void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName
   records_.clear();
   graphs_->PrepareLinear();
   if (bins_) graphs_->PrepareBin();
-  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->ClearData();
+  const auto text = DataFileHeader(DataFileKind::DownloadPages, {}, header, BinLinearMode, LinearChannels);
+  graphs_->TellFile(fileName, graph::ReadRunFacts(text));
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
+    graph->ClearData();
+    graph->SetInteractive(false);  // each page shows the whole run again
+  }
   show();
 }
 
@@ -102,6 +108,7 @@ void RunPreview::AddSamples(const std::string& record) {
 void RunPreview::End() {
   if (unshown_) Show();
   txtTimeLeft->clear();
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->SetInteractive(true);
 }
 
 void RunPreview::Show() {

@@ -49,7 +49,7 @@ Graph::Graph() : Form("Graph", "Graph") {
 
 void Graph::BuildMenu() {
   auto* file = AddMenu("mnuFile", "&File");
-  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); });
+  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); })->setShortcut(QKeySequence::Open);
   AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
 }
 
@@ -58,6 +58,8 @@ void Graph::BuildBody() {
   top->addWidget(MakeDataFileFrame(this, txtFileName), 1);
   top->addWidget(BuildScroll());
   graphs_ = new GraphPair(this);
+  graphs_->PageWith(cmdPrevious, cmdNext);
+  FirstFocus(graphs_->CWGraph1);  // the boxes above it are only read
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(graphs_, 1);
@@ -80,6 +82,8 @@ QWidget* Graph::BuildScroll() {
   connect(txtPageNumberX, &QLineEdit::textChanged, this, [this] { txtPageNumberX_Change(); });
   cmdPrevious = MakeButton("cmdPrevious", "Previous", [this] { cmdPrevious_Click(); });
   cmdNext = MakeButton("cmdNext", "Next", [this] { cmdNext_Click(); });
+  cmdPrevious->setToolTip("The pair before (Page Up in a graph)");
+  cmdNext->setToolTip("The next pair (Page Down in a graph)");
   row->addWidget(cmdPrevious);
   row->addWidget(cmdNext);
   return frame;
@@ -114,7 +118,9 @@ void Graph::AskForFile() {
 }
 
 void Graph::OpenFile() {
-  const auto [kind, channel] = CheckFile(platform::ReadWhole(FileName()));
+  const auto text = platform::ReadWhole(FileName());
+  const auto [kind, channel] = CheckFile(text);
+  if (kind == FileKind::Bin || kind == FileKind::Linear) graphs_->TellFile(FileName(), ReadRunFacts(text));
   switch (kind) {
     case FileKind::Empty:
       return MsgBox(WrongFile);

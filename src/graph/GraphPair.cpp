@@ -1,8 +1,12 @@
 #include "graph/GraphPair.h"
 
 #include <QGroupBox>
+#include <QPushButton>
 #include <QVBoxLayout>
 
+#include <filesystem>
+
+#include "graph/ViewNumbers.h"
 #include "platform/controls/Controls.h"
 
 namespace bexlow::graph {
@@ -31,6 +35,10 @@ GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
   CWGraph1 = MakeGraph("CWGraph1", "X", column, "fraGraph1");
   CWGraph2 = MakeGraph("CWGraph2", "Y", column, "fraGraph2");
   CWGraph1->LinkXAxis(*CWGraph2);
+  for (auto* graph : {CWGraph1, CWGraph2}) {
+    graph->Moved = [this, graph] { ShowNumbers(*graph); };
+    graph->NumbersToCopy = [this] { return NumbersText(); };
+  }
 }
 
 void GraphPair::PrepareLinear() {
@@ -39,6 +47,7 @@ void GraphPair::PrepareLinear() {
     graph->SetPlotStyle(platform::PlotStyle::Linear);
     graph->SetXAxis(true, 0, 10);
     graph->SetYAxis(false, -fullScale, fullScale);
+    graph->SetLimit(0);
   }
 }
 
@@ -48,12 +57,50 @@ void GraphPair::PrepareBin() {
     graph->SetPlotStyle(platform::PlotStyle::Bin);
     graph->SetXAxis(false, -fullScale, fullScale);
     graph->SetYAxis(true, 0, 1);
+    graph->SetLimit(std::nullopt);
   }
 }
 
 void GraphPair::Plot(const DegreeArrays& degrees) {
   CWGraph1->PlotY(std::span<const double>(degrees.XDegrees), -FullScaleX, 1);
   CWGraph2->PlotY(std::span<const double>(degrees.YDegrees), -FullScaleY, 1);
+}
+
+void GraphPair::TellFile(const std::string& path, const RunFacts& facts) {
+  heading_ = QString::fromStdString(std::filesystem::path(path).filename().string());
+  if (!facts.launch.empty()) heading_ += tr(", launched %1").arg(QString::fromStdString(facts.launch));
+  for (auto* graph : {CWGraph1, CWGraph2}) {
+    graph->SetHeading(heading_);
+    graph->SetSampleRate(facts.frequency);
+  }
+}
+
+void GraphPair::PageWith(QPushButton* back, QPushButton* forward) {
+  for (auto* graph : {CWGraph1, CWGraph2}) {
+    graph->Paged = [back, forward](bool isForward) {
+      auto* button = isForward ? forward : back;
+      button->click();
+      return back->isEnabled() || forward->isEnabled();
+    };
+  }
+}
+
+void GraphPair::ShowNumbers(CWGraph& graph) {
+  const auto limit = graph.Limit();
+  const auto view = graph.XView();
+  const auto numbers = limit ? NumbersInView(graph.Values(), view.lower, view.upper, *limit) : std::nullopt;
+  graph.SetNumbers(numbers ? QString::fromStdString(NumbersLine(*numbers, *limit)) : QString());
+}
+
+QString GraphPair::NumbersText() const {
+  auto text = heading_.toStdString() + "\n" + NumbersHead();
+  for (const auto* graph : {CWGraph1, CWGraph2}) {
+    const auto view = graph->XView();
+    const double limit = graph->Limit().value_or(0);
+    if (const auto numbers = NumbersInView(graph->Values(), view.lower, view.upper, limit))
+      text += NumbersRow(graph->accessibleName().toStdString(), *numbers, limit);
+  }
+  return QString::fromStdString(text);
 }
 
 void GraphPair::Plot(CWGraph& graph, const Samples& samples) {

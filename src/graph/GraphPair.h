@@ -4,11 +4,15 @@
 #include <QWidget>
 
 #include <array>
+#include <string>
 #include <utility>
 
 #include "graph/BinPages.h"
+#include "graph/RunFacts.h"
 #include "graph/Series.h"
 #include "platform/graph/CWGraph.h"
+
+class QPushButton;
 
 namespace bexlow::graph {
 
@@ -29,6 +33,10 @@ class GraphPair : public QWidget {
   void Plot(const DegreeArrays& degrees);
   /// Draws a run: x axis from 0 to the last index of the series.
   void Plot(platform::CWGraph& graph, const Samples& samples);
+  /// What a file's header tells, for read-outs and pictures.
+  void TellFile(const std::string& path, const RunFacts& facts);
+  /// Page Up and Page Down in a graph press these buttons, as long as a file has steps.
+  void PageWith(QPushButton* back, QPushButton* forward);
   /// The x views of both graphs move together, or each by itself.
   void MoveTogether(bool together) { CWGraph1->SetXLinkActive(together); }
 
@@ -39,6 +47,10 @@ class GraphPair : public QWidget {
   std::array<std::pair<platform::CWGraph*, double>, 2> Scales() const {
     return {std::pair{CWGraph1, FullScaleX}, {CWGraph2, FullScaleY}};
   }
+  void ShowNumbers(platform::CWGraph& graph);
+  QString NumbersText() const;
+
+  QString heading_;
 };
 
 }  // namespace bexlow::graph

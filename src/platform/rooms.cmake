@@ -8,7 +8,7 @@ set(BEXLOW_PLATFORM_CONTROLS
   Colours CommonDialog Controls CWNumEdit EventGate FocusKeeper Form FramePace MSComm Timer Winsock)
 # The graph control and its helpers, on the plot library.
 set(BEXLOW_PLATFORM_GRAPH
-  CWGraph CWGraphAccess CWGraphCursors CWGraphCurve CWGraphExport CWGraphInteraction CWGraphLook CWGraphOverlay
+  CWGraph CWGraphAccess CWGraphCursors CWGraphCurve CWGraphExport CWGraphInteraction CWGraphLimit CWGraphLook CWGraphOverlay
   CWGraphPlottable CWGraphReadOut CWGraphSeries CWGraphView)
 # Dials and upright gauges.
 set(BEXLOW_PLATFORM_INSTRUMENTS CWKnob CWSlide Instrument)

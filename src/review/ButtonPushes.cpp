@@ -1,5 +1,6 @@
 #include "review/ButtonPushes.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "graph/Lines.h"
@@ -34,8 +35,9 @@ bool HoldsPushes(std::string_view text) {
 bool ReadReview(std::string_view text, ReviewSeries& review) {
   graph::DoubleSeries series;
   const auto keep = [&] {
-    if (series.pushes.empty()) series.pushes.push_back(0);
-    review = {std::move(series.x), std::move(series.y), std::move(series.pushes)};
+    const auto count = series.pushes.size();
+    if (count == 0) series.pushes.push_back(0);
+    review = {std::move(series.x), std::move(series.y), std::move(series.pushes), count};
   };
   try {
     const bool whole = graph::ReadDouble(text, series);
@@ -45,6 +47,12 @@ bool ReadReview(std::string_view text, ReviewSeries& review) {
     keep();
     throw;
   }
+}
+
+std::optional<std::size_t> PushAt(const std::vector<double>& pushes, double point) {
+  const auto found = std::ranges::lower_bound(pushes, point);
+  if (found == pushes.end() || *found != point) return std::nullopt;
+  return static_cast<std::size_t>(found - pushes.begin());
 }
 
 std::optional<std::size_t> StepBack(std::size_t number) {

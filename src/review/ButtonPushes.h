@@ -28,7 +28,8 @@ bool HoldsPushes(std::string_view text);
 struct ReviewSeries {
   graph::Samples XLinear, YLinear;
   std::vector<double>
-      ButtonPushes;  ///< index in XLinear of each push, in file order; the single 0 without a push
+      ButtonPushes;           ///< index in XLinear of each push, in file order; the single 0 without a push
+  std::size_t PushCount = 0;  ///< how many of them are pushes
 };
 
 /// Reads a file into what the screen shows; false where the file ends within its 12 header lines. On a
@@ -36,6 +37,9 @@ struct ReviewSeries {
 /// single 0.
 /// @throws std::system_error naming the record and its fault
 bool ReadReview(std::string_view text, ReviewSeries& review);
+
+/// The number of the push at a point, from 0.
+std::optional<std::size_t> PushAt(const std::vector<double>& pushes, double point);
 
 /// The push before one, nothing at the first.
 std::optional<std::size_t> StepBack(std::size_t number);

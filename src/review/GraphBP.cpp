@@ -42,13 +42,14 @@ GraphBP::GraphBP() : Form("GraphBP", "Graph Button Pushes") {
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
     graph->SetXAxis(false, 0, 10);
     graph->EnableCursors();
+    graph->CursorClicked = [this](double point) { ChooseCursor(point); };
   }
   OnCloseRequest = [this] { Unload(); };
 }
 
 void GraphBP::BuildMenu() {
   auto* file = AddMenu("mnuFile", "&File");
-  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); });
+  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); })->setShortcut(QKeySequence::Open);
   AddSeparator(file, "mnuSep");
   AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
 }
@@ -58,6 +59,8 @@ void GraphBP::BuildBody() {
   top->addWidget(graph::MakeDataFileFrame(this, txtFileName), 1);
   top->addWidget(BuildSteps());
   graphs_ = new graph::GraphPair(this);
+  graphs_->PageWith(cmdBack, cmdForward);
+  FirstFocus(graphs_->CWGraph1);  // the boxes above it are only read
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(graphs_, 1);
@@ -72,10 +75,14 @@ QWidget* GraphBP::BuildSteps() {
   cmdShowAll = MakeButton("cmdShowAll", "Show All", [this] { cmdShowAll_Click(); });
   cmdBack->setAccessibleName("Back");
   cmdForward->setAccessibleName("Forward");
+  cmdBack->setToolTip("The push before (Page Up in a graph)");
+  cmdForward->setToolTip("The next push (Page Down in a graph)");
+  lblBPCount_ = platform::MakeLabel("lblBPCount", "of 0", frame);
   const int width = fontMetrics().horizontalAdvance("0000000000");
   auto* row = new QHBoxLayout(frame);
   row->addWidget(platform::MakeLabel("Label1", "Number", frame, txtBPNumber));
   row->addWidget(txtBPNumber);
+  row->addWidget(lblBPCount_);
   row->addWidget(platform::MakeLabel("Label2", "Point", frame, txtBPValue));
   row->addWidget(txtBPValue);
   row->addWidget(cmdBack);
@@ -111,8 +118,10 @@ void GraphBP::mnuOpen_Click() {
 }
 
 bool GraphBP::TakesFile() {
-  switch (CheckReviewFile(platform::ReadWhole(FileName()))) {
+  const auto text = platform::ReadWhole(FileName());
+  switch (CheckReviewFile(text)) {
     case ReviewCheck::Ok:
+      facts_ = graph::ReadRunFacts(text);
       return true;
     case ReviewCheck::Empty:
       MsgBox("This is not a Quornell Download file!");
@@ -141,6 +150,8 @@ bool GraphBP::BuildDoubleChannelArrays() {
 }
 
 void GraphBP::ShowFile() {
+  graphs_->TellFile(FileName(), facts_);
+  lblBPCount_->setText("of " + QString::number(review_.PushCount));
   graphs_->PrepareLinear();
   graphs_->Plot(*graphs_->CWGraph1, review_.XLinear);
   graphs_->Plot(*graphs_->CWGraph2, review_.YLinear);
@@ -150,7 +161,14 @@ void GraphBP::ShowFile() {
 void GraphBP::ShowPush(std::size_t number) {
   txtBPNumber->setText(Shown(static_cast<double>(number)));
   txtBPValue->setText(Shown(review_.ButtonPushes[number]));
-  PlaceCursor(1, NumberOf(txtBPValue));
+  const double point = NumberOf(txtBPValue);
+  PlaceCursor(1, point);
+  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->StressCursor(point);
+  graphs_->CWGraph1->BringIntoView(point);
+}
+
+void GraphBP::ChooseCursor(double point) {
+  if (const auto number = PushAt(review_.ButtonPushes, point)) ShowPush(*number);
 }
 
 void GraphBP::PlaceCursor(int cursor, double point) {

@@ -3,10 +3,12 @@
 
 #include <string>
 
+#include "graph/RunFacts.h"
 #include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
 #include "review/ButtonPushes.h"
 
+class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -39,6 +41,7 @@ class GraphBP : public platform::Form {
   bool BuildDoubleChannelArrays();
   void ShowFile();
   void ShowPush(std::size_t number);
+  void ChooseCursor(double point);
   void ShowAllPushes();
   void ShowOnePush();
   void PlaceCursor(int cursor, double point);
@@ -46,10 +49,12 @@ class GraphBP : public platform::Form {
   std::string FileName() const;
 
   platform::CommonDialog CommonDialog1;
+  graph::RunFacts facts_;
   ReviewSeries review_;
 
   QLineEdit* txtFileName = nullptr;
   graph::GraphPair* graphs_ = nullptr;
+  QLabel* lblBPCount_ = nullptr;
   QLineEdit* txtBPNumber = nullptr;
   QLineEdit* txtBPValue = nullptr;
   QPushButton* cmdBack = nullptr;

@@ -1,10 +1,13 @@
 // Reading data files back: series, bin pairs and button pushes, hostile files among them.
 #include <algorithm>
+#include <limits>
 #include <vector>
 
 #include "graph/BinPages.h"
 #include "graph/Lines.h"
+#include "graph/RunFacts.h"
 #include "graph/Series.h"
+#include "graph/ViewNumbers.h"
 #include "logic/Expect.h"
 #include "review/ButtonPushes.h"
 
@@ -82,6 +85,73 @@ TEST(Files, AreTakenOrRefused) {
   }
 }
 
+TEST(RunFacts, AreReadAndNeverMadeUp) {
+  struct Row {
+    const char *what, *kind, *line5, *line6, *mode;
+    std::string launch;
+    double frequency;  // 0: none
+  };
+  constexpr auto Pages = "Download Pages", Launch = "Launch Time: 03/09/2004 14:05:07",
+                 Hertz = "Firmware Sampling Frequency: 7.5", Linear = "Bin/Linear Mode = 1";
+  const std::string launch = "03/09/2004 14:05:07";
+  for (const auto& [what, kind, line5, line6, mode, launched, frequency] :
+       {Row{"Linear", Pages, Launch, Hertz, Linear, launch, 7.5},
+        Row{"Bin", Pages, Launch, Hertz, "Bin/Linear Mode = 0", launch, 0},
+        Row{"another kind", "Angles", Launch, Hertz, Linear, "", 0},
+        Row{"other words", Pages, "5", "6", Linear, "", 0},
+        Row{"no numbers", Pages, "Launch Time: ", "Firmware Sampling Frequency: ", Linear, "", 0},
+        Row{"0 Hz", Pages, Launch, "Firmware Sampling Frequency: 0", Linear, launch, 0},
+        Row{"below 0", Pages, Launch, "Firmware Sampling Frequency: -7.5", Linear, launch, 0},
+        Row{"a tail", Pages, Launch, "Firmware Sampling Frequency: 7.5 Hz", Linear, launch, 0},
+        Row{"too fast", Pages, Launch, "Firmware Sampling Frequency: 6553.6", Linear, launch, 0},
+        Row{"as fast as can be", Pages, Launch, "Firmware Sampling Frequency: 6553.5", Linear, launch,
+            6553.5}}) {
+    SCOPED_TRACE(what);
+    std::string text = "1\n";
+    for (const std::string line : {kind, "3", "4", line5, line6, "7", "8", "9", mode}) text += line + "\n";
+    const auto facts = graph::ReadRunFacts(text);
+    EXPECT_EQ(facts.launch, launched);
+    EXPECT_EQ(facts.frequency.value_or(0), frequency);
+  }
+  EXPECT_TRUE(graph::ReadRunFacts("1\nDownload Pages\n").launch.empty());
+}
+
+TEST(ViewNumbers, AreThoseOfTheSamplesInView) {
+  const std::vector<double> samples{-10, 20, 20, 30, -61, 1};
+  struct Row {
+    double from, to, limit;
+    std::size_t first, last;
+    double least, mean, greatest, above, below;
+  };
+  for (const auto& [from, to, limit, first, last, least, mean, greatest, above, below] :
+       {Row{0, 5, 20, 0, 5, -61, 0, 30, 1 / 6., 3 / 6.}, Row{-100, 100, 0, 0, 5, -61, 0, 30, 4 / 6., 2 / 6.},
+        Row{0.1, 3.9, 20, 1, 3, 20, 70 / 3., 30, 1 / 3., 0}, Row{4, 4, 20, 4, 4, -61, -61, -61, 0, 1},
+        Row{5, 5, 1, 5, 5, 1, 1, 1, 0, 0}}) {
+    SCOPED_TRACE(testing::Message() << from << " to " << to);
+    const auto numbers = graph::NumbersInView(samples, from, to, limit);
+    ASSERT_TRUE(numbers);
+    EXPECT_EQ(numbers->first, first);
+    EXPECT_EQ(numbers->last, last);
+    EXPECT_EQ(numbers->least, least);
+    EXPECT_DOUBLE_EQ(numbers->mean, mean);
+    EXPECT_EQ(numbers->greatest, greatest);
+    EXPECT_EQ(numbers->above, above);
+    EXPECT_EQ(numbers->below, below);
+  }
+  const double nan = std::numeric_limits<double>::quiet_NaN();
+  for (const auto& [from, to] :
+       {std::pair{0.2, 0.8}, {6.0, 9.0}, {-3.0, -1.0}, {2.0, 1.0}, {nan, 4.0}, {0.0, nan}})
+    EXPECT_FALSE(graph::NumbersInView(samples, from, to, 0)) << from << " to " << to;
+  EXPECT_FALSE(graph::NumbersInView({}, 0, 5, 0));
+}
+
+TEST(ViewNumbers, ReadAsALineAndAsARow) {
+  const graph::ViewNumbers numbers{0, 527, -62, -0.04, 71, 0.1234, 1};
+  EXPECT_EQ(graph::NumbersLine(numbers, 45),
+            "In view: least -62°, mean 0°, greatest 71°; above 45°: 12.3 %, below: 100 %");
+  EXPECT_EQ(graph::NumbersRow("X", numbers, 45), "X\t0\t527\t-62\t-0.04\t71\t45\t12.34\t100\n");
+}
+
 TEST(Series, FieldsGoToTheirPlaces) {
   const auto points =
       graph::ReadSingle(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"));
@@ -136,9 +206,11 @@ TEST(ButtonPushes, BearExactlyTheirMarkAndAreNeverEmptyOnceRead) {
       Header() + Record("1", 264, "5", 2, "BP ") + Record("2", 264, "bp") + Record("3", 264, "5", 0, "BP"),
       series));
   EXPECT_EQ(series.ButtonPushes, std::vector<double>{264});
+  EXPECT_EQ(series.PushCount, 1u);
   series.ButtonPushes = {7, 8};
   EXPECT_FALSE(review::ReadReview(Shortened(Header(), 11), series));
   EXPECT_EQ(series.ButtonPushes, std::vector<double>{0});
+  EXPECT_EQ(series.PushCount, 0u);
   EXPECT_TRUE(series.XLinear.empty());
   EXPECT_FALSE(review::StepForward(0, 0)) << "no file yet";
 }

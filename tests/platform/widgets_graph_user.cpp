@@ -2,14 +2,19 @@
 #include <QClipboard>
 #include <QMenu>
 #include <QPrinter>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
 #include <qcustomplot.h>
 
+#include <algorithm>
+#include <cmath>
 #include <gtest/gtest.h>
+#include <stdexcept>
 #include <vector>
 
+#include "platform/controls/Colours.h"
 #include "platform/controls/EventGate.h"
 #include "platform/graph/CWGraph.h"
 
@@ -51,12 +56,15 @@ class GraphUser : public testing::Test {
     EXPECT_NEAR(seen.upper, wanted.upper, by);
   }
   QMenu& Menu() { return *graph.findChild<QMenu*>(); }
-  void Choose(const QString& caption) {
-    for (auto* entry : Menu().actions()) {
-      if (entry->text().remove('&') == caption) return entry->trigger();
+  static QAction* EntryOf(CWGraph& of, const QString& caption) {
+    for (auto* entry : of.findChild<QMenu*>()->actions()) {
+      if (entry->text().remove('&') == caption) return entry;
     }
-    FAIL() << caption.toStdString();
+    throw std::runtime_error(caption.toStdString());
   }
+  QAction* Entry(const QString& caption) { return EntryOf(graph, caption); }
+  static void ChooseIn(CWGraph& of, const QString& caption) { EntryOf(of, caption)->trigger(); }
+  void Choose(const QString& caption) { ChooseIn(graph, caption); }
 
   CWGraph graph;
 };
@@ -174,42 +182,202 @@ TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
   EXPECT_TRUE(opens());
 }
 
-TEST_F(GraphUser, MenuCopiesSavesAndTellsFailures) {
+TEST_F(GraphUser, KeysZoomAboutThePointReadOut) {
+  QTest::keyClick(&graph, Qt::Key_Home, Qt::ShiftModifier);
+  for (int i = 0; i < 3; ++i) QTest::keyClick(&graph, Qt::Key_PageDown, Qt::ShiftModifier);
+  QTest::keyClick(&graph, Qt::Key_Plus);
+  Near(graph.XView(), {90, 790}, 1);  // sample 300 stays at three tenths
+  QTest::keyClick(&graph, Qt::Key_Minus);
+  Near(graph.XView(), {0, 1000}, 1);
+}
+
+TEST_F(GraphUser, TimesAreToldAndShownWhereTheRateIsKnown) {
+  CWGraph other;
+  graph.LinkXAxis(other);
+  const auto offered = [&] { return Entry("Time on the Axis")->isVisible(); };
+  EXPECT_FALSE(offered());
+  for (auto* each : {&graph, &other}) each->SetSampleRate(7.5);
+  EXPECT_TRUE(offered());
+  QTest::keyClick(&graph, Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Sample 1000, 2 min 13 s at 7.5 Hz: 0°"));
+  Choose("Time on the Axis");
+  EXPECT_TRUE(Entry("Time on the Axis")->isChecked());
+  for (const auto* each : {&graph, &other})
+    EXPECT_TRUE(each->findChild<QCustomPlot*>()->xAxis->label().startsWith("Time since launch"));
+  EXPECT_TRUE(graph.Description().contains("(h:min:s) from 0:00 to 2:13"));
+  graph.DrawNow();
+  auto& axis = *graph.findChild<QCustomPlot*>()->xAxis;
+  EXPECT_EQ(axis.ticker()->tickOrigin(), 0);
+  EXPECT_EQ(axis.tickVectorLabels().join(' '), "0:00 0:30 1:00 1:30 2:00");
+  EXPECT_EQ(axis.tickVector().at(1), 225);
+  graph.SetSampleRate({});
+  EXPECT_FALSE(offered());
+  EXPECT_EQ(axis.label(), "Sample");
+}
+
+TEST_F(GraphUser, TheLimitIsDraggedAndStepped) {
+  int moved = 0;
+  graph.Moved = [&] { ++moved; };
+  graph.SetLimit(0);
+  graph.DrawNow();
+  EXPECT_EQ(moved, 1);
+  Drag(Qt::LeftButton, PlaceOf(500, 0), PlaceOf(520, 45));
+  EXPECT_NEAR(*graph.Limit(), 45, 2);
+  EXPECT_EQ(*graph.Limit(), std::round(*graph.Limit()));
+  Near(graph.XView(), {0, 1000}, 0);
+  graph.DrawNow();
+  EXPECT_GT(moved, 1);
+  graph.SetLimit(45);
+  QTest::keyClick(&graph, Qt::Key_Up, Qt::ShiftModifier);
+  EXPECT_EQ(graph.Limit(), 46);
+  graph.DrawNow();
+  Drag(Qt::LeftButton, PlaceOf(500, 46), PlaceOf(500, 46) + QPoint(0, 20000));
+  EXPECT_LE(*graph.Limit(), -180);
+  EXPECT_GE(*graph.Limit(), -200) << "held within the axis";
+}
+
+TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
+  std::vector<double> cursors;
+  int clicks = 0;
+  graph.EnableCursors();
+  graph.SetCursorPosition(1, 300, 0);
+  graph.DrawNow();
+  graph.CursorClicked = [&](double x) { cursors.push_back(x); };
+  graph.Clicked = [&] { ++clicks; };
+  const auto click = [&](double x) { QTest::mouseClick(&graph, Qt::LeftButton, {}, PlaceOf(x, 90)); };
+  graph.SetLimit(90);  // a click on the line is one, too
+  click(301);
+  click(400);
+  Drag(Qt::LeftButton, PlaceOf(300, 90), PlaceOf(400, 90));
+  EXPECT_EQ(cursors, std::vector<double>{300});
+  EXPECT_EQ(clicks, 2);
+  {
+    const EventGate::Hold hold;
+    click(300);
+  }
+  EXPECT_EQ(clicks, 2);
+  graph.SetInteractive(false);
+  click(400);
+  QTest::keyClick(&graph, Qt::Key_Space);
+  EXPECT_EQ(clicks, 4);
+  Wheel(PlaceOf(250, 0), 3);
+  QTest::keyClick(&graph, Qt::Key_Plus);
+  QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
+  Near(graph.XView(), {0, 1000}, 0);
+  EXPECT_FALSE(Menu().isVisible());
+}
+
+class GraphMenu : public GraphUser {
+ protected:
+  GraphMenu() {
+    graph.setAccessibleName("X");
+    graph.SetHeading("run1.qbx");
+    other.setAccessibleName("Y");
+    other.resize(graph.size());
+    graph.LinkXAxis(other);
+    for (auto* each : {&graph, &other}) {
+      each->AskPicturePath = [&](const QString& suggested) { return suggestions << suggested, chosen; };
+      each->TellFailure = [&](const QString& reason) { told << reason; };
+    }
+    other.show();
+    other.DrawNow();
+  }
+
+  /// The greatest font size of a printed document, in dots.
+  static double LargestLetters(const QByteArray& pdf) {
+    double largest = 0;
+    for (auto at = pdf.indexOf(">>\nstream\n"); at >= 0; at = pdf.indexOf(">>\nstream\n", at + 1)) {
+      const auto content = qUncompress(QByteArray(4, '\1') + pdf.mid(at + 10));
+      auto fonts = QRegularExpression("/F\\d+ ([\\d.]+) Tf").globalMatch(QString::fromLatin1(content));
+      while (fonts.hasNext()) largest = std::max(largest, fonts.next().captured(1).toDouble());
+    }
+    return largest;
+  }
+
   const QTemporaryDir folder;
+  CWGraph other;
   QString chosen;
-  QStringList told;
-  graph.setAccessibleName("X");
-  graph.AskPicturePath = [&](const QString& suggested) {
-    EXPECT_EQ(suggested, "X.png");
-    return chosen;
-  };
-  graph.TellFailure = [&](const QString& reason) { told << reason; };
-  graph.AskPrinter = [](QPrinter&) { return false; };
+  QStringList suggestions, told;
+};
+
+TEST_F(GraphMenu, SavesOneGraphOrBothByTheName) {
   Choose("Save Picture As...");  // thought better of it
-  chosen = folder.filePath("plain");
-  Choose("Save Picture As...");
-  EXPECT_TRUE(QFile::exists(folder.filePath("plain.png")));
   EXPECT_TRUE(told.isEmpty());
-  chosen = folder.filePath("none/a.png");
-  Choose("Save Picture As...");
-  ASSERT_EQ(told.size(), 1);
-  EXPECT_TRUE(told.front().contains("a.png"));
-  Choose("Print...");
-  graph.AskPrinter = [&](QPrinter& printer) {
-    printer.setOutputFileName(chosen);
-    return true;
+  for (const auto* entry : {"Save Picture As...", "Save Both As..."}) {
+    for (const auto& [name, start] : {std::pair{"a.png", "\x89PNG"},
+                                      {"a.pdf", "%PDF-"},
+                                      {"a.SVG", "<?xml"},
+                                      {"plain", "\x89PNG"},
+                                      {"a.bmp", nullptr},
+                                      {"none/a.png", nullptr}}) {
+      SCOPED_TRACE(std::string(entry) + " " + name);
+      told.clear();
+      chosen = folder.filePath(name);
+      Choose(entry);
+      EXPECT_EQ(told.join(' ').contains(name), start == nullptr);
+      if (QString(name) == "plain") chosen += ".png";
+      QFile file(chosen);
+      ASSERT_EQ(file.open(QIODevice::ReadOnly), start != nullptr);
+      EXPECT_TRUE(!start || file.readAll().startsWith(start));
+      file.remove();
+    }
+  }
+  EXPECT_EQ(suggestions.front() + suggestions.back(), "X.pngX and Y.png");
+  EXPECT_EQ(graph.Picture().pixelColor(1, 1), ColoursOf(QApplication::palette()).paper);
+}
+
+TEST_F(GraphMenu, PicturesBearATitleAndHoldBothInOrder) {
+  chosen = folder.filePath("a.svg");
+  const auto places = [&](CWGraph& from, const char* entry) {
+    ChooseIn(from, entry);
+    QFile file(chosen);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const auto text = file.readAll();
+    return std::pair{text.indexOf(">X, run1.qbx<"), text.indexOf(">Y<")};
   };
-  Choose("Print...");
-  ASSERT_EQ(told.size(), 2);
-  EXPECT_TRUE(told.back().contains("a.png"));
-  chosen = folder.filePath("paper.pdf");
-  Choose("Print...");
-  QFile paper(chosen);
-  ASSERT_TRUE(paper.open(QIODevice::ReadOnly));
-  EXPECT_EQ(paper.readAll().count("/Type /Page\n"), 1);
-  EXPECT_EQ(told.size(), 2);
+  const auto [x, noY] = places(graph, "Save Picture As...");
+  EXPECT_TRUE(x > 0 && noY < 0);
+  for (auto* from : {&graph, &other}) {
+    const auto [first, second] = places(*from, "Save Both As...");
+    EXPECT_TRUE(first > 0 && first < second);
+  }
   Choose("Copy Picture");
-  EXPECT_EQ(QApplication::clipboard()->image().size(), graph.Picture().size());
+  const auto one = QApplication::clipboard()->image();
+  Choose("Copy Both");
+  EXPECT_EQ(QApplication::clipboard()->image().height(), 2 * one.height());
+  EXPECT_EQ(one.pixelColor(1, 1), QColor(Qt::white));
+}
+
+TEST_F(GraphMenu, PrintsOnOneSheetAndTellsFailures) {
+  graph.AskPrinter = [](QPrinter&) { return false; };
+  Choose("Print...");
+  graph.AskPrinter = [&](QPrinter& printer) { return printer.setOutputFileName(chosen), true; };
+  for (const auto* entry : {"Print...", "Print Both..."}) {
+    SCOPED_TRACE(entry);
+    chosen = folder.filePath("paper.pdf");
+    Choose(entry);
+    QFile paper(chosen);
+    ASSERT_TRUE(paper.open(QIODevice::ReadOnly));
+    const auto bytes = paper.readAll();
+    EXPECT_EQ(bytes.count("/Type /Page\n"), 1);
+    EXPECT_NEAR(LargestLetters(bytes), QFontInfo(graph.font()).pixelSize(), 4)
+        << "letters as large as the plot";
+    EXPECT_TRUE(told.isEmpty());
+  }
+  chosen = folder.filePath("none/a.pdf");
+  Choose("Print...");
+  ASSERT_EQ(told.size(), 1);
+  EXPECT_TRUE(told.front().contains("a.pdf"));
+}
+
+TEST_F(GraphMenu, EntriesPassTheGate) {
+  graph.NumbersToCopy = [] { return QString("12"); };
+  EXPECT_FALSE(Entry("Copy Numbers")->isVisible());
+  graph.SetNumbers("in view");
+  EXPECT_TRUE(Entry("Copy Numbers")->isVisible());
+  EXPECT_TRUE(graph.Description().contains("; in view"));
+  Choose("Copy Numbers");
+  EXPECT_EQ(QApplication::clipboard()->text(), "12");
   graph.SetXView({10, 90});
   {
     const EventGate::Hold hold;

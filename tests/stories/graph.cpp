@@ -1,5 +1,9 @@
 // Opening data files and paging through the pairs of a Bin file.
+#include <QAction>
 #include <QPushButton>
+#include <QTest>
+
+#include <algorithm>
 
 #include "platform/graph/CWGraph.h"
 #include "support/Story.h"
@@ -13,7 +17,9 @@ constexpr auto EndOfFile = "End of data file has been reached!";
 
 std::string Header(const std::string& line2, const std::string& line10, const std::string& line11) {
   std::string text = "Quornell Bexlow Data File Version 3.2.3\r\n" + line2 + "\r\n";
-  for (int line = 3; line <= 9; ++line) text += "line " + std::to_string(line) + "\r\n";
+  for (const auto* line :
+       {"3", "4", "Launch Time: 03/09/2004 14:05:07", "Firmware Sampling Frequency: 7.5", "7", "8", "9"})
+    text += std::string(line) + "\r\n";
   return text + line10 + "\r\n" + line11 + "\r\nhead\r\n";
 }
 
@@ -102,6 +108,48 @@ TEST_F(GraphStory, BrokenRecordsAreReportedAndNothingIsDrawn) {
   }
   Open(BinFile(Record(1, 132, "x") + Record(2, 132, "2")));
   ReadsError("Big");
+}
+
+TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
+  auto& graph = The<platform::CWGraph>("CWGraph1");
+  const auto offers = [&](const QString& caption) {
+    const auto entries = graph.actions();
+    return std::ranges::any_of(
+        entries, [&](QAction* entry) { return entry->text().remove('&') == caption && entry->isVisible(); });
+  };
+  Open(LinearFile(3, Record(1, 264, "11.2")));
+  graph.DrawNow();
+  EXPECT_TRUE(offers("Time on the Axis"));
+  EXPECT_TRUE(Words("CWGraph1")
+                  .contains(QString::fromUtf8(
+                      "In view: least 11°, mean 11°, greatest 11°; above 0°: 100 %, below: 0 %")));
+  const auto copied = graph.NumbersToCopy();
+  EXPECT_TRUE(copied.startsWith("f.qbx, launched 03/09/2004 14:05:07\nAxis\t"));
+  EXPECT_TRUE(copied.endsWith("\nX\t0\t131\t11\t11\t11\t0\t100\t0\nY\t0\t131\t11\t11\t11\t0\t100\t0\n"));
+  Open(BinFile(Record(1, 132, "1") + Record(2, 132, "2")));
+  graph.DrawNow();
+  EXPECT_FALSE(offers("Time on the Axis") || offers("Copy Numbers"));
+  EXPECT_FALSE(Words("CWGraph1").contains("In view"));
+}
+
+TEST_F(GraphStory, KeysOpenAndPage) {
+  auto& graph = The<platform::CWGraph>("CWGraph1");
+  EXPECT_EQ(platform::Form::Active()->focusWidget(), &graph) << "the boxes above it are only read";
+  WriteFile(DataFile("f.qbx"),
+            BinFile(Record(1, 132, "1") + Record(2, 132, "2") + Record(3, 132, "3") + Record(4, 132, "4")));
+  machine.WillChooseFile(DataFile("f.qbx").string());
+  outer->activateWindow();
+  QCoreApplication::processEvents();  // shortcuts work in the active window only
+  Key(Qt::Key_O, Qt::ControlModifier);
+  EXPECT_EQ(Text("txtPageNumberX"), "1");
+  QTest::keyClick(&graph, Qt::Key_PageDown);
+  EXPECT_EQ(Text("txtPageNumberX"), "3");
+  QTest::keyClick(&graph, Qt::Key_PageUp);
+  EXPECT_EQ(Text("txtPageNumberX"), "1");
+  Open(LinearFile(3, Record(1, 264, "11.2")));
+  graph.SetXView({0, 20});
+  QTest::keyClick(&graph, Qt::Key_PageDown);
+  EXPECT_EQ(graph.XView().lower, 18) << "a run has no pages to step";
 }
 
 TEST_F(GraphStory, CancelAndVanishedFilesChangeNothing) {

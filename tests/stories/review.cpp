@@ -1,6 +1,8 @@
 // The button-push review, and the erase of the Download screen.
 #include <QGroupBox>
+#include <QLabel>
 #include <QProgressBar>
+#include <QTest>
 
 #include "platform/graph/CWGraph.h"
 #include "support/Story.h"
@@ -82,6 +84,43 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
     EXPECT_EQ(Shown(), shown);
     EXPECT_EQ(Cursors(), cursors);
   }
+}
+
+TEST_F(ReviewStory, ThePushOnShowIsInSight) {
+  Open(GoodHeader + Records(7, {100, 250, 800}));
+  EXPECT_EQ(The<QLabel>("lblBPCount").text(), "of 3");
+  auto& graph = The<platform::CWGraph>("CWGraph2");
+  EXPECT_EQ(platform::Form::Active()->focusWidget(), &The<platform::CWGraph>("CWGraph1"));
+  graph.SetXView({90, 120});
+  struct Row {
+    Qt::Key key;
+    const char* shown;
+    double middle;
+  };
+  for (const auto& [key, shown, middle] :
+       {Row{Qt::Key_PageDown, "1 at 250", 250}, Row{Qt::Key_PageDown, "2 at 800", 800},
+        Row{Qt::Key_PageUp, "1 at 250", 250}}) {
+    QTest::keyClick(&graph, key);
+    EXPECT_EQ(Shown(), shown);
+    for (const char* name : {"CWGraph1", "CWGraph2"}) {
+      EXPECT_EQ(The<platform::CWGraph>(name).XView().Middle(), middle);
+      EXPECT_EQ(The<platform::CWGraph>(name).XView().Size(), 30);
+    }
+  }
+  Open(GoodHeader + Records(1, {}));
+  EXPECT_EQ(The<QLabel>("lblBPCount").text(), "of 0");
+}
+
+TEST_F(ReviewStory, AClickOnACursorMakesItTheCurrentOne) {
+  The<platform::CWGraph>("CWGraph1").CursorClicked(0);
+  EXPECT_EQ(Shown(), " at ") << "no file yet";
+  Open(GoodHeader + Records(7, {100, 250, 800}));
+  Press("Show All");
+  The<platform::CWGraph>("CWGraph2").CursorClicked(800);
+  EXPECT_EQ(Shown(), "2 at 800");
+  EXPECT_EQ(Cursors(), (std::vector<double>{800, 250, 800}));
+  The<platform::CWGraph>("CWGraph1").CursorClicked(20);  // left from another file
+  EXPECT_EQ(Shown(), "2 at 800");
 }
 
 TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {

@@ -1,13 +1,8 @@
 #include "platform/graph/CWGraph.h"
 
-#include <QClipboard>
 #include <QContextMenuEvent>
-#include <QFileInfo>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QMenu>
-#include <QPrintDialog>
-#include <QPrinter>
 #include <QVBoxLayout>
 #include <qcustomplot.h>
 
@@ -17,14 +12,12 @@
 #include "platform/controls/EventGate.h"
 #include "platform/graph/CWGraphCursors.h"
 #include "platform/graph/CWGraphCurve.h"
-#include "platform/graph/CWGraphExport.h"
 #include "platform/graph/CWGraphInteraction.h"
+#include "platform/graph/CWGraphLimit.h"
 #include "platform/graph/CWGraphLook.h"
 #include "platform/graph/CWGraphOverlay.h"
 #include "platform/graph/CWGraphReadOut.h"
 #include "platform/graph/CWGraphView.h"
-#include "platform/machine/Folders.h"
-#include "platform/machine/Machine.h"
 
 namespace bexlow::platform {
 
@@ -32,12 +25,14 @@ namespace {
 
 constexpr double LeastSamplesInView = 4;
 constexpr int FocusFrame = 2;
-constexpr auto PictureFilter =
-    "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
-constexpr int CursorsInWords = 10;  // more than that nobody listens to
 
-QString RangeWords(CWGraphRange range) {
-  return QStringLiteral("%1 to %2").arg(CWGraphNumber(range.lower), CWGraphNumber(range.upper));
+QLabel* MakeWords(QWidget& parent, Qt::Alignment side) {
+  auto* words = new QLabel(&parent);
+  words->setIndent(8);
+  words->setAlignment(side | Qt::AlignVCenter);
+  words->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  words->setAttribute(Qt::WA_TransparentForMouseEvents);
+  return words;
 }
 
 }  // namespace
@@ -68,13 +63,13 @@ void CWGraph::BuildPlot() {
   FitMargins();
   cursors_ = new CWGraphCursors(plot_->xAxis, plot_->yAxis);  // drawn first, under the curve
   curve_ = new CWGraphCurve(plot_->xAxis, plot_->yAxis, series_);
-  words_ = new QLabel(this);
-  words_->setIndent(8);
-  words_->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-  words_->setAttribute(Qt::WA_TransparentForMouseEvents);
+  numbers_ = MakeWords(*this, Qt::AlignRight);
+  numbers_->hide();
+  words_ = MakeWords(*this, Qt::AlignLeft);
   auto* layout = new QVBoxLayout(this);
   layout->setContentsMargins(FocusFrame, FocusFrame, FocusFrame, FocusFrame + 2);
   layout->setSpacing(0);
+  layout->addWidget(numbers_);
   layout->addWidget(plot_, 1);
   layout->addWidget(words_);
 }
@@ -89,44 +84,37 @@ void CWGraph::BuildInteraction() {
   overlay_ = new CWGraphOverlay(*this);
   view_ = std::make_unique<CWGraphView>(*plot_->xAxis, *plot_->yAxis);
   view_->Changed = [this] { PassXView(); };
+  limit_ = std::make_unique<CWGraphLimit>(*plot_);
   readOut_ = std::make_unique<CWGraphReadOut>(series_, *plot_, *view_, *overlay_, *words_);
-  connect(plot_, &QCustomPlot::afterReplot, this, [this] { readOut_->Refresh(); });
-  auto* interaction = new CWGraphInteraction(*this, *plot_, *view_, *readOut_, *overlay_);
-  interaction->MenuWanted = [this](QPoint global) { menu_->popup(global); };
+  connect(plot_, &QCustomPlot::afterReplot, this, [this] { TellMoved(); });
+  interaction_ = new CWGraphInteraction(*this, *plot_, *view_, *readOut_, *overlay_, *limit_);
+  interaction_->MenuWanted = [this](QPoint global) { menu_->popup(global); };
+  interaction_->Clicked = [this](QPoint place) { ClickAt(place); };
+  interaction_->Paged = [this](bool forward) { return Paged && Paged(forward); };
 }
 
-void CWGraph::AddEntry(const QString& caption, const QKeySequence& keys, void (CWGraph::*action)()) {
-  auto* entry = new QAction(caption, this);
-  entry->setShortcut(keys);
-  entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs side by side the one with the focus
-  connect(entry, &QAction::triggered, this,
-          [this, action] { EventGate::Get().Click(this, [this, action] { (this->*action)(); }); });
-  addAction(entry);
-  menu_->addAction(entry);
+void CWGraph::SetInteractive(bool interactive) {
+  interaction_->SwitchOn(interactive);
+  setMouseTracking(interactive);
+  readOut_->Forget();
+  words_->setVisible(interactive);
+  for (auto* entry : actions()) entry->setEnabled(interactive);
 }
 
-void CWGraph::BuildMenu() {
-  menu_ = new QMenu(this);
-  AddEntry(tr("Show &All"), {}, &CWGraph::ShowAll);
-  menu_->addSeparator();
-  AddEntry(tr("&Copy Picture"), QKeySequence::Copy, &CWGraph::CopyPicture);
-  AddEntry(tr("&Save Picture As..."), QKeySequence::Save, &CWGraph::SaveByUser);
-  AddEntry(tr("&Print..."), QKeySequence::Print, &CWGraph::PrintByUser);
+void CWGraph::ClickAt(QPoint place) {
+  const auto cursor = cursors_->Near(place.x());
+  EventGate::Get().Click(this, [&] {
+    if (cursor && CursorClicked) CursorClicked(*cursor);
+    if (Clicked) Clicked();
+  });
 }
 
-void CWGraph::PresetQuestions() {
-  AskPicturePath = [](const QString& suggested) {
-    FileQuestion question;
-    question.save = question.confirmReplacing = true;
-    question.folder = DataFilesFolder().string();
-    question.filter = PictureFilter;
-    question.defaultSuffix = "png";
-    question.suggestedName = suggested.toStdString();
-    const auto chosen = Machine::Get().AskFile(question);
-    return QString::fromStdString(chosen.value_or(std::string()));
-  };
-  AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
-  TellFailure = [](const QString& reason) { MsgBox(reason.toStdString()); };
+void CWGraph::TellMoved() {
+  readOut_->Refresh();
+  const std::pair seen{XView(), Limit()};
+  if (seen == told_) return;
+  told_ = seen;
+  if (Moved) Moved();
 }
 
 void CWGraph::ClearData() {
@@ -148,14 +136,14 @@ void CWGraph::TakeSeries(CWGraphSeries series) {
     yRange = {std::min(0.0, yRange->lower), std::max(1.0, yRange->upper)};
   view_->X.SetData(series_.XRange(), LeastSamplesInView * series_.StepX());
   view_->Y.SetData(yRange, 0);
-  readOut_->Renew(style_);
+  readOut_->Renew(style_, rate_);
+  told_.reset();
   DrawSoon();
 }
 
 void CWGraph::SetPlotStyle(PlotStyle style) {
   style_ = style;
   curve_->SetStyle(style);
-  DressInStyle(*plot_, style);
   ApplyTitles();
   TakeSeries(std::move(series_));
 }
@@ -177,10 +165,50 @@ void CWGraph::SetAxisTitles(const QString& x, const QString& y) {
   DrawSoon();
 }
 
+std::optional<double> CWGraph::ClockRate() const {
+  return timeShown_ && style_ == PlotStyle::Linear ? rate_ : std::nullopt;
+}
+
 void CWGraph::ApplyTitles() {
   const bool isBin = style_ == PlotStyle::Bin;
-  plot_->xAxis->setLabel(!titleX_.isEmpty() ? titleX_ : isBin ? tr("Angle (degrees)") : tr("Sample"));
+  DressInStyle(*plot_, style_, ClockRate());
+  const auto place = ClockRate() ? tr("Time since launch (h:min:s)") : tr("Sample");
+  plot_->xAxis->setLabel(!titleX_.isEmpty() ? titleX_ : isBin ? tr("Angle (degrees)") : place);
   plot_->yAxis->setLabel(!titleY_.isEmpty() ? titleY_ : isBin ? tr("Count") : tr("Angle (degrees)"));
+}
+
+void CWGraph::SetSampleRate(std::optional<double> rate) {
+  rate_ = rate;
+  readOut_->Renew(style_, rate_);
+  ApplyTitles();
+  RenewMenu();
+  DrawSoon();
+}
+
+void CWGraph::ShowTime(bool time) {
+  for (auto* graph : {this, linked_.data()}) {
+    if (!graph) continue;
+    graph->timeShown_ = time;
+    graph->ApplyTitles();
+    graph->RenewMenu();
+    graph->DrawSoon();
+  }
+}
+
+void CWGraph::SetLimit(std::optional<double> value) {
+  limit_->Set(value);
+  DrawSoon();
+}
+
+std::optional<double> CWGraph::Limit() const {
+  return limit_->Value();
+}
+
+void CWGraph::SetNumbers(const QString& words) {
+  if (words == numbers_->text()) return;
+  numbers_->setText(words);
+  numbers_->setVisible(!words.isEmpty());
+  RenewMenu();
 }
 
 void CWGraph::EnableCursors() {
@@ -200,6 +228,11 @@ void CWGraph::AddCursor() {
 
 void CWGraph::RemoveAllCursors() {
   cursors_->All().clear();
+  DrawSoon();
+}
+
+void CWGraph::StressCursor(std::optional<double> x) {
+  cursors_->Stress(x);
   DrawSoon();
 }
 
@@ -225,7 +258,10 @@ double CWGraph::CursorY(int n) const {
 void CWGraph::LinkXAxis(CWGraph& other) {
   linked_ = &other;
   other.linked_ = this;
+  other.isSecond_ = true;
   SetXLinkActive(true);
+  RenewMenu();
+  other.RenewMenu();
 }
 
 void CWGraph::SetXLinkActive(bool active) {
@@ -247,6 +283,10 @@ void CWGraph::ShowAll() {
   PassXView();
 }
 
+void CWGraph::BringIntoView(double x) {
+  if (view_->X.Include(x)) PassXView();
+}
+
 CWGraphRange CWGraph::XView() const {
   return view_->X.View();
 }
@@ -259,88 +299,20 @@ void CWGraph::SetXView(CWGraphRange range) {
   PassXView();
 }
 
-QString CWGraph::ReadOutText() const {
-  return words_->text();
-}
-QWidget* CWGraph::WordsShown() const {
-  return words_;
-}
-
-QString CWGraph::Description() const {
-  QStringList words;
-  const auto range = series_.YRange();
-  words << (series_.IsEmpty() ? tr("No data") : tr("%1 points").arg(series_.Size()));
-  words << tr("%1 from %2").arg(plot_->xAxis->label(), RangeWords(XView()));
-  words << tr("%1 from %2").arg(plot_->yAxis->label(), RangeWords(YView()));
-  if (range)
-    words << tr("least value %1, greatest value %2")
-                 .arg(CWGraphNumber(range->lower), CWGraphNumber(range->upper));
-  if (CursorCount() > 0) words << CursorWords();
-  return words.join(QStringLiteral("; "));
-}
-
-QString CWGraph::CursorWords() const {
-  QStringList places;
-  for (int n = 1; n <= std::min(CursorCount(), CursorsInWords); ++n) places << CWGraphNumber(CursorX(n));
-  const auto more = CursorCount() > CursorsInWords ? tr(" and more") : QString();
-  const auto count = CursorCount() == 1 ? tr("1 cursor") : tr("%1 cursors").arg(CursorCount());
-  return tr("%1 at %2%3").arg(count, places.join(QStringLiteral(", ")), more);
-}
-
-QImage CWGraph::Picture() const {
-  return PlotImage(*plot_);
-}
-
-void CWGraph::CopyPicture() {
-  QGuiApplication::clipboard()->setImage(Picture());
-}
-
-// A picture goes into a report or on paper, also from a dark screen.
-bool CWGraph::SavePicture(const QString& path, QString* reason) const {
-  ApplyColours(PaperPalette());
-  const auto bytes = PlotFile(*plot_, QFileInfo(path).suffix());
-  ApplyColours(palette());
-  auto words = tr("the name of a picture ends in .png, .pdf or .svg");
-  if (!bytes.isEmpty() && SaveBytes(path, bytes, words)) return true;
-  if (reason) *reason = tr("The picture cannot be saved as %1: %2").arg(path, words);
-  return false;
-}
-
-bool CWGraph::Print(QPrinter& printer) const {
-  ApplyColours(PaperPalette());
-  const bool isPrinted = PrintPlot(*plot_, printer);
-  ApplyColours(palette());
-  return isPrinted;
-}
-
-void CWGraph::SaveByUser() {
-  auto path = AskPicturePath(tr("%1.png").arg(accessibleName().isEmpty() ? tr("Graph") : accessibleName()));
-  if (path.isEmpty()) return;
-  if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
-  QString reason;
-  if (!SavePicture(path, &reason)) TellFailure(reason);
-}
-
-void CWGraph::PrintByUser() {
-  QPrinter printer(QPrinter::HighResolution);
-  printer.setPageOrientation(QPageLayout::Landscape);
-  printer.setDocName(accessibleName());
-  if (!AskPrinter(printer) || Print(printer)) return;
-  const auto file = printer.outputFileName();
-  TellFailure(file.isEmpty() ? tr("The printer cannot be used") : tr("%1 cannot be written").arg(file));
-}
-
 void CWGraph::DrawNow() {
   plot_->setBufferDevicePixelRatio(devicePixelRatioF());
   plot_->replot(QCustomPlot::rpImmediateRefresh);
 }
 
+// A graph that is not on show is drawn when it is shown.
 void CWGraph::DrawSoon() {
-  plot_->replot(QCustomPlot::rpQueuedReplot);
+  if (isVisible()) plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
 void CWGraph::ApplyColours(const QPalette& palette) const {
-  DressInColours(*plot_, *curve_, *cursors_, ColoursOf(palette, palette.currentColorGroup()));
+  const auto colours = ColoursOf(palette, palette.currentColorGroup());
+  DressInColours(*plot_, *curve_, *cursors_, colours);
+  limit_->SetColours(colours.hint, colours.paper);
 }
 
 void CWGraph::changeEvent(QEvent* event) {
@@ -379,7 +351,8 @@ void CWGraph::showEvent(QShowEvent* event) {
 }
 
 void CWGraph::contextMenuEvent(QContextMenuEvent* event) {
-  if (event->reason() != QContextMenuEvent::Mouse) menu_->popup(mapToGlobal(rect().center()));
+  if (event->reason() != QContextMenuEvent::Mouse && words_->isVisibleTo(this))
+    menu_->popup(mapToGlobal(rect().center()));
   event->accept();  // by mouse it opens on release, since the right button also draws the rectangle
 }
 

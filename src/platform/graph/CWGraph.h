@@ -8,11 +8,15 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <span>
+#include <utility>
+#include <vector>
 
 #include "platform/graph/CWGraphAccess.h"
 #include "platform/graph/CWGraphSeries.h"
 
+class QAction;
 class QCustomPlot;
 class QLabel;
 class QMenu;
@@ -22,6 +26,8 @@ namespace bexlow::platform {
 
 class CWGraphCursors;
 class CWGraphCurve;
+class CWGraphInteraction;
+class CWGraphLimit;
 class CWGraphOverlay;
 class CWGraphReadOut;
 class CWGraphView;
@@ -61,6 +67,8 @@ class CWGraph : public QWidget, public DescribedChart {
   /// A cursor at 0, 0 in the plain look of a new one.
   void AddCursor();
   void RemoveAllCursors();
+  /// Draws the cursor at x stronger, where there are several.
+  void StressCursor(std::optional<double> x);
   /// The look of the first cursor, red, for cursor n, counted from 1.
   /// @throws std::system_error (invalid argument) where there is no cursor n; so do the next three
   void SetCursorLook(int n);
@@ -73,7 +81,39 @@ class CWGraph : public QWidget, public DescribedChart {
   /// Switches the coupling, for both; it is on after LinkXAxis.
   void SetXLinkActive(bool active);
 
+  /// Samples a second of the series, where they are known: the read-out tells times, and the user may have
+  /// them on the x axis.
+  void SetSampleRate(std::optional<double> rate);
+  /// Times in place of samples on the x axis, also of the linked graph; only where the rate is known.
+  void ShowTime(bool time);
+
+  /// A level line that the user drags up and down; nothing takes it away.
+  void SetLimit(std::optional<double> value);
+  std::optional<double> Limit() const;
+  /// A line of words over the plot; empty takes it away.
+  void SetNumbers(const QString& words);
+  /// The series on show.
+  std::span<const double> Values() const { return series_.Values(); }
+  /// Called behind a redraw when series, x view or limit have changed.
+  std::function<void()> Moved;
+  /// The text that the menu copies, while there are numbers.
+  std::function<QString()> NumbersToCopy;
+
+  /// What stands behind the name of the graph over its pictures: file, launch.
+  void SetHeading(const QString& heading) { heading_ = heading; }
+
+  /// Whether the user can zoom, move and read out, and has a menu; a graph has all this at first.
+  void SetInteractive(bool interactive);
+  /// The user has clicked the plot, or pressed Space where the graph is not interactive.
+  std::function<void()> Clicked;
+  /// The user has clicked a cursor, which stands at x.
+  std::function<void(double x)> CursorClicked;
+  /// Page Up or Page Down was pressed; false leaves it to the view.
+  std::function<bool(bool forward)> Paged;
+
   void ShowAll();
+  /// Moves the x view, as far as needed, so that x is in sight.
+  void BringIntoView(double x);
   /// What is on show, for tests and for keeping a view.
   CWGraphRange XView() const;
   CWGraphRange YView() const;
@@ -88,13 +128,6 @@ class CWGraph : public QWidget, public DescribedChart {
 
   /// The plot as seen, in device pixels.
   QImage Picture() const;
-  /// Saves the plot by the file's extension: png, pdf or svg.
-  /// @return false on failure, with the reason in plain words
-  bool SavePicture(const QString& path, QString* reason = nullptr) const;
-  void CopyPicture();
-  /// Draws the plot on one page, as large as it fits, in the colours of paper.
-  /// @return false when the printer cannot be drawn on
-  bool Print(QPrinter& printer) const;
 
   /// Asks where to save a picture; gives an empty text when the user thinks better of it. Preset to a file
   /// dialog.
@@ -121,16 +154,30 @@ class CWGraph : public QWidget, public DescribedChart {
   void FitMargins();
   void BuildInteraction();
   void BuildMenu();
-  void AddEntry(const QString& caption, const QKeySequence& keys, void (CWGraph::*action)());
+  QAction* AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action);
+  void RenewMenu();
   void PresetQuestions();
   void TakeSeries(CWGraphSeries series);
   void ApplyColours(const QPalette& palette) const;
   void ApplyTitles();
   void DrawSoon();
   void PassXView();
+  void TellMoved();
+  void ClickAt(QPoint place);
+  std::optional<double> ClockRate() const;
   QString CursorWords() const;
-  void SaveByUser();
-  void PrintByUser();
+  QString XWords() const;
+
+  /// This graph, or both of a linked pair, in the order in which they stand.
+  enum class Extent { This, Both };
+  std::vector<const CWGraph*> Graphs(Extent extent) const;
+  /// Gives the plots, titled and in the colours of paper, to draw.
+  template <class Draw>
+  auto OnPaper(Extent extent, Draw draw) const;
+  void CopyPicture(Extent extent) const;
+  void SaveByUser(Extent extent);
+  void PrintByUser(Extent extent);
+  void CopyNumbers() const;
 
   CWGraphSeries series_;
   PlotStyle style_ = PlotStyle::Linear;
@@ -140,11 +187,22 @@ class CWGraph : public QWidget, public DescribedChart {
   CWGraphCurve* curve_ = nullptr;
   CWGraphCursors* cursors_ = nullptr;
   QLabel* words_ = nullptr;
+  QLabel* numbers_ = nullptr;
   QMenu* menu_ = nullptr;
+  QAction* timeEntry_ = nullptr;
+  QAction* numbersEntry_ = nullptr;
+  std::vector<QAction*> pairEntries_;
   CWGraphOverlay* overlay_ = nullptr;
   std::unique_ptr<CWGraphView> view_;
   std::unique_ptr<CWGraphReadOut> readOut_;
+  std::unique_ptr<CWGraphLimit> limit_;
+  CWGraphInteraction* interaction_ = nullptr;
+  std::optional<double> rate_;
+  bool timeShown_ = false;
+  std::optional<std::pair<CWGraphRange, std::optional<double>>> told_;  // view and limit of the last Moved
+  QString heading_;
   QPointer<CWGraph> linked_;
+  bool isSecond_ = false;
   bool linkActive_ = false;
 };
 

@@ -1,6 +1,7 @@
 #include "platform/graph/CWGraphCursors.h"
 
 #include <algorithm>
+#include <cmath>
 #include <system_error>
 
 namespace bexlow::platform {
@@ -9,6 +10,7 @@ namespace {
 
 constexpr int MarkSize = 4;       // half of a diamond, in pixels
 constexpr int DenseDistance = 3;  // columns between neighbours below which lines would form a wall
+constexpr double ClickReach = 5;  // pixels beside a cursor that still mean it
 constexpr float DenseOpacity = 0.3F;
 
 }  // namespace
@@ -50,10 +52,25 @@ void CWGraphCursors::draw(QCPPainter* painter) {
     if (isDense) colour.setAlphaF(DenseOpacity);
     DrawAll(*painter, chosen, look, colour);
   }
-  const auto& first = cursors_.front();
-  if (!isDense || !mKeyAxis->range().contains(first.x)) return;
-  DrawLines(*painter, {qRound(mKeyAxis->coordToPixel(first.x))}, ColourOf(first.look));
-  DrawMark(*painter, first, qRound(mKeyAxis->coordToPixel(first.x)));
+  if (stressed_ && cursors_.size() > 1 && mKeyAxis->range().contains(*stressed_)) DrawStressed(*painter);
+}
+
+void CWGraphCursors::DrawStressed(QCPPainter& painter) const {
+  const int column = qRound(mKeyAxis->coordToPixel(*stressed_));
+  DrawLines(painter, {column - 1, column, column + 1}, marked_);
+  DrawMark(painter, {*stressed_, 0, Look::Marked}, column);
+}
+
+std::optional<double> CWGraphCursors::Near(double pixel) const {
+  std::optional<double> nearest;
+  double least = ClickReach;
+  for (const auto& cursor : cursors_) {
+    const double distance = std::abs(mKeyAxis->coordToPixel(cursor.x) - pixel);
+    if (!(distance <= least)) continue;
+    least = distance;
+    nearest = cursor.x;
+  }
+  return nearest;
 }
 
 void CWGraphCursors::DrawAll(QCPPainter& painter, const std::vector<const Cursor*>& chosen, Look look,

@@ -1,6 +1,7 @@
 // All cursors of a graph as one plottable: a hundred thousand of them cost no more than a curve.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "platform/graph/CWGraphPlottable.h"
@@ -22,6 +23,10 @@ class CWGraphCursors : public CWGraphPlottable {
   /// @param n  from 1
   /// @throws std::system_error (invalid argument) where there is no cursor n
   Cursor& Numbered(int n);
+  /// Draws what stands at x stronger than the others, where there are several.
+  void Stress(std::optional<double> x) { stressed_ = x; }
+  /// Where the cursor nearest to a place of the plot stands; nothing where none is close.
+  std::optional<double> Near(double pixel) const;
   void SetColours(const QColor& plain, const QColor& marked);
 
  protected:
@@ -36,7 +41,10 @@ class CWGraphCursors : public CWGraphPlottable {
   /// In pen and brush of the lines before.
   void DrawMark(QCPPainter& painter, const Cursor& cursor, int column) const;
 
+  void DrawStressed(QCPPainter& painter) const;
+
   std::vector<Cursor> cursors_;
+  std::optional<double> stressed_;
   QColor plain_ = Qt::gray;
   QColor marked_ = Qt::red;
 };

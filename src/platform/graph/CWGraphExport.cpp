@@ -15,38 +15,65 @@ namespace {
 
 constexpr int ScreenDotsPerInch = 96;
 constexpr double PointsPerInch = 72;
+constexpr int TitleRoom = 8;  // pixels above and below a title
 
-bool Paint(QCustomPlot& plot, QPaintDevice& device, QRectF target) {
+int TitleHeight(const TitledPlot& part) {
+  return part.plot->fontMetrics().height() + TitleRoom;
+}
+
+QSize SizeOf(const PlotPage& page) {
+  QSize size(0, 0);
+  for (const auto& part : page) {
+    size.rwidth() = std::max(size.width(), part.plot->width());
+    size.rheight() += TitleHeight(part) + part.plot->height();
+  }
+  return size;
+}
+
+bool Paint(const PlotPage& page, QPaintDevice& device, QRectF target, QCPPainter::PainterModes modes) {
   QCPPainter painter;
   if (!painter.begin(&device)) return false;
-  painter.setMode(QCPPainter::pmVectorized);
-  painter.setMode(QCPPainter::pmNoCaching);
+  painter.setModes(modes);
   painter.translate(target.topLeft());
-  painter.scale(target.width() / plot.width(), target.height() / plot.height());
-  plot.toPainter(&painter, plot.width(), plot.height());
+  painter.scale(target.width() / SizeOf(page).width(), target.height() / SizeOf(page).height());
+  for (const auto& part : page) {
+    const QRect title(part.plot->axisRect()->left(), 0, part.plot->axisRect()->width(), TitleHeight(part));
+    painter.setFont(part.plot->font());
+    painter.setPen(Qt::black);
+    painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter, part.title);
+    painter.translate(0, title.height());
+    part.plot->toPainter(&painter, part.plot->width(), part.plot->height());
+    painter.translate(0, part.plot->height());
+  }
   return true;
 }
 
-bool WritePng(QCustomPlot& plot, QBuffer& file) {
-  return PlotImage(plot).save(&file, "PNG");
+bool PaintVectors(const PlotPage& page, QPaintDevice& device, QRectF target) {
+  return Paint(page, device, target, QCPPainter::pmVectorized | QCPPainter::pmNoCaching);
 }
 
-bool WriteSvg(QCustomPlot& plot, QBuffer& file) {
+bool WritePng(const PlotPage& page, QBuffer& file) {
+  return PageImage(page).save(&file, "PNG");
+}
+
+bool WriteSvg(const PlotPage& page, QBuffer& file) {
+  const auto size = SizeOf(page);
   QSvgGenerator svg;
   svg.setOutputDevice(&file);
-  svg.setSize(plot.size());
-  svg.setViewBox(QRect(QPoint(), plot.size()));
+  svg.setSize(size);
+  svg.setViewBox(QRect(QPoint(), size));
   svg.setResolution(ScreenDotsPerInch);
-  return Paint(plot, svg, QRectF(QPointF(), plot.size()));
+  return PaintVectors(page, svg, QRectF(QPointF(), size));
 }
 
-bool WritePdf(QCustomPlot& plot, QBuffer& file) {
+bool WritePdf(const PlotPage& page, QBuffer& file) {
+  const auto size = SizeOf(page);
   QPdfWriter pdf(&file);
   pdf.setResolution(ScreenDotsPerInch);
-  const auto points = QSizeF(plot.size()) * PointsPerInch / ScreenDotsPerInch;
+  const auto points = QSizeF(size) * PointsPerInch / ScreenDotsPerInch;
   pdf.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
   pdf.setPageMargins({});
-  return Paint(plot, pdf, QRectF(QPointF(), plot.size()));
+  return PaintVectors(page, pdf, QRectF(QPointF(), size));
 }
 
 }  // namespace
@@ -58,10 +85,20 @@ QImage PlotImage(QCustomPlot& plot) {
   return image;
 }
 
-QByteArray PlotFile(QCustomPlot& plot, const QString& extension) {
+QImage PageImage(const PlotPage& page) {
+  const auto size = SizeOf(page);
+  const double ratio = page.front().plot->devicePixelRatioF();
+  QImage image(size * ratio, QImage::Format_RGB32);
+  image.setDevicePixelRatio(ratio);
+  image.fill(Qt::white);
+  Paint(page, image, QRectF(QPointF(), size), QCPPainter::pmNoCaching);
+  return image;
+}
+
+QByteArray PageFile(const PlotPage& page, const QString& extension) {
   struct Format {
     const char* extension;
-    bool (*write)(QCustomPlot&, QBuffer&);
+    bool (*write)(const PlotPage&, QBuffer&);
   };
   static constexpr Format Formats[] = {{"png", WritePng}, {"pdf", WritePdf}, {"svg", WriteSvg}};
   const auto wanted = extension.toLower().toLatin1();
@@ -71,13 +108,16 @@ QByteArray PlotFile(QCustomPlot& plot, const QString& extension) {
   QByteArray bytes;
   QBuffer file(&bytes);
   file.open(QIODevice::WriteOnly);
-  return format->write(plot, file) ? bytes : QByteArray();
+  return format->write(page, file) ? bytes : QByteArray();
 }
 
-bool PrintPlot(QCustomPlot& plot, QPrinter& printer) {
-  const QRectF page = printer.pageLayout().paintRectPixels(printer.resolution());
-  const auto size = QSizeF(plot.size()).scaled(page.size(), Qt::KeepAspectRatio);
-  return Paint(plot, printer, QRectF(QPointF((page.width() - size.width()) / 2, 0), size));
+// The plot scales its lines to the sheet, but the system its letters to the printer's dots: at the screen's
+// resolution both come out alike.
+bool PrintPage(const PlotPage& page, QPrinter& printer) {
+  printer.setResolution(ScreenDotsPerInch);
+  const QRectF sheet = printer.pageLayout().paintRectPixels(printer.resolution());
+  const auto size = QSizeF(SizeOf(page)).scaled(sheet.size(), Qt::KeepAspectRatio);
+  return PaintVectors(page, printer, QRectF(QPointF((sheet.width() - size.width()) / 2, 0), size));
 }
 
 bool SaveBytes(const QString& path, const QByteArray& bytes, QString& reason) {

@@ -3,6 +3,9 @@
 
 #include <QByteArray>
 #include <QImage>
+#include <QString>
+
+#include <vector>
 
 class QCustomPlot;
 class QPrinter;
@@ -12,14 +15,25 @@ namespace bexlow::platform {
 /// The plot as seen, in device pixels.
 QImage PlotImage(QCustomPlot& plot);
 
-/// The plot as the content of a file.
-/// @param extension  "png", "pdf" or "svg", in any case
-/// @return nothing for any other, or when the plot cannot be drawn
-QByteArray PlotFile(QCustomPlot& plot, const QString& extension);
+/// A plot of a picture for a report, and the words over it.
+struct TitledPlot {
+  QCustomPlot* plot = nullptr;
+  QString title;
+};
+/// Plots below each other.
+using PlotPage = std::vector<TitledPlot>;
 
-/// Puts the plot on one page, as large as it fits.
+/// In pixels, on white.
+QImage PageImage(const PlotPage& page);
+
+/// A page as the content of a file.
+/// @param extension  "png", "pdf" or "svg", in any case
+/// @return nothing for any other, or when the page cannot be drawn
+QByteArray PageFile(const PlotPage& page, const QString& extension);
+
+/// Puts it on one sheet, as large as it fits.
 /// @return false when the printer cannot be drawn on
-bool PrintPlot(QCustomPlot& plot, QPrinter& printer);
+bool PrintPage(const PlotPage& page, QPrinter& printer);
 
 /// Writes a file whole or not at all.
 /// @return false on failure, with the system's words in reason

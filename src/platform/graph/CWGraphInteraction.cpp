@@ -8,6 +8,7 @@
 
 #include <cmath>
 
+#include "platform/graph/CWGraphLimit.h"
 #include "platform/graph/CWGraphOverlay.h"
 #include "platform/graph/CWGraphReadOut.h"
 #include "platform/graph/CWGraphView.h"
@@ -26,13 +27,20 @@ constexpr int SmallestRectangle = 6;  // pixels; less is a click with an unstead
 }  // namespace
 
 CWGraphInteraction::CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGraphView& view,
-                                       CWGraphReadOut& readOut, CWGraphOverlay& overlay)
-    : QObject(&graph), graph_(graph), plot_(plot), view_(view), readOut_(readOut), overlay_(overlay) {
+                                       CWGraphReadOut& readOut, CWGraphOverlay& overlay, CWGraphLimit& limit)
+    : QObject(&graph),
+      graph_(graph),
+      plot_(plot),
+      view_(view),
+      readOut_(readOut),
+      overlay_(overlay),
+      limit_(limit) {
   graph.setMouseTracking(true);
   graph.installEventFilter(this);
 }
 
 bool CWGraphInteraction::eventFilter(QObject*, QEvent* event) {
+  if (!isOn_) return WhenOff(*event);
   switch (event->type()) {
     case QEvent::MouseButtonPress:
       return Press(static_cast<const QMouseEvent&>(*event));
@@ -60,6 +68,31 @@ bool CWGraphInteraction::eventFilter(QObject*, QEvent* event) {
   }
 }
 
+bool CWGraphInteraction::WhenOff(QEvent& event) {
+  switch (event.type()) {
+    case QEvent::MouseButtonPress: {
+      const auto& mouse = static_cast<const QMouseEvent&>(event);
+      if (mouse.button() == Qt::LeftButton) Click(mouse.position().toPoint());
+      return mouse.button() == Qt::LeftButton;
+    }
+    case QEvent::KeyPress: {
+      const bool isSpace = static_cast<const QKeyEvent&>(event).key() == Qt::Key_Space;
+      if (isSpace) Click(graph_.rect().center());
+      return isSpace;
+    }
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+      overlay_.update();
+      return false;
+    default:
+      return false;
+  }
+}
+
+void CWGraphInteraction::Click(QPoint place) {
+  if (Clicked) Clicked(place - plot_.pos());
+}
+
 bool CWGraphInteraction::Press(const QMouseEvent& event) {
   if (event.button() != Qt::LeftButton && event.button() != Qt::RightButton) return false;
   if (drag_ != Drag::None) {
@@ -67,7 +100,8 @@ bool CWGraphInteraction::Press(const QMouseEvent& event) {
     return true;
   }
   from_ = last_ = event.position().toPoint();
-  drag_ = event.button() == Qt::LeftButton ? Drag::Pan : Drag::Rectangle;
+  const bool isOnLimit = limit_.IsNear(from_.y() - plot_.pos().y());
+  drag_ = event.button() == Qt::RightButton ? Drag::Rectangle : isOnLimit ? Drag::Limit : Drag::Pan;
   if (drag_ == Drag::Pan) graph_.setCursor(Qt::ClosedHandCursor);
   return true;
 }
@@ -77,6 +111,14 @@ bool CWGraphInteraction::Move(const QMouseEvent& event) {
   switch (drag_) {
     case Drag::None:
       readOut_.PointAt(place - plot_.pos());
+      if (limit_.IsNear(place.y() - plot_.pos().y())) {
+        graph_.setCursor(Qt::SizeVerCursor);
+      } else {
+        graph_.unsetCursor();
+      }
+      break;
+    case Drag::Limit:
+      DragLimitTo(place);
       break;
     case Drag::Pan:
       PanTo(place);
@@ -97,6 +139,7 @@ bool CWGraphInteraction::Release(const QMouseEvent& event) {
   if (ended == Drag::Rectangle && !isClick) ZoomIntoRectangle();
   Cancel();
   if (ended == Drag::Rectangle && isClick && MenuWanted) MenuWanted(event.globalPosition().toPoint());
+  if (ended != Drag::Rectangle && ended != Drag::None && isClick) Click(from_);
   return true;
 }
 
@@ -106,6 +149,14 @@ void CWGraphInteraction::PanTo(QPoint place) {
   last_ = place;
   view_.X.Pan(-way.x() * plot_.xAxis->range().size() / area.width() / view_.X.View().Size());
   view_.Y.Pan(way.y() * plot_.yAxis->range().size() / area.height() / view_.Y.View().Size());
+  Tell();
+}
+
+// A click with an unsteady hand leaves it where it is.
+void CWGraphInteraction::DragLimitTo(QPoint place) {
+  if (std::abs(place.y() - from_.y()) < SmallestRectangle && last_ == from_) return;
+  last_ = place;
+  limit_.DragTo(place.y() - plot_.pos().y());
   Tell();
 }
 
@@ -141,17 +192,17 @@ bool CWGraphInteraction::Key(const QKeyEvent& event) {
   const auto modifiers = event.modifiers();
   if (modifiers.testFlag(Qt::AltModifier)) return false;
   if (modifiers.testFlag(Qt::ShiftModifier) && event.key() == Qt::Key_F10) return OpenMenu();
-  if (modifiers.testFlag(Qt::ShiftModifier) && ReadOutKey(event.key())) return true;
+  if (modifiers.testFlag(Qt::ShiftModifier) && ShiftKey(event.key())) return true;
   return ViewKey(event.key(), modifiers.testFlag(Qt::ControlModifier));
 }
 
-// The toolkit knows the menu key, but not its elder twin.
+// Qt opens the menu for the Menu key, but not for Shift+F10.
 bool CWGraphInteraction::OpenMenu() {
   if (MenuWanted) MenuWanted(graph_.mapToGlobal(graph_.rect().center()));
   return true;
 }
 
-bool CWGraphInteraction::ReadOutKey(int key) {
+bool CWGraphInteraction::ShiftKey(int key) {
   constexpr std::ptrdiff_t Page = 100;
   switch (key) {
     case Qt::Key_Left:
@@ -166,9 +217,28 @@ bool CWGraphInteraction::ReadOutKey(int key) {
       return readOut_.StepToEnd(false), true;
     case Qt::Key_End:
       return readOut_.StepToEnd(true), true;
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+      if (!limit_.Value()) return false;
+      limit_.Step(key == Qt::Key_Up ? 1 : -1);
+      return Tell(), true;
     default:
       return false;
   }
+}
+
+// The point read out stays where it is on the plot; without one the middle does.
+double CWGraphInteraction::ZoomAnchor(bool ofY) const {
+  const auto view = (ofY ? view_.Y : view_.X).View();
+  const auto point = readOut_.Point().value_or(QPointF(view.Middle(), view.Middle()));
+  const double place = ofY ? point.y() : point.x();
+  return place >= view.lower && place <= view.upper ? place : view.Middle();
+}
+
+bool CWGraphInteraction::Page(bool forward, bool withControl) {
+  if (!withControl && Paged && Paged(forward)) return true;
+  view_.X.Pan(forward ? PagePan : -PagePan);
+  return Tell(), true;
 }
 
 bool CWGraphInteraction::ViewKey(int key, bool withControl) {
@@ -176,11 +246,11 @@ bool CWGraphInteraction::ViewKey(int key, bool withControl) {
   switch (key) {
     case Qt::Key_Plus:
     case Qt::Key_Equal:
-      zoomed.Zoom(KeyZoom, zoomed.View().Middle());
+      zoomed.Zoom(KeyZoom, ZoomAnchor(withControl));
       break;
     case Qt::Key_Minus:
     case Qt::Key_Underscore:
-      zoomed.Zoom(1 / KeyZoom, zoomed.View().Middle());
+      zoomed.Zoom(1 / KeyZoom, ZoomAnchor(withControl));
       break;
     case Qt::Key_Left:
       view_.X.Pan(-KeyPan);
@@ -195,11 +265,8 @@ bool CWGraphInteraction::ViewKey(int key, bool withControl) {
       view_.Y.Pan(-KeyPan);
       break;
     case Qt::Key_PageUp:
-      view_.X.Pan(-PagePan);
-      break;
     case Qt::Key_PageDown:
-      view_.X.Pan(PagePan);
-      break;
+      return Page(key == Qt::Key_PageDown, withControl);
     case Qt::Key_Home:
       view_.X.ShowWhole();
       view_.Y.ShowWhole();

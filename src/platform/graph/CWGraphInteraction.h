@@ -14,6 +14,7 @@ class QWheelEvent;
 
 namespace bexlow::platform {
 
+class CWGraphLimit;
 class CWGraphOverlay;
 class CWGraphReadOut;
 class CWGraphView;
@@ -22,26 +23,38 @@ class CWGraphInteraction : public QObject {
  public:
   /// Watches the events of the graph. The pieces belong to the graph and live as long as it does.
   CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGraphView& view, CWGraphReadOut& readOut,
-                     CWGraphOverlay& overlay);
+                     CWGraphOverlay& overlay, CWGraphLimit& limit);
 
   /// The right button was pressed and released in one place (on the screen), or the menu's keys.
   std::function<void(QPoint global)> MenuWanted;
+  /// The left button was pressed and released in one place. Switched off: pressed, or Space (in the middle).
+  std::function<void(QPoint place)> Clicked;
+  /// Page Up and Page Down go here first; false leaves them to the view.
+  std::function<bool(bool forward)> Paged;
+
+  /// Switched off, clicks and Space alone are told.
+  void SwitchOn(bool on) { isOn_ = on; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  enum class Drag { None, Pan, Rectangle };
+  enum class Drag { None, Pan, Rectangle, Limit };
 
+  bool WhenOff(QEvent& event);
   bool Press(const QMouseEvent& event);
   bool Move(const QMouseEvent& event);
   bool Release(const QMouseEvent& event);
   bool Wheel(const QWheelEvent& event);
   bool Key(const QKeyEvent& event);
   bool OpenMenu();
-  bool ReadOutKey(int key);
+  bool ShiftKey(int key);
   bool ViewKey(int key, bool withControl);
+  double ZoomAnchor(bool ofY) const;
+  bool Page(bool forward, bool withControl);
+  void Click(QPoint place);
   void PanTo(QPoint place);
+  void DragLimitTo(QPoint place);
   void ZoomIntoRectangle();
   void Cancel();
   void ShowAll();
@@ -52,6 +65,8 @@ class CWGraphInteraction : public QObject {
   CWGraphView& view_;
   CWGraphReadOut& readOut_;
   CWGraphOverlay& overlay_;
+  CWGraphLimit& limit_;
+  bool isOn_ = true;
   Drag drag_ = Drag::None;
   QPoint from_;
   QPoint last_;

@@ -39,6 +39,35 @@ class DegreeTicker : public QCPAxisTicker {
   }
 };
 
+/// Whole seconds, minutes and hours on an axis that counts samples.
+class ClockTicker : public QCPAxisTicker {
+ public:
+  explicit ClockTicker(double rate) : rate_(rate) { setTickCount(7); }
+
+ protected:
+  double getTickStep(const QCPRange& range) override {
+    const double rough = range.size() / rate_ / (tickCount() + 1);
+    for (const double step :
+         {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 60.0, 120.0, 300.0, 600.0, 900.0, 1800.0}) {
+      if (step >= rough) return TakeStep(step);
+    }
+    return TakeStep(3600 * std::ceil(rough / 3600));
+  }
+  int getSubTickCount(double) override { return 0; }
+  QString getTickLabel(double tick, const QLocale&, QChar, int) override {
+    return DurationClock(tick / rate_, decimals_);
+  }
+
+ private:
+  double TakeStep(double seconds) {
+    decimals_ = seconds < 1 ? 1 : 0;
+    return seconds * rate_;
+  }
+
+  double rate_;
+  int decimals_ = 0;
+};
+
 void ColourAxis(QCPAxis& axis, const Colours& colours) {
   const QPen line(Blend(colours.paper, colours.text, 0.55), 1);
   axis.setBasePen(line);
@@ -52,11 +81,12 @@ void ColourAxis(QCPAxis& axis, const Colours& colours) {
 
 }  // namespace
 
-void DressInStyle(QCustomPlot& plot, Style style) {
+void DressInStyle(QCustomPlot& plot, Style style, std::optional<double> clockRate) {
   const bool isBin = style == Style::Bin;
   const QSharedPointer<QCPAxisTicker> whole(new WholeTicker);
   const QSharedPointer<QCPAxisTicker> degrees(new DegreeTicker);
   plot.xAxis->setTicker(isBin ? degrees : whole);
+  if (clockRate) plot.xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new ClockTicker(*clockRate)));
   plot.yAxis->setTicker(isBin ? whole : degrees);
 }
 

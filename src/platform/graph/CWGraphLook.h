@@ -10,7 +10,8 @@
 namespace bexlow::platform {
 
 /// Ticks of both axes; the one of angles has marks at 30, 45, 90.
-void DressInStyle(QCustomPlot& plot, CWGraphSeries::Style style);
+/// @param clockRate  samples a second, where the x axis is to show times instead of samples
+void DressInStyle(QCustomPlot& plot, CWGraphSeries::Style style, std::optional<double> clockRate);
 
 void DressInColours(QCustomPlot& plot, QCPAbstractPlottable& curve, CWGraphCursors& cursors,
                     const Colours& colours);

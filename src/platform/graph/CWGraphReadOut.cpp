@@ -23,8 +23,9 @@ CWGraphReadOut::CWGraphReadOut(const CWGraphSeries& series, QCustomPlot& plot, C
                                CWGraphOverlay& overlay, QLabel& words)
     : series_(series), plot_(plot), view_(view), overlay_(overlay), words_(words) {}
 
-void CWGraphReadOut::Renew(CWGraphSeries::Style style) {
+void CWGraphReadOut::Renew(CWGraphSeries::Style style, std::optional<double> rate) {
   style_ = style;
+  rate_ = rate;
   Forget();
 }
 
@@ -61,26 +62,27 @@ void CWGraphReadOut::StepToEnd(bool last) {
 
 void CWGraphReadOut::Read(std::size_t index) {
   index_ = index;
-  words_.setText(series_.PointText(index, style_));
+  words_.setText(series_.PointText(index, style_, rate_));
   Refresh();
 }
 
 void CWGraphReadOut::KeepInSight() {
-  const auto view = view_.X.View();
-  const double x = series_.X(*index_);
-  if (x >= view.lower && x <= view.upper) return;
-  view_.X.Pan((x - view.Middle()) / view.Size());
-  if (view_.Changed) view_.Changed();
+  if (view_.X.Include(series_.X(*index_)) && view_.Changed) view_.Changed();
+}
+
+std::optional<QPointF> CWGraphReadOut::Point() const {
+  if (!index_ || *index_ >= series_.Size()) return std::nullopt;
+  const double value = series_.Values()[*index_];
+  return QPointF(series_.X(*index_), std::isnan(value) ? 0 : value);
 }
 
 void CWGraphReadOut::Refresh() {
   const auto area = plot_.axisRect()->rect().translated(plot_.pos());
   overlay_.ShowNotice(series_.IsEmpty() ? QStringLiteral("No data") : QString(), area);
-  if (!index_ || *index_ >= series_.Size()) return overlay_.ShowPoint(std::nullopt, area);
-  const double value = series_.Values()[*index_];
-  const QPointF point(plot_.xAxis->coordToPixel(series_.X(*index_)),
-                      plot_.yAxis->coordToPixel(std::isnan(value) ? 0 : value));
-  const auto shown = point + QPointF(plot_.pos());
+  const auto point = Point();
+  if (!point) return overlay_.ShowPoint(std::nullopt, area);
+  const auto shown =
+      QPointF(plot_.xAxis->coordToPixel(point->x()), plot_.yAxis->coordToPixel(point->y())) + plot_.pos();
   const bool isInSight = shown.x() >= area.left() && shown.x() <= area.right() + 1;
   overlay_.ShowPoint(isInSight ? std::optional(shown) : std::nullopt, area);
 }

@@ -24,7 +24,8 @@ class CWGraphReadOut {
                  QLabel& words);
 
   /// The series or its style is another: whatever was read out is no more.
-  void Renew(CWGraphSeries::Style style);
+  /// @param rate  samples a second, where they are known
+  void Renew(CWGraphSeries::Style style, std::optional<double> rate);
 
   /// Reads the point nearest to a place of the plot; outside of the axes none.
   void PointAt(QPointF place);
@@ -32,6 +33,8 @@ class CWGraphReadOut {
   void Step(std::ptrdiff_t points);
   void StepToEnd(bool last);
   void Forget();
+  /// The point read out; nothing where none is.
+  std::optional<QPointF> Point() const;
 
   /// Puts the mark where the point is after a redraw.
   void Refresh();
@@ -47,6 +50,7 @@ class CWGraphReadOut {
   CWGraphOverlay& overlay_;
   QLabel& words_;
   CWGraphSeries::Style style_ = CWGraphSeries::Style::Linear;
+  std::optional<double> rate_;
   std::optional<std::size_t> index_;
 };
 

@@ -78,17 +78,41 @@ std::size_t CWGraphSeries::Beyond(std::size_t index, std::ptrdiff_t points, Styl
   return static_cast<std::size_t>(reached);
 }
 
-QString CWGraphSeries::PointText(std::size_t index, Style style) const {
+QString CWGraphSeries::PointText(std::size_t index, Style style, std::optional<double> rate) const {
   const auto x = CWGraphNumber(X(index));
   const auto value = std::isnan(values_[index]) ? QStringLiteral("-") : CWGraphNumber(values_[index]);
   if (style == Style::Bin) return QStringLiteral("Angle %1°: count %2").arg(x, value);
-  return QStringLiteral("Sample %1: %2°").arg(x, value);
+  const auto time =
+      rate ? QStringLiteral(", %1 at %2 Hz").arg(DurationWords(X(index) / *rate), CWGraphNumber(*rate))
+           : QString();
+  return QStringLiteral("Sample %1%2: %3°").arg(x, time, value);
 }
 
 QString CWGraphNumber(double value) {
   auto plain = QLocale::c();
   plain.setNumberOptions(QLocale::OmitGroupSeparator);
   return plain.toString(value == 0 ? 0.0 : value, 'g', 7);
+}
+
+QString DurationWords(double seconds) {
+  const auto whole = std::llround(seconds);
+  QStringList words;
+  if (whole >= 3600) words << QStringLiteral("%1 h").arg(whole / 3600);
+  if (whole >= 60) words << QStringLiteral("%1 min").arg(whole / 60 % 60);
+  words << QStringLiteral("%1 s").arg(whole % 60);
+  return words.join(' ');
+}
+
+QString DurationClock(double seconds, int decimals) {
+  const auto parts = static_cast<long long>(std::pow(10, decimals));  // of a second
+  const auto count = std::llround(std::abs(seconds) * static_cast<double>(parts));
+  const auto whole = count / parts;
+  auto text = whole >= 3600
+                  ? QStringLiteral("%1:%2").arg(whole / 3600).arg(whole / 60 % 60, 2, 10, QChar('0'))
+                  : QString::number(whole / 60);
+  text += QStringLiteral(":%1").arg(whole % 60, 2, 10, QChar('0'));
+  if (decimals > 0) text += QStringLiteral(".%1").arg(count % parts, decimals, 10, QChar('0'));
+  return seconds < 0 && count > 0 ? '-' + text : text;
 }
 
 }  // namespace bexlow::platform

@@ -46,7 +46,8 @@ class CWGraphSeries {
   std::size_t Beyond(std::size_t index, std::ptrdiff_t points, Style style) const;
 
   /// "Sample 1234: -12°" or "Angle -30°: count 17".
-  QString PointText(std::size_t index, Style style) const;
+  /// @param rate  samples a second, where they are known: "Sample 1238, 2 min 45 s at 7.5 Hz: -12°"
+  QString PointText(std::size_t index, Style style, std::optional<double> rate = {}) const;
 
  private:
   bool Counts(std::ptrdiff_t index) const;
@@ -59,5 +60,10 @@ class CWGraphSeries {
 
 /// A number in plain digits with a point and no grouping, as short as it can be.
 QString CWGraphNumber(double value);
+
+/// "1 h 2 min 45 s", whole seconds; units before the first that counts are left out.
+QString DurationWords(double seconds);
+/// "1:02:45" or "2:45", with as many decimals as asked for.
+QString DurationClock(double seconds, int decimals = 0);
 
 }  // namespace bexlow::platform

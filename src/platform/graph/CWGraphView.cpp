@@ -65,4 +65,10 @@ void CWGraphAxis::Pan(double share) {
   Show({view_.lower + way, view_.upper + way});
 }
 
+bool CWGraphAxis::Include(double place) {
+  if (place >= view_.lower && place <= view_.upper) return false;
+  Pan((place - view_.Middle()) / view_.Size());
+  return true;
+}
+
 }  // namespace bexlow::platform

@@ -34,6 +34,8 @@ class CWGraphAxis {
   void Zoom(double factor, double anchor);
   /// @param share  of what is on show; positive moves on to greater values
   void Pan(double share);
+  /// Moves on, as far as needed, so that a place is in sight. False where it was.
+  bool Include(double place);
 
  private:
   QCPAxis& axis_;

@@ -1,0 +1,18 @@
+// What the header of a download tells of its run beside the samples.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bexlow::graph {
+
+struct RunFacts {
+  std::string launch;  ///< month, day, year and time as the file has them; empty where it has none
+  std::optional<double> frequency;  ///< samples a second of a Linear run
+};
+
+/// Of a "Download Pages" file; nothing is known of any other, and no frequency that is not above 0.
+RunFacts ReadRunFacts(std::string_view text);
+
+}  // namespace bexlow::graph

@@ -1,0 +1,68 @@
+#include "platform/graph/CWGraphLimit.h"
+
+#include <qcustomplot.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "platform/graph/CWGraphSeries.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+constexpr double Reach = 4;  // pixels beside the line that still take it
+
+// Across the whole width, at a value of the y axis.
+void Fasten(QCPItemPosition& position, QCPAxisRect& area) {
+  position.setAxisRect(&area);
+  position.setTypeX(QCPItemPosition::ptAxisRectRatio);
+  position.setTypeY(QCPItemPosition::ptPlotCoords);
+}
+
+}  // namespace
+
+CWGraphLimit::CWGraphLimit(QCustomPlot& plot)
+    : plot_(plot), line_(new QCPItemStraightLine(&plot)), label_(new QCPItemText(&plot)) {
+  for (auto* position : {line_->point1, line_->point2, label_->position}) Fasten(*position, *plot.axisRect());
+  label_->setPositionAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  label_->setPadding({4, 0, 4, 0});
+  Set(std::nullopt);
+}
+
+void CWGraphLimit::Set(std::optional<double> value) {
+  value_ = value;
+  line_->setVisible(value.has_value());
+  label_->setVisible(value.has_value());
+  if (!value) return;
+  line_->point1->setCoords(0, *value);
+  line_->point2->setCoords(1, *value);
+  label_->position->setCoords(1, *value);
+  label_->setText(CWGraphNumber(*value) + QStringLiteral("°"));
+}
+
+bool CWGraphLimit::IsNear(double y) const {
+  return value_ && std::abs(plot_.yAxis->coordToPixel(*value_) - y) <= Reach;
+}
+
+void CWGraphLimit::Place(double value) {
+  const auto range = plot_.yAxis->range();
+  Set(std::clamp(std::round(value), std::ceil(range.lower),
+                 std::max(std::ceil(range.lower), std::floor(range.upper))));
+}
+
+void CWGraphLimit::DragTo(double y) {
+  Place(plot_.yAxis->pixelToCoord(y));
+}
+
+void CWGraphLimit::Step(double units) {
+  if (value_) Place(*value_ + units);
+}
+
+void CWGraphLimit::SetColours(const QColor& line, const QColor& paper) {
+  line_->setPen(QPen(line, 1, Qt::DashLine));
+  label_->setColor(paper);
+  label_->setBrush(line);
+}
+
+}  // namespace bexlow::platform

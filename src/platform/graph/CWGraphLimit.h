@@ -1,0 +1,40 @@
+// A level line across a graph that the user drags up and down, with its value at the right end.
+#pragma once
+
+#include <QColor>
+
+#include <optional>
+
+class QCPItemStraightLine;
+class QCPItemText;
+class QCustomPlot;
+
+namespace bexlow::platform {
+
+class CWGraphLimit {
+ public:
+  explicit CWGraphLimit(QCustomPlot& plot);
+
+  /// Nothing takes the line away.
+  void Set(std::optional<double> value);
+  std::optional<double> Value() const { return value_; }
+
+  /// @param y  pixels of the plot
+  bool IsNear(double y) const;
+  /// To the whole number nearest to that place, within the axis.
+  void DragTo(double y);
+  /// By so many units, within the axis.
+  void Step(double units);
+
+  void SetColours(const QColor& line, const QColor& paper);
+
+ private:
+  void Place(double value);
+
+  QCustomPlot& plot_;
+  QCPItemStraightLine* line_;
+  QCPItemText* label_;
+  std::optional<double> value_;
+};
+
+}  // namespace bexlow::platform
