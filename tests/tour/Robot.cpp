@@ -49,7 +49,8 @@ void Robot::AnswerBox(QMessageBox& box) {
     Picture(pictureName_);
     pictured_.clear();
   }
-  QAbstractButton* button = box.defaultButton();
+  QAbstractButton* button = box.button(QMessageBox::Yes);
+  if (button == nullptr) button = box.defaultButton();
   if (!declined_.isEmpty() && box.text().startsWith(declined_)) {
     button = box.escapeButton();
     declined_.clear();
@@ -113,6 +114,7 @@ void Robot::Type(const char* name, const QString& text) {
 
 void Robot::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   auto* form = platform::Form::Active();
+  Require(QTest::qWaitForWindowActive(form->window()), "the window did not get the keyboard");
   QTest::keyClick(form->focusWidget() != nullptr ? form->focusWidget() : form, key, modifiers);
   Rest(50);
 }

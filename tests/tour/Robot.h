@@ -40,7 +40,7 @@ class Robot {
   /// The next picture of a box that begins so, under this name.
   void PictureOfBox(const QString& text, const std::string& name);
 
-  /// Answers "No" or "Cancel" the next time that a box begins so; all others get their usual button.
+  /// Answers "No" or "Cancel" the next time that a box begins so; all others get "Yes" or their usual button.
   void Decline(const QString& text) { declined_ = text; }
   void NextFile(const std::filesystem::path& path) { nextFile_ = path; }
   /// Waits until a box with this beginning has been shown since the last call.
