@@ -1,6 +1,6 @@
 # The logic layer: plain functions and records on the standard library alone.
 set(BEXLOW_LOGIC
-  live/Conversions live/NumberText live/Datagram
+  live/Conversions live/NumberText live/Datagram live/Strip
   link/Protocol link/LaunchProgress
   config/ParameterMap config/CalibrationMath
   download/DataFile download/PageDecoder download/LinearCsv

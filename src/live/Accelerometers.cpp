@@ -68,7 +68,10 @@ void Accelerometers::LinkSlideAndText(const Axis& axis) {
 void Accelerometers::Decode(const link::Bytes& reply) {
   const auto readings = link::AccelerometerReadings(reply);
   if (!readings) return;
-  for (const auto& axis : axes_) Shared.LiveSample.*axis.row->sample = (*readings).*axis.row->received;
+  for (std::size_t i = 0; i < axes_.size(); ++i) {
+    const double reading = Shared.LiveSample.*axes_[i].row->sample = (*readings).*axes_[i].row->received;
+    Strips().Add(i, SampleSeconds(), reading);
+  }
 }
 
 void Accelerometers::Show() {

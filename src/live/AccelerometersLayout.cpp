@@ -50,10 +50,12 @@ void Accelerometers::Build() {
   BuildReadings(*columns);
   BuildDacPanel(*columns);
   auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(24, 24, 24, 24);
+  rows->setContentsMargins(24, 16, 24, 12);
   rows->setSpacing(12);
-  rows->addLayout(columns, 1);
+  rows->addLayout(columns, 3);
   rows->addWidget(lblNote);
+  for (const auto& axis : axes_) Strips().AddStrip(axis.row->strip, axis.row->caption, "bits", 0, 1024);
+  rows->addWidget(&Strips(), 2);
   fraHiddenSliders->hide();
   lblNote->hide();
 }

@@ -15,7 +15,7 @@ struct DialScale {
 struct AngleRow {
   const char* caption;
   const char *angle, *word, *tare;  ///< text boxes
-  const char *frame, *dial, *cmdTare;
+  const char *frame, *dial, *cmdTare, *strip;
   const char *tareCaption, *untareCaption;
   double link::AnglePair::*received;
   double LiveSample::*wordField;
@@ -34,6 +34,7 @@ inline constexpr AngleRow AngleRows[] = {
      "fraX",
      "dialX",
      "cmdTareX",
+     "stripX",
      "Tare X",
      "Untare X",
      &link::AnglePair::x,
@@ -50,6 +51,7 @@ inline constexpr AngleRow AngleRows[] = {
      "fraY",
      "dialY",
      "cmdTareY",
+     "stripY",
      "Tare Y",
      "Untare Y",
      &link::AnglePair::y,

@@ -46,7 +46,10 @@ void Angles::Decode(const link::Bytes& reply) {
   const auto words = link::AngleWords(reply);
   if (!words) return;
   received_ = *words;
-  for (const auto& axis : axes_) TakeAngle(*axis.row, received_, Shared.LiveSample);
+  for (std::size_t i = 0; i < axes_.size(); ++i) {
+    TakeAngle(*axes_[i].row, received_, Shared.LiveSample);
+    Strips().Add(i, SampleSeconds(), Shared.LiveSample.*axes_[i].row->angleField);
+  }
 }
 
 void Angles::Show() {

@@ -31,11 +31,17 @@ void Angles::Build() {
   boxes->addWidget(BuildBoxes("fraTare", "Tare", Box::Tare));
   boxes->addWidget(BuildBoxes("fraAngles", "Angles", Box::Angle));
   boxes->addStretch();
-  auto* columns = new QHBoxLayout(this);
-  columns->setContentsMargins(24, 24, 24, 24);
+  auto* columns = new QHBoxLayout;
   columns->setSpacing(16);
   columns->addLayout(boxes);
   for (auto& axis : axes_) columns->addWidget(BuildDial(axis), 1);
+  for (const auto& row : AngleRows)
+    Strips().AddStrip(row.strip, row.caption, "degrees", -row.fullScale, row.fullScale);
+  auto* rows = new QVBoxLayout(this);
+  rows->setContentsMargins(24, 16, 24, 12);
+  rows->setSpacing(12);
+  rows->addLayout(columns, 3);
+  rows->addWidget(&Strips(), 2);
 }
 
 QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, Box box) {

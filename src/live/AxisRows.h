@@ -9,7 +9,7 @@ namespace bexlow::live {
 
 struct AxisRow {
   const char* caption;
-  const char *reading, *readingSlide;
+  const char *reading, *readingSlide, *strip;
   const char *dacSlide, *dacText;
   const char *cmdWriteDAC, *cmdCaption, *procedure;
   double LiveSample::*sample;
@@ -19,12 +19,12 @@ struct AxisRow {
 };
 
 inline constexpr AxisRow AxisRows[] = {
-    {"Acc X", "txtX", "SlideAccX", "AxSlider", "txtSX", "cmdWriteDAC1", "Write DAC1", "cmdWriteDAC1_Click",
-     &LiveSample::AccX, &link::AxisReadings::x, &config::OnBoardParameters::DAC1, 62},
-    {"Acc Y", "txtY", "SlideAccY", "AySlider", "txtSY", "cmdWriteDAC2", "Write DAC2", "cmdWriteDAC2_Click",
-     &LiveSample::AccY, &link::AxisReadings::y, &config::OnBoardParameters::DAC2, 64},
-    {"Acc Z", "txtZ", "SlideAccZ", "AzSlider", "txtSZ", "cmdWriteDAC3", "Write DAC3", "cmdWriteDAC3_Click",
-     &LiveSample::AccZ, &link::AxisReadings::z, &config::OnBoardParameters::DAC3, 66},
+    {"Acc X", "txtX", "SlideAccX", "stripX", "AxSlider", "txtSX", "cmdWriteDAC1", "Write DAC1",
+     "cmdWriteDAC1_Click", &LiveSample::AccX, &link::AxisReadings::x, &config::OnBoardParameters::DAC1, 62},
+    {"Acc Y", "txtY", "SlideAccY", "stripY", "AySlider", "txtSY", "cmdWriteDAC2", "Write DAC2",
+     "cmdWriteDAC2_Click", &LiveSample::AccY, &link::AxisReadings::y, &config::OnBoardParameters::DAC2, 64},
+    {"Acc Z", "txtZ", "SlideAccZ", "stripZ", "AzSlider", "txtSZ", "cmdWriteDAC3", "Write DAC3",
+     "cmdWriteDAC3_Click", &LiveSample::AccZ, &link::AxisReadings::z, &config::OnBoardParameters::DAC3, 66},
 };
 
 }  // namespace bexlow::live

@@ -24,7 +24,11 @@ RecordingScreen::RecordingScreen(const RecordingKind& kind)
       MSComm1(*this),
       chain_(
           *this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); },
-          [this] { Show(); }) {
+          [this] {
+            Show();
+            strips_->Show();
+          }),
+      strips_(new LiveStrips(this)) {
   BuildMenu();
   OnCloseRequest = [this] { Unload(); };
   OnActivity = [this] { return Activity(); };
@@ -58,6 +62,7 @@ void RecordingScreen::StartSampling() {
   clock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   clock.CounterStart = clock.CounterNow;
   saved_ = 0;
+  strips_->Clear();
   Starting();
   chain_.Start();
 }
@@ -76,6 +81,12 @@ void RecordingScreen::StopSampling() {
   mnuSample->setChecked(false);
   mnuSave->setEnabled(true);
   Stopped();
+}
+
+double RecordingScreen::SampleSeconds() const {
+  const auto& clock = Shared.SampleClock;
+  return static_cast<double>(clock.CounterNow - clock.CounterStart) /
+         static_cast<double>(clock.CounterFrequency);
 }
 
 void RecordingScreen::Take(const link::Bytes& reply) {

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "download/DataFile.h"
+#include "live/LiveStrips.h"
 #include "live/SamplingChain.h"
 #include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
@@ -37,6 +38,9 @@ class RecordingScreen : public platform::Form {
 
   SamplingChain& Chain() { return chain_; }
   platform::MSComm& SerialControl() { return MSComm1; }
+  LiveStrips& Strips() { return *strips_; }
+  /// Seconds from the start of sampling to the sample that is being decoded.
+  double SampleSeconds() const;
 
  private:
   void BuildMenu();
@@ -53,6 +57,7 @@ class RecordingScreen : public platform::Form {
   platform::MSComm MSComm1;
   platform::CommonDialog CommonDialog1;
   SamplingChain chain_;
+  LiveStrips* strips_;
   std::int64_t saved_ = 0;  ///< samples of this run
   QAction* mnuSave = nullptr;
   QAction* mnuSample = nullptr;

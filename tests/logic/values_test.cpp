@@ -1,10 +1,12 @@
 // Words, degrees and their texts.
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <vector>
 
 #include "live/Conversions.h"
 #include "live/NumberText.h"
+#include "live/Strip.h"
 #include "logic/Expect.h"
 
 namespace bexlow::live {
@@ -85,6 +87,29 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
   for (const double value : {NaN, -Infinity}) {
     FailureOf(std::errc::argument_out_of_domain, [&] { NumberText(value); });
   }
+}
+
+TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
+  Strip strip;
+  const auto at = [&](double secondsAgo, std::size_t which) {
+    return strip
+        .Values()[2 * (Strip::Parts - 1 - static_cast<std::size_t>(secondsAgo * Strip::PartsASecond)) +
+                  which];
+  };
+  EXPECT_TRUE(std::isnan(at(0, 0)));
+  for (const double value : {3.0, -170.0, 5.0, 90.0, 4.0}) strip.Add(0.01, value);
+  EXPECT_EQ(at(0, 0), -170);
+  EXPECT_EQ(at(0, 1), 90);
+  strip.Add(10.01, 1);
+  EXPECT_EQ(at(0, 1), 1);
+  EXPECT_EQ(at(10, 0), -170) << "it has moved";
+  EXPECT_TRUE(std::isnan(at(5, 0))) << "no sample, no curve";
+  strip.Add(39.99, 2);
+  EXPECT_EQ(at(29.95, 0), 1) << "the oldest part";
+  strip.Add(1000, 7);
+  EXPECT_EQ(std::ranges::count_if(strip.Values(), [](double v) { return !std::isnan(v); }), 2);
+  strip.Clear();
+  EXPECT_TRUE(std::isnan(at(0, 0)));
 }
 
 TEST(NumberText, CountsAndTimesForReading) {

@@ -1,0 +1,65 @@
+#include "live/LiveStrips.h"
+
+#include <QVBoxLayout>
+
+#include "platform/graph/CWGraph.h"
+#include "platform/machine/Machine.h"
+
+namespace bexlow::live {
+
+namespace {
+
+constexpr std::int64_t DrawingsASecond = 10;
+constexpr int LeastHeight = 84;
+
+}  // namespace
+
+void LiveStrips::AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
+                          double maximum) {
+  if (layout() == nullptr) {
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(4);
+  }
+  auto* graph = new platform::CWGraph(this);
+  graph->setObjectName(name);
+  graph->setAccessibleName(caption + ", last 30 seconds");
+  graph->setToolTip("The last 30 seconds. A click holds the curves still, another lets them go on.");
+  graph->SetPlotStyle(platform::PlotStyle::Linear);
+  graph->SetAxisTitles("Seconds", caption + " (" + unit + ")");
+  graph->SetXAxis(false, -Strip::Seconds, 0);
+  graph->SetYAxis(false, minimum, maximum);
+  graph->SetInteractive(false);
+  graph->Clicked = [this] { Pause(); };
+  graph->setMinimumHeight(LeastHeight);
+  layout()->addWidget(graph);
+  strips_.push_back({graph, {}});
+}
+
+void LiveStrips::Show() {
+  auto& machine = platform::Machine::Get();
+  const auto now = machine.QueryPerformanceCounter();
+  if (paused_ || (now - drawnAt_) * DrawingsASecond < machine.QueryPerformanceFrequency()) return;
+  drawnAt_ = now;
+  Draw();
+}
+
+void LiveStrips::Draw() {
+  for (const auto& [graph, values] : strips_)
+    graph->PlotY(values.Values(), -Strip::Seconds, 0.5 / Strip::PartsASecond);
+}
+
+void LiveStrips::Pause() {
+  paused_ = !paused_;
+  if (!paused_) Draw();
+}
+
+void LiveStrips::Clear() {
+  paused_ = false;
+  for (auto& [graph, values] : strips_) {
+    values.Clear();
+    graph->ClearData();
+  }
+}
+
+}  // namespace bexlow::live

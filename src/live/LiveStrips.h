@@ -1,0 +1,47 @@
+// The last half minute of the readings as curves, under the dials and slides of a live screen.
+#pragma once
+
+#include <QWidget>
+
+#include <cstdint>
+#include <vector>
+
+#include "live/Strip.h"
+
+namespace bexlow::platform {
+class CWGraph;
+}
+
+namespace bexlow::live {
+
+class LiveStrips : public QWidget {
+  Q_OBJECT
+
+ public:
+  explicit LiveStrips(QWidget* parent) : QWidget(parent) {}
+
+  /// Adds a curve below the others.
+  /// @param unit  of its values, for the title of the axis
+  void AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
+                double maximum);
+  /// A sample has come. A click holds the curves still; samples are kept all the same.
+  /// @param seconds  since sampling started
+  void Add(std::size_t strip, double seconds, double value) { strips_[strip].values.Add(seconds, value); }
+  /// Draws what has come, at most ten times a second.
+  void Show();
+  void Clear();
+
+ private:
+  struct Row {
+    platform::CWGraph* graph;
+    Strip values;
+  };
+  void Draw();
+  void Pause();
+
+  std::vector<Row> strips_;
+  bool paused_ = false;
+  std::int64_t drawnAt_ = 0;  ///< reading of the high-resolution counter
+};
+
+}  // namespace bexlow::live
