@@ -15,8 +15,9 @@ std::string Fixed(double value, int decimals) {
 void PrintFigure(const std::string& name, double measured, Limit limit, const std::string& unit,
                  const std::string& detail) {
   const int decimals = unit.empty() ? 3 : 2;
-  const std::string bound =
-      limit.value == NoLimit ? "none" : (limit.atLeast ? "at least " : "") + Fixed(limit.value, 2) + unit;
+  const std::string bound = limit.value == NoLimit
+                                ? "none"
+                                : (limit.atLeast ? "at least " : "") + Fixed(limit.value, decimals) + unit;
   std::printf("%s\t%s%s (%s)\t%s\t%s\n", name.c_str(), Fixed(measured, decimals).c_str(), unit.c_str(),
               detail.c_str(), bound.c_str(), limit.Kept(measured) ? "yes" : "NO");
   std::fflush(stdout);

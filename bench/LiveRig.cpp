@@ -6,15 +6,10 @@
 #include <QPushButton>
 
 #include <algorithm>
-#include <array>
 #include <cstdio>
-#include <fcntl.h>
 #include <fstream>
-#include <poll.h>
 #include <stdexcept>
 #include <sys/resource.h>
-#include <termios.h>
-#include <unistd.h>
 
 #include "live/Accelerometers.h"
 #include "live/Angles.h"
@@ -73,9 +68,7 @@ std::unique_ptr<platform::SerialLine> CountingMachine::OpenSerial(
 
 LiveRig::LiveRig(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,
                  bool paced, bool saving)
-    : standIn_(logger, folder, {"--pace", paced ? "on" : "off", "--motion", "turn"}),
-      machine_(folder),
-      program_(machine_) {
+    : standIn_(logger, folder, {"--pace", paced ? "on" : "off", "--motion", "turn"}), machine_(folder) {
   Open(screen, saving);
 }
 
@@ -152,35 +145,11 @@ Figures LiveRig::Watch(double seconds) {
   return figures;
 }
 
-double BareExchanges(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,
-                     double seconds) {
-  const rig::StandIn standIn(logger, folder, {"--pace", "on"});
-  const int line = ::open((folder / "Ports/COM1").c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK);
-  termios raw{};
-  ::tcgetattr(line, &raw);
-  ::cfmakeraw(&raw);
-  ::tcsetattr(line, TCSANOW, &raw);
-  QElapsedTimer time;
-  time.start();
-  std::int64_t exchanges = 0;
-  for (; static_cast<double>(time.nsecsElapsed()) / 1e9 < seconds; ++exchanges) {
-    if (::write(line, &screen.request, 1) != 1) break;
-    for (ssize_t missing = screen.bytesASample - 1; missing > 0;) {
-      pollfd ready{line, POLLIN, 0};
-      std::array<char, 16> reply{};
-      if (::poll(&ready, 1, 1000) <= 0) throw std::runtime_error("the stand-in logger is silent");
-      missing -= ::read(line, reply.data(), reply.size());
-    }
-  }
-  ::close(line);
-  return static_cast<double>(exchanges) / seconds;
-}
-
-long ResidentKiB() {
+double ResidentMiB() {
   std::ifstream status("/proc/self/status");
   for (std::string word; status >> word;) {
-    long size = 0;
-    if (word == "VmRSS:" && status >> size) return size;
+    double size = 0;  // KiB
+    if (word == "VmRSS:" && status >> size) return size / 1024;
   }
   return 0;
 }

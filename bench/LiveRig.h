@@ -77,12 +77,7 @@ class LiveRig : public QObject {
   double longestGapMs_ = 0;
 };
 
-/// Exchanges a second of a loop that does nothing but write the request and read its reply: what this machine
-/// lets any program have of the line.
-double BareExchanges(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,
-                     double seconds);
-
-/// Resident memory of this program in KiB.
-long ResidentKiB();
+/// Resident memory of this program.
+double ResidentMiB();
 
 }  // namespace bexlow::bench

@@ -43,7 +43,6 @@ Bench::Bench(const fs::path& folder)
       plainFile(folder / "plain.csv"),
       text(bench::FullDataFile()),
       machine(folder),
-      program(machine),
       screen(program.Show<graph::Graph>()) {
   platform::WriteWhole(dataFile, text);
   download::AppendLinearCsv(text, csv);

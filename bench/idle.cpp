@@ -1,4 +1,4 @@
-// What the program costs while a screen is open and nobody does anything.
+// What the program costs while a screen is open and nobody does anything: time and memory.
 #include <QApplication>
 #include <QTimer>
 
@@ -7,6 +7,7 @@
 
 #include "Figure.h"
 #include "FullFile.h"
+#include "LiveRig.h"
 #include "download/DownloadErase.h"
 #include "graph/Graph.h"
 #include "platform/machine/TextFile.h"
@@ -46,7 +47,7 @@ void Watch(const std::string& screen) {
 
 void WatchScreens(const std::filesystem::path& folder) {
   rig::AnsweredMachine machine(folder);
-  rig::Program program(machine);
+  rig::Program program;
   program.Show<shell::Main>(program.outer);
   auto& graph = program.Show<graph::Graph>();
   shell::Shared.GraphFileName = (folder / "full.qbx").string();
@@ -54,6 +55,8 @@ void WatchScreens(const std::filesystem::path& folder) {
   shell::Shared.GraphAfterDownload = true;
   graph.mnuOpen_Click();
   Watch("Graph");
+  bench::PrintFigure("Resident memory with a full run in Graph", bench::ResidentMiB(), 57, " MiB",
+                     QApplication::platformName().toStdString());
   graph.Unload();
   program.Show<download::DownloadErase>([] {});
   Watch("Download");

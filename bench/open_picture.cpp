@@ -25,7 +25,7 @@ int main(int argc, char** argv) {
     platform::WriteWhole(folder / "full.csv", csv);
   }
   rig::AnsweredMachine machine(scratch.Path());
-  rig::Program program(machine);
+  rig::Program program;
   auto& screen = program.Show<graph::Graph>();
   shell::Shared.GraphFileName = (folder / "full.qbx").string();
   shell::Shared.GraphAfterDownload = true;

@@ -24,7 +24,7 @@ int main(int argc, char** argv) {
   LiveRig rig(argv[1], scratch.Path(), LiveScreens[0], false, false);
   rig.Toggle();
   const auto first = rig.Watch(RoundSeconds);
-  const long start = ResidentKiB();
+  const double start = ResidentMiB();
   auto slowest = first;
   double gap = first.longestGapMs;
   std::int64_t samples = first.samples;
@@ -34,15 +34,15 @@ int main(int argc, char** argv) {
     gap = std::max(gap, round.longestGapMs);
     if (round.samplesASecond < slowest.samplesASecond) slowest = round;
   }
-  const long end = ResidentKiB();
+  const double end = ResidentMiB();
   const std::string name = "Soak of " + Fixed(wanted, 0) + " s, ";
-  const Limit growth = 2048;
-  PrintFigure(name + "growth of memory", static_cast<double>(end - start), growth, " KiB",
-              std::to_string(start) + " KiB at the start, " + std::to_string(end) + " KiB at the end");
+  const Limit growth = 2;
+  PrintFigure(name + "resident memory at the start", start, 40, " MiB", "Angles, connected and sampling");
+  PrintFigure(name + "growth of memory", end - start, growth, " MiB", Fixed(end, 2) + " MiB at the end");
   PrintFigure(
       name + "samples a second, slowest 5 s", slowest.samplesASecond, NoLimit, "",
       Fixed(first.samplesASecond, 0) + " in the first, " + std::to_string(samples) + " samples in all");
   PrintFigure(name + "longest time without an event served", gap, 100, " ms",
               QApplication::platformName().toStdString());
-  return growth.Kept(static_cast<double>(end - start)) ? EXIT_SUCCESS : EXIT_FAILURE;
+  return growth.Kept(end - start) ? EXIT_SUCCESS : EXIT_FAILURE;
 }

@@ -167,7 +167,7 @@ bool Measure(const fs::path& folder, const char* logger) {
   const auto file = [&](const char* name) { return QString::fromStdString((folder / name).string()); };
   const rig::StandIn standIn(logger, folder, {"--log", file("log"), "--dump-eeprom", file("cells")});
   rig::AnsweredMachine machine(folder);
-  rig::Program program(machine);
+  rig::Program program;
   Box box;
   machine.onBox = [&](const std::string& text, platform::Buttons) {
     box = {NowMs(), text};

@@ -35,7 +35,7 @@ void HoldSignals() {
     ::sigaction(number, &action, nullptr);
     sigaddset(&held, number);
   }
-  ::sigprocmask(SIG_BLOCK, &held, nullptr);
+  ::pthread_sigmask(SIG_BLOCK, &held, nullptr);
   ::signal(SIGPIPE, SIG_IGN);
 }
 

@@ -169,8 +169,8 @@ void Calibrate::Take(const link::Bytes& reply) {
   sample.AccY = bits->y;
   sample.AccZ = bits->z;
   sampled_ = true;
-  const double readings[] = {bits->x, bits->y, bits->z};
-  for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].current->setText(Shown(readings[i]));
+  std::size_t i = 0;
+  for (const double reading : {bits->x, bits->y, bits->z}) axes_[i++].current->setText(Shown(reading));
 }
 
 void Calibrate::Widen(const Axis& axis) {

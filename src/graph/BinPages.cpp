@@ -56,8 +56,10 @@ int DegreeOfBin(std::size_t bin, int degrees) {
 DegreeArrays SpreadOverDegrees(const BinPoints& XPoints, const BinPoints& YPoints) {
   DegreeArrays arrays;
   for (std::size_t bin = 0; bin < BinCount; ++bin) {
-    arrays.XDegrees[static_cast<std::size_t>(DegreeOfBin(bin, 361) + 180)] = XPoints[bin];
-    arrays.YDegrees[static_cast<std::size_t>(DegreeOfBin(bin, 181) + 90)] = YPoints[bin];
+    const int x = DegreeOfBin(bin, 361) + 180;
+    const int y = DegreeOfBin(bin, 181) + 90;
+    arrays.XDegrees[static_cast<std::size_t>(x)] = XPoints[bin];
+    arrays.YDegrees[static_cast<std::size_t>(y)] = YPoints[bin];
   }
   return arrays;
 }

@@ -73,7 +73,8 @@ void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::s
 
 std::int16_t ValueToMSB(std::int32_t& value) {
   std::int16_t high = 0;
-  GuardedIn("Communications", "ValueToMSB", [&] { high = live::ToInt16(value / 256); });
+  const std::int32_t whole = value / 256;
+  GuardedIn("Communications", "ValueToMSB", [&] { high = live::ToInt16(whole); });
   return high;
 }
 

@@ -52,7 +52,7 @@ fs::path DataFile(const fs::path& folder) {
 /// error.
 Ending Download(const fs::path& folder) {
   rig::AnsweredMachine machine(folder, DataFile(folder));
-  rig::Program program(machine);
+  rig::Program program;
   auto& screen = program.Show<download::DownloadErase>([] {});
   auto* entry = screen.findChild<QAction*>("mnuDownload");
   Ending ending;

@@ -65,8 +65,7 @@ platform::Answer AnsweredMachine::Ask(const std::string& text, platform::Buttons
   }
 }
 
-Program::Program(AnsweredMachine& machine) {
-  platform::Machine::Install(machine);
+Program::Program() {
   shell::Shared = {};
   Require(outer.Load(), "the program does not start");
   shell::Shared.CurrentCommPort = 1;

@@ -46,11 +46,14 @@ class StandIn {
   QProcess process_;
 };
 
-/// The real machine with a user who closes each box, agrees to nothing, and chooses one file.
+/// The real machine with a user who closes each box, agrees to nothing, and chooses one file. It installs
+/// itself.
 class AnsweredMachine : public platform::RealMachine {
  public:
   explicit AnsweredMachine(const std::filesystem::path& folder, std::filesystem::path file = {})
-      : RealMachine(folder), file_(std::move(file)) {}
+      : RealMachine(folder), file_(std::move(file)) {
+    Install(*this);
+  }
 
   platform::Answer Ask(const std::string& text, platform::Buttons buttons) override;
   std::optional<std::string> AskFile(const platform::FileQuestion&) override { return file_.string(); }
@@ -62,11 +65,11 @@ class AnsweredMachine : public platform::RealMachine {
   std::filesystem::path file_;
 };
 
-/// The program's outer window on a machine, with Comm 1 selected.
+/// The program's outer window on the machine that is installed, with Comm 1 selected.
 class Program {
  public:
   /// Requires that the program loads.
-  explicit Program(AnsweredMachine& machine);
+  Program();
 
   template <class Screen, class... Arguments>
   Screen& Show(Arguments&&... arguments) {
