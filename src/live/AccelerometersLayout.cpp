@@ -52,7 +52,7 @@ void Accelerometers::Build() {
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(24, 16, 24, 12);
   rows->setSpacing(12);
-  rows->addLayout(columns, 3);
+  rows->addLayout(columns, 5);
   rows->addWidget(lblNote);
   for (const auto& axis : axes_) Strips().AddStrip(axis.row->strip, axis.row->caption, "bits", 0, 1024);
   rows->addWidget(&Strips(), 2);

@@ -40,7 +40,7 @@ void Angles::Build() {
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(24, 16, 24, 12);
   rows->setSpacing(12);
-  rows->addLayout(columns, 3);
+  rows->addLayout(columns, 5);
   rows->addWidget(&Strips(), 2);
 }
 

@@ -1,6 +1,6 @@
 #include "live/LiveStrips.h"
 
-#include <QVBoxLayout>
+#include <QHBoxLayout>
 
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/Machine.h"
@@ -10,16 +10,15 @@ namespace bexlow::live {
 namespace {
 
 constexpr std::int64_t DrawingsASecond = 10;
-constexpr int LeastHeight = 84;
+constexpr int LeastHeight = 110;
 
 }  // namespace
 
 void LiveStrips::AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                           double maximum) {
   if (layout() == nullptr) {
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(4);
+    auto* line = new QHBoxLayout(this);
+    line->setContentsMargins(0, 0, 0, 0);
   }
   auto* graph = new platform::CWGraph(this);
   graph->setObjectName(name);
@@ -51,11 +50,12 @@ void LiveStrips::Draw() {
 
 void LiveStrips::Pause() {
   paused_ = !paused_;
+  for (const auto& [graph, values] : strips_) graph->SetNumbers(paused_ ? "Held still. Click to go on." : "");
   if (!paused_) Draw();
 }
 
 void LiveStrips::Clear() {
-  paused_ = false;
+  if (paused_) Pause();
   for (auto& [graph, values] : strips_) {
     values.Clear();
     graph->ClearData();

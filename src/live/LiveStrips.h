@@ -20,7 +20,7 @@ class LiveStrips : public QWidget {
  public:
   explicit LiveStrips(QWidget* parent) : QWidget(parent) {}
 
-  /// Adds a curve below the others.
+  /// Adds a curve beside the others.
   /// @param unit  of its values, for the title of the axis
   void AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                 double maximum);

@@ -28,6 +28,7 @@ StatusLine::StatusLine(QStatusBar& bar)
   bar.setSizeGripEnabled(false);
   bar.addWidget(lblConnection);
   bar.addWidget(lblActivity, 1);
+  lblActivity->setIndent(16);
   bar.addPermanentWidget(lblFailure);
   lblFailure->setForegroundRole(QPalette::PlaceholderText);
   alarm_->Start(RefreshEvery);

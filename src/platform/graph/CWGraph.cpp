@@ -169,9 +169,15 @@ std::optional<double> CWGraph::ClockRate() const {
   return timeShown_ && style_ == PlotStyle::Linear ? rate_ : std::nullopt;
 }
 
+// A low graph has room for few numbers beside its axis.
+void CWGraph::FitTicks() {
+  plot_->yAxis->ticker()->setTickCount(std::clamp(height() / (2 * fontMetrics().height()), 2, 7));
+}
+
 void CWGraph::ApplyTitles() {
   const bool isBin = style_ == PlotStyle::Bin;
   DressInStyle(*plot_, style_, ClockRate());
+  FitTicks();
   const auto place = ClockRate() ? tr("Time since launch (h:min:s)") : tr("Sample");
   plot_->xAxis->setLabel(!titleX_.isEmpty() ? titleX_ : isBin ? tr("Angle (degrees)") : place);
   plot_->yAxis->setLabel(!titleY_.isEmpty() ? titleY_ : isBin ? tr("Count") : tr("Angle (degrees)"));
@@ -338,6 +344,7 @@ void CWGraph::changeEvent(QEvent* event) {
 }
 
 void CWGraph::resizeEvent(QResizeEvent* event) {
+  FitTicks();
   overlay_->setGeometry(rect());
   overlay_->raise();
   QWidget::resizeEvent(event);

@@ -152,6 +152,7 @@ class CWGraph : public QWidget, public DescribedChart {
  private:
   void BuildPlot();
   void FitMargins();
+  void FitTicks();
   void BuildInteraction();
   void BuildMenu();
   QAction* AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action);
