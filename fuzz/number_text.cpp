@@ -44,7 +44,7 @@ void Try(std::string_view text) {
   Require(Same(value, PlainLeadingNumber(text)), "the number is the C library's");
   if (const auto whole = live::WholeNumber(text)) Require(*whole == value, "a whole number leads its text");
   const double rounded = live::RoundHalfEven(value);
-  const auto field = live::TryFieldToInt16(text);
+  const auto field = live::FieldToInt16(text);
   Require(field.has_value() == (rounded >= -32768 && rounded <= 32767), "a field fits 16 bits or not");
   if (field) Require(*field == rounded, "the quick way gives the same number");
   RequireReturn(value);

@@ -3,7 +3,7 @@ set(BEXLOW_LOGIC
   live/Conversions live/NumberText live/Datagram live/Strip
   link/Protocol link/LaunchProgress
   config/ParameterMap config/CalibrationMath
-  download/DataFile download/PageDecoder download/LinearCsv
-  graph/Lines graph/Series graph/BinPages graph/RunFacts graph/ViewNumbers
+  download/DataFile download/Lines download/PageDecoder download/LinearCsv
+  graph/Series graph/BinPages graph/RunFacts graph/ViewNumbers
   review/ButtonPushes)
 set(BEXLOW_LOGIC_HEADERS live/LiveSample config/OnBoardParameters)

@@ -7,7 +7,7 @@
 #include <QVBoxLayout>
 
 #include "link/Communications.h"
-#include "live/NumberText.h"
+#include "live/NumberBox.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shell/Chords.h"
@@ -17,6 +17,8 @@
 
 namespace bexlow::config {
 
+using live::NumberIn;
+using live::Shown;
 using namespace platform;
 using shell::Guarded;
 using shell::Shared;
@@ -26,15 +28,6 @@ namespace {
 constexpr WritePlan CalibrationWrite{EndOfCalibrationCells, std::nullopt, 0, false, "Writing Progress"};
 constexpr int ShakerEnableCell = 32;
 constexpr int ShakerSettleMs = 1000;
-
-QString Shown(double number) {
-  return QString::fromStdString(live::PlainNumberText(number));
-}
-
-/// An empty box counts as 0.
-double NumberIn(const QLineEdit* box) {
-  return live::LeadingNumber(box->text().toStdString());
-}
 
 }  // namespace
 
@@ -174,11 +167,11 @@ void Calibrate::Take(const link::Bytes& reply) {
 }
 
 void Calibrate::Widen(const Axis& axis) {
-  const double bits = NumberIn(axis.current);
-  if (bits < NumberIn(axis.min)) axis.min->setText(axis.current->text());
-  if (bits > NumberIn(axis.max)) axis.max->setText(axis.current->text());
-  const double min = NumberIn(axis.min);
-  const double max = NumberIn(axis.max);
+  const double bits = NumberIn(*axis.current);
+  if (bits < NumberIn(*axis.min)) axis.min->setText(axis.current->text());
+  if (bits > NumberIn(*axis.max)) axis.max->setText(axis.current->text());
+  const double min = NumberIn(*axis.min);
+  const double max = NumberIn(*axis.max);
   axis.offset->setText(Shown(Offset(min, max)));
   axis.gain->setText(Shown(Gain(min, max)));
 }
@@ -188,8 +181,8 @@ void Calibrate::StopSampling() {
   mnuSample->setChecked(false);
   mnuWrite->setEnabled(sampled_);
   for (std::size_t i = 0; i < axes_.size(); ++i) {
-    CalibrationValues[i] = NumberIn(axes_[i].offset);
-    CalibrationValues[axes_.size() + i] = NumberIn(axes_[i].gain);
+    CalibrationValues[i] = NumberIn(*axes_[i].offset);
+    CalibrationValues[axes_.size() + i] = NumberIn(*axes_[i].gain);
   }
 }
 

@@ -14,16 +14,6 @@ void AppendLine(std::string& text, std::string_view label, std::string_view valu
   text.append(label).append(value).append("\r\n");
 }
 
-/// What line 12 names; empty for a mode or number of channels that has no record layout.
-std::string_view ColumnHeads(double mode, double channels) {
-  if (mode == 0) return "Page,Data-->";
-  if (mode != 1) return {};
-  if (channels == 1) return "Page,X Data-->";
-  if (channels == 2) return "Page,Y Data-->";
-  if (channels == 3) return "Page,X Data-->,Y Data-->";
-  return {};
-}
-
 std::string TwoDigits(int value) {
   const std::string text = std::to_string(value);
   return value < 10 ? "0" + text : text;
@@ -41,6 +31,15 @@ std::string AxesText(std::span<const std::uint8_t> bytes, std::size_t index, std
 }
 
 }  // namespace
+
+std::string_view ColumnHeads(double mode, double channels) {
+  if (mode == 0) return "Page,Data-->";
+  if (mode != 1) return {};
+  if (channels == 1) return "Page,X Data-->";
+  if (channels == 2) return "Page,Y Data-->";
+  if (channels == 3) return "Page,X Data-->,Y Data-->";
+  return {};
+}
 
 std::string_view KindText(DataFileKind kind) {
   switch (kind) {
@@ -61,15 +60,15 @@ std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, c
   AppendLine(text, KindText(kind));
   AppendLine(text, "Firmware Version: ", header.FirmwareVersionText);
   AppendLine(text, "Serial Number: ", NumberText(header.SerialNumber));
-  AppendLine(text, "Launch Time: ", header.LaunchTimeText);
-  AppendLine(text, "Firmware Sampling Frequency: ", header.SamplingFrequencyText);
+  AppendLine(text, LaunchTimeLabel, header.LaunchTimeText);
+  AppendLine(text, SamplingFrequencyLabel, header.SamplingFrequencyText);
   AppendLine(text, "Channel Gains: ", header.ChannelGainsText);
   AppendLine(text, "Channel Offsets: ", header.ChannelOffsetsText);
   AppendLine(text, "Tares: ", header.TaresText);
   switch (kind) {
     case DataFileKind::DownloadPages:
-      AppendLine(text, "Bin/Linear Mode = ", NumberText(BinLinearMode));
-      AppendLine(text, "Linear Channel = ", NumberText(LinearChannels));
+      AppendLine(text, ModeLabel, NumberText(BinLinearMode));
+      AppendLine(text, ChannelLabel, NumberText(LinearChannels));
       AppendLine(text, ColumnHeads(BinLinearMode, LinearChannels));
       break;
     case DataFileKind::Accelerometers:

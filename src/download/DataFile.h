@@ -26,6 +26,14 @@ enum class DataFileKind { DownloadPages, Accelerometers, Angles };
 /// The kind as line 2 names it: "Download Pages", "Accelerometers", "Angles".
 std::string_view KindText(DataFileKind kind);
 
+/// What the lines begin with that readers look at.
+inline constexpr std::string_view LaunchTimeLabel = "Launch Time: ";
+inline constexpr std::string_view SamplingFrequencyLabel = "Firmware Sampling Frequency: ";
+inline constexpr std::string_view ModeLabel = "Bin/Linear Mode = ";
+inline constexpr std::string_view ChannelLabel = "Linear Channel = ";
+/// What line 12 names; empty for a mode or number of channels that has no record layout.
+std::string_view ColumnHeads(double mode, double channels);
+
 /// All header lines, each with CR LF. Mode and channels count for "Download Pages" only.
 std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, const DownloadHeader& header,
                            double BinLinearMode, double LinearChannels);

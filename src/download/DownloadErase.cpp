@@ -12,6 +12,7 @@
 #include "download/PageDecoder.h"
 #include "download/RunPreview.h"
 #include "link/Communications.h"
+#include "live/NumberBox.h"
 #include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
@@ -24,6 +25,7 @@ namespace bexlow::download {
 
 using link::Bytes;
 using live::NumberText;
+using live::Shown;
 using platform::MsgBox;
 using platform::Pointer;
 using shell::Guarded;
@@ -33,10 +35,6 @@ namespace {
 
 constexpr int LateAfterSeconds = 1;
 constexpr double SecondsAPage = 0.162;  // two pauses of 12 ms and 265 bytes at 19200 baud
-
-QString Shown(double number) {
-  return QString::fromStdString(live::PlainNumberText(number));
-}
 
 std::int64_t NowInSeconds() {
   return platform::Machine::Get().Now().seconds;

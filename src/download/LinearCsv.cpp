@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <system_error>
 
-#include "graph/Lines.h"
+#include "download/Lines.h"
 
 namespace bexlow::download {
 
@@ -13,7 +13,7 @@ constexpr std::string_view LineEnd = "\r\n";
 constexpr int CopiedLines = 11;
 constexpr std::size_t ExtensionLength = 4;
 
-std::string_view HeaderLine(graph::LineReader& lines) {
+std::string_view HeaderLine(LineReader& lines) {
   if (const auto line = lines.Next()) return *line;
   throw std::system_error(std::make_error_code(std::errc::no_message_available),
                           "Data file ends in header line " + std::to_string(lines.LinesRead() + 1));
@@ -54,7 +54,7 @@ void AppendSamples(std::string_view fields, bool pairs, std::string& csv) {
 
 void AppendLinearCsv(std::string_view dataFile, std::string& csv) {
   csv.reserve(csv.size() + dataFile.size() + dataFile.size() / 4);
-  graph::LineReader lines(dataFile);
+  LineReader lines(dataFile);
   char channel = 0;
   for (int i = 0; i < CopiedLines; ++i) {
     const std::string_view line = HeaderLine(lines);
@@ -66,15 +66,9 @@ void AppendLinearCsv(std::string_view dataFile, std::string& csv) {
   if (head.empty()) return;
   csv.append(head).append(LineEnd);
   while (const auto line = lines.Next()) {
-    const auto fields = graph::BehindFirstComma(*line);
+    const auto fields = BehindFirstComma(*line);
     if (fields && !fields->empty()) AppendSamples(*fields, channel == '3', csv);
   }
-}
-
-std::string LinearCsv(std::string_view dataFile) {
-  std::string csv;
-  AppendLinearCsv(dataFile, csv);
-  return csv;
 }
 
 std::string CsvFileName(std::string_view dataFileName) {

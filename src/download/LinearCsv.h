@@ -6,11 +6,9 @@
 
 namespace bexlow::download {
 
-/// The whole CSV text of a data file's text, lines ended by CR LF.
+/// Appends to csv the whole CSV text of a data file's text, lines ended by CR LF. On a failure csv holds what
+/// could be made.
 /// @throws std::system_error no_message_available where the file ends within its 12 header lines
-std::string LinearCsv(std::string_view dataFile);
-
-/// The same, appended to csv, which on a failure holds what could be made.
 void AppendLinearCsv(std::string_view dataFile, std::string& csv);
 
 /// The path less the last four characters of its file name, with ".csv" behind.

@@ -6,9 +6,11 @@
 #include <span>
 #include <string>
 
+#include "link/Protocol.h"
+
 namespace bexlow::download {
 
-inline constexpr std::size_t PageBytes = 264;
+inline constexpr std::size_t PageBytes = link::PageSize;
 using Page = std::span<const std::uint8_t, PageBytes>;
 
 /// The fields of a page, separated by commas; empty for a mode or number of channels that has no layout.

@@ -3,7 +3,7 @@
 #include <string>
 #include <system_error>
 
-#include "graph/Lines.h"
+#include "download/Lines.h"
 #include "live/Conversions.h"
 #include "live/NumberText.h"
 
@@ -19,15 +19,15 @@ namespace {
 /// The 132 counts behind a line's first comma, the last being the rest of the line.
 BinPoints PointsOf(std::string_view line, std::size_t lineNumber) {
   BinPoints points{};
-  std::optional<std::string_view> rest = BehindFirstComma(line);
+  std::optional<std::string_view> rest = download::BehindFirstComma(line);
   for (std::size_t i = 0; i < BinCount; ++i) {
     const bool last = i + 1 == BinCount;
-    const auto field = !rest || last ? rest : BeforeFirstComma(*rest);
+    const auto field = !rest || last ? rest : download::BeforeFirstComma(*rest);
     if (!field) Throw(lineNumber, "fewer than 132 fields");
     const auto number = live::WholeNumber(*field);
     if (!number) Throw(lineNumber, "field " + std::to_string(i + 1) + " is no number");
     points[i] = *number;
-    rest = BehindFirstComma(*rest);
+    rest = download::BehindFirstComma(*rest);
   }
   return points;
 }
@@ -37,9 +37,9 @@ BinPoints PointsOf(std::string_view line, std::size_t lineNumber) {
 BinPair FindPair(std::string_view text, int page) {
   const std::string number = live::NumberText(page);
   BinPair pair;
-  LineReader lines(text);
+  download::LineReader lines(text);
   auto line = lines.Next();
-  while (line && BeforeFirstComma(*line) != number) line = lines.Next();
+  while (line && download::BeforeFirstComma(*line) != number) line = lines.Next();
   if (!line) return pair;
   pair.XPoints = PointsOf(*line, lines.LinesRead());
   line = lines.Next();

@@ -10,6 +10,8 @@ class CommonDialog;
 
 namespace bexlow::graph {
 
+inline constexpr auto EndOfFileText = "End of data file has been reached!";
+
 /// The frame, with the box for the name in it.
 QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
 

@@ -12,6 +12,7 @@
 #include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
 #include "live/Conversions.h"
+#include "live/NumberBox.h"
 #include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
@@ -21,7 +22,7 @@
 
 namespace bexlow::graph {
 
-using live::LeadingNumber;
+using live::NumberIn;
 using live::NumberText;
 using platform::MsgBox;
 using shell::Guarded;
@@ -29,12 +30,7 @@ using shell::Shared;
 
 namespace {
 
-constexpr auto EndOfFile = "End of data file has been reached!";
 constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
-
-double NumberOf(const QLineEdit* box) {
-  return LeadingNumber(box->text().toStdString());
-}
 
 }  // namespace
 
@@ -98,7 +94,7 @@ void Graph::PageNumber(int page) {
 }
 
 void Graph::txtPageNumberX_Change() {
-  txtPageNumberY->setText(QString::number(static_cast<int>(NumberOf(txtPageNumberX)) + 1));
+  txtPageNumberY->setText(QString::number(static_cast<int>(NumberIn(*txtPageNumberX)) + 1));
 }
 
 // A cancelled dialog or a file that cannot be read ends it in silence, and what is on show stays.
@@ -168,7 +164,7 @@ void Graph::BuildArrays(const char* procedure, const std::function<bool(const st
   Guarded(*this, procedure, [&] {
     XLinear.clear();
     YLinear.clear();
-    if (!read(platform::ReadWhole(FileName()))) MsgBox(EndOfFile);
+    if (!read(platform::ReadWhole(FileName()))) MsgBox(EndOfFileText);
   });
 }
 
@@ -194,7 +190,7 @@ void Graph::BuildDoubleChannelArrays() {
 void Graph::cmdNext_Click() {
   Guarded(*this, "cmdNext_Click", [this] {
     if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
-    if (NumberOf(txtPageNumberX) == LastPageX) return MsgBox(EndOfFile);
+    if (NumberIn(*txtPageNumberX) == LastPageX) return MsgBox(EndOfFileText);
     PageNumberX = live::ToInt16(PageNumberX + 2);
     if (PageNumberX > 0) cmdPrevious->setEnabled(true);
     PageNumber(PageNumberX);
@@ -220,7 +216,7 @@ void Graph::Big(std::int16_t page, const std::string& fileName) {
       case PairResult::NoPage:
         return MsgBox("Unable to locate data page " + NumberText(page) + " in this file!");
       case PairResult::NoPartner:
-        MsgBox(EndOfFile);
+        MsgBox(EndOfFileText);
         LastPageX = page;
         return;
       case PairResult::Found:

@@ -1,6 +1,7 @@
 #include "graph/RunFacts.h"
 
-#include "graph/Lines.h"
+#include "download/DataFile.h"
+#include "download/Lines.h"
 #include "live/NumberText.h"
 
 namespace bexlow::graph {
@@ -9,20 +10,17 @@ namespace {
 
 constexpr double GreatestFrequency = 6553.5;  // a word of tenths
 
-std::string_view Behind(std::string_view start, std::string_view line) {
-  return line.starts_with(start) ? line.substr(start.size()) : std::string_view();
-}
-
 }  // namespace
 
 RunFacts ReadRunFacts(std::string_view text) {
+  using namespace download;
   std::string_view header[10];
   LineReader lines(text);
   for (auto& line : header) line = lines.Next().value_or(std::string_view());
-  if (header[1] != "Download Pages") return {};
-  RunFacts facts{std::string(Behind("Launch Time: ", header[4])), std::nullopt};
-  const auto frequency = live::WholeNumber(Behind("Firmware Sampling Frequency: ", header[5]));
-  const bool isLinear = header[9] == "Bin/Linear Mode = 1";
+  if (header[1] != KindText(DataFileKind::DownloadPages)) return {};
+  RunFacts facts{std::string(Behind(LaunchTimeLabel, header[4]).value_or("")), std::nullopt};
+  const auto frequency = live::WholeNumber(Behind(SamplingFrequencyLabel, header[5]).value_or(""));
+  const bool isLinear = Behind(ModeLabel, header[9]) == "1";
   if (isLinear && frequency && *frequency > 0 && *frequency <= GreatestFrequency) facts.frequency = frequency;
   return facts;
 }

@@ -5,7 +5,8 @@
 #include <system_error>
 #include <utility>
 
-#include "graph/Lines.h"
+#include "download/DataFile.h"
+#include "download/Lines.h"
 #include "live/NumberText.h"
 
 namespace bexlow::graph {
@@ -23,10 +24,10 @@ constexpr std::size_t HeaderLines = 12;
 /// A field goes to take(its place from 0, text, number). False where the header is not whole.
 template <class Take>
 bool ReadRecords(std::string_view text, Take take) {
-  LineReader lines(text);
+  download::LineReader lines(text);
   if (!lines.Skip(HeaderLines)) return false;
   for (std::size_t record = 1; const auto line = lines.Next(); ++record) {
-    std::string_view rest = BehindFirstComma(*line).value_or(std::string_view());
+    std::string_view rest = download::BehindFirstComma(*line).value_or(std::string_view());
     for (std::size_t place = 0; place < FieldsInRecord; ++place) {
       const bool last = place + 1 == FieldsInRecord;
       const std::size_t end = last ? rest.size() : rest.find(',');
@@ -34,7 +35,7 @@ bool ReadRecords(std::string_view text, Take take) {
         ThrowRecord(std::errc::no_message_available, record, "fewer than 264 fields");
       }
       const std::string_view field = rest.substr(0, end);
-      const auto number = live::TryFieldToInt16(field);
+      const auto number = live::FieldToInt16(field);
       if (!number) {
         ThrowRecord(std::errc::result_out_of_range, record,
                     "field " + std::to_string(place + 1) + " does not fit 16 bits");
@@ -56,16 +57,16 @@ int ChannelOf(std::string_view line) {
 FileCheck CheckFile(std::string_view text) {
   if (text.empty()) return {FileKind::Empty};
   std::string_view header[CheckedLines];
-  LineReader lines(text);
+  download::LineReader lines(text);
   for (auto& kept : header) {
     const auto line = lines.Next();
     if (!line) return {FileKind::TooShort};
     kept = *line;
   }
-  const std::string_view mode = header[9];
-  if (header[1] != "Download Pages") return {FileKind::WrongKind};
-  if (mode == "Bin/Linear Mode = 0") return {FileKind::Bin};
-  if (mode == "Bin/Linear Mode = 1") return {FileKind::Linear, ChannelOf(header[10])};
+  const auto mode = download::Behind(download::ModeLabel, header[9]);
+  if (header[1] != KindText(download::DataFileKind::DownloadPages)) return {FileKind::WrongKind};
+  if (mode == "0") return {FileKind::Bin};
+  if (mode == "1") return {FileKind::Linear, ChannelOf(header[10])};
   return {FileKind::OtherMode};
 }
 

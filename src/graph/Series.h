@@ -7,6 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "download/PageDecoder.h"
+
 namespace bexlow::graph {
 
 enum class FileKind {
@@ -28,7 +30,7 @@ FileCheck CheckFile(std::string_view text);
 
 using Samples = std::vector<std::int16_t>;  // whole degrees, in file order
 
-inline constexpr std::size_t FieldsInRecord = 264;
+inline constexpr std::size_t FieldsInRecord = download::PageBytes;  // a byte is a sample
 inline constexpr std::size_t PairsInRecord = FieldsInRecord / 2;
 
 /// All samples of a one-channel file; nothing where the file ends within its 12 header lines.

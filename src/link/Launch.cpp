@@ -22,7 +22,6 @@ using platform::MsgBox;
 namespace {
 
 constexpr auto IdleCaption = "Erase";
-constexpr int LastPage = 2047;
 constexpr int PauseBehindCellMs = 12;
 constexpr int EraseLeadMs = 1000;  // the logger takes LaunchLogging only into a running erase
 

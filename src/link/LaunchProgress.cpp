@@ -11,13 +11,12 @@ namespace {
 constexpr std::size_t LeastBytesOfErase = 4;  // in one tick
 constexpr double BytesLostInTick = 2;
 constexpr double BytesInPage = 3;
-constexpr double LastPage = 2047;
 }  // namespace
 
 bool LaunchProgress::Take(std::size_t count) {
   if (count < LeastBytesOfErase) return false;
   ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
-  ErasedPageCount = std::min(live::RoundHalfEven(ErasedByteCount / BytesInPage), LastPage);
+  ErasedPageCount = std::min(live::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});
   return true;
 }
 

@@ -6,6 +6,8 @@
 
 namespace bexlow::link {
 
+inline constexpr int LastPage = 2047;
+
 /// What the progress stream of a launch says. The logger sends about three bytes a page.
 struct LaunchProgress {
   double ErasedByteCount = 0;

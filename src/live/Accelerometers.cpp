@@ -10,6 +10,7 @@
 #include "link/Communications.h"
 #include "live/AxisRows.h"
 #include "live/Conversions.h"
+#include "live/NumberBox.h"
 #include "live/NumberText.h"
 #include "platform/instruments/CWSlide.h"
 #include "platform/machine/Machine.h"
@@ -30,10 +31,6 @@ constexpr RecordingKind Kind{"Accelerometers", link::CommandName::SampleAccelero
                              download::DataFileKind::Accelerometers, shell::WriteAccelerometersToFile};
 
 constexpr int PauseBehindCellMs = 100;
-
-QString Shown(double number) {
-  return QString::fromStdString(PlainNumberText(number));
-}
 
 // The whole number of a slide, as the word that its two cells hold.
 std::int32_t WordOf(const platform::CWSlide& slide) {

@@ -5,7 +5,7 @@
 
 #include "link/Communications.h"
 #include "live/AngleSample.h"
-#include "live/NumberText.h"
+#include "live/NumberBox.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"
 #include "shell/DataFiles.h"
@@ -24,14 +24,6 @@ constexpr RecordingKind Kind{"Angles", link::CommandName::SampleAngles, download
                              shell::WriteAnglesToFile};
 
 constexpr int PauseBetweenCellsMs = 500;
-
-QString Shown(double number) {
-  return QString::fromStdString(PlainNumberText(number));
-}
-
-double NumberIn(const QLineEdit& box) {
-  return LeadingNumber(box.text().toStdString());
-}
 
 }  // namespace
 

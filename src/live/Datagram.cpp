@@ -19,8 +19,8 @@ std::optional<std::string_view> DatagramBody(std::string_view text) {
 
 ReceivedAngles AnglesOfBody(std::string_view body) {
   const std::size_t slash = body.find('/');
-  if (slash == std::string_view::npos) return {std::nullopt, TryFieldToInt16(body)};
-  return {TryFieldToInt16(body.substr(0, slash)), TryFieldToInt16(body.substr(slash + 1))};
+  if (slash == std::string_view::npos) return {std::nullopt, FieldToInt16(body)};
+  return {FieldToInt16(body.substr(0, slash)), FieldToInt16(body.substr(slash + 1))};
 }
 
 }  // namespace bexlow::live

@@ -177,14 +177,9 @@ std::optional<double> WholeNumber(std::string_view text) {
   return scanned.value;
 }
 
-std::optional<std::int16_t> TryFieldToInt16(std::string_view field) {
+std::optional<std::int16_t> FieldToInt16(std::string_view field) {
   if (const auto plain = ReadPlain(field)) return Fits(*plain);
   return Fits(RoundHalfEven(LeadingNumber(field)));
-}
-
-std::int16_t FieldToInt16(std::string_view field) {
-  if (const auto value = TryFieldToInt16(field)) return *value;
-  return ToInt16(LeadingNumber(field));  // throws: the number does not fit
 }
 
 std::string CountText(std::int64_t count) {

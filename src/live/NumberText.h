@@ -30,11 +30,8 @@ double LeadingNumber(std::string_view text);
 /// The number that the whole text is, blanks around it apart; nothing where the text is none or is too large.
 std::optional<double> WholeNumber(std::string_view text);
 
-/// The leading number as a signed 16-bit whole number, an exact half to the even one. Quick for plain fields.
-/// @throws std::system_error result_out_of_range outside -32768 to 32767
-std::int16_t FieldToInt16(std::string_view field);
-
-/// FieldToInt16 without the failure: nothing where the number does not fit.
-std::optional<std::int16_t> TryFieldToInt16(std::string_view field);
+/// The leading number as a signed 16-bit whole number, an exact half to the even one; nothing where it does
+/// not fit. Quick for plain fields.
+std::optional<std::int16_t> FieldToInt16(std::string_view field);
 
 }  // namespace bexlow::live

@@ -14,6 +14,7 @@
 #include "live/AngleSample.h"
 #include "live/Datagram.h"
 #include "live/IP.h"
+#include "live/NumberBox.h"
 #include "live/NumberText.h"
 #include "live/SessionRoles.h"
 #include "live/SessionTexts.h"
@@ -33,10 +34,6 @@ namespace {
 // An installation's own defaults: a peer on the same computer, and a usual address of a private network.
 constexpr auto DefaultPeerName = "localhost";
 constexpr const char* DefaultPeerNumbers[] = {"192", "168", "1", "2"};
-
-QString Shown(double number) {
-  return QString::fromStdString(PlainNumberText(number));
-}
 
 std::string TrimmedText(const QLineEdit& box) {
   return box.text().trimmed().toStdString();

@@ -3,28 +3,29 @@
 #include <algorithm>
 #include <utility>
 
-#include "graph/Lines.h"
+#include "download/DataFile.h"
+#include "download/Lines.h"
 
 namespace bexlow::review {
 
 namespace {
 
 constexpr std::size_t UncheckedLines = 9;
-constexpr std::string_view RequiredLines[] = {"Bin/Linear Mode = 1", "Linear Channel = 3",
-                                              "Page,X Data-->,Y Data-->"};
 
 }  // namespace
 
 ReviewCheck CheckReviewFile(std::string_view text) {
   if (text.empty()) return ReviewCheck::Empty;
-  graph::LineReader lines(text);
+  download::LineReader lines(text);
   if (!lines.Skip(UncheckedLines)) return ReviewCheck::TooShort;
-  bool supported = true;
-  for (const std::string_view required : RequiredLines) {
-    const auto line = lines.Next();
-    if (!line) return ReviewCheck::TooShort;
-    supported = supported && *line == required;
+  std::optional<std::string_view> mode, channel, heads;
+  for (auto* line : {&mode, &channel, &heads}) {
+    *line = lines.Next();
+    if (!*line) return ReviewCheck::TooShort;
   }
+  const bool supported = download::Behind(download::ModeLabel, *mode) == "1" &&
+                         download::Behind(download::ChannelLabel, *channel) == "3" &&
+                         heads == download::ColumnHeads(1, 3);
   return supported ? ReviewCheck::Ok : ReviewCheck::NotSupported;
 }
 

@@ -9,7 +9,7 @@
 
 #include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
-#include "live/NumberText.h"
+#include "live/NumberBox.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
@@ -17,23 +17,10 @@
 
 namespace bexlow::review {
 
-using live::LeadingNumber;
+using live::NumberIn;
+using live::Shown;
 using platform::MsgBox;
 using shell::Guarded;
-
-namespace {
-
-constexpr auto EndOfFile = "End of data file has been reached!";
-
-QString Shown(double number) {
-  return QString::fromStdString(live::PlainNumberText(number));
-}
-
-double NumberOf(const QLineEdit* box) {
-  return LeadingNumber(box->text().toStdString());
-}
-
-}  // namespace
 
 GraphBP::GraphBP() : Form("GraphBP", "Graph Button Pushes") {
   BuildMenu();
@@ -100,7 +87,7 @@ std::string GraphBP::FileName() const {
 }
 
 std::size_t GraphBP::Number() const {
-  return static_cast<std::size_t>(NumberOf(txtBPNumber));
+  return static_cast<std::size_t>(NumberIn(*txtBPNumber));
 }
 
 void GraphBP::Open(const std::string& fileName) {
@@ -127,7 +114,7 @@ bool GraphBP::TakesFile() {
       MsgBox("This is not a Quornell Download file!");
       break;
     case ReviewCheck::TooShort:
-      MsgBox(EndOfFile);
+      MsgBox(graph::EndOfFileText);
       break;
     case ReviewCheck::NotSupported:
       MsgBox("This Quornell Download is not supported in Button Mode!");
@@ -143,7 +130,7 @@ bool GraphBP::BuildDoubleChannelArrays() {
   Guarded(*this, "BuildDoubleChannelArrays", [&] {
     review_ = {};
     read = ReadReview(platform::ReadWhole(FileName()), review_);
-    if (!read) MsgBox(EndOfFile);
+    if (!read) MsgBox(graph::EndOfFileText);
   });
   if (review_.ButtonPushes.empty()) review_.ButtonPushes = {0};
   return read;
@@ -161,7 +148,7 @@ void GraphBP::ShowFile() {
 void GraphBP::ShowPush(std::size_t number) {
   txtBPNumber->setText(Shown(static_cast<double>(number)));
   txtBPValue->setText(Shown(review_.ButtonPushes[number]));
-  const double point = NumberOf(txtBPValue);
+  const double point = NumberIn(*txtBPValue);
   PlaceCursor(1, point);
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->StressCursor(point);
   graphs_->CWGraph1->BringIntoView(point);
@@ -213,7 +200,7 @@ void GraphBP::ShowOnePush() {
     graph->AddCursor();
     graph->SetCursorLook(1);
   }
-  PlaceCursor(1, NumberOf(txtBPValue));
+  PlaceCursor(1, NumberIn(*txtBPValue));
 }
 
 }  // namespace bexlow::review

@@ -3,8 +3,8 @@
 #include <limits>
 #include <vector>
 
+#include "download/Lines.h"
 #include "graph/BinPages.h"
-#include "graph/Lines.h"
 #include "graph/RunFacts.h"
 #include "graph/Series.h"
 #include "graph/ViewNumbers.h"
@@ -53,7 +53,7 @@ TEST(Lines, EndWithCrLfOrLf) {
                                                     {"\n\r\n", {"", ""}},
                                                     {"\r", {""}}}) {
     SCOPED_TRACE(text);
-    graph::LineReader reader(text);
+    download::LineReader reader(text);
     std::vector<std::string_view> read;
     while (const auto line = reader.Next()) read.push_back(*line);
     EXPECT_EQ(read, lines);

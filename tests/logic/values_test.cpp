@@ -171,7 +171,7 @@ TEST(FieldToInt16, RoundsLikeTheLeadingNumber) {
   EXPECT_EQ(FieldToInt16("22.5"), 22);
   for (const std::string_view field : {"32767.5", "-32769", "1e9", "999999999999999", "9999999999999999"}) {
     SCOPED_TRACE(field);
-    FailureOf(std::errc::result_out_of_range, [&] { FieldToInt16(field); });
+    EXPECT_FALSE(FieldToInt16(field)) << field;
   }
   for (int hundredths = 0; hundredths <= 20000; ++hundredths) {
     const std::string field = NumberText(hundredths / 100.0);

@@ -10,8 +10,6 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr double Largest = 1e100;  // what the plot library can still scale
-
 std::optional<CWGraphRange> RangeOf(std::span<const double> values) {
   std::optional<CWGraphRange> range;
   for (const double value : values) {
@@ -24,7 +22,7 @@ std::optional<CWGraphRange> RangeOf(std::span<const double> values) {
 }
 
 bool IsPlace(double x) {
-  return std::isfinite(x) && std::abs(x) <= Largest;
+  return std::isfinite(x) && std::abs(x) <= CWGraphLargest;
 }
 
 }  // namespace
@@ -34,7 +32,7 @@ CWGraphSeries::CWGraphSeries(std::vector<double> values, double firstX, double s
       firstX_(IsPlace(firstX) ? firstX : 0),
       stepX_(IsPlace(stepX) && stepX > 0 ? stepX : 1) {
   for (double& value : values_) {
-    value = std::isfinite(value) ? std::clamp(value, -Largest, Largest)
+    value = std::isfinite(value) ? std::clamp(value, -CWGraphLargest, CWGraphLargest)
                                  : std::numeric_limits<double>::quiet_NaN();
   }
   yRange_ = RangeOf(values_);

@@ -10,6 +10,9 @@
 
 namespace bexlow::platform {
 
+/// The greatest number that the plot library can still scale.
+inline constexpr double CWGraphLargest = 1e100;
+
 /// From lower to upper, ends included.
 struct CWGraphRange {
   double lower = 0;

@@ -9,11 +9,12 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr double Farthest = 1e100;         // what the plot library can still scale
 constexpr double DeepestZoom = 1.0 / 500;  // of the whole, where nothing finer is known
 
 CWGraphRange Sound(CWGraphRange range) {
-  const auto known = [](double end) { return std::isnan(end) ? 0 : std::clamp(end, -Farthest, Farthest); };
+  const auto known = [](double end) {
+    return std::isnan(end) ? 0 : std::clamp(end, -CWGraphLargest, CWGraphLargest);
+  };
   auto [lower, upper] = std::minmax({known(range.lower), known(range.upper)});
   const double least = std::max(1e-9, std::max(std::abs(lower), std::abs(upper)) * 1e-9);
   if (upper - lower >= least) return {lower, upper};

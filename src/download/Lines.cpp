@@ -1,8 +1,8 @@
-#include "graph/Lines.h"
+#include "download/Lines.h"
 
 #include <algorithm>
 
-namespace bexlow::graph {
+namespace bexlow::download {
 
 std::optional<std::string_view> LineReader::Next() {
   if (rest_.empty()) return std::nullopt;
@@ -19,6 +19,11 @@ bool LineReader::Skip(std::size_t count) {
   return count == 0;
 }
 
+std::optional<std::string_view> Behind(std::string_view label, std::string_view line) {
+  if (!line.starts_with(label)) return std::nullopt;
+  return line.substr(label.size());
+}
+
 std::optional<std::string_view> BeforeFirstComma(std::string_view line) {
   const std::size_t comma = line.find(',');
   return comma == std::string_view::npos ? std::nullopt : std::optional(line.substr(0, comma));
@@ -29,4 +34,4 @@ std::optional<std::string_view> BehindFirstComma(std::string_view line) {
   return comma == std::string_view::npos ? std::nullopt : std::optional(line.substr(comma + 1));
 }
 
-}  // namespace bexlow::graph
+}  // namespace bexlow::download

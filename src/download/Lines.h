@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-namespace bexlow::graph {
+namespace bexlow::download {
 
 /// Reads a text line by line, without copying. A line ends with CR LF or LF; a CR alone is no end, and a last
 /// line needs none.
@@ -27,9 +27,11 @@ class LineReader {
   std::size_t linesRead_ = 0;
 };
 
+/// What stands behind a label; nothing in a line that does not begin with it.
+std::optional<std::string_view> Behind(std::string_view label, std::string_view line);
 /// What stands before the first comma; nothing without a comma.
 std::optional<std::string_view> BeforeFirstComma(std::string_view line);
 /// What stands behind the first comma; nothing without a comma.
 std::optional<std::string_view> BehindFirstComma(std::string_view line);
 
-}  // namespace bexlow::graph
+}  // namespace bexlow::download
