@@ -35,7 +35,7 @@ struct Rates {
 
 // Saving without a pace is only told: it opens, writes and closes a file for each sample.
 void PrintPace(const LiveScreen& screen, bool paced, bool saving, const Rates& rates) {
-  const Limit limit = paced ? AtLeast(0.985) : saving ? Limit(NoLimit) : AtLeast(0.25);
+  const Limit limit = paced ? AtLeast(0.985) : saving ? Limit(NoLimit) : AtLeast(0.15);
   PrintFigure(std::string(screen.name) + (saving ? ", saving" : "") + (paced ? "" : ", line without a pace") +
                   ", samples a second over a bare loop's",
               rates.overBare, limit, "",
