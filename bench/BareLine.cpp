@@ -26,8 +26,8 @@ double NowMs() {
 
 }  // namespace
 
-BareLine::BareLine(const char* logger, const std::filesystem::path& folder)
-    : standIn_(logger, folder, {"--pace", "on"}),
+BareLine::BareLine(const char* logger, const std::filesystem::path& folder, bool paced)
+    : standIn_(logger, folder, {"--pace", paced ? "on" : "off"}),
       line_(::open((folder / "Ports/COM1").c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK)) {
   rig::Require(line_ >= 0, "no line to the stand-in logger");
   termios raw{};

@@ -12,7 +12,7 @@ namespace bexlow::bench {
 
 class BareLine {
  public:
-  BareLine(const char* logger, const std::filesystem::path& folder);
+  BareLine(const char* logger, const std::filesystem::path& folder, bool paced = true);
   ~BareLine();
   BareLine(const BareLine&) = delete;
   BareLine& operator=(const BareLine&) = delete;

@@ -244,6 +244,7 @@ void ReviewPushes(Tour& tour, const std::string& name) {
 
 void LaunchRun(Tour& tour) {
   auto& robot = tour.robot;
+  const auto before = QDateTime::currentDateTime();
   robot.PictureOfBox("Bexlow will erase", "launch-question");
   robot.Choose("Tools", "Launch");
   robot.ExpectBox("Bexlow will erase");
@@ -253,10 +254,10 @@ void LaunchRun(Tour& tour) {
   Require(!robot.Offers("Tools", "Launch"), "the Tools menu stays open behind a launch");
   robot.WaitUntil("the run that was launched", [&] { return !tour.standIn.MemoryIsBlank(); });
   const auto cells = tour.standIn.Eeprom();
-  const auto since = QDateTime(QDate(cells[104] * 256 + cells[105], cells[109], cells[103]),
-                               QTime(cells[106], cells[107], cells[108]))
-                         .secsTo(QDateTime::currentDateTime());
-  Require(since >= 0 && since < 60, "the logger was stamped with another time");
+  const QDateTime stamp(QDate(cells[104] * 256 + cells[105], cells[109], cells[103]),
+                        QTime(cells[106], cells[107], cells[108]));
+  Require(stamp.secsTo(before) <= 1 && stamp <= QDateTime::currentDateTime(),
+          "the logger was stamped with another time: " + stamp.toString(Qt::ISODate).toStdString());
 }
 
 void EraseLogger(Tour& tour) {
