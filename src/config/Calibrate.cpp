@@ -42,7 +42,7 @@ Calibrate::Calibrate()
           [this](int k) {
             return CellByte{k, CalibrationByte(k, CalibrationValues)};
           },
-          [this](bool offered) { mnuSample->setEnabled(offered); }) {
+          [this](bool enabled) { mnuSample->setEnabled(enabled); }) {
   BuildMenu();
   BuildBody();
   OnCloseRequest = [this] { Unload(); };
@@ -136,7 +136,7 @@ void Calibrate::StartSampling() {
   chain_.Start();
 }
 
-// The current box goes first: emptying it is no sample, but makes the others follow.
+// Clear the current box first: its change handler refills the others.
 void Calibrate::ClearRun() {
   CalibrationValues = {};
   sampled_ = false;

@@ -21,17 +21,17 @@ using shell::Guarded;
 using shell::Shared;
 
 // What the other menu entries would start needs the port and the bar that a sequence has.
-void Configuration::OfferSequences(bool offered) {
-  mnuRead->setEnabled(offered);
-  mnuWrite->setEnabled(offered);
-  mnuTools->setEnabled(offered);
+void Configuration::EnableSequences(bool enabled) {
+  mnuRead->setEnabled(enabled);
+  mnuWrite->setEnabled(enabled);
+  mnuTools->setEnabled(enabled);
 }
 
 void Configuration::mnuRead_Click() {
   if (!link::LoggerIsFree(*this)) return;
   Guarded(*this, "mnuRead_Click", [this] {
     MousePointer(Pointer::Busy);
-    OfferSequences(false);
+    EnableSequences(false);
     ClearParameters();
     Shared.ParameterIndex = FirstIndex;
     progress_.PBar->setMaximum(EndOfRead - FirstIndex);
@@ -74,7 +74,7 @@ void Configuration::TakeCell(std::uint8_t byte) {
 }
 
 void Configuration::FinishRead() {
-  OfferSequences(true);
+  EnableSequences(true);
   link::CloseCommPort(MSComm1, *this);
   BreakOutReadArray();
   ShowParameters();

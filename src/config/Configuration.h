@@ -51,7 +51,7 @@ class Configuration : public platform::Form {
   void BreakOutReadArray();
   void ShowParameters();
   void ClearParameters();
-  void OfferSequences(bool offered);
+  void EnableSequences(bool enabled);
   std::optional<CellByte> CellAt(int k) const;
   double ValueOf(std::size_t row) const;
 

@@ -63,7 +63,7 @@ Configuration::Configuration()
       progress_(Progress::Make("Progress", EndOfRead - FirstIndex, this)),
       write_(
           *this, ConfigurationWrite, progress_, [this](int k) { return CellAt(k); },
-          [this](bool offered) { OfferSequences(offered); }) {
+          [this](bool enabled) { EnableSequences(enabled); }) {
   BuildMenus();
   BuildBody();
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };

@@ -14,18 +14,19 @@ constexpr std::size_t FieldCount = sizeof(OnBoardParameters) / sizeof(double);
 constexpr std::size_t ReadCount = EndOfRead - FirstIndex;
 constexpr std::size_t WriteCount = EndOfWrite - FirstIndex;
 
-consteval bool LimitsAreSound(const Parameter& row) {
+consteval bool LimitsAreConsistent(const Parameter& row) {
   if (row.control != Control::NumEdit) return row.control != Control::Text || row.field == nullptr;
   if (row.form == Form::None) return row.field == nullptr && !row.shown;
   return row.field != nullptr && row.min < row.max && row.standard >= row.min && row.standard <= row.max;
 }
 
 /// Ascending, no cell twice, no field twice and none left out.
-consteval bool RowsAreSound() {
+consteval bool RowsAreConsistent() {
   int free = 0;
   std::size_t fields = 0;
   for (const Parameter& row : Parameters) {
-    if (row.address < free || row.address + CellsOf(row.form) > 256 || !LimitsAreSound(row)) return false;
+    if (row.address < free || row.address + CellsOf(row.form) > 256 || !LimitsAreConsistent(row))
+      return false;
     free = row.address + CellsOf(row.form);
     if (row.field == nullptr) continue;
     ++fields;
@@ -35,10 +36,10 @@ consteval bool RowsAreSound() {
   }
   return fields == FieldCount;
 }
-static_assert(RowsAreSound());
+static_assert(RowsAreConsistent());
 
 /// The read-only boxes stand at places from 0, each once.
-consteval bool PlacesAreSound() {
+consteval bool PlacesAreDistinct() {
   unsigned places = 0;
   for (const Parameter& row : Parameters) {
     if (!IsIdentity(row)) continue;
@@ -47,7 +48,7 @@ consteval bool PlacesAreSound() {
   }
   return places == (1u << IdentityCount) - 1;
 }
-static_assert(PlacesAreSound());
+static_assert(PlacesAreDistinct());
 
 /// One cell of the read: the row that it belongs to and which of its bytes it is.
 struct ReadCell {

@@ -46,12 +46,12 @@ void Progress::End(const char* caption) const {
 }
 
 WriteSequence::WriteSequence(platform::Form& screen, const WritePlan& plan, Progress progress, CellAt cellAt,
-                             std::function<void(bool)> offer)
+                             std::function<void(bool)> enableEntries)
     : screen_(screen),
       plan_(plan),
       progress_(progress),
       cellAt_(std::move(cellAt)),
-      offer_(std::move(offer)),
+      enableEntries_(std::move(enableEntries)),
       MSComm2(screen),
       TimerWrite(screen, TickMs) {
   TimerWrite.OnTimer = [this] { TimerWrite_Timer(); };
@@ -61,7 +61,7 @@ void WriteSequence::mnuWrite_Click() {
   if (!link::LoggerIsFree(screen_)) return;
   Guarded(screen_, "mnuWrite_Click", [this] {
     screen_.MousePointer(Pointer::Busy);
-    offer_(false);
+    enableEntries_(false);
     Shared.ParameterIndex = FirstIndex;
     if (plan_.barMaximum) progress_.PBar->setMaximum(*plan_.barMaximum);
     link::OpenCommPort(MSComm2, screen_);
@@ -92,7 +92,7 @@ void WriteSequence::WriteRoutine(int address, std::uint8_t byte) {
 void WriteSequence::Finish() {
   TimerWrite.Enabled(false);
   link::CloseCommPort(MSComm2, screen_);
-  offer_(true);
+  enableEntries_(true);
   progress_.End(plan_.captionAtEnd);
   screen_.MousePointer(Pointer::Normal);
   platform::MsgBox("Write completed!");

@@ -49,9 +49,9 @@ class WriteSequence {
   using CellAt = std::function<std::optional<CellByte>(int k)>;
 
   /// @param cellAt  the byte of k, made at its own tick; nothing where the tick sends nothing
-  /// @param offer   offers or withholds the menu entries that a running write disables
+  /// @param enableEntries  enables or disables the menu entries that a running write must not meet
   WriteSequence(platform::Form& screen, const WritePlan& plan, Progress progress, CellAt cellAt,
-                std::function<void(bool)> offer);
+                std::function<void(bool)> enableEntries);
 
   void mnuWrite_Click();
   bool Running() const { return TimerWrite.Enabled(); }
@@ -67,7 +67,7 @@ class WriteSequence {
   WritePlan plan_;
   Progress progress_;
   CellAt cellAt_;
-  std::function<void(bool)> offer_;
+  std::function<void(bool)> enableEntries_;
   platform::MSComm MSComm2;
   platform::Timer TimerWrite;
 };

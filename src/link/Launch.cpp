@@ -98,7 +98,7 @@ void Launch::EraseAndLaunch() {
 
 void Launch::Timer1_Timer() {
   shell::Guarded(main_, "Timer1_Timer", [this] {
-    if (progress_.Take(MSComm1.Input().size())) {
+    if (progress_.Count(MSComm1.Input().size())) {
       ShowProgress();
     } else {
       Finish();

@@ -13,7 +13,7 @@ constexpr double BytesLostInTick = 2;
 constexpr double BytesInPage = 3;
 }  // namespace
 
-bool LaunchProgress::Take(std::size_t count) {
+bool LaunchProgress::Count(std::size_t count) {
   if (count < LeastBytesOfErase) return false;
   ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
   ErasedPageCount = std::min(live::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});

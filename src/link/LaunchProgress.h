@@ -15,7 +15,7 @@ struct LaunchProgress {
 
   /// Counts the bytes of one tick. True while the logger erases; fewer than 4 bytes are the end, and change
   /// nothing.
-  bool Take(std::size_t count);
+  bool Count(std::size_t count);
 };
 
 struct EepromCell {

@@ -10,7 +10,7 @@ namespace bexlow::link {
 
 namespace {
 
-consteval bool CommandsAreSound() {
+consteval bool CommandsAreDistinct() {
   for (std::size_t i = 0; i < std::size(Commands); ++i) {
     if (static_cast<std::size_t>(Commands[i].name) != i) return false;
     for (std::size_t k = 0; k < i; ++k) {
@@ -19,7 +19,7 @@ consteval bool CommandsAreSound() {
   }
   return true;
 }
-static_assert(std::size(Commands) == 10 && CommandsAreSound());
+static_assert(std::size(Commands) == 10 && CommandsAreDistinct());
 
 [[noreturn]] void Throw(std::errc code, const char* words) {
   throw std::system_error(std::make_error_code(code), words);

@@ -7,7 +7,7 @@
 namespace bexlow::live {
 
 /// Takes one axis of a sample over: the word, signed in place, and the angle.
-inline void TakeAngle(const AngleRow& row, const link::AnglePair& words, LiveSample& sample) {
+inline void DecodeAngle(const AngleRow& row, const link::AnglePair& words, LiveSample& sample) {
   const double word = words.*row.received;
   sample.*row.wordField = SignedSampleWord(word);
   sample.*row.angleField = SampleWordToAngle(word, row.fullScale);

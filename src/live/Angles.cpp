@@ -39,7 +39,7 @@ void Angles::Decode(const link::Bytes& reply) {
   if (!words) return;
   received_ = *words;
   for (std::size_t i = 0; i < axes_.size(); ++i) {
-    TakeAngle(*axes_[i].row, received_, Shared.LiveSample);
+    DecodeAngle(*axes_[i].row, received_, Shared.LiveSample);
     Strips().Add(i, SampleSeconds(), Shared.LiveSample.*axes_[i].row->angleField);
   }
 }

@@ -105,7 +105,7 @@ bool RemoteSession::ShowOnDials() const {
 }
 
 // The socket keeps its old ports until Reset.
-void RemoteSession::TakeRole(const SessionRole& role) {
+void RemoteSession::ApplyRole(const SessionRole& role) {
   mnuSample->setEnabled(role.sends);
   fraSend->setEnabled(role.sends);
   fraDial->setEnabled(!role.sends);
@@ -182,7 +182,7 @@ void RemoteSession::Take(const link::Bytes& reply) {
   if (!words) return;
   auto& sample = Shared.LiveSample;
   for (const auto& axis : axes_) {
-    TakeAngle(*axis.row, *words, sample);
+    DecodeAngle(*axis.row, *words, sample);
     axis.text->setText(Shown(sample.*axis.row->angleField));
   }
   if (!SendToPeer()) return;

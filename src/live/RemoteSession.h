@@ -53,7 +53,7 @@ class RemoteSession : public platform::Form {
   void LinkTexts();
 
   void Form_Load();
-  void TakeRole(const SessionRole& role);
+  void ApplyRole(const SessionRole& role);
   void ShowPorts(const SessionRole& role);
   void cmdReset_Click();
   void cmdClearSend_Click();

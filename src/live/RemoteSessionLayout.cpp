@@ -87,7 +87,7 @@ QGroupBox* RemoteSession::BuildSession() {
   auto* column = new QVBoxLayout(fraSession);
   for (const auto& role : SessionRoles) {
     column->addWidget(
-        MakeOption(role.name, role.caption, fraSession, role.sends, [this, &role] { TakeRole(role); }));
+        MakeOption(role.name, role.caption, fraSession, role.sends, [this, &role] { ApplyRole(role); }));
   }
   return fraSession;
 }

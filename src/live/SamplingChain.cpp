@@ -18,8 +18,8 @@ namespace {
 constexpr int ShownWithinMs = 50;
 constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the logger's clock and the machine's differ by a few hundredths
-constexpr double PseudoTerminalByteTimes =
-    1.5;  // a line without a pace answers sooner than any rest would let it
+// Below so many byte times the device is not paced (a pseudo-terminal), and the check is off.
+constexpr double PseudoTerminalByteTimes = 1.5;
 
 }  // namespace
 

@@ -93,18 +93,18 @@ std::size_t GraphBP::Number() const {
 void GraphBP::Open(const std::string& fileName) {
   Guarded(*this, "mnuOpen_Click", [&] {
     txtFileName->setText(QString::fromStdString(fileName));
-    if (TakesFile() && BuildDoubleChannelArrays()) ShowFile();
+    if (HeaderIsAccepted() && BuildDoubleChannelArrays()) ShowFile();
   });
 }
 
 void GraphBP::mnuOpen_Click() {
   Guarded(*this, "mnuOpen_Click", [this] {
     graph::AskForDataFile(CommonDialog1, *txtFileName);
-    if (TakesFile() && BuildDoubleChannelArrays()) ShowFile();
+    if (HeaderIsAccepted() && BuildDoubleChannelArrays()) ShowFile();
   });
 }
 
-bool GraphBP::TakesFile() {
+bool GraphBP::HeaderIsAccepted() {
   const auto text = platform::ReadWhole(FileName());
   switch (CheckReviewFile(text)) {
     case ReviewCheck::Ok:

@@ -37,7 +37,7 @@ class GraphBP : public platform::Form {
   void cmdForward_Click();
   void cmdShowAll_Click();
 
-  bool TakesFile();
+  bool HeaderIsAccepted();
   bool BuildDoubleChannelArrays();
   void ShowFile();
   void ShowPush(std::size_t number);

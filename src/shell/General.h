@@ -5,7 +5,7 @@
 
 namespace bexlow::shell {
 
-/// Returns when at least this time has passed on the millisecond counter. Holds up every event meanwhile,
+/// Returns when at least this time has passed on the high-resolution counter. Holds up every event meanwhile,
 /// while bytes go on being collected. 0 or less returns at once.
 void WaitMilliseconds(int milliseconds);
 /// The same for shorter times, such as the length of a byte on the line.

@@ -64,7 +64,7 @@ TEST(Launch, ProgressAtItsEdges) {
        {Row{0, 4, 2, 1}, Row{5.5, 4, 7.5, 2}, Row{9000, 4, 9002, 2047}}) {
     SCOPED_TRACE(before);
     LaunchProgress progress{before, 0};
-    EXPECT_TRUE(progress.Take(count));
+    EXPECT_TRUE(progress.Count(count));
     EXPECT_EQ(progress.ErasedByteCount, bytes);
     EXPECT_EQ(progress.ErasedPageCount, page);
   }

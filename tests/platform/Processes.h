@@ -26,7 +26,7 @@ inline Failure FailureOf(const std::function<void()>& action) {
 }
 
 /// Whether something is so in another process.
-inline bool Elsewhere(const std::function<bool()>& so) {
+inline bool InAnotherProcess(const std::function<bool()>& so) {
   const pid_t child = fork();
   if (child == 0) ::_exit(so() ? 0 : 1);
   int status = -1;

@@ -52,7 +52,7 @@ TEST_F(Files, FailuresBearTheSystemsNumber) {
   EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(pipe); }), EINVAL) << "nothing waits for its other end";
   EXPECT_EQ(ErrorOf([&] { platform::Append(pipe, "x"); }), ENXIO);
   EXPECT_EQ(ErrorOf([&] { platform::WriteWhole("/dev/null", "x"); }), EINVAL);
-  EXPECT_TRUE(Elsewhere([] {
+  EXPECT_TRUE(InAnotherProcess([] {
     if (geteuid() == 0 && setuid(65534) != 0) return false;  // nothing is forbidden to root
     return ErrorOf([] { platform::WriteWhole("/etc/run.qbx", "x"); }) == EACCES;
   }));
@@ -62,7 +62,7 @@ TEST_F(Files, FailuresBearTheSystemsNumber) {
 TEST_F(Files, APartOfARecordIsCutBack) {
   const auto path = folder / "full.qbx";
   platform::WriteWhole(path, "whole\r\n");
-  EXPECT_TRUE(Elsewhere([&] {
+  EXPECT_TRUE(InAnotherProcess([&] {
     const platform::RealMachine machine(folder);  // without it the signal ends the program
     const rlimit limit{10, 10};
     setrlimit(RLIMIT_FSIZE, &limit);

@@ -162,7 +162,7 @@ TEST_F(Serial, IsHeldByOneControlAlone) {
   };
   comm.PortOpen(true);
   EXPECT_TRUE(inUse());
-  EXPECT_TRUE(Elsewhere(inUse));
+  EXPECT_TRUE(InAnotherProcess(inUse));
   EXPECT_NE(Words([&] { comm.PortOpen(true); }), "") << "opening twice is an error too";
   comm.PortOpen(false);
   EXPECT_EQ(Words([&] { second.PortOpen(true); }), "");

@@ -21,7 +21,7 @@ FramePace::FramePace(QWidget& window) : QObject(&window), window_(window) {
   window.installEventFilter(this);
 }
 
-// The window asks once, and again only when it has been painted, so that one request is all there is to keep.
+// A window posts one UpdateRequest per paint, so one flag is enough.
 bool FramePace::eventFilter(QObject*, QEvent* event) {
   if (event->type() != QEvent::UpdateRequest) return false;
   if (frame_.isActive()) return owed_ = true;
