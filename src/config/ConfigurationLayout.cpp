@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "config/Configuration.h"
+#include "link/Communications.h"
 #include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
@@ -70,7 +71,10 @@ Configuration::Configuration()
   AddChord(shell::ServiceChord, [this] { ToggleHidden(); });
   OnCloseRequest = [this] { Unload(); };
   OnActivity = [this] { return Activity(); };
-  StartWith([this] { mnuRead_Click(); });
+  StartWith([this] {
+    if (!link::LoggerIsFree(*this)) return Unload();  // boxes that were never filled must not be written
+    mnuRead_Click();
+  });
 }
 
 void Configuration::BuildMenus() {

@@ -121,7 +121,7 @@ void EEPROM::TimerEEPROM_Timer() {
     if (reply.size() == 1) {
       txtValue->setText(QString::number(reply.front()));
     } else {
-      MsgBox("Read EEPROM error: packet length is <> 1 byte!");
+      shell::TellFailure("Read EEPROM error: packet length is <> 1 byte!");
     }
     EndOperation();
   });

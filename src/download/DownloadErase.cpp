@@ -75,7 +75,8 @@ bool DownloadErase::RetrieveAll() {
   int done = 0;
   for (const auto& [retrieve, what] : Steps) {
     if (!(this->*retrieve)()) {
-      MsgBox(std::string("Download ") + what + " parameters were not retrieved! Download failed!");
+      shell::TellFailure(std::string("Download ") + what +
+                         " parameters were not retrieved! Download failed!");
       BackToIdle();
       return false;
     }
@@ -196,25 +197,30 @@ bool DownloadErase::EndsData(const Bytes& reply) {
          IsBlankPage(Page(reply.data(), link::PageSize));
 }
 
+// The record is written before the request for the next page is whole; where that fails, the request is
+// completed before the user is told: a logger that waits for the last byte behind an open box takes it for a
+// command.
 void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
-  const Page page(reply.data(), link::PageSize);
+  const auto taken = Shared.DownloadPageNumber;
   Shared.EndOfDataReached = EndsData(reply);
-  if (!Shared.EndOfDataReached) {
-    if (Shared.DownloadPageNumber != 0) {
-      const auto& parameters = Shared.OnBoardParameters;
-      Shared.PageDataText = DecodePage(page, parameters.BinLinearMode, parameters.LinearChannels);
-      if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(Shared.DownloadPageNumber);
-    }
-    ++Shared.DownloadPageNumber;
+  if (!Shared.EndOfDataReached) ++Shared.DownloadPageNumber;
+  const bool finished = Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1;
+  bool requested = finished;
+  const auto requestNext = [&] {
+    if (!std::exchange(requested, true)) RequestPage(stepsSent);
+  };
+  const bool holdsRecord = taken != 0 && !Shared.EndOfDataReached;
+  if (holdsRecord) {
+    const auto& parameters = Shared.OnBoardParameters;
+    Shared.PageDataText =
+        DecodePage(Page(reply.data(), link::PageSize), parameters.BinLinearMode, parameters.LinearChannels);
+    if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(taken, requestNext);
   }
-  if (Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1)
-    return FinishDownload();
+  requestNext();
+  if (holdsRecord) preview_->Add(taken, Shared.PageDataText, TimeLeft());  // the next page is on the line
+  if (finished) return FinishDownload();
   fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
-  RequestPage(stepsSent);
-  // The next page is on the line meanwhile.
-  const auto taken = Shared.DownloadPageNumber - 1;
-  if (taken > 0) preview_->Add(taken, Shared.PageDataText, TimeLeft());
 }
 
 // Whole seconds of the calendar clock, and no limit to the repeats: only the user knows when to give up.
@@ -229,9 +235,10 @@ void DownloadErase::TimerSampling_Timer() {
     RequestPage();
     TimerSampling.Enabled(true);
   };
-  // A line that takes no request is gone for good: nothing is attempted any more, and the window must not say
-  // so.
+  // A line that takes no request is gone for good. The timer stays off, so the warning that the program tries
+  // again is hidden, and nothing more is saved.
   Guarded(*this, "TimerSampling_Timer", tick, [this] {
+    Shared.LiveSample.SavingToFile = false;
     lblWarning->hide();
     MousePointer(Pointer::Normal);
   });
@@ -239,10 +246,10 @@ void DownloadErase::TimerSampling_Timer() {
 
 // Where the data ends is known only when a blank page comes: the time left is that of a full logger.
 platform::Activity DownloadErase::Activity() const {
-  if (!mnuDownload->isChecked()) return {"Retrieving on-board parameters", ""};
-  if (!lblWarning->isHidden())
-    return {"No reply, asking again", "for page " + NumberText(Shared.DownloadPageNumber)};
-  return {"Downloading", "page " + NumberText(Shared.DownloadPageNumber) + ", " + TimeLeft() + " left"};
+  const std::string page = "page " + NumberText(Shared.DownloadPageNumber);
+  if (!TimerSampling.Enabled()) return {"Download has stopped", "at " + page};
+  if (!lblWarning->isHidden()) return {"No reply, asking again", "for " + page};
+  return {"Downloading", page + ", " + TimeLeft() + " left"};
 }
 
 std::string DownloadErase::TimeLeft() const {
@@ -270,12 +277,14 @@ void DownloadErase::FinishDownload() {
 
 void DownloadErase::StopDownload() {
   TimerSampling.Enabled(false);
-  Shared.LiveSample.SavingToFile = false;
+  if (OtherEngaged(this) == nullptr) {
+    Shared.LiveSample.SavingToFile = false;
+    Shared.DataFileName.clear();
+  }
   link::CloseCommPort(MSComm1, *this);
   BackToIdle();
   ClearDetails();
   lblWarning->hide();
-  Shared.DataFileName.clear();
   CommonDialog1.FileName.clear();
   MousePointer(Pointer::Normal);
 }

@@ -25,7 +25,7 @@ DownloadErase::DownloadErase(std::function<void()> openGraph)
   BuildBody();
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   TimerSampling.OnTimer = [this] { TimerSampling_Timer(); };
-  OnActivity = [this] { return erase_.Running() ? erase_.Activity() : Activity(); };
+  OnActivity = [this] { return mnuErase->isChecked() ? erase_.Activity() : Activity(); };
   OnCloseRequest = [this] { mnuReturn_Click(); };
 }
 

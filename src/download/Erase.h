@@ -21,7 +21,6 @@ class Erase {
   QGroupBox* Frame() const { return fraErase; }
 
   void mnuErase_Click();
-  bool Running() const { return TimerErase.Enabled(); }
   platform::Activity Activity() const;
   /// Stops watching without a message, when the screen is left.
   void End();

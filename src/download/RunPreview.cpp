@@ -69,6 +69,7 @@ void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName
   records_.clear();
   graphs_->PrepareLinear();
   if (bins_) graphs_->PrepareBin();
+  if (channels_ != 3) graphs_->MoveTogether(false);
   const auto text = DataFileHeader(DataFileKind::DownloadPages, {}, header, BinLinearMode, LinearChannels);
   graphs_->TellFile(fileName, graph::ReadRunFacts(text));
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {

@@ -16,6 +16,7 @@ void OpenCommPort(platform::MSComm& comm, const platform::Form& screen) {
     comm.CommPort(shell::Shared.CurrentCommPort);
     comm.InputLen(0);
     comm.PortOpen(true);
+    shell::Shared.LastFailure.clear();  // of an exchange before
   });
 }
 
@@ -27,10 +28,7 @@ void CloseCommPort(platform::MSComm& comm, const platform::Form& screen) {
 
 bool LoggerIsFree(const platform::Form& screen) {
   const auto* other = platform::Form::OtherEngaged(&screen);
-  if (other == nullptr) {
-    shell::Shared.LastFailure.clear();  // of an exchange before
-    return true;
-  }
+  if (other == nullptr) return true;
   platform::MsgBox("The screen \"" + other->windowTitle().toStdString() +
                    "\" is using the logger. Please wait until it has ended, or stop it there!");
   return false;
@@ -66,7 +64,7 @@ void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::s
   for (int round = 0; round < MostRounds; ++round) {
     const Bytes more = comm.Input();
     reply.insert(reply.end(), more.begin(), more.end());
-    if (reply.size() == expected || (round > 0 && more.empty())) return;
+    if (!begun.empty() || reply.size() == expected || (round > 0 && more.empty())) return;
     shell::WaitMicroseconds(LineSilenceUs);
   }
 }

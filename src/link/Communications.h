@@ -33,14 +33,14 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
 inline constexpr std::int64_t LineSilenceUs = 20'000;
 
 /// Adds to a reply what still comes behind it. That a reply is too long, or comes twice, shows only by that,
-/// and on a line that delivers in bursts only some milliseconds later.
-/// @param reply     what Input gave; of the expected length afterwards if it was right
-/// @param begun     the beginning that a repeat of the request and the next one share. It is written first:
-/// what comes
-///                  during its pauses belongs to the reply, and no time is lost.
+/// and on a line that delivers in bursts only some milliseconds later. The reply is right if it has the
+/// expected length afterwards.
+///
+/// `begun` is what a repeat of the request and the next one begin with in common. It is written first, and
+/// what comes during its pauses belongs to the reply, so that no time is lost. The caller sends the rest at
+/// once: a logger that is kept waiting for it takes it for a command. Where nothing is begun, a wrong reply
+/// is followed until the line is silent, so that the next one begins on an empty line.
 /// @param silentUs  the least time that this takes, in microseconds
-/// A reply of a wrong length is followed until the line is silent, so that the next one begins on an empty
-/// line.
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun = {},
               std::int64_t silentUs = LineSilenceUs);
 

@@ -150,7 +150,7 @@ void Connect::cmdOK_Click() {
     platform::Machine::Get().Repaint();
     const bool retrieved = RetrieveOnBoardParameters();
     if (!retrieved)
-      MsgBox(
+      shell::TellFailure(
           "A communication failure has occurred!\r\n"
           "On-board parameters were not retrieved from the Bexlow.\r\n"
           "Check your hardware set-up and try again.");

@@ -56,7 +56,8 @@ void Launch::mnuLaunch_Click() {
                               "Click YES to proceed.\r\n"
                               "Click NO to cancel this operation."))
     return;
-  if (!WriteLaunchTime()) return MsgBox("Launch Time write to EEPROM failed! Launch did not occur.");
+  if (!WriteLaunchTime())
+    return shell::TellFailure("Launch Time write to EEPROM failed! Launch did not occur.");
   EraseAndLaunch();
 }
 
@@ -92,7 +93,7 @@ void Launch::EraseAndLaunch() {
     Timer1.Enabled(false);
     MSComm1.PortOpen(false);
     HideProgress();
-    MsgBox("Bexlow failed to launch!");
+    shell::TellFailure("Bexlow failed to launch!");
   }
 }
 

@@ -43,6 +43,10 @@ void LiveStrips::Show() {
   Draw();
 }
 
+void LiveStrips::Finish() {
+  if (!paused_) Draw();
+}
+
 void LiveStrips::Draw() {
   for (const auto& [graph, values] : strips_)
     graph->PlotY(values.Values(), -Strip::Seconds, 0.5 / Strip::PartsASecond);

@@ -29,6 +29,8 @@ class LiveStrips : public QWidget {
   void Add(std::size_t strip, double seconds, double value) { strips_[strip].values.Add(seconds, value); }
   /// Draws what has come, at most ten times a second.
   void Show();
+  /// Draws what has not been drawn yet.
+  void Finish();
   void Clear();
 
  private:

@@ -78,24 +78,17 @@ platform::Activity RecordingScreen::Activity() {
 
 void RecordingScreen::StopSampling() {
   chain_.Stop();
+  strips_->Finish();
   mnuSample->setChecked(false);
   mnuSave->setEnabled(true);
   Stopped();
-}
-
-double RecordingScreen::SampleSeconds() const {
-  const auto& clock = Shared.SampleClock;
-  return static_cast<double>(clock.CounterNow - clock.CounterStart) /
-         static_cast<double>(clock.CounterFrequency);
 }
 
 void RecordingScreen::Take(const link::Bytes& reply) {
   Shared.SampleClock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   Shared.LiveSample.SampleTime = NumberText(ElapsedSeconds(Shared.SampleClock));
   Decode(reply);
-  if (!Shared.LiveSample.SavingToFile) return;
-  kind_.write(Shared.LiveSample.SampleTime);
-  ++saved_;
+  if (Shared.LiveSample.SavingToFile && kind_.write(Shared.LiveSample.SampleTime)) ++saved_;
 }
 
 // The file of a recording screen that stands beside this one is not for this one's samples.

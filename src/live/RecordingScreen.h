@@ -18,7 +18,7 @@ struct RecordingKind {
   const char* screen;  ///< its name, and its caption
   link::CommandName command;
   download::DataFileKind file;
-  void (*write)(const std::string& time);  ///< appends the sample to the data file
+  bool (*write)(const std::string& time);  ///< appends the sample to the data file
 };
 
 class RecordingScreen : public platform::Form {
@@ -39,8 +39,6 @@ class RecordingScreen : public platform::Form {
   SamplingChain& Chain() { return chain_; }
   platform::MSComm& SerialControl() { return MSComm1; }
   LiveStrips& Strips() { return *strips_; }
-  /// Seconds from the start of sampling to the sample that is being decoded.
-  double SampleSeconds() const;
 
  private:
   void BuildMenu();

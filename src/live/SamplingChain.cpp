@@ -20,6 +20,7 @@ constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the logger's clock and the machine's differ by a few hundredths
 // Below so many byte times the device is not paced (a pseudo-terminal), and the check is off.
 constexpr double PseudoTerminalByteTimes = 1.5;
+constexpr double LeastByteTimes = 1.5;  // the request and the first byte of its reply take 2
 
 }  // namespace
 
@@ -94,18 +95,22 @@ void SamplingChain::ShowWhatWasTaken() {
 // Waiting for the end of every reply would cost a third of the samples. Where a line hands bytes over one by
 // one, the rest of a reply that was too long shows in the next: that is complete before the line can have
 // carried a request and a whole reply. Where it hands them over in bursts, the count is wrong.
-bool SamplingChain::CameTooSoon() const {
+bool SamplingChain::CameTooSoon(std::int64_t firstByteAt) const {
   auto& machine = Machine::Get();
-  const double seconds = static_cast<double>(machine.QueryPerformanceCounter() - requestedAt_) /
-                         static_cast<double>(machine.QueryPerformanceFrequency());
-  const double byteTimes = seconds / SecondsAByte;
-  return byteTimes > PseudoTerminalByteTimes && byteTimes < (1 + threshold_) * Tolerance;
+  const auto byteTimes = [&](std::int64_t at) {
+    const auto counts = static_cast<double>(at - requestedAt_);
+    return counts / static_cast<double>(machine.QueryPerformanceFrequency()) / SecondsAByte;
+  };
+  const double whole = byteTimes(machine.QueryPerformanceCounter());
+  if (whole < PseudoTerminalByteTimes) return false;
+  return whole < (1 + threshold_) * Tolerance || byteTimes(firstByteAt) < LeastByteTimes;
 }
 
 link::Bytes SamplingChain::TakeReply() {
   const auto expected = static_cast<std::size_t>(threshold_);
+  const auto firstByteAt = comm_.FirstByteAt();
   link::Bytes reply = comm_.Input();
-  if (reply.size() != expected || CameTooSoon()) link::EndReply(comm_, reply, expected);
+  if (reply.size() != expected || CameTooSoon(firstByteAt)) link::EndReply(comm_, reply, expected);
   return reply;
 }
 

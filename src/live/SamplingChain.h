@@ -43,7 +43,7 @@ class SamplingChain {
  private:
   void MSComm1_OnComm();
   link::Bytes TakeReply();
-  bool CameTooSoon() const;
+  bool CameTooSoon(std::int64_t firstByteAt) const;
   void Request();
   void ShowWhatWasTaken();
   double Rate();

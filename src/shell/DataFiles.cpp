@@ -11,8 +11,10 @@ namespace bexlow::shell {
 
 namespace {
 
-void AppendRecord(const char* procedure, const std::string& record) {
-  GuardedIn("General", procedure, [&] { platform::Append(Shared.DataFileName, record); });
+bool AppendRecord(const char* procedure, const std::string& record,
+                  const std::function<void()>& beforeReport = {}) {
+  return GuardedIn(
+      "General", procedure, [&] { platform::Append(Shared.DataFileName, record); }, beforeReport);
 }
 
 }  // namespace
@@ -41,16 +43,17 @@ std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFi
   return {};
 }
 
-void WriteDownloadPagesToFile(std::int32_t page) {
-  AppendRecord("WriteDownloadPagesToFile", download::PageRecord(page, Shared.PageDataText));
+bool WriteDownloadPagesToFile(std::int32_t page, const std::function<void()>& beforeReport) {
+  return AppendRecord("WriteDownloadPagesToFile", download::PageRecord(page, Shared.PageDataText),
+                      beforeReport);
 }
 
-void WriteAccelerometersToFile(const std::string& time) {
-  AppendRecord("WriteAccelerometersToFile", download::AccelerometersRecord(Shared.LiveSample, time));
+bool WriteAccelerometersToFile(const std::string& time) {
+  return AppendRecord("WriteAccelerometersToFile", download::AccelerometersRecord(Shared.LiveSample, time));
 }
 
-void WriteAnglesToFile(const std::string& time) {
-  AppendRecord("WriteAnglesToFile", download::AnglesRecord(Shared.LiveSample, time));
+bool WriteAnglesToFile(const std::string& time) {
+  return AppendRecord("WriteAnglesToFile", download::AnglesRecord(Shared.LiveSample, time));
 }
 
 }  // namespace bexlow::shell

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "download/DataFile.h"
@@ -14,9 +15,10 @@ namespace bexlow::shell {
 /// @return why the file cannot be created, in words; DataFileName is empty then. Otherwise an empty text.
 std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind);
 
-/// Append one record to DataFileName. A failure is reported, and that record is lost.
-void WriteDownloadPagesToFile(std::int32_t page);
-void WriteAccelerometersToFile(const std::string& time);
-void WriteAnglesToFile(const std::string& time);
+/// Append one record to DataFileName. A failure is reported, and that record is lost: false.
+/// @param beforeReport  what must be done before the user is told
+bool WriteDownloadPagesToFile(std::int32_t page, const std::function<void()>& beforeReport = {});
+bool WriteAccelerometersToFile(const std::string& time);
+bool WriteAnglesToFile(const std::string& time);
 
 }  // namespace bexlow::shell

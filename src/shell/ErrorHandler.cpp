@@ -96,10 +96,19 @@ void Guarded(const platform::Form& form, const char* procedure, const std::funct
                      failure->description);
 }
 
-void GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body) {
+bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body,
+               const std::function<void()>& beforeReport) {
   const platform::EventGate::Hold hold;
-  if (const auto failure = FailureOf(body))
-    SimpleErrorHandler(failure->number, procedure, place, failure->description);
+  const auto failure = FailureOf(body);
+  if (!failure) return true;
+  if (beforeReport) beforeReport();
+  SimpleErrorHandler(failure->number, procedure, place, failure->description);
+  return false;
+}
+
+void TellFailure(const std::string& text) {
+  Shared.LastFailure = text.substr(0, text.find(Crlf));
+  platform::MsgBox(text);
 }
 
 }  // namespace bexlow::shell

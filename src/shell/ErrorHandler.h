@@ -24,7 +24,11 @@ void SimpleErrorHandler(int number, const std::string& source, const std::string
 void Guarded(const platform::Form& form, const char* procedure, const std::function<void()>& body,
              const std::function<void()>& beforeReport = {});
 
-/// The same for the routines of a module, or for a screen given by name.
-void GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body);
+/// The same for the routines of a module, or for a screen given by name. False after a failure.
+bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body,
+               const std::function<void()>& beforeReport = {});
+
+/// A message of a screen's own about something that failed; the status line keeps its first line.
+void TellFailure(const std::string& text);
 
 }  // namespace bexlow::shell

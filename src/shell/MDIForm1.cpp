@@ -25,6 +25,24 @@ namespace bexlow::shell {
 
 using platform::Form;
 
+namespace {
+
+std::vector<std::string> LocalFiles(const QDropEvent& event) {
+  std::vector<std::string> paths;
+  for (const auto& url : event.mimeData()->urls()) {
+    if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdString());
+  }
+  return paths;
+}
+
+// After a move the program that the file comes from would delete it.
+void AcceptCopy(QDropEvent& event) {
+  event.setDropAction(Qt::CopyAction);
+  event.accept();
+}
+
+}  // namespace
+
 MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   setObjectName("MDIForm1");
   setWindowTitle("Quornell Bexlow");
@@ -40,6 +58,7 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   auto* close = new QShortcut(QKeySequence::Close, this);
   connect(close, &QShortcut::activated, this, [this] { AskToClose(tabs_->currentIndex()); });
   auto* manual = new QShortcut(ManualKey, this);
+  manual->setAutoRepeat(false);
   connect(manual, &QShortcut::activated, this,
           [this] { platform::EventGate::Get().Click(this, [this] { ShowManual(); }); });
 }
@@ -73,15 +92,12 @@ bool MDIForm1::Load() {
 }
 
 void MDIForm1::dragEnterEvent(QDragEnterEvent* event) {
-  if (event->mimeData()->hasUrls()) event->acceptProposedAction();
+  if (!LocalFiles(*event).empty()) AcceptCopy(*event);
 }
 
 void MDIForm1::dropEvent(QDropEvent* event) {
-  std::vector<std::string> paths;
-  for (const auto& url : event->mimeData()->urls()) {
-    if (url.isLocalFile()) paths.push_back(url.toLocalFile().toStdString());
-  }
-  event->acceptProposedAction();
+  const auto paths = LocalFiles(*event);
+  AcceptCopy(*event);
   // The program that the files come from waits for the end of this event.
   platform::EventGate::Get().Offer(this, [this, paths] {
     if (!paths.empty() && OnFilesDropped) OnFilesDropped(paths);

@@ -248,7 +248,8 @@ void Main::LoggerSentOff() {
 
 // The port and its device, since two loggers may be plugged in.
 void Main::ShowConnection() {
-  if (!mnuTools->isEnabled()) return outer_.Status().Connection("No logger connected");
+  if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0)
+    return outer_.Status().Connection("No logger connected");
   const auto device = platform::Machine::Get().DescribePort(Shared.CurrentCommPort).device;
   outer_.Status().Connection("Connected on Comm " + live::NumberText(Shared.CurrentCommPort) +
                              (device.empty() ? "" : ", " + device));

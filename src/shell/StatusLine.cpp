@@ -15,7 +15,10 @@ constexpr std::chrono::milliseconds RefreshEvery{250};
 
 void SetText(QLabel& label, const std::string& text) {
   const auto shown = QString::fromStdString(text);
-  if (label.text() != shown) label.setText(shown);
+  if (label.text() == shown) return;
+  label.setText(shown);
+  label.setToolTip(shown);
+  label.setAccessibleDescription(shown);
 }
 
 }  // namespace
@@ -29,7 +32,10 @@ StatusLine::StatusLine(QStatusBar& bar)
   bar.addWidget(lblConnection);
   bar.addWidget(lblActivity, 1);
   lblActivity->setIndent(16);
-  bar.addPermanentWidget(lblFailure);
+  bar.addPermanentWidget(lblFailure, 1);
+  for (auto* label : {lblActivity, lblFailure})
+    label->setSizePolicy(QSizePolicy::Ignored,
+                         QSizePolicy::Preferred);  // a long text must not widen the window
   lblFailure->setForegroundRole(QPalette::PlaceholderText);
   alarm_->Start(RefreshEvery);
 }

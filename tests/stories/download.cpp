@@ -144,7 +144,7 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
           sawWarning = sawWarning || !The<QLabel>("lblWarning").isHidden();
         }
         ASSERT_FALSE(Running());
-        EXPECT_TRUE(struck != 33 || sawWarning == warned);
+        EXPECT_TRUE(struck != 33 || line.everyTick > 1us || sawWarning == warned);
         ReadsCompletion();
         EXPECT_EQ(PagesInFile(), UpTo(5));
         EXPECT_EQ(Record(2).substr(0, 12), "2.8,2.1,5.6,") << "page 2 begins with the bytes 2, 3, 4";

@@ -4,7 +4,7 @@
 
 namespace bexlow::platform {
 
-void FocusKeeper::Run(const std::function<void()>& action) {
+void FocusKeeper::Run(const std::function<void()>& action, const QWidget* pressed) {
   struct Running {
     FocusKeeper& keeper;
     ~Running() {
@@ -12,8 +12,9 @@ void FocusKeeper::Run(const std::function<void()>& action) {
       keeper.movedOnTo_ = keeper.screen_.focusWidget();
     }
   };
+  const bool usesIt = pressed != nullptr && pressed == screen_.focusWidget();
   const bool stillWaits =
-      control_ != nullptr && !control_->isEnabled() && screen_.focusWidget() == movedOnTo_;
+      control_ != nullptr && !control_->isEnabled() && screen_.focusWidget() == movedOnTo_ && !usesIt;
   if (!stillWaits) Watch(screen_.focusWidget());
   const Running now{*this};
   running_ = true;

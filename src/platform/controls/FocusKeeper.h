@@ -18,7 +18,8 @@ class FocusKeeper : public QObject {
   /// Runs an action. The toolkit moves the keyboard on when the control that has it is disabled; it comes
   /// back when the control is enabled again, during the action or later, unless the user has moved it
   /// meanwhile.
-  void Run(const std::function<void()>& action);
+  /// @param pressed  what the user pressed for it; null for a menu entry or a key
+  void Run(const std::function<void()>& action, const QWidget* pressed = nullptr);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

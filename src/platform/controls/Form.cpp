@@ -124,9 +124,9 @@ QMenu* Form::AddMenu(const char* name, const QString& caption) {
   return menu;
 }
 
-bool Form::Act(const std::function<void()>& handler) {
+bool Form::Act(const std::function<void()>& handler, const QWidget* pressed) {
   if (unloaded_) return true;
-  return EventGate::Get().Click(this, [&] { focusKeeper_.Run(handler); });
+  return EventGate::Get().Click(this, [&] { focusKeeper_.Run(handler, pressed); });
 }
 
 // A screen reader reaches the entries of a disabled menu.
@@ -168,7 +168,8 @@ QAction* Form::AddSeparator(QMenu* menu, const char* name) {
 QPushButton* Form::MakeButton(const char* name, const QString& caption, std::function<void()> handler) {
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
-  connect(button, &QPushButton::clicked, this, [this, handler = std::move(handler)] { Act(handler); });
+  connect(button, &QPushButton::clicked, this,
+          [this, button, handler = std::move(handler)] { Act(handler, button); });
   return button;
 }
 

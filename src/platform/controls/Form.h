@@ -100,7 +100,7 @@ class Form : public QWidget {
 
  private:
   /// Runs a user's action. False if it was dropped.
-  bool Act(const std::function<void()>& handler);
+  bool Act(const std::function<void()>& handler, const QWidget* pressed = nullptr);
   void Choose(const QMenu* menu, const std::function<void()>& handler);
   void End();
 

@@ -72,6 +72,7 @@ Bytes MSComm::Input() {
 }
 
 void MSComm::Receive(const Bytes& bytes) {
+  if (received_.empty()) firstByteAt_ = Machine::Get().QueryPerformanceCounter();
   const auto room = std::max(NeverDropBelow, static_cast<std::size_t>(std::max(inBufferSize_, 0)));
   const auto taken = std::min(bytes.size(), room - std::min(room, received_.size()));
   received_.insert(received_.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(taken));

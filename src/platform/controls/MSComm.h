@@ -39,6 +39,8 @@ class MSComm {
   int RThreshold() const { return rThreshold_; }
   /// Waiting bytes that raise OnComm; 0 silences it.
   void RThreshold(int count);
+  /// When the first of the waiting bytes came, on the high-resolution counter.
+  std::int64_t FirstByteAt() const { return firstByteAt_; }
   int CommEvent() const { return commEvent_; }
   std::function<void()> OnComm;
 
@@ -60,6 +62,7 @@ class MSComm {
   int rThreshold_ = 0;
   int commEvent_ = 0;
   Bytes received_;
+  std::int64_t firstByteAt_ = 0;
   std::unique_ptr<SerialLine> line_;
 };
 
