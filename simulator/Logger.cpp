@@ -11,8 +11,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Time RequestTimeout = 200ms;  // a host pauses 12 ms between the bytes of a request
-constexpr Time LaunchQuiet = 500ms;     // a line this quiet counts as unplugged where a closing can't be seen
+constexpr Time RequestTimeout = 1s;  // a host pauses 12 ms within a request; a busy machine runs this late
+constexpr Time LaunchQuiet = 500ms;  // a line this quiet counts as unplugged where a closing can't be seen
 constexpr std::uint16_t FirmwareWord = 3300;  // thousandths: version 3.3
 
 std::vector<std::uint8_t> WordBytes(std::span<const std::uint16_t> words) {

@@ -37,7 +37,7 @@ class Logger {
   Logger(const LoggerSetup& setup, Time start);
 
   /// One byte off the line, complete at `now`. Gives the reply when the byte ends a request that has one.
-  /// Unknown letters, pages outside the memory and requests broken off for more than 200 ms give nothing.
+  /// Unknown letters, pages outside the memory and requests broken off for more than a second give nothing.
   std::optional<Reply> Take(std::uint8_t byte, Time now);
 
   /// Brings a running erase up to `now`, and logs the launched run when its time has come.

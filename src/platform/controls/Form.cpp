@@ -174,7 +174,7 @@ QPushButton* Form::MakeButton(const char* name, const QString& caption, std::fun
 }
 
 QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget* parent, bool marked,
-                               std::function<void()> handler) {
+                               const std::function<void()>& handler) {
   auto* option = new QRadioButton(caption, parent);
   option->setObjectName(name);
   option->setChecked(marked);

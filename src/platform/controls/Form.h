@@ -84,7 +84,7 @@ class Form : public QWidget {
   /// An option; options of one parent exclude each other. The handler runs through the event gate, once for
   /// each mark that is set after it was made, be it by a click, by a key or by an assistive tool.
   QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent, bool marked,
-                           std::function<void()> handler = {});
+                           const std::function<void()>& handler = {});
   void DefaultButton(QPushButton* button) { defaultButton_ = button; }
   /// The control that has the keyboard first, where it is not the first that does more than show a text.
   void FirstFocus(QWidget* control) { firstFocus_ = control; }
