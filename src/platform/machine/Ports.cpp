@@ -52,7 +52,7 @@ std::string AdapterWords(const fs::path& systemDevice) {
     const auto product = lineOf(folder / "product");
     if (product.empty()) continue;
     const auto maker = lineOf(folder / "manufacturer");
-    return maker.empty() ? product : maker + " " + product;
+    return maker.empty() ? product : std::string(maker).append(" ").append(product);
   }
   return {};
 }
