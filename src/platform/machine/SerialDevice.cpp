@@ -98,7 +98,7 @@ void SerialDevice::Configure(const std::string& settings) {
                             label_ + ": settings " + settings + " are not supported");
   SetLineParameters();
   AskForLowLatency(handle_);
-  tcflush(handle_, TCIOFLUSH);
+  tcflush(handle_, TCIFLUSH);  // what was written before the last closing may still be on its way
 }
 
 // A port keeps what an earlier program has set, so nothing of it is taken over: no flow control of either
