@@ -45,7 +45,8 @@ Graph::Graph() : Form("Graph", "Graph") {
 
 void Graph::BuildMenu() {
   auto* file = AddMenu("mnuFile", "&File");
-  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); })->setShortcut(QKeySequence::Open);
+  AddEntry(
+      file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
   AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
 }
 

@@ -47,7 +47,7 @@ void GraphPair::PrepareLinear() {
     graph->SetPlotStyle(platform::PlotStyle::Linear);
     graph->SetXAxis(true, 0, 10);
     graph->SetYAxis(false, -fullScale, fullScale);
-    graph->SetLimit(0);
+    if (!graph->Limit()) graph->SetLimit(0);
   }
 }
 

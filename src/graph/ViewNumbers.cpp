@@ -3,22 +3,23 @@
 #include <algorithm>
 #include <cmath>
 
+#include "live/Conversions.h"
 #include "live/NumberText.h"
 
 namespace bexlow::graph {
 
 namespace {
 
-std::string Rounded(double value, double parts) {
-  return live::PlainNumberText(std::round(value * parts) / parts + 0.0);  // + 0: no -0
+std::string Rounded(double value, int decimals) {
+  return live::PlainNumberText(live::RoundToDecimals(value, decimals));
 }
 
 std::string Degrees(double value) {
-  return Rounded(value, 10) + "°";
+  return Rounded(value, 1) + "°";
 }
 
 std::string Percent(double share) {
-  return Rounded(share * 100, 10) + " %";
+  return Rounded(share * 100, 1) + " %";
 }
 
 }  // namespace
@@ -63,7 +64,7 @@ std::string NumbersRow(const std::string& axis, const ViewNumbers& numbers, doub
   for (const double value :
        {static_cast<double>(numbers.first), static_cast<double>(numbers.last), numbers.least, numbers.mean,
         numbers.greatest, limit, numbers.above * 100, numbers.below * 100})
-    row += "\t" + Rounded(value, 100);
+    row += "\t" + Rounded(value, 2);
   return row + "\n";
 }
 

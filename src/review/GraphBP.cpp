@@ -36,7 +36,8 @@ GraphBP::GraphBP() : Form("GraphBP", "Graph Button Pushes") {
 
 void GraphBP::BuildMenu() {
   auto* file = AddMenu("mnuFile", "&File");
-  AddEntry(file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); })->setShortcut(QKeySequence::Open);
+  AddEntry(
+      file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
   AddSeparator(file, "mnuSep");
   AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
 }
@@ -93,19 +94,25 @@ std::size_t GraphBP::Number() const {
 void GraphBP::Open(const std::string& fileName) {
   Guarded(*this, "mnuOpen_Click", [&] {
     txtFileName->setText(QString::fromStdString(fileName));
-    if (HeaderIsAccepted() && BuildDoubleChannelArrays()) ShowFile();
+    ReadAndShow();
   });
 }
 
 void GraphBP::mnuOpen_Click() {
   Guarded(*this, "mnuOpen_Click", [this] {
     graph::AskForDataFile(CommonDialog1, *txtFileName);
-    if (HeaderIsAccepted() && BuildDoubleChannelArrays()) ShowFile();
+    ReadAndShow();
   });
 }
 
-bool GraphBP::HeaderIsAccepted() {
+void GraphBP::ReadAndShow() {
   const auto text = platform::ReadWhole(FileName());
+  if (!HeaderIsAccepted(text)) return;
+  BuildDoubleChannelArrays(text);
+  ShowFile();
+}
+
+bool GraphBP::HeaderIsAccepted(const std::string& text) {
   switch (CheckReviewFile(text)) {
     case ReviewCheck::Ok:
       facts_ = graph::ReadRunFacts(text);
@@ -123,22 +130,15 @@ bool GraphBP::HeaderIsAccepted() {
   return false;
 }
 
-// A broken record is reported here and the file shown all the same, with empty series. False where the file
-// has lost its header since it was looked at.
-bool GraphBP::BuildDoubleChannelArrays() {
-  bool read = true;
-  Guarded(*this, "BuildDoubleChannelArrays", [&] {
-    review_ = {};
-    read = ReadReview(platform::ReadWhole(FileName()), review_);
-    if (!read) MsgBox(graph::EndOfFileText);
-  });
-  if (review_.ButtonPushes.empty()) review_.ButtonPushes = {0};
-  return read;
+// A broken record is reported here and the file shown all the same, with empty series.
+void GraphBP::BuildDoubleChannelArrays(const std::string& text) {
+  Guarded(*this, "BuildDoubleChannelArrays", [&] { ReadReview(text, review_); });
 }
 
 void GraphBP::ShowFile() {
   graphs_->TellFile(FileName(), facts_);
   lblBPCount_->setText("of " + QString::number(review_.PushCount));
+  txtBPNumber->setAccessibleDescription(lblBPCount_->text());
   graphs_->PrepareLinear();
   graphs_->Plot(*graphs_->CWGraph1, review_.XLinear);
   graphs_->Plot(*graphs_->CWGraph2, review_.YLinear);

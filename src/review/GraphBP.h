@@ -37,8 +37,9 @@ class GraphBP : public platform::Form {
   void cmdForward_Click();
   void cmdShowAll_Click();
 
-  bool HeaderIsAccepted();
-  bool BuildDoubleChannelArrays();
+  void ReadAndShow();
+  bool HeaderIsAccepted(const std::string& text);
+  void BuildDoubleChannelArrays(const std::string& text);
   void ShowFile();
   void ShowPush(std::size_t number);
   void ChooseCursor(double point);

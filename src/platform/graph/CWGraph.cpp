@@ -84,7 +84,7 @@ void CWGraph::BuildInteraction() {
   overlay_ = new CWGraphOverlay(*this);
   view_ = std::make_unique<CWGraphView>(*plot_->xAxis, *plot_->yAxis);
   view_->Changed = [this] { PassXView(); };
-  limit_ = std::make_unique<CWGraphLimit>(*plot_);
+  limit_ = std::make_unique<CWGraphLimit>(*plot_, view_->Y);
   readOut_ = std::make_unique<CWGraphReadOut>(series_, *plot_, *view_, *overlay_, *words_);
   connect(plot_, &QCustomPlot::afterReplot, this, [this] { TellMoved(); });
   interaction_ = new CWGraphInteraction(*this, *plot_, *view_, *readOut_, *overlay_, *limit_);
@@ -358,7 +358,7 @@ void CWGraph::showEvent(QShowEvent* event) {
 }
 
 void CWGraph::contextMenuEvent(QContextMenuEvent* event) {
-  if (event->reason() != QContextMenuEvent::Mouse && words_->isVisibleTo(this))
+  if (event->reason() != QContextMenuEvent::Mouse && interaction_->IsOn())
     menu_->popup(mapToGlobal(rect().center()));
   event->accept();  // by mouse it opens on release, since the right button also draws the rectangle
 }

@@ -172,6 +172,8 @@ class CWGraph : public QWidget, public DescribedChart {
   /// This graph, or both of a linked pair, in the order in which they stand.
   enum class Extent { This, Both };
   std::vector<const CWGraph*> Graphs(Extent extent) const;
+  /// "X", "X and Y".
+  QString NamesOf(Extent extent) const;
   /// Gives the plots, titled and in the colours of paper, to draw.
   template <class Draw>
   auto OnPaper(Extent extent, Draw draw) const;

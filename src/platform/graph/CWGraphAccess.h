@@ -13,7 +13,7 @@ class DescribedChart {
  public:
   virtual ~DescribedChart() = default;
   virtual QString Description() const = 0;
-  /// The part of it that holds words, the read-out.
+  /// The read-out, which is text; null while it is hidden.
   virtual QWidget* WordsShown() const = 0;
 };
 

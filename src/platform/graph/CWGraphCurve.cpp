@@ -9,7 +9,7 @@ namespace bexlow::platform {
 namespace {
 
 constexpr double Infinite = std::numeric_limits<double>::infinity();
-constexpr double FinestColumn = 0.125;  // pixels, on paper
+constexpr double FinestColumn = 0.125;  // pixels, in PDF, SVG and print
 constexpr double BarWidth = 2;
 constexpr double HeadRadius = 2.5;
 constexpr double DotDistance = 10;  // pixels between samples from which on each is a dot on the line
@@ -36,7 +36,9 @@ void CWGraphCurve::draw(QCPPainter* painter) {
   const auto points = Visible(x);
   if (points.first >= points.end) return;
   if (style_ == CWGraphSeries::Style::Bin) return DrawBars(*painter, x, y, points);
-  const double columnWidth = std::clamp(1 / painter->deviceTransform().m11(), FinestColumn, 1.0);
+  const double columnWidth = painter->modes().testFlag(QCPPainter::pmVectorized)
+                                 ? FinestColumn
+                                 : std::clamp(1 / painter->deviceTransform().m11(), FinestColumn, 1.0);
   const double columns = clipRect().width() / columnWidth;
   if (static_cast<double>(points.end - points.first) <= columns) return DrawLine(*painter, x, y, points);
   DrawColumns(*painter, x, y, columnWidth);

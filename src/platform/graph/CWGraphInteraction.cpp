@@ -68,16 +68,23 @@ bool CWGraphInteraction::eventFilter(QObject*, QEvent* event) {
   }
 }
 
+void CWGraphInteraction::SwitchOn(bool on) {
+  isOn_ = on;
+  if (!on) Cancel();
+}
+
 bool CWGraphInteraction::WhenOff(QEvent& event) {
   switch (event.type()) {
-    case QEvent::MouseButtonPress: {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick: {
       const auto& mouse = static_cast<const QMouseEvent&>(event);
       if (mouse.button() == Qt::LeftButton) Click(mouse.position().toPoint());
       return mouse.button() == Qt::LeftButton;
     }
     case QEvent::KeyPress: {
-      const bool isSpace = static_cast<const QKeyEvent&>(event).key() == Qt::Key_Space;
-      if (isSpace) Click(graph_.rect().center());
+      const auto& key = static_cast<const QKeyEvent&>(event);
+      const bool isSpace = key.key() == Qt::Key_Space;
+      if (isSpace && !key.isAutoRepeat()) Click(graph_.rect().center());
       return isSpace;
     }
     case QEvent::FocusIn:

@@ -32,8 +32,9 @@ class CWGraphInteraction : public QObject {
   /// Page Up and Page Down go here first; false leaves them to the view.
   std::function<bool(bool forward)> Paged;
 
-  /// Switched off, clicks and Space alone are told.
-  void SwitchOn(bool on) { isOn_ = on; }
+  /// When off, only clicks and Space are reported.
+  void SwitchOn(bool on);
+  bool IsOn() const { return isOn_; }
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -6,12 +6,18 @@
 #include <cmath>
 
 #include "platform/graph/CWGraphSeries.h"
+#include "platform/graph/CWGraphView.h"
 
 namespace bexlow::platform {
 
 namespace {
 
 constexpr double Reach = 4;  // pixels beside the line that still take it
+
+double WholeWithin(double value, double lower, double upper) {
+  const double least = std::ceil(lower);
+  return std::clamp(std::round(value), least, std::max(least, std::floor(upper)));
+}
 
 // Across the whole width, at a value of the y axis.
 void Fasten(QCPItemPosition& position, QCPAxisRect& area) {
@@ -22,8 +28,8 @@ void Fasten(QCPItemPosition& position, QCPAxisRect& area) {
 
 }  // namespace
 
-CWGraphLimit::CWGraphLimit(QCustomPlot& plot)
-    : plot_(plot), line_(new QCPItemStraightLine(&plot)), label_(new QCPItemText(&plot)) {
+CWGraphLimit::CWGraphLimit(QCustomPlot& plot, const CWGraphAxis& yAxis)
+    : plot_(plot), yAxis_(yAxis), line_(new QCPItemStraightLine(&plot)), label_(new QCPItemText(&plot)) {
   for (auto* position : {line_->point1, line_->point2, label_->position}) Fasten(*position, *plot.axisRect());
   label_->setPositionAlignment(Qt::AlignRight | Qt::AlignVCenter);
   label_->setPadding({4, 0, 4, 0});
@@ -42,13 +48,14 @@ void CWGraphLimit::Set(std::optional<double> value) {
 }
 
 bool CWGraphLimit::IsNear(double y) const {
-  return value_ && std::abs(plot_.yAxis->coordToPixel(*value_) - y) <= Reach;
+  return value_ && plot_.yAxis->range().contains(*value_) &&
+         std::abs(plot_.yAxis->coordToPixel(*value_) - y) <= Reach;
 }
 
 void CWGraphLimit::Place(double value) {
-  const auto range = plot_.yAxis->range();
-  Set(std::clamp(std::round(value), std::ceil(range.lower),
-                 std::max(std::ceil(range.lower), std::floor(range.upper))));
+  const auto drawn = plot_.yAxis->range();
+  const auto whole = yAxis_.Whole();
+  Set(WholeWithin(WholeWithin(value, drawn.lower, drawn.upper), whole.lower, whole.upper));
 }
 
 void CWGraphLimit::DragTo(double y) {

@@ -11,9 +11,11 @@ class QCustomPlot;
 
 namespace bexlow::platform {
 
+class CWGraphAxis;
+
 class CWGraphLimit {
  public:
-  explicit CWGraphLimit(QCustomPlot& plot);
+  CWGraphLimit(QCustomPlot& plot, const CWGraphAxis& yAxis);
 
   /// Nothing takes the line away.
   void Set(std::optional<double> value);
@@ -21,9 +23,9 @@ class CWGraphLimit {
 
   /// @param y  pixels of the plot
   bool IsNear(double y) const;
-  /// To the whole number nearest to that place, within the axis.
+  /// To the whole number nearest to that place, within the view and the full scale.
   void DragTo(double y);
-  /// By so many units, within the axis.
+  /// By so many units, within the view and the full scale.
   void Step(double units);
 
   void SetColours(const QColor& line, const QColor& paper);
@@ -32,6 +34,7 @@ class CWGraphLimit {
   void Place(double value);
 
   QCustomPlot& plot_;
+  const CWGraphAxis& yAxis_;
   QCPItemStraightLine* line_;
   QCPItemText* label_;
   std::optional<double> value_;

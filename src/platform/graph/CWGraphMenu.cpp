@@ -87,14 +87,22 @@ std::vector<const CWGraph*> CWGraph::Graphs(Extent extent) const {
   return {this, linked_.data()};
 }
 
+QString CWGraph::NamesOf(Extent extent) const {
+  QStringList names;
+  for (const auto* graph : Graphs(extent)) names << graph->accessibleName();
+  const auto name = names.join(tr(" and "));
+  return name.isEmpty() ? tr("Graph") : name;
+}
+
 // A picture goes into a report or on paper, also from a dark screen.
 template <class Draw>
 auto CWGraph::OnPaper(Extent extent, Draw draw) const {
   PlotPage page;
   for (const auto* graph : Graphs(extent)) {
     graph->ApplyColours(PaperPalette());
-    const QStringList title{graph->accessibleName(), graph->heading_};
-    page.push_back({graph->plot_, title.join(graph->heading_.isEmpty() ? "" : ", ")});
+    QStringList title{graph->accessibleName()};
+    if (!graph->heading_.isEmpty()) title << graph->heading_;
+    page.push_back({graph->plot_, title.join(", ")});
   }
   auto result = draw(page);
   for (const auto* graph : Graphs(extent)) graph->ApplyColours(graph->palette());
@@ -110,10 +118,7 @@ void CWGraph::CopyNumbers() const {
 }
 
 void CWGraph::SaveByUser(Extent extent) {
-  QStringList names;
-  for (const auto* graph : Graphs(extent)) names << graph->accessibleName();
-  const auto name = names.join(tr(" and "));
-  auto path = AskPicturePath(tr("%1.png").arg(name.isEmpty() ? tr("Graph") : name));
+  auto path = AskPicturePath(tr("%1.png").arg(NamesOf(extent)));
   if (path.isEmpty()) return;
   if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
   const auto bytes =
@@ -124,9 +129,9 @@ void CWGraph::SaveByUser(Extent extent) {
 }
 
 void CWGraph::PrintByUser(Extent extent) {
-  QPrinter printer(QPrinter::HighResolution);
+  QPrinter printer;
   printer.setPageOrientation(QPageLayout::Landscape);
-  printer.setDocName(accessibleName());
+  printer.setDocName(NamesOf(extent));
   if (!AskPrinter(printer)) return;
   if (OnPaper(extent, [&](const PlotPage& page) { return PrintPage(page, printer); })) return;
   const auto file = printer.outputFileName();

@@ -93,7 +93,7 @@ QString CWGraphNumber(double value) {
 }
 
 QString DurationWords(double seconds) {
-  const auto whole = std::llround(seconds);
+  const auto whole = std::llrint(seconds);
   QStringList words;
   if (whole >= 3600) words << QStringLiteral("%1 h").arg(whole / 3600);
   if (whole >= 60) words << QStringLiteral("%1 min").arg(whole / 60 % 60);
@@ -103,7 +103,7 @@ QString DurationWords(double seconds) {
 
 QString DurationClock(double seconds, int decimals) {
   const auto parts = static_cast<long long>(std::pow(10, decimals));  // of a second
-  const auto count = std::llround(std::abs(seconds) * static_cast<double>(parts));
+  const auto count = std::llrint(std::abs(seconds) * static_cast<double>(parts));
   const auto whole = count / parts;
   auto text = whole >= 3600
                   ? QStringLiteral("%1:%2").arg(whole / 3600).arg(whole / 60 % 60, 2, 10, QChar('0'))

@@ -21,8 +21,9 @@ QString RangeWords(CWGraphRange range) {
 QString CWGraph::ReadOutText() const {
   return words_->text();
 }
+
 QWidget* CWGraph::WordsShown() const {
-  return words_;
+  return words_->isVisibleTo(this) ? words_ : nullptr;
 }
 
 QString CWGraph::Description() const {
