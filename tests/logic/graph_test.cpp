@@ -111,7 +111,7 @@ TEST(RunFacts, AreReadAndNeverMadeUp) {
     for (const std::string line : {kind, "3", "4", line5, line6, "7", "8", "9", mode}) text += line + "\n";
     const auto facts = graph::ReadRunFacts(text);
     EXPECT_EQ(facts.launch, launched);
-    EXPECT_EQ(facts.frequency.value_or(0), frequency);
+    EXPECT_EQ(facts.frequency.value_or(-1), frequency == 0 ? -1 : frequency);
   }
   EXPECT_TRUE(graph::ReadRunFacts("1\nDownload Pages\n").launch.empty());
 }

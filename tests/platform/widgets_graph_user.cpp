@@ -158,10 +158,12 @@ TEST_F(GraphUser, BinsReadOutTheOnesThatCount) {
   std::vector<double> counts(361, 0);
   counts[180] = 4;
   counts[183] = 17;
+  counts[200] = 5;
   graph.SetPlotStyle(PlotStyle::Bin);
   graph.SetXAxis(false, -180, 180);
   graph.PlotY(counts, -180, 1);
-  for (const char* text : {"Angle 0°: count 4", "Angle 3°: count 17", "Angle 3°: count 17"}) {
+  for (const char* text :
+       {"Angle 0°: count 4", "Angle 3°: count 17", "Angle 20°: count 5", "Angle 20°: count 5"}) {
     QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text));
   }

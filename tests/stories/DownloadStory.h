@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <numeric>
 
+#include "platform/graph/CWGraph.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

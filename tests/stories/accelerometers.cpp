@@ -1,6 +1,9 @@
 // The accelerometers live, their data file, and the hidden DAC panel.
+#include <QTest>
+
 #include <limits>
 
+#include "platform/graph/CWGraph.h"
 #include "stories/LiveStory.h"
 
 namespace bexlow::test {
@@ -39,6 +42,22 @@ TEST_F(AccStory, ShowsReadingsAndClearsThemAtTheStop) {
     EXPECT_EQ(Slide(slide), 0);
   }
   EXPECT_EQ(Text("txtSX"), "77");
+}
+
+TEST_F(AccStory, AClickHoldsTheStripsUntilTheNextStart) {
+  auto& strip = The<platform::CWGraph>("stripX");
+  const auto values = [&] { return strip.Values().empty() ? 0.0 : strip.Values().back(); };
+  Sample();
+  machine.Pass(milliseconds(500));
+  EXPECT_EQ(values(), 330);
+  QTest::mouseClick(&strip, Qt::LeftButton);
+  logger.accelerometers[1] = 0;
+  machine.Pass(milliseconds(500));
+  EXPECT_EQ(values(), 330);
+  Sample();
+  Sample();
+  machine.Pass(milliseconds(500));
+  EXPECT_EQ(values(), 256);
 }
 
 TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {

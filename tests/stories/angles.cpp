@@ -237,12 +237,12 @@ TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
   EXPECT_EQ(Dial("dialY"), 0.5);
   EXPECT_EQ(Shared.LiveSample.WordX, -91);
   EXPECT_EQ(Shared.LiveSample.WordY, 182);
-  logger.angles = {0, 1, 0, 1};
+  logger.angles = {0x10, 1, 0x10, 1};
   machine.Pass(AngleSampleTime * 2);
   Sample();
   EXPECT_EQ(Text("txtX") + Text("txtY"), "");
   EXPECT_EQ(Dial("dialX"), 0);
-  EXPECT_EQ(Text("txtWordX"), "1") << "the last one";
+  EXPECT_EQ(Text("txtWordX"), "4097") << "the last one";
 }
 
 // The logger's tare at the start is the word F1C7, -20 degrees.

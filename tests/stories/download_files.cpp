@@ -27,8 +27,13 @@ TEST_F(DownloadStory, AFullDiskLosesWholeRecordsInWords) {
   Begin();
   {
     const FileSizeLimit limit(2000);  // the header and page 1
+    machine.wire.clear();
+    machine.whileBoxIsOpen = [&] { machine.Pass(5s); };
     RunToTheEnd();
   }
+  for (std::size_t i = 2; i < machine.wire.size(); i += 3)
+    EXPECT_EQ(machine.wire[i].at - machine.wire[i - 2].at, 24ms)
+        << "a request waited for a box, page " << i / 3;
   for (int page = 2; page <= 3; ++page) {
     const auto text = ReadsError("WriteDownloadPagesToFile");
     EXPECT_NE(text.find("File too large"), std::string::npos) << text;
@@ -111,6 +116,10 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
     EXPECT_EQ(Text("txtMode"), modeText);
     EXPECT_EQ(Text("txtChannels"), channelText);
     Finish();
+    EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(),
+              head == std::string("Page,X Data-->") ? 264 : 0);
+    EXPECT_EQ(The<platform::CWGraph>("CWGraph2").Values().size(),
+              head == std::string("Page,Y Data-->") ? 264 : 0);
     EXPECT_NE(FileText(path).find(std::string("\r\n") + head + "\r\n1,"), std::string::npos);
     EXPECT_EQ(std::ranges::count(Record(1), ',') + 1, commas);
     EXPECT_EQ(std::filesystem::exists(DataFile("run.csv")), csv);

@@ -15,7 +15,8 @@ constexpr std::size_t PairsInRecord = 132;
 
 std::string Header(const std::string& line10, const std::string& line11, const std::string& line12) {
   std::string text;
-  for (int line = 1; line <= 9; ++line) text += "line " + std::to_string(line) + "\r\n";
+  for (int line = 1; line <= 9; ++line)
+    text += (line == 2 ? "Download Pages" : line == 5 ? "Launch Time: 9" : "line") + std::string("\r\n");
   return text + line10 + "\r\n" + line11 + "\r\n" + line12 + "\r\n";
 }
 
@@ -69,6 +70,7 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
   EXPECT_EQ(Shown(), " at ") << "no file yet";
   EXPECT_EQ(Cursors(), std::vector<double>{0});
   Open(GoodHeader + Records(7, {100, 250, 800}));
+  EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").NumbersToCopy().startsWith("f.qbx, launched 9\n"));
   struct Row {
     const char *press, *shown;
     std::vector<double> cursors;
