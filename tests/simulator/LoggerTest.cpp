@@ -33,9 +33,6 @@ class LoggerTest : public testing::Test {
     return heard;
   }
 
-  bool Blank(std::size_t page) const { return std::ranges::all_of(logger.Memory().Page(page), IsErased); }
-  static bool IsErased(std::uint8_t byte) { return byte == 0xFF; }
-
   Time now = 1h;
   Logger logger{SmallSetup(), now};
 };
@@ -46,12 +43,8 @@ TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
   };
   for (const auto& [what, request, reply] :
        std::vector<Row>{{"ping", "66", "66"},
-                        {"serial number 417, high byte first", "72 64 72 65", "01 | A1"},
-                        {"mode and channels", "72 2A 72 2B", "01 | 03"},
                         {"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
                         {"cell without meaning", "72 C8", "FF"},
-                        {"version 3.3", "6C", "0C E4"},
-                        {"7.5 Hz", "6D", "00 4B"},
                         {"15 Hz after a write, which itself is not answered", "70 66 0F 6D", "00 96"},
                         {"accelerometers at X 12, Y -3 degrees", "61", "01 8D 01 81 02 78"},
                         {"angles less the tares", "41", "06 C1 FE 4B"},
@@ -79,37 +72,6 @@ TEST_F(LoggerTest, KeepsAnglesWithinTheirWords) {
   EXPECT_EQ(AngleWords({-170, 80}, cells), (std::array<std::uint16_t, 2>{29128, 32767}));
   cells[TareEnableCell] = 0;
   EXPECT_EQ(AngleWords({180, -90}, cells), (std::array<std::uint16_t, 2>{32767, 32769}));
-}
-
-// Each way of going away behind the erase, and what must not count as going away.
-TEST_F(LoggerTest, LogsALaunchedRunWhileUnplugged) {
-  struct Row {
-    const char* what;
-    bool launch, closeEarly, closeLate;
-    Time quiet;  // before the next byte
-    bool logged;
-  };
-  for (const auto& [what, launch, closeEarly, closeLate, quiet, logged] :
-       std::vector<Row>{{"closed behind the erase", true, false, true, 1ms, true},
-                        {"closed within the erase", true, true, false, 1ms, true},
-                        {"closing unseen, quiet line", true, false, false, 500ms, true},
-                        {"still busy on the open line", true, false, false, 499ms, false},
-                        {"erased only", false, false, true, 1s, false}}) {
-    SCOPED_TRACE(what);
-    logger = Logger(SmallSetup(), now);
-    const Time start = now;
-    logger.Take('e', now);
-    if (launch) logger.Take('X', now + 1s);
-    if (closeEarly) logger.SetLineOpen(false, now + 2s);
-    logger.Advance(start + 7999ms);
-    EXPECT_TRUE(Blank(1));
-    logger.Advance(now = start + 8s);
-    if (closeLate) logger.SetLineOpen(false, now);
-    logger.Take('f', now += quiet);
-    EXPECT_EQ(!Blank(1), logged);
-    EXPECT_EQ(!Blank(12), logged);
-    EXPECT_TRUE(Blank(13));
-  }
 }
 
 std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
