@@ -137,13 +137,4 @@ std::string RecordedStandIn::ExpectedDataFile() const {
   return text;
 }
 
-std::vector<int> RecordedStandIn::ExpectedPushes() const {
-  const auto pages = Pages();
-  std::vector<int> pushes;
-  for (std::size_t i = PageSize; i < pages.size(); i += 2) {
-    if (pages[i] == 127 && pages[i + 1] == 127) pushes.push_back(static_cast<int>(i - PageSize) / 2);
-  }
-  return pushes;
-}
-
 }  // namespace bexlow::tour

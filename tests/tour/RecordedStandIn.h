@@ -25,8 +25,6 @@ class RecordedStandIn : public rig::StandIn {
 
   /// The data file of a download of what it holds now.
   std::string ExpectedDataFile() const;
-  /// The points of its button pushes, in samples.
-  std::vector<int> ExpectedPushes() const;
 
  private:
   std::string Record(int page) const;

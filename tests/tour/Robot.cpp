@@ -51,10 +51,6 @@ void Robot::AnswerBox(QMessageBox& box) {
   }
   QAbstractButton* button = box.button(QMessageBox::Yes);
   if (button == nullptr) button = box.defaultButton();
-  if (!declined_.isEmpty() && box.text().startsWith(declined_)) {
-    button = box.escapeButton();
-    declined_.clear();
-  }
   seen_ = nullptr;
   button->click();
 }

