@@ -1,23 +1,32 @@
-// What several logic tests need.
+// What several tests need.
 #pragma once
 
+#include <functional>
 #include <gtest/gtest.h>
 #include <string>
 #include <system_error>
 
 namespace bexlow {
 
-/// Runs an action that must fail with a code, and gives the words of its failure.
-template <class Action>
-std::string FailureOf(std::errc code, Action action) {
+/// The failure of an action; without a code and words if it did not fail.
+struct Failure {
+  int code = 0;
+  std::string words;
+};
+inline Failure FailureOf(const std::function<void()>& action) {
   try {
     action();
   } catch (const std::system_error& error) {
-    EXPECT_EQ(error.code(), std::make_error_code(code)) << error.what();
-    return error.what();
+    return {error.code().value(), error.what()};
   }
-  ADD_FAILURE() << "did not fail";
   return {};
+}
+
+/// Runs an action that must fail with a code, and gives the words of its failure.
+inline std::string FailureOf(std::errc code, const std::function<void()>& action) {
+  const auto failure = FailureOf(action);
+  EXPECT_EQ(failure.code, static_cast<int>(code)) << failure.words;
+  return failure.words;
 }
 
 }  // namespace bexlow

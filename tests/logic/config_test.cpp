@@ -1,6 +1,5 @@
 // The parameter map: forms, limits, and where each cell of a read goes.
 #include <bit>
-#include <map>
 #include <vector>
 
 #include "config/CalibrationMath.h"
@@ -50,29 +49,6 @@ TEST(Forms, RefuseWhatTheCellsCannotHold) {
   }
 }
 
-// The story of Show Min, Max and Defaults looks at other rows.
-TEST(Map, LimitsAndDefaultsOfTheScreen) {
-  struct Row {
-    const char *name, *address;
-    double min, max, standard;
-  };
-  std::map<std::string_view, const Parameter*> rows;
-  for (const Parameter& row : Parameters) rows[row.name] = &row;
-  for (const auto& [name, address, min, max, standard] : {Row{"NumEdit10", "10/11", 0, 1024, 324},
-                                                          {"NumEdit18", "18/19", -180, 180, -180},
-                                                          {"NumEdit31", "31", 0, 16, 1},
-                                                          {"NumEdit33", "33", 0, 5, 1},
-                                                          {"NumEdit43", "43", 1, 3, 3},
-                                                          {"NumEdit68", "68/69", 0, 1024, 512}}) {
-    SCOPED_TRACE(name);
-    ASSERT_TRUE(rows.contains(name));
-    EXPECT_EQ(AddressText(*rows[name]), address);
-    EXPECT_EQ(rows[name]->min, min);
-    EXPECT_EQ(rows[name]->max, max);
-    EXPECT_EQ(rows[name]->standard, standard);
-  }
-}
-
 TEST(Map, AWholeReadBreaksOut) {
   ReadArray cells;
   for (int k = 2; k <= 54; ++k) cells[k] = static_cast<std::uint8_t>(k);
@@ -86,6 +62,7 @@ TEST(Map, AWholeReadBreaksOut) {
   const double fullScales[] = {180, 90, 180, 180, 90, 90};
   for (std::size_t i = 0; i < 6; ++i) fields[6 + i] = fields[6 + i] / 32767 * fullScales[i];
   EXPECT_EQ(std::bit_cast<Fields>(parameters), fields);
+  EXPECT_EQ(AddressText(Parameters[4]) + " " + AddressText(Parameters[15]), "10/11 31");
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
 // Decoded pages, CSV files, and what of a data file's header no story writes.
+#include <cmath>
 #include <vector>
 
 #include "download/DataFile.h"
 #include "download/LinearCsv.h"
 #include "download/PageDecoder.h"
+#include "live/NumberText.h"
 #include "logic/Expect.h"
+#include "support/DataFiles.h"
 
 namespace bexlow::download {
 namespace {
@@ -28,18 +31,10 @@ std::vector<std::string> FieldsOf(const std::string& text) {
   return fields;
 }
 
-/// The rule once more, in whole numbers: tenths = steps * fullScale * 10 / 128, halves to the even tenth.
+/// Tenths of a degree, halves to the even tenth.
 std::string AngleText(int byte, int fullScale) {
-  const int steps = byte > 128 ? 255 - byte : byte;
-  const int scaled = steps * fullScale * 10;
-  int tenths = scaled / 128;
-  const int rest = scaled % 128;
-  if (rest > 64 || (rest == 64 && tenths % 2 == 1)) ++tenths;
-  if (tenths == 0) return "0";
-  std::string text = byte > 128 ? "-" : "";
-  if (tenths >= 10) text += std::to_string(tenths / 10);
-  if (tenths % 10 != 0) text += "." + std::to_string(tenths % 10);
-  return text;
+  const int steps = byte > 128 ? byte - 255 : byte;
+  return live::NumberText(std::nearbyint(steps * fullScale * 10 / 128.0) / 10);
 }
 
 TEST(DecodePage, All256BytesOnBothAxes) {
@@ -105,9 +100,7 @@ TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
 }
 
 std::string Lines11(char channel) {
-  std::string text;
-  for (int line = 1; line <= 10; ++line) text += "line," + std::to_string(line) + "\r\n";
-  return text + "Linear Channel = " + channel + "\r\n";
+  return test::Shortened(test::Header("1", {channel}), 11);
 }
 
 TEST(LinearCsv, OneSampleALine) {

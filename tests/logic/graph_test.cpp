@@ -10,32 +10,14 @@
 #include "graph/ViewNumbers.h"
 #include "logic/Expect.h"
 #include "review/ButtonPushes.h"
+#include "support/DataFiles.h"
 
 namespace bexlow {
 namespace {
 
 using graph::FileKind;
 using review::ReviewCheck;
-
-std::string Header(const std::string& mode = "1", const std::string& channel = "3",
-                   const std::string& kind = "Download Pages") {
-  return "1\r\n" + kind + "\r\n3\r\n4\r\n5\r\n6\r\n7\r\n8\r\n9\r\nBin/Linear Mode = " + mode +
-         "\r\nLinear Channel = " + channel + "\r\nPage,X Data-->,Y Data-->\r\n";
-}
-
-/// A record of so many fields, one text in all of them but at one place.
-std::string Record(const std::string& page, std::size_t fields, const std::string& field,
-                   std::size_t place = 999, const std::string& other = {}) {
-  std::string text = page;
-  for (std::size_t i = 0; i < fields; ++i) text += "," + (i == place ? other : field);
-  return text + "\r\n";
-}
-
-std::string Shortened(std::string text, std::size_t lines) {
-  std::size_t end = 0;
-  for (; lines > 0; --lines) end = text.find('\n', end) + 1;
-  return text.substr(0, end);
-}
+using test::Header, test::Record, test::Shortened;
 
 std::string WithLineFeeds(std::string text) {
   std::erase(text, '\r');

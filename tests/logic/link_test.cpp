@@ -1,5 +1,4 @@
-// Requests to the byte and the millisecond, and what no story on the virtual line reaches.
-#include <cstdio>
+// What no story on the virtual line reaches of requests, replies and progress.
 #include <vector>
 
 #include "link/LaunchProgress.h"
@@ -8,36 +7,6 @@
 
 namespace bexlow::link {
 namespace {
-
-/// "64|12 01|0": each byte in hexadecimal and the pause behind it.
-std::string Transcript(const Request& request) {
-  std::string text;
-  for (const auto& [byte, pauseMs] : request) {
-    char step[24];
-    std::snprintf(step, sizeof step, "%s%02X|%d", text.empty() ? "" : " ", byte, pauseMs);
-    text += step;
-  }
-  return text;
-}
-
-TEST(Protocol, EveryCommandByteForByte) {
-  struct Row {
-    Request request;
-    const char* wire;
-  };
-  for (const auto& [request, wire] : std::vector<Row>{{Ping(), "66|0"},
-                                                      {ReadEeprom(255), "72|12 FF|0"},
-                                                      {WriteEeprom(32, 0), "70|12 20|12 00|0"},
-                                                      {SampleAccelerometers(), "61|0"},
-                                                      {SampleAngles(), "41|0"},
-                                                      {DownloadPage(300), "64|12 01|12 2C|12"},
-                                                      {EraseData(), "65|0"},
-                                                      {LaunchLogging(), "58|0"},
-                                                      {ReadFirmwareVersion(), "6C|0"},
-                                                      {ReadSamplingFrequency(), "6D|0"}}) {
-    EXPECT_EQ(Transcript(request), wire);
-  }
-}
 
 TEST(Protocol, RefusesWhatIsNoByteNoWordAndNoSample) {
   for (const int bad : {-1, 256}) {

@@ -1,29 +1,15 @@
-// What several tests do in other processes, and the words and numbers of what failed.
+// What several tests do in other processes.
 #pragma once
 
 #include <csignal>
 #include <functional>
 #include <gtest/gtest.h>
-#include <string>
 #include <sys/wait.h>
-#include <system_error>
 #include <unistd.h>
 
-namespace bexlow::test {
+#include "logic/Expect.h"
 
-/// The failure of an action; without a code and words if it did not fail.
-struct Failure {
-  int code = 0;
-  std::string words;
-};
-inline Failure FailureOf(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const std::system_error& error) {
-    return {error.code().value(), error.what()};
-  }
-  return {};
-}
+namespace bexlow::test {
 
 /// Whether something is so in another process.
 inline bool InAnotherProcess(const std::function<bool()>& so) {

@@ -5,7 +5,6 @@
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
-#include <QWheelEvent>
 #include <qcustomplot.h>
 
 #include <algorithm>
@@ -14,6 +13,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "platform/Wheel.h"
 #include "platform/controls/Colours.h"
 #include "platform/controls/EventGate.h"
 #include "platform/graph/CWGraph.h"
@@ -39,11 +39,6 @@ class GraphUser : public testing::Test {
   QPoint PlaceOf(double x, double y) const {
     const auto& plot = *graph.findChild<QCustomPlot*>();
     return QPointF(plot.xAxis->coordToPixel(x), plot.yAxis->coordToPixel(y)).toPoint() + plot.pos();
-  }
-  void Wheel(QPoint place, int notches, Qt::KeyboardModifiers modifiers = {}) {
-    QWheelEvent event(place, graph.mapToGlobal(QPointF(place)), {}, {0, 120 * notches}, Qt::NoButton,
-                      modifiers, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&graph, &event);
   }
   void Drag(Qt::MouseButton button, QPoint from, QPoint to) {
     QTest::mousePress(&graph, button, {}, from);
@@ -101,10 +96,10 @@ TEST_F(GraphUser, KeysZoomAndPan) {
 }
 
 TEST_F(GraphUser, MouseZoomsAboutThePointerAndPansToTheEnds) {
-  Wheel(PlaceOf(250, 0), 1);
+  test::Wheel(graph, 120, PlaceOf(250, 0));
   Near(graph.XView(), {50, 850});
   Near(graph.YView(), {-180, 180}, 0);
-  Wheel(PlaceOf(250, 90), 1, Qt::ControlModifier);
+  test::Wheel(graph, 120, PlaceOf(250, 90), Qt::ControlModifier);
   Near(graph.YView(), {-126, 162});
   graph.ShowAll();
   graph.SetXView({400, 600});
@@ -270,7 +265,7 @@ TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
   QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, " ", true);
   QApplication::sendEvent(&graph, &held);
   EXPECT_EQ(clicks, 5);
-  Wheel(PlaceOf(250, 0), 3);
+  test::Wheel(graph, 360, PlaceOf(250, 0));
   QTest::keyClick(&graph, Qt::Key_Plus);
   QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
   Near(graph.XView(), {0, 1000}, 0);

@@ -4,7 +4,6 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QTest>
-#include <QWheelEvent>
 
 #include <bit>
 #include <cmath>
@@ -13,6 +12,7 @@
 #include <numbers>
 #include <vector>
 
+#include "platform/Wheel.h"
 #include "platform/controls/Colours.h"
 #include "platform/controls/FramePace.h"
 #include "platform/instruments/CWKnob.h"
@@ -177,12 +177,6 @@ class UserSlide : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&slide));
   }
 
-  void Wheel(int eighths) {
-    QWheelEvent event({5, 5}, slide.mapToGlobal(QPointF(5, 5)), {}, {0, eighths}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&slide, &event);
-  }
-
   CWSlide slide;
   std::vector<double> told;
 };
@@ -229,19 +223,19 @@ TEST_F(UserSlide, MouseDragsToWholeValues) {
 
 TEST_F(UserSlide, WheelNeedsTheFocusAndGathersPartsOfANotch) {
   slide.Value(100);
-  Wheel(20);
+  test::Wheel(slide, 20);
   EXPECT_EQ(slide.Value(), 100);
-  Wheel(20);
+  test::Wheel(slide, 20);
   EXPECT_EQ(slide.Value(), 101);
   slide.SetReadOnly(true);
   told.clear();
   QTest::keyClick(&slide, Qt::Key_Up);
   QTest::mouseClick(&slide, Qt::LeftButton, {}, QPoint(30, 30));
-  Wheel(120);
+  test::Wheel(slide, 120);
   EXPECT_TRUE(told.empty()) << "the user moves no indicator";
   slide.SetReadOnly(false);
   slide.clearFocus();
-  Wheel(120);
+  test::Wheel(slide, 120);
   EXPECT_EQ(slide.Value(), 101);
 }
 

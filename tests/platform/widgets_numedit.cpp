@@ -3,12 +3,12 @@
 #include <QLineEdit>
 #include <QTest>
 #include <QToolTip>
-#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 #include <limits>
 #include <vector>
 
+#include "platform/Wheel.h"
 #include "platform/controls/CWNumEdit.h"
 
 namespace bexlow::platform {
@@ -29,12 +29,6 @@ class NumEdit : public testing::Test {
     edit.SetDecimals(decimals);
     edit.Value(value);
     edit.selectAll();
-  }
-
-  void Wheel(int notches) {
-    QWheelEvent event({5, 5}, edit.mapToGlobal(QPointF(5, 5)), {}, {0, 120 * notches}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(&edit, &event);
   }
 
   CWNumEdit edit;
@@ -148,7 +142,7 @@ TEST_F(NumEdit, ArrowsAndWheelEndAtTheLimits) {
     SCOPED_TRACE(what);
     Prepare(0, 263, 0, before);
     edit.SetStep(2);
-    Wheel(notches);
+    test::Wheel(edit, 120 * notches);
     EXPECT_EQ(edit.Value(), after);
     Prepare(0, 263, 0, before);
     QTest::keyClick(&edit, notches > 0 ? Qt::Key_Up : Qt::Key_Down);
@@ -156,7 +150,7 @@ TEST_F(NumEdit, ArrowsAndWheelEndAtTheLimits) {
   }
   Prepare(0, 263, 0, 10);
   edit.clearFocus();
-  Wheel(1);
+  test::Wheel(edit, 120);
   EXPECT_EQ(edit.Value(), 10) << "without the focus";
 }
 

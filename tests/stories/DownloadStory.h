@@ -1,7 +1,6 @@
 // A user on the Download screen, with the logger on a virtual line.
 #pragma once
 
-#include <filesystem>
 #include <numeric>
 
 #include "platform/graph/CWGraph.h"
@@ -19,11 +18,7 @@ class DownloadStory : public Story {
     Choose("Tools", "Download");
   }
   /// Begins a download into a file of this name and lets the retrievals run.
-  void Begin(const std::string& name = "run.qbx") {
-    path = DataFile(name);
-    machine.WillChooseFile(path.string());
-    Choose("Data", "Download");
-  }
+  void Begin(const std::string& name = "run.qbx") { ChooseFile("Data", "Download", name); }
   /// Begins a download of a hundred pages that runs for a second.
   void BeginForASecond() {
     Store(100);
@@ -50,29 +45,22 @@ class DownloadStory : public Story {
     Reads("Would you like to graph this download immediately?");
   }
   std::vector<int> PagesInFile() const {
-    const std::string text = FileText(path);
     std::vector<int> pages;
-    int line = 0;
-    for (std::size_t at = 0; at < text.size(); at = text.find('\n', at) + 1)
-      if (++line > 12) pages.push_back(std::stoi(text.substr(at)));
+    for (const auto& line : LinesBehind(12)) pages.push_back(std::stoi(line));
     return pages;
   }
   /// What stands behind a page's number in the file.
   std::string Record(int page) const {
-    const std::string text = FileText(path);
-    const std::string head = "\n" + std::to_string(page) + ",";
-    const auto begin = text.find(head);
-    if (begin == std::string::npos) return "";
-    const auto from = begin + head.size();
-    return text.substr(from, text.find('\r', from) - from);
+    const auto head = std::to_string(page) + ",";
+    for (const auto& line : LinesBehind(12))
+      if (line.starts_with(head)) return line.substr(head.size());
+    return "";
   }
   static std::vector<int> UpTo(int last) {
     std::vector<int> pages(static_cast<std::size_t>(last));
     std::iota(pages.begin(), pages.end(), 1);
     return pages;
   }
-
-  std::filesystem::path path;
 };
 
 }  // namespace bexlow::test

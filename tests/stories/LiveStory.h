@@ -39,23 +39,8 @@ class LiveStory : public Story {
   int Requests(char letter) const {
     return static_cast<int>(std::ranges::count(machine.wire, letter, &WireByte::byte));
   }
-  void Save(const std::string& name) {
-    path = DataFile(name);
-    machine.WillChooseFile(path.string());
-    Choose("Data", "Save");
-  }
-  /// The records of the data file, without its ten header lines.
-  std::vector<std::string> Records() const {
-    std::vector<std::string> records;
-    const std::string text = FileText(path);
-    int line = 0;
-    for (std::size_t at = 0; at < text.size();) {
-      const auto end = text.find("\r\n", at);
-      if (++line > 10) records.push_back(text.substr(at, end - at));
-      at = end + 2;
-    }
-    return records;
-  }
+  void Save(const std::string& name) { ChooseFile("Data", "Save", name); }
+  std::vector<std::string> Records() const { return LinesBehind(10); }
   /// What differs in the records apart from their times; one text means that no sample was torn.
   std::vector<std::string> KindsOfRecords() const {
     std::vector<std::string> kinds;
@@ -64,8 +49,6 @@ class LiveStory : public Story {
     kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
     return kinds;
   }
-
-  std::filesystem::path path;
 };
 
 }  // namespace bexlow::test

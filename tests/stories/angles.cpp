@@ -307,21 +307,6 @@ TEST_F(AnglesStory, UntaresThenTares) {
   EXPECT_EQ(Text("cmdTareX"), "Untare X");
 }
 
-TEST_F(AnglesStory, ASampleThatComesDuringATareIsDropped) {
-  StartSampling();
-  logger.angles = {0, 0, 0, 0};
-  logger.spoil = [](Bytes&, microseconds& delay) { delay = milliseconds(100); };
-  machine.Pass(AngleSampleTime);
-  logger.spoil = {};
-  Press("Untare X");
-  EXPECT_EQ(Text("txtWordX"), "3000");
-  machine.Pass(ShownTime);
-  EXPECT_EQ(Text("txtWordX"), "0");
-  machine.wire.clear();
-  machine.Pass(milliseconds(1000));
-  EXPECT_LE(Requests('A'), 384);
-}
-
 TEST_F(AnglesStory, AFailedTareStopsTheChainAndKeepsTheNewCaption) {
   for (const auto& [caption, next, source] :
        {std::tuple{"Untare Y", "Tare Y", "RemoveTare"}, std::tuple{"Tare Y", "Untare Y", "GetTare"}}) {

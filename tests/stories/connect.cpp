@@ -81,21 +81,12 @@ TEST_F(ConnectStory, OkRetrievesTheTareBlock) {
 }
 
 TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
-  struct Row {
-    const char* what;
-    int struck;  // which reply is spoilt
-    Bytes reply;
-    bool taken = false, plugged = true;
-  };
   Start();
-  for (const auto& [what, struck, reply, taken, plugged] :
-       {Row{"one reply missing", 3, {}}, Row{"one doubled", 3, {1, 1}}, Row{"a late sixth byte", 5, {3, 3}},
-        Row{"another program has the port", 0, {}, true}, Row{"no such port", 0, {}, false, false}}) {
-    SCOPED_TRACE(what);
-    machine.Plug(logger, 4);
-    if (!plugged) machine.Unplug(4);
-    machine.taken = taken ? std::set<int>{4} : std::set<int>{};
-    logger.SpoilOne(struck, Instead(reply));
+  machine.Plug(logger, 4);
+  for (const int struck : {3, 5, 0}) {  // a reply that is missing, one that is doubled, a port that is taken
+    SCOPED_TRACE(struck);
+    if (struck == 0) machine.taken = {4};
+    logger.SpoilOne(struck, Instead(Bytes(struck == 3 ? 0 : 2)));
     Shared.OnBoardParameters.XTare = 77;
     Shared.CurrentCommPort = 4;
     Choose("File", "Connect");

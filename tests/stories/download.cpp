@@ -35,6 +35,7 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), 264);
   EXPECT_EQ(Text("txtTimeLeft"), "");
   EXPECT_EQ(Shared.DataFileName, path.string());
+  EXPECT_FALSE(Shared.LiveSample.SavingToFile) << "live samples would go there";
   EXPECT_TRUE(Offered("Data", "Erase"));
   ExpectIdle();
 }
@@ -153,32 +154,6 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
         EXPECT_EQ(Record(2).substr(0, 12), "2.8,2.1,5.6,") << "page 2 begins with the bytes 2, 3, 4";
       }
     }
-  }
-}
-
-// Nothing on the wire tells a late page from the next, unless the answer to the repeat comes right behind it
-// or runs into the answer to the next request.
-TEST_F(DownloadStory, ALateReplyBeforeTheRepeatsDoublesAPageOrIsDroppedWithIt) {
-  Store(4);
-  for (const auto& [silence, nextLate, doubles] :
-       {std::tuple{0ms, 0ms, false}, {200ms, 0ms, false}, {200ms, 500ms, true}}) {
-    SCOPED_TRACE(std::to_string(silence.count()) + " " + std::to_string(nextLate.count()));
-    Begin();
-    const int first = logger.replies + 1;  // the reply for page 1
-    Bytes held;
-    logger.spoil = [&](Bytes& reply, microseconds& delay) {
-      if (logger.replies == first) std::swap(held, reply);
-      if (logger.replies == first + 2) delay = nextLate;
-      if (logger.replies != first + 1) return;
-      logger.Send(held);
-      delay = silence;
-    };
-    Finish();
-    EXPECT_EQ(PagesInFile(), UpTo(4));
-    EXPECT_EQ(Record(1) == Record(2), doubles);
-    EXPECT_NE(Record(2), Record(3));
-    logger.spoil = {};
-    machine.Pass(1s);  // what is still on its way
   }
 }
 

@@ -73,16 +73,6 @@ TEST_F(Eeprom, ReadsAndWritesAnyCell) {
   EXPECT_EQ(ScreenInFront(), "Configuration");
 }
 
-TEST_F(Eeprom, TheKeyboardComesBackWhenAReadHasEnded) {
-  for (const char* control : {"cmdRead", "NumEditAddress"}) {
-    The(control).setFocus();
-    Press("Read");
-    ExpectReady(false);
-    machine.Pass(100ms);
-    EXPECT_EQ(platform::Form::Active()->focusWidget(), &The(control));
-  }
-}
-
 TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
   struct Row {
     Bytes reply;
@@ -155,7 +145,6 @@ TEST_F(Eeprom, APortThatVanishesAtEachByteOrAScreenThatIsLeft) {
   Press("Read");
   platform::Form::Active()->close();
   machine.Settle();
-  EXPECT_EQ(ScreenInFront(), "Configuration");
   ExpectIdle();
 }
 

@@ -75,13 +75,11 @@ class Exchanges : public DownloadStory {
   void Begin(const Exchange& exchange) {
     Front(exchange.screen);
     if (exchange.question) machine.WillAnswer(*exchange.question);
-    if (exchange.entry == std::string("Download")) {
-      path = DataFile("run.qbx");
-      machine.WillChooseFile(path.string());
-    }
-    Choose(exchange.menu, exchange.entry);
+    if (exchange.entry == std::string("Download"))
+      DownloadStory::Begin();
+    else
+      Choose(exchange.menu, exchange.entry);
     if (*exchange.boxAtStart != '\0') Reads(exchange.boxAtStart);
-    machine.Pass(250ms);
   }
   std::string Status(const char* label) { return outer->findChild<QLabel*>(label)->text().toStdString(); }
   void End(const Exchange& exchange) {
@@ -104,6 +102,7 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
   for (const auto& running : All) {
     SCOPED_TRACE(std::string(running.screen) + " " + running.entry);
     Begin(running);
+    machine.Pass(250ms);
     EXPECT_EQ(Status("lblActivity").substr(0, std::strlen(running.status)), running.status);
     for (const auto& other : All) {
       if (other.screen == std::string(running.screen)) continue;
@@ -132,11 +131,30 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
   EXPECT_EQ(Shared.OnBoardParameters.XOffset, 323);
 }
 
+TEST_F(Exchanges, AScreenThatIsLeftEndsItsOwnAndStartsAfresh) {
+  for (const auto& left : All) {
+    if (left.screen == std::string("Main")) continue;
+    SCOPED_TRACE(std::string(left.screen) + " " + left.entry);
+    for (const auto after : {0ms, 13ms, 300ms}) {
+      Begin(left);
+      machine.Pass(after);
+      machine.boxes.clear();
+      platform::Form::Active()->close();
+      ExpectIdle();
+      Front("Main");
+      Choose(Offered("Tools", left.caption) ? "Tools" : "Display", left.caption);
+      machine.Pass(1s);
+      machine.boxes.clear();
+    }
+    Begin(left);
+    End(left);
+    ExpectIdle();
+  }
+}
+
 TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   Front("Angles");
-  path = DataFile("live.qbx");
-  machine.WillChooseFile(path.string());
-  Choose("Data", "Save");
+  ChooseFile("Data", "Save", "live.qbx");
   Choose("Data", "Sample");
   machine.Pass(5s);
   const auto text = Status("lblActivity");
@@ -153,34 +171,20 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
 }
 
 TEST_F(Exchanges, ARecordingKeepsItsOwnFile) {
-  struct Row {
-    const char* what;
-    bool ownFile;  // Angles saves to a file of its own
-    std::function<void()> meanwhile;
-  };
-  for (const auto& [what, ownFile, meanwhile] :
-       {Row{"Download is left", true, [&] { Front("DownloadErase"), Choose("Data", "Return"); }},
-        Row{"another screen's Save", true,
-            [&] {
-              Front("Accelerometers");
-              ExpectRefused("Angles", [&] { Choose("Data", "Save"); });
-            }},
-        Row{"another screen saves, and this one does not", false, [] {}}}) {
-    SCOPED_TRACE(what);
-    Front(ownFile ? "Angles" : "Accelerometers");
-    path = DataFile("live.qbx");
-    machine.WillChooseFile(path.string());
-    Choose("Data", "Save");
+  for (const std::string saving : {"Angles", "Accelerometers"}) {
+    SCOPED_TRACE(saving);
+    Front(saving.c_str());
+    ChooseFile("Data", "Save", "live.qbx");
     Front("Angles");
     Choose("Data", "Sample");
     machine.Pass(100ms);
     const auto size = FileText(path).size();
-    meanwhile();
+    if (saving == "Angles") Front("DownloadErase"), Choose("Data", "Return");
     machine.Pass(100ms);
-    EXPECT_EQ(FileText(path).size() > size, ownFile);
+    EXPECT_EQ(FileText(path).size() > size, saving == "Angles");
     Front("Angles");
     Choose("Data", "Sample");
-    if (ownFile) Choose("Data", "Save");
+    if (saving == "Angles") Choose("Data", "Save");
   }
 }
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/graph/CWGraph.h"
+#include "support/DataFiles.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -15,27 +16,12 @@ namespace {
 constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
 constexpr auto EndOfFile = "End of data file has been reached!";
 
-std::string Header(const std::string& line2, const std::string& line10, const std::string& line11) {
-  std::string text = "Quornell Bexlow Data File Version 3.2.3\r\n" + line2 + "\r\n";
-  for (const auto* line :
-       {"3", "4", "Launch Time: 03/09/2004 14:05:07", "Firmware Sampling Frequency: 7.5", "7", "8", "9"})
-    text += std::string(line) + "\r\n";
-  return text + line10 + "\r\n" + line11 + "\r\nhead\r\n";
-}
-
-std::string Record(int page, int fields, const std::string& field) {
-  std::string text = std::to_string(page);
-  for (int i = 0; i < fields; ++i) text += "," + field;
-  return text + "\r\n";
-}
-
 std::string LinearFile(int channel, const std::string& records) {
-  return Header("Download Pages", "Bin/Linear Mode = 1", "Linear Channel = " + std::to_string(channel)) +
-         records;
+  return Header("1", std::to_string(channel)) + records;
 }
 
 std::string BinFile(const std::string& records) {
-  return Header("Download Pages", "Bin/Linear Mode = 0", "Linear Channel = 3") + records;
+  return Header("0") + records;
 }
 
 }  // namespace
@@ -45,11 +31,6 @@ class GraphStory : public Story {
   void SetUp() override {
     StartConnected();
     Choose("Tools", "Graph");
-  }
-  void Open(const std::string& text) {
-    WriteFile(DataFile("f.qbx"), text);
-    machine.WillChooseFile(DataFile("f.qbx").string());
-    Choose("File", "Open");
   }
   QString Words(const char* name) const { return The<platform::CWGraph>(name).Description(); }
   /// "points X / points Y" as the graphs tell them.
@@ -67,7 +48,7 @@ TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
   for (const auto& [channel, points] :
        {std::pair{1, "528 / 0"}, std::pair{2, "0 / 528"}, std::pair{3, "264 / 264"}, std::pair{4, "0 / 0"}}) {
     SCOPED_TRACE(channel);
-    Open(LinearFile(channel, Record(1, 264, "11.2") + Record(2, 264, "-.7")));
+    Open(LinearFile(channel, Record("1", 264, "11.2") + Record("2", 264, "-.7")));
     EXPECT_EQ(Points(), points);
     EXPECT_EQ(Text("txtPageNumberX") + Text("txtPageNumberY"), "01");
     EXPECT_FALSE(The<QPushButton>("cmdNext").isEnabled());
@@ -83,13 +64,10 @@ TEST_F(GraphStory, RefusalsKeepOrClearTheName) {
     const char* message;
     bool keepsName;
   };
-  const std::string good = LinearFile(3, "");
   for (const auto& [text, message, keepsName] :
-       {Row{"", WrongFile, true},
-        Row{Header("Angles", "Time(seconds),Angle X,Angle Y", "1,2,3"), WrongFile, false},
-        Row{Header("Download Pages", "Bin/Linear Mode = 2", "Linear Channel = 3"), nullptr, true},
-        Row{good.substr(0, good.find("Linear Channel")), nullptr, true},
-        Row{good.substr(0, good.find("head")), EndOfFile, true}}) {
+       {Row{"", WrongFile, true}, Row{Header("1", "3", "Angles"), WrongFile, false},
+        Row{Header("2"), nullptr, true}, Row{Shortened(Header(), 10), nullptr, true},
+        Row{Shortened(Header(), 11), EndOfFile, true}}) {
     SCOPED_TRACE(text);
     Open(text);
     if (message != nullptr) Reads(message);
@@ -100,13 +78,13 @@ TEST_F(GraphStory, RefusalsKeepOrClearTheName) {
 
 TEST_F(GraphStory, BrokenRecordsAreReportedAndNothingIsDrawn) {
   for (const auto& [channel, record, source] :
-       {std::tuple{3, Record(1, 263, "1"), "BuildDoubleChannelArrays"},
-        std::tuple{1, Record(1, 263, "1"), "BuildSingleChannelArray"}}) {
-    Open(LinearFile(channel, Record(1, 264, "5") + record));
+       {std::tuple{3, Record("1", 263, "1"), "BuildDoubleChannelArrays"},
+        std::tuple{1, Record("1", 263, "1"), "BuildSingleChannelArray"}}) {
+    Open(LinearFile(channel, Record("1", 264, "5") + record));
     ReadsError(source);
     EXPECT_EQ(Points(), "0 / 0");
   }
-  Open(BinFile(Record(1, 132, "x") + Record(2, 132, "2")));
+  Open(BinFile(Record("1", 132, "x") + Record("2", 132, "2")));
   ReadsError("Big");
 }
 
@@ -117,7 +95,7 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
     return std::ranges::any_of(
         entries, [&](QAction* entry) { return entry->text().remove('&') == caption && entry->isVisible(); });
   };
-  Open(LinearFile(3, Record(1, 264, "11.2")));
+  Open(LinearFile(3, Record("1", 264, "11.2")));
   graph.DrawNow();
   EXPECT_TRUE(offers("Time on the Axis"));
   EXPECT_TRUE(Words("CWGraph1")
@@ -126,7 +104,7 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   const auto copied = graph.NumbersToCopy();
   EXPECT_TRUE(copied.startsWith("f.qbx, launched 03/09/2004 14:05:07\nAxis\t"));
   EXPECT_TRUE(copied.endsWith("\nX\t0\t131\t11\t11\t11\t0\t100\t0\nY\t0\t131\t11\t11\t11\t0\t100\t0\n"));
-  Open(BinFile(Record(1, 132, "1") + Record(2, 132, "2")));
+  Open(BinFile(Record("1", 132, "1") + Record("2", 132, "2")));
   graph.DrawNow();
   EXPECT_FALSE(offers("Time on the Axis") || offers("Copy Numbers"));
   EXPECT_FALSE(Words("CWGraph1").contains("In view"));
@@ -137,8 +115,8 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
 TEST_F(GraphStory, KeysOpenAndPage) {
   auto& graph = The<platform::CWGraph>("CWGraph1");
   EXPECT_EQ(platform::Form::Active()->focusWidget(), &graph) << "the boxes above it are only read";
-  WriteFile(DataFile("f.qbx"),
-            BinFile(Record(1, 132, "1") + Record(2, 132, "2") + Record(3, 132, "3") + Record(4, 132, "4")));
+  WriteFile(DataFile("f.qbx"), BinFile(Record("1", 132, "1") + Record("2", 132, "2") + Record("3", 132, "3") +
+                                       Record("4", 132, "4")));
   machine.WillChooseFile(DataFile("f.qbx").string());
   outer->activateWindow();
   QCoreApplication::processEvents();  // shortcuts work in the active window only
@@ -150,14 +128,14 @@ TEST_F(GraphStory, KeysOpenAndPage) {
   EXPECT_EQ(Text("txtPageNumberX"), "3");
   QTest::keyClick(&graph, Qt::Key_PageUp);
   EXPECT_EQ(Text("txtPageNumberX"), "1");
-  Open(LinearFile(3, Record(1, 264, "11.2")));
+  Open(LinearFile(3, Record("1", 264, "11.2")));
   graph.SetXView({0, 20});
   QTest::keyClick(&graph, Qt::Key_PageDown);
   EXPECT_EQ(graph.XView().lower, 18) << "a run has no pages to step";
 }
 
 TEST_F(GraphStory, CancelAndVanishedFilesChangeNothing) {
-  Open(LinearFile(3, Record(1, 264, "5")));
+  Open(LinearFile(3, Record("1", 264, "5")));
   machine.WillCancelFile();
   Choose("File", "Open");
   EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
@@ -169,7 +147,8 @@ TEST_F(GraphStory, CancelAndVanishedFilesChangeNothing) {
 TEST_F(GraphStory, BinPairsArePagedThrough) {
   Press("Next");
   Reads("No data file has been selected!");
-  Open(BinFile(Record(1, 132, "11") + Record(2, 132, "22") + Record(3, 132, "33") + Record(4, 132, "44")));
+  Open(BinFile(Record("1", 132, "11") + Record("2", 132, "22") + Record("3", 132, "33") +
+               Record("4", 132, "44")));
   struct Row {
     const char *press, *message, *pages;
     bool previous;
@@ -192,7 +171,7 @@ TEST_F(GraphStory, BinPairsArePagedThrough) {
 }
 
 TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
-  const std::string three = Record(1, 132, "1") + Record(2, 132, "2") + Record(3, 132, "3");
+  const std::string three = Record("1", 132, "1") + Record("2", 132, "2") + Record("3", 132, "3");
   Open(BinFile(three));
   Press("Next");
   Reads(EndOfFile);
@@ -200,11 +179,11 @@ TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
   std::filesystem::remove(DataFile("f.qbx"));
   Press("Next");
   Reads(EndOfFile);
-  Open(BinFile(three + Record(4, 132, "4") + Record(5, 132, "5") + Record(6, 132, "6")));
+  Open(BinFile(three + Record("4", 132, "4") + Record("5", 132, "5") + Record("6", 132, "6")));
   Press("Next");
   Press("Next");
   EXPECT_EQ(Text("txtPageNumberX"), "5") << "the end of the first file no longer counts";
-  Open(BinFile(Record(1, 132, "1")));
+  Open(BinFile(Record("1", 132, "1")));
   Reads(EndOfFile);
 }
 

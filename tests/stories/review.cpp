@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include "platform/graph/CWGraph.h"
+#include "support/DataFiles.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -12,16 +13,6 @@ namespace bexlow::test {
 namespace {
 
 constexpr std::size_t PairsInRecord = 132;
-
-std::string Header(const std::string& line10, const std::string& line11, const std::string& line12) {
-  std::string text;
-  for (int line = 1; line <= 9; ++line)
-    text += (line == 2 ? "Download Pages" : line == 5 ? "Launch Time: 9" : "line") + std::string("\r\n");
-  return text + line10 + "\r\n" + line11 + "\r\n" + line12 + "\r\n";
-}
-
-const std::string GoodHeader =
-    Header("Bin/Linear Mode = 1", "Linear Channel = 3", "Page,X Data-->,Y Data-->");
 
 /// Records in which the pairs of these points are pushes and all others 11.2,-5.6.
 std::string Records(std::size_t pages, const std::vector<std::size_t>& pushes) {
@@ -42,11 +33,6 @@ class ReviewStory : public Story {
   void SetUp() override {
     StartConnected();
     Choose("Tools", "Graph Button Pushes");
-  }
-  void Open(const std::string& text) {
-    WriteFile(DataFile("f.qbx"), text);
-    machine.WillChooseFile(DataFile("f.qbx").string());
-    Choose("File", "Open");
   }
   std::string Shown() const { return Text("txtBPNumber") + " at " + Text("txtBPValue"); }
   /// The x positions of the cursors, which must be the same on both graphs and lie at y 0.
@@ -69,8 +55,8 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
   for (const auto* caption : {"<", ">", "Show All", "Show All"}) Press(caption);
   EXPECT_EQ(Shown(), " at ") << "no file yet";
   EXPECT_EQ(Cursors(), std::vector<double>{0});
-  Open(GoodHeader + Records(7, {100, 250, 800}));
-  EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").NumbersToCopy().startsWith("f.qbx, launched 9\n"));
+  Open(Header() + Records(7, {100, 250, 800}));
+  EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").NumbersToCopy().startsWith("f.qbx, launched "));
   struct Row {
     const char *press, *shown;
     std::vector<double> cursors;
@@ -89,7 +75,7 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
 }
 
 TEST_F(ReviewStory, ThePushOnShowIsInSight) {
-  Open(GoodHeader + Records(7, {100, 250, 800}));
+  Open(Header() + Records(7, {100, 250, 800}));
   EXPECT_EQ(The<QLabel>("lblBPCount").text(), "of 3");
   auto& graph = The<platform::CWGraph>("CWGraph2");
   EXPECT_EQ(platform::Form::Active()->focusWidget(), &The<platform::CWGraph>("CWGraph1"));
@@ -109,14 +95,14 @@ TEST_F(ReviewStory, ThePushOnShowIsInSight) {
       EXPECT_EQ(The<platform::CWGraph>(name).XView().Size(), 30);
     }
   }
-  Open(GoodHeader + Records(1, {}));
+  Open(Header() + Records(1, {}));
   EXPECT_EQ(The<QLabel>("lblBPCount").text(), "of 0");
 }
 
 TEST_F(ReviewStory, AClickOnACursorMakesItTheCurrentOne) {
   The<platform::CWGraph>("CWGraph1").CursorClicked(0);
   EXPECT_EQ(Shown(), " at ") << "no file yet";
-  Open(GoodHeader + Records(7, {100, 250, 800}));
+  Open(Header() + Records(7, {100, 250, 800}));
   Press("Show All");
   The<platform::CWGraph>("CWGraph2").CursorClicked(800);
   EXPECT_EQ(Shown(), "2 at 800");
@@ -126,12 +112,11 @@ TEST_F(ReviewStory, AClickOnACursorMakesItTheCurrentOne) {
 }
 
 TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
-  Open(GoodHeader + Records(2, {7}));
+  Open(Header() + Records(2, {7}));
   for (const auto& [text, message] :
        {std::pair{std::string(), "This is not a Quornell Download file!"},
-        std::pair{Header("Bin/Linear Mode = 0", "Linear Channel = 3", "Page,Data-->"),
-                  "This Quornell Download is not supported in Button Mode!"},
-        std::pair{GoodHeader.substr(0, GoodHeader.find("Page,")), "End of data file has been reached!"}}) {
+        std::pair{Header("0"), "This Quornell Download is not supported in Button Mode!"},
+        std::pair{Shortened(Header(), 11), "End of data file has been reached!"}}) {
     Open(text);
     Reads(message);
     EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
@@ -145,7 +130,7 @@ TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
 TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
   for (const auto& [records, shown] :
        {std::pair{Records(1, {5}), "0 at 5"}, std::pair{Records(1, {}), "0 at 0"}}) {
-    Open(GoodHeader + records + "2,1,1\r\n");
+    Open(Header() + records + "2,1,1\r\n");
     ReadsError("BuildDoubleChannelArrays");
     EXPECT_EQ(Shown(), shown);
     EXPECT_FALSE(The<platform::CWGraph>("CWGraph1").Description().contains("points"));
@@ -153,9 +138,9 @@ TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
 }
 
 TEST_F(ReviewStory, AnotherFileKeepsTheCursorsOfShowAll) {
-  Open(GoodHeader + Records(1, {10, 20, 30}));
+  Open(Header() + Records(1, {10, 20, 30}));
   Press("Show All");
-  Open(GoodHeader + Records(1, {99}));
+  Open(Header() + Records(1, {99}));
   EXPECT_EQ(Cursors(), (std::vector<double>{99, 20, 30}));
   EXPECT_EQ(Text("cmdShowAll"), "Hide All");
   Press("Hide All");
@@ -209,7 +194,7 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
   ExpectEnded();
 }
 
-TEST_F(EraseStory, ASilentLoggerIsWatchedUntilTheUserHaltsOrReturns) {
+TEST_F(EraseStory, ASilentLoggerIsWatchedUntilTheUserHalts) {
   logger.silent = true;
   Begin(0);
   machine.Pass(std::chrono::hours(1));
@@ -218,11 +203,6 @@ TEST_F(EraseStory, ASilentLoggerIsWatchedUntilTheUserHaltsOrReturns) {
   Reads("Erase halted by user! Erase may not be complete.");
   EXPECT_EQ(machine.wire.size(), 1U) << "nothing tells the logger to stop";
   ExpectEnded();
-  Begin(0);
-  machine.Pass(milliseconds(700));
-  Choose("Data", "Return");
-  EXPECT_EQ(ScreenInFront(), "Main");
-  ExpectIdle();
 }
 
 TEST_F(EraseStory, FailuresAreReportedUnderTheirProcedure) {

@@ -13,6 +13,7 @@
 #include "platform/machine/Settings.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
+#include "support/DataFiles.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -198,35 +199,21 @@ TEST_F(Shell, AGuardedFailureIsReportedOnceUnderTheScreenInFront) {
   EXPECT_NE(text.find("Description: run.qbx: No space left on device\r\n"), std::string::npos);
 }
 
-TEST_F(Shell, WaitsLastAtLeastAsLongAsAsked) {
-  for (const int ms : {-5, 0, 1, 12, 250}) {
-    SCOPED_TRACE(ms);
-    machine.Pass(microseconds(377));  // off the tick of the millisecond counter
-    const auto before = machine.Time();
-    shell::WaitMilliseconds(ms);
-    EXPECT_GE(machine.Time() - before, milliseconds(std::max(ms, 0)));
-    EXPECT_LE(machine.Time() - before, milliseconds(std::max(ms, 0)) + microseconds(2));
-  }
-}
-
 TEST_F(Shell, AFileIsShownWithoutALogger) {
   Start();
-  std::string text =
-      "\nDownload Pages\n\n\n\n\n\n\n\nBin/Linear Mode = 1\nLinear Channel = 3\nPage,X Data-->,Y Data-->\n1";
-  for (int pair = 0; pair < 132; ++pair) text += ",1,2";
-  WriteFile(DataFile("run.qbx"), text);
-  WriteFile(DataFile("pushes.qbx"), text.replace(text.size() - 8, 4, ",BP,BP"));
+  WriteFile(DataFile("run.qbx"), Header() + Record("1", 264, "1"));
+  WriteFile(DataFile("pushes.qbx"), Header() + Record("1", 264, "BP"));
   WriteFile(DataFile("words.txt"), std::string(12, '\n'));
-  const auto path = [&](const char* name) { return DataFile(name).string(); };
+  const auto at = [&](const char* name) { return DataFile(name).string(); };
   struct Row {
     std::vector<std::string> dropped;
     std::string words, screen;
   };
   for (const auto& [dropped, words, screen] :
-       {Row{{path("run.qbx")}, "", "Graph"}, Row{{path("pushes.qbx")}, "", "GraphBP"},
-        Row{{path("words.txt")}, "This is not a Quornell Download Pages file!", "Graph"},
-        Row{{path("")}, "The file cannot be read!\r\n" + path("") + ": Is a directory", "Main"},
-        Row{{path("run.qbx"), path("pushes.qbx")},
+       {Row{{at("run.qbx")}, "", "Graph"}, Row{{at("pushes.qbx")}, "", "GraphBP"},
+        Row{{at("words.txt")}, "This is not a Quornell Download Pages file!", "Graph"},
+        Row{{at("")}, "The file cannot be read!\r\n" + at("") + ": Is a directory", "Main"},
+        Row{{at("run.qbx"), at("pushes.qbx")},
             "Only the first of these files is opened:\r\nrun.qbx",
             "Graph"}}) {
     SCOPED_TRACE(words + screen);
@@ -246,7 +233,7 @@ TEST_F(Shell, AFileIsShownWithoutALogger) {
   }
   outer->ShowChild(outer->Child("Main"));
   EXPECT_FALSE(Offered("Tools", "Graph"));
-  machine.WillChooseFile(path("pushes.qbx"));
+  machine.WillChooseFile(at("pushes.qbx"));
   Press("Open a data file...");
   EXPECT_EQ(ScreenInFront(), "GraphBP");
 }

@@ -172,14 +172,33 @@ std::filesystem::path Story::DataFile(const std::string& name) const {
   return platform::DataFilesFolder() / name;
 }
 
-std::string Story::FileText(const std::filesystem::path& path) const {
+std::string Story::FileText(const std::filesystem::path& file) const {
   std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
+  text << std::ifstream(file, std::ios::binary).rdbuf();
   return text.str();
 }
 
-void Story::WriteFile(const std::filesystem::path& path, const std::string& text) const {
-  std::ofstream(path, std::ios::binary) << text;
+void Story::WriteFile(const std::filesystem::path& file, const std::string& text) const {
+  std::ofstream(file, std::ios::binary) << text;
+}
+
+void Story::ChooseFile(const QString& menu, const QString& entry, const std::string& name) {
+  path = DataFile(name);
+  machine.WillChooseFile(path.string());
+  Choose(menu, entry);
+}
+
+void Story::Open(const std::string& text) {
+  WriteFile(DataFile("f.qbx"), text);
+  ChooseFile("File", "Open", "f.qbx");
+}
+
+std::vector<std::string> Story::LinesBehind(int headerLines) const {
+  std::istringstream text(FileText(path));
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(text, line);)
+    if (--headerLines < 0) lines.push_back(line.substr(0, line.find('\r')));
+  return lines;
 }
 
 }  // namespace bexlow::test

@@ -61,12 +61,19 @@ class Story : public ::testing::Test {
   void ExpectIdle();
 
   std::filesystem::path DataFile(const std::string& name) const;
-  std::string FileText(const std::filesystem::path& path) const;
-  void WriteFile(const std::filesystem::path& path, const std::string& text) const;
+  std::string FileText(const std::filesystem::path& file) const;
+  void WriteFile(const std::filesystem::path& file, const std::string& text) const;
+  /// Chooses an entry and, in the dialog that it opens, a data file: from then on this one is `path`.
+  void ChooseFile(const QString& menu, const QString& entry, const std::string& name);
+  /// Opens a data file of this text.
+  void Open(const std::string& text);
+  /// The lines of `path` behind its header.
+  std::vector<std::string> LinesBehind(int headerLines) const;
 
   VirtualMachine machine;
   VirtualLogger logger;
   std::unique_ptr<shell::MDIForm1> outer;
+  std::filesystem::path path;
 
  private:
   QAction* Find(const QString& menu, const QString& entry) const;

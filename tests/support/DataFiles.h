@@ -1,0 +1,31 @@
+// Data files as a download writes them, and spoilt ones.
+#pragma once
+
+#include <string>
+
+namespace bexlow::test {
+
+/// The twelve header lines.
+inline std::string Header(const std::string& mode = "1", const std::string& channel = "3",
+                          const std::string& kind = "Download Pages") {
+  return "1\r\n" + kind + "\r\n3\r\n4\r\nLaunch Time: 03/09/2004 14:05:07\r\n" +
+         "Firmware Sampling Frequency: 7.5\r\n7\r\n8\r\n9\r\nBin/Linear Mode = " + mode +
+         "\r\nLinear Channel = " + channel + "\r\nPage,X Data-->,Y Data-->\r\n";
+}
+
+/// A record of so many fields, one text in all of them but at one place.
+inline std::string Record(const std::string& page, std::size_t fields, const std::string& field,
+                          std::size_t place = 999, const std::string& other = {}) {
+  std::string text = page;
+  for (std::size_t i = 0; i < fields; ++i) text += "," + (i == place ? other : field);
+  return text + "\r\n";
+}
+
+/// The first lines of a text.
+inline std::string Shortened(const std::string& text, std::size_t lines) {
+  std::size_t end = 0;
+  for (; lines > 0; --lines) end = text.find('\n', end) + 1;
+  return text.substr(0, end);
+}
+
+}  // namespace bexlow::test
