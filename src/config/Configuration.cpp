@@ -20,7 +20,7 @@ using platform::Pointer;
 using shell::Guarded;
 using shell::Shared;
 
-// What the other menu entries would start needs the port and the bar that a sequence has.
+// A sequence uses the port and the progress bar, which the other menu entries need too.
 void Configuration::EnableSequences(bool enabled) {
   mnuRead->setEnabled(enabled);
   mnuWrite->setEnabled(enabled);

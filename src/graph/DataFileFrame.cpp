@@ -10,7 +10,7 @@
 
 namespace bexlow::graph {
 
-// Of a path that is longer than the box its end tells most; the whole is in the tool tip.
+// A long path is scrolled to its end; the tool tip shows all of it.
 QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName) {
   auto* frame = platform::MakeFrame("fraFileName", "Data File", parent);
   auto* box = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);

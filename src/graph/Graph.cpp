@@ -154,7 +154,7 @@ void Graph::OpenLinear(int channel) {
   graphs_->CWGraph1->ClearData();
   graphs_->CWGraph2->ClearData();
   graphs_->PrepareLinear();
-  graphs_->MoveTogether(channel == 3);  // one channel leaves the other graph empty
+  graphs_->MoveTogether(channel == 3);  // with one channel there is nothing to move together
   if (channel == 1 || channel == 2) BuildSingleChannelArray(channel);
   if (channel == 3) BuildDoubleChannelArrays();
   if (channel == 1 || channel == 3) graphs_->Plot(*graphs_->CWGraph1, XLinear);

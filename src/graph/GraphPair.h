@@ -35,7 +35,7 @@ class GraphPair : public QWidget {
   void Plot(platform::CWGraph& graph, const Samples& samples);
   /// What a file's header tells, for read-outs and pictures.
   void TellFile(const std::string& path, const RunFacts& facts);
-  /// Page Up and Page Down in a graph press these buttons, as long as a file has steps.
+  /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
   void PageWith(QPushButton* back, QPushButton* forward);
   /// The x views of both graphs move together, or each by itself.
   void MoveTogether(bool together) { CWGraph1->SetXLinkActive(together); }

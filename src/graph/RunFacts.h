@@ -12,7 +12,7 @@ struct RunFacts {
   std::optional<double> frequency;  ///< samples a second of a Linear run
 };
 
-/// Of a "Download Pages" file; nothing is known of any other, and no frequency that is not above 0.
+/// Of a "Download Pages" file; empty for other kinds. A frequency of 0 or less is ignored.
 RunFacts ReadRunFacts(std::string_view text);
 
 }  // namespace bexlow::graph

@@ -14,7 +14,7 @@ struct ViewNumbers {
   double above = 0, below = 0;  ///< shares of the samples, 0 to 1; those on the limit are neither
 };
 
-/// Counts the samples at the places from to to, ends included; nothing where there is none.
+/// Of the samples with indices from `from` to `to`, ends included; nothing if there are none.
 std::optional<ViewNumbers> NumbersInView(std::span<const double> samples, double from, double to,
                                          double limit);
 

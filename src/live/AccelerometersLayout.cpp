@@ -38,7 +38,7 @@ CWSlide* AddSlide(QBoxLayout& column, const char* name, const char* caption, QWi
 
 void Accelerometers::Build() {
   fraAcc = MakeFrame("fraAcc", "Accelerometers", this);
-  fraSlider = MakeFrame("fraSlider", " ", this);  // without words, its top in line with the others
+  fraSlider = MakeFrame("fraSlider", " ", this);  // a blank caption aligns its top with the other frames
   fraSlider->setAccessibleName("Readings");
   fraHiddenSliders = MakeFrame("fraHiddenSliders", "Slider", this);
   lblNote = MakeLabel("lblNote", NoteText, this);

@@ -92,8 +92,8 @@ void Angles::RemoveTare(const Axis& axis) {
   WriteTare("RemoveTare", axis, [] { return Tare{}; });
 }
 
-// The logger keeps the raw word, the program the degrees. The boxes show the last sample once the chain has
-// paused.
+// The logger keeps the raw word, the program the degrees. Pausing the chain first updates the boxes to the
+// last sample.
 void Angles::WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare) {
   Guarded(*this, procedure, [&] {
     Chain().Pause();

@@ -47,7 +47,7 @@ void Angles::Build() {
 QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, Box box) {
   auto* frame = MakeFrame(name, caption, this);
   auto* grid = new QGridLayout(frame);
-  grid->setColumnStretch(2, 1);  // units of other lengths leave the boxes in line
+  grid->setColumnStretch(2, 1);  // keeps the boxes aligned although the units differ in length
   for (auto& axis : axes_) {
     const auto& row = *axis.row;
     switch (box) {

@@ -24,7 +24,7 @@ class LiveStrips : public QWidget {
   /// @param unit  of its values, for the title of the axis
   void AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                 double maximum);
-  /// A sample has come. A click holds the curves still; samples are kept all the same.
+  /// Stores a sample, also while the curves are held by a click.
   /// @param seconds  since sampling started
   void Add(std::size_t strip, double seconds, double value) { strips_[strip].values.Add(seconds, value); }
   /// Draws what has come, at most ten times a second.

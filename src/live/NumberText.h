@@ -16,7 +16,7 @@ std::string NumberText(double value);
 /// The same digits with the zero before the point, as text boxes show them: 0.5.
 std::string PlainNumberText(double value);
 
-/// A count with its thousands parted: 1,234.
+/// A count with commas between thousands: 1,234.
 std::string CountText(std::int64_t count);
 
 /// A time in whole seconds, rounded up: 17 s, 5 min 12 s, 1 h 2 min.

@@ -91,7 +91,7 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   if (Shared.LiveSample.SavingToFile && kind_.write(Shared.LiveSample.SampleTime)) ++saved_;
 }
 
-// The file of a recording screen that stands beside this one is not for this one's samples.
+// Another open recording screen has chosen the data file; this screen must not write to it.
 bool RecordingScreen::AnotherSaves() const {
   return std::ranges::any_of(QApplication::allWidgets(), [this](const QWidget* widget) {
     const auto* other = qobject_cast<const RecordingScreen*>(widget);
@@ -105,9 +105,8 @@ void RecordingScreen::SaveToOwnFile() {
   Shared.LiveSample.SavingToFile = true;
 }
 
-// The file being saved to is shared, so that no screen changes it while another may save. A file that could
-// not be made is told in words, since nobody would look for the missing check mark. A name left from an
-// earlier choice goes on being the file when the dialog is cancelled.
+// The data file is shared by all screens, so it is not changed while another screen may be saving. If it
+// cannot be created, a box says so. After a cancelled dialog an earlier name stays in use.
 void RecordingScreen::mnuSave_Click() {
   if (!link::LoggerIsFree(*this)) return;
   Guarded(*this, "mnuSave_Click", [this] {

@@ -198,13 +198,13 @@ void RemoteSession::SetSendText(const std::string& text) {
   SendText(txtSend->toPlainText());
 }
 
-// The box also tells of changes that leave its text as it was.
+// The box also emits textChanged when its text is the same.
 void RemoteSession::txtSend_Change() {
   const QString text = txtSend->toPlainText();
   if (text != sentText_) SendText(text);
 }
 
-// A peer that is not there costs a sample its datagram and nothing else.
+// If sending fails, this datagram is lost and sampling goes on.
 void RemoteSession::SendText(const QString& text) {
   sentText_ = text;
   try {
@@ -212,7 +212,7 @@ void RemoteSession::SendText(const QString& text) {
   } catch (const std::exception&) {}
 }
 
-// Whatever comes in, from whomever: what cannot be used is passed over in silence.
+// Datagrams from any sender are shown; what is not a pair of angles is ignored.
 void RemoteSession::udpPeerA_DataArrival() {
   const std::string& datagram = udpPeerA.GetData();
   txtReceive->setPlainText(ReceivedText(datagram));

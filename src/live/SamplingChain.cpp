@@ -17,7 +17,7 @@ namespace {
 
 constexpr int ShownWithinMs = 50;
 constexpr double SecondsAByte = 10 / 19200.0;
-constexpr double Tolerance = 0.95;  // the logger's clock and the machine's differ by a few hundredths
+constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
 // Below so many byte times the device is not paced (a pseudo-terminal), and the check is off.
 constexpr double PseudoTerminalByteTimes = 1.5;
 constexpr double LeastByteTimes = 1.5;  // the request and the first byte of its reply take 2
@@ -85,16 +85,16 @@ void SamplingChain::Request() {
   if (unshown_) showing_.Enabled(true);
 }
 
-// Boxes and dials cost some 50 us, more than all else that a sample needs and two in a hundred of its time on
-// the line, and an eye sees frames, not samples.
+// Updating boxes and dials takes about 50 us, 2 % of a sample's time on the line, so they are updated once
+// a frame.
 void SamplingChain::ShowWhatWasTaken() {
   showing_.Enabled(false);
   if (std::exchange(unshown_, false) && show_) show_();
 }
 
-// Waiting for the end of every reply would cost a third of the samples. Where a line hands bytes over one by
-// one, the rest of a reply that was too long shows in the next: that is complete before the line can have
-// carried a request and a whole reply. Where it hands them over in bursts, the count is wrong.
+// Waiting for the end of every reply would cost a third of the samples. If a reply was too long, its extra
+// bytes start the next one, which is then complete too early, or begins before the logger can have
+// answered. On a line that delivers in bursts its length is wrong.
 bool SamplingChain::CameTooSoon(std::int64_t firstByteAt) const {
   auto& machine = Machine::Get();
   const auto byteTimes = [&](std::int64_t at) {

@@ -57,7 +57,7 @@ class SamplingChain {
   platform::Timer showing_;  ///< for a sample that no other follows
   bool unshown_ = false;
   std::int64_t samples_ = 0;
-  std::int64_t countedSamples_ = 0, countedAt_ = 0;  ///< when the rate was told last
+  std::int64_t countedSamples_ = 0, countedAt_ = 0;  ///< at the last calculation of the rate
   double rate_ = 0;
   std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
 };

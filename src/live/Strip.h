@@ -1,4 +1,4 @@
-// The last half minute of a reading, as little as a curve of it needs.
+// The last 30 seconds of a reading, reduced for drawing.
 #pragma once
 
 #include <array>
@@ -8,8 +8,7 @@
 
 namespace bexlow::live {
 
-/// Keeps of each twentieth of a second the least and the greatest value, so that a sample that sticks out is
-/// seen.
+/// For each 1/20 s it keeps the least and the greatest value, so that a single outlier stays visible.
 class Strip {
  public:
   static constexpr double Seconds = 30;
@@ -18,7 +17,7 @@ class Strip {
 
   Strip() { Clear(); }
   void Clear();
-  /// @param seconds  since a moment of the caller's, never falling
+  /// @param seconds  from any zero point; must not decrease
   void Add(double seconds, double value);
   /// Least and greatest of each part, 2 * Parts values, the newest last; no number where there was no sample.
   std::vector<double> Values() const;

@@ -46,6 +46,7 @@ void CWNumEdit::Value(double value) {
   if (!std::isfinite(value)) return;
   assigning_ = true;
   outside_.clear();
+  EndRefusal();
   value_ = value;
   FitBaseRange();
   setValue(value);
@@ -139,7 +140,7 @@ QString CWNumEdit::LimitsInWords() const {
   return textFromValue(lower_) + " to " + textFromValue(upper_);
 }
 
-// Behind the running event, since the toolkit takes words away when the keyboard moves on.
+// Shown after the running event, since Qt hides a tool tip when the focus changes.
 void CWNumEdit::Refuse(const QString& words) {
   if (!description_) description_ = accessibleDescription();
   setAccessibleDescription(words);

@@ -169,7 +169,7 @@ std::optional<double> CWGraph::ClockRate() const {
   return timeShown_ && style_ == PlotStyle::Linear ? rate_ : std::nullopt;
 }
 
-// A low graph has room for few numbers beside its axis.
+// Fewer tick labels on a graph of small height.
 void CWGraph::FitTicks() {
   plot_->yAxis->ticker()->setTickCount(std::clamp(height() / (2 * fontMetrics().height()), 2, 7));
 }
@@ -275,7 +275,7 @@ void CWGraph::SetXLinkActive(bool active) {
   if (linked_) linked_->linkActive_ = active;
 }
 
-// What the user did here; the other graph follows without passing it back.
+// Copies the x view to the linked graph, which does not copy it back.
 void CWGraph::PassXView() {
   DrawSoon();
   if (!linkActive_ || !linked_) return;

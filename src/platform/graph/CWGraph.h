@@ -87,19 +87,19 @@ class CWGraph : public QWidget, public DescribedChart {
   /// Times in place of samples on the x axis, also of the linked graph; only where the rate is known.
   void ShowTime(bool time);
 
-  /// A level line that the user drags up and down; nothing takes it away.
+  /// A level line that the user drags up and down; std::nullopt removes it.
   void SetLimit(std::optional<double> value);
   std::optional<double> Limit() const;
-  /// A line of words over the plot; empty takes it away.
+  /// A line of words over the plot; an empty text removes it.
   void SetNumbers(const QString& words);
   /// The series on show.
   std::span<const double> Values() const { return series_.Values(); }
-  /// Called behind a redraw when series, x view or limit have changed.
+  /// Called after a redraw when series, x view or limit have changed.
   std::function<void()> Moved;
   /// The text that the menu copies, while there are numbers.
   std::function<QString()> NumbersToCopy;
 
-  /// What stands behind the name of the graph over its pictures: file, launch.
+  /// Text after the graph's name in the title of a picture: file, launch.
   void SetHeading(const QString& heading) { heading_ = heading; }
 
   /// Whether the user can zoom, move and read out, and has a menu; a graph has all this at first.
@@ -129,8 +129,7 @@ class CWGraph : public QWidget, public DescribedChart {
   /// The plot as seen, in device pixels.
   QImage Picture() const;
 
-  /// Asks where to save a picture; gives an empty text when the user thinks better of it. Preset to a file
-  /// dialog.
+  /// Asks where to save a picture; gives an empty text when the user cancels. Preset to a file dialog.
   std::function<QString(const QString& suggestedName)> AskPicturePath;
   /// Asks for a printer and its settings; false for none. Preset to a print dialog.
   std::function<bool(QPrinter&)> AskPrinter;

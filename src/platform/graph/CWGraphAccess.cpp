@@ -16,7 +16,7 @@ class ChartAccess : public QAccessibleWidget {
     return kind == QAccessible::Description ? chart_.Description() : QAccessibleWidget::text(kind);
   }
 
-  // Of what the chart is made of, only words are worth a stop: the plot itself and its overlay say nothing.
+  // Only the read-out is exposed as a child; plot and overlay have no text.
   int childCount() const override { return ReadOut() ? 1 : 0; }
   QAccessibleInterface* child(int index) const override {
     return index == 0 ? QAccessible::queryAccessibleInterface(ReadOut()) : nullptr;

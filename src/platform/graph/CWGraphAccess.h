@@ -1,5 +1,4 @@
-// The voice of a graph for screen readers: role chart, its name, and a description that is worded when asked
-// for.
+// Accessibility of a graph: role chart, its name, and a description that is made on request.
 #pragma once
 
 #include <QString>

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int MarkSize = 4;       // half of a diamond, in pixels
 constexpr int DenseDistance = 3;  // columns between neighbours below which lines would form a wall
-constexpr double ClickReach = 5;  // pixels beside a cursor that still mean it
+constexpr double ClickReach = 5;  // greatest distance of a click from a cursor, in pixels
 constexpr float DenseOpacity = 0.3F;
 
 }  // namespace

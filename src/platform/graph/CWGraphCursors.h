@@ -23,7 +23,7 @@ class CWGraphCursors : public CWGraphPlottable {
   /// @param n  from 1
   /// @throws std::system_error (invalid argument) where there is no cursor n
   Cursor& Numbered(int n);
-  /// Draws what stands at x stronger than the others, where there are several.
+  /// Draws the cursor at x with a thicker line, if there are several cursors.
   void Stress(std::optional<double> x) { stressed_ = x; }
   /// Where the cursor nearest to a place of the plot stands; nothing where none is close.
   std::optional<double> Near(double pixel) const;

@@ -111,8 +111,7 @@ QByteArray PageFile(const PlotPage& page, const QString& extension) {
   return format->write(page, file) ? bytes : QByteArray();
 }
 
-// The plot scales its lines to the sheet, but the system its letters to the printer's dots: at the screen's
-// resolution both come out alike.
+// Lines are scaled to the sheet, fonts to the printer's resolution. At 96 dots an inch both match.
 bool PrintPage(const PlotPage& page, QPrinter& printer) {
   printer.setResolution(ScreenDotsPerInch);
   const QRectF sheet = printer.pageLayout().paintRectPixels(printer.resolution());

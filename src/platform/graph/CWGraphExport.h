@@ -15,7 +15,7 @@ namespace bexlow::platform {
 /// The plot as seen, in device pixels.
 QImage PlotImage(QCustomPlot& plot);
 
-/// A plot of a picture for a report, and the words over it.
+/// A plot and its title.
 struct TitledPlot {
   QCustomPlot* plot = nullptr;
   QString title;

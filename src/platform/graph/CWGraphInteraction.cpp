@@ -22,7 +22,7 @@ constexpr double NotchZoom = 0.8;
 constexpr double Notch = 120;   // what a wheel reports for one, in eighths of a degree
 constexpr double KeyPan = 0.1;  // of what is on show
 constexpr double PagePan = 0.9;
-constexpr int SmallestRectangle = 6;  // pixels; less is a click with an unsteady hand
+constexpr int SmallestRectangle = 6;  // pixels; a smaller movement counts as a click
 
 }  // namespace
 
@@ -40,6 +40,7 @@ CWGraphInteraction::CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGrap
 }
 
 bool CWGraphInteraction::eventFilter(QObject*, QEvent* event) {
+  if (event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut) overlay_.update();
   if (!isOn_) return WhenOff(*event);
   switch (event->type()) {
     case QEvent::MouseButtonPress:
@@ -58,10 +59,6 @@ bool CWGraphInteraction::eventFilter(QObject*, QEvent* event) {
       return Key(static_cast<const QKeyEvent&>(*event));
     case QEvent::Leave:
       if (drag_ == Drag::None) readOut_.Forget();
-      return false;
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-      overlay_.update();
       return false;
     default:
       return false;
@@ -87,10 +84,6 @@ bool CWGraphInteraction::WhenOff(QEvent& event) {
       if (isSpace && !key.isAutoRepeat()) Click(graph_.rect().center());
       return isSpace;
     }
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-      overlay_.update();
-      return false;
     default:
       return false;
   }
@@ -159,7 +152,7 @@ void CWGraphInteraction::PanTo(QPoint place) {
   Tell();
 }
 
-// A click with an unsteady hand leaves it where it is.
+// The limit moves only after the pointer has moved 6 pixels.
 void CWGraphInteraction::DragLimitTo(QPoint place) {
   if (std::abs(place.y() - from_.y()) < SmallestRectangle && last_ == from_) return;
   last_ = place;
@@ -234,7 +227,7 @@ bool CWGraphInteraction::ShiftKey(int key) {
   }
 }
 
-// The point read out stays where it is on the plot; without one the middle does.
+// Zooms about the point read out, else about the middle of the view.
 double CWGraphInteraction::ZoomAnchor(bool ofY) const {
   const auto view = (ofY ? view_.Y : view_.X).View();
   const auto point = readOut_.Point().value_or(QPointF(view.Middle(), view.Middle()));

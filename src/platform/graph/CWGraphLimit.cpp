@@ -12,7 +12,7 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr double Reach = 4;  // pixels beside the line that still take it
+constexpr double Reach = 4;  // greatest distance of a press from the line, in pixels
 
 double WholeWithin(double value, double lower, double upper) {
   const double least = std::ceil(lower);

@@ -54,7 +54,7 @@ void CWGraph::BuildMenu() {
   RenewMenu();
 }
 
-// Shows the entries that have a use, and the check mark as it is.
+// Hides entries that do not apply and sets the check mark.
 void CWGraph::RenewMenu() {
   timeEntry_->setVisible(rate_.has_value());
   timeEntry_->setChecked(timeShown_);
@@ -94,7 +94,7 @@ QString CWGraph::NamesOf(Extent extent) const {
   return name.isEmpty() ? tr("Graph") : name;
 }
 
-// A picture goes into a report or on paper, also from a dark screen.
+// Pictures use the light palette, whatever the screen uses.
 template <class Draw>
 auto CWGraph::OnPaper(Extent extent, Draw draw) const {
   PlotPage page;

@@ -12,7 +12,7 @@ class CWGraphOverlay : public QWidget {
  public:
   explicit CWGraphOverlay(QWidget& graph);
 
-  /// In the graph's coordinates; nothing takes it away.
+  /// In the graph's coordinates; std::nullopt removes it.
   void ShowRectangle(std::optional<QRect> rectangle);
   /// The point read out, a line through it as tall as the area.
   void ShowPoint(std::optional<QPointF> point, QRect area);

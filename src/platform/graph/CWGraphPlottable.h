@@ -1,4 +1,4 @@
-// What is drawn on a graph: nobody selects it, axes never fit themselves to it, a legend does not tell of it.
+// A plottable that cannot be selected and is ignored by axis rescaling and by legends.
 #pragma once
 
 #include <qcustomplot.h>

@@ -23,7 +23,7 @@ class CWGraphReadOut {
   CWGraphReadOut(const CWGraphSeries& series, QCustomPlot& plot, CWGraphView& view, CWGraphOverlay& overlay,
                  QLabel& words);
 
-  /// The series or its style is another: whatever was read out is no more.
+  /// Clears the read-out: the series or its style has changed.
   /// @param rate  samples a second, where they are known
   void Renew(CWGraphSeries::Style style, std::optional<double> rate);
 

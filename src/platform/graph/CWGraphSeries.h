@@ -64,7 +64,7 @@ class CWGraphSeries {
 /// A number in plain digits with a point and no grouping, as short as it can be.
 QString CWGraphNumber(double value);
 
-/// "1 h 2 min 45 s", whole seconds; units before the first that counts are left out.
+/// "1 h 2 min 45 s", whole seconds; leading zero units are omitted.
 QString DurationWords(double seconds);
 /// "1:02:45" or "2:45", with as many decimals as asked for.
 QString DurationClock(double seconds, int decimals = 0);

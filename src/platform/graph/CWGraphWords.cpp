@@ -1,4 +1,4 @@
-// What a graph tells a person who does not see it.
+// Descriptions for screen readers.
 #include <QLabel>
 #include <qcustomplot.h>
 
@@ -10,7 +10,7 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr int CursorsInWords = 10;  // more than that nobody listens to
+constexpr int CursorsInWords = 10;  // more would take too long to read aloud
 
 QString RangeWords(CWGraphRange range) {
   return QStringLiteral("%1 to %2").arg(CWGraphNumber(range.lower), CWGraphNumber(range.upper));

@@ -1,5 +1,5 @@
 // What dials and slides have in common: a value on a scale, a face that is drawn once and kept, a pointer
-// above it, and a voice for screen readers.
+// above it, and their accessibility.
 #pragma once
 
 #include <QAccessible>
