@@ -75,7 +75,6 @@ void EEPROM::Build() {
   grid->setColumnStretch(1, 1);
   setMinimumWidth(360);
   FirstFocus(NumEditAddress);
-  NumEditAddress->selectAll();
 }
 
 void EEPROM::Operate(const char* procedure, const std::function<void()>& body) {

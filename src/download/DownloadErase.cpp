@@ -7,6 +7,7 @@
 
 #include <exception>
 #include <system_error>
+#include <utility>
 
 #include "download/LinearCsv.h"
 #include "download/PageDecoder.h"
@@ -34,7 +35,7 @@ using shell::Shared;
 namespace {
 
 constexpr int LateAfterSeconds = 1;
-constexpr double SecondsAPage = 0.162;  // two pauses of 12 ms and 265 bytes at 19200 baud
+constexpr std::int64_t PageUs = 162'000;  // two pauses of 12 ms and 265 bytes at 19200 baud
 
 std::int64_t NowInSeconds() {
   return platform::Machine::Get().Now().seconds;
@@ -155,6 +156,7 @@ void DownloadErase::StartPages() {
   PBar->setValue(0);
   MSComm1.RThreshold(static_cast<int>(link::PageSize));
   Shared.EndOfDataReached = false;
+  torn_ = 0;
   link::OpenCommPort(MSComm1, *this);
   TimerSampling.Enabled(true);
   RequestPage();
@@ -173,10 +175,12 @@ void DownloadErase::MSComm1_OnComm() {
         Shared.LastReplyTime = NowInSeconds();
         lblWarning->hide();
         Bytes reply = MSComm1.Input();
-        const auto begun = BeginNextRequest(reply);
-        link::EndReply(MSComm1, reply, link::PageSize, begun);
+        const auto torn = std::exchange(torn_, 0);
+        const auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
+        link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
+                       torn == 0 ? link::LineSilenceUs : PageUs);
         txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
-        if (reply.size() != link::PageSize) return RequestPage(begun.size());
+        if (torn != 0 || reply.size() != link::PageSize) return RequestPage(begun.size());
         TakePage(reply, begun.size());
       },
       [this] { MousePointer(Pointer::Normal); });
@@ -232,6 +236,7 @@ void DownloadErase::TimerSampling_Timer() {
     lblWarning->setVisible(late);
     if (!late) return;
     TimerSampling.Enabled(false);
+    torn_ = static_cast<std::size_t>(MSComm1.InBufferCount());
     RequestPage();
     TimerSampling.Enabled(true);
   };
@@ -254,7 +259,7 @@ platform::Activity DownloadErase::Activity() const {
 
 std::string DownloadErase::TimeLeft() const {
   return "at most " +
-         live::DurationText((Shared.MaxDownloadPages - Shared.DownloadPageNumber) * SecondsAPage);
+         live::DurationText((Shared.MaxDownloadPages - Shared.DownloadPageNumber) * (PageUs / 1e6));
 }
 
 // Saving ends with the download: a live screen on another tab must not append its samples to this file.

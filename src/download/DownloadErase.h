@@ -64,6 +64,9 @@ class DownloadErase : public platform::Form {
   platform::Timer TimerSampling;
   platform::CommonDialog CommonDialog1;
   Erase erase_;
+  /// Bytes of a torn reply that waited when the watchdog asked again. The repeat comes behind them, so the
+  /// next reply is wrong whatever its length: on a line that stalls it can seem to have the right one.
+  std::size_t torn_ = 0;
 
   QAction* mnuDownload = nullptr;
   QAction* mnuErase = nullptr;

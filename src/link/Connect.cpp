@@ -39,7 +39,6 @@ Connect::Connect(std::function<void(bool)> reached)
   NumEditCommPort->Value(Shared.CurrentCommPort);
   ShowDevice();
   FirstFocus(NumEditCommPort);
-  NumEditCommPort->selectAll();
 }
 
 void Connect::Build() {
@@ -121,10 +120,12 @@ void Connect::cmdAutoDetect_Click() {
   Guarded(*this, "cmdAutoDetect_Click", [this] {
     MousePointer(Pointer::Busy);
     EnableButtons(false);
-    platform::Machine::Get().Repaint();
     bool found = false;
-    for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port)
+    for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port) {
+      lblDevice->setText(QString("Asking on Comm %1...").arg(port));
+      platform::Machine::Get().Repaint();
       found = CommPortExists(port) && LoggerAnswers(port, "19200");
+    }
     EnableButtons(true);
     if (found) NumEditCommPort->Value(DetectedCommPort);
     ShowDevice();

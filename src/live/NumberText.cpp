@@ -184,7 +184,7 @@ std::optional<std::int16_t> FieldToInt16(std::string_view field) {
 
 std::string CountText(std::int64_t count) {
   std::string text = std::to_string(count);
-  for (auto at = static_cast<int>(text.size()) - 3; at > (count < 0 ? 1 : 0); at -= 3)
+  for (auto at = static_cast<int>(text.size()) - 3; at > 0; at -= 3)
     text.insert(static_cast<std::size_t>(at), ",");
   return text;
 }

@@ -84,13 +84,6 @@ TEST(Outbox, HandsBytesOnAsTheHostsPortGathersThem) {
   }
 }
 
-TEST(Outbox, DoesNotGrowWithoutBoundWhereNobodyReads) {
-  Outbox outbox(ByteTime);
-  int taken = 0;
-  while (taken < 100'000 && outbox.Send(Bytes(264), 0ns)) ++taken;
-  EXPECT_EQ(taken, (1 << 20) / 264);
-}
-
 Reply Six(char command = 'a') {
   Reply reply;
   reply.command = command;
@@ -167,15 +160,6 @@ TEST(Options, RefuseWhatTheyDoNotKnow) {
     SCOPED_TRACE(arguments.back());
     EXPECT_THROW(ParseOptions(arguments), std::invalid_argument);
   }
-}
-
-TEST(Options, AreTakenInBothSpellings) {
-  const auto logger =
-      ParseOptions(std::vector{"--mode=bin", "--channels", "2", "--pushes=all", "--still"}).logger;
-  EXPECT_FALSE(logger.stored.linear);
-  EXPECT_EQ(logger.stored.channels, 2);
-  EXPECT_EQ(logger.stored.pushes.share, 1);
-  EXPECT_EQ(logger.motion, Motion::Still);
 }
 
 }  // namespace

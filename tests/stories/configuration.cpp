@@ -3,6 +3,7 @@
 #include <QGroupBox>
 #include <QProgressBar>
 
+#include <sstream>
 #include <vector>
 
 #include "config/ParameterMap.h"
@@ -179,49 +180,24 @@ TEST_F(Configuration, AValueIsReadAtEachTick) {
 
 TEST_F(Configuration, WhatIsShownBecomesTheseBytes) {
   struct Row {
-    const char *entry, *xTare, *hiddenMinBin;
-    std::map<std::size_t, int> cells;
+    const char *entry, *xTare, *hiddenMinBin, *cells;
   };
   OpenAndRead();
   The<QAbstractButton>("opt75Hz").click();
   for (const auto& [entry, xTare, hiddenMinBin, cells] :
-       {Row{"Show Min",
-            "-180.000",
-            "-90",
-            {{2, 0},
-             {10, 0},
-             {14, 0x80},
-             {15, 1},
-             {18, 0x80},
-             {30, 1},
-             {33, 0},
-             {43, 1},
-             {69, 0},
-             {102, 75}}},
-        Row{"Show Max",
-            "180.000",
-            "90",
-            {{2, 4},
-             {3, 0},
-             {10, 4},
-             {14, 0x7F},
-             {18, 0x7F},
-             {24, 0x7F},
-             {31, 16},
-             {33, 5},
-             {43, 3},
-             {68, 4}}},
-        Row{"Show Defaults",
-            "0.000",
-            "0",
-            {{5, 0x98}, {11, 68}, {14, 0}, {18, 0x80}, {30, 3}, {31, 1}, {33, 1}, {68, 2}, {102, 15}}}}) {
+       {Row{"Show Min", "-180.000", "-90", "2=0 10=0 14=128 15=1 18=128 30=1 33=0 43=1 69=0 102=75"},
+        Row{"Show Max", "180.000", "90", "2=4 3=0 10=4 14=127 18=127 24=127 31=16 33=5 43=3 68=4"},
+        Row{"Show Defaults", "0.000", "0", "5=152 11=68 14=0 18=128 30=3 31=1 33=1 68=2 102=15"}}) {
     SCOPED_TRACE(entry);
     Choose("Tools", entry);
     EXPECT_EQ(Text("NumEdit14"), xTare);
     EXPECT_EQ(Text("NumEdit26"), hiddenMinBin);
     EXPECT_TRUE(machine.wire.empty());
     WriteAll();
-    for (const auto& [address, byte] : cells) EXPECT_EQ(logger.eeprom[address], byte) << address;
+    std::istringstream expected(cells);
+    char equals;
+    for (int address, byte; expected >> address >> equals >> byte;)
+      EXPECT_EQ(logger.eeprom[static_cast<std::size_t>(address)], byte) << address;
     machine.wire.clear();
   }
   EXPECT_EQ(shell::Shared.OnBoardParameters.YOffset, 408) << "the record follows reads alone";

@@ -37,6 +37,7 @@ TEST_F(ConnectStory, AutoDetectTakesTheFirstPortThatAnswers) {
   const auto before = machine.Time();
   machine.At(before + milliseconds(100), [&] {
     for (const auto* button : {"cmdOK", "cmdAutoDetect"}) EXPECT_FALSE(The(button).isEnabled()) << button;
+    EXPECT_EQ(Text("lblDevice"), "Asking on Comm 1...");
   });
   Press("Auto Detect");
   Reads("Bexlow found on Comm 5!");

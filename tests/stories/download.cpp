@@ -157,6 +157,25 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
   }
 }
 
+// The repeat comes behind what arrived of the torn reply, and the line stalls when both make 264 bytes.
+TEST_F(DownloadStory, ATornReplyAndAStallOfTheLineMakeNoPage) {
+  for (const int torn : {1, 96, 263}) {
+    SCOPED_TRACE(torn);
+    Store(5);
+    logger.spoil = [&, struck = logger.replies + 33](Bytes& reply, microseconds& delay) {
+      if (logger.replies == struck) reply.resize(static_cast<std::size_t>(torn));
+      if (logger.replies != struck + 1) return;
+      logger.Send({reply.begin(), reply.end() - torn});
+      reply.erase(reply.begin(), reply.end() - torn);
+      delay = ByteTime * (264 - torn) + 25ms;
+    };
+    Begin();
+    Finish();
+    EXPECT_EQ(PagesInFile(), UpTo(5));
+    EXPECT_EQ(Record(2).substr(0, 12), "2.8,2.1,5.6,");
+  }
+}
+
 TEST_F(DownloadStory, ASilentLoggerIsAskedOnceASecondForAnHour) {
   Store(3);
   machine.Pass(400ms);  // so that no second begins during the pauses of a repeat

@@ -3,8 +3,6 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QKeyEvent>
-#include <QMenuBar>
-#include <QPushButton>
 #include <QSettings>
 #include <QTest>
 
@@ -16,14 +14,6 @@
 #include "shell/Main.h"
 
 namespace bexlow::test {
-
-namespace {
-
-QString Plain(const QString& caption) {
-  return QString(caption).remove('&');
-}
-
-}  // namespace
 
 Story::Story() {
   shell::Shared = {};
@@ -58,48 +48,17 @@ void Story::StartConnected(int comm) {
   logger.replies = 0;
 }
 
-QAction* Story::Find(const QString& menu, const QString& entry) const {
-  for (auto* top : outer->menuBar()->actions()) {
-    if (Plain(top->text()) != menu) continue;
-    for (auto* action : top->menu()->actions()) {
-      if (Plain(action->text()) == entry) return action;
-    }
-  }
-  return nullptr;
-}
-
-bool Story::Offered(const QString& menu, const QString& entry) const {
-  const auto* action = Find(menu, entry);
-  if (action == nullptr || !action->isEnabled() || !action->isVisible()) return false;
-  return qobject_cast<QMenu*>(action->associatedObjects().value(0))->isEnabled();
-}
-
-bool Story::Shown(const QString& menu, const QString& entry) const {
-  const auto* action = Find(menu, entry);
-  return action != nullptr && action->isVisible();
-}
-
-bool Story::Checked(const QString& menu, const QString& entry) const {
-  const auto* action = Find(menu, entry);
-  return action != nullptr && action->isChecked();
-}
-
 void Story::Choose(const QString& menu, const QString& entry) {
   ASSERT_TRUE(Offered(menu, entry)) << menu.toStdString() << ", " << entry.toStdString() << " is not offered";
-  Find(menu, entry)->trigger();
+  FindEntry(*outer, menu, entry)->trigger();
   machine.Settle();
 }
 
 void Story::Press(const QString& caption) {
-  const auto* form = platform::Form::Active();
-  ASSERT_NE(form, nullptr);
-  for (auto* button : form->findChildren<QPushButton*>()) {
-    if (Plain(button->text()) != caption || !button->isVisibleTo(form)) continue;
-    ASSERT_TRUE(button->isEnabled()) << caption.toStdString() << " is disabled";
-    button->click();
-    return machine.Settle();
-  }
-  FAIL() << "no button " << caption.toStdString();
+  auto* button = FindButton(caption);
+  ASSERT_TRUE(button != nullptr && button->isEnabled()) << caption.toStdString() << " cannot be pressed";
+  button->click();
+  machine.Settle();
 }
 
 void Story::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {

@@ -8,9 +8,9 @@
 #include <gtest/gtest.h>
 #include <memory>
 
-#include "platform/controls/Form.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
+#include "support/Find.h"
 #include "support/VirtualLogger.h"
 #include "support/VirtualMachine.h"
 
@@ -39,18 +39,22 @@ class Story : public ::testing::Test {
   void Reads(const std::string& text);
   /// The next unread box must be the error box with this source; gives its whole text.
   std::string ReadsError(const std::string& source);
-  bool Offered(const QString& menu, const QString& entry) const;
+  bool Offered(const QString& menu, const QString& entry) const {
+    return IsOffered(FindEntry(*outer, menu, entry));
+  }
   /// Visible in its menu, enabled or not.
-  bool Shown(const QString& menu, const QString& entry) const;
-  bool Checked(const QString& menu, const QString& entry) const;
+  bool Shown(const QString& menu, const QString& entry) const {
+    const auto* action = FindEntry(*outer, menu, entry);
+    return action != nullptr && action->isVisible();
+  }
+  bool Checked(const QString& menu, const QString& entry) const {
+    return FindEntry(*outer, menu, entry)->isChecked();
+  }
 
   /// A control of the screen in front by its name.
   template <class T = QWidget>
   T& The(const char* name) const {
-    auto* form = platform::Form::Active();
-    auto* control = form == nullptr ? nullptr : form->findChild<T*>(name);
-    if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
-    return *control;
+    return FindControl<T>(name);
   }
   std::string Text(const char* name) const;
   /// Types into a box, replacing what it holds, key by key.
@@ -74,9 +78,6 @@ class Story : public ::testing::Test {
   VirtualLogger logger;
   std::unique_ptr<shell::MDIForm1> outer;
   std::filesystem::path path;
-
- private:
-  QAction* Find(const QString& menu, const QString& entry) const;
 };
 
 }  // namespace bexlow::test

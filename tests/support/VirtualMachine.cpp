@@ -1,10 +1,10 @@
 #include "support/VirtualMachine.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QEvent>
 
 #include <cstdio>
-#include <ctime>
 #include <gtest/gtest.h>
 #include <memory>
 #include <system_error>
@@ -145,18 +145,12 @@ void VirtualMachine::Pass(microseconds time) {
 }
 
 platform::LocalTime VirtualMachine::Now() {
-  std::tm start{};
-  start.tm_year = clock.year - 1900;
-  start.tm_mon = clock.month - 1;
-  start.tm_mday = clock.day;
-  start.tm_hour = clock.hour;
-  start.tm_min = clock.minute;
-  start.tm_sec = clock.second;
-  const std::time_t now = timegm(&start) + std::chrono::duration_cast<std::chrono::seconds>(now_).count();
-  std::tm local{};
-  gmtime_r(&now, &local);
-  return {
-      local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour, local.tm_min, local.tm_sec, now};
+  const QDateTime start({clock.year, clock.month, clock.day}, {clock.hour, clock.minute, clock.second},
+                        Qt::UTC);
+  const auto now = start.addMSecs(std::chrono::duration_cast<milliseconds>(now_).count());
+  const auto [date, time] = std::pair{now.date(), now.time()};
+  return {date.year(),   date.month(),          date.day(), time.hour(), time.minute(),
+          time.second(), now.toSecsSinceEpoch()};
 }
 
 void VirtualMachine::Idle(microseconds atMost) {

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMenuBar>
 #include <QMessageBox>
 #include <QRadioButton>
 #include <QScreen>
@@ -18,10 +17,6 @@ namespace {
 
 constexpr int PatienceMs = 60'000;  // for any step: on a busy machine all take longer
 constexpr int BoxStandsMs = 250;    // long enough to be painted
-
-QString Plain(const QString& caption) {
-  return QString(caption).remove('&');
-}
 
 }  // namespace
 
@@ -64,36 +59,21 @@ void Robot::AnswerFile(QFileDialog& dialog) {
   QTest::keyClick(name, Qt::Key_Return);
 }
 
-QAction* Robot::Offered(const QString& menu, const QString& entry) const {
-  for (auto* top : outer_.menuBar()->actions()) {
-    if (Plain(top->text()) != menu || !top->isEnabled() || !top->isVisible()) continue;
-    for (auto* action : top->menu()->actions()) {
-      if (Plain(action->text()) == entry && action->isEnabled() && action->isVisible()) return action;
-    }
-  }
-  return nullptr;
-}
-
 void Robot::Choose(const QString& menu, const QString& entry) {
   std::cout << menu.toStdString() << ", " << entry.toStdString() << std::endl;
   WaitUntil("the entry " + entry.toStdString(), [&] { return Offers(menu, entry); });
-  Offered(menu, entry)->trigger();
+  test::FindEntry(outer_, menu, entry)->trigger();
   Rest(50);
-}
-
-QPushButton* Robot::Button(const QString& caption) const {
-  const auto* form = platform::Form::Active();
-  if (form == nullptr) return nullptr;
-  for (auto* button : form->findChildren<QPushButton*>()) {
-    if (Plain(button->text()) == caption && button->isVisible() && button->isEnabled()) return button;
-  }
-  return nullptr;
 }
 
 void Robot::Press(const QString& caption) {
   std::cout << "press " << caption.toStdString() << std::endl;
-  WaitUntil("the button " + caption.toStdString(), [&] { return Button(caption) != nullptr; });
-  QTest::mouseClick(Button(caption), Qt::LeftButton);
+  QPushButton* button = nullptr;
+  WaitUntil("the button " + caption.toStdString(), [&] {
+    button = test::FindButton(caption);
+    return button != nullptr && button->isEnabled();
+  });
+  QTest::mouseClick(button, Qt::LeftButton);
   Rest(50);
 }
 

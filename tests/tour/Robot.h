@@ -3,7 +3,6 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QPushButton>
 #include <QString>
 #include <QTimer>
 
@@ -12,9 +11,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/controls/Form.h"
 #include "rig/Rig.h"
 #include "shell/MDIForm1.h"
+#include "support/Find.h"
 
 class QFileDialog;
 class QMessageBox;
@@ -48,18 +47,14 @@ class Robot {
   std::string Screen() const;
   template <class T>
   T& The(const char* name) const {
-    auto* form = platform::Form::Active();
-    auto* control = form == nullptr ? nullptr : form->findChild<T*>(name);
-    Require(control != nullptr, std::string("no control ") + name);
-    return *control;
+    return test::FindControl<T>(name);
   }
   std::string Text(const char* name) const;
-  /// Neither the entry nor its menu is hidden or disabled.
-  bool Offers(const QString& menu, const QString& entry) const { return Offered(menu, entry) != nullptr; }
+  bool Offers(const QString& menu, const QString& entry) const {
+    return test::IsOffered(test::FindEntry(outer_, menu, entry));
+  }
 
  private:
-  QAction* Offered(const QString& menu, const QString& entry) const;
-  QPushButton* Button(const QString& caption) const;
   void Watch();
   void AnswerBox(QMessageBox& box);
   void AnswerFile(QFileDialog& dialog);

@@ -40,7 +40,9 @@ bool Paint(const PlotPage& page, QPaintDevice& device, QRectF target, QCPPainter
     const QRect title(part.plot->axisRect()->left(), 0, part.plot->axisRect()->width(), TitleHeight(part));
     painter.setFont(part.plot->font());
     painter.setPen(Qt::black);
-    painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter, part.title);
+    // The axis comes first and the launch last: a file name that is too long loses its middle.
+    painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter,
+                     part.plot->fontMetrics().elidedText(part.title, Qt::ElideMiddle, title.width()));
     painter.translate(0, title.height());
     part.plot->toPainter(&painter, part.plot->width(), part.plot->height());
     painter.translate(0, part.plot->height());
