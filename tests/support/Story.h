@@ -48,7 +48,8 @@ class Story : public ::testing::Test {
     return action != nullptr && action->isVisible();
   }
   bool Checked(const QString& menu, const QString& entry) const {
-    return FindEntry(*outer, menu, entry)->isChecked();
+    const auto* action = FindEntry(*outer, menu, entry);
+    return action != nullptr && action->isChecked();
   }
 
   /// A control of the screen in front by its name.

@@ -1,9 +1,8 @@
 // The tour: the real screens in a real window, on the real clock, against the stand-in logger. Compares every
 // file with what the stand-in holds, and leaves a picture of each screen.
 //
-// bexlow-tour --logger PROGRAM --output FOLDER
+// bexlow-tour LOGGER FOLDER
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QSettings>
 
 #include <cstdlib>
@@ -58,18 +57,12 @@ int Run(const std::filesystem::path& logger, const std::filesystem::path& output
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (argc != 3) return 2;
   char runtime[] = "/tmp/bexlow-tour-XXXXXX";
   setenv("XDG_RUNTIME_DIR", mkdtemp(runtime), 1);
   QApplication application(argc, argv);
   QApplication::setWindowIcon(shell::DrawEmblem(64, 1));
-  QCommandLineParser options;
-  options.addOptions(
-      {{"logger", "The stand-in logger.", "program"}, {"output", "Pictures and files.", "folder"}});
-  options.process(application);
-  const auto absolute = [&](const char* name) {
-    return std::filesystem::absolute(options.value(name).toStdString());
-  };
-  const int result = Run(absolute("logger"), absolute("output"));
+  const int result = Run(std::filesystem::absolute(argv[1]), std::filesystem::absolute(argv[2]));
   std::filesystem::remove_all(runtime);
   return result;
 }
