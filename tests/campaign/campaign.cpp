@@ -17,6 +17,7 @@
 #include "download/DownloadErase.h"
 #include "graph/Series.h"
 #include "rig/Rig.h"
+#include "support/DataFiles.h"
 #include "tour/RecordedStandIn.h"
 
 namespace {
@@ -131,7 +132,7 @@ Result WithFault(const Line& line, const fs::path& folder, Chance& chance) {
   const bool paced = chance.Between(0, 3) == 0;
   const auto standIn = line.Plug(folder, paced, {"--fault", QString::fromStdString(fault)});
   const auto ending = Download(folder);
-  const auto file = tour::FileText(DataFile(folder));
+  const auto file = test::FileText(DataFile(folder));
   const auto expected = standIn.ExpectedDataFile();
   const auto contents = ContentsOf(file, expected);
   const auto details = fault + (paced ? " paced" : "") + ", " + std::to_string(contents.records) + " records";
@@ -156,7 +157,7 @@ Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   program.kill();
   program.waitForFinished();
   const auto expected = standIn.ExpectedDataFile();
-  const auto contents = ContentsOf(tour::FileText(file), expected);
+  const auto contents = ContentsOf(test::FileText(file), expected);
   // On a machine without a moment to spare a reply may come behind its wait: the download refuses, as it
   // should.
   const bool refused =

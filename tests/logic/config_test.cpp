@@ -17,14 +17,11 @@ TEST(Forms, ValuesBecomeBytes) {
     double value;
     Cells cells;
   };
-  for (const auto& [form, value, cells] : std::vector<Row>{{Form::U16, 65535, {0xFF, 0xFF}},
-                                                           {Form::U16, 2.5, {0, 2}},
-                                                           {Form::U16, 3.5, {0, 4}},
-                                                           {Form::U8, 254.5, {254, 0}},
-                                                           {Form::Angle180, -180, {0x80, 0x01}},
-                                                           {Form::Angle90, 45, {0x40, 0}},
-                                                           {Form::Angle180, -0.001, {0, 0}},
-                                                           {Form::Angle180, 181, {0x80, 0xB5}}}) {
+  for (const auto& [form, value, cells] :
+       {Row{Form::U16, 65535, {0xFF, 0xFF}}, Row{Form::U16, 2.5, {0, 2}}, Row{Form::U16, 3.5, {0, 4}},
+        Row{Form::U8, 254.5, {254, 0}}, Row{Form::Angle180, -180, {0x80, 0x01}},
+        Row{Form::Angle90, 45, {0x40, 0}}, Row{Form::Angle180, -0.001, {0, 0}},
+        Row{Form::Angle180, 181, {0x80, 0xB5}}}) {
     EXPECT_EQ(Encode(form, value), cells) << value;
   }
 }

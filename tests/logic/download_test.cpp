@@ -110,14 +110,14 @@ TEST(LinearCsv, OneSampleALine) {
     char channel;
     std::string records, csv;
   };
-  for (const auto& [what, channel, records, csv] : std::vector<Row>{
-           {"Y", '2', heads + "1,7\r\n", "Y angle\r\n7\r\n"},
-           {"both", '3', heads + "1,1,2,BP,BP\r\n2,3,4\r\n", "X angle,Y angle\r\n1,2\r\nBP,BP\r\n3,4\r\n"},
-           {"other channel", '4', heads + "1,1,2\r\n", ""},
-           {"odd fields", '3', heads + "1,1,2,3\r\n2,9\r\n3,5,6\r\n", "X angle,Y angle\r\n1,2\r\n5,6\r\n"},
-           {"LF alone, no last end", '1', "Page\n1,1,2\n2,3", "X angle\r\n1\r\n2\r\n3\r\n"},
-           {"nothing behind a number", '1', heads + "1,\r\n\r\nword\r\n2,8\r\n", "X angle\r\n8\r\n"},
-           {"empty fields", '1', heads + "1,,4,\r\n", "X angle\r\n\r\n4\r\n\r\n"}}) {
+  for (const auto& [what, channel, records, csv] :
+       {Row{"Y", '2', heads + "1,7\r\n", "Y angle\r\n7\r\n"},
+        Row{"both", '3', heads + "1,1,2,BP,BP\r\n2,3,4\r\n", "X angle,Y angle\r\n1,2\r\nBP,BP\r\n3,4\r\n"},
+        Row{"other channel", '4', heads + "1,1,2\r\n", ""},
+        Row{"odd fields", '3', heads + "1,1,2,3\r\n2,9\r\n3,5,6\r\n", "X angle,Y angle\r\n1,2\r\n5,6\r\n"},
+        Row{"LF alone, no last end", '1', "Page\n1,1,2\n2,3", "X angle\r\n1\r\n2\r\n3\r\n"},
+        Row{"nothing behind a number", '1', heads + "1,\r\n\r\nword\r\n2,8\r\n", "X angle\r\n8\r\n"},
+        Row{"empty fields", '1', heads + "1,,4,\r\n", "X angle\r\n\r\n4\r\n\r\n"}}) {
     SCOPED_TRACE(what);
     std::string made;
     AppendLinearCsv(Lines11(channel) + records, made);

@@ -29,11 +29,8 @@ TEST(Lines, EndWithCrLfOrLf) {
     std::string_view text;
     std::vector<std::string_view> lines;
   };
-  for (const auto& [text, lines] : std::vector<Row>{{"", {}},
-                                                    {"a\r\nb", {"a", "b"}},
-                                                    {"a\rb\nc\n", {"a\rb", "c"}},
-                                                    {"\n\r\n", {"", ""}},
-                                                    {"\r", {""}}}) {
+  for (const auto& [text, lines] : {Row{"", {}}, Row{"a\r\nb", {"a", "b"}}, Row{"a\rb\nc\n", {"a\rb", "c"}},
+                                    Row{"\n\r\n", {"", ""}}, Row{"\r", {""}}}) {
     SCOPED_TRACE(text);
     download::LineReader reader(text);
     std::vector<std::string_view> read;
@@ -52,13 +49,13 @@ TEST(Files, AreTakenOrRefused) {
     ReviewCheck review;
   };
   for (const auto& [what, text, kind, channel, review] :
-       std::vector<Row>{{"LF alone", WithLineFeeds(Header()), FileKind::Linear, 3, ReviewCheck::Ok},
-                        {"no channel", Header("1", "x"), FileKind::Linear, 0, ReviewCheck::NotSupported},
-                        {"mode with a tail", Header("1 "), FileKind::OtherMode, 0, ReviewCheck::NotSupported},
-                        {"Angles", Header("1", "3", "Angles"), FileKind::WrongKind, 0, ReviewCheck::Ok},
-                        {"wrong kind, 10 lines", Shortened(Header("1", "3", "Angles"), 10),
-                         FileKind::TooShort, 0, ReviewCheck::TooShort},
-                        {"binary", std::string(5000, '\0'), FileKind::TooShort, 0, ReviewCheck::TooShort}}) {
+       {Row{"LF alone", WithLineFeeds(Header()), FileKind::Linear, 3, ReviewCheck::Ok},
+        Row{"no channel", Header("1", "x"), FileKind::Linear, 0, ReviewCheck::NotSupported},
+        Row{"mode with a tail", Header("1 "), FileKind::OtherMode, 0, ReviewCheck::NotSupported},
+        Row{"Angles", Header("1", "3", "Angles"), FileKind::WrongKind, 0, ReviewCheck::Ok},
+        Row{"wrong kind, 10 lines", Shortened(Header("1", "3", "Angles"), 10), FileKind::TooShort, 0,
+            ReviewCheck::TooShort},
+        Row{"binary", std::string(5000, '\0'), FileKind::TooShort, 0, ReviewCheck::TooShort}}) {
     SCOPED_TRACE(what);
     const auto check = graph::CheckFile(text);
     EXPECT_EQ(check.kind, kind);
@@ -158,12 +155,12 @@ TEST(Series, BrokenRecordsAreNamed) {
   const auto few = std::errc::no_message_available;
   const auto range = std::errc::result_out_of_range;
   for (const auto& [what, record, words, code] :
-       std::vector<Row>{{"263 fields", Record("2", 263, "1"), "Record 2: fewer than 264 fields", few},
-                        {"empty line", "\r\n", "Record 2: fewer", few},
-                        {"huge line", std::string(1000000, '\0'), "Record 2: fewer", few},
-                        {"too large", Record("2", 264, "1", 9, "32768"), "Record 2: field 10 ", range},
-                        {"huge number", Record("2", 264, "1", 263, std::string(400, '9')),
-                         "Record 2: field 264 ", range}}) {
+       {Row{"263 fields", Record("2", 263, "1"), "Record 2: fewer than 264 fields", few},
+        Row{"empty line", "\r\n", "Record 2: fewer", few},
+        Row{"huge line", std::string(1000000, '\0'), "Record 2: fewer", few},
+        Row{"too large", Record("2", 264, "1", 9, "32768"), "Record 2: field 10 ", range},
+        Row{"huge number", Record("2", 264, "1", 263, std::string(400, '9')), "Record 2: field 264 ",
+            range}}) {
     SCOPED_TRACE(what);
     const std::string text = Header() + Record("1", 264, "1", 4, "BP") + record;
     EXPECT_NE(FailureOf(code, [&] { graph::ReadSingle(text); }).find(words), std::string::npos);
@@ -198,10 +195,9 @@ TEST(BinPages, PairsAreFoundByTheirNumber) {
     graph::PairResult result;
     double x, y;
   };
-  for (const auto& [page, result, x, y] : {Row{1, graph::PairResult::Found, 1, 2},
-                                           {3, graph::PairResult::Found, 3, 4},
-                                           {5, graph::PairResult::NoPartner, 5, 0},
-                                           {-1, graph::PairResult::NoPage, 0, 0}}) {
+  for (const auto& [page, result, x, y] :
+       {Row{1, graph::PairResult::Found, 1, 2}, Row{3, graph::PairResult::Found, 3, 4},
+        Row{5, graph::PairResult::NoPartner, 5, 0}, Row{-1, graph::PairResult::NoPage, 0, 0}}) {
     SCOPED_TRACE(page);
     const auto pair = graph::FindPair(text, page);
     EXPECT_EQ(pair.result, result);
@@ -232,8 +228,8 @@ TEST(BinPages, BinsSpreadOverTheDegrees) {
     std::size_t bin;
     int x, y;
   };
-  for (const auto& [bin, x, y] :
-       {Row{0, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}}) {
+  for (const auto& [bin, x, y] : {Row{0, -180, -90}, Row{1, -177, -89}, Row{65, -2, -1}, Row{66, 0, 0},
+                                  Row{67, 3, 2}, Row{131, 178, 90}}) {
     SCOPED_TRACE(bin);
     EXPECT_EQ(graph::DegreeOfBin(bin, 361), x);
     EXPECT_EQ(graph::DegreeOfBin(bin, 181), y);

@@ -22,13 +22,9 @@ TEST(Conversions, HalvesGoToTheEvenNeighbourAndNoZeroBearsASign) {
     int decimals;
     double rounded;
   };
-  for (const auto& [value, decimals, rounded] : {Row{3.5, 0, 4},
-                                                 {-2.5, 0, -2},
-                                                 {-0.5, 0, 0},
-                                                 {-11.25, 1, -11.2},
-                                                 {0.375, 2, 0.38},
-                                                 {1e308, 2, 1e308},
-                                                 {Infinity, 1, Infinity}}) {
+  for (const auto& [value, decimals, rounded] :
+       {Row{3.5, 0, 4}, Row{-2.5, 0, -2}, Row{-0.5, 0, 0}, Row{-11.25, 1, -11.2}, Row{0.375, 2, 0.38},
+        Row{1e308, 2, 1e308}, Row{Infinity, 1, Infinity}}) {
     SCOPED_TRACE(value);
     EXPECT_DOUBLE_EQ(RoundToDecimals(value, decimals), rounded);
     EXPECT_EQ(std::signbit(RoundToDecimals(value, decimals)), rounded < 0);
@@ -68,17 +64,11 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
     const char *file, *box;
   };
   for (const auto& [value, file, box] :
-       std::vector<Row>{{-4.5, "-4.5", "-4.5"},
-                        {-0.5, "-.5", "-0.5"},
-                        {-0.0, "0", "0"},
-                        {100, "100", "100"},
-                        {0.1 + 0.2, ".3", "0.3"},
-                        {-20.0 / 3, "-6.66666666666667", "-6.66666666666667"},
-                        {0.05, ".05", "0.05"},
-                        {1e15, "1000000000000000", "1000000000000000"},
-                        {123456789012345678.0, "123456789012346000", "123456789012346000"},
-                        {9.9999999999999996, "10", "10"},
-                        {1e-7, ".0000001", "0.0000001"}}) {
+       {Row{-4.5, "-4.5", "-4.5"}, Row{-0.5, "-.5", "-0.5"}, Row{-0.0, "0", "0"}, Row{100, "100", "100"},
+        Row{0.1 + 0.2, ".3", "0.3"}, Row{-20.0 / 3, "-6.66666666666667", "-6.66666666666667"},
+        Row{0.05, ".05", "0.05"}, Row{1e15, "1000000000000000", "1000000000000000"},
+        Row{123456789012345678.0, "123456789012346000", "123456789012346000"},
+        Row{9.9999999999999996, "10", "10"}, Row{1e-7, ".0000001", "0.0000001"}}) {
     SCOPED_TRACE(file);
     EXPECT_EQ(NumberText(value), file);
     EXPECT_EQ(PlainNumberText(value), box);
@@ -130,24 +120,13 @@ TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
     double leading;
     std::optional<double> whole;
   };
-  for (const auto& [text, leading, whole] : std::vector<Row>{{"-180", -180, -180},
-                                                             {"-.7", -0.7, -0.7},
-                                                             {"+1", 1, 1},
-                                                             {"5.", 5, 5},
-                                                             {" \t7 ", 7, 7},
-                                                             {"7 8", 7, {}},
-                                                             {"1.2.3", 1.2, {}},
-                                                             {"1e3", 1000, 1000},
-                                                             {"1E-2x", 0.01, {}},
-                                                             {"2e+", 2, {}},
-                                                             {"0x10", 0, {}},
-                                                             {"-1e400", -Huge, {}},
-                                                             {"1e99999999999999999999", Huge, {}},
-                                                             {"1e-99999999999999999999", 0, 0.0},
-                                                             {"0e99999999999999999999", 0, 0.0},
-                                                             {"0.0000001e310", 1e303, 1e303},
-                                                             {"1000000000e305", Huge, {}},
-                                                             {{"12\0003", 4}, 12, {}}}) {
+  for (const auto& [text, leading, whole] :
+       {Row{"-180", -180, -180}, Row{"-.7", -0.7, -0.7}, Row{"+1", 1, 1}, Row{"5.", 5, 5}, Row{" \t7 ", 7, 7},
+        Row{"7 8", 7, {}}, Row{"1.2.3", 1.2, {}}, Row{"1e3", 1000, 1000}, Row{"1E-2x", 0.01, {}},
+        Row{"2e+", 2, {}}, Row{"0x10", 0, {}}, Row{"-1e400", -Huge, {}},
+        Row{"1e99999999999999999999", Huge, {}}, Row{"1e-99999999999999999999", 0, 0.0},
+        Row{"0e99999999999999999999", 0, 0.0}, Row{"0.0000001e310", 1e303, 1e303},
+        Row{"1000000000e305", Huge, {}}, Row{{"12\0003", 4}, 12, {}}}) {
     SCOPED_TRACE(text);
     EXPECT_DOUBLE_EQ(LeadingNumber(text), leading);
     EXPECT_EQ(WholeNumber(text), whole);

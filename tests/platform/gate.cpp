@@ -203,10 +203,10 @@ TEST_F(Gate, EnterAndEscapeInARealBox) {
     Buttons buttons;
     Answer enter, escape;
   };
-  for (const auto& [buttons, enter, escape] : {Row{Buttons::Ok, Answer::Ok, Answer::Ok},
-                                               {Buttons::YesNo, Answer::Yes, Answer::No},
-                                               {Buttons::Confirm, Answer::No, Answer::No},
-                                               {Buttons::RetryCancel, Answer::Retry, Answer::Retry}}) {
+  for (const auto& [buttons, enter, escape] :
+       {Row{Buttons::Ok, Answer::Ok, Answer::Ok}, Row{Buttons::YesNo, Answer::Yes, Answer::No},
+        Row{Buttons::Confirm, Answer::No, Answer::No},
+        Row{Buttons::RetryCancel, Answer::Retry, Answer::Retry}}) {
     const auto answer = [&](Qt::Key key) {
       QTimer::singleShot(0, [key, &outer] {
         auto* box = QApplication::activeModalWidget();

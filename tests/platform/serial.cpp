@@ -1,4 +1,5 @@
 // The serial control on a real pseudo-terminal.
+#include <QTemporaryDir>
 #include <QTest>
 
 #include <cstdlib>
@@ -26,8 +27,6 @@ namespace fs = std::filesystem;
 class Serial : public ::testing::Test {
  protected:
   Serial() {
-    char pattern[] = "/tmp/bexlow-serial-XXXXXX";
-    folder = mkdtemp(pattern);
     fs::create_directories(folder / "Ports");
     master = posix_openpt(O_RDWR | O_NOCTTY);
     grantpt(master);
@@ -37,10 +36,7 @@ class Serial : public ::testing::Test {
     machine = std::make_unique<platform::RealMachine>(folder);
     platform::Machine::Install(*machine);
   }
-  ~Serial() override {
-    Vanish();
-    fs::remove_all(folder);
-  }
+  ~Serial() override { Vanish(); }
 
   void Link(int number, const fs::path& to) {
     fs::create_symlink(to, folder / "Ports" / ("COM" + std::to_string(number)));
@@ -58,7 +54,9 @@ class Serial : public ::testing::Test {
   }
   static std::string Words(const std::function<void()>& action) { return FailureOf(action).words; }
 
-  fs::path folder, device;
+  const QTemporaryDir temporary;
+  const fs::path folder{temporary.path().toStdString()};
+  fs::path device;
   int master = -1;
   std::unique_ptr<platform::RealMachine> machine;
   platform::Form form{"Form", "Form"};

@@ -103,14 +103,10 @@ TEST_F(Graph, TakesAnyNumbers) {
     std::vector<double> values;
     double firstX = 0, stepX = 1;
   };
-  for (const auto& [what, values, firstX, stepX] : std::vector<Hostile>{{"empty", {}},
-                                                                        {"all nan", {Nan, Nan}},
-                                                                        {"gap", {1, Nan, 2, Inf, 3}},
-                                                                        {"huge", {1e308, -1e308, 0}},
-                                                                        {"tiny", {5e-324, 0}},
-                                                                        {"far", {1, 2}, 1e300, 1},
-                                                                        {"no step", {1, 2}, 0, 0},
-                                                                        {"nan step", {1, 2}, Nan, Nan}}) {
+  for (const auto& [what, values, firstX, stepX] :
+       {Hostile{"empty", {}}, Hostile{"all nan", {Nan, Nan}}, Hostile{"gap", {1, Nan, 2, Inf, 3}},
+        Hostile{"huge", {1e308, -1e308, 0}}, Hostile{"tiny", {5e-324, 0}}, Hostile{"far", {1, 2}, 1e300, 1},
+        Hostile{"no step", {1, 2}, 0, 0}, Hostile{"nan step", {1, 2}, Nan, Nan}}) {
     SCOPED_TRACE(what);
     for (const auto style : {PlotStyle::Bin, PlotStyle::Linear}) {
       graph.SetPlotStyle(style);
@@ -134,11 +130,11 @@ TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
     CWGraphRange x, y;
   };
   for (const auto& [what, autoScale, minimum, maximum, values, x, y] :
-       std::vector<Axis>{{"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
-                         {"no data", true, 0, 10, {}, {0, 10}, {0, 10}},
-                         {"reversed", false, 10, 0, {1, 2}, {0, 10}, {0, 10}},
-                         {"without length", false, 0, 0, {}, {-0.5, 0.5}, {-0.5, 0.5}},
-                         {"one point", true, 0, 10, {4}, {-90.5, -89.5}, {3.5, 4.5}}}) {
+       {Axis{"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
+        Axis{"no data", true, 0, 10, {}, {0, 10}, {0, 10}},
+        Axis{"reversed", false, 10, 0, {1, 2}, {0, 10}, {0, 10}},
+        Axis{"without length", false, 0, 0, {}, {-0.5, 0.5}, {-0.5, 0.5}},
+        Axis{"one point", true, 0, 10, {4}, {-90.5, -89.5}, {3.5, 4.5}}}) {
     SCOPED_TRACE(what);
     graph.SetXAxis(autoScale, minimum, maximum);
     graph.SetYAxis(autoScale, minimum, maximum);
@@ -255,12 +251,10 @@ TEST(GraphTimes, AreWholeSecondsInWordsAndOnTheClock) {
     double seconds;
     const char *words, *clock;
   };
-  for (const auto& [seconds, words, clock] : {Row{0, "0 s", "0:00"},
-                                              {1238 / 7.5, "2 min 45 s", "2:45"},
-                                              {1238 / 15.0, "1 min 23 s", "1:23"},
-                                              {59.6, "1 min 0 s", "1:00"},
-                                              {3599.7, "1 h 0 min 0 s", "1:00:00"},
-                                              {270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
+  for (const auto& [seconds, words, clock] :
+       {Row{0, "0 s", "0:00"}, Row{1238 / 7.5, "2 min 45 s", "2:45"}, Row{1238 / 15.0, "1 min 23 s", "1:23"},
+        Row{59.6, "1 min 0 s", "1:00"}, Row{3599.7, "1 h 0 min 0 s", "1:00:00"},
+        Row{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
     EXPECT_EQ(DurationWords(seconds), words);
     EXPECT_EQ(DurationClock(seconds), clock);
   }

@@ -73,15 +73,14 @@ TEST_F(GraphUser, KeysZoomAndPan) {
   };
   const CWGraphRange all{-180, 180};
   for (const auto& [what, keys, modifiers, x, y] :
-       std::vector<Keys>{{"in", {Qt::Key_Plus}, {}, {429, 571}, all},
-                         {"out", {Qt::Key_Minus}, {}, {357, 643}, all},
-                         {"y in", {Qt::Key_Equal}, Qt::ControlModifier, {400, 600}, {-126, 126}},
-                         {"left", {Qt::Key_Left}, {}, {380, 580}, all},
-                         {"right", {Qt::Key_Right}, {}, {420, 620}, all},
-                         {"a page back", {Qt::Key_PageUp}, {}, {220, 420}, all},
-                         {"to the end", std::vector(3, Qt::Key_PageDown), {}, {800, 1000}, all},
-                         {"up with all of y on show", {Qt::Key_Up}, {}, {400, 600}, all},
-                         {"all", {Qt::Key_Plus, Qt::Key_Home}, {}, {0, 1000}, all}}) {
+       {Keys{"in", {Qt::Key_Plus}, {}, {429, 571}, all}, Keys{"out", {Qt::Key_Minus}, {}, {357, 643}, all},
+        Keys{"y in", {Qt::Key_Equal}, Qt::ControlModifier, {400, 600}, {-126, 126}},
+        Keys{"left", {Qt::Key_Left}, {}, {380, 580}, all},
+        Keys{"right", {Qt::Key_Right}, {}, {420, 620}, all},
+        Keys{"a page back", {Qt::Key_PageUp}, {}, {220, 420}, all},
+        Keys{"to the end", std::vector(3, Qt::Key_PageDown), {}, {800, 1000}, all},
+        Keys{"up with all of y on show", {Qt::Key_Up}, {}, {400, 600}, all},
+        Keys{"all", {Qt::Key_Plus, Qt::Key_Home}, {}, {0, 1000}, all}}) {
     SCOPED_TRACE(what);
     graph.ShowAll();
     graph.SetXView({400, 600});

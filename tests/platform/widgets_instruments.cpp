@@ -60,13 +60,9 @@ TEST(Knob, PointsWhereTheValueStands) {
   CWKnob x;
   CWKnob y;
   y.SetScale(-89.9, 89.9, 0, 180);
-  for (const auto& [value, onX, onY] : {Pointed{0, 0, 0},
-                                        {45, 45, 45},
-                                        {-60, -60, -60},
-                                        {180, 180, 90},
-                                        {-1e300, -180, -90},
-                                        {Nan, 0, 0},
-                                        {Inf, 180, 90}}) {
+  for (const auto& [value, onX, onY] :
+       {Pointed{0, 0, 0}, Pointed{45, 45, 45}, Pointed{-60, -60, -60}, Pointed{180, 180, 90},
+        Pointed{-1e300, -180, -90}, Pointed{Nan, 0, 0}, Pointed{Inf, 180, 90}}) {
     SCOPED_TRACE(value);
     for (auto [knob, degrees] : {std::pair(&x, onX), std::pair(&y, onY)}) {
       knob->resize(400, 400);
@@ -186,14 +182,10 @@ TEST_F(UserSlide, KeysMoveThePointerInsideTheScale) {
     Qt::Key key;
     double before, after;
   };
-  for (const auto& [key, before, after] : {Pressed{Qt::Key_Left, 10, 9},
-                                           {Qt::Key_PageUp, 10, 74},
-                                           {Qt::Key_PageDown, 10, 0},
-                                           {Qt::Key_Home, 10, 0},
-                                           {Qt::Key_End, 10, 1024},
-                                           {Qt::Key_Down, 5000, 1023},
-                                           {Qt::Key_Up, Nan, 1},
-                                           {Qt::Key_Up, 10.4, 11}}) {
+  for (const auto& [key, before, after] :
+       {Pressed{Qt::Key_Left, 10, 9}, Pressed{Qt::Key_PageUp, 10, 74}, Pressed{Qt::Key_PageDown, 10, 0},
+        Pressed{Qt::Key_Home, 10, 0}, Pressed{Qt::Key_End, 10, 1024}, Pressed{Qt::Key_Down, 5000, 1023},
+        Pressed{Qt::Key_Up, Nan, 1}, Pressed{Qt::Key_Up, 10.4, 11}}) {
     SCOPED_TRACE(key);
     slide.Value(before);
     told.clear();

@@ -45,15 +45,15 @@ TEST_F(NumEdit, TypingStaysInsideTheLimits) {
     const char* text;
   };
   for (const auto& [what, minimum, maximum, decimals, keys, value, text] :
-       std::vector<Typed>{{"the limit itself", 0, 1024, 0, "1024", 1024, "1024"},
-                          {"a digit too many ends at the limit", 0, 1024, 0, "1025", 1024, "1024"},
-                          {"below the lower limit", 1, 255, 0, "0", 1, "1"},
-                          {"no sign where none fits", 0, 1024, 0, "-", 7, "7"},
-                          {"both sides of 0", -180, 180, 2, "-12.25", -12.25, "-12.25"},
-                          {"beyond the negative limit", -180, 180, 0, "-181", -180, "-180"},
-                          {"a comma is a point", -180, 180, 1, "1,5", 1.5, "1.5"},
-                          {"no exponents", 0, 1024, 0, "1e3", 13, "13"},
-                          {"a sign alone", -90, 90, 1, "-", 7, "7.0"}}) {
+       {Typed{"the limit itself", 0, 1024, 0, "1024", 1024, "1024"},
+        Typed{"a digit too many ends at the limit", 0, 1024, 0, "1025", 1024, "1024"},
+        Typed{"below the lower limit", 1, 255, 0, "0", 1, "1"},
+        Typed{"no sign where none fits", 0, 1024, 0, "-", 7, "7"},
+        Typed{"both sides of 0", -180, 180, 2, "-12.25", -12.25, "-12.25"},
+        Typed{"beyond the negative limit", -180, 180, 0, "-181", -180, "-180"},
+        Typed{"a comma is a point", -180, 180, 1, "1,5", 1.5, "1.5"},
+        Typed{"no exponents", 0, 1024, 0, "1e3", 13, "13"},
+        Typed{"a sign alone", -90, 90, 1, "-", 7, "7.0"}}) {
     SCOPED_TRACE(what);
     Prepare(minimum, maximum, decimals, 7);
     QTest::keyClicks(&edit, keys);
@@ -133,12 +133,10 @@ TEST_F(NumEdit, ArrowsAndWheelEndAtTheLimits) {
     int notches;
     double after;
   };
-  for (const auto& [what, before, notches, after] : {Turned{"up", 2, 1, 4},
-                                                     {"to the upper limit", 262, 1, 263},
-                                                     {"at the upper limit", 263, 3, 263},
-                                                     {"to the lower limit", 1, -1, 0},
-                                                     {"from above", 5000, -1, 263},
-                                                     {"from below", -40, 1, 0}}) {
+  for (const auto& [what, before, notches, after] :
+       {Turned{"up", 2, 1, 4}, Turned{"to the upper limit", 262, 1, 263},
+        Turned{"at the upper limit", 263, 3, 263}, Turned{"to the lower limit", 1, -1, 0},
+        Turned{"from above", 5000, -1, 263}, Turned{"from below", -40, 1, 0}}) {
     SCOPED_TRACE(what);
     Prepare(0, 263, 0, before);
     edit.SetStep(2);

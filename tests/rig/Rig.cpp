@@ -21,16 +21,8 @@ void Require(bool holds, const std::string& what) {
 }
 
 Scratch::Scratch() {
-  char folder[] = "/tmp/bexlow-XXXXXX";
-  if (mkdtemp(folder) == nullptr) throw std::system_error(errno, std::generic_category(), folder);
-  path_ = folder;
-  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, folder, 1);
+  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME"}) setenv(name, path_.c_str(), 1);
   if (getenv("DISPLAY") == nullptr) setenv("QT_QPA_PLATFORM", "offscreen", 0);
-}
-
-Scratch::~Scratch() {
-  std::error_code ignored;
-  std::filesystem::remove_all(path_, ignored);
 }
 
 StandIn::StandIn(const std::filesystem::path& logger, const std::filesystem::path& folder,

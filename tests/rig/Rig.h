@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <filesystem>
 #include <functional>
@@ -22,14 +23,12 @@ void Require(bool holds, const std::string& what);
 class Scratch {
  public:
   Scratch();
-  ~Scratch();
-  Scratch(const Scratch&) = delete;
-  Scratch& operator=(const Scratch&) = delete;
 
   const std::filesystem::path& Path() const { return path_; }
 
  private:
-  std::filesystem::path path_;
+  const QTemporaryDir folder_;
+  const std::filesystem::path path_{folder_.path().toStdString()};
 };
 
 /// The stand-in logger at "Ports/COM1" of the folder, until the object goes.

@@ -42,17 +42,16 @@ TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
     const char *what, *request, *reply;
   };
   for (const auto& [what, request, reply] :
-       std::vector<Row>{{"ping", "66", "66"},
-                        {"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
-                        {"cell without meaning", "72 C8", "FF"},
-                        {"15 Hz after a write, which itself is not answered", "70 66 0F 6D", "00 96"},
-                        {"accelerometers at X 12, Y -3 degrees", "61", "01 8D 01 81 02 78"},
-                        {"angles less the tares", "41", "06 C1 FE 4B"},
-                        {"angles with the tare off", "70 22 00 41", "08 88 FB BC"},
-                        {"page beyond the memory", "64 08 00", ""},
-                        {"unknown letters are passed over", "7A 00 FF 66", "66"},
-                        {"a letter as an operand", "72 66", "4B"},
-                        {"launch", "58", ""}}) {
+       {Row{"ping", "66", "66"},
+        Row{"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
+        Row{"cell without meaning", "72 C8", "FF"},
+        Row{"15 Hz after a write, which itself is not answered", "70 66 0F 6D", "00 96"},
+        Row{"accelerometers at X 12, Y -3 degrees", "61", "01 8D 01 81 02 78"},
+        Row{"angles less the tares", "41", "06 C1 FE 4B"},
+        Row{"angles with the tare off", "70 22 00 41", "08 88 FB BC"},
+        Row{"page beyond the memory", "64 08 00", ""},
+        Row{"unknown letters are passed over", "7A 00 FF 66", "66"},
+        Row{"a letter as an operand", "72 66", "4B"}, Row{"launch", "58", ""}}) {
     SCOPED_TRACE(what);
     Logger fresh(SmallSetup(), now);
     EXPECT_EQ(Say(fresh, request), reply);

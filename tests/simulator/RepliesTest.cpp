@@ -99,18 +99,12 @@ TEST(Faults, SpoilAReplyEachInItsWay) {
     std::optional<Time> vanish;
   };
   for (const auto& [fault, bytes, delay, vanish] :
-       std::vector<Row>{{"silence", "", 0ms, {}},
-                        {"drop", "", 0ms, {}},
-                        {"short", "01 02 03 04 05", 0ms, {}},
-                        {"short:9", "", 0ms, {}},
-                        {"long:2", "01 02 03 04 05 06 55 55", 0ms, {}},
-                        {"late:40", "01 02 03 04 05 06", 40ms, {}},
-                        {"double", "01 02 03 04 05 06 01 02 03 04 05 06", 0ms, {}},
-                        {"cut:2", "01 02 05 06", 0ms, {}},
-                        {"cut:9", "", 0ms, {}},
-                        {"vanish", "01 02 03", 0ms, Time::max()},
-                        {"vanish:250", "01 02 03", 0ms, 250ms},
-                        {"short/d", "01 02 03 04 05 06", 0ms, {}}}) {
+       {Row{"silence", "", 0ms, {}}, Row{"drop", "", 0ms, {}}, Row{"short", "01 02 03 04 05", 0ms, {}},
+        Row{"short:9", "", 0ms, {}}, Row{"long:2", "01 02 03 04 05 06 55 55", 0ms, {}},
+        Row{"late:40", "01 02 03 04 05 06", 40ms, {}},
+        Row{"double", "01 02 03 04 05 06 01 02 03 04 05 06", 0ms, {}}, Row{"cut:2", "01 02 05 06", 0ms, {}},
+        Row{"cut:9", "", 0ms, {}}, Row{"vanish", "01 02 03", 0ms, Time::max()},
+        Row{"vanish:250", "01 02 03", 0ms, 250ms}, Row{"short/d", "01 02 03 04 05 06", 0ms, {}}}) {
     SCOPED_TRACE(fault);
     FaultPlan plan({ParseFault(fault)}, 1);
     Reply reply = Six();

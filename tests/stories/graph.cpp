@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "platform/graph/CWGraph.h"
-#include "support/DataFiles.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

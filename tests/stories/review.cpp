@@ -5,7 +5,6 @@
 #include <QTest>
 
 #include "platform/graph/CWGraph.h"
-#include "support/DataFiles.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

@@ -13,7 +13,6 @@
 #include "platform/machine/Settings.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
-#include "support/DataFiles.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

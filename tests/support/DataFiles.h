@@ -1,9 +1,28 @@
-// Data files as a download writes them, and spoilt ones.
+// Files as text, and data files as a download writes them, or spoilt.
 #pragma once
 
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 #include <string>
+#include <vector>
 
 namespace bexlow::test {
+
+/// A file as bytes; empty if it cannot be read.
+inline std::string FileText(const std::filesystem::path& path) {
+  std::ostringstream text;
+  text << std::ifstream(path, std::ios::binary).rdbuf();
+  return text.str();
+}
+
+/// Lines without their ends.
+inline std::vector<std::string> LinesOf(const std::string& text) {
+  std::istringstream stream(text);
+  std::vector<std::string> lines;
+  for (std::string line; std::getline(stream, line);) lines.push_back(line.substr(0, line.find('\r')));
+  return lines;
+}
 
 /// The twelve header lines.
 inline std::string Header(const std::string& mode = "1", const std::string& channel = "3",

@@ -7,7 +7,6 @@
 #include <QTest>
 
 #include <fstream>
-#include <sstream>
 
 #include "platform/controls/EventGate.h"
 #include "platform/machine/Folders.h"
@@ -131,12 +130,6 @@ std::filesystem::path Story::DataFile(const std::string& name) const {
   return platform::DataFilesFolder() / name;
 }
 
-std::string Story::FileText(const std::filesystem::path& file) const {
-  std::ostringstream text;
-  text << std::ifstream(file, std::ios::binary).rdbuf();
-  return text.str();
-}
-
 void Story::WriteFile(const std::filesystem::path& file, const std::string& text) const {
   std::ofstream(file, std::ios::binary) << text;
 }
@@ -153,10 +146,8 @@ void Story::Open(const std::string& text) {
 }
 
 std::vector<std::string> Story::LinesBehind(int headerLines) const {
-  std::istringstream text(FileText(path));
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(text, line);)
-    if (--headerLines < 0) lines.push_back(line.substr(0, line.find('\r')));
+  auto lines = LinesOf(FileText(path));
+  lines.erase(lines.begin(), lines.begin() + std::min<std::ptrdiff_t>(headerLines, std::ssize(lines)));
   return lines;
 }
 

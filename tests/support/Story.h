@@ -10,6 +10,7 @@
 
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
+#include "support/DataFiles.h"
 #include "support/Find.h"
 #include "support/VirtualLogger.h"
 #include "support/VirtualMachine.h"
@@ -66,7 +67,6 @@ class Story : public ::testing::Test {
   void ExpectIdle();
 
   std::filesystem::path DataFile(const std::string& name) const;
-  std::string FileText(const std::filesystem::path& file) const;
   void WriteFile(const std::filesystem::path& file, const std::string& text) const;
   /// Chooses an entry and, in the dialog that it opens, a data file: from then on this one is `path`.
   void ChooseFile(const QString& menu, const QString& entry, const std::string& name);

@@ -81,16 +81,6 @@ void Peer::Send(const Bytes& bytes, microseconds delay) {
   }
 }
 
-VirtualMachine::VirtualMachine() {
-  char pattern[] = "/tmp/bexlow-test-XXXXXX";
-  folder_ = mkdtemp(pattern);
-  Install(*this);
-}
-
-VirtualMachine::~VirtualMachine() {
-  std::filesystem::remove_all(folder_);
-}
-
 void VirtualMachine::Plug(Peer& peer, int comm) {
   peer.machine = this;
   peer.comm = comm;

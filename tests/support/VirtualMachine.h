@@ -1,6 +1,8 @@
 // A machine on which time is a number: an hour of silence passes in a moment, and every byte bears its time.
 #pragma once
 
+#include <QTemporaryDir>
+
 #include <chrono>
 #include <deque>
 #include <functional>
@@ -51,8 +53,7 @@ struct WireByte {
 
 class VirtualMachine : public platform::Machine {
  public:
-  VirtualMachine();
-  ~VirtualMachine() override;
+  VirtualMachine() { Install(*this); }
 
   // What a test sets up.
   void Plug(Peer& peer, int comm);
@@ -94,7 +95,7 @@ class VirtualMachine : public platform::Machine {
   Answer Ask(const std::string& text, platform::Buttons offered) override;
   std::optional<std::string> AskFile(const platform::FileQuestion& question) override;
   bool OpenDocument(const std::filesystem::path& file) override;
-  std::filesystem::path ProgramFolder() override { return folder_; }
+  std::filesystem::path ProgramFolder() override { return folder_.path().toStdString(); }
   void EndProgram() override { ended = true; }
 
  private:
@@ -109,7 +110,7 @@ class VirtualMachine : public platform::Machine {
   std::map<int, Line*> lines_;
   std::deque<Answer> answers_;
   std::deque<std::optional<std::string>> files_;
-  std::filesystem::path folder_;
+  QTemporaryDir folder_;
 };
 
 }  // namespace bexlow::test

@@ -3,12 +3,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
+
+#include "support/DataFiles.h"
 
 namespace bexlow::tour {
 
 using rig::Require;
+using test::FileText;
+using test::LinesOf;
 
 namespace {
 
@@ -42,22 +45,6 @@ QStringList RecordsIn(const std::filesystem::path& folder) {
 }
 
 }  // namespace
-
-std::string FileText(const std::filesystem::path& path) {
-  std::ostringstream text;
-  text << std::ifstream(path, std::ios::binary).rdbuf();
-  return text.str();
-}
-
-std::vector<std::string> LinesOf(const std::string& text) {
-  std::istringstream stream(text);
-  std::vector<std::string> lines;
-  for (std::string line; std::getline(stream, line);) {
-    if (line.ends_with('\r')) line.pop_back();
-    lines.push_back(line);
-  }
-  return lines;
-}
 
 std::string AngleOfWord(int word, double fullScale) {
   return Tenths((word > 32767 ? word - 65535 : word) / 32767.0 * fullScale);

@@ -32,9 +32,6 @@ class RecordedStandIn : public rig::StandIn {
   std::filesystem::path records_;
 };
 
-/// A file as bytes; empty if it cannot be read.
-std::string FileText(const std::filesystem::path& path);
-std::vector<std::string> LinesOf(const std::string& text);
 /// Degrees of a sampled word as files and datagrams hold them, one decimal at most: .7 and -.7.
 std::string AngleOfWord(int word, double fullScale);
 

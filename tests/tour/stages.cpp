@@ -5,8 +5,12 @@
 
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
+#include "support/DataFiles.h"
 
 namespace bexlow::tour {
+
+using test::FileText;
+using test::LinesOf;
 
 namespace {
 

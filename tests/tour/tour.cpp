@@ -3,9 +3,7 @@
 //
 // bexlow-tour LOGGER FOLDER
 #include <QApplication>
-#include <QSettings>
 
-#include <cstdlib>
 #include <functional>
 #include <iostream>
 #include <stdexcept>
@@ -35,8 +33,6 @@ int Run(const std::filesystem::path& logger, const std::filesystem::path& output
   std::filesystem::create_directories(output / "Ports");
   platform::RealMachine machine(output);
   platform::Machine::Install(machine);
-  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
-                     QString::fromStdString((output / "settings").string()));
   shell::MDIForm1 outer;
   if (!outer.Load()) return 1;
   outer.ShowChild(new shell::Main(outer));
@@ -58,11 +54,8 @@ int Run(const std::filesystem::path& logger, const std::filesystem::path& output
 
 int main(int argc, char** argv) {
   if (argc != 3) return 2;
-  char runtime[] = "/tmp/bexlow-tour-XXXXXX";
-  setenv("XDG_RUNTIME_DIR", mkdtemp(runtime), 1);
+  const rig::Scratch scratch;
   QApplication application(argc, argv);
   QApplication::setWindowIcon(shell::DrawEmblem(64, 1));
-  const int result = Run(std::filesystem::absolute(argv[1]), std::filesystem::absolute(argv[2]));
-  std::filesystem::remove_all(runtime);
-  return result;
+  return Run(std::filesystem::absolute(argv[1]), std::filesystem::absolute(argv[2]));
 }
