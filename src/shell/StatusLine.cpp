@@ -56,6 +56,7 @@ void StatusLine::Refresh() {
   }
   SetText(*lblActivity, activity.phase + (activity.details.empty() ? "" : " ") + activity.details);
   SetText(*lblFailure, Shared.LastFailure);
+  lblFailure->setVisible(!Shared.LastFailure.empty());  // the activity has its room meanwhile
 }
 
 }  // namespace bexlow::shell

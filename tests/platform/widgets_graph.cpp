@@ -97,6 +97,14 @@ TEST_F(Graph, TheLineRunsFromFrameToFrame) {
   }
 }
 
+TEST_F(Graph, AGapIsNotDrawnOver) {
+  graph.PlotY(std::vector<double>{45, 45, Nan, Nan, Nan, 45, 45});
+  const auto middle = PixelOf(3, 45), before = PixelOf(0.5, 45);
+  const auto picture = graph.Picture();
+  EXPECT_TRUE(StandsOut(picture, before));
+  EXPECT_FALSE(StandsOut(picture, middle));
+}
+
 TEST_F(Graph, TakesAnyNumbers) {
   struct Hostile {
     const char* what;

@@ -248,6 +248,7 @@ TEST(Instruments, AreReadAloudAndSetByAssistiveTools) {
       EXPECT_EQ(heard->valueInterface()->currentValue().toDouble(), 12.6);
       EXPECT_EQ(heard->valueInterface()->maximumValue().toDouble(), instrument->Maximum());
       EXPECT_EQ(heard->state().readOnly, dial || !settable);
+      EXPECT_EQ(instrument->focusPolicy() != Qt::NoFocus, !dial && settable);
       heard->valueInterface()->setCurrentValue(300);
       EXPECT_EQ(instrument->Value(), dial || !settable ? 12.6 : 300);
     }

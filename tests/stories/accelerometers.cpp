@@ -58,6 +58,8 @@ TEST_F(AccStory, AClickHoldsTheStripsUntilTheNextStart) {
   Sample();
   machine.Pass(milliseconds(500));
   EXPECT_EQ(values(), 256);
+  QTest::keyClick(&strip, Qt::Key_Plus);
+  EXPECT_EQ(strip.XView().Size(), 30) << "nothing moves it";
 }
 
 TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {

@@ -34,6 +34,9 @@ TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
     EXPECT_TRUE(Offered("Data", "Download"));
     ExpectIdle();
   }
+  machine.WillCancelFile();
+  Choose("Data", "Download");
+  Reads("Download operation cancelled!");  // the name that failed is forgotten
 }
 
 TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {

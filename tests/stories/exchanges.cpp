@@ -104,7 +104,7 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
     if (running.entry == std::string("Download")) {
       EXPECT_EQ(PagesInFile(), UpTo(3));
     }
-    EXPECT_EQ(Status("lblConnection").starts_with("Connected on Comm 1"),
+    EXPECT_EQ(Status("lblConnection") == "Connected on Comm 1, /dev/virtual1",
               running.screen != std::string("Main"));
     ExpectIdle();
     EXPECT_EQ(Status("lblActivity"), "");
@@ -148,6 +148,13 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   ReadsError("mnuSample_Click");
   machine.Pass(1s);
   EXPECT_TRUE(Status("lblFailure").starts_with("mnuSample_Click: ")) << Status("lblFailure");
+  Choose("Data", "Sample");
+  machine.Plug(logger, 1);
+  Choose("Data", "Sample");
+  machine.Pass(250ms);
+  EXPECT_EQ(Status("lblFailure"), "");
+  EXPECT_TRUE(Status("lblActivity").starts_with("Sampling saving to live.qbx, ")) << "no whole second yet";
+  EXPECT_LT(Status("lblActivity").size(), 43U) << "the samples are this run's";
   Choose("Data", "Sample");
 }
 

@@ -97,6 +97,10 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   Open(LinearFile(3, Record("1", 264, "11.2")));
   graph.DrawNow();
   EXPECT_TRUE(offers("Time on the Axis"));
+  graph.SetXView({10, 90});
+  EXPECT_EQ(The<platform::CWGraph>("CWGraph2").XView(), graph.XView());
+  graph.ShowAll();
+  graph.DrawNow();
   EXPECT_TRUE(Words("CWGraph1")
                   .contains(QString::fromUtf8(
                       "In view: least 11°, mean 11°, greatest 11°; above 0°: 100 %, below: 0 %")));

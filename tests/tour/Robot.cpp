@@ -41,7 +41,7 @@ void Robot::AnswerBox(QMessageBox& box) {
   boxes_.push_back(box.text().toStdString());
   std::cout << "  box: " << box.text().section('\r', 0, 0).toStdString() << std::endl;
   if (!pictured_.isEmpty() && box.text().startsWith(pictured_)) {
-    Picture(pictureName_);
+    Grab(pictureName_);
     pictured_.clear();
   }
   QAbstractButton* button = box.button(QMessageBox::Yes);
@@ -104,6 +104,16 @@ void Robot::WaitUntil(const std::string& what, const std::function<bool()>& cond
 }
 
 void Robot::Picture(const std::string& name) {
+  Grab(name);
+  const auto size = outer_.size();
+  outer_.resize(800, 600);
+  Rest(200);
+  Grab(name + "-small");
+  outer_.resize(size);
+  Rest(200);
+}
+
+void Robot::Grab(const std::string& name) {
   const QRect frame = outer_.frameGeometry();
   const auto pixmap = outer_.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
   const auto path = output_ / (name + ".png");

@@ -35,7 +35,7 @@ class Robot {
   /// Lets the program run until a condition holds.
   void WaitUntil(const std::string& what, const std::function<bool()>& condition);
   void Rest(int ms);
-  /// A picture of the outer window and what lies above it.
+  /// A picture of the outer window and what lies above it, and one of the small window.
   void Picture(const std::string& name);
   /// The next picture of a box that begins so, under this name.
   void PictureOfBox(const QString& text, const std::string& name);
@@ -55,6 +55,7 @@ class Robot {
   }
 
  private:
+  void Grab(const std::string& name);
   void Watch();
   void AnswerBox(QMessageBox& box);
   void AnswerFile(QFileDialog& dialog);

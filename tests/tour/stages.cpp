@@ -47,6 +47,7 @@ void ChangeSettings(Tour& tour) {
   robot.Choose("Tools", "EEPROM");
   robot.Press("Read");
   robot.WaitUntil("a cell in the EEPROM screen", [&] { return !robot.Text("txtValue").empty(); });
+  robot.Rest(100);
   robot.Picture("eeprom");
   robot.Press("OK");
   robot.Choose("File", "Return");
@@ -75,7 +76,7 @@ void SaveAndCompare(Tour& tour, const std::string& name,
   robot.NextFile(file);
   robot.Choose("Data", "Save");
   const auto before = tour.standIn.Samples().size();
-  constexpr std::size_t HeaderLines = 10, Enough = 400;
+  constexpr std::size_t HeaderLines = 10, Enough = 900;
   robot.Choose("Data", "Sample");
   robot.WaitUntil(name + " in the file",
                   [&] { return LinesOf(FileText(file)).size() > HeaderLines + Enough; });
@@ -143,14 +144,19 @@ void ShareAngles(Tour& tour) {
   robot.Choose("Data", "Return");
 }
 
+/// The first run's pictures bear the plain name.
+std::string PictureOf(const std::string& what, const std::string& run) {
+  return run == "first" ? what : what + "-" + run;
+}
+
 /// Downloads, compares, and lets the graph open.
 void Download(Tour& tour, const std::filesystem::path& path) {
   auto& robot = tour.robot;
   robot.Choose("Tools", "Download");
   robot.NextFile(path);
   robot.Choose("Data", "Download");
-  robot.Rest(1200);
-  robot.Picture("download");
+  robot.Rest(1500);
+  robot.Picture(PictureOf("download", path.stem()));
   robot.ExpectBox("Download completed!");
   robot.WaitUntil("Graph", [&] { return robot.Screen() == "Graph"; });
   Require(FileText(path) == tour.standIn.ExpectedDataFile(), path.string() + " is not what the logger holds");
@@ -161,10 +167,10 @@ void DownloadRun(Tour& tour, const std::string& name) {
   auto& robot = tour.robot;
   Download(tour, tour.dataFiles / (name + ".qbx"));
   Require(std::filesystem::exists(tour.dataFiles / (name + ".csv")), "there is no CSV file");
-  robot.Picture("graph");
+  robot.Picture(PictureOf("graph", name));
   robot.The<platform::CWGraph>("CWGraph1").setFocus();
   for (int i = 0; i < 4; ++i) robot.Key(Qt::Key_Plus);
-  robot.Picture("graph-zoomed");
+  robot.Picture(PictureOf("graph-zoomed", name));
   robot.Choose("File", "Return");
   robot.WaitUntil("Main", [&] { return robot.Screen() == "Main"; });
 }

@@ -24,8 +24,8 @@ void TourWithLogger(tour::Robot& robot, const std::filesystem::path& logger,
     tour::Tour tour{robot, standIn, output / "Data Files"};
     stages(tour);
   };
-  visit({"--motion", "turn", "--erase-seconds", "5", "--run-pages", "9"}, tour::Visit);
-  visit({"--mode", "bin", "--pages", "6"}, tour::VisitBins);
+  visit({"--motion", "turn", "--erase-seconds", "5", "--run-pages", "16"}, tour::Visit);
+  visit({"--mode", "bin", "--pages", "16"}, tour::VisitBins);
 }
 
 int Run(const std::filesystem::path& logger, const std::filesystem::path& output) {
