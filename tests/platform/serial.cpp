@@ -8,7 +8,6 @@
 #include <filesystem>
 #include <fstream>
 #include <termios.h>
-#include <thread>
 
 #include "platform/Processes.h"
 #include "platform/controls/EventGate.h"
@@ -111,17 +110,6 @@ TEST_F(Serial, TakesNothingOverFromAnEarlierProgram) {
   ::close(earlier);
 }
 
-TEST_F(Serial, AFullDriverHoldsAWriteUpAndLosesNothing) {
-  comm.PortOpen(true);
-  constexpr std::size_t Count = 200'000;
-  std::thread late([&] {
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
-    EXPECT_EQ(LoggerHears(Count), Bytes(Count, 7));
-  });
-  comm.Output(Bytes(Count, 7));
-  late.join();
-}
-
 TEST_F(Serial, TellsMakerAndProductOfAnAdapter) {
   const auto usb = folder / "usb1" / "1-4", port = usb / "1-4:1.0" / "ttyUSB0";
   fs::create_directories(port);
@@ -205,16 +193,6 @@ TEST_F(Serial, SaysWhyAPortDoesNotOpen) {
   comm.CommPort(1);
   comm.Settings("19200,e,8,1");
   EXPECT_NE(Words([&] { comm.PortOpen(true); }).find("not supported"), std::string::npos);
-}
-
-TEST_F(Serial, AClosedPortTakesAndGivesNothing) {
-  const std::uint8_t byte = 0;
-  EXPECT_NE(Words([&] { comm.Output({&byte, 1}); }), "");
-  EXPECT_NE(Words([&] { comm.Input(); }), "");
-  comm.PortOpen(true);
-  EXPECT_NE(Words([&] { comm.InBufferSize(2100); }), "");
-  comm.PortOpen(false);
-  comm.InBufferSize(2100);
 }
 
 TEST_F(Serial, NumbersStandForDevices) {

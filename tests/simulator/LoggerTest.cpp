@@ -65,14 +65,6 @@ TEST_F(LoggerTest, DropsARequestThatWasBrokenOff) {
   EXPECT_EQ(ToHex(logger.Take(0x66, now + 1001ms)->bytes), "66");
 }
 
-TEST_F(LoggerTest, KeepsAnglesWithinTheirWords) {
-  Eeprom cells = FactoryEeprom(true, 3);
-  std::copy_n(FromHex("15 55 80 01").begin(), 4, cells.begin() + 14);  // X tare 30, Y tare -90 degrees
-  EXPECT_EQ(AngleWords({-170, 80}, cells), (std::array<std::uint16_t, 2>{29128, 32767}));
-  cells[TareEnableCell] = 0;
-  EXPECT_EQ(AngleWords({180, -90}, cells), (std::array<std::uint16_t, 2>{32767, 32769}));
-}
-
 std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
   std::size_t count = 0;
   for (std::size_t n = 0; n + 1 < bytes.size(); n += 2) count += bytes[n] == 127 && bytes[n + 1] == 127;

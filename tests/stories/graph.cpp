@@ -137,16 +137,6 @@ TEST_F(GraphStory, KeysOpenAndPage) {
   EXPECT_EQ(graph.XView().lower, 18) << "a run has no pages to step";
 }
 
-TEST_F(GraphStory, CancelAndVanishedFilesChangeNothing) {
-  Open(LinearFile(3, Record("1", 264, "5")));
-  machine.WillCancelFile();
-  Choose("File", "Open");
-  EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
-  machine.WillChooseFile("/nowhere/f.qbx");
-  Choose("File", "Open");
-  EXPECT_EQ(Points(), "132 / 132");
-}
-
 TEST_F(GraphStory, BinPairsArePagedThrough) {
   Press("Next");
   Reads("No data file has been selected!");

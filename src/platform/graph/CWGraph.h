@@ -126,9 +126,6 @@ class CWGraph : public QWidget, public DescribedChart {
   QString Description() const override;
   QWidget* WordsShown() const override;
 
-  /// The plot as seen, in device pixels.
-  QImage Picture() const;
-
   /// Asks where to save a picture; gives an empty text when the user cancels. Preset to a file dialog.
   std::function<QString(const QString& suggestedName)> AskPicturePath;
   /// Asks for a printer and its settings; false for none. Preset to a print dialog.

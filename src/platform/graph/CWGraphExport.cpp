@@ -80,13 +80,6 @@ bool WritePdf(const PlotPage& page, QBuffer& file) {
 
 }  // namespace
 
-QImage PlotImage(QCustomPlot& plot) {
-  const double ratio = plot.devicePixelRatioF();
-  auto image = plot.toPixmap(plot.width(), plot.height(), ratio).toImage();
-  image.setDevicePixelRatio(ratio);
-  return image;
-}
-
 QImage PageImage(const PlotPage& page) {
   const auto size = SizeOf(page);
   const double ratio = page.front().plot->devicePixelRatioF();

@@ -12,9 +12,6 @@ class QPrinter;
 
 namespace bexlow::platform {
 
-/// The plot as seen, in device pixels.
-QImage PlotImage(QCustomPlot& plot);
-
 /// A plot and its title.
 struct TitledPlot {
   QCustomPlot* plot = nullptr;

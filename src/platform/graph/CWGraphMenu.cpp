@@ -77,10 +77,6 @@ void CWGraph::PresetQuestions() {
   TellFailure = [](const QString& reason) { MsgBox(reason.toStdString()); };
 }
 
-QImage CWGraph::Picture() const {
-  return PlotImage(*plot_);
-}
-
 std::vector<const CWGraph*> CWGraph::Graphs(Extent extent) const {
   if (extent == Extent::This || !linked_) return {this};
   if (isSecond_) return {linked_.data(), this};
