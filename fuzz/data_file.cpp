@@ -1,11 +1,17 @@
-// Data files as their three readers take them: Graph, GraphBP, and MakeLinearCSV, whose text is also made in
-// a plain way.
+// Data files as their four readers take them: Graph, its pairs of Bin pages, GraphBP, and MakeLinearCSV,
+// whose text is also made in a plain way.
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <iterator>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "Target.h"
 #include "download/LinearCsv.h"
+#include "graph/BinPages.h"
 #include "graph/RunFacts.h"
 #include "graph/Series.h"
 #include "review/ButtonPushes.h"
@@ -102,6 +108,25 @@ void TryReview(std::string_view text, bool readable, const graph::DoubleSeries& 
   Require(steps == review.ButtonPushes.size(), "every push is reached");
 }
 
+std::vector<double> WithoutZeros(std::span<const double> values) {
+  std::vector<double> others;
+  std::ranges::copy_if(values, std::back_inserter(others), [](double value) { return value != 0; });
+  Require(std::ranges::all_of(others, [](double value) { return std::isfinite(value); }),
+          "counts are finite");
+  return others;
+}
+
+void TryBins(std::string_view text, std::size_t lines, std::int16_t page) {
+  graph::BinPair pair;
+  if (!Takes([&] { pair = graph::FindPair(text, page); })) return;
+  if (pair.result == graph::PairResult::NoPage)
+    return Require(WithoutZeros(pair.XPoints).empty(), "no page, no counts");
+  Require(lines >= (pair.result == graph::PairResult::Found ? 2U : 1U), "a pair is two lines");
+  const auto degrees = graph::SpreadOverDegrees(pair.XPoints, pair.YPoints);
+  Require(WithoutZeros(degrees.XDegrees) == WithoutZeros(pair.XPoints), "every X count stands on its axis");
+  Require(WithoutZeros(degrees.YDegrees) == WithoutZeros(pair.YPoints), "every Y count stands on its axis");
+}
+
 std::string SampleLines(const std::string& record, bool pairs) {
   const std::size_t comma = record.find(',');
   if (comma == std::string::npos || comma + 1 == record.size()) return {};
@@ -131,6 +156,7 @@ void Try(std::string_view text) {
   graph::DoubleSeries series;
   const bool readable = TryGraph(text, LinesOf(text), series);
   TryReview(text, readable, series);
+  for (const int page : {-1, 1, 3}) TryBins(text, LinesOf(text), static_cast<std::int16_t>(page));
   std::string csv;
   const bool made = Takes([&] { download::AppendLinearCsv(text, csv); });
   Require(made == (lines.size() >= HeaderLines), "a whole header is enough for a CSV file");
