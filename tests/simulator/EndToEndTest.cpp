@@ -1,6 +1,5 @@
 // The program itself on a real pseudo-terminal: started, opened as a serial device, signalled, ended.
 #include <chrono>
-#include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
@@ -29,6 +28,20 @@ class EndToEnd : public testing::Test {
  protected:
   EndToEnd() { fs::create_directory(folder_); }
   ~EndToEnd() override { fs::remove_all(folder_); }
+
+  pid_t Start() const {
+    const pid_t program = ::fork();
+    if (program != 0) return program;
+    ::execl(BEXLOW_LOGGER, BEXLOW_LOGGER, "--link", link_.c_str(), "--log", (folder_ / "log").c_str(),
+            "--fault", "late:300/f@1", nullptr);
+    ::_exit(127);
+  }
+
+  static int ExitCode(pid_t program) {
+    int status = -1;
+    ::waitpid(program, &status, 0);
+    return WEXITSTATUS(status);
+  }
 
   int Open() const { return ::open(link_.c_str(), O_RDWR | O_NOCTTY); }
 
@@ -62,13 +75,7 @@ class EndToEnd : public testing::Test {
 // A write that is followed by the closing at once still counts. Lost with the closing are a reply that was
 // still on its way and the holder's exclusive flag. A pulled cable carries nothing.
 TEST_F(EndToEnd, OutlivesTheClosingOfTheLineAndThePullingOfTheCable) {
-  const std::string log = folder_ / "log";
-  const pid_t program = ::fork();
-  if (program == 0) {
-    ::execl(BEXLOW_LOGGER, BEXLOW_LOGGER, "--link", link_.c_str(), "--log", log.c_str(), "--fault",
-            "late:300/f@1", nullptr);
-    ::_exit(127);
-  }
+  const pid_t program = Start();
   ASSERT_TRUE(Within([&] { return fs::exists(link_); }));
   const int first = Open();
   ASSERT_EQ(::ioctl(first, TIOCEXCL), 0);
@@ -88,16 +95,13 @@ TEST_F(EndToEnd, OutlivesTheClosingOfTheLineAndThePullingOfTheCable) {
   EXPECT_EQ(Read(second, 3), "0C E4 07");
   ::close(second);
   ::kill(program, SIGTERM);
-  int status = -1;
-  ::waitpid(program, &status, 0);
-  EXPECT_EQ(status, 0);
+  EXPECT_EQ(ExitCode(program), 0);
   EXPECT_FALSE(fs::is_symlink(fs::symlink_status(link_)));
 }
 
 TEST_F(EndToEnd, RefusesToReplaceAFile) {
   std::ofstream(link_) << "precious";
-  const std::string command = std::string(BEXLOW_LOGGER) + " --link " + link_.string() + " 2>/dev/null";
-  EXPECT_EQ(WEXITSTATUS(std::system(command.c_str())), 1);
+  EXPECT_EQ(ExitCode(Start()), 1);
   EXPECT_EQ(Contents(link_), "precious");
 }
 

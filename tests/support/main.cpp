@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QTemporaryDir>
 
+#include <clocale>
 #include <cstdlib>
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@ int main(int argc, char** argv) {
   setenv("XDG_RUNTIME_DIR", runtime.path().toUtf8(), 1);
   setenv("QT_QPA_PLATFORM", "offscreen", 0);
   const QApplication application(argc, argv);
+  setlocale(LC_MESSAGES, "C");  // the tests expect the system's words in English
   ::testing::InitGoogleTest(&argc, argv);
   return RUN_ALL_TESTS();
 }
