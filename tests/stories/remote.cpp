@@ -7,6 +7,7 @@
 #include <QUdpSocket>
 
 #include "live/SessionTexts.h"
+#include "logic/Expect.h"
 #include "platform/controls/EventGate.h"
 #include "platform/controls/Winsock.h"
 #include "stories/LiveStory.h"
@@ -298,6 +299,18 @@ class WinsockTest : public Story {
   const int port = FreePort();
   std::vector<std::string> arrived;
 };
+
+TEST_F(WinsockTest, EachFailureBearsItsOwnCode) {
+  const auto codeOf = [this](int to) {
+    socket.Close();
+    return FailureOf([&] { socket.Bind(to); }).code;
+  };
+  const auto user = geteuid();
+  ASSERT_TRUE(user != 0 || seteuid(65534) == 0);  // nothing is forbidden to root
+  EXPECT_NE(codeOf(80), EADDRINUSE);
+  EXPECT_EQ(seteuid(user), 0);
+  EXPECT_EQ(codeOf(peer.Port()), EADDRINUSE);
+}
 
 TEST_F(WinsockTest, DatagramsWaitInOrderWhileEventsAreHeldAndAFloodIsBounded) {
   const auto arriveBehindAHold = [this](int count, int bytes) {

@@ -46,8 +46,7 @@ bool IsPort(std::int32_t port) {
 
 }  // namespace
 
-Winsock::Winsock(Form& owner) : socket_(std::make_unique<QUdpSocket>()) {
-  QObject::connect(socket_.get(), &QUdpSocket::readyRead, socket_.get(), [this] { Collect(); });
+Winsock::Winsock(Form& owner) {
   owner.AtUnload([this] { End(); });
 }
 
@@ -102,9 +101,12 @@ std::string Winsock::PeerAddress() const {
   return peerState_ == Peer::Known ? peer_.toString().toStdString() : "";
 }
 
+// Qt's socket tells its first error for ever, so each binding has a socket of its own.
 void Winsock::Bind(std::int32_t port) {
   if (!IsPort(port)) Refuse(std::errc::invalid_argument, "Port " + std::to_string(port));
   if (LocalPort() != 0) Refuse(std::errc::already_connected, "The socket is bound already");
+  socket_ = std::make_unique<QUdpSocket>();
+  QObject::connect(socket_.get(), &QUdpSocket::readyRead, socket_.get(), [this] { Collect(); });
   if (socket_->bind(QHostAddress::AnyIPv4, static_cast<quint16>(port), QUdpSocket::DontShareAddress)) return;
   const auto code = CodeOf(socket_->error());
   const std::string words = socket_->errorString().toStdString();
@@ -113,11 +115,11 @@ void Winsock::Bind(std::int32_t port) {
 }
 
 int Winsock::LocalPort() const {
-  return socket_->localPort();
+  return socket_ ? socket_->localPort() : 0;
 }
 
 void Winsock::Close() {
-  socket_->close();
+  socket_.reset();
   received_.clear();
   EventGate::Get().Withdraw(this);
 }

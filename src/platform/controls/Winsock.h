@@ -66,7 +66,7 @@ class Winsock {
   void OfferNext();
   void Deliver();
 
-  std::unique_ptr<QUdpSocket> socket_;
+  std::unique_ptr<QUdpSocket> socket_;  ///< null where no port is bound
   std::string remoteHost_;
   Peer peerState_ = Peer::Unnamed;
   QHostAddress peer_;
