@@ -38,13 +38,13 @@ build() {
   (cd "$root" && cmake --preset "$preset" --log-level=WARNING && cmake --build --preset "$preset" --target "$@")
 }
 
-# with_virtual_display COMMAND...: runs a command on a display of its own, once its window manager is there. The manager
-# ends with the display.
+# with_virtual_display COMMAND...: runs a command on a display of its own, once its window manager is there, without what
+# the user has set for the own display. The manager ends with the display.
 with_virtual_display() {
   xvfb-run -a -s "-screen 0 1280x900x24" dbus-run-session -- sh -c '
     ready=$(mktemp -d) && mkfifo "$ready/pipe"
     { openbox --startup "sh -c \"echo >$ready/pipe\""; echo >"$ready/pipe"; } >/dev/null 2>&1 &
     read -r _ <"$ready/pipe"
     rm -r "$ready"
-    exec "$@"' sh "$@"
+    exec env -u WAYLAND_DISPLAY -u QT_SCALE_FACTOR -u QT_FONT_DPI -u QT_STYLE_OVERRIDE QT_QPA_PLATFORM=xcb "$@"' sh "$@"
 }
