@@ -162,14 +162,16 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
   Sample();
   machine.Pass(GetParam().sampleTime * 3);
   Shared.DataFileName = DataFile("").string();
-  machine.Pass(GetParam().sampleTime * 2);
-  for (int i = 0; i < 2; ++i) {
+  for (const auto wait : {microseconds(0), microseconds(1'000'000)}) {  // so that the user can stop
+    machine.Pass(wait);
+    EXPECT_TRUE(machine.boxes.empty());
+    machine.Pass(GetParam().sampleTime);
     const auto text = ReadsError(GetParam().writer);
     EXPECT_NE(text.find("\r\nScreen: General\r\n"), std::string::npos);
     EXPECT_NE(text.find("Is a directory"), std::string::npos) << text;
   }
   Shared.DataFileName = path.string();
-  machine.Pass(GetParam().sampleTime * 3);
+  machine.Pass(milliseconds(1000) + GetParam().sampleTime * 3);
   EXPECT_EQ(Records().size(), 6U);
 }
 

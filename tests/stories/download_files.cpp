@@ -8,11 +8,11 @@ TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
   const auto file = std::exchange(Shared.DataFileName, DataFile("").string());
   machine.wire.clear();
   machine.whileBoxIsOpen = [&] {
+    EXPECT_EQ(machine.wire.size(), 3U) << "the next request waited for the file";
     Shared.DataFileName = file;
     machine.Pass(5s);
   };
   while (machine.boxes.empty()) machine.Pass(1ms);
-  EXPECT_EQ(machine.wire[2].at - machine.wire[0].at, 24ms) << "a request waited for the box";
   EXPECT_NE(ReadsError("WriteDownloadPagesToFile").find("Is a directory"), std::string::npos);
   Choose("Data", "Download");
   EXPECT_EQ(PagesInFile(), (std::vector{1, 2, 3, 4, 5, 7}));
@@ -41,12 +41,15 @@ TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
 
 TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {
   Store(1);
-  machine.WillAnswer(Answer::No);
-  Begin("run.csv");
-  RunToTheEnd();
-  ReadsError("MakeLinearCSV");
-  ReadsCompletion();
-  EXPECT_EQ(PagesInFile(), UpTo(1));
+  std::filesystem::create_symlink("run.qbx", DataFile("run.csv"));
+  for (const auto* name : {"run.qbx", "other.csv"}) {
+    Begin(name);
+    machine.WillAnswer(Answer::No);
+    RunToTheEnd();
+    ReadsError("MakeLinearCSV");
+    ReadsCompletion();
+    EXPECT_EQ(PagesInFile(), UpTo(1));
+  }
 }
 
 TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
