@@ -5,7 +5,9 @@
 #include <QLineEdit>
 #include <QProgressBar>
 
+#include <algorithm>
 #include <exception>
+#include <filesystem>
 #include <system_error>
 #include <utility>
 
@@ -15,6 +17,7 @@
 #include "link/Communications.h"
 #include "live/NumberBox.h"
 #include "live/NumberText.h"
+#include "live/RecordingScreen.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
@@ -136,7 +139,10 @@ bool DownloadErase::ChooseFile() {
   }
   Shared.LiveSample.SavingToFile = refusal == nullptr;
   mnuDownload->setEnabled(true);
-  if (refusal == nullptr) return true;
+  if (refusal == nullptr) {
+    live::RecordingScreen::GiveUp(Shared.DataFileName, *this);
+    return true;
+  }
   if (!failure.empty()) MsgBox(failure);
   MsgBox(refusal);
   BackToIdle();
@@ -201,27 +207,21 @@ bool DownloadErase::EndsData(const Bytes& reply) {
          IsBlankPage(Page(reply.data(), link::PageSize));
 }
 
-// The record is written before the request for the next page is whole; where that fails, the request is
-// completed before the user is told: a logger that waits for the last byte behind an open box takes it for a
-// command.
+// The request for the next page is completed before the file is touched: a logger that waits too long for the
+// last byte, behind a slow disk or an open box, takes it for a command.
 void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   const auto taken = Shared.DownloadPageNumber;
   Shared.EndOfDataReached = EndsData(reply);
   if (!Shared.EndOfDataReached) ++Shared.DownloadPageNumber;
   const bool finished = Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1;
-  bool requested = finished;
-  const auto requestNext = [&] {
-    if (!std::exchange(requested, true)) RequestPage(stepsSent);
-  };
-  const bool holdsRecord = taken != 0 && !Shared.EndOfDataReached;
-  if (holdsRecord) {
+  if (!finished) RequestPage(stepsSent);
+  if (taken != 0 && !Shared.EndOfDataReached) {
     const auto& parameters = Shared.OnBoardParameters;
     Shared.PageDataText =
         DecodePage(Page(reply.data(), link::PageSize), parameters.BinLinearMode, parameters.LinearChannels);
-    if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(taken, requestNext);
+    if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(taken);
+    preview_->Add(taken, Shared.PageDataText, TimeLeft());
   }
-  requestNext();
-  if (holdsRecord) preview_->Add(taken, Shared.PageDataText, TimeLeft());  // the next page is on the line
   if (finished) return FinishDownload();
   fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
@@ -232,6 +232,8 @@ void DownloadErase::TimerSampling_Timer() {
   const auto tick = [this] {
     ++Shared.TimerAdvanceCount;
     txtTimer->setText(Shown(Shared.TimerAdvanceCount));
+    // A clock that was set back must not keep the watchdog silent for as long.
+    Shared.LastReplyTime = std::min(Shared.LastReplyTime, NowInSeconds());
     const bool late = NowInSeconds() - Shared.LastReplyTime > LateAfterSeconds;
     lblWarning->setVisible(late);
     if (!late) return;
@@ -243,6 +245,7 @@ void DownloadErase::TimerSampling_Timer() {
   // A line that takes no request is gone for good. The timer stays off, so the warning that the program tries
   // again is hidden, and nothing more is saved.
   Guarded(*this, "TimerSampling_Timer", tick, [this] {
+    MSComm1.RThreshold(0);
     Shared.LiveSample.SavingToFile = false;
     lblWarning->hide();
     MousePointer(Pointer::Normal);
@@ -311,7 +314,8 @@ void DownloadErase::ClearDetails() {
 void DownloadErase::MakeLinearCSV(const std::string& dataFileName) {
   Guarded(*this, "MakeLinearCSV", [&] {
     const std::string csvName = CsvFileName(dataFileName);
-    if (csvName == dataFileName)
+    std::error_code none;  // where there is no CSV file yet
+    if (csvName == dataFileName || std::filesystem::equivalent(csvName, dataFileName, none))
       throw std::system_error(std::make_error_code(std::errc::file_exists),
                               "The CSV file would replace the data file " + dataFileName);
     const std::string dataFile = platform::ReadWhole(dataFileName);

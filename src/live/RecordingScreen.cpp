@@ -88,7 +88,12 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   Shared.SampleClock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   Shared.LiveSample.SampleTime = NumberText(ElapsedSeconds(Shared.SampleClock));
   Decode(reply);
-  if (Shared.LiveSample.SavingToFile && kind_.write(Shared.LiveSample.SampleTime)) ++saved_;
+  if (!Shared.LiveSample.SavingToFile) return;
+  if (kind_.write(Shared.LiveSample.SampleTime)) {
+    ++saved_;
+  } else {
+    chain_.Rest();
+  }
 }
 
 // Another open recording screen has chosen the data file; this screen must not write to it.
@@ -97,6 +102,15 @@ bool RecordingScreen::AnotherSaves() const {
     const auto* other = qobject_cast<const RecordingScreen*>(widget);
     return other != nullptr && other != this && other->mnuSave->isChecked();
   });
+}
+
+void RecordingScreen::GiveUp(const std::string& path, const platform::Form& toScreen) {
+  for (auto* widget : QApplication::allWidgets()) {
+    auto* screen = qobject_cast<RecordingScreen*>(widget);
+    if (screen == nullptr || screen == &toScreen || screen->CommonDialog1.FileName != path) continue;
+    screen->CommonDialog1.FileName.clear();
+    screen->mnuSave->setChecked(false);
+  }
 }
 
 // Another screen may have saved to its own file, or ended its saving, since this one's file was chosen.
@@ -116,7 +130,10 @@ void RecordingScreen::mnuSave_Click() {
     if (!save) return;
     const std::string failure = shell::WriteDataFileHeader(CommonDialog1, kind_.file);
     if (!failure.empty()) CommonDialog1.FileName.clear();
-    if (!CommonDialog1.FileName.empty()) return SaveToOwnFile();
+    if (!CommonDialog1.FileName.empty()) {
+      GiveUp(CommonDialog1.FileName, *this);
+      return SaveToOwnFile();
+    }
     mnuSave->setChecked(false);
     if (!failure.empty()) platform::MsgBox(failure + "\r\nNo data will be saved.");
   });

@@ -24,6 +24,10 @@ struct RecordingKind {
 class RecordingScreen : public platform::Form {
   Q_OBJECT
 
+ public:
+  /// A screen has begun a data file at this path: no other one that has recorded there saves to it any more.
+  static void GiveUp(const std::string& path, const platform::Form& toScreen);
+
  protected:
   explicit RecordingScreen(const RecordingKind& kind);
 

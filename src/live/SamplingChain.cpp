@@ -16,6 +16,7 @@ using platform::Machine;
 namespace {
 
 constexpr int ShownWithinMs = 50;
+constexpr int RestMs = 1000;
 constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
 // Below so many byte times the device is not paced (a pseudo-terminal), and the check is off.
@@ -32,9 +33,11 @@ SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, lin
       request_(link::MakeRequest(command)),
       take_(std::move(take)),
       show_(std::move(show)),
-      showing_(screen, ShownWithinMs) {
+      showing_(screen, ShownWithinMs),
+      resting_(screen, RestMs) {
   comm_.OnComm = [this] { MSComm1_OnComm(); };
   showing_.OnTimer = [this] { ShowWhatWasTaken(); };
+  resting_.OnTimer = [this] { shell::Guarded(screen_, "MSComm1_OnComm", [this] { Request(); }); };
 }
 
 void SamplingChain::Start() {
@@ -47,6 +50,7 @@ void SamplingChain::Start() {
 }
 
 void SamplingChain::Stop() {
+  resting_.Enabled(false);
   ShowWhatWasTaken();
   link::CloseCommPort(comm_, screen_);
 }
@@ -79,6 +83,7 @@ void SamplingChain::Resume() {
 }
 
 void SamplingChain::Request() {
+  resting_.Enabled(false);
   requestedAt_ = Machine::Get().QueryPerformanceCounter();
   link::Send(comm_, request_);
   platform::FramePace::PaintWhileWaiting(screen_, [this] { ShowWhatWasTaken(); });
@@ -123,7 +128,8 @@ void SamplingChain::MSComm1_OnComm() {
       ++samples_;
       unshown_ = true;
     }
-    Request();
+    if (!std::exchange(restWanted_, false)) return Request();
+    resting_.Enabled(true);
   };
   shell::Guarded(screen_, "MSComm1_OnComm", step, [this] { ShowWhatWasTaken(); });
 }

@@ -37,6 +37,9 @@ class SamplingChain {
   /// Sampling, and how many samples a second over the last whole second.
   platform::Activity Activity();
 
+  /// The next request waits for a second, so that a user who is told of a failure at each sample can stop.
+  void Rest() { restWanted_ = true; }
+
   /// Drops what came in meanwhile, a late sample included, and goes on. Throws as Start does.
   void Resume();
 
@@ -55,6 +58,8 @@ class SamplingChain {
   const Take take_;
   const Show show_;
   platform::Timer showing_;  ///< for a sample that no other follows
+  platform::Timer resting_;
+  bool restWanted_ = false;
   bool unshown_ = false;
   std::int64_t samples_ = 0;
   std::int64_t countedSamples_ = 0, countedAt_ = 0;  ///< at the last calculation of the rate

@@ -11,10 +11,8 @@ namespace bexlow::shell {
 
 namespace {
 
-bool AppendRecord(const char* procedure, const std::string& record,
-                  const std::function<void()>& beforeReport = {}) {
-  return GuardedIn(
-      "General", procedure, [&] { platform::Append(Shared.DataFileName, record); }, beforeReport);
+bool AppendRecord(const char* procedure, const std::string& record) {
+  return GuardedIn("General", procedure, [&] { platform::Append(Shared.DataFileName, record); });
 }
 
 }  // namespace
@@ -43,9 +41,8 @@ std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFi
   return {};
 }
 
-bool WriteDownloadPagesToFile(std::int32_t page, const std::function<void()>& beforeReport) {
-  return AppendRecord("WriteDownloadPagesToFile", download::PageRecord(page, Shared.PageDataText),
-                      beforeReport);
+bool WriteDownloadPagesToFile(std::int32_t page) {
+  return AppendRecord("WriteDownloadPagesToFile", download::PageRecord(page, Shared.PageDataText));
 }
 
 bool WriteAccelerometersToFile(const std::string& time) {

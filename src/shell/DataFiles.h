@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <string>
 
 #include "download/DataFile.h"
@@ -16,8 +15,7 @@ namespace bexlow::shell {
 std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind);
 
 /// Append one record to DataFileName. A failure is reported, and that record is lost: false.
-/// @param beforeReport  what must be done before the user is told
-bool WriteDownloadPagesToFile(std::int32_t page, const std::function<void()>& beforeReport = {});
+bool WriteDownloadPagesToFile(std::int32_t page);
 bool WriteAccelerometersToFile(const std::string& time);
 bool WriteAnglesToFile(const std::string& time);
 

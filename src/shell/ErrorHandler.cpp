@@ -96,12 +96,10 @@ void Guarded(const platform::Form& form, const char* procedure, const std::funct
                      failure->description);
 }
 
-bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body,
-               const std::function<void()>& beforeReport) {
+bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body) {
   const platform::EventGate::Hold hold;
   const auto failure = FailureOf(body);
   if (!failure) return true;
-  if (beforeReport) beforeReport();
   SimpleErrorHandler(failure->number, procedure, place, failure->description);
   return false;
 }

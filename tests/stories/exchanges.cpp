@@ -176,6 +176,25 @@ TEST_F(Exchanges, ARecordingKeepsItsOwnFile) {
   }
 }
 
+TEST_F(Exchanges, ADownloadIntoTheFileOfARecordingEndsItsSaving) {
+  for (const char* recorder : {"Accelerometers", "Angles"}) {
+    Front(recorder);
+    ChooseFile("Data", "Save", "run.qbx");
+  }
+  Front("DownloadErase");
+  DownloadStory::Begin();
+  Finish();
+  const auto run = FileText(path);
+  for (const char* recorder : {"Accelerometers", "Angles"}) {
+    Front(recorder);
+    EXPECT_FALSE(Checked("Data", "Save"));
+    Choose("Data", "Sample");
+    machine.Pass(100ms);
+    Choose("Data", "Sample");
+  }
+  EXPECT_EQ(FileText(path), run);
+}
+
 TEST_F(Exchanges, ATickThatWaitedIsFollowedByAWholeInterval) {
   Front("Configuration");
   machine.wire.clear();

@@ -19,7 +19,9 @@ std::string GetSetting(const std::string& section, const std::string& key, const
   return store.value(Path(section, key), QString::fromStdString(standard)).toString().toStdString();
 }
 
+// A store that cannot be written does not matter while it holds the value already.
 void SaveSetting(const std::string& section, const std::string& key, const std::string& value) {
+  if (GetSetting(section, key, "not " + value) == value) return;
   QSettings store(QSettings::IniFormat, QSettings::UserScope, "Quornell", "Bexlow");
   store.setValue(Path(section, key), QString::fromStdString(value));
   store.sync();
