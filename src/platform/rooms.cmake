@@ -1,4 +1,4 @@
-# The rooms of the platform layer. Each line of words says what is behind the door.
+# The files of the platform layer by folder. Each comment says what a folder holds.
 
 # What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs.
 set(BEXLOW_PLATFORM_MACHINE
