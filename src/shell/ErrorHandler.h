@@ -28,7 +28,7 @@ void Guarded(const platform::Form& form, const char* procedure, const std::funct
 bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body,
                const std::function<void()>& beforeReport = {});
 
-/// A message of a screen's own about something that failed; the status line keeps its first line.
+/// Shows a screen's own message about a failure; its first line stays in the status line.
 void TellFailure(const std::string& text);
 
 }  // namespace bexlow::shell
