@@ -20,8 +20,8 @@ class FramePace : public QObject {
   explicit FramePace(QWidget& window);
 
   /// A chain calls this right after a request: if a frame is due, it updates the controls and paints them
-  /// while the reply is on the line. As long as a chain calls it, the window paints at no other time, and
-  /// frames are longer.
+  /// while the reply is on the line. As long as a chain calls it, the window is painted at no other time
+  /// (except by PaintNow), and frames are longer.
   static void PaintWhileWaiting(const QWidget& inside, const std::function<void()>& show);
   /// Paints at once if a paint request of the window is delayed.
   static void PaintNow(const QWidget& window);
