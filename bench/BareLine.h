@@ -1,4 +1,4 @@
-// The stand-in logger on a bare line: what this machine lets any program have of it.
+// The stand-in logger on a bare line: how fast any program on this machine can use it.
 #pragma once
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-// A figure: what was measured, and what it must keep to.
+// A figure: what was measured, and its limit.
 #pragma once
 
 #include <limits>
@@ -7,7 +7,7 @@
 
 namespace bexlow::bench {
 
-/// What a figure must keep to. A bare number is the most that it may be.
+/// The limit of a figure. A number alone is an upper limit.
 struct Limit {
   constexpr Limit(double number, bool least = false) : value(number), atLeast(least) {}
   bool Kept(double measured) const { return atLeast ? measured >= value : measured <= value; }
@@ -17,7 +17,7 @@ struct Limit {
 constexpr Limit AtLeast(double value) {
   return {value, true};
 }
-/// The limit of a figure that is only told.
+/// The limit of a figure that is only reported.
 inline constexpr double NoLimit = std::numeric_limits<double>::infinity();
 
 /// Prints a line "name TAB measured TAB limit TAB within", which bench/run gathers into its table.

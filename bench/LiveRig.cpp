@@ -96,7 +96,7 @@ bool LiveRig::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
-// As a mouse would: behind everything that waits by then.
+// Comes after all events that wait by then, as a mouse click does.
 void LiveRig::Click() {
   clicked_.start();
   const QPointF place(4, 4);

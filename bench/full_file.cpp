@@ -1,5 +1,5 @@
-// A full two-channel file: reading it, opening it, drawing it, and writing its CSV, each beside the bare work
-// that it is held against. The cases take turns, so that a busy machine slows both sides of a ratio.
+// A full two-channel file: reading, opening and drawing it, and writing its CSV, each compared with the bare
+// work. The cases take turns, so that a busy machine slows both sides of a ratio.
 #include <QApplication>
 
 #include <benchmark/benchmark.h>
@@ -52,7 +52,7 @@ Bench::Bench(const fs::path& folder)
   last = graphs[0]->XView().upper;
 }
 
-// As a download hands its file over: without a dialog.
+// Opens the file without a dialog, as after a download.
 void Bench::Open() {
   shell::Shared.GraphFileName = dataFile.string();
   shell::Shared.GraphAfterDownload = true;
@@ -91,7 +91,7 @@ void DrawViews(benchmark::State& state, Bench& bench, double share) {
   double from = 0;
   const double width = share * bench.last;
   for (auto _ : state) {
-    from = from + width + 97 > bench.last ? 0 : from + 97;  // samples that the hand drags a frame
+    from = from + width + 97 > bench.last ? 0 : from + 97;  // samples that are dragged a frame
     bench.graphs[0]->SetXView({from, from + width});        // the other follows
     for (auto* graph : bench.graphs) graph->DrawNow();
   }

@@ -33,7 +33,7 @@ struct Rates {
   double bare, overBare;  ///< exchanges a second of a bare loop, and the median ratio
 };
 
-// Saving without a pace is only told: it opens, writes and closes a file for each sample.
+// Saving without a pace has no limit: it opens, writes and closes a file for each sample.
 void PrintPace(const LiveScreen& screen, bool paced, bool saving, const Rates& rates) {
   const Limit limit = paced ? AtLeast(0.985) : saving ? Limit(NoLimit) : AtLeast(0.15);
   PrintFigure(std::string(screen.name) + (saving ? ", saving" : "") + (paced ? "" : ", line without a pace") +
@@ -50,7 +50,7 @@ void Add(Window& window, const Figures& figures) {
   window.medianClickMs = std::max(window.medianClickMs, figures.clickMsMedian);
 }
 
-/// A round of a bare loop ahead of each, so that a machine with other work slows both.
+/// Runs a round of a bare loop before each round of the program, so that a busy machine slows both.
 Rates Watch(LiveRig& rig, const BareLine& line, const LiveScreen& screen, double seconds, Window& window) {
   std::vector<double> samples, cpu, bare, ratios;
   for (int round = 0; round < Rounds; ++round) {

@@ -1,5 +1,5 @@
-// Opens a data file in the graph screen and saves a picture of it: what bench/side-by-side sets beside other
-// programs. Makes the full file, and its CSV for the others, where there is none yet.
+// Opens a data file in the graph screen and saves a picture of it: what bench/side-by-side compares with
+// other programs. Makes the full file, and its CSV for the others, where there is none yet.
 //
 // bench_open_picture FOLDER
 #include <QApplication>

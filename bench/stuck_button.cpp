@@ -21,7 +21,7 @@ using namespace bexlow;
 namespace fs = std::filesystem;
 
 constexpr int Rounds = 11;
-constexpr double LimitMs = 100;  // longer, and a person notices
+constexpr double LimitMs = 100;  // a person notices a longer wait
 
 class Review {
  public:

@@ -1,6 +1,6 @@
 // The pace of the settings: the real Configuration screen on the real clock against the stand-in logger.
-// Moments of a whole write as the stand-in's log has them, beside a bare timer's in the same run; and what
-// the reads take over what line and pauses take alone.
+// The times of a whole write from the stand-in's log, beside those of a bare timer in the same run; and the
+// time of the reads over that of line and pauses alone.
 //
 // bench_write_pace LOGGER
 #include <QAction>
@@ -32,7 +32,7 @@ constexpr double ByteMs = 10 * 1000.0 / 19'200;
 constexpr int ReadCells = 53;
 constexpr int LimitMs = 60'000;
 
-/// The 40 cells of the write; behind cell 25 four ticks send nothing.
+/// The 40 cells of the write; after cell 25 four ticks send nothing.
 constexpr int Written[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21,
                            22, 23, 24, 25, 30, 31, 32, 33, 34, 42, 43, 62, 63, 64, 65, 66, 67, 68, 69, 102};
 constexpr int TickOf(std::size_t cell) {
@@ -44,7 +44,7 @@ double NowMs() {
       .count();
 }
 
-/// The screen's last box. Each box leaves the event loop.
+/// The screen's last message box. Each box quits the event loop.
 struct Box {
   double ms = 0;
   std::string text;
@@ -117,7 +117,7 @@ bool MeasureRead(const Box& box, const platform::Form& screen, const fs::path& l
   return true;
 }
 
-/// A block waits for fixed times only, so that they are its bare time.
+/// A block waits for fixed times only; their sum is its bare time.
 bool MeasureBlock(const link::Block& block) {
   platform::Form screen("Bench", "Bench");
   platform::MSComm comm(screen);

@@ -1,4 +1,4 @@
-// What the fuzz targets share: a target is one function that takes bytes from outside and requires promises.
+// What the fuzz targets share: a target is one function that takes bytes and checks promises of a reader.
 #pragma once
 
 #include <cstddef>
@@ -7,16 +7,16 @@
 
 namespace bexlow::fuzz {
 
-/// Hands the bytes to a reader and requires what it promises beside not to crash. Each target has its own.
+/// Hands the bytes to a reader and checks what it promises besides not crashing. Each target has its own.
 void Try(std::string_view bytes);
 
 /// Ends the run as a finding unless a promise holds.
 void Require(bool holds, const char* promise);
 
-/// Requires of a failure what a message box needs: words, and not without end.
+/// Requires of a failure what a message box needs: words, and not too many.
 void RequireWords(const std::system_error& failure);
 
-/// Whether a reader takes its input; the one other way out is a failure in words.
+/// Whether a reader takes its input; if not, it must throw a failure with words.
 template <class Reader>
 bool Takes(Reader reader) {
   try {
@@ -28,7 +28,7 @@ bool Takes(Reader reader) {
   }
 }
 
-/// Lines of a text, the last of which needs no end.
+/// The number of lines in a text; the last needs no end.
 std::size_t LinesOf(std::string_view text);
 
 }  // namespace bexlow::fuzz

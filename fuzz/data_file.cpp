@@ -1,4 +1,4 @@
-// Data files as their four readers take them: Graph, its pairs of Bin pages, GraphBP, and MakeLinearCSV,
+// Data files in their four readers: Graph, its pairs of Bin pages, GraphBP, and MakeLinearCSV,
 // whose text is also made in a plain way.
 #include <algorithm>
 #include <cmath>

@@ -10,7 +10,7 @@ namespace bexlow::fuzz {
 
 namespace {
 
-/// What one program sends, another shows.
+/// What one program sends, another can show.
 void RequireReturn(double x, double y) {
   const std::string sent = live::Datagram(x, y);
   const auto body = live::DatagramBody(sent);

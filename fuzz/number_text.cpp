@@ -30,7 +30,7 @@ void RequireReturn(double value) {
   for (const std::string& text : {live::NumberText(value), live::PlainNumberText(value)}) {
     Require(text.find_first_not_of("-.0123456789") == std::string::npos,
             "a number is written without exponent");
-    // The largest number's 15 digits are above it, so that they are no whole number.
+    // Rounded to 15 digits the largest number is out of range, so WholeNumber would refuse its text.
     const double back = live::LeadingNumber(text);
     Require(std::abs(back - value) <= std::abs(value) * 1e-14, "what is written reads back");
   }

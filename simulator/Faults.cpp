@@ -14,7 +14,7 @@ namespace {
 struct KindName {
   std::string_view name;
   FaultKind kind;
-  long amount;  // where none is given
+  long amount;  // if none is given
 };
 
 constexpr KindName KindNames[] = {
@@ -23,7 +23,7 @@ constexpr KindName KindNames[] = {
     {"cut", FaultKind::Cut, 1},          {"vanish", FaultKind::Vanish, -1},
 };
 
-// Splits off what stands behind the mark; nothing where the mark is missing.
+// Cuts off and gives the text after the mark; nothing if the mark is missing.
 std::optional<std::string_view> CutBehind(std::string_view& text, char mark) {
   const auto place = text.find(mark);
   if (place == std::string_view::npos) return std::nullopt;
@@ -87,7 +87,7 @@ bool FaultPlan::Fires(Fault& fault) {
 
 void FaultPlan::Spoil(Reply& reply, const Fault& fault, Time now) {
   auto& bytes = reply.bytes;
-  const auto count = static_cast<std::size_t>(std::clamp(fault.amount, 0L, 65536L));  // where bytes are meant
+  const auto count = static_cast<std::size_t>(std::clamp(fault.amount, 0L, 65536L));  // if bytes are meant
   switch (fault.kind) {
     case FaultKind::Silence:
       silentUntil_ = fault.amount < 0 ? Time::max() : now + Span(fault.amount);

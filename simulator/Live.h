@@ -1,4 +1,4 @@
-// The readings of a logger that somebody holds: a function of the time alone.
+// The readings of a logger that somebody holds, as a function of time only.
 #pragma once
 #include <array>
 #include <cstdint>
@@ -21,8 +21,8 @@ struct Pose {
 /// The pose at a time since the start.
 Pose LivePose(Motion motion, Time sinceStart);
 
-/// The two angle words as the logger sends them: two's complement, less the tare where the tare is on. The X
-/// angle goes round at half a turn, the Y angle stops at its full scale.
+/// The two angle words as the logger sends them: two's complement, minus the tare if the tare is on. The X
+/// angle wraps round at 180 degrees, the Y angle stops at 90.
 std::array<std::uint16_t, 2> AngleWords(const Pose& pose, const Eeprom& cells);
 
 /// The three accelerometer readings, 0 to 1023. They follow gravity through this logger's own sensors, so

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr Time RequestTimeout = 1s;  // a host pauses 12 ms within a request; a busy machine runs this late
+constexpr Time RequestTimeout = 1s;  // a host pauses 12 ms within a request, on a busy machine up to this
 constexpr Time LaunchQuiet = 500ms;  // a line this quiet counts as unplugged where a closing can't be seen
 constexpr std::uint16_t FirmwareWord = 3300;  // thousandths: version 3.3
 
@@ -165,7 +165,7 @@ std::optional<Reply> Logger::EraseData(Operands, Time now) {
   launched_ = false;
   Reply stream;
   stream.stream = true;
-  // The values mean nothing to a reader: they count.
+  // Readers ignore the values of the bytes, which just count up.
   stream.bytes.resize(EraseStreamSize(setup_.eraseTime));
   for (std::size_t n = 0; n < stream.bytes.size(); ++n) stream.bytes[n] = static_cast<std::uint8_t>(n & 0xFF);
   stream.spacing = setup_.eraseTime / static_cast<Time::rep>(stream.bytes.size());
@@ -197,7 +197,7 @@ void Logger::LogLaunchedRun() {
   run.linear = cells_[ModeCell] != 0;
   run.channels = cells_[ChannelsCell];
   run.pages = setup_.runPages;
-  run.seed += ++launches_;  // another day, other samples
+  run.seed += ++launches_;  // other samples in each run
   StoreRun(memory_, run);
   WritePageZero();
   memoryChanged_ = true;

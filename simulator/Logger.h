@@ -1,5 +1,5 @@
-// The logger itself: settings cells, data memory, and the ten commands, taken byte by byte off a line without
-// frames. Pure: no device and no clock of its own; every call says what time it is.
+// The logger itself: settings cells, data memory, and the ten commands, taken byte by byte from a line
+// without frames. It has no device and no clock: every call passes the time.
 #pragma once
 #include <cstdint>
 #include <optional>
@@ -25,7 +25,7 @@ struct LoggerSetup {
 };
 
 /// Bytes of the progress stream of an erase: three a page, and two more for each quarter of a second, because
-/// a reader that looks four times a second may pass over two at each look and still expects to count 3 x
+/// a reader that looks four times a second may lose two at each look and still expects to count 3 x
 /// 2047.
 std::size_t EraseStreamSize(Time eraseTime);
 
@@ -36,7 +36,7 @@ class Logger {
  public:
   Logger(const LoggerSetup& setup, Time start);
 
-  /// One byte off the line, complete at `now`. Gives the reply when the byte ends a request that has one.
+  /// One byte from the line, complete at `now`. Gives the reply when the byte ends a request that has one.
   /// Unknown letters, pages outside the memory and requests broken off for more than a second give nothing.
   std::optional<Reply> Take(std::uint8_t byte, Time now);
 

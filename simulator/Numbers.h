@@ -1,4 +1,4 @@
-// Numbers in command-line texts, whole and within limits, or a plain complaint.
+// Reads numbers from command-line texts: a number within limits, or an exception that says what is wrong.
 #pragma once
 #include <cstdint>
 #include <string_view>

@@ -20,7 +20,7 @@ struct Option {
   void (*set)(Options& options, Value value);
 };
 
-// One of the words, with what it stands for.
+// The result of the word that `value` is.
 template <typename Result>
 Result Choose(Value value, std::string_view option,
               std::initializer_list<std::pair<std::string_view, Result>> words) {

@@ -1,6 +1,6 @@
-// The way out to the host: replies one behind the other, and a progress stream that lets them in between,
-// each byte with the time at which its stop bit has passed; then the host's port, which may gather bytes
-// before it hands them on.
+// Sends bytes to the host: replies one after the other, also between the bytes of a progress stream, each
+// byte at the time when its stop bit has passed; then through the host's port, which may gather bytes before
+// it hands them on.
 #pragma once
 #include <deque>
 #include <optional>
@@ -12,8 +12,8 @@
 
 namespace bexlow::simulator {
 
-/// When the host's port hands on what has arrived: as soon as there are so many bytes, or else so long after
-/// the last of them, or at the next tick where there is one.
+/// When the host's port hands on what has arrived: as soon as there are `bytes` bytes, or else `quiet` after
+/// the last of them, or, if `tick` is set, at the next tick.
 struct HostPort {
   std::size_t bytes = 1;
   Time quiet{0};
@@ -30,8 +30,8 @@ class Outbox {
   /// @param byteTime  line time of a byte; 0 = unpaced
   explicit Outbox(Time byteTime, HostPort port = {}) : byteTime_(byteTime), port_(port) {}
 
-  /// Queues a reply whose request was complete at `arrived`. A stream takes the place of an older one. Gives
-  /// false, and drops the reply, where so much waits already that nobody can be reading.
+  /// Queues a reply whose request was complete at `arrived`. A stream takes the place of an older one. False,
+  /// and the reply is dropped, if so much waits already that nobody can be reading.
   bool Send(Reply reply, Time arrived);
 
   /// Moves what is due at `now` to Ready and gives the replies whose last byte has passed the line.
@@ -50,7 +50,7 @@ class Outbox {
   struct Chunk {
     Reply reply;
     std::size_t sent;
-    Time start;  // what was asked for; a line still busy makes it later
+    Time start;  // as asked for; a busy line starts later
     Time spacing;
     Time Due() const { return start + spacing * static_cast<Time::rep>(sent + 1); }
   };

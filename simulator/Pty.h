@@ -24,9 +24,8 @@ class Descriptor {
 class Pty {
  public:
   /// Opens a raw pseudo-terminal and, where a path is given, links it there in one step.
-  /// @throws std::system_error: no pseudo-terminal, or the link can't be made; errc::file_exists where
-  /// something that is no link
-  ///         stands in its place
+  /// @throws std::system_error: no pseudo-terminal, or the link can't be made; errc::file_exists if its
+  /// path is taken by something that is no link
   explicit Pty(std::string link);
   ~Pty();
   Pty(const Pty&) = delete;
@@ -35,7 +34,7 @@ class Pty {
   const std::string& Device() const { return device_; }
   int Master() const { return master_.Number(); }
 
-  /// To wait on for openings and closings of the device; -1 where the system can't tell them.
+  /// A descriptor to wait on for openings and closings of the device; -1 if the system can't report them.
   int Watch() const { return watch_.Number(); }
 
   /// True while a program holds the device open; always true where the system can't tell.
@@ -44,8 +43,8 @@ class Pty {
   /// Takes in openings and closings. @return whether the last holder closed the device in between
   bool TakeClosing();
 
-  /// Drops what nobody has read and undoes what the last holder set: the next one finds a fresh line, as on a
-  /// real one.
+  /// Drops unread bytes and undoes the last holder's settings: the next one finds a fresh line, as on a real
+  /// device.
   void Reset();
 
   /// Bytes that have arrived, as many as fit; 0 = none waiting.
@@ -59,7 +58,7 @@ class Pty {
 
   Descriptor master_;
   std::string device_;
-  Descriptor ownEnd_;  // held, so that the line outlives the program's closing of it
+  Descriptor ownEnd_;  // held open, so that the line stays when the program closes it
   Descriptor watch_;
   std::string link_;
   int opened_ = 0;

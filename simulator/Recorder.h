@@ -1,4 +1,4 @@
-// Files that tell from outside what the stand-in holds, hears and says.
+// Files that record what the stand-in holds, receives and sends.
 #pragma once
 #include <cstdint>
 #include <cstdio>
@@ -21,7 +21,7 @@ class Recorder {
   void Sent(const Reply& reply, Time now);
   void Note(const char* text, Time now);
 
-  /// Replaces the dumps in one step each; a wish without a path is none.
+  /// Replaces each dump in one step; a dump without a path is not wanted.
   /// @throws std::system_error with the system's words
   void DumpPages(const Logger& logger) const;
   void DumpEeprom(const Logger& logger) const;

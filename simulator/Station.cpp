@@ -23,7 +23,7 @@ void AskCable(int signal) {
   cableAsked = signal;
 }
 
-// Held back but in the wait itself, so that none slips in between the test and the wait.
+// Signals are blocked except during the wait itself, so that none comes between the test and the wait.
 void HoldSignals() {
   sigset_t held;
   sigemptyset(&held);
@@ -97,7 +97,7 @@ void Station::ObeySignals(Time now) {
   if (asked == 0) return;
   unplugged_ = asked == SIGUSR1;
   recorder_.Note(unplugged_ ? "unplugged" : "plugged in", now);
-  while (!Read().empty()) continue;  // what was sent while the cable was out is lost, however late it is seen
+  while (!Read().empty()) continue;  // bytes sent while the cable was out are lost, even if seen late
   outbox_.Clear();
   logger_.SetLineOpen(Connected() && line_->IsOpen(), now);
 }
@@ -110,9 +110,9 @@ std::optional<Time> Station::NextWork() const {
   return next;
 }
 
-// Sleeps up to the next work or until the line has something, and tells when that was. A program wakes some
+// Sleeps until the next work is due or the line has something, and returns that time. A program wakes some
 // 40 us after its time; on an exchange of five byte times that would be 3 % of the pace. So the alarm is set
-// earlier by the usual lag, and what is left then, some microseconds, passes in a loop.
+// earlier by the usual lag, and the remaining microseconds pass in a busy loop.
 Time Station::Wait() {
   const short wanted = outbox_.Ready().empty() ? POLLIN : POLLIN | POLLOUT;
   std::array<pollfd, 2> sources{pollfd{line_ ? line_->Master() : -1, wanted, 0},
@@ -133,8 +133,7 @@ Time Station::Wait() {
 }
 
 void Station::LearnWakeLag(Time late) {
-  constexpr Time most =
-      std::chrono::microseconds(60);  // a busy machine is no reason to run ahead of the line
+  constexpr Time most = std::chrono::microseconds(60);  // longer lags must not set the alarm too early
   wakeLag_ += (std::min(late, most) - wakeLag_) / 16;
 }
 
@@ -149,9 +148,9 @@ void Station::FollowHolder(Time now) {
   if (Connected() && line_->IsOpen()) logger_.SetLineOpen(true, now);
 }
 
-// Before the look at who holds the line: bytes that are here were sent by a holder whose opening can be seen
-// by then, however late this program was woken. The other way round a closing that is seen late, with the
-// next opening and request right behind it, would take that request's reply away.
+// Called before FollowHolder: whoever sent these bytes has opened the device, which FollowHolder then sees,
+// however late this program was woken. In the other order a closing that is seen late, with the next opening
+// and request right after it, would discard the reply to that request.
 std::vector<std::uint8_t> Station::Read() {
   std::vector<std::uint8_t> bytes(256);
   bytes.resize(line_ ? line_->Read(bytes) : 0);
@@ -164,7 +163,7 @@ void Station::Receive(std::span<const std::uint8_t> bytes, Time now) {
   for (const auto byte : bytes) Hear(byte, now);
 }
 
-// A pseudo-terminal hands a byte over at once; on the line it is there one byte time later.
+// A pseudo-terminal hands a byte over at once; on a real line it arrives one byte time later.
 void Station::Hear(std::uint8_t byte, Time now) {
   inputFree_ = std::max(inputFree_, now) + options_.logger.byteTime;
   auto reply = logger_.Take(byte, inputFree_);

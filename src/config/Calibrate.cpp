@@ -54,7 +54,7 @@ void Calibrate::BuildMenu() {
   mnuSample = AddCheckEntry(
       menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
   mnuWrite = AddEntry(menu, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
-  mnuWrite->setEnabled(false);  // without a sample it would replace the logger's calibration by zeros
+  mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }
@@ -147,7 +147,7 @@ void Calibrate::ClearRun() {
   }
 }
 
-// It stays off: only the user knows whether the next run wants it.
+// The shaker stays off: only the user knows whether the next run needs it.
 void Calibrate::DisableShaker() {
   link::OpenCommPort(MSComm1, *this);
   link::Send(MSComm1, link::WriteEeprom(ShakerEnableCell, 0));

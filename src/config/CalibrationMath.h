@@ -10,7 +10,7 @@ namespace bexlow::config {
 using CalibrationValues = std::array<double, 6>;
 
 inline constexpr int FirstCalibrationCell = 2;
-inline constexpr int EndOfCalibrationCells = 14;  ///< one behind the last
+inline constexpr int EndOfCalibrationCells = 14;  ///< one past the last
 
 /// Zero point in bits, not rounded.
 constexpr double Offset(double min, double max) {
@@ -22,8 +22,8 @@ constexpr double Gain(double min, double max) {
 }
 
 /// The byte of cell 2 to 13: the values as words, high byte in the even cell.
-/// @throws std::system_error invalid_argument for another cell, result_out_of_range for a value that is no
-/// word
+/// @throws std::system_error invalid_argument for another cell, result_out_of_range for a value
+/// that fits no word
 std::uint8_t CalibrationByte(int cell, const CalibrationValues& values);
 
 }  // namespace bexlow::config

@@ -58,7 +58,7 @@ class Configuration : public platform::Form {
   platform::MSComm MSComm1;
   Progress progress_;
   WriteSequence write_;
-  std::array<platform::CWNumEdit*, ParameterCount> edits_{};  ///< by the row of Parameters, null elsewhere
+  std::array<platform::CWNumEdit*, ParameterCount> edits_{};  ///< indexed as Parameters, null for other rows
   std::array<QLineEdit*, ParameterCount> boxes_{};
 
   QMenu* mnuTools = nullptr;

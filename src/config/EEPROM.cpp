@@ -27,7 +27,7 @@ constexpr int ReplyBudgetMs = 100;  // a reply that comes later is not seen
 constexpr double LastAddress = 263;
 constexpr double FirstAddress = 2;
 
-/// The byte that a text stands for. A lone minus sign is no number, and no 0 either.
+/// The byte that a text stands for. A lone minus sign is an error, not 0.
 std::uint8_t ByteOf(const QString& text) {
   const auto number = live::WholeNumber(text.toStdString());
   if (!number)

@@ -1,4 +1,4 @@
-// Reads or writes one cell of the logger's EEPROM, any of them and without a warning.
+// Reads or writes any one cell of the logger's EEPROM, without a warning.
 #pragma once
 
 #include <functional>
@@ -30,7 +30,7 @@ class EEPROM : public platform::Form {
   void cmdOK_Click();
   void TimerEEPROM_Timer();
 
-  /// Runs a procedure of the screen; behind a reported failure the screen is usable again.
+  /// Runs a procedure of the screen; after a reported failure the screen is usable again.
   void Operate(const char* procedure, const std::function<void()>& body);
   void EndOperation();
   void EnableControls(bool enabled);

@@ -108,7 +108,7 @@ std::array<std::uint8_t, 2> Split(double word) {
   return {static_cast<std::uint8_t>(link::HighByte(whole)), static_cast<std::uint8_t>(link::LowByte(whole))};
 }
 
-/// A row's value in a whole read, by the place of its first cell there.
+/// The value of a row in a whole read; `place` is where its first cell is.
 double ValueAt(const ReadArray& cells, std::size_t place) {
   const Form form = Parameters[ReadCells[place].row].form;
   const std::span<const std::uint8_t> bytes = cells.bytes;
@@ -140,7 +140,7 @@ std::array<std::uint8_t, 2> Encode(Form form, double value) {
     case Form::Angle180:
     case Form::Angle90: {
       const double count = live::RoundHalfEven(CountOf(form, value));
-      return Split(count == 65536 ? 0 : count);  // less than half a count below zero: -0 counts, which is 0
+      return Split(count == 65536 ? 0 : count);  // an angle that rounds to -0 counts, which is 0
     }
     case Form::None:
       break;

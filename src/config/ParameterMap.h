@@ -41,7 +41,7 @@ struct Parameter {
   double OnBoardParameters::*field = nullptr;
   std::string_view unit = {};
   bool shown = true;  ///< when the screen opens
-  int place = 0;      ///< order from the top of the read-only boxes
+  int place = 0;      ///< of a read-only box, counted from the top
 };
 
 using P = OnBoardParameters;
@@ -87,7 +87,7 @@ inline constexpr Parameter Parameters[] = {
 };
 inline constexpr std::size_t ParameterCount = std::size(Parameters);
 
-/// The update rate's byte: 75 is 7.5 Hz, and 15 (not 150) is 15 Hz, which every other byte counts as too.
+/// The update rate's byte: 75 is 7.5 Hz, 15 (not 150) is 15 Hz, as is any other byte.
 inline constexpr double UpdateRate75 = 75;
 inline constexpr double UpdateRate15 = 15;
 inline constexpr std::string_view UpdateRate75Caption = "7.5 Hz Linear Update Rate";
@@ -107,7 +107,7 @@ std::string AddressText(const Parameter& parameter);
 /// @throws std::system_error invalid_argument for fewer bytes than the form has
 double Decode(Form form, std::span<const std::uint8_t> bytes);
 
-/// The cells of a value: high byte, low byte; of Form::U8 the first alone counts.
+/// The cells of a value: high byte, low byte; for Form::U8 only the first is used.
 /// @throws std::system_error result_out_of_range for a value that the cells cannot hold, and for Form::None
 std::array<std::uint8_t, 2> Encode(Form form, double value);
 
@@ -121,16 +121,15 @@ constexpr bool IsWritten(const Parameter& row) {
 constexpr bool IsIdentity(const Parameter& row) {
   return row.control == Control::Text;
 }
-/// Cells of the rows that count.
+/// How many cells the rows have for which `counts` is true.
 constexpr int CellCount(bool (*counts)(const Parameter&)) {
   int cells = 0;
   for (const Parameter& row : Parameters) cells += counts(row) ? CellsOf(row.form) : 0;
   return cells;
 }
 inline constexpr int FirstIndex = 2;
-inline constexpr int EndOfRead = FirstIndex + CellCount(IsRead);  ///< one behind the last k that is read
-inline constexpr int EndOfWrite =
-    FirstIndex + CellCount(IsWritten);  ///< one behind the last k that is written
+inline constexpr int EndOfRead = FirstIndex + CellCount(IsRead);      ///< one past the last k that is read
+inline constexpr int EndOfWrite = FirstIndex + CellCount(IsWritten);  ///< one past the last k that is written
 inline constexpr auto IdentityCount = static_cast<std::size_t>(std::ranges::count_if(Parameters, IsIdentity));
 
 /// The cell that the read asks for at k, 2 to 54. @throws std::system_error invalid_argument for another k
@@ -139,7 +138,7 @@ int AddressOfIndex(int k);
 /// What the write sends at k.
 struct WriteCell {
   int k = 0;
-  std::optional<int> address;  ///< nothing is sent where there is none
+  std::optional<int> address;  ///< if empty, nothing is sent at this k
   std::size_t row = 0;         ///< in Parameters
   std::size_t byte = 0;        ///< of the row's cells: 0 the first, 1 the second
 };
@@ -164,7 +163,7 @@ struct IdentityText {
   std::string text;
 };
 
-/// Serial number, month, day, year, hour, minute, second: as they stand from the top, plain decimal numbers.
+/// Serial number, month, day, year, hour, minute, second: from the top, as plain decimal numbers.
 std::array<IdentityText, IdentityCount> IdentityTexts(const ReadArray& cells);
 
 }  // namespace bexlow::config

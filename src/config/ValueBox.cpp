@@ -13,7 +13,7 @@ bool Passes(QChar key, bool boxIsEmpty) {
   return (key >= u'0' && key <= u'9') || (key == u'-' && boxIsEmpty);
 }
 
-/// Takes out of what comes in what the keys would not have brought; what stands in the box already stays.
+/// Removes from inserted text the characters that could not have been typed; keeps the text already there.
 class KeyFilter : public QValidator {
  public:
   explicit KeyFilter(QLineEdit* box) : QValidator(box) {
@@ -47,7 +47,7 @@ ValueBox::ValueBox(const char* name, const QString& accessibleName, QWidget* par
   setValidator(new KeyFilter(this));
 }
 
-// A key that does not pass leaves the box as it is, a selection in it too.
+// A key that does not pass changes nothing in the box; selected text stays selected.
 void ValueBox::keyPressEvent(QKeyEvent* event) {
   const QString typed = event->text();
   const bool isCommand =

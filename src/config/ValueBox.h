@@ -5,8 +5,8 @@
 
 namespace bexlow::config {
 
-/// Keys that do not pass are dropped one by one. What is pasted, dropped or composed by an input method
-/// passes the same filter, as if it were typed.
+/// Other keys are ignored. Text that is pasted, dropped or composed by an input method loses the characters
+/// that could not have been typed.
 class ValueBox : public QLineEdit {
  public:
   ValueBox(const char* name, const QString& accessibleName, QWidget* parent);

@@ -75,7 +75,7 @@ platform::Activity WriteSequence::Activity() const {
                          ", " + live::DurationText(left * TickMs / 1000.0) + " left"};
 }
 
-// A cell that cannot be made keeps its k for the next tick; one that cannot be sent is skipped.
+// If the byte of k cannot be made, the next tick tries k again; if it cannot be sent, k is skipped.
 void WriteSequence::TimerWrite_Timer() {
   Guarded(screen_, "TimerWrite_Timer", [this] {
     if (const auto cell = cellAt_(Shared.ParameterIndex)) WriteRoutine(cell->address, cell->byte);

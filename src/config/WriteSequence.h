@@ -1,5 +1,4 @@
-// The paced write of EEPROM cells, one a tick: what the Configuration and Calibrate screens have in common of
-// it.
+// The paced write of EEPROM cells, one a tick, which the Configuration and Calibrate screens share.
 #pragma once
 
 #include <cstdint>
@@ -21,11 +20,11 @@ struct CellByte {
   std::uint8_t byte = 0;
 };
 
-/// In what the writes of the two screens differ. k is ParameterIndex.
+/// What differs between the writes of the two screens. k is ParameterIndex.
 struct WritePlan {
-  int end;                        ///< k one behind the last cell
-  std::optional<int> barMaximum;  ///< set at the start; without it the bar stays as the screen has made it
-  int barZero;                    ///< the bar shows k less this
+  int end;                        ///< k one past the last cell
+  std::optional<int> barMaximum;  ///< set at the start; if empty, the screen's own maximum stays
+  int barZero;                    ///< the bar shows k minus this
   bool lastTickShown;             ///< bar and caption move at the last tick too
   const char* captionAtEnd;       ///< of the progress frame
 };
@@ -48,14 +47,14 @@ class WriteSequence {
  public:
   using CellAt = std::function<std::optional<CellByte>(int k)>;
 
-  /// @param cellAt  the byte of k, made at its own tick; nothing where the tick sends nothing
-  /// @param enableEntries  enables or disables the menu entries that a running write must not meet
+  /// @param cellAt  gives the byte to write at k, at the tick of k; nothing if that tick sends nothing
+  /// @param enableEntries  enables or disables the menu entries that must not be used during a write
   WriteSequence(platform::Form& screen, const WritePlan& plan, Progress progress, CellAt cellAt,
                 std::function<void(bool)> enableEntries);
 
   void mnuWrite_Click();
   bool Running() const { return TimerWrite.Enabled(); }
-  /// How far the running write is.
+  /// How far the write has come.
   platform::Activity Activity() const;
 
  private:

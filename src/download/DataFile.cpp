@@ -19,7 +19,7 @@ std::string TwoDigits(int value) {
   return value < 10 ? "0" + text : text;
 }
 
-/// "X=a Y=b Z=c" for as many axes as asked, from words that stand one behind the other.
+/// "X=a Y=b Z=c" for the given axes, from consecutive words.
 std::string AxesText(std::span<const std::uint8_t> bytes, std::size_t index, std::string_view axes) {
   std::string text;
   for (const char axis : axes) {
@@ -107,7 +107,7 @@ bool FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header) {
 
 bool FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header) {
   if (reply.size() != 10) return false;
-  header.SerialNumber = link::Word(reply, 0);  // byte 2 is the update rate, which no header line tells
+  header.SerialNumber = link::Word(reply, 0);  // byte 2 is the update rate, which no header line contains
   header.LaunchTimeText = LaunchTimeText(reply[9], reply[3], static_cast<int>(link::Word(reply, 4)), reply[6],
                                          reply[7], reply[8]);
   return true;

@@ -26,15 +26,15 @@ enum class DataFileKind { DownloadPages, Accelerometers, Angles };
 /// The kind as line 2 names it: "Download Pages", "Accelerometers", "Angles".
 std::string_view KindText(DataFileKind kind);
 
-/// What the lines begin with that readers look at.
+/// The beginnings of the header lines that are read back.
 inline constexpr std::string_view LaunchTimeLabel = "Launch Time: ";
 inline constexpr std::string_view SamplingFrequencyLabel = "Firmware Sampling Frequency: ";
 inline constexpr std::string_view ModeLabel = "Bin/Linear Mode = ";
 inline constexpr std::string_view ChannelLabel = "Linear Channel = ";
-/// What line 12 names; empty for a mode or number of channels that has no record layout.
+/// The column names in line 12; empty for a mode or number of channels that has no record layout.
 std::string_view ColumnHeads(double mode, double channels);
 
-/// All header lines, each with CR LF. Mode and channels count for "Download Pages" only.
+/// All header lines, each with CR LF. Only "Download Pages" uses mode and channels.
 std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, const DownloadHeader& header,
                            double BinLinearMode, double LinearChannels);
 
@@ -45,8 +45,7 @@ std::string AccelerometersRecord(const live::LiveSample& sample, std::string_vie
 /// One sample line, CR LF at its end.
 std::string AnglesRecord(const live::LiveSample& sample, std::string_view time);
 
-/// Each takes the reply of its block. False, and nothing changed, unless it has exactly the number of bytes
-/// told.
+/// Each stores the reply of its block. False, and nothing stored, if the reply has another length.
 bool FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header);  ///< 4: version, frequency
 bool FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 10: cells 100 to 109
 bool FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 16: cells 2 to 17

@@ -56,7 +56,7 @@ void DownloadErase::mnuDownload_Click() {
 void DownloadErase::mnuReturn_Click() {
   if (mnuDownload->isChecked()) StopDownload();
   erase_.End();
-  if (OtherEngaged(this) == nullptr) Shared.LiveSample.SavingToFile = false;  // a recording goes on
+  if (OtherEngaged(this) == nullptr) Shared.LiveSample.SavingToFile = false;  // others' recordings go on
   Unload();
 }
 
@@ -192,7 +192,7 @@ void DownloadErase::MSComm1_OnComm() {
       [this] { MousePointer(Pointer::Normal); });
 }
 
-// Nothing while the reply may be the last: no request follows a blank page or the last one.
+// Empty if the reply ends the download: no request follows a blank page or the last page.
 link::Request DownloadErase::BeginNextRequest(const Bytes& reply) const {
   const auto page = Shared.DownloadPageNumber;
   if (page == Shared.MaxDownloadPages - 1 || EndsData(reply)) return {};
@@ -201,14 +201,14 @@ link::Request DownloadErase::BeginNextRequest(const Bytes& reply) const {
   return request;
 }
 
-// Page 0 is passed over whatever it holds; the data ends before the first blank page behind it.
+// Page 0 is skipped, whatever it holds; the data ends before the first blank page after it.
 bool DownloadErase::EndsData(const Bytes& reply) {
   return Shared.DownloadPageNumber != 0 && reply.size() >= link::PageSize &&
          IsBlankPage(Page(reply.data(), link::PageSize));
 }
 
-// The request for the next page is completed before the file is touched: a logger that waits too long for the
-// last byte, behind a slow disk or an open box, takes it for a command.
+// The request for the next page is completed before the file is touched. On a slow disk, or while an error
+// box is open, the logger would wait too long for its last byte and then take it for a command.
 void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   const auto taken = Shared.DownloadPageNumber;
   Shared.EndOfDataReached = EndsData(reply);
@@ -227,7 +227,7 @@ void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
 }
 
-// Whole seconds of the calendar clock, and no limit to the repeats: only the user knows when to give up.
+// Counts whole seconds of the calendar clock. Repeats without limit: only the user knows when to give up.
 void DownloadErase::TimerSampling_Timer() {
   const auto tick = [this] {
     ++Shared.TimerAdvanceCount;
@@ -252,7 +252,7 @@ void DownloadErase::TimerSampling_Timer() {
   });
 }
 
-// Where the data ends is known only when a blank page comes: the time left is that of a full logger.
+// Only a blank page shows where the data ends, so the time left is that of a full logger.
 platform::Activity DownloadErase::Activity() const {
   const std::string page = "page " + NumberText(Shared.DownloadPageNumber);
   if (!TimerSampling.Enabled()) return {"Download has stopped", "at " + page};

@@ -1,4 +1,4 @@
-// Retrieves what the logger has stored into a data file, and wipes it.
+// Downloads the logger's stored data into a data file, and erases it in the logger.
 #pragma once
 
 #include <functional>
@@ -64,8 +64,8 @@ class DownloadErase : public platform::Form {
   platform::Timer TimerSampling;
   platform::CommonDialog CommonDialog1;
   Erase erase_;
-  /// Bytes of a torn reply that waited when the watchdog asked again. The repeat comes behind them, so the
-  /// next reply is wrong whatever its length: on a line that stalls it can seem to have the right one.
+  /// How many bytes of a torn reply waited when the watchdog asked again. The new reply follows them, so the
+  /// bytes taken next are never a page, even if on a line that stalls their number is that of a page.
   std::size_t torn_ = 0;
 
   QAction* mnuDownload = nullptr;

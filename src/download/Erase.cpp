@@ -22,8 +22,7 @@ using shell::Guarded;
 namespace {
 
 constexpr int CompleteAtBytes = 2050;
-constexpr int EraseBufferSize =
-    2100;  // nothing is taken out during an erase, so it must hold more than the end
+constexpr int EraseBufferSize = 2100;  // more than CompleteAtBytes: no byte is taken out during an erase
 
 }  // namespace
 

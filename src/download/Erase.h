@@ -1,4 +1,4 @@
-// The erase of the Download screen: one command, and a stream of bytes whose number is all that is known.
+// The erase of the Download screen: one command; the number of bytes that come back tells the progress.
 #pragma once
 
 #include "platform/controls/Form.h"

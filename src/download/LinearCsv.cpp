@@ -26,9 +26,9 @@ std::string_view ColumnHead(char channel) {
   return {};
 }
 
-/// Appends the fields of a record, so many a line. The commas are the only guide, and a last field without
-/// its partner is dropped. Every byte is written without a branch: fields are too short for a search of
-/// commas to pay.
+/// Appends the fields of a record, one or two (pairs) a line, split at the commas; a last field without its
+/// partner is dropped. Copies byte by byte without a branch: fields are so short that searching for commas
+/// would be slower.
 void AppendSamples(std::string_view fields, bool pairs, std::string& csv) {
   const std::size_t before = csv.size();
   csv.resize(before + 2 * fields.size() + LineEnd.size());
@@ -61,7 +61,7 @@ void AppendLinearCsv(std::string_view dataFile, std::string& csv) {
     csv.append(line).append(LineEnd);
     channel = line.empty() ? char{} : line.back();
   }
-  HeaderLine(lines);  // the heads of the data file's own columns
+  HeaderLine(lines);  // skips the data file's own column names
   const std::string_view head = ColumnHead(channel);
   if (head.empty()) return;
   csv.append(head).append(LineEnd);

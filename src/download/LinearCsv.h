@@ -1,4 +1,4 @@
-// The samples of a Linear data file again, one sample a line, for spreadsheets.
+// A Linear data file as CSV for spreadsheets, one sample a line.
 #pragma once
 
 #include <string>
@@ -6,12 +6,12 @@
 
 namespace bexlow::download {
 
-/// Appends to csv the whole CSV text of a data file's text, lines ended by CR LF. On a failure csv holds what
-/// could be made.
+/// Appends to csv the CSV form of a data file's text, with CR LF line ends. After a failure csv holds the
+/// lines made before it.
 /// @throws std::system_error no_message_available where the file ends within its 12 header lines
 void AppendLinearCsv(std::string_view dataFile, std::string& csv);
 
-/// The path less the last four characters of its file name, with ".csv" behind.
+/// The path with ".csv" in place of the last four characters of its file name.
 /// @throws std::system_error invalid_argument for a file name of fewer than four characters
 std::string CsvFileName(std::string_view dataFileName);
 

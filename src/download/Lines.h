@@ -13,13 +13,12 @@ class LineReader {
  public:
   explicit LineReader(std::string_view text) : rest_(text) {}
 
-  /// The next line without its end; nothing behind the last.
+  /// The next line without its end; nothing after the last.
   std::optional<std::string_view> Next();
 
-  /// Passes over so many lines; false where there are fewer.
+  /// Skips `count` lines; false if there are fewer.
   bool Skip(std::size_t count);
 
-  /// How many lines were read.
   std::size_t LinesRead() const { return linesRead_; }
 
  private:
@@ -27,11 +26,11 @@ class LineReader {
   std::size_t linesRead_ = 0;
 };
 
-/// What stands behind a label; nothing in a line that does not begin with it.
+/// The text after a label; nothing if the line does not begin with the label.
 std::optional<std::string_view> Behind(std::string_view label, std::string_view line);
-/// What stands before the first comma; nothing without a comma.
+/// The text before the first comma; nothing without a comma.
 std::optional<std::string_view> BeforeFirstComma(std::string_view line);
-/// What stands behind the first comma; nothing without a comma.
+/// The text after the first comma; nothing without a comma.
 std::optional<std::string_view> BehindFirstComma(std::string_view line);
 
 }  // namespace bexlow::download

@@ -1,4 +1,4 @@
-// From the 264 bytes of a page to the text behind the page number in a data file.
+// From the 264 bytes of a page to the text after the page number in a data file.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,7 @@ using Page = std::span<const std::uint8_t, PageBytes>;
 /// @param channels  of a Linear page: 1 = X, 2 = Y, 3 = X and Y
 std::string DecodePage(Page page, double mode, double channels);
 
-/// The first six bytes are all 255: the page was never written, the data has ended before it.
+/// The first six bytes are all 255: the page was never written, the data ends before it.
 bool IsBlankPage(Page page);
 
 }  // namespace bexlow::download

@@ -94,7 +94,7 @@ void RunPreview::Add(std::int32_t page, const std::string& pageDataText, const s
     Show();
 }
 
-// A record behind twelve lines reads like a file of its own.
+// Twelve empty header lines make a file of the record, which the readers of files can read.
 void RunPreview::AddSamples(const std::string& record) {
   const std::string file = std::string(12, '\n') + record;
   if (channels_ == 3) {
@@ -122,7 +122,7 @@ void RunPreview::Show() {
   graphs_->Plot(*graphs_->CWGraph2, samples_.y);
 }
 
-// A set is whole when its Y page has come.
+// A set is complete when its Y page has come.
 void RunPreview::ShowBins() {
   if (page_ % 2 != 0) return;
   const auto pair = graph::FindPair(records_, page_ - 1);

@@ -1,4 +1,4 @@
-// The run of a download while it arrives: what its header told, and its pages as graphs.
+// The run of a download while it arrives: its header values, and its pages as graphs.
 #pragma once
 
 #include <QWidget>
@@ -27,9 +27,9 @@ class RunPreview : public QWidget {
   /// Shows a header and empty graphs.
   void Begin(const DownloadHeader& header, const std::string& fileName, double BinLinearMode,
              double LinearChannels);
-  /// Adds a page and shows it, where the last showing is long enough ago.
+  /// Adds a page, and shows it unless a page was shown less than 0.1 s ago.
   void Add(std::int32_t page, const std::string& pageDataText, const std::string& timeLeft);
-  /// Shows what has not been shown yet. No time is left.
+  /// Shows what has not been shown yet, and clears the time left.
   void End();
 
  private:

@@ -16,7 +16,7 @@ namespace {
                           "Line " + std::to_string(line) + ": " + fault);
 }
 
-/// The 132 counts behind a line's first comma, the last being the rest of the line.
+/// The 132 counts after a line's first comma; the last is the rest of the line.
 BinPoints PointsOf(std::string_view line, std::size_t lineNumber) {
   BinPoints points{};
   std::optional<std::string_view> rest = download::BehindFirstComma(line);

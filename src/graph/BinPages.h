@@ -12,14 +12,14 @@ using BinPoints = std::array<double, BinCount>;
 
 enum class PairResult {
   Found,
-  NoPage,    ///< no record bears the page number
-  NoPartner  ///< the record has no line behind it
+  NoPage,    ///< no record has the page number
+  NoPartner  ///< no line follows the record
 };
 
 struct BinPair {
   PairResult result = PairResult::NoPage;
   BinPoints XPoints{};  ///< counts of the X page
-  BinPoints YPoints{};  ///< counts of the line behind it, whatever its number
+  BinPoints YPoints{};  ///< counts of the next line, whatever its number
 };
 
 /// Finds the pair that begins at a page.
@@ -32,11 +32,11 @@ struct DegreeArrays {
   std::array<double, 181> YDegrees{};  ///< index 0 stands for -90 degrees
 };
 
-/// The degree that a bin stands at: degrees / 132 * bin, less the half, a half going to the even degree.
+/// The degree of a bin: degrees / 132 * bin - (degrees - 1) / 2, with an exact half to the even degree.
 /// @param degrees  places on the axis: 361 for X, 181 for Y
 int DegreeOfBin(std::size_t bin, int degrees);
 
-/// What ConvertPointArraysToDegreeArrays fills in.
+/// Puts each count at the degree of its bin.
 DegreeArrays SpreadOverDegrees(const BinPoints& XPoints, const BinPoints& YPoints);
 
 }  // namespace bexlow::graph

@@ -1,4 +1,4 @@
-// The frame that names the data file on show, on both screens that draw one.
+// The frame with the name of the open data file, for the two screens that draw one.
 #pragma once
 
 class QLineEdit;
@@ -15,8 +15,8 @@ inline constexpr auto EndOfFileText = "End of data file has been reached!";
 /// The frame, with the box for the name in it.
 QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
 
-/// Asks for a data file, whose path the dialog then has.
-/// @throws std::system_error (CancelSelected) where the dialog is cancelled
+/// Asks for a data file; its path is then in the dialog's FileName.
+/// @throws std::system_error (CancelSelected) if the dialog is cancelled
 void AskForDataFile(platform::CommonDialog& dialog);
 /// The same, and puts the path into the box.
 void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName);

@@ -56,7 +56,7 @@ void Graph::BuildBody() {
   top->addWidget(BuildScroll());
   graphs_ = new GraphPair(this);
   graphs_->PageWith(cmdPrevious, cmdNext);
-  FirstFocus(graphs_->CWGraph1);  // the boxes above it are only read
+  FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(graphs_, 1);
@@ -98,7 +98,7 @@ void Graph::txtPageNumberX_Change() {
   txtPageNumberY->setText(QString::number(static_cast<int>(NumberIn(*txtPageNumberX)) + 1));
 }
 
-// A cancelled dialog or a file that cannot be read ends it in silence, and what is on show stays.
+// If the dialog is cancelled or the file cannot be read, no message appears and the graphs stay as they are.
 void Graph::mnuOpen_Click() {
   try {
     AskForFile();

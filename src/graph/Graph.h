@@ -1,4 +1,4 @@
-// Draws a download: the X angle above the Y angle. A Linear run whole, a Bin file a pair of pages at a time.
+// Draws a download, X above Y: a Linear run as a whole, a Bin file one pair of pages at a time.
 #pragma once
 
 #include <functional>

@@ -33,7 +33,7 @@ class GraphPair : public QWidget {
   void Plot(const DegreeArrays& degrees);
   /// Draws a run: x axis from 0 to the last index of the series.
   void Plot(platform::CWGraph& graph, const Samples& samples);
-  /// What a file's header tells, for read-outs and pictures.
+  /// Hands what the file's header says to the read-outs and to the titles of pictures.
   void TellFile(const std::string& path, const RunFacts& facts);
   /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
   void PageWith(QPushButton* back, QPushButton* forward);

@@ -8,7 +8,7 @@ namespace bexlow::graph {
 
 namespace {
 
-constexpr double GreatestFrequency = 6553.5;  // a word of tenths
+constexpr double GreatestFrequency = 6553.5;  // the greatest word, in tenths
 
 }  // namespace
 

@@ -1,4 +1,4 @@
-// What the header of a download tells of its run beside the samples.
+// What the header of a download says about its run.
 #pragma once
 
 #include <optional>
@@ -8,7 +8,7 @@
 namespace bexlow::graph {
 
 struct RunFacts {
-  std::string launch;  ///< month, day, year and time as the file has them; empty where it has none
+  std::string launch;               ///< month, day, year and time as in the file; empty if it has none
   std::optional<double> frequency;  ///< samples a second of a Linear run
 };
 

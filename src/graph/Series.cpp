@@ -20,8 +20,8 @@ constexpr std::size_t HeaderLines = 12;
   throw std::system_error(std::make_error_code(code), "Record " + std::to_string(record) + ": " + fault);
 }
 
-/// Takes the 264 fields of each record in turn; the last field of a record is the rest of its line.
-/// A field goes to take(its place from 0, text, number). False where the header is not whole.
+/// Calls take(place in the record from 0, text, number) for each of the 264 fields of every record; the last
+/// field is the rest of its line. False if the file ends within its header.
 template <class Take>
 bool ReadRecords(std::string_view text, Take take) {
   download::LineReader lines(text);

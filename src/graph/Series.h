@@ -47,8 +47,8 @@ struct DoubleSeries {
 /// @throws std::system_error naming the record and its fault
 std::optional<DoubleSeries> ReadDouble(std::string_view text);
 
-/// The same into a series that is emptied first; false in place of nothing. On a failure, which is thrown on,
-/// x and y are empty and pushes hold what had been found.
+/// The same into a series that is emptied first; false instead of nothing. If it throws, x and y are empty
+/// and pushes holds what was found before the fault.
 bool ReadDouble(std::string_view text, DoubleSeries& series);
 
 }  // namespace bexlow::graph

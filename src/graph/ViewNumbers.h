@@ -21,7 +21,7 @@ std::optional<ViewNumbers> NumbersInView(std::span<const double> samples, double
 /// "In view: least -62°, mean 1.3°, greatest 71°; above 45°: 12.3 %, below: 87.2 %".
 std::string NumbersLine(const ViewNumbers& numbers, double limit);
 
-/// The figures as a row for a spreadsheet, tabs between; the row of their names.
+/// The figures as a row for a spreadsheet, separated by tabs; and the row of their names.
 std::string NumbersRow(const std::string& axis, const ViewNumbers& numbers, double limit);
 std::string NumbersHead();
 

@@ -16,7 +16,7 @@ void OpenCommPort(platform::MSComm& comm, const platform::Form& screen) {
     comm.CommPort(shell::Shared.CurrentCommPort);
     comm.InputLen(0);
     comm.PortOpen(true);
-    shell::Shared.LastFailure.clear();  // of an exchange before
+    shell::Shared.LastFailure.clear();  // of an earlier exchange
   });
 }
 
@@ -57,7 +57,7 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun,
               std::int64_t silentUs) {
-  constexpr int MostRounds = 50;  // a line that is never silent for so long is not a logger's
+  constexpr int MostRounds = 50;  // of 20 ms: a logger's line is silent before that
   Send(comm, begun);
   for (const auto& step : begun) silentUs -= std::int64_t{1000} * step.pauseMs;
   shell::WaitMicroseconds(silentUs);

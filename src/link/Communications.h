@@ -32,14 +32,14 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
 /// Longer than the longest pause within a reply, in microseconds: an adapter may hold bytes back for 16 ms.
 inline constexpr std::int64_t LineSilenceUs = 20'000;
 
-/// Adds to a reply what still comes behind it. That a reply is too long, or comes twice, shows only by that,
-/// and on a line that delivers in bursts only some milliseconds later. The reply is right if it has the
-/// expected length afterwards.
+/// Appends to a reply the bytes that follow it. Only they show that a reply is too long or came twice, and on
+/// a line that delivers in bursts they come some milliseconds later. The reply is right if it then has the
+/// expected length.
 ///
-/// `begun` is what a repeat of the request and the next one begin with in common. It is written first, and
-/// what comes during its pauses belongs to the reply, so that no time is lost. The caller sends the rest at
-/// once: a logger that is kept waiting for it takes it for a command. Where nothing is begun, a wrong reply
-/// is followed until the line is silent, so that the next one begins on an empty line.
+/// `begun` holds the steps with which both a repeat of the request and the next request begin. They are
+/// written first, and what comes during their pauses belongs to the reply, so no time is lost. The caller
+/// sends the rest at once: after a long wait the logger takes it for a command. If `begun` is empty, a wrong
+/// reply is read until the line is silent, so that the next one begins on an empty line.
 /// @param silentUs  the least time that this takes, in microseconds
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun = {},
               std::int64_t silentUs = LineSilenceUs);

@@ -1,5 +1,4 @@
-// The modal screen that picks the serial port, finds the logger, and reads what the program needs of it
-// first.
+// The modal screen that picks the serial port, finds the logger, and reads what the program needs at first.
 #pragma once
 
 #include <functional>

@@ -23,7 +23,7 @@ namespace {
 
 constexpr auto IdleCaption = "Erase";
 constexpr int PauseBehindCellMs = 12;
-constexpr int EraseLeadMs = 1000;  // the logger takes LaunchLogging only into a running erase
+constexpr int EraseLeadMs = 1000;  // the logger accepts LaunchLogging only during an erase
 
 }  // namespace
 
@@ -74,7 +74,7 @@ bool Launch::WriteLaunchTime() {
     return true;
   } catch (const std::exception&) {
     if (!Timer1.Enabled())
-      MSComm1.PortOpen(false);  // else an erase is being watched, whose end closes the port
+      MSComm1.PortOpen(false);  // else an erase is being watched; its end closes the port
     return false;
   }
 }

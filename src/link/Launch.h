@@ -15,8 +15,8 @@ namespace bexlow::link {
 
 class Launch {
  public:
-  /// @param main      the screen whose controls serve the launch
-  /// @param launched  called when the logger logs by itself and the link is to be taken for gone
+  /// @param main      the screen that holds the controls of the launch
+  /// @param launched  called when the logger logs by itself and counts as disconnected
   Launch(platform::Form& main, std::function<void()> launched);
 
   QWidget* Frame() const;

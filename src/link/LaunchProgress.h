@@ -13,8 +13,7 @@ struct LaunchProgress {
   double ErasedByteCount = 0;
   double ErasedPageCount = 0;  ///< 0 to 2047
 
-  /// Counts the bytes of one tick. True while the logger erases; fewer than 4 bytes are the end, and change
-  /// nothing.
+  /// Adds the bytes of one tick. Fewer than 4 bytes mean the end of the erase: false, and nothing is added.
   bool Count(std::size_t count);
 };
 
@@ -24,7 +23,7 @@ struct EepromCell {
   bool operator==(const EepromCell&) const = default;
 };
 
-/// The seven launch time cells in the order of their writing, the month last.
+/// The seven launch time cells in the order in which they are written, the month last.
 /// @param year  in full, four digits
 std::array<EepromCell, 7> LaunchCells(int day, int month, int year, int hour, int minute, int second);
 

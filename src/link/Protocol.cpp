@@ -62,7 +62,7 @@ Request WriteEeprom(int address, int value) {
 }
 
 Request DownloadPage(int page) {
-  // The low byte of a negative number is in range, so that the number itself is tested.
+  // The low byte of a negative number would be in range, so the number itself is tested.
   if (page < 0) Throw(std::errc::value_too_large, "Page number below 0");
   return MakeRequest(CommandName::DownloadPage, std::array{HighByte(page), LowByte(page)});
 }

@@ -1,5 +1,4 @@
-// The wire format between program and logger: ten one-letter commands, the replies known by their length
-// alone.
+// The wire format between program and logger: ten one-letter commands; only its length identifies a reply.
 #pragma once
 
 #include <cstddef>
@@ -13,8 +12,7 @@ namespace bexlow::link {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// One byte of a request and the pause behind it. The logger needs the pauses, so bytes are written one by
-/// one.
+/// One byte of a request and the pause after it. The logger needs the pauses, so each byte is sent alone.
 struct Step {
   std::uint8_t byte = 0;
   int pauseMs = 0;
@@ -38,9 +36,9 @@ enum class CommandName {
 struct Command {
   CommandName name;
   char letter;
-  std::size_t operands;  ///< operand bytes behind the letter
+  std::size_t operands;  ///< operand bytes after the letter
   int pauseBetweenMs;    ///< between two bytes of the request
-  int pauseBehindMs;     ///< behind its last byte
+  int pauseBehindMs;     ///< after its last byte
   std::size_t reply;     ///< bytes of the reply; 0 for none, or for a stream
 };
 
@@ -60,15 +58,13 @@ inline constexpr Command Commands[] = {
     {CommandName::ReadSamplingFrequency, 'm', 0, 0, 0, 2},
 };
 
-/// The table's row of a command.
 constexpr const Command& CommandOf(CommandName name) {
   return Commands[static_cast<std::size_t>(name)];
 }
 
 /// The bytes of a command with their pauses.
-/// @throws std::system_error value_too_large for an operand outside 0 to 255, invalid_argument for a wrong
-/// number
-///         of operands
+/// @throws std::system_error value_too_large for an operand outside 0 to 255, invalid_argument for too many
+/// or too few
 Request MakeRequest(CommandName name, std::span<const int> operands = {});
 
 inline Request Ping() {
@@ -96,7 +92,7 @@ inline Request ReadSamplingFrequency() {
   return MakeRequest(CommandName::ReadSamplingFrequency);
 }
 
-/// How many steps two requests begin with in common.
+/// How many steps at the beginning of two requests are equal.
 std::size_t CommonSteps(const Request& one, const Request& other);
 
 /// value / 256, truncated toward zero.
@@ -109,16 +105,16 @@ constexpr int LowByte(int value) {
 }
 
 /// The unsigned word at an index, high byte first: 256 * bytes[index] + bytes[index + 1].
-/// @throws std::system_error invalid_argument where the bytes end before it
+/// @throws std::system_error invalid_argument if the bytes end before it
 double Word(std::span<const std::uint8_t> bytes, std::size_t index);
 
-/// Several requests whose replies pile up in the receive buffer and are taken by one Input.
+/// Several requests whose replies collect in the receive buffer and are taken by one Input.
 struct Block {
   std::string_view name;
   int leadPauseMs = 0;            ///< between the flush and the first request
-  int pauseMs = 0;                ///< behind each request
+  int pauseMs = 0;                ///< after each request
   std::vector<Request> requests;  ///< in order
-  std::size_t reply = 0;          ///< bytes that must have come, exactly
+  std::size_t reply = 0;          ///< exact number of bytes expected
 };
 
 Block TareBlock();         ///< XTare, YTare, UpdateTimeIncrement

@@ -32,7 +32,7 @@ constexpr RecordingKind Kind{"Accelerometers", link::CommandName::SampleAccelero
 
 constexpr int PauseBehindCellMs = 100;
 
-// The whole number of a slide, as the word that its two cells hold.
+// The rounded value of a slide, as the word that its two cells hold.
 std::int32_t WordOf(const platform::CWSlide& slide) {
   const auto value = ToInt32(slide.Value());
   if (value < -32768 || value > 65535)
@@ -96,7 +96,7 @@ void Accelerometers::EnableDacButtons(bool enabled) {
   for (const auto& axis : axes_) axis.cmdWriteDAC->setEnabled(enabled);
 }
 
-// After a failure the buttons stay disabled and the chain stands still: only the user knows what the logger
+// After a failure the buttons stay disabled and sampling stays stopped: only the user knows what the logger
 // now holds.
 void Accelerometers::cmdWriteDAC_Click(const Axis& axis) {
   Guarded(*this, axis.row->procedure, [&] {

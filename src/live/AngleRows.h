@@ -22,7 +22,7 @@ struct AngleRow {
   double LiveSample::*angleField;
   double config::OnBoardParameters::*tareField;
   double fullScale;  ///< degrees at 32767 counts
-  int tareAddress;   ///< of the tare's high byte; the low byte lies behind it
+  int tareAddress;   ///< of the tare's high byte; the low byte follows
   DialScale scale;
 };
 

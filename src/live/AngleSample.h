@@ -1,4 +1,4 @@
-// The angle samples that Angles and RemoteSession decode alike.
+// Decoding of an angle sample, for Angles and RemoteSession.
 #pragma once
 
 #include "live/AngleRows.h"
@@ -6,7 +6,7 @@
 
 namespace bexlow::live {
 
-/// Takes one axis of a sample over: the word, signed in place, and the angle.
+/// Stores one axis of a sample: the signed word and the angle.
 inline void DecodeAngle(const AngleRow& row, const link::AnglePair& words, LiveSample& sample) {
   const double word = words.*row.received;
   sample.*row.wordField = SignedSampleWord(word);

@@ -34,7 +34,7 @@ Angles::Angles() : RecordingScreen(Kind) {
   for (const auto& axis : axes_) axis.tare->setText(Shown(Shared.OnBoardParameters.*axis.row->tareField));
 }
 
-// No tare is subtracted: under TareEnable the logger applies it to the words that it sends.
+// No tare is subtracted: if TareEnable is 1, the logger has applied it to the words that it sends.
 void Angles::Decode(const link::Bytes& reply) {
   const auto words = link::AngleWords(reply);
   if (!words) return;
@@ -71,7 +71,7 @@ void Angles::EnableTareButtons(bool enabled) {
   for (const auto& axis : axes_) axis.cmdTare->setEnabled(enabled);
 }
 
-// The caption tells what the next click does; whether the logger holds a tare is not looked at.
+// The caption alone decides what the click does; the logger is not asked whether it holds a tare.
 void Angles::cmdTare_Click(const Axis& axis) {
   const bool untare = axis.cmdTare->text() == axis.row->untareCaption;
   axis.cmdTare->setEnabled(false);

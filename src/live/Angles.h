@@ -56,7 +56,7 @@ class Angles : public RecordingScreen {
   void EnableTareButtons(bool enabled);
 
   std::array<Axis, 2> axes_;
-  link::AnglePair received_{};  ///< the words of the last sample, as they came
+  link::AnglePair received_{};  ///< the words of the last sample, as received
 };
 
 }  // namespace bexlow::live

@@ -19,7 +19,7 @@ using namespace platform;
 
 namespace {
 
-constexpr int TareCharacters = 17;  // "-179.994506668294"; the other boxes stand in line with it
+constexpr int TareCharacters = 17;  // "-179.994506668294"; the other boxes are as wide
 
 }  // namespace
 

@@ -15,7 +15,7 @@ struct AxisRow {
   double LiveSample::*sample;
   double link::AxisReadings::*received;
   double config::OnBoardParameters::*dac;
-  int address;  ///< of the DAC's high byte; the low byte lies behind it
+  int address;  ///< of the DAC's high byte; the low byte follows
 };
 
 inline constexpr AxisRow AxisRows[] = {

@@ -10,13 +10,13 @@ namespace bexlow::live {
 /// Nearest whole number, an exact half to the even neighbour; never -0.
 double RoundHalfEven(double value);
 
-/// Nearest number of so many decimal places (0 to 15), an exact half to the even digit; never -0.
+/// Nearest number with `decimals` decimal places (0 to 15), an exact half to the even digit; never -0.
 double RoundToDecimals(double value, int decimals);
 
-/// A word 0 to 65535 as a signed number: above 32767 less 65536. Used for what the EEPROM holds.
+/// A word 0 to 65535 as a signed number: 65536 is subtracted above 32767. For words of the EEPROM.
 double UnsignedToSigned16(double value);
 
-/// The signed word of a live sample: above 32767 less 65535, so that 65535 reads 0 and 32768 reads -32767.
+/// The signed word of a live sample: 65535 is subtracted above 32767, so 65535 gives 0 and 32768 -32767.
 double SignedSampleWord(double word);
 
 /// Degrees of a live angle word, to one decimal place.
@@ -24,8 +24,8 @@ double SignedSampleWord(double word);
 /// @param fullScale  degrees at 32767 counts: 180 for X, 90 for Y
 double SampleWordToAngle(double word, double fullScale);
 
-/// The word of a Y angle or an X angle in degrees, with its fractions: in range two's complement, 0 to below
-/// 65536.
+/// The word of a Y (90) or X (180) angle in degrees, not rounded. Within full scale it is two's complement,
+/// 0 to below 65536.
 /// @throws std::system_error argument_out_of_domain for an angle or a result that is not finite
 double AngleToInteger90(double angle);
 double AngleToInteger180(double angle);

@@ -11,10 +11,10 @@ namespace bexlow::live {
 /// The text of one sample, angles in degrees.
 std::string Datagram(double angleX, double angleY);
 
-/// What stands between the two marks; nothing where the text (at least 4 bytes) lacks one of them.
+/// The text between the two marks; nothing if a mark is missing or there are fewer than 4 bytes.
 std::optional<std::string_view> DatagramBody(std::string_view text);
 
-/// Angles of a received datagram in whole degrees; an angle that cannot be had is missing.
+/// Angles of a received datagram in whole degrees; empty if its text does not fit 16 bits.
 struct ReceivedAngles {
   std::optional<std::int16_t> x, y;
 };

@@ -1,4 +1,4 @@
-// Module IP: who this computer is. The sockets of this system need no start-up step and no cleaning up.
+// Module IP: the name and the address of this computer.
 #pragma once
 
 #include <array>
@@ -14,8 +14,7 @@ namespace bexlow::live {
 /// This computer's name; empty if it has none.
 std::string ComputerName();
 
-/// The four numbers of this computer's address, the last one of its list; nothing after the user has been
-/// told why.
+/// The four numbers of the last address in this computer's list. If there is none, a box says so.
 std::optional<std::array<std::string, 4>> GetIP(const platform::Form& screen);
 
 }  // namespace bexlow::live

@@ -11,7 +11,7 @@ struct LiveSample {
   double AccX = 0, AccY = 0, AccZ = 0;  ///< accelerometer readings as received, 0 to 1024 on the screens
   double AngleX = 0;                    ///< degrees, one decimal place, nominally -180 to 180
   double AngleY = 0;                    ///< degrees, one decimal place, nominally -90 to 90
-  double WordX = 0, WordY = 0;          ///< angle words, signed in place once decoded
+  double WordX = 0, WordY = 0;          ///< angle words; signed once decoded
   std::string SampleTime;               ///< seconds since sampling started, as NumberText
   bool SavingToFile = false;            ///< each sample is to be appended to the data file
 };

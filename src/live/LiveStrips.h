@@ -24,10 +24,10 @@ class LiveStrips : public QWidget {
   /// @param unit  of its values, for the title of the axis
   void AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                 double maximum);
-  /// Stores a sample, also while the curves are held by a click.
+  /// Stores a sample, even while a click holds the curves still.
   /// @param seconds  since sampling started
   void Add(std::size_t strip, double seconds, double value) { strips_[strip].values.Add(seconds, value); }
-  /// Draws what has come, at most ten times a second.
+  /// Draws the stored samples, at most ten times a second.
   void Show();
   /// Draws what has not been drawn yet.
   void Finish();

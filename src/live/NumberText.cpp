@@ -84,7 +84,7 @@ std::size_t ExponentLength(std::string_view text, std::size_t from) {
   return digits == 0 ? 0 : at + digits - from;
 }
 
-/// Tells a number above 1 from one below, where from_chars says only that it is out of range.
+/// Whether a number that from_chars calls out of range is too large, not too close to 0.
 bool IsAboveOne(std::string_view mantissa, std::string_view exponent) {
   const auto point = static_cast<double>(std::min(mantissa.find('.'), mantissa.size()));
   const auto lead = static_cast<double>(mantissa.find_first_of("123456789"));
@@ -119,7 +119,7 @@ Scanned Scan(std::string_view text) {
   return scanned;
 }
 
-/// Whether the digits behind a point round the number before it up; nothing where they are no digits.
+/// Whether the digits after the point round the number before it up; nothing if they are not all digits.
 std::optional<bool> RoundsUp(bool odd, std::string_view fraction) {
   bool more = false;
   for (std::size_t i = 0; i < fraction.size(); ++i) {
@@ -130,7 +130,7 @@ std::optional<bool> RoundsUp(bool odd, std::string_view fraction) {
   return more || odd;
 }
 
-/// A field of the form [-]digits[.digits], as nearly all are, rounded on its digits; nothing for others.
+/// Rounds a field of the form [-]digits[.digits], as nearly all are; nothing for other fields.
 std::optional<std::int64_t> ReadPlain(std::string_view field) {
   if (field.empty() || field.size() > SignificantDigits) return std::nullopt;
   const bool negative = field[0] == '-';

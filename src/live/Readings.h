@@ -10,7 +10,7 @@ namespace bexlow::live {
 struct Reading {
   const char* name;     ///< of the box
   const char* caption;  ///< beside it, and read aloud
-  const char* unit;     ///< behind it; empty for none
+  const char* unit;     ///< after it; empty for none
   int characters = 8;   ///< of the longest text it shows; "-179.9" and some room
 };
 

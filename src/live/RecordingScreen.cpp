@@ -96,7 +96,7 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   }
 }
 
-// Another open recording screen has chosen the data file; this screen must not write to it.
+// True if another open recording screen has chosen the data file: this one must not write to it.
 bool RecordingScreen::AnotherSaves() const {
   return std::ranges::any_of(QApplication::allWidgets(), [this](const QWidget* widget) {
     const auto* other = qobject_cast<const RecordingScreen*>(widget);

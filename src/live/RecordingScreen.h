@@ -1,5 +1,4 @@
-// What Accelerometers and Angles have in common: a chain that shows samples, and a data file that they can be
-// saved to.
+// What Accelerometers and Angles share: a chain that shows samples, and a data file to save them to.
 #pragma once
 
 #include <string>
@@ -31,7 +30,7 @@ class RecordingScreen : public platform::Form {
  protected:
   explicit RecordingScreen(const RecordingKind& kind);
 
-  /// Decodes a sample into the live sample. What it throws ends the chain.
+  /// Decodes a sample into the live sample. An exception ends the chain.
   virtual void Decode(const link::Bytes& reply) = 0;
   /// Shows the sample that was decoded last.
   virtual void Show() = 0;

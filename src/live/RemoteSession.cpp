@@ -31,7 +31,7 @@ using shell::Shared;
 
 namespace {
 
-// An installation's own defaults: a peer on the same computer, and a usual address of a private network.
+// The peer at first: by name this computer, by address a usual one of a private network.
 constexpr auto DefaultPeerName = "localhost";
 constexpr const char* DefaultPeerNumbers[] = {"192", "168", "1", "2"};
 

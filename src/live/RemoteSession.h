@@ -1,4 +1,4 @@
-// Shares live angles between two computers: the one samples and sends, the other receives and shows.
+// Shares live angles between two computers: one samples and sends, the other receives and shows.
 #pragma once
 
 #include <array>
@@ -69,7 +69,7 @@ class RemoteSession : public platform::Form {
   std::string PeerText() const;
   void BindLocalPort();
   void ShowSocket();
-  /// Puts a text into txtSend as a change of it, also where it is there already: every sample is a datagram.
+  /// Puts a text into txtSend and sends it, even if it was there already: every sample is a datagram.
   void SetSendText(const std::string& text);
   void txtSend_Change();
   void SendText(const QString& text);

@@ -92,7 +92,7 @@ QGroupBox* RemoteSession::BuildSession() {
   return fraSession;
 }
 
-// What these two switches do is looked up at the next sample or datagram.
+// The options of BuildSend and BuildDial are read at each sample or datagram and need no handlers.
 QGroupBox* RemoteSession::BuildSend() {
   fraSend = MakeFrame("fraSend", "Select Send", this);
   optSend = MakeOption("optSend", "Send", fraSend, false);

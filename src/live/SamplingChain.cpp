@@ -19,7 +19,7 @@ constexpr int ShownWithinMs = 50;
 constexpr int RestMs = 1000;
 constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
-// Below so many byte times the device is not paced (a pseudo-terminal), and the check is off.
+// Below this many byte times the device is not paced (a pseudo-terminal), and the check is off.
 constexpr double PseudoTerminalByteTimes = 1.5;
 constexpr double LeastByteTimes = 1.5;  // the request and the first byte of its reply take 2
 
@@ -99,7 +99,7 @@ void SamplingChain::ShowWhatWasTaken() {
 
 // Waiting for the end of every reply would cost a third of the samples. If a reply was too long, its extra
 // bytes start the next one, which is then complete too early, or begins before the logger can have
-// answered. On a line that delivers in bursts its length is wrong.
+// answered. On a line that delivers in bursts the next one has a wrong length.
 bool SamplingChain::CameTooSoon(std::int64_t firstByteAt) const {
   auto& machine = Machine::Get();
   const auto byteTimes = [&](std::int64_t at) {

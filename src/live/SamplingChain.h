@@ -18,7 +18,7 @@ class SamplingChain {
   using Show = std::function<void()>;
 
   /// Takes over OnComm of the screen's MSComm1.
-  /// @param command  what is asked for again and again; the length of its reply is the threshold
+  /// @param command  the request that is repeated; the length of its reply is the threshold
   /// @param take     gets each reply of exactly that length; others are dropped and asked for again. A
   ///                 failure in it is reported under "MSComm1_OnComm", and no request follows.
   /// @param show     brings the controls up to date with what was taken last; must not fail. It is called for
@@ -31,8 +31,7 @@ class SamplingChain {
   /// Closes the port.
   void Stop();
 
-  /// Takes no more samples, for requests of another kind on the open port. The last one is on the screen
-  /// then.
+  /// Shows the last sample and takes no more, so that other requests can use the open port.
   void Pause();
   /// Sampling, and how many samples a second over the last whole second.
   platform::Activity Activity();
@@ -57,7 +56,7 @@ class SamplingChain {
   const link::Request request_;
   const Take take_;
   const Show show_;
-  platform::Timer showing_;  ///< for a sample that no other follows
+  platform::Timer showing_;  ///< shows a sample that no other follows
   platform::Timer resting_;
   bool restWanted_ = false;
   bool unshown_ = false;

@@ -1,5 +1,4 @@
-// The two roles of a remote session, with the ports that they start from. What one sends to, the other is
-// bound to.
+// The two roles of a remote session and their default ports: each sends to the port that the other binds.
 #pragma once
 
 namespace bexlow::live {

@@ -14,7 +14,7 @@ class Winsock;
 namespace bexlow::live {
 
 /// Why a typed text is no port.
-/// @param box  what a person reads beside it
+/// @param box  the label of the text box
 std::string NoPortText(const std::string& box, const std::string& typed);
 
 /// Which local port could not be taken, why, and what to do.

@@ -19,7 +19,7 @@ class Strip {
   void Clear();
   /// @param seconds  from any zero point; must not decrease
   void Add(double seconds, double value);
-  /// Least and greatest of each part, 2 * Parts values, the newest last; no number where there was no sample.
+  /// Least and greatest of each part, 2 * Parts values, the newest last; NaN for a part without a sample.
   std::vector<double> Values() const;
 
  private:

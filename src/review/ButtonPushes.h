@@ -1,5 +1,4 @@
-// The button pushes of a two-channel run: which files are taken, reading them, and stepping through the
-// pushes.
+// The button pushes of a two-channel run: checking a file, reading it, and stepping from push to push.
 #pragma once
 
 #include <cstddef>
@@ -28,13 +27,12 @@ bool HoldsPushes(std::string_view text);
 struct ReviewSeries {
   graph::Samples XLinear, YLinear;
   std::vector<double>
-      ButtonPushes;           ///< index in XLinear of each push, in file order; the single 0 without a push
+      ButtonPushes;           ///< index in XLinear of each push, in file order; a single 0 without a push
   std::size_t PushCount = 0;  ///< how many of them are pushes
 };
 
-/// Reads a file into what the screen shows; false where the file ends within its 12 header lines. On a
-/// failure, which is thrown on, the series are empty and ButtonPushes holds what had been found, or the
-/// single 0.
+/// Reads a file into what the screen shows; false if the file ends within its 12 header lines. If it throws,
+/// the series are empty and ButtonPushes holds the pushes found before the fault, or a single 0.
 /// @throws std::system_error naming the record and its fault
 bool ReadReview(std::string_view text, ReviewSeries& review);
 
@@ -43,7 +41,7 @@ std::optional<std::size_t> PushAt(const std::vector<double>& pushes, double poin
 
 /// The push before one, nothing at the first.
 std::optional<std::size_t> StepBack(std::size_t number);
-/// The push behind one of count pushes, nothing at the last.
+/// The push after one of `count` pushes, nothing at the last.
 std::optional<std::size_t> StepForward(std::size_t number, std::size_t count);
 
 }  // namespace bexlow::review

@@ -48,7 +48,7 @@ void GraphBP::BuildBody() {
   top->addWidget(BuildSteps());
   graphs_ = new graph::GraphPair(this);
   graphs_->PageWith(cmdBack, cmdForward);
-  FirstFocus(graphs_->CWGraph1);  // the boxes above it are only read
+  FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);
   column->addWidget(graphs_, 1);
@@ -130,7 +130,7 @@ bool GraphBP::HeaderIsAccepted(const std::string& text) {
   return false;
 }
 
-// A broken record is reported here and the file shown all the same, with empty series.
+// Reports a damaged record; the file is then shown with empty series.
 void GraphBP::BuildDoubleChannelArrays(const std::string& text) {
   Guarded(*this, "BuildDoubleChannelArrays", [&] { ReadReview(text, review_); });
 }

@@ -1,4 +1,4 @@
-// The program's mark, drawn: a logger that leans by an angle against the upright.
+// The program's emblem: a logger that leans at an angle to a vertical line.
 #pragma once
 
 #include <QPixmap>
@@ -6,10 +6,10 @@
 
 namespace bexlow::shell {
 
-/// The mark on a transparent ground.
+/// The emblem on a transparent background.
 QPixmap DrawEmblem(int side, double devicePixelRatio);
 
-/// A run of angles between two rules, as wide as it is asked to be; a decoration too.
+/// A decoration: a curve like a run of angles, between two horizontal lines.
 class Trace : public QWidget {
   Q_OBJECT
 
@@ -20,7 +20,7 @@ class Trace : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 };
 
-/// The mark as a decoration of a screen; nothing to read for a screen reader.
+/// A decoration: the emblem in a screen. Screen readers skip it.
 class Emblem : public QWidget {
   Q_OBJECT
 

@@ -27,7 +27,7 @@ void Guarded(const platform::Form& form, const char* procedure, const std::funct
 /// The same for the routines of a module, or for a screen given by name. False after a failure.
 bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body);
 
-/// A message of a screen's own about something that failed; the status line keeps its first line.
+/// Shows a screen's own message about a failure; its first line stays in the status line.
 void TellFailure(const std::string& text);
 
 }  // namespace bexlow::shell

@@ -35,7 +35,7 @@ std::vector<std::string> LocalFiles(const QDropEvent& event) {
   return paths;
 }
 
-// After a move the program that the file comes from would delete it.
+// If the drop counted as a move, the program that the file comes from would delete it.
 void AcceptCopy(QDropEvent& event) {
   event.setDropAction(Qt::CopyAction);
   event.accept();
@@ -63,7 +63,7 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
           [this] { platform::EventGate::Get().Click(this, [this] { ShowManual(); }); });
 }
 
-// Screens end before their controls do, also where the window is what ends.
+// Screens end before their controls do, even when the whole window ends.
 MDIForm1::~MDIForm1() {
   disconnect(tabs_, nullptr, this, nullptr);
   platform::EventGate::Get().Withdraw(this);

@@ -1,4 +1,4 @@
-// The outer window: child windows as tabs, each over the whole window, and the menu of the one in front.
+// The outer window: child windows as tabs, and the menu of the one in front.
 #pragma once
 
 #include <QMainWindow>
@@ -20,7 +20,7 @@ class RunningCopy;
 
 namespace bexlow::shell {
 
-/// Told where there is no manual to open.
+/// Shown if there is no manual to open.
 inline constexpr auto ManualElsewhere =
     "Please refer to the Software Help Manual located on the distribution media!";
 
@@ -31,7 +31,7 @@ class MDIForm1 : public QMainWindow {
   MDIForm1();
   ~MDIForm1() override;
 
-  /// The start-up steps. False if another copy runs: nothing but the message has happened then.
+  /// The start-up steps. False if another copy runs: then nothing has happened but the message.
   bool Load();
 
   /// The open child of that name, null if there is none.

@@ -148,7 +148,7 @@ void Main::BuildBody() {
   column->addStretch(1);
 }
 
-// A file can be looked at without a logger, before which Tools is disabled.
+// Opens a data file without a logger: the menu Tools is disabled until one has answered.
 QWidget* Main::BuildOpenLink() {
   auto* link = MakeButton("cmdOpenDataFile", "Open a data file...", [this] { cmdOpenDataFile_Click(); });
   link->setToolTip("Shows a data file as graphs. A file can also be dropped on the window.");
@@ -184,7 +184,7 @@ void Main::cmdOpenDataFile_Click() {
   OpenDataFiles({CommonDialog1.FileName});
 }
 
-// The screens have their own words for what is no data file.
+// The screens themselves report a file that is not a data file.
 void Main::OpenDataFiles(const std::vector<std::string>& paths) {
   const std::string& path = paths.front();
   if (paths.size() > 1)
@@ -246,7 +246,7 @@ void Main::LoggerSentOff() {
       "menu.");
 }
 
-// The port and its device, since two loggers may be plugged in.
+// Names the device as well as the port, since two loggers may be plugged in.
 void Main::ShowConnection() {
   if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0)
     return outer_.Status().Connection("No logger connected");

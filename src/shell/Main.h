@@ -32,7 +32,7 @@ class Main : public platform::Form {
   void BuildBody();
   QWidget* BuildOpenLink();
 
-  /// An entry that shows a screen of its own; disabled while there is nothing that makes the screen.
+  /// An entry that shows a screen; disabled if `make` is empty.
   QAction* AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
                      const MakeScreen& make);
   /// The same for a screen that talks to the logger and so needs a selected port.

@@ -44,8 +44,8 @@ void StatusLine::Connection(const std::string& text) {
   SetText(*lblConnection, text);
 }
 
-// A screen reader is told of a new phase and not of each number: a label that has an accessible name changes
-// its text in silence.
+// A screen reader reads each new phase, but not each number: Qt does not announce a changed text of a label
+// that has an accessible name.
 void StatusLine::Refresh() {
   const auto* engaged = platform::Form::OtherEngaged();
   const auto activity =
@@ -56,7 +56,7 @@ void StatusLine::Refresh() {
   }
   SetText(*lblActivity, activity.phase + (activity.details.empty() ? "" : " ") + activity.details);
   SetText(*lblFailure, Shared.LastFailure);
-  lblFailure->setVisible(!Shared.LastFailure.empty());  // the activity has its room meanwhile
+  lblFailure->setVisible(!Shared.LastFailure.empty());  // a hidden label leaves its room to lblActivity
 }
 
 }  // namespace bexlow::shell

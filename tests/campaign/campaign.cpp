@@ -81,7 +81,7 @@ constexpr Fault Faults[] = {{"drop", 0, 0},         {"double", 0, 0},     {"late
                             {"cut", 1, 263},        {"short", 1, 263},    {"long", 1, 300},
                             {"silence", 500, 5000}, {"vanish", 500, 5000}};
 
-/// One fault in the reply to any page: 0, the 20 that hold data, the blank one behind them.
+/// One fault in the reply to any page: 0, the 20 that hold data, the blank one after them.
 std::string RandomFault(Chance& chance) {
   const auto& [kind, least, most] = Faults[chance.Between(0, static_cast<int>(std::size(Faults)) - 1)];
   std::string text = kind;
@@ -89,7 +89,7 @@ std::string RandomFault(Chance& chance) {
   return text + "/d@" + std::to_string(chance.Between(1, Pages + 2));
 }
 
-/// What a file holds up to its last whole line, and what lies behind that.
+/// What a file holds up to its last whole line, and what follows.
 struct Contents {
   std::string whole;
   std::size_t records = 0, rest = 0;
@@ -109,8 +109,8 @@ Contents ContentsOf(const std::string& file, const std::string& expected) {
   return contents;
 }
 
-/// The stand-in, and how its bytes come: one by one with a line's pace or without one, or in bursts, which
-/// only a pace makes.
+/// The stand-in, and how its bytes come: one by one with a line's pace or without one, or in bursts,
+/// which need a pace.
 struct Line {
   fs::path logger;
   std::string burst;
@@ -149,7 +149,7 @@ Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   QProcess program;
   program.start(QCoreApplication::applicationFilePath(), {QString::fromStdString(folder.string())});
   const bool early = chance.Between(0, 4) == 0;
-  const int moment = chance.Between(0, early ? 4500 : 750);  // ms; both shorter than what they fall into
+  const int moment = chance.Between(0, early ? 4500 : 750);  // ms; both end within their phase
   const auto file = DataFile(folder);
   while (!early && !fs::exists(file) && program.state() != QProcess::NotRunning) program.waitForFinished(1);
   program.waitForFinished(moment);
@@ -158,8 +158,7 @@ Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   program.waitForFinished();
   const auto expected = standIn.ExpectedDataFile();
   const auto contents = ContentsOf(test::FileText(file), expected);
-  // On a machine without a moment to spare a reply may come behind its wait: the download refuses, as it
-  // should.
+  // On a very busy machine a reply may come after its wait: the download refuses, as it should.
   const bool refused =
       !killed && program.exitStatus() == QProcess::NormalExit && program.exitCode() == Refused;
   const bool valid = contents.valid && (killed || refused || contents.whole == expected);
@@ -189,7 +188,7 @@ void PrintOnOneLine(const Result& result, const std::string& how, unsigned long 
 
 int main(int argc, char** argv) {
   if (argc < 2 || argc == 3 || argc > 5) return 2;
-  std::optional<rig::Scratch> scratch;  // a program to be killed lives in its parent's
+  std::optional<rig::Scratch> scratch;  // a program to be killed uses its parent's
   if (argc != 2) scratch.emplace();
   const QApplication application(argc, argv);
   if (argc == 2) return Download(argv[1]).completed ? 0 : Refused;

@@ -1,4 +1,4 @@
-// Decoded pages, CSV files, and what of a data file's header no story writes.
+// Decoded pages, CSV files, and header values that no story writes.
 #include <cmath>
 #include <vector>
 
@@ -64,8 +64,8 @@ TEST(DecodePage, BinsAndPairs) {
 
   page = Filled(0x7F);
   EXPECT_EQ(FieldsOf(DecodePage(page, 1, 3)), std::vector<std::string>(264, "BP"));
-  page[1] = 126;  // no mark: X alone is 127
-  page[2] = 126;  // no mark: Y alone is 127
+  page[1] = 126;  // no push: only X is 127
+  page[2] = 126;  // no push: only Y is 127
   page[262] = 255;
   page[263] = 255;
   const auto pairs = FieldsOf(DecodePage(page, 1, 3));
@@ -95,7 +95,7 @@ TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
                 "Bin/Linear Mode = 0\r\nLinear Channel = 7\r\nPage,Data-->\r\n");
   DownloadHeader header;
   EXPECT_TRUE(FillFirmware(std::vector<std::uint8_t>{0, 5, 0, 7}, header));
-  EXPECT_EQ(header.FirmwareVersionText + " " + header.SamplingFrequencyText, "0.005 0.7") << "with the zero";
+  EXPECT_EQ(header.FirmwareVersionText + " " + header.SamplingFrequencyText, "0.005 0.7") << "leading zeros";
   EXPECT_EQ(LaunchTimeText(255, 0, 65535, 255, 0, 9), "255/00/65535 255:00:09");
 }
 

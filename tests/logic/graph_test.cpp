@@ -66,7 +66,7 @@ TEST(Files, AreTakenOrRefused) {
 
 TEST(RunFacts, AreReadAndNeverMadeUp) {
   struct Row {
-    std::string line, other;  ///< what stands in place of a line of the header
+    std::string line, other;  ///< what replaces a line of the header
     bool launched;
     double frequency;  // -1: none
   };
@@ -168,7 +168,7 @@ TEST(Series, BrokenRecordsAreNamed) {
     series.x = {1, 2, 3};
     EXPECT_NE(FailureOf(code, [&] { graph::ReadDouble(text, series); }).find(words), std::string::npos);
     EXPECT_TRUE(series.x.empty() && series.y.empty());
-    EXPECT_EQ(series.pushes, std::vector<double>{2}) << "what had been found stays";
+    EXPECT_EQ(series.pushes, std::vector<double>{2}) << "what was found before the fault stays";
   }
 }
 

@@ -1,4 +1,4 @@
-// What no story on the virtual line reaches of requests, replies and progress.
+// Cases of requests, replies and progress that no story on the virtual line reaches.
 #include <vector>
 
 #include "link/LaunchProgress.h"
@@ -19,7 +19,7 @@ TEST(Protocol, RefusesWhatIsNoByteNoWordAndNoSample) {
   FailureOf(std::errc::invalid_argument, [] { Word(Bytes{1, 2}, 1); });
   for (const std::size_t length : {0u, 3u, 5u, 7u, 12u}) {
     EXPECT_FALSE(AngleWords(Bytes(length))) << length;
-    EXPECT_FALSE(AccelerometerReadings(Bytes(length, 0xFF))) << length << ", before the range";
+    EXPECT_FALSE(AccelerometerReadings(Bytes(length, 0xFF))) << length << ", tested before the range";
   }
 }
 

@@ -92,8 +92,8 @@ TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
   EXPECT_EQ(at(0, 1), 90);
   strip.Add(10.01, 1);
   EXPECT_EQ(at(0, 1), 1);
-  EXPECT_EQ(at(10, 0), -170) << "it has moved";
-  EXPECT_TRUE(std::isnan(at(5, 0))) << "no sample, no curve";
+  EXPECT_EQ(at(10, 0), -170) << "older samples have moved";
+  EXPECT_TRUE(std::isnan(at(5, 0))) << "a gap without a sample";
   strip.Add(39.99, 2);
   EXPECT_EQ(at(29.95, 0), 1) << "the oldest part";
   strip.Add(1000, 7);
@@ -139,7 +139,7 @@ TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
   EXPECT_EQ(LeadingNumber("0." + std::string(5000, '0') + "1"), 0);
 }
 
-// The general way is that of the leading number; a sign + keeps a field out of the quick one.
+// Compares the quick way with the general one, by LeadingNumber, which a field with a sign + always takes.
 TEST(FieldToInt16, RoundsLikeTheLeadingNumber) {
   for (const std::string_view field :
        {".5",     ".50",     ".49999", "BP",  "",          "-",     "-.",  ".51",

@@ -50,7 +50,7 @@ TEST_F(Files, APartOfARecordIsCutBack) {
   const auto path = folder / "full.qbx";
   platform::WriteWhole(path, "whole\r\n");
   EXPECT_TRUE(InAnotherProcess([&] {
-    const platform::RealMachine machine(folder);  // without it the signal ends the program
+    const platform::RealMachine machine(folder);  // without this object the signal ends the program
     const rlimit limit{10, 10};
     setrlimit(RLIMIT_FSIZE, &limit);
     return ErrorOf([&] { platform::Append(path, "a record"); }) == EFBIG;

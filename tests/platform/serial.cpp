@@ -168,7 +168,7 @@ TEST_F(Serial, AVanishedLineFailsAtTheNextUseAndCostsNothing) {
   auto& dispatcher = *QAbstractEventDispatcher::instance();
   QObject::connect(&dispatcher, &QAbstractEventDispatcher::awake, &form, [&] { ++events; });
   QTest::qWait(100);
-  EXPECT_LT(events, 100) << "an event without end spins";
+  EXPECT_LT(events, 100) << "a vanished line raises events without end";
   const std::uint8_t byte = 'f';
   EXPECT_NE(Words([&] { comm.Output({&byte, 1}); }).find("takes no bytes"), std::string::npos);
   EXPECT_TRUE(comm.PortOpen());

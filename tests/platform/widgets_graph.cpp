@@ -46,7 +46,7 @@ class Graph : public testing::Test {
     return false;
   }
 
-  // A thin line is blended with the paper; by a third it still stands out, and the grid does not.
+  // A thin line is blended with the paper, but keeps over a third of its contrast; the grid has less.
   bool StandsOut(const QImage& image, QPoint place) const {
     const int paper = ColoursOf(QApplication::palette()).paper.lightness();
     const int seen = paper - (paper - series.lightness()) / 3;
@@ -235,7 +235,7 @@ TEST_F(Graph, CursorsAreRedLinesWithAMarkAndOneIsStressed) {
     return count;
   };
   for (const auto& [x, width] : {std::pair{25, 1}, {50, 3}, {75, 1}}) EXPECT_EQ(reds(x, 5), width) << x;
-  EXPECT_EQ(reds(50, 900), 5) << "no number, no cursor";
+  EXPECT_EQ(reds(50, 900), 5) << "a cursor without a finite x is not drawn";
   EXPECT_EQ(picture.pixelColor(PixelOf(25, 90) + QPoint(3, 0)), red);
 }
 

@@ -292,7 +292,7 @@ class GraphMenu : public GraphUser {
 };
 
 TEST_F(GraphMenu, SavesOneGraphOrBothByTheName) {
-  Choose("Save Picture As...");  // thought better of it
+  Choose("Save Picture As...");  // cancelled
   EXPECT_TRUE(told.isEmpty());
   for (const auto* entry : {"Save Picture As...", "Save Both As..."}) {
     for (const auto& [name, start] : {std::pair{"a.png", "\x89PNG"},

@@ -157,7 +157,7 @@ TEST(FramePaces, GatherWhatComesFasterThanFrames) {
       QApplication::processEvents();
       FramePace::PaintNow(window);
     }
-    EXPECT_EQ(counter.paints, shown + 2) << "nothing waits ahead of a long step";
+    EXPECT_EQ(counter.paints, shown + 2) << "PaintNow delays nothing";
   }
 }
 

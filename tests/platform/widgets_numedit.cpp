@@ -159,7 +159,7 @@ TEST_F(NumEdit, TellsWhatTheUserChangesAndNothingElse) {
   EXPECT_TRUE(told.empty());
   QTest::keyClick(&edit, Qt::Key_Up);
   EXPECT_EQ(told, std::vector<double>{5});
-  edit.setValue(400);  // an assistive tool goes past the keys
+  edit.setValue(400);  // as an assistive tool does, without keys
   EXPECT_EQ(edit.Value(), 9);
 }
 

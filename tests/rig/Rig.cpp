@@ -13,7 +13,7 @@
 namespace bexlow::rig {
 
 namespace {
-constexpr int PatienceMs = 20'000;  // a machine that builds meanwhile starts a process within this
+constexpr int PatienceMs = 20'000;  // even a machine that is building starts a process within this
 }
 
 void Require(bool holds, const std::string& what) {

@@ -50,7 +50,7 @@ class EndToEnd : public testing::Test {
     ASSERT_EQ(::write(device, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
   }
 
-  // As many bytes as are wanted, within 10 s each.
+  // Reads `count` bytes, each within 10 s.
   static std::string Read(int device, std::size_t count) {
     std::vector<std::uint8_t> bytes(count);
     pollfd source{device, POLLIN, 0};
@@ -59,7 +59,7 @@ class EndToEnd : public testing::Test {
     return ToHex(bytes);
   }
 
-  // Whether it comes to be within 20 seconds.
+  // Whether it becomes true within 20 seconds.
   static bool Within(const std::function<bool()>& so) {
     for (int i = 0; i < 2000 && !so(); ++i) std::this_thread::sleep_for(std::chrono::milliseconds(10));
     return so();
@@ -72,8 +72,8 @@ class EndToEnd : public testing::Test {
   const fs::path link_ = folder_ / "COM1";
 };
 
-// A write that is followed by the closing at once still counts. Lost with the closing are a reply that was
-// still on its way and the holder's exclusive flag. A pulled cable carries nothing.
+// A write just before the closing still counts. The closing discards a reply that is still on its way and the
+// holder's exclusive flag. A pulled cable carries nothing.
 TEST_F(EndToEnd, OutlivesTheClosingOfTheLineAndThePullingOfTheCable) {
   const pid_t program = Start();
   ASSERT_TRUE(Within([&] { return fs::exists(link_); }));

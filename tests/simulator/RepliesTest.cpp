@@ -43,7 +43,7 @@ TEST(Outbox, PutsAByteTimeBetweenBytesFromTheRequestOn) {
   outbox.Send(Bytes(264), 5s);
   outbox.Advance(5s + 137'490us);
   EXPECT_EQ(outbox.Ready().size(), 263U) << "a page takes 137.5 ms";
-  EXPECT_EQ(outbox.Advance(5s + 137'510us).size(), 1U) << "and is told when it is through";
+  EXPECT_EQ(outbox.Advance(5s + 137'510us).size(), 1U) << "and is reported when it is complete";
 }
 
 TEST(Outbox, LetsRepliesIntoAStreamWithoutCrowdingTheLine) {

@@ -49,7 +49,7 @@ class DownloadStory : public Story {
     for (const auto& line : LinesBehind(12)) pages.push_back(std::stoi(line));
     return pages;
   }
-  /// What stands behind a page's number in the file.
+  /// The text after a page's number in the file.
   std::string Record(int page) const {
     const auto head = std::to_string(page) + ",";
     for (const auto& line : LinesBehind(12))

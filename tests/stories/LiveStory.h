@@ -16,7 +16,7 @@ using shell::Shared;
 inline constexpr microseconds AngleSampleTime = ByteTime * 5;
 inline constexpr microseconds AccSampleTime = ByteTime * 7;
 
-/// Within this time a sample is on the screen, also where no other follows.
+/// Within this time a sample is on the screen, even if no other follows.
 inline constexpr milliseconds ShownTime{60};
 
 class LiveStory : public Story {
@@ -41,7 +41,7 @@ class LiveStory : public Story {
   }
   void Save(const std::string& name) { ChooseFile("Data", "Save", name); }
   std::vector<std::string> Records() const { return LinesBehind(10); }
-  /// What differs in the records apart from their times; one text means that no sample was torn.
+  /// The different records without their times; a single one means that no sample was torn.
   std::vector<std::string> KindsOfRecords() const {
     std::vector<std::string> kinds;
     for (const auto& record : Records()) kinds.push_back(record.substr(record.find(',') + 1));

@@ -140,7 +140,7 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChain) {
   }
 }
 
-// A sample that comes late: during the writes, between the flush and the new one, or behind it.
+// A sample that comes late: during the writes, between the flush and the new one, or after it.
 TEST_F(AccStory, ALateReplyToADacWriteTearsNoSampleAndLeavesOneChain) {
   for (int lateMs = 0; lateMs <= 260; lateMs += 4) {
     SCOPED_TRACE(lateMs);

@@ -1,5 +1,5 @@
-// Every screen as it meets a person without eyes or without a mouse: each control has a name, Tab goes
-// the way the eye goes.
+// Every screen for a person who cannot see or uses no mouse: each control has a name, Tab goes in reading
+// order.
 #include <QAccessible>
 #include <QGroupBox>
 #include <QMenu>
@@ -12,7 +12,7 @@ namespace bexlow::test {
 
 namespace {
 
-// Parts of a toolkit's own control (the box within a spin box) take the keyboard for it.
+// A part of a Qt control (the box within a spin box) takes the focus for the control and is no stop.
 bool IsStop(const QWidget& control, const QWidget& screen) {
   return (control.focusPolicy() & Qt::TabFocus) != 0 && !control.focusProxy() &&
          control.isVisibleTo(&screen) && !control.objectName().startsWith("qt_");

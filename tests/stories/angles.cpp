@@ -84,8 +84,8 @@ TEST_P(RecorderStory, RepliesOfAWrongLengthAreDroppedWithoutAMessage) {
   }
 }
 
-// Bytes that follow a reply on their own: taken for the next one's beginning, they would shift every sample
-// from then on.
+// Stray bytes after a reply: if they were taken for the beginning of the next one, they would shift every
+// later sample.
 TEST_P(RecorderStory, StrayBytesBehindAReplyTearNoSample) {
   const auto length = (logger.*GetParam().reply).size();
   for (std::size_t strays = 1; strays <= length; ++strays) {

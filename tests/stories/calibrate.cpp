@@ -24,8 +24,7 @@ class Calibrate : public Story {
     Choose("Data", "Sample");
     Reads("Shaker will be disabled prior to calibration start!");
   }
-  /// Runs until the samples have come, the last of them again and again; readings of X, the other axes stand
-  /// still.
+  /// Runs until these X readings have come, the last one repeatedly; the other axes stand still.
   void Sample(const std::vector<int>& readings) {
     logger.spoil = [&readings, next = std::size_t{0}](Bytes& reply, microseconds&) mutable {
       const int x = readings[std::min(next++, readings.size() - 1)];

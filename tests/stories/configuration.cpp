@@ -142,7 +142,7 @@ TEST_F(Configuration, AWriteSends40CellsIn44Ticks) {
   machine.Pass(525ms);
   ExpectProgress("Writing 3", 1);
   machine.Pass(14s - 1ms);
-  ExpectProgress("Writing 31", 29);  // the bin cells too move it
+  ExpectProgress("Writing 31", 29);  // the bin cells move it, too
   machine.Pass(7475ms);
   EXPECT_TRUE(machine.boxes.empty());
   machine.Pass(1ms);

@@ -93,7 +93,7 @@ TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
     Choose("File", "Connect");
     Press("OK");
     Reads(CommunicationFailure);
-    EXPECT_EQ(Shared.OnBoardParameters.XTare, 77) << "nothing is salvaged";
+    EXPECT_EQ(Shared.OnBoardParameters.XTare, 77) << "no part of a failed read is kept";
     EXPECT_EQ(Stored(), "4");
     EXPECT_FALSE(Offered("Tools", "Graph"));
     EXPECT_EQ(ScreenInFront(), "Main");

@@ -136,7 +136,7 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
     logger.timeOut = line.timeOut;
     logger.everyTick = line.everyTick;
     for (const auto& [what, spoil, warned] : rows) {
-      for (const int struck : {31, 33, 37}) {  // behind 30 retrievals: page 0, page 2, the blank page
+      for (const int struck : {31, 33, 37}) {  // after 30 retrievals: page 0, page 2, the blank page
         SCOPED_TRACE(std::string(line.what) + ", " + what + ", reply " + std::to_string(struck));
         Store(5);
         machine.WillAnswer(Answer::No);
@@ -157,7 +157,7 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
   }
 }
 
-// The repeat comes behind what arrived of the torn reply, and the line stalls when both make 264 bytes.
+// The repeat follows the part of the torn reply that came, and the line stalls when both make 264 bytes.
 TEST_F(DownloadStory, ATornReplyAndAStallOfTheLineMakeNoPage) {
   for (const int torn : {1, 96, 263}) {
     SCOPED_TRACE(torn);

@@ -1,4 +1,4 @@
-// What a download leaves in files, and what it leaves behind when there is none.
+// The files of a download, and what happens when a file cannot be written.
 #include "stories/DownloadStory.h"
 
 namespace bexlow::test {

@@ -18,7 +18,7 @@ constexpr auto WrongLength = "Read EEPROM error: packet length is <> 1 byte!";
 
 class Eeprom : public Story {
  protected:
-  /// Behind Configuration, which shows its entry upon the service chord.
+  /// Opened from Configuration, which shows the entry after the service chord.
   void SetUp() override {
     StartConnected();
     Choose("Tools", "Configuration");
@@ -148,7 +148,7 @@ TEST_F(Eeprom, APortThatVanishesAtEachByteOrAScreenThatIsLeft) {
   ExpectIdle();
 }
 
-// Past the keyboard text comes in by the clipboard, dropped, or from an input method.
+// The three ways by which text is entered here: keys, clipboard, input method.
 void Keys(QLineEdit& box, const QString& text) {
   Story::TypeInto(box, text);
 }
@@ -190,7 +190,7 @@ TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   Box().setText("-5");
   Box().home(false);
   Keys(Box(), "1");
-  EXPECT_EQ(Text("txtValue"), "1-5") << "a digit swallows no minus";
+  EXPECT_EQ(Text("txtValue"), "1-5") << "a digit in front of a minus removes nothing";
   Press("Write");
   ReadsError("cmdWrite_Click");
 }

@@ -16,8 +16,7 @@ namespace bexlow::test {
 
 constexpr int LongWaitMs = 10'000;
 
-/// Lets real events pass until something is so, without the naps that the toolkit's own wait takes between
-/// them.
+/// Processes real events until a condition holds, without the sleeps of Qt's own wait.
 template <class Condition>
 bool Until(Condition condition, int limitMs = LongWaitMs) {
   const auto end = std::chrono::steady_clock::now() + milliseconds(limitMs);
@@ -169,7 +168,7 @@ TEST_F(RemoteStory, WhatIsTypedOrClearedIsSentToo) {
   EXPECT_EQ(Plain("txtReceive"), "");
 }
 
-// Each arrives where 7 and 8 stand before.
+// The boxes hold 7 and 8 before each datagram.
 TEST_F(RemoteStory, DecodesWhatBearsTheMarksAndShowsTheRestOnly) {
   struct Row {
     const char* what;
@@ -215,7 +214,7 @@ TEST_F(RemoteStory, TheLargestDatagramOfAllBytesIsShownBounded) {
   Arrives(bytes + "BX");
   EXPECT_LT(Plain("txtReceive").size(), 10'000U);
   EXPECT_NE(Plain("txtReceive").find("65507 bytes in all"), std::string::npos);
-  EXPECT_EQ(Text("txtX"), "0") << "the marks were there, a number was not";
+  EXPECT_EQ(Text("txtX"), "0") << "the marks are there, a number is not";
   EXPECT_EQ(live::ReceivedText(std::string("a\0\x1F\x7F\xE9<i>", 8)).toStdString(),
             "a\u2400\u241F\u2421\u00E9<i>");
 }
@@ -269,7 +268,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
   EXPECT_TRUE(peer.Nothing()) << "sent before the name was known";
   Press("Clear");
   EXPECT_EQ(peer.Next(), "");
-  Type("txtRH5", "no such computer");  // its end is that of the look-up that was given up, too
+  Type("txtRH5", "no such computer");  // the end of the look-up given up above looks alike
   Press("Reset");
   EXPECT_TRUE(Until([&] { return Text("lblSocket").find("No computer is known") != std::string::npos; }));
 }

@@ -19,7 +19,7 @@ namespace bexlow::test {
 
 class Story : public ::testing::Test {
  public:
-  /// Any characters, also such as no key of the test's keyboard bears.
+  /// Types any characters, even those that no key of the test's keyboard has.
   static void TypeInto(QWidget& control, const QString& text);
 
  protected:

@@ -1,4 +1,4 @@
-// A logger on a virtual line, written from the wire alone, whose every reply a test can spoil.
+// A logger on a virtual line, written from the wire format alone; a test can spoil each of its replies.
 #pragma once
 
 #include <array>
@@ -37,7 +37,7 @@ class VirtualLogger : public Peer {
   int launches = 0;
   int erases = 0;
 
-  /// Plugs in; behind so many bytes that it hears the device vanishes, at once for 0.
+  /// Plugs in; after the logger has received `bytes` bytes the device vanishes, at once for 0.
   void PlugFor(VirtualMachine& on, int port, int bytes);
   void Receive(std::uint8_t byte) override;
 

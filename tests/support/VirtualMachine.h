@@ -1,4 +1,4 @@
-// A machine on which time is a number: an hour of silence passes in a moment, and every byte bears its time.
+// A machine with simulated time: an hour of silence takes a moment, and each byte is kept with its time.
 #pragma once
 
 #include <QTemporaryDir>
@@ -30,7 +30,7 @@ class Peer {
  public:
   virtual ~Peer() = default;
   virtual void Receive(std::uint8_t byte) = 0;
-  /// Sends bytes back behind all that is on its way, the first of them after a delay and its own time on the
+  /// Sends bytes back after all that is on its way, the first of them after a delay and its own time on the
   /// line.
   void Send(const Bytes& bytes, microseconds delay = microseconds{0});
 

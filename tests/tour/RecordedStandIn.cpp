@@ -16,7 +16,7 @@ using test::LinesOf;
 namespace {
 
 constexpr std::size_t PageSize = 264;
-constexpr std::size_t ModeCell = 42;  // 0 bins, 1 samples; the channels behind it
+constexpr std::size_t ModeCell = 42;  // 0 bins, 1 samples; the channels follow
 
 std::string TwoDigits(int value) {
   return (value < 10 ? "0" : "") + std::to_string(value);

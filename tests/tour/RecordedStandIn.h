@@ -1,5 +1,5 @@
-// A stand-in logger that records what it holds and says, and what the files must hold that were downloaded
-// from it: worked out here from its memory, by formulas of the tour's own.
+// A stand-in logger that records what it holds and sends, and the expected contents of files downloaded from
+// it, computed from its memory by formulas of the tour's own.
 #pragma once
 
 #include <array>

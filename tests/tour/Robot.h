@@ -1,4 +1,4 @@
-// A user made of timers: chooses, presses, types, answers the boxes that open meanwhile with "Yes" or their
+// A user played by timers: chooses, presses, types, answers the boxes that open meanwhile with "Yes" or their
 // usual button, and takes pictures.
 #pragma once
 
@@ -37,7 +37,7 @@ class Robot {
   void Rest(int ms);
   /// A picture of the outer window and what lies above it, and one of the small window.
   void Picture(const std::string& name);
-  /// The next picture of a box that begins so, under this name.
+  /// Takes a picture, under this name, of the next box whose text begins so.
   void PictureOfBox(const QString& text, const std::string& name);
 
   void NextFile(const std::filesystem::path& path) { nextFile_ = path; }

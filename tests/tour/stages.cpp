@@ -67,8 +67,8 @@ void CalibrateAxes(Tour& tour) {
   robot.Choose("Data", "Return");
 }
 
-/// Samples with the saving on. Every record behind its time is what was sent at its place; the last ones sent
-/// may have come behind the stop.
+/// Samples with saving on. Each record without its time must be the sample that was sent at its place; the
+/// last samples may have come after the stop.
 void SaveAndCompare(Tour& tour, const std::string& name,
                     const std::function<std::string(const std::vector<int>&)>& recordOf) {
   auto& robot = tour.robot;

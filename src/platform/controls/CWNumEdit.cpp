@@ -51,7 +51,7 @@ void CWNumEdit::Value(double value) {
   FitBaseRange();
   setValue(value);
   shown_ = QDoubleSpinBox::value();
-  lineEdit()->setText(textFromValue(shown_));  // also over what the user has half typed
+  lineEdit()->setText(textFromValue(shown_));  // replaces half-typed text, too
   assigning_ = false;
 }
 
@@ -72,7 +72,7 @@ void CWNumEdit::SetStep(double step) {
   setSingleStep(step);
 }
 
-// The base bounds whatever it is given by its range, so its range has to reach out to an assigned value.
+// The base class limits every value to its range, so the range must include an assigned value.
 void CWNumEdit::FitBaseRange() {
   const double least = std::min(lower_, value_);
   const double greatest = std::max(upper_, value_);
@@ -80,13 +80,12 @@ void CWNumEdit::FitBaseRange() {
 }
 
 void CWNumEdit::OnBaseChange(double shown) {
-  if (assigning_ || shown == shown_) return;  // Enter tells of values that have not changed
+  if (assigning_ || shown == shown_) return;  // Enter reports values that have not changed
   shown_ = shown;
   if (IsInside(shown)) {
     value_ = shown;
   } else {
-    Value(
-        std::clamp(shown, lower_, upper_));  // an assistive tool goes by the base's range, which may be wider
+    Value(std::clamp(shown, lower_, upper_));  // an assistive tool uses the base's range, maybe a wider one
   }
   if (ValueChanged) ValueChanged(value_);
 }
@@ -97,7 +96,7 @@ std::optional<double> CWNumEdit::Typed() const {
   return isNumber ? std::optional(typed) : std::nullopt;
 }
 
-// A number on its way may lie outside the limits: 1025 with a limit of 1024 must not end as 102.
+// A typed number may lie outside the limits: if 1025 were refused at a limit of 1024, 102 would be left.
 QValidator::State CWNumEdit::validate(QString& text, int& position) const {
   if (text == textFromValue(value())) return QValidator::Acceptable;
   text = text.trimmed();
@@ -179,7 +178,7 @@ QAbstractSpinBox::StepEnabled CWNumEdit::stepEnabled() const {
   return enabled;
 }
 
-// Without the focus the wheel belongs to the page, which may be scrolling past.
+// Without the focus the wheel scrolls the page that holds the box.
 void CWNumEdit::wheelEvent(QWheelEvent* event) {
   if (hasFocus()) return QDoubleSpinBox::wheelEvent(event);
   event->ignore();

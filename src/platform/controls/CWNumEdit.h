@@ -1,5 +1,4 @@
-// A numeric edit: what the program assigns is kept to the last bit, what the user enters stays inside the
-// limits.
+// A numeric edit: keeps the program's values exactly and the user's entries within the limits.
 #pragma once
 
 #include <QDoubleSpinBox>
@@ -15,8 +14,8 @@ class CWNumEdit : public QDoubleSpinBox {
  public:
   explicit CWNumEdit(QWidget* parent = nullptr);
 
-  /// What the program assigned last, exactly, or what the user has made of it since. While what is typed lies
-  /// outside the limits, it is the limit that the box will show when the user has finished.
+  /// The exact value that the program assigned last, or the user's entry since then. While the typed number
+  /// lies outside the limits, it is the limit that the box will show when the user has finished.
   double Value() const;
 
   /// Shows a value. It may lie outside the limits and may have more decimals than are shown.
@@ -57,17 +56,17 @@ class CWNumEdit : public QDoubleSpinBox {
   void OnEdited();
   void OnFinished();
   QString LimitsInWords() const;
-  /// Says why something typed does not count: in words beside the box and as its accessible description.
+  /// Says why typed text is refused: in a tool tip below the box and as its accessible description.
   void Refuse(const QString& words);
-  void EndRefusal();  ///< the words beside the box stay for a while
+  void EndRefusal();  ///< the tool tip stays for a while
 
   double value_ = 0;
   double shown_ = 0;  // the same, rounded to the decimals on show
   double lower_ = 0;
   double upper_ = 100;
   bool assigning_ = false;
-  QString outside_;                     ///< what is typed, while it lies outside the limits
-  std::optional<QString> description_;  ///< the accessible one, while a refusal stands in its place
+  QString outside_;                     ///< the typed text while it lies outside the limits
+  std::optional<QString> description_;  ///< the accessible one, while a refusal replaces it
 };
 
 }  // namespace bexlow::platform

@@ -7,7 +7,7 @@ namespace bexlow::platform {
 
 namespace {
 
-// WCAG 2.1, level AA: text of ordinary size, and what is no text.
+// WCAG 2.1, level AA: text of ordinary size, and graphics.
 constexpr double ReadableContrast = 4.5;
 constexpr double SeenContrast = 3;
 
@@ -37,8 +37,8 @@ QColor Blend(const QColor& first, const QColor& second, double share) {
                           mix(first.blueF(), second.blueF()));
 }
 
-// Blue, vermilion red and orange of the Okabe-Ito set, which keep apart for all common kinds of colour
-// blindness, each in a shade for a bright and for a dark ground.
+// Blue, vermilion red and orange of the Okabe-Ito set, which differ for all common kinds of colour
+// blindness, each in one shade for a light and one for a dark background.
 Colours ColoursOf(const QPalette& palette, QPalette::ColorGroup group) {
   const auto paper = palette.color(group, QPalette::Base);
   const auto text = Readable(palette.color(group, QPalette::Text), paper);

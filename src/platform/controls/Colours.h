@@ -1,5 +1,4 @@
-// Colours of the drawn widgets: taken from the palette, and a few of ours that colour-blind readers can tell
-// apart.
+// Colours of the drawn widgets: from the palette, and some that colour-blind readers can tell apart.
 #pragma once
 
 #include <QColor>
@@ -7,7 +6,7 @@
 
 namespace bexlow::platform {
 
-/// Contrast of two colours as the accessibility guidelines reckon it: 1 (none) to 21 (black on white).
+/// Contrast of two colours by the formula of WCAG: 1 (none) to 21 (black on white).
 double Contrast(const QColor& a, const QColor& b);
 
 /// A colour between two: 0 gives the first, 1 the second.
@@ -24,7 +23,7 @@ struct Colours {
   QColor focus;   // frame of the widget that has the keys
 };
 
-/// For a widget in this state of enabling.
+/// For an enabled (Active) or disabled widget.
 Colours ColoursOf(const QPalette& palette, QPalette::ColorGroup group = QPalette::Active);
 
 /// For pictures that go on paper, whatever the screen looks like.

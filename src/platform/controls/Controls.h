@@ -1,4 +1,4 @@
-// Plain controls with their names: objectName for the program, accessible name for the reader.
+// Plain controls with their names: objectName for the program, accessible name for screen readers.
 #pragma once
 
 #include <QString>
@@ -11,7 +11,7 @@ class QWidget;
 
 namespace bexlow::platform {
 
-/// A frame that bears its caption.
+/// A frame with a caption.
 QGroupBox* MakeFrame(const char* name, const QString& caption, QWidget* parent);
 /// A label; with a buddy it is read aloud as the buddy's name and brings the keyboard there.
 QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent, QWidget* buddy = nullptr);
@@ -21,7 +21,7 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 /// A bar from 0 that shows no number of its own.
 QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent);
 
-/// Sets a value, held within the bar.
+/// Sets a value, limited to the bar's range.
 void SetProgress(QProgressBar* bar, double value);
 
 }  // namespace bexlow::platform

@@ -24,7 +24,7 @@ void EventGate::CollectAndDeliver(const std::function<void()>& collect) {
     EventGate& gate;
     ~Collecting() {
       gate.collecting_ = false;
-      gate.Wake();  // also for what was offered before a failure
+      gate.Wake();  // also if `collect` throws
     }
   };
   {
@@ -57,7 +57,7 @@ bool EventGate::DeliverOne() {
   return true;
 }
 
-// One item a posted event, so that painting and input take their turns between two deliveries.
+// Each posted event delivers one item, so that painting and input run between two deliveries.
 void EventGate::Wake() {
   if (woken_ || collecting_ || Held() || queue_.empty()) return;
   woken_ = true;

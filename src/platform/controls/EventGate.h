@@ -15,9 +15,9 @@ class EventGate {
 
   /// Queues a delivery for a source; a source that already waits keeps its place and its one delivery.
   void Offer(const void* source, std::function<void()> deliver);
-  /// Runs what takes bytes in, and delivers what that makes due at once, not a turn of the event loop later.
+  /// Runs `collect`, which takes bytes in, then delivers a waiting event at once, not from the event loop.
   void CollectAndDeliver(const std::function<void()>& collect);
-  /// Takes back what a source has waiting.
+  /// Removes the waiting delivery of a source.
   void Withdraw(const void* source);
   /// Runs a user's action now, or drops it while the gate is held or a modal screen lies above its window.
   /// False if it was dropped.

@@ -1,4 +1,4 @@
-// Gives the keyboard back to a control that an action of the user has disabled for a while.
+// Gives the focus back to a control that an action of the user has disabled for a while.
 #pragma once
 
 #include <QObject>
@@ -15,9 +15,8 @@ class FocusKeeper : public QObject {
  public:
   explicit FocusKeeper(QWidget& screen) : screen_(screen) {}
 
-  /// Runs an action. The toolkit moves the keyboard on when the control that has it is disabled; it comes
-  /// back when the control is enabled again, during the action or later, unless the user has moved it
-  /// meanwhile.
+  /// Runs an action. Qt moves the focus on when the focused control is disabled. It comes back when the
+  /// control is enabled again, during the action or later, unless the user has moved it meanwhile.
   /// @param pressed  what the user pressed for it; null for a menu entry or a key
   void Run(const std::function<void()>& action, const QWidget* pressed = nullptr);
 
@@ -28,7 +27,7 @@ class FocusKeeper : public QObject {
   void Watch(QWidget* control);
 
   QWidget& screen_;
-  QPointer<QWidget> control_;    ///< had the keyboard when the action began
+  QPointer<QWidget> control_;    ///< had the focus when the action began
   QPointer<QWidget> movedOnTo_;  ///< has it since the action ended
   bool running_ = false;
 };

@@ -16,7 +16,7 @@ namespace bexlow::platform {
 
 namespace {
 
-// Of a group: the option that a dropped click gives the mark back to.
+// Property of an option's parent: the option that is marked again when a click is dropped.
 constexpr auto MarkedBefore = "markedBefore";
 
 bool TakesKeys(const QWidget& control, const QWidget& screen) {
@@ -54,7 +54,7 @@ void Form::Unload() {
   deleteLater();
 }
 
-// In the destructor the controls that have steps would be gone.
+// Not in the destructor: by then the controls that added steps are gone.
 bool Form::event(QEvent* event) {
   if (event->type() == QEvent::DeferredDelete) Unload();
   return QWidget::event(event);
@@ -103,7 +103,7 @@ Form* Form::Active() {
   return nullptr;
 }
 
-// As by Tab, so that what is typed replaces what a box holds.
+// Takes the focus as Tab does, which selects a box's text, so that typing replaces it.
 void Form::Activated() {
   auto* wanted = std::exchange(shownBefore_, true) ? focusWidget() : firstFocus_;
   if (wanted != nullptr && TakesKeys(*wanted, *this)) return wanted->setFocus(Qt::TabFocusReason);
@@ -129,7 +129,7 @@ bool Form::Act(const std::function<void()>& handler, const QWidget* pressed) {
   return EventGate::Get().Click(this, [&] { focusKeeper_.Run(handler, pressed); });
 }
 
-// A screen reader reaches the entries of a disabled menu.
+// A screen reader can trigger the entries of a disabled menu.
 void Form::Choose(const QMenu* menu, const std::function<void()>& handler) {
   if (menu->isEnabled()) Act(handler);
 }
@@ -182,7 +182,7 @@ QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget
     if (!now) return void(parent->setProperty(MarkedBefore, QVariant::fromValue(option)));
     if (Act(handler ? handler : [] {})) return;
     auto* before = parent->property(MarkedBefore).value<QRadioButton*>();
-    const QSignalBlocker quiet(before);  // giving the mark back is no choice
+    const QSignalBlocker quiet(before);  // this is not the user's choice: no handler
     if (before != nullptr) before->setChecked(true);
   });
   return option;

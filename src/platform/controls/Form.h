@@ -1,4 +1,4 @@
-// A screen: a named widget with a caption, a menu of its own and controls that go with it.
+// A screen: a named widget with a caption, a menu of its own, and controls that end with it.
 #pragma once
 
 #include <QAction>
@@ -43,7 +43,7 @@ class Form : public QWidget {
   /// Adds a step of Unload. Controls add themselves.
   void AtUnload(std::function<void()> step) { unloadSteps_.push_back(std::move(step)); }
 
-  /// Shows the screen as a window that holds off the other windows' input. Returns at once.
+  /// Shows the screen as a window that blocks input to the other windows. Returns at once.
   void ShowModal(QWidget* above);
 
   /// A port was opened or a timer started (+1), or ended (-1): while any is left, the screen is engaged in an
@@ -54,7 +54,7 @@ class Form : public QWidget {
   /// Tells what an engaged screen is doing.
   std::function<Activity()> OnActivity;
 
-  /// The pointer of the whole program; a screen that is left takes its busy pointer with it.
+  /// Sets the pointer of the whole program; leaving the screen ends its busy pointer.
   void MousePointer(Pointer pointer);
 
   /// The screen in front: the modal one on top, else the one on show in the outer window. Null before the
@@ -81,8 +81,8 @@ class Form : public QWidget {
   QAction* AddSeparator(QMenu* menu, const char* name);
   /// A button whose click goes through the event gate.
   QPushButton* MakeButton(const char* name, const QString& caption, std::function<void()> handler);
-  /// An option; options of one parent exclude each other. The handler runs through the event gate, once for
-  /// each mark that is set after it was made, be it by a click, by a key or by an assistive tool.
+  /// An option; options of one parent exclude each other. The handler runs through the event gate, each
+  /// time the option is marked later, by a click, a key or an assistive tool.
   QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent, bool marked,
                            const std::function<void()>& handler = {});
   void DefaultButton(QPushButton* button) { defaultButton_ = button; }
@@ -90,8 +90,7 @@ class Form : public QWidget {
   void FirstFocus(QWidget* control) { firstFocus_ = control; }
   /// A key that works wherever the keyboard is while the screen is in front. Held down it counts once.
   void AddChord(const QKeySequence& key, std::function<void()> handler);
-  /// What the screen does first of all, as an event behind the click that opens it, so that it is in front by
-  /// then.
+  /// What the screen does first: an event after the click that opens it, when the screen is in front.
   void StartWith(std::function<void()> handler);
 
   void keyPressEvent(QKeyEvent* event) override;

@@ -30,7 +30,7 @@ bool FramePace::eventFilter(QObject*, QEvent* event) {
   return false;
 }
 
-// A chain that goes on asks for the next frame itself, at a better moment.
+// While a chain runs, it paints the frames itself, at times when a reply is on the line.
 void FramePace::EndFrame() {
   if (asked_.isValid() && !asked_.hasExpired(LiveFrameMs)) return frame_.start(LiveFrameMs);
   PaintWhatIsOwed();

@@ -11,7 +11,7 @@ class QWidget;
 
 namespace bexlow::platform {
 
-/// Holds back what a window asks to have painted until a frame's time has passed since the last frame.
+/// Delays a window's paint request until a frame's time has passed since the last frame.
 /// Samples come up to thousands of times a second; painting each would leave the line waiting for the screen.
 class FramePace : public QObject {
   Q_OBJECT
@@ -19,11 +19,11 @@ class FramePace : public QObject {
  public:
   explicit FramePace(QWidget& window);
 
-  /// For a chain, right behind a request: if it is time for a frame, brings the controls up to date and
-  /// paints them while the reply is on the line. As long as it is called, nothing else in the window is
-  /// painted in between, and live values at a slower pace.
+  /// A chain calls this right after a request: if a frame is due, it updates the controls and paints them
+  /// while the reply is on the line. As long as a chain calls it, the window is painted at no other time
+  /// (except by PaintNow), and frames are longer.
   static void PaintWhileWaiting(const QWidget& inside, const std::function<void()>& show);
-  /// Paints at once what a window owes.
+  /// Paints at once if a paint request of the window is delayed.
   static void PaintNow(const QWidget& window);
 
  private:

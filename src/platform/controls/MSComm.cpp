@@ -11,7 +11,7 @@ namespace bexlow::platform {
 
 namespace {
 
-// A reply is at most 264 bytes and an erase some 6,200: a line that pours more than this is not a logger.
+// A reply is at most 264 bytes and an erase some 6,200: a line that sends more than this is not a logger.
 constexpr std::size_t NeverDropBelow = std::size_t{64} * 1024;
 
 [[noreturn]] void Refuse(std::errc code, const std::string& words) {

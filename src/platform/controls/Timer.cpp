@@ -7,7 +7,7 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr std::chrono::milliseconds HeldUp{5};  // later than a machine with other work is
+constexpr std::chrono::milliseconds HeldUp{5};  // a busy machine is less late than this
 
 std::int64_t Counts(std::chrono::milliseconds time) {
   return Machine::Get().QueryPerformanceFrequency() * time.count() / 1000;
@@ -24,8 +24,8 @@ Timer::~Timer() {
   EventGate::Get().Withdraw(this);
 }
 
-// The machine's alarm keeps its beat. A tick that was held up by a handler or an open box is followed by a
-// whole interval, since the logger needs it.
+// The machine's alarm ticks at fixed times. After a tick that a handler or an open box has delayed, the next
+// one comes a whole interval later, since the logger needs it.
 void Timer::Tick() {
   if (!enabled_) return;
   const auto now = Machine::Get().QueryPerformanceCounter();

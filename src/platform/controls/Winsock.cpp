@@ -59,8 +59,7 @@ void Winsock::End() {
   ForgetLookUp();
 }
 
-// The four numbers of the screen are an address of the older kind, so that a name counts by its address of
-// that kind.
+// The four numbers on the screen are an IPv4 address, so a name stands for its IPv4 address too.
 void Winsock::RemoteHost(const std::string& host) {
   ForgetLookUp();
   remoteHost_ = host;
@@ -72,8 +71,8 @@ void Winsock::RemoteHost(const std::string& host) {
   if (!host.empty()) LookUp(name);
 }
 
-// The toolkit leaks memory when a look-up is aborted, so one that nobody waits for any more runs to its end
-// and is ignored. The application object receives it, since the socket may be gone by then.
+// Qt leaks memory when a look-up is aborted, so one that is no longer needed runs to its end and is ignored.
+// The application object receives it, since the socket may be gone by then.
 void Winsock::LookUp(const QString& name) {
   lookUp_ = std::make_shared<QHostInfo>();
   QHostInfo::lookupHost(name, qApp, [this, waiting = std::weak_ptr(lookUp_)](const QHostInfo& found) {
@@ -133,8 +132,7 @@ void Winsock::SendData(const std::string& text) {
   Refuse(CodeOf(socket_->error()), socket_->errorString().toStdString());
 }
 
-// The toolkit falls silent about a socket that is not read when it asks, so that what finds no room is read
-// and dropped.
+// Qt reports no further datagrams until a socket is read, so those without room are read and dropped.
 void Winsock::Collect() {
   for (int i = 0; i < MostAtOnce && socket_->hasPendingDatagrams(); ++i) {
     const auto datagram = socket_->receiveDatagram();

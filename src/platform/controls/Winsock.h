@@ -1,5 +1,4 @@
-// The UDP control: a socket bound to a local port, a peer by name or address, datagrams that arrive one event
-// each.
+// The UDP control: a socket on a local port, a peer by name or address, one event for each datagram.
 #pragma once
 
 #include <QHostAddress>
@@ -42,7 +41,7 @@ class Winsock {
   void RemotePort(std::int32_t port) { remotePort_ = port; }
 
   /// Takes a local port, for this program alone. Throws std::system_error: invalid_argument for no port,
-  /// permission_denied, address_in_use, or whatever the system has against it; the socket stays closed then.
+  /// permission_denied, address_in_use, or the system's own reason; the socket stays closed then.
   void Bind(std::int32_t port);
   /// The bound port, 0 for none.
   int LocalPort() const;
@@ -50,7 +49,7 @@ class Winsock {
   void Close();
 
   /// Sends one datagram. Nothing happens while the peer is not known. Throws std::system_error if the socket
-  /// is not bound, the remote port is none, or the system refuses the datagram.
+  /// is not bound, there is no remote port, or the system refuses the datagram.
   void SendData(const std::string& text);
   /// The datagram of the running DataArrival.
   const std::string& GetData() const { return current_; }
@@ -70,7 +69,7 @@ class Winsock {
   std::string remoteHost_;
   Peer peerState_ = Peer::Unnamed;
   QHostAddress peer_;
-  std::shared_ptr<QHostInfo> lookUp_;  ///< the one that is waited for, empty until it ends
+  std::shared_ptr<QHostInfo> lookUp_;  ///< the running look-up; its result when it has ended
   std::int32_t remotePort_ = 0;
   std::deque<std::string> received_;
   std::string current_;

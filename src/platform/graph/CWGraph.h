@@ -53,8 +53,8 @@ class CWGraph : public QWidget, public DescribedChart {
 
   void SetPlotStyle(PlotStyle style);
 
-  /// What the whole of an axis is, and shows it. Auto-scaled it is the range of the data, and minimum to
-  /// maximum while there is none. An axis without length gets some.
+  /// Sets the whole range of an axis and shows it. Auto-scaled, it is the range of the data, and minimum to
+  /// maximum while there is none. An empty range is widened.
   void SetXAxis(bool autoScale, double minimum, double maximum);
   void SetYAxis(bool autoScale, double minimum, double maximum);
 
@@ -67,7 +67,7 @@ class CWGraph : public QWidget, public DescribedChart {
   /// A cursor at 0, 0 in the plain look of a new one.
   void AddCursor();
   void RemoveAllCursors();
-  /// Draws the cursor at x stronger, where there are several.
+  /// Draws the cursor at x thicker, if there are several.
   void StressCursor(std::optional<double> x);
   /// The look of the first cursor, red, for cursor n, counted from 1.
   /// @throws std::system_error (invalid argument) where there is no cursor n; so do the next three
@@ -90,7 +90,7 @@ class CWGraph : public QWidget, public DescribedChart {
   /// A level line that the user drags up and down; std::nullopt removes it.
   void SetLimit(std::optional<double> value);
   std::optional<double> Limit() const;
-  /// A line of words over the plot; an empty text removes it.
+  /// A line of text over the plot; an empty text removes it.
   void SetNumbers(const QString& words);
   /// The series on show.
   std::span<const double> Values() const { return series_.Values(); }
@@ -170,7 +170,7 @@ class CWGraph : public QWidget, public DescribedChart {
   std::vector<const CWGraph*> Graphs(Extent extent) const;
   /// "X", "X and Y".
   QString NamesOf(Extent extent) const;
-  /// Gives the plots, titled and in the colours of paper, to draw.
+  /// Calls `draw` with the plots, titled and in the colours for paper.
   template <class Draw>
   auto OnPaper(Extent extent, Draw draw) const;
   void CopyPicture(Extent extent) const;

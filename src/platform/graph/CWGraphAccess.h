@@ -16,7 +16,7 @@ class DescribedChart {
   virtual QWidget* WordsShown() const = 0;
 };
 
-/// Makes every DescribedChart widget heard. May be called any number of times.
+/// Lets screen readers read every DescribedChart widget. May be called any number of times.
 void InstallChartAccess();
 
 }  // namespace bexlow::platform

@@ -9,7 +9,7 @@ namespace bexlow::platform {
 namespace {
 
 constexpr int MarkSize = 4;       // half of a diamond, in pixels
-constexpr int DenseDistance = 3;  // columns between neighbours below which lines would form a wall
+constexpr int DenseDistance = 3;  // columns; below this mean distance of cursors their lines are drawn faint
 constexpr double ClickReach = 5;  // greatest distance of a click from a cursor, in pixels
 constexpr float DenseOpacity = 0.3F;
 
@@ -25,7 +25,7 @@ void CWGraphCursors::SetColours(const QColor& plain, const QColor& marked) {
   marked_ = marked;
 }
 
-// Marked ones win their column, then the first.
+// Of several cursors in a column a marked one is chosen, else the first.
 std::vector<const CWGraphCursors::Cursor*> CWGraphCursors::OneInEachColumn(int left, int columns) const {
   std::vector<const Cursor*> chosen(static_cast<std::size_t>(std::max(columns, 0)), nullptr);
   const auto view = mKeyAxis->range();

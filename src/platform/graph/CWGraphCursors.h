@@ -25,7 +25,7 @@ class CWGraphCursors : public CWGraphPlottable {
   Cursor& Numbered(int n);
   /// Draws the cursor at x with a thicker line, if there are several cursors.
   void Stress(std::optional<double> x) { stressed_ = x; }
-  /// Where the cursor nearest to a place of the plot stands; nothing where none is close.
+  /// The x of the cursor nearest to a pixel column; nothing if none is close.
   std::optional<double> Near(double pixel) const;
   void SetColours(const QColor& plain, const QColor& marked);
 
@@ -38,7 +38,7 @@ class CWGraphCursors : public CWGraphPlottable {
   void DrawAll(QCPPainter& painter, const std::vector<const Cursor*>& chosen, Look look,
                const QColor& colour) const;
   void DrawLines(QCPPainter& painter, const std::vector<int>& columns, const QColor& colour) const;
-  /// In pen and brush of the lines before.
+  /// Uses the pen and brush that DrawLines has set.
   void DrawMark(QCPPainter& painter, const Cursor& cursor, int column) const;
 
   void DrawStressed(QCPPainter& painter) const;

@@ -12,7 +12,7 @@ constexpr double Infinite = std::numeric_limits<double>::infinity();
 constexpr double FinestColumn = 0.125;  // pixels, in PDF, SVG and print
 constexpr double BarWidth = 2;
 constexpr double HeadRadius = 2.5;
-constexpr double DotDistance = 10;  // pixels between samples from which on each is a dot on the line
+constexpr double DotDistance = 10;  // pixels between samples; from here on each sample is also drawn as a dot
 
 }  // namespace
 
@@ -68,7 +68,7 @@ void CWGraphCurve::DrawLine(QCPPainter& painter, const Scale& x, const Scale& y,
   flush();
 }
 
-// Each column from its least to its greatest value, and on to the last value of the column before.
+// Draws each column from its least to its greatest value, counting the last value of the column before.
 void CWGraphCurve::DrawColumns(QCPPainter& painter, const Scale& x, const Scale& y,
                                double columnWidth) const {
   const auto values = series_.Values();
@@ -80,8 +80,7 @@ void CWGraphCurve::DrawColumns(QCPPainter& painter, const Scale& x, const Scale&
     const auto end = FirstFrom(column + columnWidth, x);
     double least = Infinite;
     double greatest = -Infinite;
-    for (auto i = from > 0 && from < end ? from - 1 : from; i < end;
-         ++i) {  // nan is neither less nor greater
+    for (auto i = from > 0 && from < end ? from - 1 : from; i < end; ++i) {  // nan is never less or greater
       if (values[i] < least) least = values[i];
       if (values[i] > greatest) greatest = values[i];
     }

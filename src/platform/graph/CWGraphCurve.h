@@ -6,9 +6,9 @@
 
 namespace bexlow::platform {
 
-// The plot library's own graph, made for points in any distance, takes twice to three times as long for a
-// full run. Ours are equally spaced: those of a pixel column are found without a search, and are one upright
-// line.
+// The plot library's own graph, made for points at any distance, takes two to three times as long for a full
+// run. Our points are equally spaced: those in a pixel column are found without a search, and are drawn as
+// one vertical line.
 class CWGraphCurve : public CWGraphPlottable {
  public:
   /// The series belongs to the graph and lives as long as it does.

@@ -25,9 +25,9 @@ class CWGraphInteraction : public QObject {
   CWGraphInteraction(QWidget& graph, QCustomPlot& plot, CWGraphView& view, CWGraphReadOut& readOut,
                      CWGraphOverlay& overlay, CWGraphLimit& limit);
 
-  /// The right button was pressed and released in one place (on the screen), or the menu's keys.
+  /// The right button was pressed and released in one place (on the screen), or a menu key was pressed.
   std::function<void(QPoint global)> MenuWanted;
-  /// The left button was pressed and released in one place. Switched off: pressed, or Space (in the middle).
+  /// The left button was pressed and released in one place. While off: pressed, or Space (in the middle).
   std::function<void(QPoint place)> Clicked;
   /// Page Up and Page Down go here first; false leaves them to the view.
   std::function<bool(bool forward)> Paged;

@@ -17,15 +17,15 @@ class CWGraphLimit {
  public:
   CWGraphLimit(QCustomPlot& plot, const CWGraphAxis& yAxis);
 
-  /// Nothing takes the line away.
+  /// std::nullopt removes the line.
   void Set(std::optional<double> value);
   std::optional<double> Value() const { return value_; }
 
   /// @param y  pixels of the plot
   bool IsNear(double y) const;
-  /// To the whole number nearest to that place, within the view and the full scale.
+  /// Moves to the whole number nearest to y, within the view and the full scale.
   void DragTo(double y);
-  /// By so many units, within the view and the full scale.
+  /// Moves by `units`, within the view and the full scale.
   void Step(double units);
 
   void SetColours(const QColor& line, const QColor& paper);

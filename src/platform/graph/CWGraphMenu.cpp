@@ -27,7 +27,7 @@ constexpr auto PictureFilter =
 QAction* CWGraph::AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action) {
   auto* entry = new QAction(caption, this);
   entry->setShortcut(keys);
-  entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs side by side the one with the focus
+  entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs, the one with the focus
   connect(entry, &QAction::triggered, this, [this, action = std::move(action)] {
     EventGate::Get().Click(this, action);
     RenewMenu();

@@ -1,5 +1,4 @@
-// What lies over a plot without redrawing it: the frame of the focus, the rectangle being drawn, the point
-// read out.
+// Drawn over a plot without redrawing it: the focus frame, the rectangle being drawn, the point read out.
 #pragma once
 
 #include <QWidget>

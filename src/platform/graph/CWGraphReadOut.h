@@ -1,5 +1,4 @@
-// The point of a graph that is read out: chosen by the pointer or by keys, marked on the plot, told in a line
-// of words.
+// The point of a graph that is read out: chosen by pointer or keys, marked on the plot, put into words.
 #pragma once
 
 #include <QPointF>
@@ -29,14 +28,14 @@ class CWGraphReadOut {
 
   /// Reads the point nearest to a place of the plot; outside of the axes none.
   void PointAt(QPointF place);
-  /// Moves on by so many points, beginning in the middle of what is on show, and keeps the point in sight.
+  /// Moves on by `points`, starting in the middle of the view, and keeps the point in view.
   void Step(std::ptrdiff_t points);
   void StepToEnd(bool last);
   void Forget();
   /// The point read out; nothing where none is.
   std::optional<QPointF> Point() const;
 
-  /// Puts the mark where the point is after a redraw.
+  /// Moves the mark to where the point is after a redraw.
   void Refresh();
 
  private:

@@ -28,7 +28,7 @@ class CWGraphSeries {
   enum class Style { Bin, Linear };
 
   CWGraphSeries() = default;
-  /// A value that is no finite number, or a place that is none, is a gap.
+  /// A point whose value or x is not finite is a gap.
   CWGraphSeries(std::vector<double> values, double firstX, double stepX);
 
   std::span<const double> Values() const { return values_; }
@@ -41,11 +41,10 @@ class CWGraphSeries {
   std::optional<CWGraphRange> XRange() const;
   std::optional<CWGraphRange> YRange() const { return yRange_; }
 
-  /// The point nearest to x, nothing in an empty series. Of bins, one that counts is preferred to its empty
-  /// neighbours.
+  /// The point nearest to x, nothing in an empty series. A bin with a count is preferred to empty neighbours.
   std::optional<std::size_t> Nearest(double x, Style style) const;
 
-  /// The point so many further on, at most the last or first. Of bins only those that count are gone to.
+  /// The point `points` further on, at most the last or first. Bins without a count are skipped.
   std::size_t Beyond(std::size_t index, std::ptrdiff_t points, Style style) const;
 
   /// "Sample 1234: -12°" or "Angle -30°: count 17".

@@ -27,7 +27,7 @@ constexpr double ValueBelowCentre = 0.32;  // the middle of the window that show
 constexpr double WindowWidth = 0.84;
 constexpr double WindowHeight = 0.26;
 
-constexpr int ScaleMarkDegrees = 30;  // of the arc, about, from one long mark to the next
+constexpr int ScaleMarkDegrees = 30;  // of the arc between two long marks, roughly
 
 Colours ColoursFor(const QWidget& widget) {
   return ColoursOf(widget.palette(), widget.isEnabled() ? QPalette::Active : QPalette::Disabled);
@@ -126,7 +126,7 @@ void CWKnob::DrawScale(QPainter& painter) const {
   }
 }
 
-// A full circle has room for every second number, and for one number where both ends meet.
+// On a full circle only every second number fits, and only one where both ends meet.
 void CWKnob::DrawNumbers(QPainter& painter) const {
   painter.setPen(ColoursFor(*this).text);
   const bool isFullCircle = arcDegrees_ > 350;

@@ -113,7 +113,7 @@ void Instrument::EnsureFace() {
   DrawFace(painter);
 }
 
-// The frame behind belongs to the face, so that a new value has nothing but the instrument painted.
+// The parent's background is drawn into the face, so that a new value repaints only the instrument.
 void Instrument::DrawGround(QPainter& painter) {
   if (isWindow()) return;
   parentWidget()->render(&painter, {}, geometry(), DrawWindowBackground);
@@ -129,8 +129,7 @@ void Instrument::paintEvent(QPaintEvent*) {
   Announce();
 }
 
-// Told no more often than it is drawn, so that a chain of 380 samples a second does not flood a screen
-// reader.
+// Called only when drawing, so that a chain of 380 samples a second does not flood a screen reader.
 void Instrument::Announce() {
   if (!QAccessible::isActive() || announced_ == ValueText()) return;
   announced_ = ValueText();

@@ -1,5 +1,4 @@
-// What dials and slides have in common: a value on a scale, a face that is drawn once and kept, a pointer
-// above it, and their accessibility.
+// What dials and slides share: a value on a scale, a face drawn once and kept, a pointer, accessibility.
 #pragma once
 
 #include <QAccessible>
@@ -16,7 +15,7 @@ class Instrument : public QWidget {
  public:
   explicit Instrument(QWidget* parent = nullptr);
 
-  /// What was set last, unchanged, also where the pointer stands at an end stop.
+  /// The value that was set last, even if it lies outside the scale.
   double Value() const { return value_; }
 
   /// Any double. Outside the scale the pointer stands at the end stop; nan is shown as 0.
@@ -28,7 +27,7 @@ class Instrument : public QWidget {
   /// The value as it is shown and read aloud.
   QString ValueText() const { return TextOf(value_); }
 
-  /// Put behind the value on show, "°" for instance.
+  /// Text after the displayed value, "°" for instance.
   void SetUnit(const QString& unit);
 
   /// What a screen reader calls it.
@@ -37,7 +36,7 @@ class Instrument : public QWidget {
   /// Whether only the program moves the pointer.
   virtual bool IsReadOnly() const { return true; }
 
-  /// The user, or an assistive tool, moves the pointer. Ignored where only the program may.
+  /// The user, or an assistive tool, moves the pointer. Ignored if read-only.
   virtual void MoveByUser(double value) { static_cast<void>(value); }
 
  protected:
@@ -45,7 +44,7 @@ class Instrument : public QWidget {
   virtual void DrawFace(QPainter& painter) const = 0;
   /// Pointer and value text.
   virtual void DrawPointer(QPainter& painter) const = 0;
-  /// What a new value changes, in the widget's units.
+  /// The area that a new value changes, in the widget's units.
   virtual QRect MovingArea() const { return rect(); }
 
   void SetRange(double minimum, double maximum, int decimals);

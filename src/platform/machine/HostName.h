@@ -9,8 +9,8 @@ namespace bexlow::platform {
 /// The computer's name; empty if the system does not tell it.
 std::string HostName();
 
-/// The dotted addresses of the network interfaces that are up, in the system's order; the one that only this
-/// computer reaches where there is no other. Asks no name server.
+/// The dotted addresses of the network interfaces that are up, in the system's order; the loopback address
+/// only if there is no other. Asks no name server.
 std::vector<std::string> HostAddresses();
 
 }  // namespace bexlow::platform

@@ -1,4 +1,4 @@
-// The one seam between the program and the machine: clock, serial lines, timers, message boxes and file
+// The interface between the program and the machine: clock, serial lines, timers, message boxes and file
 // dialogs. Production installs the real machine, tests a virtual one on which time is a number.
 #pragma once
 
@@ -76,7 +76,7 @@ class Machine {
 
   /// Lets at most this time pass while bytes are collected from all open lines. Delivers no event.
   virtual void Idle(std::chrono::microseconds atMost) = 0;
-  /// Shows what the windows hold now, for the time before a long blocking step.
+  /// Paints the windows now, before a long blocking step.
   virtual void Repaint() = 0;
 
   virtual PortInfo DescribePort(int comm) = 0;
@@ -95,11 +95,11 @@ class Machine {
   virtual bool OpenDocument(const std::filesystem::path& file) = 0;
 
   virtual std::filesystem::path ProgramFolder() = 0;
-  /// Ends the program at once and closes nothing by hand.
+  /// Ends the program at once, without any clean-up.
   virtual void EndProgram() = 0;
 };
 
-/// A message with an OK button, in the program's own words. Lines are parted by CR LF.
+/// A message with an OK button, in the program's own words. Lines are separated by CR LF.
 void MsgBox(const std::string& text);
 /// A question with the buttons Yes and No.
 bool AskYesNo(const std::string& text);

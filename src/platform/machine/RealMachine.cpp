@@ -27,7 +27,7 @@ namespace {
 
 using namespace std::chrono;
 
-// A wait ends on a spin of this length, since waking from a sleep takes some 50 microseconds.
+// A wait ends with a busy loop of this length, since waking from a sleep takes some 50 microseconds.
 constexpr microseconds Spin{100};
 
 class RealAlarm : public Alarm {
@@ -80,7 +80,7 @@ Answer AnswerOf(int button) {
   }
 }
 
-// Whose the boxes are, also while another program is in front and none of this program's windows is active.
+// The parent of the boxes, even while another program is in front and no window of this one is active.
 QWidget* WindowOnTop() {
   if (auto* modal = QApplication::activeModalWidget()) return modal;
   const auto windows = QApplication::topLevelWidgets();
@@ -90,8 +90,8 @@ QWidget* WindowOnTop() {
   return outer == windows.end() ? nullptr : *outer;
 }
 
-// "words|pattern|words|pattern" as the toolkit takes it: "words (pattern)". Its pattern for names without a
-// point is *.
+// "words|pattern|words|pattern" in Qt's form: "words (pattern)". Qt's *.* would hide names without a dot, so
+// it becomes *.
 QStringList NameFilters(const std::string& filter) {
   const QStringList parts = QString::fromStdString(filter).split('|');
   QStringList filters;
@@ -106,7 +106,7 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
-// The one suffix of a filter "words (*.png)"; what else is told where the filter takes several or any.
+// The suffix of a filter "words (*.png)"; `otherwise` if the filter takes several suffixes or any.
 QString SuffixOf(const QString& nameFilter, const QString& otherwise) {
   static const QRegularExpression oneSuffix(QStringLiteral(R"(\(\*\.(\w+)\)$)"));
   const auto match = oneSuffix.match(nameFilter);
@@ -125,7 +125,7 @@ void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
 
 }  // namespace
 
-// Without the signal, a write beyond the user's limit of a file's size fails like one on a full disk.
+// With the signal ignored, a write beyond the user's file size limit fails like one on a full disk.
 RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(std::move(programFolder)) {
   std::signal(SIGXFSZ, SIG_IGN);
 }

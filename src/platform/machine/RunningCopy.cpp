@@ -20,7 +20,7 @@ std::string LockPath() {
 
 }  // namespace
 
-// Where no lock file can be made the program starts: a second copy is the smaller evil than none.
+// If no lock file can be made, the program starts all the same: better a second copy than none.
 RunningCopy::RunningCopy()
     : handle_(::open(LockPath().c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600)) {
   another_ = handle_ >= 0 && ::flock(handle_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;

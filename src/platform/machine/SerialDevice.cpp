@@ -78,9 +78,9 @@ SerialDevice::~SerialDevice() {
   Abandon();
 }
 
-// The lock goes with the device, not with the name it was opened by, holds also against root, and ends with
-// the program however that ends. The exclusive flag keeps out programs that know no lock; a pseudo-terminal
-// would keep the flag after a kill.
+// The lock holds for the device, whatever name it was opened by, also against root, and ends with the program
+// however that ends. The exclusive flag keeps out programs that do not use locks; a pseudo-terminal would
+// keep the flag after a kill.
 void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
   const auto refuse = [this](int error) {
     throw std::system_error(error, std::generic_category(), label_ + " does not open: " + WhyNot(error));
@@ -101,9 +101,9 @@ void SerialDevice::Configure(const std::string& settings) {
   tcflush(handle_, TCIFLUSH);  // what was written before the last closing may still be on its way
 }
 
-// A port keeps what an earlier program has set, so nothing of it is taken over: no flow control of either
-// kind, no byte changed or swallowed. Closing the port drops its control lines (HUPCL), which is what the
-// system starts with and what an adapter fed by them has always met here.
+// A port keeps the settings of an earlier program, so all are set anew: no flow control of either kind, no
+// byte changed or dropped. Closing the port drops its control lines (HUPCL), as is the system's default and
+// as an adapter powered by them has always seen here.
 void SerialDevice::SetLineParameters() {
   termios line{};
   line.c_cflag = CS8 | CREAD | CLOCAL | HUPCL;

@@ -1,6 +1,6 @@
-// A serial device of the system, spoken to directly. The toolkit's serial class sends nothing before its
-// event loop runs, locks by the name that was opened, and reports a line that vanished without end; each of
-// these would have to be worked around, which takes more code than the system calls themselves.
+// A serial device of the system, used by system calls. Qt's serial class sends nothing before the event loop
+// runs, locks by the name that was opened, and reports a vanished line again and again; working around these
+// takes more code than the system calls.
 #pragma once
 
 #include <QSocketNotifier>

@@ -1,4 +1,4 @@
-# The rooms of the platform layer. Each line of words says what is behind the door.
+# The files of the platform layer by folder. Each comment says what a folder holds.
 
 # What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs.
 set(BEXLOW_PLATFORM_MACHINE
@@ -13,8 +13,8 @@ set(BEXLOW_PLATFORM_GRAPH
 # Dials and upright gauges.
 set(BEXLOW_PLATFORM_INSTRUMENTS CWKnob CWSlide Instrument)
 
-foreach(room MACHINE CONTROLS GRAPH INSTRUMENTS)
-  string(TOLOWER ${room} folder)
-  list(TRANSFORM BEXLOW_PLATFORM_${room} PREPEND platform/${folder}/ OUTPUT_VARIABLE files)
+foreach(name MACHINE CONTROLS GRAPH INSTRUMENTS)
+  string(TOLOWER ${name} folder)
+  list(TRANSFORM BEXLOW_PLATFORM_${name} PREPEND platform/${folder}/ OUTPUT_VARIABLE files)
   list(APPEND BEXLOW_PLATFORM ${files})
 endforeach()
