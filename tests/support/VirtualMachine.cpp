@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QEvent>
+#include <QTimeZone>
 
 #include <cstdio>
 #include <gtest/gtest.h>
@@ -136,7 +137,7 @@ void VirtualMachine::Pass(microseconds time) {
 
 platform::LocalTime VirtualMachine::Now() {
   const QDateTime start({clock.year, clock.month, clock.day}, {clock.hour, clock.minute, clock.second},
-                        Qt::UTC);
+                        QTimeZone::utc());
   const auto now = start.addMSecs(std::chrono::duration_cast<milliseconds>(now_).count());
   const auto [date, time] = std::pair{now.date(), now.time()};
   return {date.year(),   date.month(),          date.day(), time.hour(), time.minute(),
