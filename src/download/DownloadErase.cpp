@@ -182,9 +182,14 @@ void DownloadErase::MSComm1_OnComm() {
         lblWarning->hide();
         Bytes reply = MSComm1.Input();
         const auto torn = std::exchange(torn_, 0);
-        const auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
-        link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
-                       torn == 0 ? link::LineSilenceUs : PageUs);
+        auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
+        try {
+          link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
+                         torn == 0 ? link::LineSilenceUs : PageUs);
+        } catch (const std::exception&) {
+          // The line is gone. A page that has come whole is still stored, then the whole request fails again.
+          begun.clear();
+        }
         txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
         if (torn != 0 || reply.size() != link::PageSize) return RequestPage(begun.size());
         TakePage(reply, begun.size());
@@ -214,17 +219,27 @@ void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   Shared.EndOfDataReached = EndsData(reply);
   if (!Shared.EndOfDataReached) ++Shared.DownloadPageNumber;
   const bool finished = Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1;
-  if (!finished) RequestPage(stepsSent);
-  if (taken != 0 && !Shared.EndOfDataReached) {
-    const auto& parameters = Shared.OnBoardParameters;
-    Shared.PageDataText =
-        DecodePage(Page(reply.data(), link::PageSize), parameters.BinLinearMode, parameters.LinearChannels);
-    if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(taken);
-    preview_->Add(taken, Shared.PageDataText, TimeLeft());
+  const auto store = [&] {
+    if (taken != 0 && !Shared.EndOfDataReached) StorePage(taken, reply);
+  };
+  try {
+    if (!finished) RequestPage(stepsSent);
+  } catch (const std::exception&) {
+    store();
+    throw;
   }
+  store();
   if (finished) return FinishDownload();
   fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
+}
+
+void DownloadErase::StorePage(std::int32_t number, const Bytes& page) {
+  const auto& parameters = Shared.OnBoardParameters;
+  Shared.PageDataText =
+      DecodePage(Page(page.data(), link::PageSize), parameters.BinLinearMode, parameters.LinearChannels);
+  if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(number);
+  preview_->Add(number, Shared.PageDataText, TimeLeft());
 }
 
 // Counts whole seconds of the calendar clock. Repeats without limit: only the user knows when to give up.

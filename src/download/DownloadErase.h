@@ -47,6 +47,7 @@ class DownloadErase : public platform::Form {
   bool ChooseFile();
   void StartPages();
   void TakePage(const link::Bytes& reply, std::size_t stepsSent);
+  void StorePage(std::int32_t number, const link::Bytes& page);
   void RequestPage(std::size_t stepsSent = 0);
   link::Request BeginNextRequest(const link::Bytes& reply) const;
   static bool EndsData(const link::Bytes& reply);

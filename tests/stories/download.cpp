@@ -176,6 +176,21 @@ TEST_F(DownloadStory, ATornReplyAndAStallOfTheLineMakeNoPage) {
   }
 }
 
+TEST_F(DownloadStory, AWholePageIsKeptWhereTheNextRequestFails) {
+  for (const int heard : {1, 2}) {  // bytes of the request for page 4
+    Store(5);
+    VirtualLogger cut;
+    cut.pages = logger.pages;
+    cut.PlugFor(machine, 1, 58 + 4 * 3 + heard);  // behind the retrievals and four requests
+    Begin();
+    machine.Pass(4s);
+    ReadsError("MSComm1_OnComm");
+    ReadsError("TimerSampling_Timer");
+    Choose("Data", "Download");
+    EXPECT_EQ(PagesInFile(), UpTo(3));
+  }
+}
+
 TEST_F(DownloadStory, ASilentLoggerIsAskedOnceASecondForAnHour) {
   Store(3);
   machine.Pass(400ms);  // so that no second begins during the pauses of a repeat
