@@ -19,6 +19,7 @@ using graph::GraphPair;
 
 namespace {
 
+constexpr int BoxFrame = 20;                  // pixels of a text box beside its text
 constexpr std::int64_t ShowingsASecond = 10;  // at most: a page of a real line takes 163 ms
 
 void Append(graph::Samples& samples, const graph::Samples& more) {
@@ -37,6 +38,8 @@ RunPreview::RunPreview(QWidget* parent) : QWidget(parent) {
   AddBox(grid, txtLaunchTime, "txtLaunchTime", "Launched");
   AddBox(grid, txtFirmwareVersion, "txtFirmwareVersion", "Firmware");
   AddBox(grid, txtSamplingFrequency, "txtSamplingFrequency", "Sampling Frequency");
+  txtLaunchTime->setMinimumWidth(fontMetrics().horizontalAdvance("00/00/0000 00:00:00") + BoxFrame);
+  txtTimeLeft->setMinimumWidth(fontMetrics().horizontalAdvance("at most 5 min 55 s") + BoxFrame);
   graphs_ = new GraphPair(this);
   grid->addWidget(graphs_, grid->rowCount(), 0, 1, 8);
   grid->setRowStretch(grid->rowCount() - 1, 1);

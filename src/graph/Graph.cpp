@@ -132,6 +132,7 @@ void Graph::OpenFile() {
       return OpenLinear(channel);
     case FileKind::TooShort:
     case FileKind::OtherMode:
+      Shared.LastFailure = FileName() + " holds no run; the graphs are unchanged";
       return;
   }
 }

@@ -46,7 +46,8 @@ void AcceptCopy(QDropEvent& event) {
 MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   setObjectName("MDIForm1");
   setWindowTitle("Quornell Bexlow");
-  resize(1120, 760);
+  const QSize frame(16, 48);  // what a window manager adds, roughly
+  resize(QSize(1120, 760).boundedTo(screen()->availableSize() - frame));
   tabs_->setDocumentMode(true);
   tabs_->tabBar()->setExpanding(false);
   tabs_->setTabsClosable(true);

@@ -36,7 +36,6 @@ StatusLine::StatusLine(QStatusBar& bar)
   for (auto* label : {lblActivity, lblFailure})
     label->setSizePolicy(QSizePolicy::Ignored,
                          QSizePolicy::Preferred);  // a long text must not widen the window
-  lblFailure->setForegroundRole(QPalette::PlaceholderText);
   alarm_->Start(RefreshEvery);
 }
 

@@ -209,6 +209,16 @@ TEST_F(GraphUser, TimesAreToldAndShownWhereTheRateIsKnown) {
   EXPECT_EQ(axis.label(), "Sample");
 }
 
+TEST_F(GraphUser, WordsThatAppearWithADrawingHideNothingOfThePlot) {
+  graph.ClearData();
+  QTest::qWait(50);
+  graph.Moved = [&] { graph.SetNumbers("in view"); };
+  graph.PlotY(std::vector<double>{1, 2});
+  QTest::qWait(50);
+  const auto& plot = *graph.findChild<QCustomPlot*>();
+  EXPECT_LE(plot.axisRect()->outerRect().bottom(), plot.height());
+}
+
 TEST_F(GraphUser, TheLimitIsDraggedAndStepped) {
   int moved = 0;
   graph.Moved = [&] { ++moved; };

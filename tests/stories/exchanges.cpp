@@ -140,6 +140,10 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   machine.Pass(5s);
   const auto text = Status("lblActivity");
   EXPECT_TRUE(text.starts_with("Sampling 384 samples a second, saving to live.qbx, 1,8")) << text;
+  logger.silent = true;
+  machine.Pass(2250ms);
+  EXPECT_EQ(Status("lblActivity").substr(0, 42), "No reply from the logger for 2 s, check th");
+  logger.silent = false;
   machine.Unplug(1);
   machine.Pass(1s);
   Choose("Data", "Sample");

@@ -30,7 +30,7 @@ Form::Form(const char* name, const QString& caption) {
   setObjectName(name);
   setWindowTitle(caption);
   setAccessibleName(caption);
-  setFocusPolicy(Qt::StrongFocus);
+  setFocusPolicy(Qt::ClickFocus);
 }
 
 Form::~Form() {

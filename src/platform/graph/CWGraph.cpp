@@ -109,12 +109,13 @@ void CWGraph::ClickAt(QPoint place) {
   });
 }
 
+// Words that appear resize the plot, and during its own redraw it does not redraw itself.
 void CWGraph::TellMoved() {
+  const auto drawn = plot_->size();
   readOut_->Refresh();
   const std::pair seen{XView(), Limit()};
-  if (seen == told_) return;
-  told_ = seen;
-  if (Moved) Moved();
+  if (std::exchange(told_, seen) != seen && Moved) Moved();
+  if (plot_->size() != drawn) DrawSoon();
 }
 
 void CWGraph::ClearData() {
@@ -367,7 +368,7 @@ QSize CWGraph::sizeHint() const {
   return {640, 260};
 }
 QSize CWGraph::minimumSizeHint() const {
-  return {260, 140};
+  return {160, 110};
 }
 
 }  // namespace bexlow::platform
