@@ -37,7 +37,7 @@ int main(int argc, char** argv) {
   const double end = ResidentMiB();
   const std::string name = "Soak of " + Fixed(wanted, 0) + " s, ";
   const Limit growth = 2;
-  PrintFigure(name + "resident memory at the start", start, 40, " MiB", "Angles, connected and sampling");
+  PrintFigure(name + "resident memory at the start", start, 44, " MiB", "Angles, connected and sampling");
   PrintFigure(name + "growth of memory", end - start, growth, " MiB", Fixed(end, 2) + " MiB at the end");
   PrintFigure(
       name + "samples a second, slowest 5 s", slowest.samplesASecond, NoLimit, "",
