@@ -8,9 +8,6 @@
 
 namespace bexlow::test {
 
-using shell::Shared;
-using namespace std::chrono_literals;
-
 class DownloadStory : public Story {
  protected:
   void SetUp() override {

@@ -10,8 +10,6 @@
 
 namespace bexlow::test {
 
-using shell::Shared;
-
 /// One sample of Angles on the line: the request and four bytes. Accelerometers takes two bytes more.
 inline constexpr microseconds AngleSampleTime = ByteTime * 5;
 inline constexpr microseconds AccSampleTime = ByteTime * 7;

@@ -13,7 +13,6 @@ class AccStory : public LiveStory {
   void SetUp() override { OpenScreen(); }
   void OpenScreen() { Open("Accelerometers"); }
   double Slide(const char* name) const { return The<platform::CWSlide>(name).Value(); }
-  void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
   bool PanelShown() const { return !The("fraHiddenSliders").isHidden(); }
   bool DacButtonsEnabled() const {
     return The("cmdWriteDAC1").isEnabled() && The("cmdWriteDAC2").isEnabled() &&
@@ -48,15 +47,15 @@ TEST_F(AccStory, AClickHoldsTheStripsUntilTheNextStart) {
   auto& strip = The<platform::CWGraph>("stripX");
   const auto values = [&] { return strip.Values().empty() ? 0.0 : strip.Values().back(); };
   Sample();
-  machine.Pass(milliseconds(500));
+  machine.Pass(500ms);
   EXPECT_EQ(values(), 330);
   QTest::mouseClick(&strip, Qt::LeftButton);
   logger.accelerometers[1] = 0;
-  machine.Pass(milliseconds(500));
+  machine.Pass(500ms);
   EXPECT_EQ(values(), 330);
   Sample();
   Sample();
-  machine.Pass(milliseconds(500));
+  machine.Pass(500ms);
   EXPECT_EQ(values(), 256);
   QTest::keyClick(&strip, Qt::Key_Plus);
   EXPECT_EQ(strip.XView().Size(), 30) << "nothing moves it";
@@ -68,16 +67,16 @@ TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
     machine.wire.clear();
     logger.accelerometers[high] = 0x80;
     Sample();
-    machine.Pass(milliseconds(50));
-    ReadsError("MSComm1_OnComm");
+    machine.Pass(50ms);
+    Reads("MSComm1_OnComm");
     EXPECT_EQ(Requests('a'), 1);
     logger.accelerometers[high] = 0x7F;
     Sample();
     Sample();
-    machine.Pass(milliseconds(50));
+    machine.Pass(50ms);
     EXPECT_GT(Requests('a'), 5);
     Sample();
-    machine.Pass(milliseconds(1000));  // what was on its way
+    machine.Pass(1s);  // what was on its way
   }
 }
 
@@ -129,7 +128,7 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChain) {
     SCOPED_TRACE(caption);
     Type(text, typed);
     EXPECT_EQ(Shared.OnBoardParameters.*dac, 0);
-    machine.Pass(milliseconds(10));
+    machine.Pass(10ms);
     const auto mark = machine.wire.size();
     Press(caption);
     EXPECT_EQ(machine.Transcript(mark), wire);
@@ -149,14 +148,14 @@ TEST_F(AccStory, ALateReplyToADacWriteTearsNoSampleAndLeavesOneChain) {
     ServiceChord();
     Save("late.qbx");
     Sample();
-    machine.Pass(milliseconds(10));
+    machine.Pass(10ms);
     logger.spoil = [&](Bytes&, microseconds& delay) { delay = milliseconds(lateMs); };
     machine.Pass(AccSampleTime);
     logger.spoil = {};
     Press("Write DAC1");
-    machine.Pass(milliseconds(100));
+    machine.Pass(100ms);
     machine.wire.clear();
-    machine.Pass(milliseconds(1000));
+    machine.Pass(1s);
     EXPECT_LE(Requests('a'), 1'000'000 / AccSampleTime.count() + 1);
     EXPECT_GE(Requests('a'), 1'000'000 / AccSampleTime.count() - 5);
     EXPECT_EQ(KindsOfRecords(), std::vector<std::string>{"330,408,322"});
@@ -181,14 +180,14 @@ TEST_F(AccStory, DacFailuresLeaveWhatTheyLeave) {
     ServiceChord();
     if (sampling) Sample();
     Type("txtSX", typed);
-    machine.Pass(milliseconds(10));
+    machine.Pass(10ms);
     machine.wire.clear();
     Press("Write DAC1");
-    for (const auto* source : sources) ReadsError(source);
+    for (const auto* source : sources) Reads(source);
     EXPECT_EQ(Requests('p'), sources.empty() ? 2 : 0) << "never one cell alone";
     EXPECT_EQ(DacButtonsEnabled(), chainGoesOn);
     machine.wire.clear();
-    machine.Pass(milliseconds(50));
+    machine.Pass(50ms);
     EXPECT_EQ(Requests('a') > 0, chainGoesOn);
   }
 }

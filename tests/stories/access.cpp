@@ -36,7 +36,7 @@ class AccessStory : public Story {
  protected:
   void Look(const char* screen) {
     SCOPED_TRACE(screen);
-    machine.Pass(milliseconds(2000));
+    machine.Pass(2000ms);
     machine.boxes.clear();
     ASSERT_EQ(ScreenInFront(), screen);
     auto& form = *platform::Form::Active();
@@ -59,7 +59,6 @@ class AccessStory : public Story {
         Stops(form), [&](const auto* stop) { return stop->isEnabled() && !onlyShows(stop); });
     EXPECT_FALSE(haveChoice && onlyShows(form.focusWidget())) << Described(*form.focusWidget());
   }
-  void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
   void Leave() {
     platform::Form::Active()->close();
     machine.Settle();

@@ -41,9 +41,9 @@ TEST_P(RecorderStory, OneRequestIsOutstandingAndEachReplySendsTheNext) {
   Sample();
   EXPECT_EQ(Requests(), 1);
   for (int samples = 1; samples <= 5; ++samples) {
-    machine.Pass(GetParam().sampleTime - microseconds(1));
+    machine.Pass(GetParam().sampleTime - 1us);
     EXPECT_EQ(Requests(), samples);
-    machine.Pass(microseconds(1));
+    machine.Pass(1us);
     EXPECT_EQ(Requests(), samples + 1);
   }
   logger.silent = true;
@@ -68,13 +68,13 @@ TEST_P(RecorderStory, RepliesOfAWrongLengthAreDroppedWithoutAMessage) {
     logger.SpoilOne(2, Instead(reply, milliseconds(lateMs)));
     Save("spoilt.qbx");
     Sample();
-    machine.Pass(milliseconds(1000));
+    machine.Pass(1s);
     EXPECT_TRUE(Sampling());
     if (standsStill) {
       EXPECT_EQ(Requests(), 2);
       Sample();
       Sample();
-      machine.Pass(milliseconds(1000));
+      machine.Pass(1s);
     }
     EXPECT_GT(Requests(), 50);
     if (reply.size() == length + 1) {
@@ -99,9 +99,9 @@ TEST_P(RecorderStory, StrayBytesBehindAReplyTearNoSample) {
     });
     Save("strays.qbx");
     Sample();
-    machine.Pass(milliseconds(200));
+    machine.Pass(200ms);
     machine.wire.clear();
-    machine.Pass(milliseconds(1000));
+    machine.Pass(1s);
     EXPECT_NEAR(Requests(), 1'000'000.0 / static_cast<double>(GetParam().sampleTime.count()), 2)
         << "one chain";
     EXPECT_EQ(KindsOfRecords(), std::vector<std::string>{GetParam().record});
@@ -111,7 +111,7 @@ TEST_P(RecorderStory, StrayBytesBehindAReplyTearNoSample) {
 TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
   Save("live.qbx");
   Sample();
-  machine.Pass(milliseconds(1000));
+  machine.Pass(1s);
   Sample();
   const auto records = Records();
   EXPECT_EQ(static_cast<int>(records.size()), Requests() - 1);
@@ -125,7 +125,7 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
   ExpectSaving(true);  // across stops
   Choose("Data", "Save");
   Sample();
-  machine.Pass(milliseconds(100));
+  machine.Pass(100ms);
   EXPECT_EQ(Records().size(), records.size());
 }
 
@@ -162,16 +162,16 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
   Sample();
   machine.Pass(GetParam().sampleTime * 3);
   Shared.DataFileName = DataFile("").string();
-  for (const auto wait : {microseconds(0), microseconds(1'000'000)}) {  // so that the user can stop
+  for (const auto wait : {0us, microseconds(1'000'000)}) {  // so that the user can stop
     machine.Pass(wait);
     EXPECT_TRUE(machine.boxes.empty());
     machine.Pass(GetParam().sampleTime);
-    const auto text = ReadsError(GetParam().writer);
+    const auto text = Reads(GetParam().writer);
     EXPECT_NE(text.find("\r\nScreen: General\r\n"), std::string::npos);
     EXPECT_NE(text.find("Is a directory"), std::string::npos) << text;
   }
   Shared.DataFileName = path.string();
-  machine.Pass(milliseconds(1000) + GetParam().sampleTime * 3);
+  machine.Pass(1s + GetParam().sampleTime * 3);
   EXPECT_EQ(Records().size(), 6U);
 }
 
@@ -185,7 +185,7 @@ TEST_P(RecorderStory, LeavingEndsAnyStateAndSavingOutlivesTheScreen) {
   EXPECT_EQ(Records().size(), 2U);
   for (const auto& next : Recorders) {
     SCOPED_TRACE(next.screen);
-    machine.Pass(milliseconds(10));  // the reply that was on its way finds nobody
+    machine.Pass(10ms);  // the reply that was on its way finds nobody
     Choose("Display", next.screen);
     EXPECT_FALSE(Sampling());
     EXPECT_FALSE(Checked("Data", "Save"));
@@ -202,8 +202,8 @@ TEST_P(RecorderStory, LeavingEndsAnyStateAndSavingOutlivesTheScreen) {
 TEST_P(RecorderStory, APortThatDoesNotOpenLeavesTheNextClickAStop) {
   machine.taken.insert(1);
   Sample();
-  ReadsError("OpenCommPort");
-  ReadsError("mnuSample_Click");
+  Reads("OpenCommPort");
+  Reads("mnuSample_Click");
   EXPECT_TRUE(Sampling());
   EXPECT_FALSE(Offered("Data", "Save"));
   Sample();
@@ -212,7 +212,7 @@ TEST_P(RecorderStory, APortThatDoesNotOpenLeavesTheNextClickAStop) {
   machine.Pass(ShownTime);
   EXPECT_EQ(Text(GetParam().box), GetParam().shown);
   machine.Unplug(1);
-  machine.Pass(milliseconds(100));
+  machine.Pass(100ms);
   Sample();
   EXPECT_FALSE(Sampling());
 }
@@ -317,13 +317,13 @@ TEST_F(AnglesStory, AFailedTareStopsTheChainAndKeepsTheNewCaption) {
     if (Text("cmdTareY") != caption) Press(next);
     machine.Unplug(1);
     Press(caption);
-    ReadsError(source);
+    Reads(source);
     EXPECT_EQ(Text("cmdTareY"), next);
     EXPECT_TRUE(Enabled("cmdTareY"));
     EXPECT_TRUE(Sampling());
     machine.Plug(logger, 1);
     machine.wire.clear();
-    machine.Pass(milliseconds(100));
+    machine.Pass(100ms);
     EXPECT_EQ(Requests('A'), 0);
   }
 }

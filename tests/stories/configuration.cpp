@@ -14,7 +14,6 @@ namespace bexlow::test {
 namespace {
 
 using platform::CWNumEdit;
-using namespace std::chrono_literals;
 
 class Configuration : public Story {
  protected:
@@ -32,11 +31,6 @@ class Configuration : public Story {
     FinishRead();
     machine.wire.clear();
   }
-  void WriteAll() {
-    Choose("File", "Write");
-    machine.Pass(23s);
-    Reads("Write completed!");
-  }
   void ExpectProgress(const std::string& caption, int bar) {
     EXPECT_EQ(Text("fraProgress"), caption);
     EXPECT_EQ(The<QProgressBar>("PBar").value(), bar);
@@ -51,7 +45,7 @@ class Configuration : public Story {
   }
 };
 
-TEST_F(Configuration, OpeningReads53CellsOneByOne) {
+TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
   Open();
   ExpectBusy(true);
   EXPECT_EQ(Text("NumEdit30"), "0") << "below its limit";
@@ -74,10 +68,7 @@ TEST_F(Configuration, OpeningReads53CellsOneByOne) {
     EXPECT_EQ(request[1].byte, config::AddressOfIndex(i + 2));
     EXPECT_EQ(request[1].at - request[0].at, 12ms);
   }
-}
 
-TEST_F(Configuration, AReadFillsTheScreen) {
-  OpenAndRead();
   for (const auto& [name, text] :
        {std::pair{"NumEdit2", "323"}, std::pair{"NumEdit4", "408"}, std::pair{"NumEdit14", "-20.001"},
         std::pair{"NumEdit18", "-180.000"}, std::pair{"NumEdit24", "90.000"}, std::pair{"NumEdit30", "3"},
@@ -92,6 +83,12 @@ TEST_F(Configuration, AReadFillsTheScreen) {
     EXPECT_EQ(Selected("opt75Hz"), is75) << byte;
     EXPECT_EQ(Selected("opt15Hz"), !is75) << byte;
   }
+  for (const bool shown : {true, false, true}) {
+    ServiceChord();
+    EXPECT_EQ(Offered("Tools", "EEPROM"), shown);
+    EXPECT_EQ(The<QGroupBox>("fra100108").isVisibleTo(platform::Form::Active()), shown);
+  }
+  for (const char* hidden : {"NumEdit26", "NumEdit28"}) EXPECT_FALSE(The<CWNumEdit>(hidden).isVisible());
 }
 
 TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
@@ -110,12 +107,12 @@ TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
         std::tie(reply, delay) = std::tie(row.reply, row.late);
         if (row.secondAfter > 0s) logger.Send({9}, row.secondAfter);
       });
-      shell::Shared.OnBoardParameters = {};
+      Shared.OnBoardParameters = {};
       machine.wire.clear();
       Open();
       machine.Pass(row.late + 1s);
       ExpectBusy(row.requests == 0);
-      EXPECT_EQ(shell::Shared.OnBoardParameters.ZGain, row.requests == 0 ? 0 : 322)
+      EXPECT_EQ(Shared.OnBoardParameters.ZGain, row.requests == 0 ? 0 : 322)
           << "not touched by a part of a read";
       if (row.requests != 0) {
         Reads("Read completed!");
@@ -130,7 +127,7 @@ TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
   }
 }
 
-TEST_F(Configuration, AWriteSends40CellsIn44Ticks) {
+TEST_F(Configuration, AWriteSends40CellsIn44TicksAsTheyAreThen) {
   OpenAndRead();
   logger.eeprom[18] = logger.eeprom[19] = 0;  // what the screen holds is written, not what the logger has
   auto expected = logger.eeprom;
@@ -141,6 +138,10 @@ TEST_F(Configuration, AWriteSends40CellsIn44Ticks) {
   ExpectBusy(true);
   machine.Pass(525ms);
   ExpectProgress("Writing 3", 1);
+  Type("NumEdit2", "1000");  // 0x03E8, between the two bytes of 323, 0x0143
+  Type("NumEdit43", "2");
+  expected[3] = 0xE8;
+  expected[43] = 2;
   machine.Pass(14s - 1ms);
   ExpectProgress("Writing 31", 29);  // the bin cells move it, too
   machine.Pass(7475ms);
@@ -165,19 +166,6 @@ TEST_F(Configuration, AWriteSends40CellsIn44Ticks) {
   }
 }
 
-TEST_F(Configuration, AValueIsReadAtEachTick) {
-  OpenAndRead();
-  Choose("File", "Write");
-  machine.Pass(600ms);
-  Type("NumEdit2", "1000");  // 0x03E8, between the two bytes of 323, 0x0143
-  Type("NumEdit43", "2");
-  machine.Pass(22s);
-  Reads("Write completed!");
-  EXPECT_EQ(logger.eeprom[2], 0x01);
-  EXPECT_EQ(logger.eeprom[3], 0xE8);
-  EXPECT_EQ(logger.eeprom[43], 2);
-}
-
 TEST_F(Configuration, WhatIsShownBecomesTheseBytes) {
   struct Row {
     const char *entry, *xTare, *hiddenMinBin, *cells;
@@ -193,30 +181,27 @@ TEST_F(Configuration, WhatIsShownBecomesTheseBytes) {
     EXPECT_EQ(Text("NumEdit14"), xTare);
     EXPECT_EQ(Text("NumEdit26"), hiddenMinBin);
     EXPECT_TRUE(machine.wire.empty());
-    WriteAll();
+    Choose("File", "Write");
+    machine.Pass(23s);
+    Reads("Write completed!");
     std::istringstream expected(cells);
     char equals;
     for (int address, byte; expected >> address >> equals >> byte;)
       EXPECT_EQ(logger.eeprom[static_cast<std::size_t>(address)], byte) << address;
     machine.wire.clear();
   }
-  EXPECT_EQ(shell::Shared.OnBoardParameters.YOffset, 408) << "the record follows reads alone";
-  EXPECT_LT(shell::Shared.OnBoardParameters.XTare, -20);
+  EXPECT_EQ(Shared.OnBoardParameters.YOffset, 408) << "the record follows reads alone";
+  EXPECT_LT(Shared.OnBoardParameters.XTare, -20);
 }
 
 TEST_F(Configuration, APortThatVanishesInTheRead) {
   for (const int bytes : {0, 1, 2, 3, 52, 53, 105, 106}) {
     SCOPED_TRACE(bytes);
-    VirtualLogger cut;
-    cut.PlugFor(machine, 1, bytes);
+    logger.PlugFor(machine, 1, bytes);
     Open();
     machine.Pass(1s);
-    if (bytes == 0) ReadsError("OpenCommPort");
-    if (bytes < 2) {
-      ReadsError("mnuRead_Click");
-    } else if (bytes % 2 == 1) {
-      ReadsError("MSComm1_OnComm");
-    }
+    if (bytes == 0) Reads("OpenCommPort");
+    if (bytes < 2 || bytes % 2 == 1) Reads(bytes < 2 ? "mnuRead_Click" : "MSComm1_OnComm");
     ExpectBusy(true);
     Choose("File", "Return");
     ExpectIdle();
@@ -227,26 +212,15 @@ TEST_F(Configuration, APortThatVanishesInTheWriteSkipsTheOtherCells) {
   OpenAndRead();
   for (const int bytes : {0, 1, 3, 60, 118, 120}) {
     SCOPED_TRACE(bytes);
-    VirtualLogger cut;
-    cut.PlugFor(machine, 1, bytes);
+    logger.PlugFor(machine, 1, bytes);
     Choose("File", "Write");
     machine.Pass(23s);
-    if (bytes == 0) ReadsError("OpenCommPort");
-    for (int cell = bytes / 3; cell < 40; ++cell) ReadsError("WriteRoutine");
+    if (bytes == 0) Reads("OpenCommPort");
+    for (int cell = bytes / 3; cell < 40; ++cell) Reads("WriteRoutine");
     Reads("Write completed!");
     ExpectBusy(false);
     EXPECT_FALSE(machine.AnyPortOpen());
   }
-}
-
-TEST_F(Configuration, TheServiceChordTogglesWhatIsHidden) {
-  OpenAndRead();
-  for (const bool shown : {true, false, true}) {
-    Key(Qt::Key_F11, Qt::ControlModifier);
-    EXPECT_EQ(Offered("Tools", "EEPROM"), shown);
-    EXPECT_EQ(The<QGroupBox>("fra100108").isVisibleTo(platform::Form::Active()), shown);
-  }
-  for (const char* hidden : {"NumEdit26", "NumEdit28"}) EXPECT_FALSE(The<CWNumEdit>(hidden).isVisible());
 }
 
 }  // namespace

@@ -74,7 +74,7 @@ TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
     VirtualLogger cut;
     cut.PlugFor(machine, 1, bytes);
     Choose("Data", "Download");
-    if (bytes == 0) ReadsError("OpenCommPort");
+    if (bytes == 0) Reads("OpenCommPort");
     Reads("Download MODE parameters were not retrieved! Download failed!");
     EXPECT_FALSE(machine.AnyPortOpen());
   }
@@ -184,8 +184,8 @@ TEST_F(DownloadStory, AWholePageIsKeptWhereTheNextRequestFails) {
     cut.PlugFor(machine, 1, 58 + 4 * 3 + heard);  // behind the retrievals and four requests
     Begin();
     machine.Pass(4s);
-    ReadsError("MSComm1_OnComm");
-    ReadsError("TimerSampling_Timer");
+    Reads("MSComm1_OnComm");
+    Reads("TimerSampling_Timer");
     Choose("Data", "Download");
     EXPECT_EQ(PagesInFile(), UpTo(3));
   }
@@ -233,7 +233,7 @@ TEST_F(DownloadStory, AVanishedLineIsReportedAndCanBeCancelled) {
   BeginForASecond();
   machine.Unplug(1);
   machine.Pass(3500ms);
-  ReadsError("TimerSampling_Timer");
+  Reads("TimerSampling_Timer");
   EXPECT_TRUE(machine.boxes.empty()) << "the failed watchdog stays off";
   EXPECT_TRUE(The<QLabel>("lblWarning").isHidden()) << "nothing is attempted any more";
   Choose("Data", "Download");

@@ -13,7 +13,7 @@ TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
     machine.Pass(5s);
   };
   while (machine.boxes.empty()) machine.Pass(1ms);
-  EXPECT_NE(ReadsError("WriteDownloadPagesToFile").find("Is a directory"), std::string::npos);
+  EXPECT_NE(Reads("WriteDownloadPagesToFile").find("Is a directory"), std::string::npos);
   Choose("Data", "Download");
   EXPECT_EQ(PagesInFile(), (std::vector{1, 2, 3, 4, 5, 7}));
 }
@@ -46,7 +46,7 @@ TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {
     Begin(name);
     machine.WillAnswer(Answer::No);
     RunToTheEnd();
-    ReadsError("MakeLinearCSV");
+    Reads("MakeLinearCSV");
     ReadsCompletion();
     EXPECT_EQ(PagesInFile(), UpTo(1));
   }

@@ -36,7 +36,7 @@ class Exchanges : public DownloadStory {
  protected:
   void SetUp() override {
     StartConnected();
-    Key(Qt::Key_F11, Qt::ControlModifier);
+    ServiceChord();
     for (const auto& [menu, entry] : {std::pair{"Tools", "Configuration"},
                                       {"Tools", "Calibrate"},
                                       {"Tools", "Download"},
@@ -148,8 +148,8 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   machine.Pass(1s);
   Choose("Data", "Sample");
   Choose("Data", "Sample");
-  ReadsError("OpenCommPort");
-  ReadsError("mnuSample_Click");
+  Reads("OpenCommPort");
+  Reads("mnuSample_Click");
   machine.Pass(1s);
   EXPECT_TRUE(Status("lblFailure").starts_with("mnuSample_Click: ")) << Status("lblFailure");
   Choose("Data", "Sample");

@@ -123,14 +123,14 @@ TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
   }
   machine.WillCancelFile();
   Choose("File", "Open");
-  EXPECT_NE(ReadsError("mnuOpen_Click").find("Number: 32755"), std::string::npos) << "counts as a failure";
+  EXPECT_NE(Reads("mnuOpen_Click").find("Number: 32755"), std::string::npos) << "counts as a failure";
 }
 
 TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
   for (const auto& [records, shown] :
        {std::pair{Records(1, {5}), "0 at 5"}, std::pair{Records(1, {}), "0 at 0"}}) {
     Open(Header() + records + "2,1,1\r\n");
-    ReadsError("BuildDoubleChannelArrays");
+    Reads("BuildDoubleChannelArrays");
     EXPECT_EQ(Shown(), shown);
     EXPECT_FALSE(The<platform::CWGraph>("CWGraph1").Description().contains("points"));
   }
@@ -176,19 +176,19 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
   EXPECT_EQ(machine.Transcript(), "0 65");
   EXPECT_FALSE(Offered("Data", "Download"));
   EXPECT_TRUE(PointerIsBusy());
-  machine.Pass(milliseconds(5000));
+  machine.Pass(5000ms);
   EXPECT_EQ(Text("txtInBufferSize"), "2049");
   EXPECT_EQ(The<QProgressBar>("PBarErase").value(), 2049);
   EXPECT_FALSE(The<QGroupBox>("fraErase").isHidden());
   EXPECT_TRUE(Checked("Data", "Erase"));
   machine.Deliver(1, {0});
-  machine.Pass(milliseconds(500));
+  machine.Pass(500ms);
   Reads("Erase completed!");
   ExpectEnded();
   EXPECT_EQ(Text("txtInBufferSize"), "");
-  logger.eraseStep = microseconds(100);
+  logger.eraseStep = 100us;
   Begin(6200);
-  machine.Pass(milliseconds(500));
+  machine.Pass(500ms);
   Reads("Erase completed!");  // also with more than the buffer was set to
   ExpectEnded();
 }
@@ -196,7 +196,7 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
 TEST_F(EraseStory, ASilentLoggerIsWatchedUntilTheUserHalts) {
   logger.silent = true;
   Begin(0);
-  machine.Pass(std::chrono::hours(1));
+  machine.Pass(1h);
   EXPECT_EQ(Text("txtInBufferSize"), "0");
   Choose("Data", "Erase");
   Reads("Erase halted by user! Erase may not be complete.");
@@ -207,8 +207,8 @@ TEST_F(EraseStory, ASilentLoggerIsWatchedUntilTheUserHalts) {
 TEST_F(EraseStory, FailuresAreReportedUnderTheirProcedure) {
   machine.taken = {1};
   Begin(0);
-  ReadsError("OpenCommPort");
-  ReadsError("mnuErase_Click");
+  Reads("OpenCommPort");
+  Reads("mnuErase_Click");
   EXPECT_FALSE(PointerIsBusy());
   EXPECT_TRUE(Checked("Data", "Erase")) << "the entry stays as it was; a click halts";
   machine.taken.clear();

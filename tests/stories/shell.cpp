@@ -17,8 +17,6 @@
 
 namespace bexlow::test {
 
-using shell::Shared;
-
 class Shell : public Story {};
 
 TEST_F(Shell, StartsWithTheStoredPortAndClosedTools) {
@@ -165,7 +163,7 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
       report +
       "\r\n\r\n"
       "RETRY will allow application to continue.\r\nCANCEL will terminate application.\r\n");
-  ReadsError("Big");
+  Reads("Big");
   EXPECT_FALSE(machine.ended);
 }
 
@@ -173,7 +171,7 @@ TEST_F(Shell, CancelEndsTheProgramAndWithoutALogTheHandlerSaysSo) {
   Start();
   machine.WillAnswer(Answer::Cancel);
   shell::SimpleErrorHandler(1, "Big", "Graph", "words");
-  ReadsError("Big");
+  Reads("Big");
   Reads("Application will terminate; correct error cause and run application again!");
   EXPECT_TRUE(machine.ended);
   std::filesystem::remove_all(platform::LogsFolder());
@@ -192,7 +190,7 @@ TEST_F(Shell, AGuardedFailureIsReportedOnceUnderTheScreenInFront) {
     behind = true;
   });
   EXPECT_FALSE(behind);
-  const auto text = ReadsError("Big");
+  const auto text = Reads("Big");
   EXPECT_NE(text.find("Number: " + std::to_string(ENOSPC) + "\r\n"), std::string::npos);
   EXPECT_NE(text.find("Screen: Main\r\n"), std::string::npos);
   EXPECT_NE(text.find("Description: run.qbx: No space left on device\r\n"), std::string::npos);

@@ -15,7 +15,7 @@
 namespace bexlow::test {
 
 Story::Story() {
-  shell::Shared = {};
+  Shared = {};
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope,
                      QString::fromStdString((machine.ProgramFolder() / "settings").string()));
 }
@@ -39,7 +39,7 @@ void Story::Start() {
 void Story::StartConnected(int comm) {
   machine.Plug(logger, comm);
   Start();
-  shell::Shared.CurrentCommPort = static_cast<std::int16_t>(comm);
+  Shared.CurrentCommPort = static_cast<std::int16_t>(comm);
   Choose("File", "Connect");
   Press("OK");
   ASSERT_TRUE(Offered("Tools", "Launch"));
@@ -69,22 +69,13 @@ void Story::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
   machine.Settle();
 }
 
-void Story::Reads(const std::string& text) {
-  ASSERT_FALSE(machine.boxes.empty()) << "no box, expected: " << text;
-  EXPECT_EQ(machine.boxes.front(), text);
-  machine.boxes.pop_front();
-}
-
-std::string Story::ReadsError(const std::string& source) {
-  if (machine.boxes.empty()) {
-    ADD_FAILURE() << "no box, expected the error of " << source;
-    return {};
-  }
-  const std::string text = machine.boxes.front();
-  machine.boxes.pop_front();
-  EXPECT_TRUE(text.starts_with("The error shown below has occurred!\r\n")) << text;
-  EXPECT_NE(text.find("\r\nSource: " + source + "\r\n"), std::string::npos) << text;
-  return text;
+std::string Story::NextBox(const std::string& text) {
+  const std::string box = machine.boxes.empty() ? "no box" : machine.boxes.front();
+  if (!machine.boxes.empty()) machine.boxes.pop_front();
+  const bool isError = box.starts_with("The error shown below has occurred!\r\n");
+  EXPECT_TRUE(box == text || (isError && Contains(box, "\r\nSource: " + text + "\r\n")))
+      << "expected: " << text << "\nread: " << box;
+  return box;
 }
 
 std::string Story::Text(const char* name) const {
@@ -122,7 +113,7 @@ void Story::ExpectIdle() {
   EXPECT_FALSE(PointerIsBusy());
   EXPECT_FALSE(machine.AnyPortOpen());
   const auto bytes = machine.wire.size();
-  machine.Pass(std::chrono::seconds(30));
+  machine.Pass(30s);
   EXPECT_EQ(machine.wire.size(), bytes);
 }
 

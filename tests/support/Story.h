@@ -17,6 +17,9 @@
 
 namespace bexlow::test {
 
+using shell::Shared;
+using namespace std::chrono_literals;
+
 class Story : public ::testing::Test {
  public:
   /// Types any characters, even those that no key of the test's keyboard has.
@@ -26,20 +29,25 @@ class Story : public ::testing::Test {
   Story();
   ~Story() override;
 
-  /// Starts the program, as main does.
   void Start();
   /// Starts, with the logger on a port that is selected and reached.
   void StartConnected(int comm = 1);
 
-  /// Chooses an entry of the menu on show, by captions. Fails the test if it is not offered.
+  /// By captions. Fails the test if the entry is not offered.
   void Choose(const QString& menu, const QString& entry);
-  /// Presses a button of the screen in front, by caption.
   void Press(const QString& caption);
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-  /// The next unread box must have this text.
-  void Reads(const std::string& text);
-  /// The next unread box must be the error box with this source; gives its whole text.
-  std::string ReadsError(const std::string& source);
+  void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
+  /// The next unread boxes must have these texts, or be the error boxes with these sources. Gives the last
+  /// one.
+  template <class... More>
+  std::string Reads(const std::string& text, const More&... more) {
+    const std::string box = NextBox(text);
+    if constexpr (sizeof...(more) == 0)
+      return box;
+    else
+      return Reads(more...);
+  }
   bool Offered(const QString& menu, const QString& entry) const {
     return IsOffered(FindEntry(*outer, menu, entry));
   }
@@ -75,10 +83,18 @@ class Story : public ::testing::Test {
   /// The lines of `path` behind its header.
   std::vector<std::string> LinesBehind(int headerLines) const;
 
+  static ::testing::AssertionResult Contains(const std::string& text, const std::string& part) {
+    if (text.find(part) != std::string::npos) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << text;
+  }
+
   VirtualMachine machine;
   VirtualLogger logger;
   std::unique_ptr<shell::MDIForm1> outer;
   std::filesystem::path path;
+
+ private:
+  std::string NextBox(const std::string& text);
 };
 
 }  // namespace bexlow::test

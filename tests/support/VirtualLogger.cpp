@@ -1,24 +1,22 @@
 #include "support/VirtualLogger.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace bexlow::test {
 
 namespace {
 
-std::uint8_t High(int word) {
-  return static_cast<std::uint8_t>(word >> 8);
-}
-std::uint8_t Low(int word) {
-  return static_cast<std::uint8_t>(word & 255);
+Bytes BytesOf(int word) {
+  return {static_cast<std::uint8_t>(word >> 8), static_cast<std::uint8_t>(word & 255)};
 }
 
 }  // namespace
 
 Bytes RampPage(int start) {
   Bytes page(264);
-  for (std::size_t n = 0; n < page.size(); ++n)
-    page[n] = static_cast<std::uint8_t>(start + static_cast<int>(n));
+  for (auto& byte : page) byte = static_cast<std::uint8_t>(start++);
   return page;
 }
 
@@ -27,74 +25,61 @@ Spoil Instead(const Bytes& bytes, microseconds late) {
 }
 
 VirtualLogger::VirtualLogger() {
-  const std::map<int, int> words{{2, 323},     {4, 408},     {6, 322},   {8, 323},     {10, 324},
-                                 {12, 322},    {14, 0xF1C7}, {16, 0},    {18, 0x8001}, {20, 0x7FFF},
-                                 {22, 0x8001}, {24, 0x7FFF}, {62, 512},  {64, 513},    {66, 514},
-                                 {68, 515},    {100, 417},   {104, 2004}};
-  for (const auto& [address, word] : words) {
-    eeprom[static_cast<std::size_t>(address)] = High(word);
-    eeprom[static_cast<std::size_t>(address) + 1] = Low(word);
-  }
-  const std::map<int, int> cells{{30, 3},   {31, 1},  {32, 1},   {33, 1},  {34, 1},  {42, 1}, {43, 3},
-                                 {102, 15}, {103, 9}, {106, 14}, {107, 5}, {108, 7}, {109, 3}};
-  for (const auto& [address, value] : cells) eeprom[static_cast<std::size_t>(address)] = Low(value);
-}
-
-std::size_t VirtualLogger::Operands() const {
-  switch (request_.front()) {
-    case 'r':
-      return 1;
-    case 'p':
-    case 'd':
-      return 2;
-    default:
-      return 0;
+  const std::map<std::ptrdiff_t, std::vector<int>> words{
+      {2, {323, 408, 322, 323, 324, 322, 0xF1C7, 0, 0x8001, 0x7FFF, 0x8001, 0x7FFF}},
+      {30, {0x0301, 0x0101, 0x0100}},
+      {42, {0x0103}},
+      {62, {512, 513, 514, 515}},
+      {100, {417, 0x0F09, 2004, 0x0E05, 0x0703}}};
+  for (const auto& [first, row] : words) {
+    auto cell = eeprom.begin() + first;
+    for (const int word : row) cell = std::ranges::copy(BytesOf(word), cell).out;
   }
 }
 
 void VirtualLogger::Receive(std::uint8_t byte) {
   request_.push_back(byte);
-  if (request_.size() > Operands()) {
-    Answer();
-    request_.clear();
-  }
+  const char letter = static_cast<char>(request_.front());
+  const std::size_t operands = letter == 'r' ? 1 : letter == 'p' || letter == 'd' ? 2 : 0;
+  if (request_.size() > operands) Answer(std::exchange(request_, {}));
   if (--bytesLeft_ == 0) machine->Unplug(comm);
 }
 
 void VirtualLogger::PlugFor(VirtualMachine& on, int port, int bytes) {
   bytesLeft_ = bytes;
+  request_.clear();
   on.Plug(*this, port);
   if (bytes == 0) on.Unplug(port);
 }
 
-void VirtualLogger::Answer() {
-  switch (request_.front()) {
+void VirtualLogger::Answer(const Bytes& request) {
+  switch (request.front()) {
     case 'f':
       return Reply({'f'});
     case 'r':
-      return Reply({eeprom[request_[1]]});
+      return Reply({eeprom[request[1]]});
     case 'p':
-      eeprom[request_[1]] = request_[2];
+      eeprom[request[1]] = request[2];
       return;
     case 'a':
       return Reply(accelerometers);
     case 'A':
       return Reply(angles);
     case 'l':
-      return Reply({High(firmware), Low(firmware)});
+      return Reply(BytesOf(3300));  // thousandths
     case 'm':
-      return Reply({High(frequency), Low(frequency)});
+      return Reply(BytesOf(75));  // tenths of a hertz
     case 'e':
       return Erase();
     case 'X':
       ++launches;
       return;
     case 'd': {
-      const auto page = pages.find(request_[1] * 256 + request_[2]);
+      const auto page = pages.find(request[1] * 256 + request[2]);
       return Reply(page == pages.end() ? Bytes(264, 0xFF) : page->second);
     }
     default:
-      ADD_FAILURE() << "no such command: " << static_cast<int>(request_.front());
+      ADD_FAILURE() << "no such command: " << static_cast<int>(request.front());
   }
 }
 
@@ -103,6 +88,19 @@ void VirtualLogger::Reply(Bytes reply) {
   microseconds delay{0};
   if (spoil) spoil(reply, delay);
   if (!silent) Send(reply, delay);
+}
+
+void VirtualLogger::Send(const Bytes& bytes, microseconds delay) {
+  const auto start = std::max(machine->Time() + delay + ByteTime, free_);
+  free_ = start + ByteTime * static_cast<int>(bytes.size());
+  for (std::size_t begin = 0; begin < bytes.size(); begin += chunk) {
+    const auto end = std::min(begin + chunk, bytes.size());
+    const Bytes part(bytes.data() + begin, bytes.data() + end);
+    const auto due =
+        start + ByteTime * static_cast<int>(end) + (part.size() < chunk ? timeOut : microseconds{0});
+    machine->At((due + everyTick - microseconds{1}) / everyTick * everyTick,
+                [this, part] { machine->Deliver(comm, part); });
+  }
 }
 
 void VirtualLogger::SpoilOne(int number, const Spoil& how) {

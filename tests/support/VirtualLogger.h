@@ -13,14 +13,14 @@ using Spoil = std::function<void(Bytes& reply, microseconds& delay)>;
 /// Other bytes, or none, in place of the right ones.
 Spoil Instead(const Bytes& bytes, microseconds late = microseconds{0});
 
-class VirtualLogger : public Peer {
+class VirtualLogger {
  public:
   VirtualLogger();
 
+  VirtualMachine* machine = nullptr;  ///< and the port: those it is plugged into
+  int comm = 0;
   std::array<std::uint8_t, 256> eeprom{};
   std::map<int, Bytes> pages;  ///< a page that is not in it is blank
-  int firmware = 3300;         ///< thousandths
-  int frequency = 75;          ///< tenths of a hertz
   Bytes angles{0x0B, 0xB8, 0x03, 0xE8};
   Bytes accelerometers{0x01, 0x4A, 0x01, 0x98, 0x01, 0x42};
   bool silent = false;
@@ -33,22 +33,30 @@ class VirtualLogger : public Peer {
   int eraseBytes = 0;
   microseconds eraseStep{1000};
 
+  std::size_t chunk = 8;      ///< bytes that the driver hands over at a time
+  microseconds timeOut{0};    ///< after which it hands over fewer
+  microseconds everyTick{1};  ///< it hands over at multiples of this time
+
   int replies = 0;  ///< replies so far, silent ones counted
   int launches = 0;
   int erases = 0;
 
   /// Plugs in; after the logger has received `bytes` bytes the device vanishes, at once for 0.
   void PlugFor(VirtualMachine& on, int port, int bytes);
-  void Receive(std::uint8_t byte) override;
+  /// Bytes reach the logger as they are written.
+  void Receive(std::uint8_t byte);
+  /// Sends bytes back after all that is on its way, the first of them after a delay and its own time on the
+  /// line.
+  void Send(const Bytes& bytes, microseconds delay = microseconds{0});
 
  private:
-  std::size_t Operands() const;
-  void Answer();
+  void Answer(const Bytes& request);
   void Reply(Bytes reply);
   void Erase();
 
   Bytes request_;
   int bytesLeft_ = -1;
+  microseconds free_{0};  ///< when the line has carried all that was sent
 };
 
 /// A page of 264 bytes whose byte n is start + n.

@@ -12,8 +12,25 @@
 #include <utility>
 
 #include "platform/controls/EventGate.h"
+#include "support/VirtualLogger.h"
 
 namespace bexlow::test {
+
+namespace {
+
+/// The next of the answers that the test prepared.
+template <class T>
+T Prepared(std::deque<T>& answers, const std::string& question) {
+  if (answers.empty()) {
+    ADD_FAILURE() << "no answer prepared to: " << question;
+    return {};
+  }
+  T first = answers.front();
+  answers.pop_front();
+  return first;
+}
+
+}  // namespace
 
 class VirtualMachine::Line : public platform::SerialLine {
  public:
@@ -44,45 +61,26 @@ class VirtualMachine::VirtualAlarm : public platform::Alarm {
   VirtualAlarm(VirtualMachine& machine, std::function<void()> tick)
       : machine_(machine), tick_(std::move(tick)) {}
   void Start(milliseconds interval) override {
-    Stop();
-    run_ = std::make_shared<bool>(true);
-    Schedule(interval);
+    run_ = std::make_shared<milliseconds>(interval);
+    Schedule();
   }
-  void Stop() override {
-    if (run_) *run_ = false;
-    run_.reset();
-  }
-  ~VirtualAlarm() override { Stop(); }
+  void Stop() override { run_.reset(); }
 
  private:
-  void Schedule(milliseconds interval) {
-    machine_.At(machine_.now_ + interval, [this, interval, run = run_] {
-      if (!*run) return;
-      Schedule(interval);
+  void Schedule() {
+    machine_.At(machine_.now_ + *run_, [this, run = std::weak_ptr(run_)] {
+      if (run.expired()) return;
+      Schedule();
       tick_();
     });
   }
 
   VirtualMachine& machine_;
   std::function<void()> tick_;
-  std::shared_ptr<bool> run_;
+  std::shared_ptr<milliseconds> run_;  // its interval, while it runs
 };
 
-void Peer::Send(const Bytes& bytes, microseconds delay) {
-  const auto start = std::max(machine->Time() + delay + ByteTime, free_);
-  free_ = start + ByteTime * static_cast<int>(bytes.size());
-  for (std::size_t begin = 0; begin < bytes.size(); begin += chunk) {
-    const auto end = std::min(begin + chunk, bytes.size());
-    const Bytes part(bytes.begin() + static_cast<std::ptrdiff_t>(begin),
-                     bytes.begin() + static_cast<std::ptrdiff_t>(end));
-    const auto due =
-        start + ByteTime * static_cast<int>(end) + (part.size() < chunk ? timeOut : microseconds{0});
-    machine->At((due + everyTick - microseconds{1}) / everyTick * everyTick,
-                [this, part] { machine->Deliver(comm, part); });
-  }
-}
-
-void VirtualMachine::Plug(Peer& peer, int comm) {
+void VirtualMachine::Plug(VirtualLogger& peer, int comm) {
   peer.machine = this;
   peer.comm = comm;
   peers_[comm] = &peer;
@@ -179,13 +177,7 @@ Answer VirtualMachine::Ask(const std::string& text, platform::Buttons offered) {
   if (offered == platform::Buttons::Ok) return Answer::Ok;
   const bool error = offered == platform::Buttons::RetryCancel;
   if (error && (answers_.empty() || answers_.front() != Answer::Cancel)) return Answer::Retry;
-  if (answers_.empty()) {
-    ADD_FAILURE() << "no answer prepared to: " << text;
-    return Answer::No;
-  }
-  const Answer answer = answers_.front();
-  answers_.pop_front();
-  return answer;
+  return Prepared(answers_, text);
 }
 
 bool VirtualMachine::OpenDocument(const std::filesystem::path& file) {
@@ -196,13 +188,7 @@ bool VirtualMachine::OpenDocument(const std::filesystem::path& file) {
 std::optional<std::string> VirtualMachine::AskFile(const platform::FileQuestion& question) {
   fileQuestions.push_back(question);
   OpenBox();
-  if (files_.empty()) {
-    ADD_FAILURE() << "no file prepared";
-    return std::nullopt;
-  }
-  auto file = files_.front();
-  files_.pop_front();
-  return file;
+  return Prepared(files_, "a file dialog");
 }
 
 }  // namespace bexlow::test

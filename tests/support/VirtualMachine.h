@@ -23,26 +23,7 @@ using std::chrono::milliseconds;
 /// 10 bits a byte at 19200 baud.
 inline constexpr microseconds ByteTime{521};
 
-class VirtualMachine;
-
-/// What is plugged into a port. Bytes reach it as they are written.
-class Peer {
- public:
-  virtual ~Peer() = default;
-  virtual void Receive(std::uint8_t byte) = 0;
-  /// Sends bytes back after all that is on its way, the first of them after a delay and its own time on the
-  /// line.
-  void Send(const Bytes& bytes, microseconds delay = microseconds{0});
-
-  VirtualMachine* machine = nullptr;
-  int comm = 0;
-  std::size_t chunk = 8;      ///< bytes that the driver hands over at a time
-  microseconds timeOut{0};    ///< after which it hands over fewer
-  microseconds everyTick{1};  ///< it hands over at multiples of this time
-
- private:
-  microseconds free_{0};  ///< when the line has carried all that was sent
-};
+class VirtualLogger;
 
 /// One byte that the program wrote, and when.
 struct WireByte {
@@ -56,7 +37,7 @@ class VirtualMachine : public platform::Machine {
   VirtualMachine() { Install(*this); }
 
   // What a test sets up.
-  void Plug(Peer& peer, int comm);
+  void Plug(VirtualLogger& peer, int comm);
   void Unplug(int comm);                               ///< the device vanishes, also while it is open
   std::set<int> taken;                                 ///< Comm numbers that another program holds
   platform::LocalTime clock{2004, 2, 3, 14, 5, 9, 0};  ///< the local time at virtual time 0
@@ -106,7 +87,7 @@ class VirtualMachine : public platform::Machine {
 
   microseconds now_{0};
   std::multimap<microseconds, std::function<void()>> happenings_;
-  std::map<int, Peer*> peers_;
+  std::map<int, VirtualLogger*> peers_;
   std::map<int, Line*> lines_;
   std::deque<Answer> answers_;
   std::deque<std::optional<std::string>> files_;
