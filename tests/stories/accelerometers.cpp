@@ -10,36 +10,29 @@ namespace bexlow::test {
 
 class AccStory : public LiveStory {
  protected:
-  void SetUp() override { OpenScreen(); }
-  void OpenScreen() { Open("Accelerometers"); }
+  void SetUp() override { Open("Accelerometers"); }
   double Slide(const char* name) const { return The<platform::CWSlide>(name).Value(); }
   bool PanelShown() const { return !The("fraHiddenSliders").isHidden(); }
-  bool DacButtonsEnabled() const {
-    return The("cmdWriteDAC1").isEnabled() && The("cmdWriteDAC2").isEnabled() &&
-           The("cmdWriteDAC3").isEnabled();
-  }
 };
 
 TEST_F(AccStory, ShowsReadingsAndClearsThemAtTheStop) {
   Sample();
-  EXPECT_TRUE(Sampling());
   EXPECT_FALSE(Offered("Data", "Save"));
   machine.Pass(ShownTime);
-  const std::tuple<const char*, const char*, double> rows[] = {
-      {"txtX", "SlideAccX", 330}, {"txtY", "SlideAccY", 408}, {"txtZ", "SlideAccZ", 322}};
-  for (const auto& [box, slide, reading] : rows) {
-    EXPECT_EQ(Text(box), live::PlainNumberText(reading));
-    EXPECT_EQ(Slide(slide), reading);
-  }
+  const auto shown = [this] {
+    std::vector<std::string> texts;
+    for (const auto* axis : {"X", "Y", "Z"}) {
+      texts.push_back(Text((std::string("txt") + axis).c_str()));
+      texts.push_back(live::PlainNumberText(Slide((std::string("SlideAcc") + axis).c_str())));
+    }
+    return texts;
+  };
+  EXPECT_EQ(shown(), (std::vector<std::string>{"330", "330", "408", "408", "322", "322"}));
   EXPECT_EQ(Shared.LiveSample.AccY, 408);
   The<platform::CWSlide>("AxSlider").MoveByUser(77);
   Sample();
-  EXPECT_FALSE(machine.AnyPortOpen());
   EXPECT_TRUE(Offered("Data", "Save"));
-  for (const auto& [box, slide, reading] : rows) {
-    EXPECT_EQ(Text(box), "");
-    EXPECT_EQ(Slide(slide), 0);
-  }
+  EXPECT_EQ(shown(), (std::vector<std::string>{"", "0", "", "0", "", "0"}));
   EXPECT_EQ(Text("txtSX"), "77");
 }
 
@@ -80,24 +73,18 @@ TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
   }
 }
 
-TEST_F(AccStory, OnlyTheChordOpensAndShutsThePanel) {
+TEST_F(AccStory, SlideAndTextFollowEachOtherOnAPanelThatTheChordOpens) {
+  Shared.OnBoardParameters.DAC2 = 513;
+  Open("Accelerometers");
   EXPECT_FALSE(PanelShown());
   for (const bool shown : {true, false, true}) {
     ServiceChord();
     EXPECT_EQ(PanelShown(), shown);
     EXPECT_NE(The("lblNote").isHidden(), shown);
   }
-  Open("Accelerometers");
-  EXPECT_FALSE(PanelShown());
-}
-
-TEST_F(AccStory, SlideAndTextFollowEachOther) {
-  Shared.OnBoardParameters.DAC2 = 513;
-  OpenScreen();
   EXPECT_EQ(Text("txtSY"), "513");
   EXPECT_EQ(Slide("AySlider"), 513);
   EXPECT_EQ(Text("txtSX"), "0");
-  ServiceChord();
   for (const auto& [text, slide] :
        {std::pair{"1024", 1024.0}, std::pair{".5x", 0.5}, std::pair{"none", 0.0}, std::pair{"5000", 5000.0},
         std::pair{"-3", -3.0}, std::pair{"1e400", std::numeric_limits<double>::max()}}) {
@@ -133,7 +120,7 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChain) {
     Press(caption);
     EXPECT_EQ(machine.Transcript(mark), wire);
     EXPECT_EQ(Shared.OnBoardParameters.*dac, std::stod(typed));
-    EXPECT_TRUE(DacButtonsEnabled());
+    EXPECT_TRUE(The("cmdWriteDAC1").isEnabled());
     machine.Pass(AccSampleTime);
     EXPECT_EQ(machine.wire.size() - mark, 8U) << "one chain, no more";
   }
@@ -143,7 +130,7 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChain) {
 TEST_F(AccStory, ALateReplyToADacWriteTearsNoSampleAndLeavesOneChain) {
   for (int lateMs = 0; lateMs <= 260; lateMs += 4) {
     SCOPED_TRACE(lateMs);
-    OpenScreen();
+    Open("Accelerometers");
     logger.chunk = 1;
     ServiceChord();
     Save("late.qbx");
@@ -176,7 +163,7 @@ TEST_F(AccStory, DacFailuresLeaveWhatTheyLeave) {
         Row{true, "-40000", {"cmdWriteDAC1_Click"}, false}, Row{true, "65535", {}, true},
         Row{true, "-32768", {}, true}}) {
     SCOPED_TRACE(typed);
-    OpenScreen();
+    Open("Accelerometers");
     ServiceChord();
     if (sampling) Sample();
     Type("txtSX", typed);
@@ -185,7 +172,8 @@ TEST_F(AccStory, DacFailuresLeaveWhatTheyLeave) {
     Press("Write DAC1");
     for (const auto* source : sources) Reads(source);
     EXPECT_EQ(Requests('p'), sources.empty() ? 2 : 0) << "never one cell alone";
-    EXPECT_EQ(DacButtonsEnabled(), chainGoesOn);
+    for (const auto* button : {"cmdWriteDAC1", "cmdWriteDAC2", "cmdWriteDAC3"})
+      EXPECT_EQ(The(button).isEnabled(), chainGoesOn) << button;
     machine.wire.clear();
     machine.Pass(50ms);
     EXPECT_EQ(Requests('a') > 0, chainGoesOn);
