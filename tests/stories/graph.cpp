@@ -1,6 +1,5 @@
 // Opening data files and paging through the pairs of a Bin file.
 #include <QAction>
-#include <QPushButton>
 #include <QTest>
 
 #include <algorithm>
@@ -23,6 +22,14 @@ std::string BinFile(const std::string& records) {
   return Header("0") + records;
 }
 
+/// The bins of page 1 count 11 each, those of page 2 22, and so on.
+std::string BinRecords(int pages) {
+  std::string records;
+  for (int page = 1; page <= pages; ++page)
+    records += Record(std::to_string(page), 132, std::to_string(11 * page));
+  return records;
+}
+
 }  // namespace
 
 class GraphStory : public Story {
@@ -31,15 +38,16 @@ class GraphStory : public Story {
     StartConnected();
     Choose("Tools", "Graph");
   }
-  QString Words(const char* name) const { return The<platform::CWGraph>(name).Description(); }
+  platform::CWGraph& X() const { return The<platform::CWGraph>("CWGraph1"); }
+  platform::CWGraph& Y() const { return The<platform::CWGraph>("CWGraph2"); }
   /// "points X / points Y" as the graphs tell them.
   std::string Points() const {
-    const auto pointsOf = [this](const char* name) {
-      const QString words = Words(name);
+    const auto pointsOf = [](const platform::CWGraph& graph) {
+      const QString words = graph.Description();
       const auto count = words.indexOf(" point");
       return count < 0 ? "0" : words.left(count).section(' ', -1).remove(',').toStdString();
     };
-    return pointsOf("CWGraph1") + " / " + pointsOf("CWGraph2");
+    return pointsOf(X()) + " / " + pointsOf(Y());
   }
 };
 
@@ -50,98 +58,75 @@ TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
     Open(LinearFile(channel, Record("1", 264, "11.2") + Record("2", 264, "-.7")));
     EXPECT_EQ(Points(), points);
     EXPECT_EQ(Text("txtPageNumberX") + Text("txtPageNumberY"), "01");
-    EXPECT_FALSE(The<QPushButton>("cmdNext").isEnabled());
-    EXPECT_FALSE(The<QPushButton>("cmdPrevious").isEnabled());
+    for (const auto* step : {"cmdNext", "cmdPrevious"}) EXPECT_FALSE(The(step).isEnabled()) << step;
   }
   EXPECT_EQ(machine.fileQuestions.back().filter, "QBX Files (*.qbx)|*.qbx");
   EXPECT_EQ(machine.fileQuestions.back().defaultSuffix, "qbx");
 }
 
-TEST_F(GraphStory, RefusalsKeepOrClearTheName) {
+TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
   struct Row {
     std::string text;
-    const char* message;
-    bool keepsName;
+    const char* box;
+    bool keepsName = true;
   };
-  for (const auto& [text, message, keepsName] :
-       {Row{"", WrongFile, true}, Row{Header("1", "3", "Angles"), WrongFile, false},
-        Row{Header("2"), nullptr, true}, Row{Shortened(Header(), 10), nullptr, true},
-        Row{Shortened(Header(), 11), EndOfFile, true}}) {
+  const std::string page = Record("1", 264, "5"), broken = Record("2", 263, "1");
+  for (const auto& [text, box, keepsName] :
+       {Row{"", WrongFile}, Row{Header("1", "3", "Angles"), WrongFile, false}, Row{Header("2"), nullptr},
+        Row{Shortened(Header(), 10), nullptr}, Row{Shortened(Header(), 11), EndOfFile},
+        Row{LinearFile(3, page + broken), "BuildDoubleChannelArrays"},
+        Row{LinearFile(1, page + broken), "BuildSingleChannelArray"},
+        Row{BinFile(Record("1", 132, "x") + Record("2", 132, "2")), "Big"}}) {
     SCOPED_TRACE(text);
     Open(text);
-    if (message != nullptr) Reads(message);
+    if (box != nullptr) Reads(box);
     EXPECT_EQ(Text("txtFileName"), keepsName ? DataFile("f.qbx").string() : "");
     EXPECT_EQ(Points(), "0 / 0");
   }
 }
 
-TEST_F(GraphStory, BrokenRecordsAreReportedAndNothingIsDrawn) {
-  for (const auto& [channel, record, source] :
-       {std::tuple{3, Record("1", 263, "1"), "BuildDoubleChannelArrays"},
-        std::tuple{1, Record("1", 263, "1"), "BuildSingleChannelArray"}}) {
-    Open(LinearFile(channel, Record("1", 264, "5") + record));
-    Reads(source);
-    EXPECT_EQ(Points(), "0 / 0");
-  }
-  Open(BinFile(Record("1", 132, "x") + Record("2", 132, "2")));
-  Reads("Big");
-}
-
 TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
-  auto& graph = The<platform::CWGraph>("CWGraph1");
   const auto offers = [&](const QString& caption) {
-    const auto entries = graph.actions();
+    const auto entries = X().actions();
     return std::ranges::any_of(
         entries, [&](QAction* entry) { return entry->text().remove('&') == caption && entry->isVisible(); });
   };
   Open(LinearFile(3, Record("1", 264, "11.2")));
-  graph.DrawNow();
+  X().DrawNow();
   EXPECT_TRUE(offers("Time on the Axis"));
-  graph.SetXView({10, 90});
-  EXPECT_EQ(The<platform::CWGraph>("CWGraph2").XView(), graph.XView());
-  graph.ShowAll();
-  graph.DrawNow();
-  EXPECT_TRUE(Words("CWGraph1")
-                  .contains(QString::fromUtf8(
-                      "In view: least 11°, mean 11°, greatest 11°; above 0°: 100 %, below: 0 %")));
-  const auto copied = graph.NumbersToCopy();
+  X().SetXView({10, 90});
+  EXPECT_EQ(Y().XView(), X().XView());
+  X().ShowAll();
+  X().DrawNow();
+  EXPECT_TRUE(X().Description().contains(
+      QString::fromUtf8("In view: least 11°, mean 11°, greatest 11°; above 0°: 100 %, below: 0 %")));
+  const auto copied = X().NumbersToCopy();
   EXPECT_TRUE(copied.startsWith("f.qbx, launched 03/09/2004 14:05:07\nAxis\t"));
   EXPECT_TRUE(copied.endsWith("\nX\t0\t131\t11\t11\t11\t0\t100\t0\nY\t0\t131\t11\t11\t11\t0\t100\t0\n"));
-  Open(BinFile(Record("1", 132, "1") + Record("2", 132, "2")));
-  graph.DrawNow();
+  X().SetXView({0, 20});
+  QTest::keyClick(&X(), Qt::Key_PageDown);
+  EXPECT_EQ(X().XView().lower, 18) << "a run has no pages to step";
+  Open(BinFile(BinRecords(2)));
+  X().DrawNow();
   EXPECT_FALSE(offers("Time on the Axis") || offers("Copy Numbers"));
-  EXPECT_FALSE(Words("CWGraph1").contains("In view"));
-  EXPECT_EQ(graph.XView(), (platform::CWGraphRange{-180, 180}));
-  EXPECT_EQ(The<platform::CWGraph>("CWGraph2").XView(), (platform::CWGraphRange{-90, 90}));
-}
-
-TEST_F(GraphStory, KeysOpenAndPage) {
-  auto& graph = The<platform::CWGraph>("CWGraph1");
-  EXPECT_EQ(platform::Form::Active()->focusWidget(), &graph) << "the boxes above it are only read";
-  WriteFile(DataFile("f.qbx"), BinFile(Record("1", 132, "1") + Record("2", 132, "2") + Record("3", 132, "3") +
-                                       Record("4", 132, "4")));
-  machine.WillChooseFile(DataFile("f.qbx").string());
-  outer->activateWindow();
-  QCoreApplication::processEvents();  // shortcuts work in the active window only
-  Key(Qt::Key_O, Qt::ControlModifier);
-  EXPECT_EQ(Text("txtPageNumberX"), "1");
-  graph.SetXView({0, 20});
-  QTest::keyClick(&graph, Qt::Key_PageDown);
-  EXPECT_EQ(graph.XView().lower, 0);
-  EXPECT_EQ(Text("txtPageNumberX"), "3");
-  QTest::keyClick(&graph, Qt::Key_PageUp);
-  EXPECT_EQ(Text("txtPageNumberX"), "1");
-  Open(LinearFile(3, Record("1", 264, "11.2")));
-  graph.SetXView({0, 20});
-  QTest::keyClick(&graph, Qt::Key_PageDown);
-  EXPECT_EQ(graph.XView().lower, 18) << "a run has no pages to step";
+  EXPECT_FALSE(X().Description().contains("In view"));
+  EXPECT_EQ(X().XView(), (platform::CWGraphRange{-180, 180}));
+  EXPECT_EQ(Y().XView(), (platform::CWGraphRange{-90, 90}));
 }
 
 TEST_F(GraphStory, BinPairsArePagedThrough) {
   Press("Next");
   Reads("No data file has been selected!");
-  Open(BinFile(Record("1", 132, "11") + Record("2", 132, "22") + Record("3", 132, "33") +
-               Record("4", 132, "44")));
+  EXPECT_EQ(platform::Form::Active()->focusWidget(), &X()) << "the boxes above it are only read";
+  WriteFile(DataFile("f.qbx"), BinFile(BinRecords(4)));
+  machine.WillChooseFile(DataFile("f.qbx").string());
+  Key(Qt::Key_O, Qt::ControlModifier);
+  X().SetXView({0, 20});
+  for (const auto& [key, page] : {std::pair{Qt::Key_PageDown, "3"}, std::pair{Qt::Key_PageUp, "1"}}) {
+    QTest::keyClick(&X(), key);
+    EXPECT_EQ(X().XView().lower, 0);
+    EXPECT_EQ(Text("txtPageNumberX"), page);
+  }
   struct Row {
     const char *press, *message, *pages;
     bool previous;
@@ -158,25 +143,24 @@ TEST_F(GraphStory, BinPairsArePagedThrough) {
     Press(press);
     if (message != nullptr) Reads(message);
     EXPECT_EQ(Text("txtPageNumberX") + Text("txtPageNumberY"), pages);
-    EXPECT_EQ(The<QPushButton>("cmdPrevious").isEnabled(), previous);
-    EXPECT_TRUE(Words("CWGraph1").contains(greatest)) << Words("CWGraph1").toStdString();
+    EXPECT_EQ(The("cmdPrevious").isEnabled(), previous);
+    EXPECT_TRUE(X().Description().contains(greatest)) << X().Description().toStdString();
   }
 }
 
 TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
-  const std::string three = Record("1", 132, "1") + Record("2", 132, "2") + Record("3", 132, "3");
-  Open(BinFile(three));
+  Open(BinFile(BinRecords(3)));
   Press("Next");
   Reads(EndOfFile);
   EXPECT_EQ(Text("txtPageNumberX"), "3");
   std::filesystem::remove(DataFile("f.qbx"));
   Press("Next");
   Reads(EndOfFile);
-  Open(BinFile(three + Record("4", 132, "4") + Record("5", 132, "5") + Record("6", 132, "6")));
+  Open(BinFile(BinRecords(6)));
   Press("Next");
   Press("Next");
   EXPECT_EQ(Text("txtPageNumberX"), "5") << "the end of the first file no longer counts";
-  Open(BinFile(Record("1", 132, "1")));
+  Open(BinFile(BinRecords(1)));
   Reads(EndOfFile);
 }
 

@@ -33,81 +33,72 @@ class ReviewStory : public Story {
     StartConnected();
     Choose("Tools", "Graph Button Pushes");
   }
-  std::string Shown() const { return Text("txtBPNumber") + " at " + Text("txtBPValue"); }
+  platform::CWGraph& Upper() const { return The<platform::CWGraph>("CWGraph1"); }
+  platform::CWGraph& Lower() const { return The<platform::CWGraph>("CWGraph2"); }
   /// The x positions of the cursors, which must be the same on both graphs and lie at y 0.
   std::vector<double> Cursors() const {
-    auto& upper = The<platform::CWGraph>("CWGraph1");
-    auto& lower = The<platform::CWGraph>("CWGraph2");
-    EXPECT_EQ(upper.CursorCount(), lower.CursorCount());
+    EXPECT_EQ(Upper().CursorCount(), Lower().CursorCount());
     std::vector<double> places;
-    for (int n = 1; n <= upper.CursorCount(); ++n) {
-      places.push_back(upper.CursorX(n));
-      EXPECT_EQ(lower.CursorX(n), places.back());
-      EXPECT_EQ(upper.CursorY(n), 0);
-      EXPECT_EQ(lower.CursorY(n), 0);
+    for (int n = 1; n <= Upper().CursorCount(); ++n) {
+      places.push_back(Upper().CursorX(n));
+      EXPECT_EQ(Lower().CursorX(n), places.back());
+      EXPECT_EQ(Upper().CursorY(n), 0);
+      EXPECT_EQ(Lower().CursorY(n), 0);
     }
     return places;
+  }
+  void ExpectShown(const std::string& push, const std::vector<double>& cursors) const {
+    EXPECT_EQ(Text("txtBPNumber") + " at " + Text("txtBPValue"), push);
+    EXPECT_EQ(Cursors(), cursors);
   }
 };
 
 TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
   for (const auto* caption : {"<", ">", "Show All", "Show All"}) Press(caption);
-  EXPECT_EQ(Shown(), " at ") << "no file yet";
-  EXPECT_EQ(Cursors(), std::vector<double>{0});
+  Upper().CursorClicked(0);
+  ExpectShown(" at ", {0});  // no file yet
   Open(Header() + Records(7, {100, 250, 800}));
-  EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").NumbersToCopy().startsWith("f.qbx, launched "));
+  EXPECT_EQ(Text("lblBPCount"), "of 3");
+  EXPECT_TRUE(Upper().NumbersToCopy().startsWith("f.qbx, launched "));
+  ExpectShown("0 at 100", {100});
   struct Row {
-    const char *press, *shown;
+    const char *press, *push;
     std::vector<double> cursors;
   };
-  EXPECT_EQ(Cursors(), std::vector<double>{100});
-  for (const auto& [press, shown, cursors] :
+  for (const auto& [press, push, cursors] :
        {Row{"<", "0 at 100", {100}}, Row{">", "1 at 250", {250}}, Row{">", "2 at 800", {800}},
         Row{">", "2 at 800", {800}}, Row{"Show All", "2 at 800", {100, 250, 800}},
         Row{"<", "1 at 250", {250, 250, 800}}, Row{"Hide All", "1 at 250", {250}},
         Row{"<", "0 at 100", {100}}, Row{"<", "0 at 100", {100}}}) {
-    SCOPED_TRACE(std::string(press) + " " + shown);
+    SCOPED_TRACE(std::string(press) + " " + push);
     Press(press);
-    EXPECT_EQ(Shown(), shown);
-    EXPECT_EQ(Cursors(), cursors);
+    ExpectShown(push, cursors);
   }
-}
 
-TEST_F(ReviewStory, ThePushOnShowIsInSight) {
-  Open(Header() + Records(7, {100, 250, 800}));
-  EXPECT_EQ(The<QLabel>("lblBPCount").text(), "of 3");
-  auto& graph = The<platform::CWGraph>("CWGraph2");
-  EXPECT_EQ(platform::Form::Active()->focusWidget(), &The<platform::CWGraph>("CWGraph1"));
-  graph.SetXView({90, 120});
-  struct Row {
-    Qt::Key key;
-    const char* shown;
-    double middle;
-  };
-  for (const auto& [key, shown, middle] :
-       {Row{Qt::Key_PageDown, "1 at 250", 250}, Row{Qt::Key_PageDown, "2 at 800", 800},
-        Row{Qt::Key_PageUp, "1 at 250", 250}}) {
-    QTest::keyClick(&graph, key);
-    EXPECT_EQ(Shown(), shown);
-    for (const char* name : {"CWGraph1", "CWGraph2"}) {
-      EXPECT_EQ(The<platform::CWGraph>(name).XView().Middle(), middle);
-      EXPECT_EQ(The<platform::CWGraph>(name).XView().Size(), 30);
+  EXPECT_EQ(platform::Form::Active()->focusWidget(), &Upper());
+  Lower().SetXView({90, 120});
+  for (const auto& [key, push, middle] :
+       {std::tuple{Qt::Key_PageDown, "1 at 250", 250}, std::tuple{Qt::Key_PageDown, "2 at 800", 800},
+        std::tuple{Qt::Key_PageUp, "1 at 250", 250}}) {
+    QTest::keyClick(&Lower(), key);
+    ExpectShown(push, {static_cast<double>(middle)});
+    for (const auto* graph : {&Upper(), &Lower()}) {
+      EXPECT_EQ(graph->XView().Middle(), middle);
+      EXPECT_EQ(graph->XView().Size(), 30);
     }
   }
-  Open(Header() + Records(1, {}));
-  EXPECT_EQ(The<QLabel>("lblBPCount").text(), "of 0");
-}
 
-TEST_F(ReviewStory, AClickOnACursorMakesItTheCurrentOne) {
-  The<platform::CWGraph>("CWGraph1").CursorClicked(0);
-  EXPECT_EQ(Shown(), " at ") << "no file yet";
-  Open(Header() + Records(7, {100, 250, 800}));
   Press("Show All");
-  The<platform::CWGraph>("CWGraph2").CursorClicked(800);
-  EXPECT_EQ(Shown(), "2 at 800");
-  EXPECT_EQ(Cursors(), (std::vector<double>{800, 250, 800}));
-  The<platform::CWGraph>("CWGraph1").CursorClicked(20);  // left from another file
-  EXPECT_EQ(Shown(), "2 at 800");
+  Lower().CursorClicked(800);
+  ExpectShown("2 at 800", {800, 250, 800});
+  Upper().CursorClicked(20);  // left from another file
+  ExpectShown("2 at 800", {800, 250, 800});
+  Open(Header() + Records(1, {99}));
+  ExpectShown("0 at 99", {99, 250, 800});
+  Press("Hide All");
+  ExpectShown("0 at 99", {99});
+  Open(Header() + Records(1, {}));
+  EXPECT_EQ(Text("lblBPCount"), "of 0");
 }
 
 TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
@@ -119,31 +110,21 @@ TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
     Open(text);
     Reads(message);
     EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
-    EXPECT_EQ(Shown(), "0 at 7");
+    ExpectShown("0 at 7", {7});
   }
   machine.WillCancelFile();
   Choose("File", "Open");
-  EXPECT_NE(Reads("mnuOpen_Click").find("Number: 32755"), std::string::npos) << "counts as a failure";
+  EXPECT_TRUE(Contains(Reads("mnuOpen_Click"), "Number: 32755")) << "counts as a failure";
 }
 
 TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
-  for (const auto& [records, shown] :
-       {std::pair{Records(1, {5}), "0 at 5"}, std::pair{Records(1, {}), "0 at 0"}}) {
-    Open(Header() + records + "2,1,1\r\n");
+  for (const double push : {5, 0}) {
+    Open(Header() + Records(1, push == 0 ? std::vector<std::size_t>{} : std::vector<std::size_t>{5}) +
+         "2,1,1\r\n");
     Reads("BuildDoubleChannelArrays");
-    EXPECT_EQ(Shown(), shown);
-    EXPECT_FALSE(The<platform::CWGraph>("CWGraph1").Description().contains("points"));
+    ExpectShown(push == 5 ? "0 at 5" : "0 at 0", {push});
+    EXPECT_FALSE(Upper().Description().contains("points"));
   }
-}
-
-TEST_F(ReviewStory, AnotherFileKeepsTheCursorsOfShowAll) {
-  Open(Header() + Records(1, {10, 20, 30}));
-  Press("Show All");
-  Open(Header() + Records(1, {99}));
-  EXPECT_EQ(Cursors(), (std::vector<double>{99, 20, 30}));
-  EXPECT_EQ(Text("cmdShowAll"), "Hide All");
-  Press("Hide All");
-  EXPECT_EQ(Cursors(), std::vector<double>{99});
 }
 
 class EraseStory : public Story {
@@ -160,10 +141,17 @@ class EraseStory : public Story {
     Reads("All on-board data will be erased!\r\nClick YES to proceed.\r\nClick NO to cancel this operation.");
     EXPECT_EQ(machine.buttons.at(0), platform::Buttons::Confirm);
   }
+  void Halt() {
+    EXPECT_TRUE(Checked("Data", "Erase"));
+    Choose("Data", "Erase");
+    Reads("Erase halted by user! Erase may not be complete.");
+    ExpectEnded();
+  }
   void ExpectEnded() {
     EXPECT_FALSE(Checked("Data", "Erase"));
     EXPECT_TRUE(Offered("Data", "Download"));
     EXPECT_TRUE(The<QGroupBox>("fraErase").isHidden());
+    EXPECT_EQ(Text("txtInBufferSize"), "");
     ExpectIdle();
   }
 };
@@ -176,16 +164,14 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
   EXPECT_EQ(machine.Transcript(), "0 65");
   EXPECT_FALSE(Offered("Data", "Download"));
   EXPECT_TRUE(PointerIsBusy());
-  machine.Pass(5000ms);
+  machine.Pass(5s);
   EXPECT_EQ(Text("txtInBufferSize"), "2049");
   EXPECT_EQ(The<QProgressBar>("PBarErase").value(), 2049);
   EXPECT_FALSE(The<QGroupBox>("fraErase").isHidden());
-  EXPECT_TRUE(Checked("Data", "Erase"));
   machine.Deliver(1, {0});
   machine.Pass(500ms);
   Reads("Erase completed!");
   ExpectEnded();
-  EXPECT_EQ(Text("txtInBufferSize"), "");
   logger.eraseStep = 100us;
   Begin(6200);
   machine.Pass(500ms);
@@ -193,28 +179,18 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
   ExpectEnded();
 }
 
-TEST_F(EraseStory, ASilentLoggerIsWatchedUntilTheUserHalts) {
+TEST_F(EraseStory, ASilentLoggerOrAFailedStartLastsUntilTheUserHalts) {
   logger.silent = true;
   Begin(0);
   machine.Pass(1h);
   EXPECT_EQ(Text("txtInBufferSize"), "0");
-  Choose("Data", "Erase");
-  Reads("Erase halted by user! Erase may not be complete.");
   EXPECT_EQ(machine.wire.size(), 1U) << "nothing tells the logger to stop";
-  ExpectEnded();
-}
-
-TEST_F(EraseStory, FailuresAreReportedUnderTheirProcedure) {
+  Halt();
   machine.taken = {1};
   Begin(0);
-  Reads("OpenCommPort");
-  Reads("mnuErase_Click");
+  Reads("OpenCommPort", "mnuErase_Click");
   EXPECT_FALSE(PointerIsBusy());
-  EXPECT_TRUE(Checked("Data", "Erase")) << "the entry stays as it was; a click halts";
-  machine.taken.clear();
-  Choose("Data", "Erase");
-  Reads("Erase halted by user! Erase may not be complete.");
-  ExpectEnded();
+  Halt();
 }
 
 }  // namespace bexlow::test
