@@ -6,8 +6,6 @@
 namespace bexlow::test {
 namespace {
 
-using std::chrono::seconds;
-
 constexpr auto Refusal = [](const std::string& caption) {
   return "The screen \"" + caption +
          "\" is using the logger. Please wait until it has ended, or stop it there!";
@@ -16,8 +14,8 @@ constexpr auto Refusal = [](const std::string& caption) {
 /// What a screen's menu starts, and how it ends.
 struct Exchange {
   const char *screen, *caption, *menu, *entry;
-  const char* status;  ///< what the status line begins with
-  seconds runs{0};     ///< 0: it is stopped by the same entry
+  const char* status;            ///< what the status line begins with
+  std::chrono::seconds runs{0};  ///< 0: it is stopped by the same entry
 };
 
 const Exchange All[] = {
@@ -37,21 +35,18 @@ class Exchanges : public DownloadStory {
   void SetUp() override {
     StartConnected();
     ServiceChord();
-    for (const auto& [menu, entry] : {std::pair{"Tools", "Configuration"},
-                                      {"Tools", "Calibrate"},
-                                      {"Tools", "Download"},
-                                      {"Display", "Accelerometers"},
-                                      {"Display", "Angles"},
-                                      {"Display", "Remote Session"}}) {
-      Front("Main");
-      Choose(menu, entry);
-      machine.Pass(1s);
+    for (const auto& exchange : All) {
+      if (outer->Child(exchange.screen) == nullptr) OpenScreen(exchange.caption);
     }
-    machine.boxes.clear();  // of the read, and of a port of the remote session that is not free here
     Store(3);
     logger.eraseBytes = 3000;
   }
-  void Front(const char* screen) { outer->ShowChild(outer->Child(screen)); }
+  void OpenScreen(const char* caption) {
+    Front("Main");
+    Choose(Offered("Tools", caption) ? "Tools" : "Display", caption);
+    machine.Pass(1s);
+    machine.boxes.clear();  // of a read, or of a port of the remote session that is not free here
+  }
   void Begin(const Exchange& exchange) {
     Front(exchange.screen);
     const std::string entry = exchange.entry;
@@ -122,10 +117,7 @@ TEST_F(Exchanges, AScreenThatIsLeftEndsItsOwnAndStartsAfresh) {
       machine.boxes.clear();
       platform::Form::Active()->close();
       ExpectIdle();
-      Front("Main");
-      Choose(Offered("Tools", left.caption) ? "Tools" : "Display", left.caption);
-      machine.Pass(1s);
-      machine.boxes.clear();
+      OpenScreen(left.caption);
     }
     Begin(left);
     End(left);
@@ -148,8 +140,7 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   machine.Pass(1s);
   Choose("Data", "Sample");
   Choose("Data", "Sample");
-  Reads("OpenCommPort");
-  Reads("mnuSample_Click");
+  Reads("OpenCommPort", "mnuSample_Click");
   machine.Pass(1s);
   EXPECT_TRUE(Status("lblFailure").starts_with("mnuSample_Click: ")) << Status("lblFailure");
   Choose("Data", "Sample");
@@ -162,41 +153,42 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   Choose("Data", "Sample");
 }
 
-TEST_F(Exchanges, ARecordingKeepsItsOwnFile) {
-  for (const std::string saving : {"Angles", "Accelerometers"}) {
-    SCOPED_TRACE(saving);
-    Front(saving.c_str());
-    ChooseFile("Data", "Save", "live.qbx");
+TEST_F(Exchanges, EachKeepsToItsOwnFile) {
+  const auto sample = [this] {
     Front("Angles");
     Choose("Data", "Sample");
     machine.Pass(100ms);
-    const auto size = FileText(path).size();
-    if (saving == "Angles") Front("DownloadErase"), Choose("Data", "Return");
-    machine.Pass(100ms);
-    EXPECT_EQ(FileText(path).size() > size, saving == "Angles");
-    Front("Angles");
     Choose("Data", "Sample");
-    if (saving == "Angles") Choose("Data", "Save");
-  }
-}
-
-TEST_F(Exchanges, ADownloadIntoTheFileOfARecordingEndsItsSaving) {
+  };
   for (const char* recorder : {"Accelerometers", "Angles"}) {
     Front(recorder);
     ChooseFile("Data", "Save", "run.qbx");
   }
   Front("DownloadErase");
-  DownloadStory::Begin();
+  DownloadStory::Begin();  // into the file of a recording: that ends its saving
   Finish();
   const auto run = FileText(path);
   for (const char* recorder : {"Accelerometers", "Angles"}) {
     Front(recorder);
     EXPECT_FALSE(Checked("Data", "Save"));
-    Choose("Data", "Sample");
-    machine.Pass(100ms);
-    Choose("Data", "Sample");
   }
+  sample();
   EXPECT_EQ(FileText(path), run);
+
+  Front("Accelerometers");
+  ChooseFile("Data", "Save", "live.qbx");
+  const auto header = FileText(path);
+  sample();
+  EXPECT_EQ(FileText(path), header);
+  ChooseFile("Data", "Save", "live.qbx");
+  Choose("Data", "Sample");
+  Front("DownloadErase");
+  Choose("Data", "Return");
+  const auto size = FileText(path).size();
+  machine.Pass(100ms);
+  EXPECT_GT(FileText(path).size(), size);
+  Front("Angles");
+  Choose("Data", "Sample");
 }
 
 TEST_F(Exchanges, ATickThatWaitedIsFollowedByAWholeInterval) {

@@ -39,7 +39,7 @@ TEST_F(Shell, StartsWithTheStoredPortAndClosedTools) {
   }
 }
 
-TEST_F(Shell, RefusesASecondCopy) {
+TEST_F(Shell, RefusesASecondCopyAndStartsWithoutAFolder) {
   {
     const platform::RunningCopy first;
     Start();
@@ -47,11 +47,6 @@ TEST_F(Shell, RefusesASecondCopy) {
     EXPECT_EQ(Shared.MaxDownloadPages, 0) << "nothing may happen behind the refusal";
     EXPECT_FALSE(platform::FolderExists(platform::DataFilesFolder()));
   }
-  Start();
-  EXPECT_EQ(ScreenInFront(), "Main") << "the lock ends with its holder";
-}
-
-TEST_F(Shell, AFolderThatCannotBeMadeIsReportedAndTheStartGoesOn) {
   WriteFile(platform::LogsFolder(), "a file in the way");
   Start();
   Reads("The SimpleErrorHandler sub routine has errored!");  // there is no folder for the log
@@ -76,22 +71,12 @@ TEST_F(Shell, ChordsActOnTheRemoteEntryAndTheDisplayMenu) {
   }
 }
 
-TEST_F(Shell, F1OpensTheManualOrSaysWhereItIs) {
-  Start();
-  Key(Qt::Key_F1);
-  Reads("Please refer to the Software Help Manual located on the distribution media!");
-  const auto manual = machine.ProgramFolder() / "manual.html";
-  WriteFile(manual, "<p>");
-  Key(Qt::Key_F1);
-  EXPECT_EQ(machine.documents, std::vector{manual});
-}
-
 TEST_F(Shell, TabsCloseByButtonAndKeyAndMainComesToTheFront) {
   StartConnected();
   auto& tabs = *outer->findChild<QTabBar*>();
   const auto open = [&] {
     for (const auto* entry : {"Graph", "Graph Button Pushes"}) {
-      outer->ShowChild(outer->Child("Main"));
+      Front("Main");
       Choose("Tools", entry);
     }
   };
@@ -117,8 +102,14 @@ TEST_F(Shell, TabsCloseByButtonAndKeyAndMainComesToTheFront) {
 
 TEST_F(Shell, HelpAboutAndExit) {
   Start();
+  const std::string elsewhere = "Please refer to the Software Help Manual located on the distribution media!";
+  Key(Qt::Key_F1);
   Choose("Help", "Help");
-  Reads("Please refer to the Software Help Manual located on the distribution media!");
+  Reads(elsewhere, elsewhere);
+  const auto manual = machine.ProgramFolder() / "manual.html";
+  WriteFile(manual, "<p>");
+  Key(Qt::Key_F1);
+  EXPECT_EQ(machine.documents, std::vector{manual});
   Choose("Help", "About");
   EXPECT_EQ(ScreenInFront(), "About");
   EXPECT_EQ(Text("Label2"), "Version 3.2.3 Beta");
@@ -165,14 +156,9 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
       "RETRY will allow application to continue.\r\nCANCEL will terminate application.\r\n");
   Reads("Big");
   EXPECT_FALSE(machine.ended);
-}
-
-TEST_F(Shell, CancelEndsTheProgramAndWithoutALogTheHandlerSaysSo) {
-  Start();
   machine.WillAnswer(Answer::Cancel);
   shell::SimpleErrorHandler(1, "Big", "Graph", "words");
-  Reads("Big");
-  Reads("Application will terminate; correct error cause and run application again!");
+  Reads("Big", "Application will terminate; correct error cause and run application again!");
   EXPECT_TRUE(machine.ended);
   std::filesystem::remove_all(platform::LogsFolder());
   shell::SimpleErrorHandler(1, "Big", "Graph", "words");
@@ -183,7 +169,7 @@ TEST_F(Shell, AGuardedFailureIsReportedOnceUnderTheScreenInFront) {
   StartConnected();
   Choose("Tools", "Graph");
   const auto& graph = *platform::Form::Active();
-  outer->ShowChild(outer->Child("Main"));
+  Front("Main");
   bool behind = false;
   shell::Guarded(graph, "Big", [&] {
     throw std::system_error(ENOSPC, std::generic_category(), "run.qbx");
@@ -191,9 +177,8 @@ TEST_F(Shell, AGuardedFailureIsReportedOnceUnderTheScreenInFront) {
   });
   EXPECT_FALSE(behind);
   const auto text = Reads("Big");
-  EXPECT_NE(text.find("Number: " + std::to_string(ENOSPC) + "\r\n"), std::string::npos);
-  EXPECT_NE(text.find("Screen: Main\r\n"), std::string::npos);
-  EXPECT_NE(text.find("Description: run.qbx: No space left on device\r\n"), std::string::npos);
+  EXPECT_TRUE(Contains(text, "Number: " + std::to_string(ENOSPC) + "\r\n"));
+  EXPECT_TRUE(Contains(text, "Screen: Main\r\nDescription: run.qbx: No space left on device\r\n"));
 }
 
 TEST_F(Shell, AFileIsShownWithoutALogger) {
@@ -201,23 +186,22 @@ TEST_F(Shell, AFileIsShownWithoutALogger) {
   WriteFile(DataFile("run.qbx"), Header() + Record("1", 264, "1"));
   WriteFile(DataFile("pushes.qbx"), Header() + Record("1", 264, "BP"));
   WriteFile(DataFile("words.txt"), std::string(12, '\n'));
-  const auto at = [&](const char* name) { return DataFile(name).string(); };
   struct Row {
-    std::vector<std::string> dropped;
+    std::vector<const char*> dropped;
     std::string words, screen;
   };
+  const auto folder = DataFile("").string();
   for (const auto& [dropped, words, screen] :
-       {Row{{at("run.qbx")}, "", "Graph"}, Row{{at("pushes.qbx")}, "", "GraphBP"},
-        Row{{at("words.txt")}, "This is not a Quornell Download Pages file!", "Graph"},
-        Row{{at("")}, "The file cannot be read!\r\n" + at("") + ": Is a directory", "Main"},
-        Row{{at("run.qbx"), at("pushes.qbx")},
-            "Only the first of these files is opened:\r\nrun.qbx",
-            "Graph"}}) {
+       {Row{{"run.qbx"}, "", "Graph"}, Row{{"pushes.qbx"}, "", "GraphBP"},
+        Row{{"words.txt"}, "This is not a Quornell Download Pages file!", "Graph"},
+        Row{{""}, "The file cannot be read!\r\n" + folder + ": Is a directory", "Main"},
+        Row{{"run.qbx", "pushes.qbx"}, "Only the first of these files is opened:\r\nrun.qbx", "Graph"}}) {
     SCOPED_TRACE(words + screen);
-    outer->ShowChild(outer->Child("Main"));
+    Front("Main");
     QMimeData files;
     QList<QUrl> urls;
-    for (const auto& file : dropped) urls << QUrl::fromLocalFile(QString::fromStdString(file));
+    for (const auto* name : dropped)
+      urls << QUrl::fromLocalFile(QString::fromStdString(DataFile(name).string()));
     files.setUrls(urls);
     QDragEnterEvent enter({9, 9}, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(outer.get(), &enter);
@@ -226,11 +210,11 @@ TEST_F(Shell, AFileIsShownWithoutALogger) {
     machine.Settle();
     if (!words.empty()) Reads(words);
     EXPECT_EQ(ScreenInFront(), screen);
-    EXPECT_TRUE(!words.empty() || Text("txtFileName") == dropped.front());
+    EXPECT_TRUE(!words.empty() || Text("txtFileName") == DataFile(dropped.front()));
   }
-  outer->ShowChild(outer->Child("Main"));
+  Front("Main");
   EXPECT_FALSE(Offered("Tools", "Graph"));
-  machine.WillChooseFile(at("pushes.qbx"));
+  machine.WillChooseFile(DataFile("pushes.qbx").string());
   Press("Open a data file...");
   EXPECT_EQ(ScreenInFront(), "GraphBP");
 }

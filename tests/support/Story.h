@@ -70,6 +70,7 @@ class Story : public ::testing::Test {
   /// Types into a box, replacing what it holds, key by key.
   void Type(const char* name, const QString& text);
   std::string ScreenInFront() const;
+  void Front(const char* screen) { outer->ShowChild(outer->Child(screen)); }
   bool PointerIsBusy() const;
   /// The pointer is free, no port is open, and nothing goes out however long one waits.
   void ExpectIdle();
