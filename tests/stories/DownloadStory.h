@@ -38,8 +38,7 @@ class DownloadStory : public Story {
     ReadsCompletion();
   }
   void ReadsCompletion() {
-    Reads("Download completed!");
-    Reads("Would you like to graph this download immediately?");
+    Reads("Download completed!", "Would you like to graph this download immediately?");
   }
   std::vector<int> PagesInFile() const {
     std::vector<int> pages;

@@ -5,12 +5,20 @@ namespace bexlow::test {
 
 TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   Store(2);
+  const auto start = machine.Time();
   Begin();
-  EXPECT_EQ(machine.fileQuestions.back().filter,
-            "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx");
-  EXPECT_EQ(machine.fileQuestions.back().filterIndex, 3);
-  EXPECT_TRUE(machine.fileQuestions.back().confirmReplacing);
-  EXPECT_TRUE(machine.fileQuestions.back().defaultSuffix.empty());
+  const auto transcript = machine.Transcript();
+  EXPECT_TRUE(
+      transcript.starts_with("0 72|12 2A|262 72|274 2B|524 6C|1024 6D|1524 72|1536 64|1636 72|1648 65|"))
+      << transcript;
+  EXPECT_EQ(machine.wire.front().at - start, 250ms);
+  // mode 250 first, then 262 a cell; firmware 500 each; ten cells and sixteen cells at 112
+  EXPECT_EQ((machine.wire.at(58).at - start) / 1ms, 250 + 2 * 262 + 2 * 500 + 26 * 112);
+  const auto& question = machine.fileQuestions.back();
+  EXPECT_EQ(question.filter, "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx");
+  EXPECT_EQ(question.filterIndex, 3);
+  EXPECT_TRUE(question.confirmReplacing);
+  EXPECT_TRUE(question.defaultSuffix.empty());
   EXPECT_TRUE(PointerIsBusy());
   EXPECT_FALSE(Offered("Data", "Erase"));
   machine.wire.clear();
@@ -28,8 +36,7 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
       << text.substr(0, 600);
   EXPECT_EQ(PagesInFile(), UpTo(2));
   const std::string csv = FileText(DataFile("run.csv"));
-  EXPECT_NE(csv.find("\r\nLinear Channel = 3\r\nX angle,Y angle\r\n1.4,1.4\r\n4.2,2.8\r\n"),
-            std::string::npos);
+  EXPECT_TRUE(Contains(csv, "\r\nLinear Channel = 3\r\nX angle,Y angle\r\n1.4,1.4\r\n4.2,2.8\r\n"));
   EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 12 + 2 * 132);
   EXPECT_EQ(Text("fraPBar"), "Download Progress");
   EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), 264);
@@ -38,22 +45,6 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   EXPECT_FALSE(Shared.LiveSample.SavingToFile) << "live samples would go there";
   EXPECT_TRUE(Offered("Data", "Erase"));
   ExpectIdle();
-}
-
-TEST_F(DownloadStory, TheRetrievalsKeepTheirPauses) {
-  machine.WillCancelFile();
-  const auto start = machine.Time();
-  Choose("Data", "Download");
-  Reads("Download operation cancelled!");
-  // mode 250 first, then 262 a cell; firmware 500 each; ten cells and sixteen cells at 112
-  EXPECT_EQ((machine.Time() - start) / 1ms, 250 + 2 * 262 + 2 * 500 + 26 * 112);
-  const auto transcript = machine.Transcript();
-  EXPECT_TRUE(
-      transcript.starts_with("0 72|12 2A|262 72|274 2B|524 6C|1024 6D|1524 72|1536 64|1636 72|1648 65|"))
-      << transcript;
-  EXPECT_EQ(machine.wire.front().at - start, 250ms);
-  EXPECT_FALSE(Running());
-  EXPECT_TRUE(Offered("Data", "Download"));
 }
 
 TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
@@ -71,8 +62,7 @@ TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
     EXPECT_EQ(Text("fraPBar"), "Download Progress");
   }
   for (const int bytes : {0, 3}) {
-    VirtualLogger cut;
-    cut.PlugFor(machine, 1, bytes);
+    logger.PlugFor(machine, 1, bytes);
     Choose("Data", "Download");
     if (bytes == 0) Reads("OpenCommPort");
     Reads("Download MODE parameters were not retrieved! Download failed!");
@@ -179,13 +169,10 @@ TEST_F(DownloadStory, ATornReplyAndAStallOfTheLineMakeNoPage) {
 TEST_F(DownloadStory, AWholePageIsKeptWhereTheNextRequestFails) {
   for (const int heard : {1, 2}) {  // bytes of the request for page 4
     Store(5);
-    VirtualLogger cut;
-    cut.pages = logger.pages;
-    cut.PlugFor(machine, 1, 58 + 4 * 3 + heard);  // behind the retrievals and four requests
+    logger.PlugFor(machine, 1, 58 + 4 * 3 + heard);  // behind the retrievals and four requests
     Begin();
     machine.Pass(4s);
-    Reads("MSComm1_OnComm");
-    Reads("TimerSampling_Timer");
+    Reads("MSComm1_OnComm", "TimerSampling_Timer");
     Choose("Data", "Download");
     EXPECT_EQ(PagesInFile(), UpTo(3));
   }
@@ -213,9 +200,17 @@ TEST_F(DownloadStory, ASilentLoggerIsAskedOnceASecondForAnHour) {
 }
 
 TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
-  for (const auto* entry : {"Download", "Return"}) {
-    SCOPED_TRACE(entry);
+  for (const auto& [entry, vanished] :
+       {std::pair{"Download", false}, {"Download", true}, {"Return", false}}) {
+    SCOPED_TRACE(std::string(entry) + (vanished ? " behind a vanished line" : ""));
+    machine.Plug(logger, 1);
     BeginForASecond();
+    if (vanished) {
+      machine.Unplug(1);
+      machine.Pass(3500ms);
+      Reads("TimerSampling_Timer");
+      EXPECT_TRUE(The<QLabel>("lblWarning").isHidden()) << "nothing is attempted any more";
+    }
     Choose("Data", entry);
     EXPECT_FALSE(Running());
     EXPECT_FALSE(Shared.LiveSample.SavingToFile);
@@ -227,18 +222,6 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
   EXPECT_EQ(ScreenInFront(), "Main");
   Choose("Tools", "Download");
   EXPECT_TRUE(Offered("Data", "Download"));
-}
-
-TEST_F(DownloadStory, AVanishedLineIsReportedAndCanBeCancelled) {
-  BeginForASecond();
-  machine.Unplug(1);
-  machine.Pass(3500ms);
-  Reads("TimerSampling_Timer");
-  EXPECT_TRUE(machine.boxes.empty()) << "the failed watchdog stays off";
-  EXPECT_TRUE(The<QLabel>("lblWarning").isHidden()) << "nothing is attempted any more";
-  Choose("Data", "Download");
-  EXPECT_FALSE(Running());
-  EXPECT_EQ(PagesInFile(), UpTo(5));
 }
 
 }  // namespace bexlow::test

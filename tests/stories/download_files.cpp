@@ -13,7 +13,7 @@ TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
     machine.Pass(5s);
   };
   while (machine.boxes.empty()) machine.Pass(1ms);
-  EXPECT_NE(Reads("WriteDownloadPagesToFile").find("Is a directory"), std::string::npos);
+  EXPECT_TRUE(Contains(Reads("WriteDownloadPagesToFile"), "Is a directory"));
   Choose("Data", "Download");
   EXPECT_EQ(PagesInFile(), (std::vector{1, 2, 3, 4, 5, 7}));
 }
@@ -27,8 +27,7 @@ TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
     SCOPED_TRACE(name);
     machine.WillChooseFile(name);
     Choose("Data", "Download");
-    Reads(std::string("The data file cannot be created!\r\n") + why);
-    Reads("No data file has been selected!");
+    Reads(std::string("The data file cannot be created!\r\n") + why, "No data file has been selected!");
     EXPECT_FALSE(Running());
     EXPECT_FALSE(Shared.LiveSample.SavingToFile);
     EXPECT_TRUE(Offered("Data", "Download"));
@@ -56,14 +55,16 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
   struct Row {
     int mode, channels;
     const char *head, *modeText, *channelText;
-    std::ptrdiff_t commas;
+    std::ptrdiff_t fields;
+    int xPoints, yPoints;
     bool csv;
   };
   Store(1);
-  for (const auto& [mode, channels, head, modeText, channelText, commas, csv] :
-       {Row{0, 3, "Page,Data-->", "Bin", "", 132, false},
-        Row{1, 1, "Page,X Data-->", "Linear", "1", 264, true},
-        Row{1, 2, "Page,Y Data-->", "Linear", "2", 264, true}, Row{2, 3, "", "", "", 1, false}}) {
+  for (const auto& [mode, channels, head, modeText, channelText, fields, xPoints, yPoints, csv] :
+       {Row{0, 3, "Page,Data-->", "Bin", "", 132, 0, 0, false},
+        Row{1, 1, "Page,X Data-->", "Linear", "1", 264, 264, 0, true},
+        Row{1, 2, "Page,Y Data-->", "Linear", "2", 264, 0, 264, true},
+        Row{2, 3, "", "", "", 1, 0, 0, false}}) {
     SCOPED_TRACE(std::to_string(mode) + " " + std::to_string(channels));
     logger.eeprom[42] = static_cast<std::uint8_t>(mode);
     logger.eeprom[43] = static_cast<std::uint8_t>(channels);
@@ -72,12 +73,10 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
     EXPECT_EQ(Text("txtMode"), modeText);
     EXPECT_EQ(Text("txtChannels"), channelText);
     Finish();
-    EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(),
-              head == std::string("Page,X Data-->") ? 264 : 0);
-    EXPECT_EQ(The<platform::CWGraph>("CWGraph2").Values().size(),
-              head == std::string("Page,Y Data-->") ? 264 : 0);
-    EXPECT_NE(FileText(path).find(std::string("\r\n") + head + "\r\n1,"), std::string::npos);
-    EXPECT_EQ(std::ranges::count(Record(1), ',') + 1, commas);
+    EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), xPoints);
+    EXPECT_EQ(The<platform::CWGraph>("CWGraph2").Values().size(), yPoints);
+    EXPECT_TRUE(Contains(FileText(path), std::string("\r\n") + head + "\r\n1,"));
+    EXPECT_EQ(std::ranges::count(Record(1), ',') + 1, fields);
     EXPECT_EQ(std::filesystem::exists(DataFile("run.csv")), csv);
   }
 }
