@@ -45,13 +45,6 @@ class DownloadStory : public Story {
     for (const auto& line : LinesBehind(12)) pages.push_back(std::stoi(line));
     return pages;
   }
-  /// The text after a page's number in the file.
-  std::string Record(int page) const {
-    const auto head = std::to_string(page) + ",";
-    for (const auto& line : LinesBehind(12))
-      if (line.starts_with(head)) return line.substr(head.size());
-    return "";
-  }
   static std::vector<int> UpTo(int last) {
     std::vector<int> pages(static_cast<std::size_t>(last));
     std::iota(pages.begin(), pages.end(), 1);

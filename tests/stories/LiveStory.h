@@ -40,11 +40,9 @@ class LiveStory : public Story {
   void Save(const std::string& name) { ChooseFile("Data", "Save", name); }
   std::vector<std::string> Records() const { return LinesBehind(10); }
   /// The different records without their times; a single one means that no sample was torn.
-  std::vector<std::string> KindsOfRecords() const {
-    std::vector<std::string> kinds;
-    for (const auto& record : Records()) kinds.push_back(record.substr(record.find(',') + 1));
-    std::ranges::sort(kinds);
-    kinds.erase(std::unique(kinds.begin(), kinds.end()), kinds.end());
+  std::set<std::string> KindsOfRecords() const {
+    std::set<std::string> kinds;
+    for (const auto& record : Records()) kinds.insert(record.substr(record.find(',') + 1));
     return kinds;
   }
 };

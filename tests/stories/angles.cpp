@@ -9,51 +9,33 @@ struct Recorder {
   char request;
   microseconds sampleTime;
   Bytes VirtualLogger::*reply;
-  const char *box, *shown;
   const char *columns, *record;
   const char* writer;
 };
 
-void PrintTo(const Recorder& row, std::ostream* out) {
-  *out << row.screen;
-}
-
 const Recorder Recorders[] = {
-    {"Angles", 'A', AngleSampleTime, &VirtualLogger::angles, "txtX", "16.5", "Time(seconds),Angle X,Angle Y",
-     "16.5,2.7", "WriteAnglesToFile"},
-    {"Accelerometers", 'a', AccSampleTime, &VirtualLogger::accelerometers, "txtX", "330",
-     "Time(seconds),Acc X,Acc Y,Acc Z", "330,408,322", "WriteAccelerometersToFile"}};
+    {"Angles", 'A', AngleSampleTime, &VirtualLogger::angles, "Time(seconds),Angle X,Angle Y", "16.5,2.7",
+     "WriteAnglesToFile"},
+    {"Accelerometers", 'a', AccSampleTime, &VirtualLogger::accelerometers, "Time(seconds),Acc X,Acc Y,Acc Z",
+     "330,408,322", "WriteAccelerometersToFile"}};
 
-class RecorderStory : public LiveStory, public ::testing::WithParamInterface<Recorder> {
+class RecorderStory : public LiveStory, public ::testing::WithParamInterface<std::size_t> {
  protected:
   void SetUp() override { OpenScreen(); }
-  void OpenScreen() { Open(GetParam().screen); }
-  int Requests() const { return LiveStory::Requests(GetParam().request); }
+  const Recorder& Kind() const { return Recorders[GetParam()]; }
+  void OpenScreen() { Open(Kind().screen); }
+  int Requests() const { return LiveStory::Requests(Kind().request); }
   void ExpectSaving(bool saving) {
     EXPECT_EQ(Checked("Data", "Save"), saving);
     EXPECT_EQ(Shared.LiveSample.SavingToFile, saving);
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::ValuesIn(Recorders));
-
-TEST_P(RecorderStory, OneRequestIsOutstandingAndEachReplySendsTheNext) {
-  Sample();
-  EXPECT_EQ(Requests(), 1);
-  for (int samples = 1; samples <= 5; ++samples) {
-    machine.Pass(GetParam().sampleTime - 1us);
-    EXPECT_EQ(Requests(), samples);
-    machine.Pass(1us);
-    EXPECT_EQ(Requests(), samples + 1);
-  }
-  logger.silent = true;
-  machine.Pass(ShownTime);
-  EXPECT_EQ(Text(GetParam().box), GetParam().shown) << "also the last of all";
-}
+INSTANTIATE_TEST_SUITE_P(Screens, RecorderStory, ::testing::Range(std::size_t{0}, std::size(Recorders)));
 
 // Stray bytes must not be taken for the beginning of the next reply: they would shift every later sample.
 TEST_P(RecorderStory, SpoiltRepliesAreDroppedWithoutAMessageAndTearNoSample) {
-  const Bytes good = logger.*GetParam().reply;
+  const Bytes good = logger.*Kind().reply;
   const auto length = good.size();
   Bytes doubled = good;
   doubled.insert(doubled.end(), good.begin(), good.end());
@@ -91,8 +73,8 @@ TEST_P(RecorderStory, SpoiltRepliesAreDroppedWithoutAMessageAndTearNoSample) {
     }
     machine.wire.clear();
     machine.Pass(1s);
-    EXPECT_NEAR(Requests(), 1e6 / static_cast<double>(GetParam().sampleTime.count()), 2) << "one chain";
-    EXPECT_EQ(KindsOfRecords(), std::vector<std::string>{GetParam().record});
+    EXPECT_NEAR(Requests(), 1e6 / static_cast<double>(Kind().sampleTime.count()), 2) << "one chain";
+    EXPECT_EQ(KindsOfRecords(), std::set<std::string>{Kind().record});
   }
 }
 
@@ -104,11 +86,11 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
   const auto records = Records();
   EXPECT_EQ(static_cast<int>(records.size()), Requests() - 1);
   ASSERT_GT(records.size(), 200U);
-  const std::string record = GetParam().record;
+  const std::string record = Kind().record;
   EXPECT_EQ(records.front(), "0," + record);
   EXPECT_EQ(records.back(), "1," + record);
   EXPECT_GE(std::ranges::count(records, ".5," + record), 1);
-  EXPECT_NE(FileText(path).find(std::string("\r\n") + GetParam().columns + "\r\n0,"), std::string::npos);
+  EXPECT_NE(FileText(path).find(std::string("\r\n") + Kind().columns + "\r\n0,"), std::string::npos);
 
   ExpectSaving(true);  // across stops
   Choose("Data", "Save");
@@ -134,7 +116,7 @@ TEST_P(RecorderStory, SavesToItsOwnFileOnceItHasOneWhateverAnotherTabDid) {
   Shared.DataFileName = DataFile("other.qbx").string();
   Shared.LiveSample.SavingToFile = false;
   Sample();
-  machine.Pass(GetParam().sampleTime * 3);
+  machine.Pass(Kind().sampleTime * 3);
   EXPECT_EQ(Records().size(), 3U);
   EXPECT_FALSE(std::filesystem::exists(DataFile("other.qbx")));
 }
@@ -142,23 +124,23 @@ TEST_P(RecorderStory, SavesToItsOwnFileOnceItHasOneWhateverAnotherTabDid) {
 TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
   Save("full.qbx");
   Sample();
-  machine.Pass(GetParam().sampleTime * 3);
+  machine.Pass(Kind().sampleTime * 3);
   Shared.DataFileName = DataFile("").string();
   for (const auto wait : {0us, microseconds(1'000'000)}) {  // so that the user can stop
     machine.Pass(wait);
     EXPECT_TRUE(machine.boxes.empty());
-    machine.Pass(GetParam().sampleTime);
-    EXPECT_TRUE(Contains(Reads(GetParam().writer), "Is a directory"));
+    machine.Pass(Kind().sampleTime);
+    EXPECT_TRUE(Contains(Reads(Kind().writer), "Is a directory"));
   }
   Shared.DataFileName = path.string();
-  machine.Pass(1s + GetParam().sampleTime * 3);
+  machine.Pass(1s + Kind().sampleTime * 3);
   EXPECT_EQ(Records().size(), 6U);
 }
 
 TEST_P(RecorderStory, SavingOutlivesTheScreen) {
   Save("outlives.qbx");
   Sample();
-  machine.Pass(GetParam().sampleTime * 2);
+  machine.Pass(Kind().sampleTime * 2);
   EXPECT_EQ(Records().size(), 2U);
   for (const auto& next : Recorders) {
     SCOPED_TRACE(next.screen);

@@ -40,14 +40,9 @@ class GraphStory : public Story {
   }
   platform::CWGraph& X() const { return The<platform::CWGraph>("CWGraph1"); }
   platform::CWGraph& Y() const { return The<platform::CWGraph>("CWGraph2"); }
-  /// "points X / points Y" as the graphs tell them.
+  /// "points X / points Y"
   std::string Points() const {
-    const auto pointsOf = [](const platform::CWGraph& graph) {
-      const QString words = graph.Description();
-      const auto count = words.indexOf(" point");
-      return count < 0 ? "0" : words.left(count).section(' ', -1).remove(',').toStdString();
-    };
-    return pointsOf(X()) + " / " + pointsOf(Y());
+    return std::to_string(X().Values().size()) + " / " + std::to_string(Y().Values().size());
   }
 };
 

@@ -6,6 +6,8 @@
 
 namespace bexlow::test {
 
+using namespace std::chrono_literals;
+
 namespace {
 
 Bytes BytesOf(int word) {
@@ -87,26 +89,25 @@ void VirtualLogger::Reply(Bytes reply) {
   ++replies;
   microseconds delay{0};
   if (spoil) spoil(reply, delay);
+  if (replies == struck_) std::exchange(spoilOne_, {})(reply, delay);
   if (!silent) Send(reply, delay);
 }
 
 void VirtualLogger::Send(const Bytes& bytes, microseconds delay) {
-  const auto start = std::max(machine->Time() + delay + ByteTime, free_);
-  free_ = start + ByteTime * static_cast<int>(bytes.size());
+  const auto& [chunk, timeOut, everyTick] = delivery;
+  auto due = std::max(machine->Time() + delay + ByteTime, free_);
+  free_ = due + ByteTime * static_cast<int>(bytes.size());
   for (std::size_t begin = 0; begin < bytes.size(); begin += chunk) {
-    const auto end = std::min(begin + chunk, bytes.size());
-    const Bytes part(bytes.data() + begin, bytes.data() + end);
-    const auto due =
-        start + ByteTime * static_cast<int>(end) + (part.size() < chunk ? timeOut : microseconds{0});
-    machine->At((due + everyTick - microseconds{1}) / everyTick * everyTick,
-                [this, part] { machine->Deliver(comm, part); });
+    const Bytes part(bytes.data() + begin, bytes.data() + std::min(begin + chunk, bytes.size()));
+    due += ByteTime * static_cast<int>(part.size());
+    const auto handedOver = due + (part.size() < chunk ? timeOut : 0us) + everyTick - 1us;
+    machine->At(handedOver / everyTick * everyTick, [this, part] { machine->Deliver(comm, part); });
   }
 }
 
 void VirtualLogger::SpoilOne(int number, const Spoil& how) {
-  spoil = [this, how, struck = replies + number](Bytes& reply, microseconds& delay) {
-    if (replies == struck) how(reply, delay);
-  };
+  struck_ = replies + number;
+  spoilOne_ = how;
 }
 
 void VirtualLogger::Erase() {

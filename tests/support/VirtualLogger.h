@@ -33,9 +33,12 @@ class VirtualLogger {
   int eraseBytes = 0;
   microseconds eraseStep{1000};
 
-  std::size_t chunk = 8;      ///< bytes that the driver hands over at a time
-  microseconds timeOut{0};    ///< after which it hands over fewer
-  microseconds everyTick{1};  ///< it hands over at multiples of this time
+  struct Delivery {
+    std::size_t chunk = 8;      ///< bytes that the driver hands over at a time
+    microseconds timeOut{0};    ///< after which it hands over fewer
+    microseconds everyTick{1};  ///< it hands over at multiples of this time
+  };
+  Delivery delivery;
 
   int replies = 0;  ///< replies so far, silent ones counted
   int launches = 0;
@@ -56,6 +59,8 @@ class VirtualLogger {
 
   Bytes request_;
   int bytesLeft_ = -1;
+  int struck_ = 0;
+  Spoil spoilOne_;
   microseconds free_{0};  ///< when the line has carried all that was sent
 };
 
