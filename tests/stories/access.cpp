@@ -2,7 +2,6 @@
 // order.
 #include <QAccessible>
 #include <QGroupBox>
-#include <QMenu>
 
 #include <algorithm>
 
@@ -59,10 +58,6 @@ class AccessStory : public Story {
         Stops(form), [&](const auto* stop) { return stop->isEnabled() && !onlyShows(stop); });
     EXPECT_FALSE(haveChoice && onlyShows(form.focusWidget())) << Described(*form.focusWidget());
   }
-  void Leave() {
-    platform::Form::Active()->close();
-    machine.Settle();
-  }
 
  private:
   static void ExpectNames(const std::vector<QWidget*>& stops) {
@@ -103,9 +98,9 @@ TEST_F(AccessStory, EachControlHasANameAndItsTurn) {
     if (Shown("Tools", "EEPROM")) {
       Choose("Tools", "EEPROM");
       Look("EEPROM");
-      Leave();
+      Close();
     }
-    Leave();
+    Close();
     ASSERT_EQ(ScreenInFront(), "Main");
   }
 }

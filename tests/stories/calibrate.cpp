@@ -1,8 +1,6 @@
 // The Calibrate screen: the sampling chain, the extremes it keeps, and the write of what they give.
 #include <QProgressBar>
 
-#include <vector>
-
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -102,11 +100,10 @@ TEST_F(Calibrate, TheWriteSendsTwelveCellsAndASecondStartsOver) {
   Choose("Data", "Write");
   EXPECT_TRUE(machine.boxes.empty());
   machine.Pass(5425ms);
-  EXPECT_EQ(Text("fraProgress"), "Writing 13");
-  EXPECT_EQ(The<QProgressBar>("PBar").value(), 13);
+  ExpectProgress("Writing 13", 13);
   machine.Pass(1s);
   Reads("Write completed!");
-  EXPECT_EQ(The<QProgressBar>("PBar").value(), 0);
+  ExpectProgress("Writing Progress", 0);
   EXPECT_EQ(The<QProgressBar>("PBar").maximum(), 14);
   EXPECT_TRUE(Offered("Data", "Sample"));
   const int bytes[] = {0x02, 0x08, 0x01, 0x98, 0x01, 0x42, 0x01, 0x40, 0, 0, 0, 0};

@@ -3,9 +3,6 @@
 #include <QGroupBox>
 #include <QProgressBar>
 
-#include <sstream>
-#include <vector>
-
 #include "config/ParameterMap.h"
 #include "platform/controls/CWNumEdit.h"
 #include "support/Story.h"
@@ -30,10 +27,6 @@ class Configuration : public Story {
     Open();
     FinishRead();
     machine.wire.clear();
-  }
-  void ExpectProgress(const std::string& caption, int bar) {
-    EXPECT_EQ(Text("fraProgress"), caption);
-    EXPECT_EQ(The<QProgressBar>("PBar").value(), bar);
   }
   bool Selected(const char* option) { return The<QAbstractButton>(option).isChecked(); }
   void ExpectBusy(bool busy) {

@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QInputMethodEvent>
-#include <QLineEdit>
 #include <QTest>
 
 #include "platform/controls/CWNumEdit.h"
@@ -137,56 +136,43 @@ TEST_F(Eeprom, APortThatVanishesAtEachByteOrAScreenThatIsLeft) {
   }
   machine.Plug(logger, 1);
   Press("Read");
-  platform::Form::Active()->close();
-  machine.Settle();
+  Close();
   ExpectIdle();
 }
 
-// The three ways by which text is entered here: keys, clipboard, input method.
-void Keys(QLineEdit& box, const QString& text) {
-  Story::TypeInto(box, text);
-}
-void Paste(QLineEdit& box, const QString& text) {
-  QApplication::clipboard()->setText(text);
-  QTest::keyClick(&box, Qt::Key_V, Qt::ControlModifier);
-}
-void Compose(QLineEdit& box, const QString& text) {
-  QInputMethodEvent commit;
-  commit.setCommitString(text);
-  QApplication::sendEvent(&box, &commit);
-}
-
 TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
+  const auto keys = [this](const QString& text) { TypeInto(Box(), text); };
+  const auto clipboard = [this](const QString& text) {
+    QApplication::clipboard()->setText(text);
+    QTest::keyClick(&Box(), Qt::Key_V, Qt::ControlModifier);
+  };
+  const auto inputMethod = [this](const QString& text) {
+    QInputMethodEvent commit;
+    commit.setCommitString(text);
+    QApplication::sendEvent(&Box(), &commit);
+  };
   struct Row {
     const char *before, *entered, *after;
+    bool inFront = false;
   };
   Box().setFocus();
-  for (const auto enter : {Keys, Paste, Compose}) {
-    for (const auto& [before, entered, after] :
+  for (const auto& enter : std::vector<std::function<void(const QString&)>>{keys, clipboard, inputMethod}) {
+    for (const auto& [before, entered, after, inFront] :
          {Row{"", "1a2 .+e3", "123"}, Row{"", "-5-6", "-56"}, Row{"1", "-2", "12"}, Row{"-1", "-2", "-12"},
-          Row{"", "\u0663\uFF15\u2212", ""}}) {
+          Row{"", "\u0663\uFF15\u2212", ""}, Row{"12", "-", "12", true}, Row{"12", "-3", "312", true},
+          Row{"-5", "1", "1-5", true}}) {
       SCOPED_TRACE(std::string(before) + " and " + entered);
-      Box().clear();
       Box().setText(before);
-      Box().end(false);
-      enter(Box(), QString::fromUtf8(entered));
+      inFront ? Box().home(false) : Box().end(false);
+      enter(QString::fromUtf8(entered));
       EXPECT_EQ(Text("txtValue"), after);
     }
   }
-  Box().setText("12");
-  Box().home(false);
-  Keys(Box(), "-");
-  Paste(Box(), "-3");
-  EXPECT_EQ(Text("txtValue"), "312") << "no minus in front of digits";
-  Box().selectAll();
-  Keys(Box(), "x-");
-  EXPECT_EQ(Text("txtValue"), "312") << "a dropped key leaves the selection";
-  Box().setText("-5");
-  Box().home(false);
-  Keys(Box(), "1");
-  EXPECT_EQ(Text("txtValue"), "1-5") << "a digit in front of a minus removes nothing";
-  Press("Write");
+  Press("Write");  // 1-5
   Reads("cmdWrite_Click");
+  Box().selectAll();
+  keys("x-");
+  EXPECT_EQ(Text("txtValue"), "1-5") << "a dropped key leaves the selection";
 }
 
 }  // namespace

@@ -115,7 +115,7 @@ TEST_F(Exchanges, AScreenThatIsLeftEndsItsOwnAndStartsAfresh) {
       Begin(left);
       machine.Pass(after);
       machine.boxes.clear();
-      platform::Form::Active()->close();
+      Close();
       ExpectIdle();
       OpenScreen(left.caption);
     }

@@ -1,5 +1,4 @@
 // Opening data files and paging through the pairs of a Bin file.
-#include <QAction>
 #include <QTest>
 
 #include <algorithm>

@@ -2,7 +2,6 @@
 // computer.
 #include <QHostInfo>
 #include <QPlainTextEdit>
-#include <QPushButton>
 #include <QRadioButton>
 #include <QUdpSocket>
 

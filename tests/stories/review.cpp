@@ -1,6 +1,5 @@
 // The button-push review, and the erase of the Download screen.
 #include <QGroupBox>
-#include <QLabel>
 #include <QProgressBar>
 #include <QTest>
 
@@ -101,30 +100,30 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
   EXPECT_EQ(Text("lblBPCount"), "of 0");
 }
 
-TEST_F(ReviewStory, RefusesOtherFilesAndKeepsWhatIsOnShow) {
+TEST_F(ReviewStory, RefusedFilesKeepWhatIsOnShowAndBrokenOnesShowWhatWasFound) {
+  struct Row {
+    std::string text;
+    const char *box, *push;
+    std::vector<double> cursors;
+  };
+  const std::string broken = "2,1,1\r\n";
   Open(Header() + Records(2, {7}));
-  for (const auto& [text, message] :
-       {std::pair{std::string(), "This is not a Quornell Download file!"},
-        std::pair{Header("0"), "This Quornell Download is not supported in Button Mode!"},
-        std::pair{Shortened(Header(), 11), "End of data file has been reached!"}}) {
+  for (const auto& [text, box, push, cursors] :
+       {Row{"", "This is not a Quornell Download file!", "0 at 7", {7}},
+        Row{Header("0"), "This Quornell Download is not supported in Button Mode!", "0 at 7", {7}},
+        Row{Shortened(Header(), 11), "End of data file has been reached!", "0 at 7", {7}},
+        Row{Header() + Records(1, {5}) + broken, "BuildDoubleChannelArrays", "0 at 5", {5}},
+        Row{Header() + Records(1, {}) + broken, "BuildDoubleChannelArrays", "0 at 0", {0}}}) {
+    SCOPED_TRACE(box);
     Open(text);
-    Reads(message);
+    Reads(box);
     EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
-    ExpectShown("0 at 7", {7});
+    ExpectShown(push, cursors);
+    EXPECT_EQ(Upper().Values().empty(), text.ends_with(broken));
   }
   machine.WillCancelFile();
   Choose("File", "Open");
   EXPECT_TRUE(Contains(Reads("mnuOpen_Click"), "Number: 32755")) << "counts as a failure";
-}
-
-TEST_F(ReviewStory, BrokenRecordsLeaveEmptySeriesAndWhatWasFound) {
-  for (const double push : {5, 0}) {
-    Open(Header() + Records(1, push == 0 ? std::vector<std::size_t>{} : std::vector<std::size_t>{5}) +
-         "2,1,1\r\n");
-    Reads("BuildDoubleChannelArrays");
-    ExpectShown(push == 5 ? "0 at 5" : "0 at 0", {push});
-    EXPECT_FALSE(Upper().Description().contains("points"));
-  }
 }
 
 class EraseStory : public Story {

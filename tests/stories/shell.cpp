@@ -2,11 +2,8 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDropEvent>
-#include <QMenuBar>
 #include <QMimeData>
 #include <QTabBar>
-
-#include <filesystem>
 
 #include "platform/machine/Folders.h"
 #include "platform/machine/RunningCopy.h"

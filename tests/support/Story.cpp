@@ -3,13 +3,11 @@
 #include <QApplication>
 #include <QGroupBox>
 #include <QKeyEvent>
+#include <QProgressBar>
 #include <QSettings>
 #include <QTest>
 
-#include <fstream>
-
 #include "platform/controls/EventGate.h"
-#include "platform/machine/Folders.h"
 #include "shell/Main.h"
 
 namespace bexlow::test {
@@ -36,10 +34,9 @@ void Story::Start() {
   machine.Settle();
 }
 
-void Story::StartConnected(int comm) {
-  machine.Plug(logger, comm);
+void Story::StartConnected() {
+  machine.Plug(logger, 1);
   Start();
-  Shared.CurrentCommPort = static_cast<std::int16_t>(comm);
   Choose("File", "Connect");
   Press("OK");
   ASSERT_TRUE(Offered("Tools", "Launch"));
@@ -100,13 +97,14 @@ void Story::TypeInto(QWidget& control, const QString& text) {
   }
 }
 
-std::string Story::ScreenInFront() const {
-  const auto* form = platform::Form::Active();
-  return form == nullptr ? "" : form->Name();
+void Story::ExpectProgress(const std::string& caption, int bar, const char* frame) const {
+  EXPECT_EQ(Text(frame), caption);
+  EXPECT_EQ(The<QProgressBar>("PBar").value(), bar);
 }
 
-bool Story::PointerIsBusy() const {
-  return QApplication::overrideCursor() != nullptr;
+void Story::Close() {
+  platform::Form::Active()->close();
+  machine.Settle();
 }
 
 void Story::ExpectIdle() {
@@ -115,14 +113,6 @@ void Story::ExpectIdle() {
   const auto bytes = machine.wire.size();
   machine.Pass(30s);
   EXPECT_EQ(machine.wire.size(), bytes);
-}
-
-std::filesystem::path Story::DataFile(const std::string& name) const {
-  return platform::DataFilesFolder() / name;
-}
-
-void Story::WriteFile(const std::filesystem::path& file, const std::string& text) const {
-  std::ofstream(file, std::ios::binary) << text;
 }
 
 void Story::ChooseFile(const QString& menu, const QString& entry, const std::string& name) {

@@ -1,6 +1,7 @@
 // Whole stories: the real screens on the virtual machine, and a user who chooses, presses and reads.
 #pragma once
 
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QString>
@@ -8,6 +9,7 @@
 #include <gtest/gtest.h>
 #include <memory>
 
+#include "platform/machine/Folders.h"
 #include "shell/MDIForm1.h"
 #include "shell/Records.h"
 #include "support/DataFiles.h"
@@ -31,7 +33,7 @@ class Story : public ::testing::Test {
 
   void Start();
   /// Starts, with the logger on a port that is selected and reached.
-  void StartConnected(int comm = 1);
+  void StartConnected();
 
   /// By captions. Fails the test if the entry is not offered.
   void Choose(const QString& menu, const QString& entry);
@@ -69,14 +71,25 @@ class Story : public ::testing::Test {
   std::string Text(const char* name) const;
   /// Types into a box, replacing what it holds, key by key.
   void Type(const char* name, const QString& text);
-  std::string ScreenInFront() const;
+  static std::string ScreenInFront() {
+    const auto* form = platform::Form::Active();
+    return form == nullptr ? "" : form->Name();
+  }
   void Front(const char* screen) { outer->ShowChild(outer->Child(screen)); }
-  bool PointerIsBusy() const;
+  static bool PointerIsBusy() { return QApplication::overrideCursor() != nullptr; }
+  /// Closes the screen in front.
+  void Close();
+  /// What a frame and the bar in it tell.
+  void ExpectProgress(const std::string& caption, int bar, const char* frame = "fraProgress") const;
   /// The pointer is free, no port is open, and nothing goes out however long one waits.
   void ExpectIdle();
 
-  std::filesystem::path DataFile(const std::string& name) const;
-  void WriteFile(const std::filesystem::path& file, const std::string& text) const;
+  static std::filesystem::path DataFile(const std::string& name) {
+    return platform::DataFilesFolder() / name;
+  }
+  static void WriteFile(const std::filesystem::path& file, const std::string& text) {
+    std::ofstream(file, std::ios::binary) << text;
+  }
   /// Chooses an entry and, in the dialog that it opens, a data file: from then on this one is `path`.
   void ChooseFile(const QString& menu, const QString& entry, const std::string& name);
   /// Opens a data file of this text.
