@@ -25,28 +25,34 @@ std::vector<QWidget*> Stops(QWidget& screen) {
   return stops;
 }
 
-std::string Described(const QWidget& control) {
-  return control.objectName().toStdString();
-}
-
 }  // namespace
 
 class AccessStory : public Story {
  protected:
   void Look(const char* screen) {
     SCOPED_TRACE(screen);
-    machine.Pass(2000ms);
+    machine.Pass(2s);
     machine.boxes.clear();
     ASSERT_EQ(ScreenInFront(), screen);
     auto& form = *platform::Form::Active();
     const auto stops = Stops(form);
     EXPECT_TRUE(std::ranges::count(stops, form.focusWidget()) == 1) << "no control has the keyboard";
-    ExpectNames(stops);
-    ExpectOrder(stops, form);
+    for (auto* stop : stops) {
+      const auto* heard = QAccessible::queryAccessibleInterface(stop);
+      EXPECT_FALSE(heard->text(QAccessible::Name).trimmed().isEmpty())
+          << qPrintable(stop->objectName()) << " has no name";
+    }
+    const auto placeOf = [&](const QWidget& stop) { return QRect(stop.mapTo(&form, QPoint()), stop.size()); };
+    for (std::size_t i = 1; i < stops.size(); ++i) {
+      const auto before = placeOf(*stops[i - 1]), here = placeOf(*stops[i]);
+      // A stop may lie above the one before if it is in another column to the right.
+      EXPECT_FALSE(here.bottom() < before.top() && here.left() <= before.right())
+          << qPrintable(stops[i]->objectName()) << " comes behind " << qPrintable(stops[i - 1]->objectName());
+    }
     for (const auto* frame : form.findChildren<QGroupBox*>()) {
       for (const auto* label : frame->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
         EXPECT_FALSE(label->text().isEmpty() && label->isVisibleTo(&form))
-            << "an empty label is read as the caption of " << Described(*frame);
+            << "an empty label is read as the caption of " << qPrintable(frame->objectName());
     }
     for (const auto* menu : form.Menus())
       EXPECT_TRUE(menu->title().contains('&')) << menu->title().toStdString() << " has no key";
@@ -56,27 +62,7 @@ class AccessStory : public Story {
     const auto onlyShows = [](const QWidget* stop) { return stop->property("readOnly").toBool(); };
     const bool haveChoice = std::ranges::any_of(
         Stops(form), [&](const auto* stop) { return stop->isEnabled() && !onlyShows(stop); });
-    EXPECT_FALSE(haveChoice && onlyShows(form.focusWidget())) << Described(*form.focusWidget());
-  }
-
- private:
-  static void ExpectNames(const std::vector<QWidget*>& stops) {
-    for (auto* stop : stops) {
-      const auto* heard = QAccessible::queryAccessibleInterface(stop);
-      EXPECT_FALSE(heard->text(QAccessible::Name).trimmed().isEmpty()) << Described(*stop) << " has no name";
-    }
-  }
-  /// No stop lies above the one before, unless in another column to the right.
-  static void ExpectOrder(const std::vector<QWidget*>& stops, const QWidget& screen) {
-    const auto placeOf = [&](const QWidget& stop) {
-      return QRect(stop.mapTo(&screen, QPoint()), stop.size());
-    };
-    for (std::size_t i = 1; i < stops.size(); ++i) {
-      const auto before = placeOf(*stops[i - 1]);
-      const auto here = placeOf(*stops[i]);
-      EXPECT_FALSE(here.bottom() < before.top() && here.left() <= before.right())
-          << Described(*stops[i]) << " comes behind " << Described(*stops[i - 1]);
-    }
+    EXPECT_FALSE(haveChoice && onlyShows(form.focusWidget())) << qPrintable(form.focusWidget()->objectName());
   }
 };
 

@@ -4,7 +4,6 @@
 #include "support/Story.h"
 
 namespace bexlow::test {
-namespace {
 
 constexpr auto SampleTime = 4ms;  // request at once, six bytes back
 
@@ -132,5 +131,4 @@ TEST_F(Calibrate, APortThatVanishesAtEachByte) {
   }
 }
 
-}  // namespace
 }  // namespace bexlow::test

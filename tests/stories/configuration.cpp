@@ -8,7 +8,6 @@
 #include "support/Story.h"
 
 namespace bexlow::test {
-namespace {
 
 using platform::CWNumEdit;
 
@@ -187,7 +186,7 @@ TEST_F(Configuration, WhatIsShownBecomesTheseBytes) {
   EXPECT_LT(Shared.OnBoardParameters.XTare, -20);
 }
 
-TEST_F(Configuration, APortThatVanishesInTheRead) {
+TEST_F(Configuration, APortThatVanishesStopsTheReadAndSkipsCellsOfTheWrite) {
   for (const int bytes : {0, 1, 2, 3, 52, 53, 105, 106}) {
     SCOPED_TRACE(bytes);
     logger.PlugFor(machine, 1, bytes);
@@ -199,9 +198,7 @@ TEST_F(Configuration, APortThatVanishesInTheRead) {
     Choose("File", "Return");
     ExpectIdle();
   }
-}
-
-TEST_F(Configuration, APortThatVanishesInTheWriteSkipsTheOtherCells) {
+  machine.Plug(logger, 1);
   OpenAndRead();
   for (const int bytes : {0, 1, 3, 60, 118, 120}) {
     SCOPED_TRACE(bytes);
@@ -216,5 +213,4 @@ TEST_F(Configuration, APortThatVanishesInTheWriteSkipsTheOtherCells) {
   }
 }
 
-}  // namespace
 }  // namespace bexlow::test

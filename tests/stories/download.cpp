@@ -1,4 +1,7 @@
-// The four retrievals and the page loop with its watchdog.
+// The four retrievals, the page loop with its watchdog, the files that come of it, and the erase.
+#include <QGroupBox>
+#include <QProgressBar>
+
 #include "stories/DownloadStory.h"
 
 namespace bexlow::test {
@@ -208,6 +211,159 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
   EXPECT_EQ(ScreenInFront(), "Main");
   Choose("Tools", "Download");
   EXPECT_TRUE(Offered("Data", "Download"));
+}
+
+TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
+  BeginForASecond();
+  const auto file = std::exchange(Shared.DataFileName, DataFile("").string());
+  machine.wire.clear();
+  machine.whileBoxIsOpen = [&] {
+    EXPECT_EQ(machine.wire.size(), 3U) << "the next request waited for the file";
+    Shared.DataFileName = file;
+    machine.Pass(5s);
+  };
+  while (machine.boxes.empty()) machine.Pass(1ms);
+  EXPECT_TRUE(Contains(Reads("WriteDownloadPagesToFile"), "Is a directory"));
+  Choose("Data", "Download");
+  EXPECT_EQ(PagesInFile(), (std::vector{1, 2, 3, 4, 5, 7}));
+}
+
+TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
+  Store(1);
+  // A device, a folder that is not there, and one that takes no files even from root.
+  for (const auto& [name, why] : {std::pair{"/dev/full", "/dev/full is no regular file: Invalid argument"},
+                                  {"/nowhere/run.qbx", "/nowhere/run.qbx: No such file or directory"},
+                                  {"/sys/run.qbx", "/sys/run.qbx: Permission denied"}}) {
+    SCOPED_TRACE(name);
+    machine.WillChooseFile(name);
+    Choose("Data", "Download");
+    Reads(std::string("The data file cannot be created!\r\n") + why, "No data file has been selected!");
+    EXPECT_FALSE(Running());
+    EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+    EXPECT_TRUE(Offered("Data", "Download"));
+    ExpectIdle();
+  }
+  machine.WillCancelFile();
+  Choose("Data", "Download");
+  Reads("Download operation cancelled!");  // the name that failed is forgotten
+}
+
+TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {
+  Store(1);
+  std::filesystem::create_symlink("run.qbx", DataFile("run.csv"));
+  for (const auto* name : {"run.qbx", "other.csv"}) {
+    Begin(name);
+    machine.WillAnswer(Answer::No);
+    RunToTheEnd();
+    Reads("MakeLinearCSV");
+    ReadsCompletion();
+    EXPECT_EQ(PagesInFile(), UpTo(1));
+  }
+}
+
+TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
+  struct Row {
+    int mode, channels;
+    const char *head, *modeText, *channelText;
+    std::ptrdiff_t fields;
+    int xPoints, yPoints;
+    bool csv;
+  };
+  Store(1);
+  for (const auto& [mode, channels, head, modeText, channelText, fields, xPoints, yPoints, csv] :
+       {Row{0, 3, "Page,Data-->", "Bin", "", 132, 0, 0, false},
+        Row{1, 1, "Page,X Data-->", "Linear", "1", 264, 264, 0, true},
+        Row{1, 2, "Page,Y Data-->", "Linear", "2", 264, 0, 264, true},
+        Row{2, 3, "", "", "", 1, 0, 0, false}}) {
+    SCOPED_TRACE(std::to_string(mode) + " " + std::to_string(channels));
+    logger.eeprom[42] = static_cast<std::uint8_t>(mode);
+    logger.eeprom[43] = static_cast<std::uint8_t>(channels);
+    std::filesystem::remove(DataFile("run.csv"));
+    Begin();
+    EXPECT_EQ(Text("txtMode"), modeText);
+    EXPECT_EQ(Text("txtChannels"), channelText);
+    Finish();
+    EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), xPoints);
+    EXPECT_EQ(The<platform::CWGraph>("CWGraph2").Values().size(), yPoints);
+    EXPECT_TRUE(Contains(FileText(path), std::string("\r\n") + head + "\r\n1,"));
+    EXPECT_EQ(std::ranges::count(LinesBehind(12).front(), ','), fields);
+    EXPECT_EQ(std::filesystem::exists(DataFile("run.csv")), csv);
+  }
+}
+
+TEST_F(DownloadStory, YesHandsTheFileToGraph) {
+  Store(2);
+  machine.WillAnswer(Answer::Yes);
+  Begin();
+  RunToTheEnd();
+  ReadsCompletion();
+  EXPECT_EQ(ScreenInFront(), "Graph");
+  EXPECT_EQ(Text("txtFileName"), path.string());
+  EXPECT_FALSE(Shared.GraphAfterDownload);
+  EXPECT_TRUE(Shared.DataFileName.empty());
+  EXPECT_EQ(machine.fileQuestions.size(), 1U) << "Graph asks for no file";
+}
+
+class EraseStory : public DownloadStory {
+ protected:
+  void Begin(int bytes, Answer answer = Answer::Yes) {
+    logger.eraseBytes = bytes;
+    machine.wire.clear();
+    machine.WillAnswer(answer);
+    Choose("Data", "Erase");
+    Reads("All on-board data will be erased!\r\nClick YES to proceed.\r\nClick NO to cancel this operation.");
+    EXPECT_EQ(machine.buttons.at(0), platform::Buttons::Confirm);
+  }
+  void Halt() {
+    EXPECT_TRUE(Checked("Data", "Erase"));
+    Choose("Data", "Erase");
+    Reads("Erase halted by user! Erase may not be complete.");
+    ExpectEnded();
+  }
+  void ExpectEnded() {
+    EXPECT_FALSE(Checked("Data", "Erase"));
+    EXPECT_TRUE(Offered("Data", "Download"));
+    EXPECT_TRUE(The<QGroupBox>("fraErase").isHidden());
+    EXPECT_EQ(Text("txtInBufferSize"), "");
+    ExpectIdle();
+  }
+};
+
+TEST_F(EraseStory, EndsAt2050BytesOrMore) {
+  Begin(2049, Answer::No);
+  EXPECT_TRUE(machine.wire.empty());
+  ExpectEnded();
+  Begin(2049);
+  EXPECT_EQ(machine.Transcript(), "0 65");
+  EXPECT_FALSE(Offered("Data", "Download"));
+  EXPECT_TRUE(PointerIsBusy());
+  machine.Pass(5s);
+  EXPECT_EQ(Text("txtInBufferSize"), "2049");
+  EXPECT_EQ(The<QProgressBar>("PBarErase").value(), 2049);
+  EXPECT_FALSE(The<QGroupBox>("fraErase").isHidden());
+  machine.Deliver(1, {0});
+  machine.Pass(500ms);
+  Reads("Erase completed!");
+  ExpectEnded();
+  logger.eraseStep = 100us;
+  Begin(6200);
+  machine.Pass(500ms);
+  Reads("Erase completed!");  // also with more than the buffer was set to
+  ExpectEnded();
+}
+
+TEST_F(EraseStory, ASilentLoggerOrAFailedStartLastsUntilTheUserHalts) {
+  logger.silent = true;
+  Begin(0);
+  machine.Pass(1h);
+  EXPECT_EQ(Text("txtInBufferSize"), "0");
+  EXPECT_EQ(machine.wire.size(), 1U) << "nothing tells the logger to stop";
+  Halt();
+  machine.taken = {1};
+  Begin(0);
+  Reads("OpenCommPort", "mnuErase_Click");
+  EXPECT_FALSE(PointerIsBusy());
+  Halt();
 }
 
 }  // namespace bexlow::test

@@ -8,7 +8,6 @@
 #include "support/Story.h"
 
 namespace bexlow::test {
-namespace {
 
 using platform::CWNumEdit;
 
@@ -175,5 +174,4 @@ TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
   EXPECT_EQ(Text("txtValue"), "1-5") << "a dropped key leaves the selection";
 }
 
-}  // namespace
 }  // namespace bexlow::test

@@ -4,12 +4,6 @@
 #include "stories/DownloadStory.h"
 
 namespace bexlow::test {
-namespace {
-
-constexpr auto Refusal = [](const std::string& caption) {
-  return "The screen \"" + caption +
-         "\" is using the logger. Please wait until it has ended, or stop it there!";
-};
 
 /// What a screen's menu starts, and how it ends.
 struct Exchange {
@@ -68,7 +62,7 @@ class Exchanges : public DownloadStory {
   void ExpectRefused(const std::string& by, const std::function<void()>& attempt) {
     const auto bytes = machine.wire.size();
     attempt();
-    Reads(Refusal(by));
+    Reads("The screen \"" + by + "\" is using the logger. Please wait until it has ended, or stop it there!");
     EXPECT_EQ(machine.wire.size(), bytes);
     EXPECT_TRUE(machine.boxes.empty());
   }
@@ -206,5 +200,4 @@ TEST_F(Exchanges, ATickThatWaitedIsFollowedByAWholeInterval) {
     EXPECT_GE(machine.wire[i].at - machine.wire[i - 3].at, 500ms) << "cell " << i / 3;
 }
 
-}  // namespace
 }  // namespace bexlow::test

@@ -44,10 +44,6 @@ class PeerSocket {
   QUdpSocket socket_;
 };
 
-int FreePort() {
-  return PeerSocket().Port();
-}
-
 class RemoteStory : public LiveStory {
  protected:
   void SetUp() override { OpenScreen(); }
@@ -74,7 +70,7 @@ class RemoteStory : public LiveStory {
   /// Binds to a free port and addresses the peer.
   void Reset() {
     AddressPeer();
-    own = FreePort();
+    own = PeerSocket().Port();
     Type("txtBind", QString::number(own));
     Type("txtPort", QString::number(peer.Port()));
     Press("Reset");
@@ -86,11 +82,10 @@ class RemoteStory : public LiveStory {
     peer.Send(bytes, own);
     EXPECT_TRUE(Until([&] { return Plain("txtReceive") != "nothing yet"; }));
   }
-  double Dial(const char* name) const { return The<platform::CWKnob>(name).Value(); }
   void ExpectAngles(const char* x, const char* y) const {
     EXPECT_EQ(Text("txtX") + "/" + Text("txtY"), std::string(x) + "/" + y);
-    EXPECT_EQ(Dial("dialX"), live::LeadingNumber(x));
-    EXPECT_EQ(Dial("dialY"), live::LeadingNumber(y));
+    EXPECT_EQ(The<platform::CWKnob>("dialX").Value(), live::LeadingNumber(x));
+    EXPECT_EQ(The<platform::CWKnob>("dialY").Value(), live::LeadingNumber(y));
   }
 
   PeerSocket peer;
@@ -271,7 +266,7 @@ TEST(Winsock, DatagramsWaitInOrderWhileEventsAreHeldAndAFloodIsBounded) {
   platform::Winsock socket{form};
   PeerSocket peer;
   std::vector<std::string> arrived;
-  const int port = FreePort();
+  const int port = PeerSocket().Port();
   socket.Bind(port);
   socket.DataArrival = [&] { arrived.push_back(socket.GetData()); };
   const auto arriveBehindAHold = [&](int count, int bytes) {

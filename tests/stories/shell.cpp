@@ -116,20 +116,6 @@ TEST_F(Shell, HelpAboutAndExit) {
   EXPECT_TRUE(machine.ended);
 }
 
-TEST_F(Shell, PortScreensNeedAPortAndBringTheirMenus) {
-  StartConnected();
-  Choose("Tools", "Download");
-  EXPECT_EQ(outer->menuBar()->actions().size(), 1);
-  Choose("Data", "Return");
-  EXPECT_EQ(ScreenInFront(), "Main");
-  EXPECT_EQ(outer->menuBar()->actions().size(), 4);
-  Shared.CurrentCommPort = 0;
-  Choose("Tools", "Download");
-  Reads("No comm port has been selected!");
-  Choose("Tools", "Graph");
-  EXPECT_EQ(ScreenInFront(), "Graph");
-}
-
 TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   Start();
   machine.clock.hour = 0;
@@ -162,8 +148,16 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   Reads("The SimpleErrorHandler sub routine has errored!");
 }
 
-TEST_F(Shell, AGuardedFailureIsReportedOnceUnderTheScreenInFront) {
+TEST_F(Shell, ScreensNeedAPortBringTheirMenusAndReportUnderTheOneInFront) {
   StartConnected();
+  Choose("Tools", "Download");
+  EXPECT_EQ(outer->menuBar()->actions().size(), 1);
+  Choose("Data", "Return");
+  EXPECT_EQ(ScreenInFront(), "Main");
+  EXPECT_EQ(outer->menuBar()->actions().size(), 4);
+  Shared.CurrentCommPort = 0;
+  Choose("Tools", "Download");
+  Reads("No comm port has been selected!");
   Choose("Tools", "Graph");
   const auto& graph = *platform::Form::Active();
   Front("Main");

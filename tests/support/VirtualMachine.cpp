@@ -34,12 +34,8 @@ T Prepared(std::deque<T>& answers, const std::string& question) {
 
 class VirtualMachine::Line : public platform::SerialLine {
  public:
-  Line(VirtualMachine& machine, int comm, std::function<void(Bytes)> receiver)
-      : received(std::move(receiver)), machine_(machine), comm_(comm) {
-    machine_.lines_[comm_] = this;
-  }
+  Line(VirtualMachine& machine, int comm) : machine_(machine), comm_(comm) {}
   ~Line() override { machine_.lines_.erase(comm_); }
-
   void Write(std::span<const std::uint8_t> bytes) override {
     if (!machine_.peers_.contains(comm_))
       throw std::system_error(EIO, std::generic_category(), "takes no bytes");
@@ -48,8 +44,6 @@ class VirtualMachine::Line : public platform::SerialLine {
       machine_.peers_[comm_]->Receive(byte);
     }
   }
-
-  std::function<void(Bytes)> received;
 
  private:
   VirtualMachine& machine_;
@@ -107,7 +101,7 @@ void VirtualMachine::At(microseconds due, std::function<void()> happening) {
 
 void VirtualMachine::Deliver(int comm, const Bytes& bytes) {
   if (!peers_.contains(comm)) return;
-  if (const auto line = lines_.find(comm); line != lines_.end()) line->second->received(bytes);
+  if (const auto line = lines_.find(comm); line != lines_.end()) line->second(bytes);
 }
 
 void VirtualMachine::RunNext() {
@@ -159,7 +153,8 @@ std::unique_ptr<platform::SerialLine> VirtualMachine::OpenSerial(int comm, const
   if (!peers_.contains(comm)) throw std::system_error(ENOENT, std::generic_category(), "no such device");
   if (taken.contains(comm) || lines_.contains(comm))
     throw std::system_error(EBUSY, std::generic_category(), "in use");
-  return std::make_unique<Line>(*this, comm, std::move(received));
+  lines_[comm] = std::move(received);
+  return std::make_unique<Line>(*this, comm);
 }
 
 std::unique_ptr<platform::Alarm> VirtualMachine::MakeAlarm(std::function<void()> tick) {

@@ -88,7 +88,7 @@ class VirtualMachine : public platform::Machine {
   microseconds now_{0};
   std::multimap<microseconds, std::function<void()>> happenings_;
   std::map<int, VirtualLogger*> peers_;
-  std::map<int, Line*> lines_;
+  std::map<int, std::function<void(Bytes)>> lines_;
   std::deque<Answer> answers_;
   std::deque<std::optional<std::string>> files_;
   QTemporaryDir folder_;
