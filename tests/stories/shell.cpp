@@ -26,8 +26,7 @@ TEST_F(Shell, StartsWithTheStoredPortAndClosedTools) {
   EXPECT_TRUE(Offered("File", "Connect"));
   EXPECT_TRUE(platform::FolderExists(platform::DataFilesFolder()));
   EXPECT_TRUE(platform::FolderExists(platform::LogsFolder()));
-  for (const auto& [stored, port] :
-       {std::pair{"", 0}, std::pair{"7", 7}, std::pair{"16 or so", 16}, std::pair{"none", 0}}) {
+  for (const auto& [stored, port] : {std::pair{"", 0}, {"7", 7}, {"16 or so", 16}, {"none", 0}}) {
     SCOPED_TRACE(stored);
     outer.reset();
     platform::SaveSetting("Startup", "CurrentCommPort", stored);

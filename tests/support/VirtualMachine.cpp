@@ -80,10 +80,6 @@ void VirtualMachine::Plug(VirtualLogger& peer, int comm) {
   peers_[comm] = &peer;
 }
 
-void VirtualMachine::Unplug(int comm) {
-  peers_.erase(comm);
-}
-
 std::string VirtualMachine::Transcript(std::size_t from) const {
   std::string text;
   for (std::size_t i = from; i < wire.size(); ++i) {
@@ -93,10 +89,6 @@ std::string VirtualMachine::Transcript(std::size_t from) const {
     text += (text.empty() ? "" : "|") + std::string(item);
   }
   return text;
-}
-
-void VirtualMachine::At(microseconds due, std::function<void()> happening) {
-  happenings_.emplace(due, std::move(happening));
 }
 
 void VirtualMachine::Deliver(int comm, const Bytes& bytes) {
@@ -173,11 +165,6 @@ Answer VirtualMachine::Ask(const std::string& text, platform::Buttons offered) {
   const bool error = offered == platform::Buttons::RetryCancel;
   if (error && (answers_.empty() || answers_.front() != Answer::Cancel)) return Answer::Retry;
   return Prepared(answers_, text);
-}
-
-bool VirtualMachine::OpenDocument(const std::filesystem::path& file) {
-  documents.push_back(file);
-  return true;
 }
 
 std::optional<std::string> VirtualMachine::AskFile(const platform::FileQuestion& question) {

@@ -38,7 +38,7 @@ class VirtualMachine : public platform::Machine {
 
   // What a test sets up.
   void Plug(VirtualLogger& peer, int comm);
-  void Unplug(int comm);                               ///< the device vanishes, also while it is open
+  void Unplug(int comm) { peers_.erase(comm); }        ///< the device vanishes, also while it is open
   std::set<int> taken;                                 ///< Comm numbers that another program holds
   platform::LocalTime clock{2004, 2, 3, 14, 5, 9, 0};  ///< the local time at virtual time 0
   void WillAnswer(Answer answer) { answers_.push_back(answer); }
@@ -61,7 +61,7 @@ class VirtualMachine : public platform::Machine {
 
   void Pass(microseconds time);  ///< lets time pass and events be delivered
   void Settle();                 ///< delivers what waits, without any time passing
-  void At(microseconds due, std::function<void()> happening);
+  void At(microseconds due, const std::function<void()>& happening) { happenings_.emplace(due, happening); }
   void Deliver(int comm, const Bytes& bytes);
 
   std::int64_t QueryPerformanceCounter() override { return now_.count(); }
@@ -75,7 +75,10 @@ class VirtualMachine : public platform::Machine {
   std::unique_ptr<platform::Alarm> MakeAlarm(std::function<void()> tick) override;
   Answer Ask(const std::string& text, platform::Buttons offered) override;
   std::optional<std::string> AskFile(const platform::FileQuestion& question) override;
-  bool OpenDocument(const std::filesystem::path& file) override;
+  bool OpenDocument(const std::filesystem::path& file) override {
+    documents.push_back(file);
+    return true;
+  }
   std::filesystem::path ProgramFolder() override { return folder_.path().toStdString(); }
   void EndProgram() override { ended = true; }
 
