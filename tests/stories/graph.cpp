@@ -13,20 +13,12 @@ namespace {
 constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
 constexpr auto EndOfFile = "End of data file has been reached!";
 
-std::string LinearFile(int channel, const std::string& records) {
-  return Header("1", std::to_string(channel)) + records;
-}
-
-std::string BinFile(const std::string& records) {
-  return Header("0") + records;
-}
-
 /// The bins of page 1 count 11 each, those of page 2 22, and so on.
-std::string BinRecords(int pages) {
-  std::string records;
+std::string BinFile(int pages) {
+  std::string text = Header("0");
   for (int page = 1; page <= pages; ++page)
-    records += Record(std::to_string(page), 132, std::to_string(11 * page));
-  return records;
+    text += Record(std::to_string(page), 132, std::to_string(11 * page));
+  return text;
 }
 
 }  // namespace
@@ -46,10 +38,10 @@ class GraphStory : public Story {
 };
 
 TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
-  for (const auto& [channel, points] :
-       {std::pair{1, "528 / 0"}, std::pair{2, "0 / 528"}, std::pair{3, "264 / 264"}, std::pair{4, "0 / 0"}}) {
+  for (const auto& [channel, points] : {std::pair{"1", "528 / 0"}, std::pair{"2", "0 / 528"},
+                                        std::pair{"3", "264 / 264"}, std::pair{"4", "0 / 0"}}) {
     SCOPED_TRACE(channel);
-    Open(LinearFile(channel, Record("1", 264, "11.2") + Record("2", 264, "-.7")));
+    Open(Header("1", channel) + Record("1", 264, "11.2") + Record("2", 264, "-.7"));
     EXPECT_EQ(Points(), points);
     EXPECT_EQ(Text("txtPageNumberX") + Text("txtPageNumberY"), "01");
     for (const auto* step : {"cmdNext", "cmdPrevious"}) EXPECT_FALSE(The(step).isEnabled()) << step;
@@ -68,9 +60,9 @@ TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
   for (const auto& [text, box, keepsName] :
        {Row{"", WrongFile}, Row{Header("1", "3", "Angles"), WrongFile, false}, Row{Header("2"), nullptr},
         Row{Shortened(Header(), 10), nullptr}, Row{Shortened(Header(), 11), EndOfFile},
-        Row{LinearFile(3, page + broken), "BuildDoubleChannelArrays"},
-        Row{LinearFile(1, page + broken), "BuildSingleChannelArray"},
-        Row{BinFile(Record("1", 132, "x") + Record("2", 132, "2")), "Big"}}) {
+        Row{Header() + page + broken, "BuildDoubleChannelArrays"},
+        Row{Header("1", "1") + page + broken, "BuildSingleChannelArray"},
+        Row{Header("0") + Record("1", 132, "x") + Record("2", 132, "2"), "Big"}}) {
     SCOPED_TRACE(text);
     Open(text);
     if (box != nullptr) Reads(box);
@@ -85,7 +77,7 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
     return std::ranges::any_of(
         entries, [&](QAction* entry) { return entry->text().remove('&') == caption && entry->isVisible(); });
   };
-  Open(LinearFile(3, Record("1", 264, "11.2")));
+  Open(Header() + Record("1", 264, "11.2"));
   X().DrawNow();
   EXPECT_TRUE(offers("Time on the Axis"));
   X().SetXView({10, 90});
@@ -100,7 +92,7 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   X().SetXView({0, 20});
   QTest::keyClick(&X(), Qt::Key_PageDown);
   EXPECT_EQ(X().XView().lower, 18) << "a run has no pages to step";
-  Open(BinFile(BinRecords(2)));
+  Open(BinFile(2));
   X().DrawNow();
   EXPECT_FALSE(offers("Time on the Axis") || offers("Copy Numbers"));
   EXPECT_FALSE(X().Description().contains("In view"));
@@ -112,7 +104,7 @@ TEST_F(GraphStory, BinPairsArePagedThrough) {
   Press("Next");
   Reads("No data file has been selected!");
   EXPECT_EQ(platform::Form::Active()->focusWidget(), &X()) << "the boxes above it are only read";
-  WriteFile(DataFile("f.qbx"), BinFile(BinRecords(4)));
+  WriteFile(DataFile("f.qbx"), BinFile(4));
   machine.WillChooseFile(DataFile("f.qbx").string());
   Key(Qt::Key_O, Qt::ControlModifier);
   X().SetXView({0, 20});
@@ -143,18 +135,18 @@ TEST_F(GraphStory, BinPairsArePagedThrough) {
 }
 
 TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
-  Open(BinFile(BinRecords(3)));
+  Open(BinFile(3));
   Press("Next");
   Reads(EndOfFile);
   EXPECT_EQ(Text("txtPageNumberX"), "3");
   std::filesystem::remove(DataFile("f.qbx"));
   Press("Next");
   Reads(EndOfFile);
-  Open(BinFile(BinRecords(6)));
+  Open(BinFile(6));
   Press("Next");
   Press("Next");
   EXPECT_EQ(Text("txtPageNumberX"), "5") << "the end of the first file no longer counts";
-  Open(BinFile(BinRecords(1)));
+  Open(BinFile(1));
   Reads(EndOfFile);
 }
 

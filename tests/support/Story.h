@@ -44,23 +44,17 @@ class Story : public ::testing::Test {
   /// one.
   template <class... More>
   std::string Reads(const std::string& text, const More&... more) {
-    const std::string box = NextBox(text);
-    if constexpr (sizeof...(more) == 0)
-      return box;
-    else
-      return Reads(more...);
+    std::string box = NextBox(text);
+    ((box = NextBox(more)), ...);
+    return box;
   }
   bool Offered(const QString& menu, const QString& entry) const {
     return IsOffered(FindEntry(*outer, menu, entry));
   }
   /// Visible in its menu, enabled or not.
-  bool Shown(const QString& menu, const QString& entry) const {
-    const auto* action = FindEntry(*outer, menu, entry);
-    return action != nullptr && action->isVisible();
-  }
+  bool Shown(const QString& menu, const QString& entry) const { return Is(&QAction::isVisible, menu, entry); }
   bool Checked(const QString& menu, const QString& entry) const {
-    const auto* action = FindEntry(*outer, menu, entry);
-    return action != nullptr && action->isChecked();
+    return Is(&QAction::isChecked, menu, entry);
   }
 
   /// A control of the screen in front by its name.
@@ -108,6 +102,10 @@ class Story : public ::testing::Test {
   std::filesystem::path path;
 
  private:
+  bool Is(bool (QAction::*state)() const, const QString& menu, const QString& entry) const {
+    const auto* action = FindEntry(*outer, menu, entry);
+    return action != nullptr && (action->*state)();
+  }
   std::string NextBox(const std::string& text);
 };
 

@@ -5,7 +5,6 @@
 #include <QEvent>
 #include <QTimeZone>
 
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <memory>
 #include <system_error>
@@ -83,10 +82,8 @@ void VirtualMachine::Plug(VirtualLogger& peer, int comm) {
 std::string VirtualMachine::Transcript(std::size_t from) const {
   std::string text;
   for (std::size_t i = from; i < wire.size(); ++i) {
-    char item[32];
-    const auto ms = std::chrono::duration_cast<milliseconds>(wire[i].at - wire[from].at).count();
-    std::snprintf(item, sizeof item, "%lld %02X", static_cast<long long>(ms), wire[i].byte);
-    text += (text.empty() ? "" : "|") + std::string(item);
+    const long long ms = (wire[i].at - wire[from].at) / milliseconds{1};
+    text += QString::asprintf("%s%lld %02X", text.empty() ? "" : "|", ms, wire[i].byte).toStdString();
   }
   return text;
 }
