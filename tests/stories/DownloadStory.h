@@ -22,8 +22,23 @@ class DownloadStory : public Story {
     Begin();
     machine.Pass(1s);
   }
+  /// Stores pages, whose byte n is the page's number + n.
   void Store(int pages) {
-    for (int page = 0; page <= pages; ++page) logger.pages[page] = RampPage(page);
+    for (int page = 0; page <= pages; ++page) {
+      auto& bytes = logger.pages[page] = Bytes(264);
+      std::iota(bytes.begin(), bytes.end(), static_cast<std::uint8_t>(page));
+    }
+  }
+  /// A reply of so many bytes; the repeat follows them, and the line stalls when both make 264 bytes.
+  Spoil TornThenStalled(int torn) {
+    return [this, torn](Bytes& reply, microseconds&) {
+      reply.resize(static_cast<std::size_t>(torn));
+      logger.SpoilOne(1, [this, torn](Bytes& repeat, microseconds& delay) {
+        logger.Send({repeat.begin(), repeat.end() - torn});
+        repeat.erase(repeat.begin(), repeat.end() - torn);
+        delay = ByteTime * (264 - torn) + 25ms;
+      });
+    };
   }
   bool Running() const { return Checked("Data", "Download"); }
   void RunToTheEnd() {

@@ -99,8 +99,8 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChainOrNotAtAll) {
     const char *typed, *wire;          // "": nothing goes out
     std::vector<const char*> sources;  // of failures, in order
   };
-  double config::OnBoardParameters::*dacs[] = {
-      &config::OnBoardParameters::DAC1, &config::OnBoardParameters::DAC2, &config::OnBoardParameters::DAC3};
+  using P = config::OnBoardParameters;
+  double P::*dacs[] = {&P::DAC1, &P::DAC2, &P::DAC3};
   for (const auto& [dac, typed, wire, sources] :
        {Row{1, "1024", "0 70|12 3E|24 04|124 70|136 3F|148 00|248 61", {}},
         Row{2, "513", "0 70|12 40|24 02|124 70|136 41|148 01|248 61", {}},

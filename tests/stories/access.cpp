@@ -1,5 +1,4 @@
-// Every screen for a person who cannot see or uses no mouse: each control has a name, Tab goes in reading
-// order.
+// Every screen without sight or mouse: each control has a name, Tab goes in reading order.
 #include <QAccessible>
 #include <QGroupBox>
 

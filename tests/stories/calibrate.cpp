@@ -5,8 +5,6 @@
 
 namespace bexlow::test {
 
-constexpr auto SampleTime = 4ms;  // request at once, six bytes back
-
 class Calibrate : public Story {
  protected:
   void SetUp() override {
@@ -30,7 +28,7 @@ class Calibrate : public Story {
       reply[1] = static_cast<std::uint8_t>(x & 255);
     };
     StartSampling();
-    machine.Pass(SampleTime * static_cast<int>(readings.size() + 1));
+    machine.Pass(4ms * (std::ssize(readings) + 1));  // a sample takes less
     logger.spoil = {};
     Stop();
   }

@@ -9,15 +9,10 @@
 
 namespace bexlow::test {
 
-using platform::CWNumEdit;
-
 class Configuration : public Story {
  protected:
   void SetUp() override { StartConnected(); }
-  void Open() {
-    Choose("Tools", "Configuration");
-    ASSERT_EQ(ScreenInFront(), "Configuration");
-  }
+  void Open() { Choose("Tools", "Configuration"); }
   void FinishRead() {
     machine.Pass(1s);
     Reads("Read completed!");
@@ -67,7 +62,8 @@ TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
         std::pair{"NumEdit68", "515"}, std::pair{"txtSerialNumber", "417"}, std::pair{"txtMonth", "3"},
         std::pair{"txtDay", "9"}, std::pair{"txtYear", "2004"}, std::pair{"txtSecond", "7"}})
     EXPECT_EQ(Text(name), text) << name;
-  EXPECT_NEAR(The<CWNumEdit>("NumEdit14").Value(), -20.00122, 0.000005) << "not rounded to what is shown";
+  EXPECT_NEAR(The<platform::CWNumEdit>("NumEdit14").Value(), -20.00122, 0.000005)
+      << "not rounded to what is shown";
   for (const auto& [byte, is75] : {std::pair{75, true}, {15, false}, {75, true}, {255, false}}) {
     logger.eeprom[102] = static_cast<std::uint8_t>(byte);
     Choose("File", "Read");
@@ -161,7 +157,8 @@ TEST_F(Configuration, WhatIsShownOrHiddenBecomesTheseBytes) {
     EXPECT_EQ(Offered("Tools", "EEPROM"), shown);
     EXPECT_EQ(The<QGroupBox>("fra100108").isVisibleTo(platform::Form::Active()), shown);
   }
-  for (const char* hidden : {"NumEdit26", "NumEdit28"}) EXPECT_FALSE(The<CWNumEdit>(hidden).isVisible());
+  for (const char* hidden : {"NumEdit26", "NumEdit28"})
+    EXPECT_FALSE(The<platform::CWNumEdit>(hidden).isVisible());
   The<QAbstractButton>("opt75Hz").click();
   for (const auto& [entry, xTare, hiddenMinBin, cells] :
        {Row{"Show Min", "-180.000", "-90", "2=0 10=0 14=128 15=1 18=128 30=1 33=0 43=1 69=0 102=75"},

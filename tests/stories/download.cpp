@@ -105,7 +105,7 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
     Spoil spoil;
     bool warned = false;  // the warning stands until the first bytes of the repeat complete a threshold
   };
-  std::vector<Row> rows{
+  const Row rows[] = {
       {"one byte short", [](Bytes& reply, microseconds&) { reply.pop_back(); }},
       {"one byte long", [](Bytes& reply, microseconds&) { reply.push_back(1); }},
       {"eight bytes in front", [](Bytes& reply, microseconds&) { reply.insert(reply.begin(), 8, 9); }},
@@ -113,21 +113,10 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
       {"tenfold", [](Bytes& reply, microseconds&) { reply.insert(reply.end(), 9 * 264, 9); }},
       {"lost", Instead({}), true},
       {"late by 0.9 s", [](Bytes&, microseconds& delay) { delay = 900ms; }},
-      {"one byte of it", [](Bytes& reply, microseconds&) { reply.resize(1); }, true}};
-  // The repeat follows the part of the torn reply that came, and the line stalls when both make 264 bytes.
-  for (const int torn : {1, 96, 263}) {
-    const auto stall = [this, torn](Bytes& reply, microseconds& delay) {
-      logger.Send({reply.begin(), reply.end() - torn});
-      reply.erase(reply.begin(), reply.end() - torn);
-      delay = ByteTime * (264 - torn) + 25ms;
-    };
-    rows.push_back({std::to_string(torn) + " bytes of it, then a stall",
-                    [this, torn, stall](Bytes& reply, microseconds&) {
-                      reply.resize(static_cast<std::size_t>(torn));
-                      logger.SpoilOne(1, stall);
-                    },
-                    torn < 263});
-  }
+      {"one byte of it", [](Bytes& reply, microseconds&) { reply.resize(1); }, true},
+      {"one byte of it, then a stall", TornThenStalled(1), true},
+      {"96 bytes of it, then a stall", TornThenStalled(96), true},
+      {"all but one of it, then a stall", TornThenStalled(263)}};
   for (const auto& [line, delivery] : {std::pair{"byte by byte", VirtualLogger::Delivery{1, 0ms, 1us}},
                                        {"a plain port", {8, ByteTime * 4, 1us}},
                                        {"an adapter", {1, 0ms, 16ms}}}) {

@@ -9,8 +9,6 @@
 
 namespace bexlow::test {
 
-using platform::CWNumEdit;
-
 constexpr auto WrongLength = "Read EEPROM error: packet length is <> 1 byte!";
 
 class Eeprom : public Story {
@@ -23,10 +21,9 @@ class Eeprom : public Story {
     Reads("Read completed!");
     ServiceChord();
     Choose("Tools", "EEPROM");
-    ASSERT_EQ(ScreenInFront(), "EEPROM");
     machine.wire.clear();
   }
-  void Address(double address) { The<CWNumEdit>("NumEditAddress").Value(address); }
+  void Address(double address) { The<platform::CWNumEdit>("NumEditAddress").Value(address); }
   QLineEdit& Box() { return The<QLineEdit>("txtValue"); }
   void ExpectReady(bool ready) {
     for (const char* control : {"cmdRead", "cmdWrite", "cmdOK", "NumEditAddress"})

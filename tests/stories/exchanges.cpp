@@ -1,6 +1,4 @@
 // Two screens side by side: what one does never changes what another is saving, reading or writing.
-#include <cstring>
-
 #include "stories/DownloadStory.h"
 
 namespace bexlow::test {
@@ -64,7 +62,6 @@ class Exchanges : public DownloadStory {
     attempt();
     Reads("The screen \"" + by + "\" is using the logger. Please wait until it has ended, or stop it there!");
     EXPECT_EQ(machine.wire.size(), bytes);
-    EXPECT_TRUE(machine.boxes.empty());
   }
 };
 
@@ -73,7 +70,7 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
     SCOPED_TRACE(std::string(running.screen) + " " + running.entry);
     Begin(running);
     machine.Pass(250ms);
-    EXPECT_EQ(Status("lblActivity").substr(0, std::strlen(running.status)), running.status);
+    EXPECT_TRUE(Status("lblActivity").starts_with(running.status)) << Status("lblActivity");
     for (const auto& other : All) {
       if (other.screen == std::string(running.screen)) continue;
       SCOPED_TRACE(std::string(other.screen) + " " + other.entry);

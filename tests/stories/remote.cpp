@@ -1,5 +1,4 @@
-// The remote session: roles, addresses and ports, what goes out and what comes in. Everything stays on this
-// computer.
+// The remote session: roles, addresses, ports, what goes out and comes in, all of it on this computer.
 #include <QHostInfo>
 #include <QPlainTextEdit>
 #include <QRadioButton>
@@ -12,11 +11,9 @@
 
 namespace bexlow::test {
 
-constexpr int LongWaitMs = 10'000;
-
 /// Processes real events until a condition holds, without the sleeps of Qt's own wait.
 template <class Condition>
-bool Until(Condition condition, int limitMs = LongWaitMs) {
+bool Until(Condition condition, int limitMs = 10'000) {
   const auto end = std::chrono::steady_clock::now() + milliseconds(limitMs);
   while (!condition() && std::chrono::steady_clock::now() < end) QCoreApplication::processEvents();
   return condition();
@@ -32,7 +29,7 @@ class PeerSocket {
               bytes.size());
   }
   /// The next datagram; "(none)" where none comes.
-  std::string Next(int waitMs = LongWaitMs) {
+  std::string Next(int waitMs = 10'000) {
     if (!Until([this] { return socket_.hasPendingDatagrams(); }, waitMs)) return "(none)";
     QByteArray bytes(static_cast<qsizetype>(socket_.pendingDatagramSize()), 0);
     socket_.readDatagram(bytes.data(), bytes.size());

@@ -41,7 +41,6 @@ void Story::StartConnected() {
   Press("OK");
   ASSERT_TRUE(Offered("Tools", "Launch"));
   machine.wire.clear();
-  logger.replies = 0;
 }
 
 void Story::Choose(const QString& menu, const QString& entry) {

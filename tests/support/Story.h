@@ -40,8 +40,7 @@ class Story : public ::testing::Test {
   void Press(const QString& caption);
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
   void ServiceChord() { Key(Qt::Key_F11, Qt::ControlModifier); }
-  /// The next unread boxes must have these texts, or be the error boxes with these sources. Gives the last
-  /// one.
+  /// The next boxes must have these texts, or be the error boxes with these sources. Gives the last one.
   template <class... More>
   std::string Reads(const std::string& text, const More&... more) {
     std::string box = NextBox(text);

@@ -16,12 +16,6 @@ Bytes BytesOf(int word) {
 
 }  // namespace
 
-Bytes RampPage(int start) {
-  Bytes page(264);
-  for (auto& byte : page) byte = static_cast<std::uint8_t>(start++);
-  return page;
-}
-
 Spoil Instead(const Bytes& bytes, microseconds late) {
   return [=](Bytes& reply, microseconds& delay) { std::tie(reply, delay) = std::tie(bytes, late); };
 }
@@ -74,7 +68,6 @@ void VirtualLogger::Answer(const Bytes& request) {
     case 'e':
       return Erase();
     case 'X':
-      ++launches;
       return;
     case 'd': {
       const auto page = pages.find(request[1] * 256 + request[2]);
@@ -111,11 +104,9 @@ void VirtualLogger::SpoilOne(int number, const Spoil& how) {
 }
 
 void VirtualLogger::Erase() {
-  ++erases;
   if (silent) return;
   for (int i = 0; i < eraseBytes; ++i)
     machine->At(machine->Time() + eraseStep * (i + 1), [this] { machine->Deliver(comm, {'.'}); });
-  pages.clear();
 }
 
 }  // namespace bexlow::test

@@ -41,15 +41,12 @@ class VirtualLogger {
   Delivery delivery;
 
   int replies = 0;  ///< replies so far, silent ones counted
-  int launches = 0;
-  int erases = 0;
 
   /// Plugs in; after the logger has received `bytes` bytes the device vanishes, at once for 0.
   void PlugFor(VirtualMachine& on, int port, int bytes);
   /// Bytes reach the logger as they are written.
   void Receive(std::uint8_t byte);
-  /// Sends bytes back after all that is on its way, the first of them after a delay and its own time on the
-  /// line.
+  /// Sends bytes behind all that is on its way, after a delay and the first byte's own time on the line.
   void Send(const Bytes& bytes, microseconds delay = microseconds{0});
 
  private:
@@ -63,8 +60,5 @@ class VirtualLogger {
   Spoil spoilOne_;
   microseconds free_{0};  ///< when the line has carried all that was sent
 };
-
-/// A page of 264 bytes whose byte n is start + n.
-Bytes RampPage(int start);
 
 }  // namespace bexlow::test
