@@ -10,10 +10,9 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   Store(2);
   const auto start = machine.Time();
   Begin();
-  const auto transcript = machine.Transcript();
-  EXPECT_TRUE(
-      transcript.starts_with("0 72|12 2A|262 72|274 2B|524 6C|1024 6D|1524 72|1536 64|1636 72|1648 65|"))
-      << transcript;
+  EXPECT_TRUE(machine.Transcript().starts_with(
+      "0 72|12 2A|262 72|274 2B|524 6C|1024 6D|1524 72|1536 64|1636 72|1648 65|"))
+      << machine.Transcript();
   EXPECT_EQ(machine.wire.front().at - start, 250ms);
   // mode 250 first, then 262 a cell; firmware 500 each; ten cells and sixteen cells at 112
   EXPECT_EQ((machine.wire.at(58).at - start) / 1ms, 250 + 2 * 262 + 2 * 500 + 26 * 112);

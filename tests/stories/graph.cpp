@@ -57,10 +57,11 @@ TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
     bool keepsName = true;
   };
   const std::string page = Record("1", 264, "5"), broken = Record("2", 263, "1");
+  Open(Header() + page);
   for (const auto& [text, box, keepsName] :
-       {Row{"", WrongFile}, Row{Header("1", "3", "Angles"), WrongFile, false}, Row{Header("2"), nullptr},
+       {Row{Header() + page + broken, "BuildDoubleChannelArrays"}, Row{"", WrongFile},
+        Row{Header("1", "3", "Angles"), WrongFile, false}, Row{Header("2"), nullptr},
         Row{Shortened(Header(), 10), nullptr}, Row{Shortened(Header(), 11), EndOfFile},
-        Row{Header() + page + broken, "BuildDoubleChannelArrays"},
         Row{Header("1", "1") + page + broken, "BuildSingleChannelArray"},
         Row{Header("0") + Record("1", 132, "x") + Record("2", 132, "2"), "Big"}}) {
     SCOPED_TRACE(text);

@@ -71,7 +71,10 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
     Press(press);
     ExpectShown(push, cursors);
   }
+}
 
+TEST_F(ReviewStory, KeysStepClicksChooseAndAnotherFileKeepsTheCursors) {
+  Open(Header() + Records(7, {100, 250, 800}));
   EXPECT_EQ(platform::Form::Active()->focusWidget(), &Upper());
   Lower().SetXView({90, 120});
   for (const auto& [key, push, middle] :

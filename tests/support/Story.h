@@ -4,10 +4,8 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
-#include <QString>
 
 #include <gtest/gtest.h>
-#include <memory>
 
 #include "platform/machine/Folders.h"
 #include "shell/MDIForm1.h"
