@@ -125,7 +125,9 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
     machine.Pass(wait);
     EXPECT_TRUE(machine.boxes.empty());
     machine.Pass(Kind().sampleTime);
-    EXPECT_TRUE(Contains(Reads(std::string("Write") + Kind().screen + "ToFile"), "Is a directory"));
+    EXPECT_TRUE(
+        Contains(Reads(std::string("Write") + Kind().screen + "ToFile"),
+                 "\r\nScreen: General\r\nDescription: " + DataFile("").string() + ": Is a directory"));
   }
   Shared.DataFileName = path.string();
   machine.Pass(1s + Kind().sampleTime * 3);

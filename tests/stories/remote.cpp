@@ -95,7 +95,7 @@ TEST_F(RemoteStory, StartsAsASenderThatDoesNotSend) {
             "192.168.1.2");
   EXPECT_EQ(Text("txtWhoAmI"), QHostInfo::localHostName().toStdString());
   for (const auto* box : {"txtLH1", "txtLH2", "txtLH3", "txtLH4"})
-    EXPECT_TRUE(live::WholeNumber(Text(box)).has_value()) << box;
+    EXPECT_TRUE(live::WholeNumber(Text(box)) && The<QLineEdit>(box).isReadOnly()) << box;
   for (const auto* option : {"optSession1", "optNoSend", "optDialNo", "optRemoteHost2"})
     EXPECT_TRUE(The<QRadioButton>(option).isChecked()) << option;
   EXPECT_EQ(Text("txtPort") + Text("txtBind"), "10021001");

@@ -180,11 +180,10 @@ TEST_F(Shell, AFileIsShownWithoutALogger) {
     std::vector<const char*> dropped;
     std::string words, screen;
   };
-  const auto folder = DataFile("").string();
   for (const auto& [dropped, words, screen] :
        {Row{{"run.qbx"}, "", "Graph"}, Row{{"pushes.qbx"}, "", "GraphBP"},
         Row{{"words.txt"}, "This is not a Quornell Download Pages file!", "Graph"},
-        Row{{""}, "The file cannot be read!\r\n" + folder + ": Is a directory", "Main"},
+        Row{{""}, "The file cannot be read!\r\n" + DataFile("").string() + ": Is a directory", "Main"},
         Row{{"run.qbx", "pushes.qbx"}, "Only the first of these files is opened:\r\nrun.qbx", "Graph"}}) {
     SCOPED_TRACE(words + screen);
     Front("Main");

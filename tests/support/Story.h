@@ -68,7 +68,6 @@ class Story : public ::testing::Test {
   }
   void Front(const char* screen) { outer->ShowChild(outer->Child(screen)); }
   static bool PointerIsBusy() { return QApplication::overrideCursor() != nullptr; }
-  /// Closes the screen in front.
   void Close();
   /// What a frame and the bar in it tell.
   void ExpectProgress(const std::string& caption, int bar, const char* frame = "fraProgress") const;
