@@ -30,7 +30,6 @@ class DownloadErase : public platform::Form {
  private:
   void BuildMenu();
   void BuildBody();
-  QWidget* BuildDetails();
 
   void mnuDownload_Click();
   void mnuReturn_Click();

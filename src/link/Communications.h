@@ -29,6 +29,11 @@ void Send(platform::MSComm& comm, std::span<const Step> request);
 /// open.
 std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block);
 
+/// What the status line says while a request has been without a reply for two seconds or more; before that
+/// nothing.
+/// @param requestedAt  reading of the high-resolution counter
+std::optional<platform::Activity> Silence(std::int64_t requestedAt);
+
 /// Longer than the longest pause within a reply, in microseconds: an adapter may hold bytes back for 16 ms.
 inline constexpr std::int64_t LineSilenceUs = 20'000;
 

@@ -35,6 +35,12 @@ void LiveStrips::AddStrip(const char* name, const QString& caption, const QStrin
   strips_.push_back({graph, {}});
 }
 
+void LiveStrips::Add(std::size_t strip, double value) {
+  auto& machine = platform::Machine::Get();
+  const auto counts = static_cast<double>(machine.QueryPerformanceCounter() - startedAt_);
+  strips_[strip].values.Add(counts / static_cast<double>(machine.QueryPerformanceFrequency()), value);
+}
+
 void LiveStrips::Show() {
   auto& machine = platform::Machine::Get();
   const auto now = machine.QueryPerformanceCounter();
@@ -60,6 +66,7 @@ void LiveStrips::Pause() {
 
 void LiveStrips::Clear() {
   if (paused_) Pause();
+  startedAt_ = platform::Machine::Get().QueryPerformanceCounter();
   for (auto& [graph, values] : strips_) {
     values.Clear();
     graph->ClearData();

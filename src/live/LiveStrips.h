@@ -25,12 +25,12 @@ class LiveStrips : public QWidget {
   void AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                 double maximum);
   /// Stores a sample, even while a click holds the curves still.
-  /// @param seconds  since sampling started
-  void Add(std::size_t strip, double seconds, double value) { strips_[strip].values.Add(seconds, value); }
+  void Add(std::size_t strip, double value);
   /// Draws the stored samples, at most ten times a second.
   void Show();
   /// Draws what has not been drawn yet.
   void Finish();
+  /// Empties the curves, and starts their time.
   void Clear();
 
  private:
@@ -43,7 +43,7 @@ class LiveStrips : public QWidget {
 
   std::vector<Row> strips_;
   bool paused_ = false;
-  std::int64_t drawnAt_ = 0;  ///< reading of the high-resolution counter
+  std::int64_t startedAt_ = 0, drawnAt_ = 0;  ///< readings of the high-resolution counter
 };
 
 }  // namespace bexlow::live

@@ -14,6 +14,7 @@
 #include "live/AngleSample.h"
 #include "live/Datagram.h"
 #include "live/IP.h"
+#include "live/LiveStrips.h"
 #include "live/NumberBox.h"
 #include "live/NumberText.h"
 #include "live/SessionRoles.h"
@@ -109,6 +110,7 @@ void RemoteSession::ApplyRole(const SessionRole& role) {
   mnuSample->setEnabled(role.sends);
   fraSend->setEnabled(role.sends);
   fraDial->setEnabled(!role.sends);
+  strips_->Clear();
   ShowPorts(role);
 }
 
@@ -166,12 +168,14 @@ void RemoteSession::mnuSample_Click() {
 void RemoteSession::StartSampling() {
   mnuSample->setChecked(true);
   fraSession->setEnabled(false);
+  strips_->Clear();
   chain_.Start();
 }
 
 // Nothing tells the peer that the samples have ended.
 void RemoteSession::StopSampling() {
   chain_.Stop();
+  strips_->Finish();
   mnuSample->setChecked(false);
   fraSession->setEnabled(true);
   for (const auto& axis : axes_) axis.text->clear();
@@ -181,10 +185,8 @@ void RemoteSession::Take(const link::Bytes& reply) {
   const auto words = link::AngleWords(reply);
   if (!words) return;
   auto& sample = Shared.LiveSample;
-  for (const auto& axis : axes_) {
-    DecodeAngle(*axis.row, *words, sample);
-    axis.text->setText(Shown(sample.*axis.row->angleField));
-  }
+  for (const auto& row : AngleRows) DecodeAngle(row, *words, sample);
+  ShowOnAxes(sample.AngleX, sample.AngleY);
   if (!SendToPeer()) return;
   OutgoingText = Datagram(sample.AngleX, sample.AngleY);
   SetSendText(OutgoingText);
@@ -225,8 +227,16 @@ void RemoteSession::ShowReceivedAngles(const std::string& datagram) {
   const auto [x, y] = AnglesOfBody(*body);
   ReceivedX = x.value_or(ReceivedX);
   ReceivedY = y.value_or(ReceivedY);
-  axes_[0].text->setText(Shown(ReceivedX));
-  axes_[1].text->setText(Shown(ReceivedY));
+  ShowOnAxes(ReceivedX, ReceivedY);
+}
+
+void RemoteSession::ShowOnAxes(double x, double y) {
+  const double angles[] = {x, y};
+  for (std::size_t i = 0; i < axes_.size(); ++i) {
+    axes_[i].text->setText(Shown(angles[i]));
+    strips_->Add(i, angles[i]);
+  }
+  strips_->Show();
 }
 
 }  // namespace bexlow::live

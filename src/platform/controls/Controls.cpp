@@ -33,6 +33,9 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent) {
   auto* box = MakeTextBox(name, accessibleName, parent);
   box->setReadOnly(true);
+  QPalette ground;
+  ground.setColor(QPalette::Base, Qt::transparent);
+  box->setPalette(ground);
   QObject::connect(box, &QLineEdit::textChanged, box,
                    [box] { box->setCursorPosition(0); });  // shows the beginning
   return box;
