@@ -44,13 +44,12 @@ void Configuration::mnuRead_Click() {
 
 void Configuration::RequestCell(std::size_t stepsSent) {
   const auto request = link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex));
-  requestedAt_ = platform::Machine::Get().QueryPerformanceCounter();
   link::Send(MSComm1, std::span(request).subspan(stepsSent));
 }
 
 platform::Activity Configuration::Activity() const {
   if (write_.Running()) return write_.Activity();
-  if (const auto silence = link::Silence(requestedAt_)) return *silence;
+  if (const auto halted = link::Halted(MSComm1, "Reading")) return *halted;
   return {"Reading", "cell " + std::to_string(Shared.ParameterIndex) + " of " + std::to_string(EndOfRead)};
 }
 

@@ -57,7 +57,6 @@ class Configuration : public platform::Form {
 
   platform::MSComm MSComm1;
   Progress progress_;
-  std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
   WriteSequence write_;
   std::array<platform::CWNumEdit*, ParameterCount> edits_{};  ///< indexed as Parameters, null for other rows
   std::array<QLineEdit*, ParameterCount> boxes_{};

@@ -20,11 +20,13 @@ DownloadErase::DownloadErase(std::function<void()> openGraph)
       MSComm1(*this),
       MSComm3(*this),
       TimerSampling(*this, 1000),
+      resting_(*this, 1000),
       erase_(*this) {
   BuildMenu();
   BuildBody();
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   TimerSampling.OnTimer = [this] { TimerSampling_Timer(); };
+  resting_.OnTimer = [this] { EndRest(); };
   OnActivity = [this] { return mnuErase->isChecked() ? erase_.Activity() : Activity(); };
   OnCloseRequest = [this] { mnuReturn_Click(); };
 }

@@ -97,6 +97,7 @@ void Erase::TimerErase_Timer() {
 }
 
 platform::Activity Erase::Activity() const {
+  if (!TimerErase.Enabled()) return {"The erase has stopped", ""};
   const auto count = std::min(MSComm2.InBufferCount(), CompleteAtBytes);  // more may come at once
   return {"Erasing", live::CountText(count) + " of " + live::CountText(CompleteAtBytes) + " bytes"};
 }

@@ -64,7 +64,7 @@ void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName
     box->setText(QString::fromStdString(text));
   };
   set(txtDataFile, std::filesystem::path(fileName).filename().string());
-  txtDataFile->setToolTip(QString::fromStdString(fileName));
+  platform::SetPlainToolTip(txtDataFile, QString::fromStdString(fileName));
   set(txtSerialNumber, live::PlainNumberText(header.SerialNumber));
   set(txtLaunchTime, header.LaunchTimeText);
   set(txtFirmwareVersion, header.FirmwareVersionText);

@@ -56,11 +56,13 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
   return reply;
 }
 
-std::optional<platform::Activity> Silence(std::int64_t requestedAt) {
+std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std::string& exchange) {
   constexpr std::int64_t SilentAfterSeconds = 2;
+  if (comm.RThreshold() == 0 || comm.InBufferCount() > 0) return std::nullopt;
+  if (!comm.AskedAt()) return platform::Activity{exchange + " has stopped", ""};
   auto& machine = platform::Machine::Get();
-  const auto seconds =
-      (machine.QueryPerformanceCounter() - requestedAt) / machine.QueryPerformanceFrequency();
+  const auto counts = machine.QueryPerformanceCounter() - *comm.AskedAt();
+  const auto seconds = counts / machine.QueryPerformanceFrequency();
   if (seconds < SilentAfterSeconds) return std::nullopt;
   return platform::Activity{
       "No reply from the logger",

@@ -2,17 +2,25 @@
 
 #include <QHBoxLayout>
 
+#include <utility>
+
 #include "platform/graph/CWGraph.h"
-#include "platform/machine/Machine.h"
 
 namespace bexlow::live {
 
 namespace {
 
-constexpr std::int64_t DrawingsASecond = 10;
+constexpr std::chrono::milliseconds DrawingEvery{100};
 constexpr int LeastHeight = 110;
 
 }  // namespace
+
+LiveStrips::LiveStrips(QWidget* parent)
+    : QWidget(parent), drawing_(platform::Machine::Get().MakeAlarm([this] {
+        drawing_->Stop();
+        due_ = false;
+        if (!paused_) Draw();
+      })) {}
 
 void LiveStrips::AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                           double maximum) {
@@ -42,15 +50,8 @@ void LiveStrips::Add(std::size_t strip, double value) {
 }
 
 void LiveStrips::Show() {
-  auto& machine = platform::Machine::Get();
-  const auto now = machine.QueryPerformanceCounter();
-  if (paused_ || (now - drawnAt_) * DrawingsASecond < machine.QueryPerformanceFrequency()) return;
-  drawnAt_ = now;
-  Draw();
-}
-
-void LiveStrips::Finish() {
-  if (!paused_) Draw();
+  if (std::exchange(due_, true)) return;
+  drawing_->Start(DrawingEvery);
 }
 
 void LiveStrips::Draw() {

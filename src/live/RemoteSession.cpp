@@ -175,7 +175,6 @@ void RemoteSession::StartSampling() {
 // Nothing tells the peer that the samples have ended.
 void RemoteSession::StopSampling() {
   chain_.Stop();
-  strips_->Finish();
   mnuSample->setChecked(false);
   fraSession->setEnabled(true);
   for (const auto& axis : axes_) axis.text->clear();

@@ -56,7 +56,8 @@ void SamplingChain::Stop() {
 }
 
 platform::Activity SamplingChain::Activity() {
-  if (const auto silence = link::Silence(requestedAt_)) return *silence;
+  const auto halted = link::Halted(comm_, "Sampling");
+  if (halted && !resting_.Enabled()) return *halted;
   const auto rate = static_cast<std::int64_t>(RoundHalfEven(Rate()));
   return {"Sampling", rate > 0 ? CountText(rate) + " samples a second" : ""};
 }

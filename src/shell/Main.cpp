@@ -184,7 +184,7 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
   bool pushes = false;
   try {
     pushes = review::HoldsPushes(platform::ReadWhole(path));
-  } catch (const std::system_error& error) {
+  } catch (const std::exception& error) {
     return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
   }
   if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", MakeGraphBP))->Open(path);

@@ -17,7 +17,7 @@ void SetText(QLabel& label, const std::string& text) {
   const auto shown = QString::fromStdString(text);
   if (label.text() == shown) return;
   label.setText(shown);
-  label.setToolTip(shown);
+  platform::SetPlainToolTip(&label, shown);
   label.setAccessibleDescription(shown);
 }
 

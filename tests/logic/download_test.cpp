@@ -136,6 +136,7 @@ TEST(LinearCsv, ATornHeaderKeepsWhatWasRead) {
 TEST(CsvFileName, CutsFourCharactersOfTheNameAndNeverOfTheFolder) {
   EXPECT_EQ(CsvFileName("/Data Files/a long name"), "/Data Files/a long .csv");
   EXPECT_EQ(CsvFileName("Data Files/run1"), "Data Files/.csv");
+  EXPECT_EQ(CsvFileName("Läufe/zweiäöüß"), "Läufe/zwei.csv");
   for (const char* name : {"qbx", "/Data Files/abc", "/Data Files/"})
     FailureOf(std::errc::invalid_argument, [&] { CsvFileName(name); });
 }

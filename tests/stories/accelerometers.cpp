@@ -71,6 +71,7 @@ TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
     machine.Pass(milliseconds(50));
     ReadsError("MSComm1_OnComm");
     EXPECT_EQ(Requests('a'), 1);
+    EXPECT_EQ(platform::Form::Active()->OnActivity().phase, "Sampling has stopped");
     logger.accelerometers[high] = 0x7F;
     Sample();
     Sample();

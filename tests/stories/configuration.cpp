@@ -210,7 +210,8 @@ TEST_F(Configuration, APortThatVanishesInTheRead) {
     VirtualLogger cut;
     cut.PlugFor(machine, 1, bytes);
     Open();
-    machine.Pass(1s);
+    machine.Pass(3s);
+    EXPECT_NE(platform::Form::Active()->OnActivity().phase, "Reading");
     if (bytes == 0) ReadsError("OpenCommPort");
     if (bytes < 2) {
       ReadsError("mnuRead_Click");

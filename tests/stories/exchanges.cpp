@@ -181,9 +181,10 @@ TEST_F(Exchanges, ARecordingKeepsItsOwnFile) {
 }
 
 TEST_F(Exchanges, ADownloadIntoTheFileOfARecordingEndsItsSaving) {
-  for (const char* recorder : {"Accelerometers", "Angles"}) {
+  std::filesystem::create_symlink("run.qbx", DataFile("link.qbx"));
+  for (const auto& [recorder, name] : {std::pair{"Accelerometers", "link.qbx"}, {"Angles", "run.qbx"}}) {
     Front(recorder);
-    ChooseFile("Data", "Save", "run.qbx");
+    ChooseFile("Data", "Save", name);
   }
   Front("DownloadErase");
   DownloadStory::Begin();

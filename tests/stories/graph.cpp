@@ -70,6 +70,7 @@ TEST_F(GraphStory, RefusalsKeepOrClearTheName) {
     SCOPED_TRACE(text);
     Open(text);
     if (message != nullptr) Reads(message);
+    EXPECT_EQ(shell::Shared.LastFailure.ends_with("the graphs are unchanged"), message == nullptr);
     EXPECT_EQ(Text("txtFileName"), keepsName ? DataFile("f.qbx").string() : "");
     EXPECT_EQ(Points(), "0 / 0");
   }

@@ -270,7 +270,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
   EXPECT_EQ(peer.Next(), "");
   Type("txtRH5", "no such computer");  // the end of the look-up given up above looks alike
   Press("Reset");
-  EXPECT_TRUE(Until([&] { return Text("lblSocket").find("No computer is known") != std::string::npos; }));
+  EXPECT_TRUE(Until([&] { return Text("lblSocket").find("No IPv4 address is known") != std::string::npos; }));
 }
 
 TEST_F(RemoteStory, LeavingEndsTheBindingAndThePortInEveryState) {

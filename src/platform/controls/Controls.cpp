@@ -51,6 +51,10 @@ QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, Q
   return bar;
 }
 
+void SetPlainToolTip(QWidget* widget, const QString& text) {
+  widget->setToolTip("<span>" + text.toHtmlEscaped() + "</span>");
+}
+
 void SetProgress(QProgressBar* bar, double value) {
   bar->setValue(static_cast<int>(std::clamp(value, 0.0, static_cast<double>(bar->maximum()))));
 }

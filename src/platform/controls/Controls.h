@@ -22,6 +22,9 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 /// A bar from 0 that shows no number of its own.
 QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent);
 
+/// A tool tip that shows any text as it is; Qt would take some for HTML.
+void SetPlainToolTip(QWidget* widget, const QString& text);
+
 /// Sets a value, limited to the bar's range.
 void SetProgress(QProgressBar* bar, double value);
 
