@@ -36,7 +36,7 @@ void Angles::Build() {
   columns->addLayout(boxes);
   for (auto& axis : axes_) columns->addWidget(BuildDial(axis), 1);
   for (const auto& row : AngleRows)
-    Strips().AddStrip(row.strip, row.caption, "degrees", -row.fullScale, row.fullScale);
+    Strips().AddStrip(row.strip, row.caption, "°", -row.fullScale, row.fullScale);
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(12, 12, 12, 12);
   rows->setSpacing(12);

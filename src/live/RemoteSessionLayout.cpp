@@ -78,7 +78,7 @@ void RemoteSession::BuildBody() {
   right->addLayout(dials, 3);
   strips_ = new LiveStrips(this);
   for (const auto& row : AngleRows)
-    strips_->AddStrip(row.strip, row.caption, "degrees", -row.fullScale, row.fullScale);
+    strips_->AddStrip(row.strip, row.caption, "°", -row.fullScale, row.fullScale);
   right->addWidget(strips_, 2);
 
   auto* columns = new QHBoxLayout(this);
