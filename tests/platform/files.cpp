@@ -79,13 +79,7 @@ void Answer(int filtersDown, const char* name) {
 TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
   constexpr auto Pictures = "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
   platform::RealMachine machine("/tmp");
-  struct Row {
-    const char *what, *filter;
-    int first;
-    const char* suffix;
-    int down;
-    const char *name, *saved;
-  };
+  using Row = std::tuple<const char*, const char*, int, const char*, int, const char*, const char*>;
   for (const auto& [what, filter, first, suffix, down, name, saved] :
        {Row{"the first filter", Pictures, 1, "png", 0, "a", "a.png"},
         Row{"another at first", Pictures, 3, "png", 0, "a", "a.svg"},

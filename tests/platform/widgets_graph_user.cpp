@@ -49,15 +49,13 @@ class GraphUser : public testing::Test {
     EXPECT_NEAR(seen.upper, wanted.upper, by);
   }
   QMenu& Menu() { return *graph.findChild<QMenu*>(); }
-  static QAction* EntryOf(CWGraph& of, const QString& caption) {
-    for (auto* entry : of.findChild<QMenu*>()->actions()) {
-      if (entry->text().remove('&') == caption) return entry;
-    }
+  QAction& Entry(const QString& caption) { return Entry(graph, caption); }
+  static QAction& Entry(CWGraph& of, const QString& caption) {
+    for (auto* entry : of.findChild<QMenu*>()->actions())
+      if (entry->text().remove('&') == caption) return *entry;
     throw std::runtime_error(caption.toStdString());
   }
-  QAction* Entry(const QString& caption) { return EntryOf(graph, caption); }
-  static void ChooseIn(CWGraph& of, const QString& caption) { EntryOf(of, caption)->trigger(); }
-  void Choose(const QString& caption) { ChooseIn(graph, caption); }
+  void Choose(const QString& caption) { Entry(caption).trigger(); }
 
   CWGraph graph;
 };
@@ -130,12 +128,11 @@ TEST_F(GraphUser, PointerAndKeysReadOut) {
   QTest::keyClick(&graph, Qt::Key_Escape);
   graph.SetXView({496, 500});
   graph.DrawNow();
-  for (const auto& [key, text] : {std::pair{Qt::Key_Right, "Sample 498: 98°"},
-                                  {Qt::Key_Right, "Sample 499: 99°"},
-                                  {Qt::Key_Left, "Sample 498: 98°"},
-                                  {Qt::Key_End, "Sample 1000: 0°"},
-                                  {Qt::Key_Right, "Sample 1000: 0°"},
-                                  {Qt::Key_Home, "Sample 0: 0°"}}) {
+  using Row = std::pair<Qt::Key, const char*>;
+  for (const auto& [key, text] :
+       {Row{Qt::Key_Right, "Sample 498: 98°"}, Row{Qt::Key_Right, "Sample 499: 99°"},
+        Row{Qt::Key_Left, "Sample 498: 98°"}, Row{Qt::Key_End, "Sample 1000: 0°"},
+        Row{Qt::Key_Right, "Sample 1000: 0°"}, Row{Qt::Key_Home, "Sample 0: 0°"}}) {
     QTest::keyClick(&graph, key, Qt::ShiftModifier);
     EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text));
     const double sample = graph.ReadOutText().section(' ', 1, 1).remove(':').toDouble();
@@ -148,9 +145,7 @@ TEST_F(GraphUser, PointerAndKeysReadOut) {
 
 TEST_F(GraphUser, BinsReadOutTheOnesThatCount) {
   std::vector<double> counts(361, 0);
-  counts[180] = 4;
-  counts[183] = 17;
-  counts[200] = 5;
+  for (const auto& [degree, count] : {std::pair{0U, 4}, {3U, 17}, {20U, 5}}) counts[180 + degree] = count;
   graph.SetPlotStyle(PlotStyle::Bin);
   graph.SetXAxis(false, -180, 180);
   graph.PlotY(counts, -180, 1);
@@ -162,18 +157,16 @@ TEST_F(GraphUser, BinsReadOutTheOnesThatCount) {
 }
 
 TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
-  const auto opens = [&] {
-    const bool visible = Menu().isVisible();
+  QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {5, 5}, graph.mapToGlobal(QPoint(5, 5)));
+  const std::function<void()> ways[] = {
+      [&] { QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0)); },
+      [&] { QApplication::sendEvent(&graph, &menuKey); },
+      [&] { QTest::keyClick(&graph, Qt::Key_F10, Qt::ShiftModifier); }};
+  for (const auto& open : ways) {
+    open();
+    EXPECT_TRUE(Menu().isVisible());
     Menu().close();
-    return visible;
-  };
-  QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
-  EXPECT_TRUE(opens());
-  QContextMenuEvent key(QContextMenuEvent::Keyboard, {5, 5}, graph.mapToGlobal(QPoint(5, 5)));
-  QApplication::sendEvent(&graph, &key);
-  EXPECT_TRUE(opens());
-  QTest::keyClick(&graph, Qt::Key_F10, Qt::ShiftModifier);
-  EXPECT_TRUE(opens());
+  }
 }
 
 TEST_F(GraphUser, KeysZoomAboutThePointReadOut) {
@@ -188,14 +181,14 @@ TEST_F(GraphUser, KeysZoomAboutThePointReadOut) {
 TEST_F(GraphUser, TimesAreToldAndShownWhereTheRateIsKnown) {
   CWGraph other;
   graph.LinkXAxis(other);
-  const auto offered = [&] { return Entry("Time on the Axis")->isVisible(); };
+  const auto offered = [&] { return Entry("Time on the Axis").isVisible(); };
   EXPECT_FALSE(offered());
   for (auto* each : {&graph, &other}) each->SetSampleRate(7.5);
   EXPECT_TRUE(offered());
   QTest::keyClick(&graph, Qt::Key_End, Qt::ShiftModifier);
   EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Sample 1000, 2 min 13 s at 7.5 Hz: 0°"));
   Choose("Time on the Axis");
-  EXPECT_TRUE(Entry("Time on the Axis")->isChecked());
+  EXPECT_TRUE(Entry("Time on the Axis").isChecked());
   for (const auto* each : {&graph, &other})
     EXPECT_TRUE(each->findChild<QCustomPlot*>()->xAxis->label().startsWith("Time since launch"));
   EXPECT_TRUE(graph.Description().contains("(h:min:s) from 0:00 to 2:13"));
@@ -266,9 +259,7 @@ TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
   graph.SetInteractive(false);
   click(400);
   QTest::keyClick(&graph, Qt::Key_Space);
-  QMouseEvent second(QEvent::MouseButtonDblClick, PlaceOf(400, 90), graph.mapToGlobal(PlaceOf(400, 90)),
-                     Qt::LeftButton, Qt::LeftButton, {});
-  QApplication::sendEvent(&graph, &second);
+  QTest::mouseDClick(&graph, Qt::LeftButton, {}, PlaceOf(400, 90));
   QKeyEvent held(QEvent::KeyPress, Qt::Key_Space, {}, " ", true);
   QApplication::sendEvent(&graph, &held);
   EXPECT_EQ(clicks, 5);
@@ -276,7 +267,7 @@ TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
   QTest::keyClick(&graph, Qt::Key_Plus);
   QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
   Near(graph.XView(), {0, 1000}, 0);
-  EXPECT_FALSE(Menu().isVisible() || Entry("Show All")->isEnabled());
+  EXPECT_FALSE(Menu().isVisible() || Entry("Show All").isEnabled());
 }
 
 class GraphMenu : public GraphUser {
@@ -305,21 +296,18 @@ TEST_F(GraphMenu, SavesOneGraphOrBothByTheName) {
   Choose("Save Picture As...");  // cancelled
   EXPECT_TRUE(told.isEmpty());
   for (const auto* entry : {"Save Picture As...", "Save Both As..."}) {
-    for (const auto& [name, start] : {std::pair{"a.png", "\x89PNG"},
-                                      {"a.pdf", "%PDF-"},
-                                      {"a.SVG", "<?xml"},
-                                      {"plain", "\x89PNG"},
-                                      {"a.bmp", nullptr},
-                                      {"none/a.png", nullptr}}) {
+    for (const auto& [name, start] :
+         {std::pair{"a.png", "\x89PNG"}, std::pair{"a.pdf", "%PDF-"}, std::pair{"a.SVG", "<?xml"},
+          std::pair{"plain", "\x89PNG"}, std::pair{"a.bmp", ""}, std::pair{"none/a.png", ""}}) {
       SCOPED_TRACE(std::string(entry) + " " + name);
       told.clear();
       chosen = folder.filePath(name);
       Choose(entry);
-      EXPECT_EQ(told.join(' ').contains(name), start == nullptr);
+      EXPECT_EQ(told.join(' ').contains(name), *start == 0);
       if (QString(name) == "plain") chosen += ".png";
       QFile file(chosen);
-      ASSERT_EQ(file.open(QIODevice::ReadOnly), start != nullptr);
-      EXPECT_TRUE(!start || file.readAll().startsWith(start));
+      ASSERT_EQ(file.open(QIODevice::ReadOnly), *start != 0);
+      EXPECT_TRUE(*start == 0 || file.readAll().startsWith(start));
       file.remove();
     }
   }
@@ -329,7 +317,7 @@ TEST_F(GraphMenu, SavesOneGraphOrBothByTheName) {
 TEST_F(GraphMenu, PicturesBearATitleAndHoldBothInOrder) {
   chosen = folder.filePath("a.svg");
   const auto places = [&](CWGraph& from, const char* entry) {
-    ChooseIn(from, entry);
+    Entry(from, entry).trigger();
     QFile file(chosen);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     const auto text = file.readAll();
@@ -369,9 +357,9 @@ TEST_F(GraphMenu, PrintsOnOneSheetAndTellsFailures) {
 
 TEST_F(GraphMenu, EntriesPassTheGate) {
   graph.NumbersToCopy = [] { return QString("12"); };
-  EXPECT_FALSE(Entry("Copy Numbers")->isVisible());
+  EXPECT_FALSE(Entry("Copy Numbers").isVisible());
   graph.SetNumbers("in view");
-  EXPECT_TRUE(Entry("Copy Numbers")->isVisible());
+  EXPECT_TRUE(Entry("Copy Numbers").isVisible());
   EXPECT_TRUE(graph.Description().contains("; in view"));
   Choose("Copy Numbers");
   EXPECT_EQ(QApplication::clipboard()->text(), "12");

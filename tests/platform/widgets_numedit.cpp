@@ -35,7 +35,7 @@ class NumEdit : public testing::Test {
   std::vector<double> told;
 };
 
-TEST_F(NumEdit, TypingStaysInsideTheLimits) {
+TEST_F(NumEdit, TypingAndPastingStayInsideTheLimits) {
   struct Typed {
     const char* what;
     double minimum, maximum;
@@ -60,6 +60,14 @@ TEST_F(NumEdit, TypingStaysInsideTheLimits) {
     QTest::keyClick(&edit, Qt::Key_Return);
     EXPECT_EQ(edit.Value(), value);
     EXPECT_EQ(edit.text().toStdString(), text);
+  }
+  for (const auto& [pasted, value] :
+       {std::pair{"512", 512}, {"5000", 1024}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
+    Prepare(0, 1024, 0, 7);
+    QApplication::clipboard()->setText(pasted);
+    edit.findChild<QLineEdit*>()->paste();
+    QTest::keyClick(&edit, Qt::Key_Return);
+    EXPECT_EQ(edit.Value(), value) << pasted;
   }
   Prepare(1, 3, 0, 5000);
   QTest::keyClick(&edit, Qt::Key_End);
@@ -88,24 +96,10 @@ TEST_F(NumEdit, SaysWhatItRefusesUntilTheNextKey) {
   EXPECT_EQ(edit.Value(), 1023) << "an arrow goes on from the limit";
 }
 
-TEST_F(NumEdit, PasteStaysInsideTheLimits) {
-  for (const auto& [text, value] :
-       {std::pair{"512", 512}, {"5000", 1024}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
-    SCOPED_TRACE(text);
-    Prepare(0, 1024, 0, 7);
-    QApplication::clipboard()->setText(text);
-    edit.findChild<QLineEdit*>()->paste();
-    QTest::keyClick(&edit, Qt::Key_Return);
-    EXPECT_EQ(edit.Value(), value);
-  }
-}
-
 TEST_F(NumEdit, AssignedValueIsKeptToTheLastBit) {
-  for (const auto& [value, text] : {std::pair{11.249, "11.2"},
-                                    {-3641.0 / 32767 * 180, "-20.0"},
-                                    {-0.04, "0.0"},
-                                    {5000.75, "5000.8"},
-                                    {1e300, "1e+300"}}) {
+  for (const auto& [value, text] :
+       {std::pair{11.249, "11.2"}, std::pair{-3641.0 / 32767 * 180, "-20.0"}, std::pair{-0.04, "0.0"},
+        std::pair{5000.75, "5000.8"}, std::pair{1e300, "1e+300"}}) {
     SCOPED_TRACE(text);
     Prepare(-180, 180, 1, value);
     EXPECT_EQ(edit.text().toStdString(), text);
@@ -127,16 +121,10 @@ TEST_F(NumEdit, AssignedValueIsKeptToTheLastBit) {
 }
 
 TEST_F(NumEdit, ArrowsAndWheelEndAtTheLimits) {
-  struct Turned {
-    const char* what;
-    double before;
-    int notches;
-    double after;
-  };
   for (const auto& [what, before, notches, after] :
-       {Turned{"up", 2, 1, 4}, Turned{"to the upper limit", 262, 1, 263},
-        Turned{"at the upper limit", 263, 3, 263}, Turned{"to the lower limit", 1, -1, 0},
-        Turned{"from above", 5000, -1, 263}, Turned{"from below", -40, 1, 0}}) {
+       {std::tuple{"up", 2, 1, 4}, std::tuple{"to the upper limit", 262, 1, 263},
+        std::tuple{"at the upper limit", 263, 3, 263}, std::tuple{"to the lower limit", 1, -1, 0},
+        std::tuple{"from above", 5000, -1, 263}, std::tuple{"from below", -40, 1, 0}}) {
     SCOPED_TRACE(what);
     Prepare(0, 263, 0, before);
     edit.SetStep(2);
