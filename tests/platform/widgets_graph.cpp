@@ -131,13 +131,7 @@ TEST_F(Graph, TakesAnyNumbers) {
 }
 
 TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
-  struct Axis {
-    const char* what;
-    bool autoScale;
-    double minimum, maximum;
-    std::vector<double> values;
-    CWGraphRange x, y;
-  };
+  using Axis = std::tuple<const char*, bool, double, double, std::vector<double>, CWGraphRange, CWGraphRange>;
   for (const auto& [what, autoScale, minimum, maximum, values, x, y] :
        {Axis{"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
         Axis{"no data", true, 0, 10, {}, {0, 10}, {0, 10}},

@@ -22,8 +22,6 @@ LoggerSetup SmallSetup() {
 // A logger with somebody at the line, 12 ms between two bytes.
 class LoggerTest : public testing::Test {
  protected:
-  std::string Say(const std::string& request) { return Say(logger, request); }
-
   std::string Say(Logger& to, const std::string& request) {
     std::string heard;
     for (const auto byte : FromHex(request)) {
@@ -38,9 +36,7 @@ class LoggerTest : public testing::Test {
 };
 
 TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
-  struct Row {
-    const char *what, *request, *reply;
-  };
+  using Row = std::tuple<const char*, const char*, const char*>;
   for (const auto& [what, request, reply] :
        {Row{"ping", "66", "66"},
         Row{"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
@@ -72,14 +68,7 @@ std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
 }
 
 TEST(StoreRun, WritesWhatThePlanSays) {
-  struct Row {
-    const char* what;
-    int channels;
-    std::size_t pages;
-    PushPlan pushes;
-    std::size_t wantedPushes;
-    std::ptrdiff_t unwritten;  // bytes at the end of the last page
-  };
+  using Row = std::tuple<const char*, int, std::size_t, PushPlan, std::size_t, std::ptrdiff_t>;
   for (const auto& [what, channels, pages, pushes, wantedPushes, unwritten] :
        {Row{"seven", 3, 3, {.count = 7}, 7, 88}, Row{"more than pairs", 3, 3, {.count = 5000}, 352, 88},
         Row{"a quarter", 3, 3, {.share = 0.25}, 88, 88},
