@@ -154,19 +154,18 @@ Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   return {refused ? "refused" : "valid", details};
 }
 
-Result Attack(const Line& line, const std::string& how, const fs::path& folder, unsigned long seed) {
+/// The result of an attack on one line.
+std::string Attack(const Line& line, const std::string& how, const fs::path& folder, unsigned long seed) {
   Chance chance(seed);
+  Result result;
   try {
-    return how == "kill" ? Killed(line, folder, chance) : WithFault(line, folder, chance);
+    result = how == "kill" ? Killed(line, folder, chance) : WithFault(line, folder, chance);
   } catch (const std::exception& failure) {
-    return {"wrong", failure.what()};
+    result = {"wrong", failure.what()};
   }
-}
-
-void PrintOnOneLine(const Result& result, const std::string& how, unsigned long seed) {
-  std::string line = std::string(result.word) + " " + how + " " + std::to_string(seed) + " " + result.details;
-  for (char& c : line) c = c == '\r' || c == '\n' ? ' ' : c;
-  std::printf("%s\n", line.c_str());
+  auto text = std::string(result.word) + " " + how + " " + std::to_string(seed) + " " + result.details;
+  for (char& c : text) c = c == '\r' || c == '\n' ? ' ' : c;
+  return text;
 }
 
 }  // namespace
@@ -179,6 +178,6 @@ int main(int argc, char** argv) {
   if (argc == 2) return Download(argv[1]).completed ? 0 : Refused;
   const auto seed = std::strtoul(argv[3], nullptr, 10);
   const Line line{fs::absolute(argv[1]), argc == 5 ? argv[4] : "1"};
-  PrintOnOneLine(Attack(line, argv[2], scratch->Path(), seed), argv[2], seed);
+  std::puts(Attack(line, argv[2], scratch->Path(), seed).c_str());
   return 0;
 }

@@ -19,23 +19,8 @@ LoggerSetup SmallSetup() {
   return setup;
 }
 
-// A logger with somebody at the line, 12 ms between two bytes.
-class LoggerTest : public testing::Test {
- protected:
-  std::string Say(Logger& to, const std::string& request) {
-    std::string heard;
-    for (const auto byte : FromHex(request)) {
-      const auto reply = to.Take(byte, now += 12ms);
-      if (reply) heard.append(heard.empty() ? "" : " | ").append(ToHex(reply->bytes));
-    }
-    return heard;
-  }
-
-  Time now = 1h;
-  Logger logger{SmallSetup(), now};
-};
-
-TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
+// 12 ms lie between two bytes of a request.
+TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
   using Row = std::tuple<const char*, const char*, const char*>;
   for (const auto& [what, request, reply] :
        {Row{"ping", "66", "66"},
@@ -49,16 +34,23 @@ TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
         Row{"unknown letters are passed over", "7A 00 FF 66", "66"},
         Row{"a letter as an operand", "72 66", "4B"}, Row{"launch", "58", ""}}) {
     SCOPED_TRACE(what);
-    Logger fresh(SmallSetup(), now);
-    EXPECT_EQ(Say(fresh, request), reply);
+    Time now = 1h;
+    Logger logger(SmallSetup(), now);
+    std::string heard;
+    for (const auto byte : FromHex(request)) {
+      const auto answer = logger.Take(byte, now += 12ms);
+      if (answer) heard.append(heard.empty() ? "" : " | ").append(ToHex(answer->bytes));
+    }
+    EXPECT_EQ(heard, reply);
   }
 }
 
-TEST_F(LoggerTest, DropsARequestThatWasBrokenOff) {
-  logger.Take('r', now);
-  EXPECT_EQ(ToHex(logger.Take(0x66, now + 1s)->bytes), "4B");
-  logger.Take('r', now += 5s);
-  EXPECT_EQ(ToHex(logger.Take(0x66, now + 1001ms)->bytes), "66");
+TEST(LoggerTest, DropsARequestThatWasBrokenOff) {
+  Logger logger(SmallSetup(), 1h);
+  logger.Take('r', 1h);
+  EXPECT_EQ(ToHex(logger.Take(0x66, 1h + 1s)->bytes), "4B");
+  logger.Take('r', 1h + 5s);
+  EXPECT_EQ(ToHex(logger.Take(0x66, 1h + 6001ms)->bytes), "66");
 }
 
 std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
