@@ -1,6 +1,5 @@
 // The parameter map: forms, limits, and where each cell of a read goes.
 #include <bit>
-#include <vector>
 
 #include "config/CalibrationMath.h"
 #include "config/ParameterMap.h"

@@ -1,5 +1,4 @@
 // Cases of requests, replies and progress that no story on the virtual line reaches.
-#include <vector>
 
 #include "link/LaunchProgress.h"
 #include "link/Protocol.h"

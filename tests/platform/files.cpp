@@ -9,7 +9,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <cstdlib>
 #include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -30,19 +29,12 @@ class Files : public ::testing::Test {
   const fs::path folder{temporary.path().toStdString()};
 };
 
-TEST_F(Files, FailuresBearTheSystemsNumber) {
-  EXPECT_EQ(ErrorOf([&] { platform::Append(folder / "none" / "x", "x"); }), ENOENT);
+TEST_F(Files, NothingWaitsForTheOtherEndOfAPipe) {
   EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(folder / "none"); }), ENOENT);
-  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(folder); }), EISDIR);
   const auto pipe = folder / "x.qbx";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(pipe); }), EINVAL) << "nothing waits for its other end";
+  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(pipe); }), EINVAL);
   EXPECT_EQ(ErrorOf([&] { platform::Append(pipe, "x"); }), ENXIO);
-  EXPECT_EQ(ErrorOf([&] { platform::WriteWhole("/dev/null", "x"); }), EINVAL);
-  EXPECT_TRUE(InAnotherProcess([] {
-    if (geteuid() == 0 && setuid(65534) != 0) return false;  // nothing is forbidden to root
-    return ErrorOf([] { platform::WriteWhole("/etc/run.qbx", "x"); }) == EACCES;
-  }));
 }
 
 // A disk that fills up in the middle of a record must not leave half of it.

@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <qcustomplot.h>
 
-#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>

@@ -6,7 +6,6 @@
 #include <QTest>
 #include <qcustomplot.h>
 
-#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <stdexcept>

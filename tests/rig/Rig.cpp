@@ -6,7 +6,6 @@
 
 #include <cstdlib>
 #include <stdexcept>
-#include <system_error>
 
 #include "shell/Records.h"
 

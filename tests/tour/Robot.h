@@ -9,7 +9,6 @@
 #include <filesystem>
 #include <functional>
 #include <initializer_list>
-#include <string>
 
 #include "rig/Rig.h"
 #include "support/Find.h"
