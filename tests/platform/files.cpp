@@ -51,9 +51,8 @@ TEST_F(Files, APartOfARecordIsCutBack) {
 }
 
 TEST_F(Files, ACopyThatWasKilledLeavesNoLock) {
-  const StillProcess first([] { static const platform::RunningCopy copy; });
-  EXPECT_TRUE(platform::RunningCopy().AnotherRuns());
-  first.Kill();
+  WithStillProcess([] { static const platform::RunningCopy copy; },
+                   [] { EXPECT_TRUE(platform::RunningCopy().AnotherRuns()); });
   EXPECT_FALSE(platform::RunningCopy().AnotherRuns());
 }
 

@@ -143,9 +143,7 @@ TEST_F(Serial, IsHeldByOneControlAloneAndFreedByAKill) {
   EXPECT_TRUE(InAnotherProcess(inUse));
   EXPECT_NE(opens(comm), "") << "opening twice is an error too";
   comm.PortOpen(false);
-  const StillProcess holder([&] { comm.PortOpen(true); });
-  EXPECT_TRUE(inUse());
-  holder.Kill();
+  WithStillProcess([&] { comm.PortOpen(true); }, [&] { EXPECT_TRUE(inUse()); });
   EXPECT_EQ(opens(second), "");
 }
 
