@@ -80,10 +80,8 @@ platform::Activity RecordingScreen::Activity() {
   auto activity = chain_.Activity();
   if (!Shared.LiveSample.SavingToFile) return activity;
   if (!activity.details.empty()) activity.details += ", ";
-  constexpr int MostNamePixels = 240;  // the samples behind the name stay in sight
-  const auto name = QString::fromStdString(std::filesystem::path(Shared.DataFileName).filename().string());
-  const auto shown = fontMetrics().elidedText(name, Qt::ElideMiddle, MostNamePixels);
-  activity.details += "saving to " + shown.toStdString() + ", " + CountText(saved_) + " samples";
+  activity.details += "saving to " + std::filesystem::path(Shared.DataFileName).filename().string() + ", " +
+                      CountText(saved_) + " samples";
   return activity;
 }
 
