@@ -230,11 +230,10 @@ void RemoteSession::ShowReceivedAngles(const std::string& datagram) {
 }
 
 void RemoteSession::ShowOnAxes(double x, double y) {
-  const double angles[] = {x, y};
-  for (std::size_t i = 0; i < axes_.size(); ++i) {
-    axes_[i].text->setText(Shown(angles[i]));
-    strips_->Add(i, angles[i]);
-  }
+  axes_[0].text->setText(Shown(x));
+  axes_[1].text->setText(Shown(y));
+  strips_->Add(0, x);
+  strips_->Add(1, y);
   strips_->Show();
 }
 
