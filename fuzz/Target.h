@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 #include <system_error>
 
@@ -13,22 +14,17 @@ void Try(std::string_view bytes);
 /// Ends the run as a finding unless a promise holds.
 void Require(bool holds, const char* promise);
 
-/// Requires of a failure what a message box needs: words, and not too many.
-void RequireWords(const std::system_error& failure);
-
-/// Whether a reader takes its input; if not, it must throw a failure with words.
+/// Whether a reader takes its input; if not, it must throw a failure whose words fit a message box.
 template <class Reader>
 bool Takes(Reader reader) {
   try {
     reader();
     return true;
   } catch (const std::system_error& failure) {
-    RequireWords(failure);
+    const std::size_t length = std::strlen(failure.what());
+    Require(length > 0 && length <= 150, "a failure tells its fault in a line");
     return false;
   }
 }
-
-/// The number of lines in a text; the last needs no end.
-std::size_t LinesOf(std::string_view text);
 
 }  // namespace bexlow::fuzz

@@ -26,16 +26,6 @@ bool Same(double one, double other) {
   return one == other || (std::abs(one) < tiny && std::abs(other) < tiny);
 }
 
-void RequireReturn(double value) {
-  for (const std::string& text : {live::NumberText(value), live::PlainNumberText(value)}) {
-    Require(text.find_first_not_of("-.0123456789") == std::string::npos,
-            "a number is written without exponent");
-    // Rounded to 15 digits the largest number is out of range, so WholeNumber would refuse its text.
-    const double back = live::LeadingNumber(text);
-    Require(std::abs(back - value) <= std::abs(value) * 1e-14, "what is written reads back");
-  }
-}
-
 }  // namespace
 
 void Try(std::string_view text) {
@@ -47,7 +37,12 @@ void Try(std::string_view text) {
   const auto field = live::FieldToInt16(text);
   Require(field.has_value() == (rounded >= -32768 && rounded <= 32767), "a field fits 16 bits or not");
   if (field) Require(*field == rounded, "the quick way gives the same number");
-  RequireReturn(value);
+  for (const std::string& written : {live::NumberText(value), live::PlainNumberText(value)}) {
+    Require(written.find_first_not_of("-.0123456789") == std::string::npos, "a number has no exponent");
+    // Rounded to 15 digits the largest number is out of range, so WholeNumber would refuse its text.
+    const double back = live::LeadingNumber(written);
+    Require(std::abs(back - value) <= std::abs(value) * 1e-14, "what is written reads back");
+  }
 }
 
 }  // namespace bexlow::fuzz

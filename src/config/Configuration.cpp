@@ -49,6 +49,7 @@ void Configuration::RequestCell(std::size_t stepsSent) {
 
 platform::Activity Configuration::Activity() const {
   if (write_.Running()) return write_.Activity();
+  if (const auto halted = link::Halted(MSComm1, "Reading")) return *halted;
   return {"Reading", "cell " + std::to_string(Shared.ParameterIndex) + " of " + std::to_string(EndOfRead)};
 }
 

@@ -238,8 +238,19 @@ void DownloadErase::StorePage(std::int32_t number, const Bytes& page) {
   const auto& parameters = Shared.OnBoardParameters;
   Shared.PageDataText =
       DecodePage(Page(page.data(), link::PageSize), parameters.BinLinearMode, parameters.LinearChannels);
-  if (Shared.LiveSample.SavingToFile) shell::WriteDownloadPagesToFile(number);
+  if (Shared.LiveSample.SavingToFile && !shell::WriteDownloadPagesToFile(number)) Rest();
   preview_->Add(number, Shared.PageDataText, TimeLeft());
+}
+
+// The next page waits for a second, so that a user who is told of a failure at each page can stop.
+void DownloadErase::Rest() {
+  MSComm1.RThreshold(0);
+  resting_.Enabled(true);
+}
+
+void DownloadErase::EndRest() {
+  resting_.Enabled(false);
+  MSComm1.RThreshold(static_cast<int>(link::PageSize));
 }
 
 // Counts whole seconds of the calendar clock. Repeats without limit: only the user knows when to give up.
@@ -249,7 +260,8 @@ void DownloadErase::TimerSampling_Timer() {
     txtTimer->setText(Shown(Shared.TimerAdvanceCount));
     // A clock that was set back must not keep the watchdog silent for as long.
     Shared.LastReplyTime = std::min(Shared.LastReplyTime, NowInSeconds());
-    const bool late = NowInSeconds() - Shared.LastReplyTime > LateAfterSeconds;
+    const bool waits = MSComm1.InBufferCount() >= static_cast<int>(link::PageSize);  // behind an error box
+    const bool late = !waits && NowInSeconds() - Shared.LastReplyTime > LateAfterSeconds;
     lblWarning->setVisible(late);
     if (!late) return;
     TimerSampling.Enabled(false);
@@ -283,6 +295,7 @@ std::string DownloadErase::TimeLeft() const {
 // Saving ends with the download: a live screen on another tab must not append its samples to this file.
 void DownloadErase::FinishDownload() {
   TimerSampling.Enabled(false);
+  resting_.Enabled(false);
   Shared.LiveSample.SavingToFile = false;
   link::CloseCommPort(MSComm1, *this);
   if (Shared.OnBoardParameters.BinLinearMode == 1) MakeLinearCSV(Shared.DataFileName);
@@ -300,6 +313,7 @@ void DownloadErase::FinishDownload() {
 
 void DownloadErase::StopDownload() {
   TimerSampling.Enabled(false);
+  resting_.Enabled(false);
   if (OtherEngaged(this) == nullptr) {
     Shared.LiveSample.SavingToFile = false;
     Shared.DataFileName.clear();

@@ -30,7 +30,6 @@ class DownloadErase : public platform::Form {
  private:
   void BuildMenu();
   void BuildBody();
-  QWidget* BuildDetails();
 
   void mnuDownload_Click();
   void mnuReturn_Click();
@@ -48,6 +47,8 @@ class DownloadErase : public platform::Form {
   void StartPages();
   void TakePage(const link::Bytes& reply, std::size_t stepsSent);
   void StorePage(std::int32_t number, const link::Bytes& page);
+  void Rest();
+  void EndRest();
   void RequestPage(std::size_t stepsSent = 0);
   link::Request BeginNextRequest(const link::Bytes& reply) const;
   static bool EndsData(const link::Bytes& reply);
@@ -63,6 +64,7 @@ class DownloadErase : public platform::Form {
   platform::MSComm MSComm1;
   platform::MSComm MSComm3;
   platform::Timer TimerSampling;
+  platform::Timer resting_;
   platform::CommonDialog CommonDialog1;
   Erase erase_;
   /// How many bytes of a torn reply waited when the watchdog asked again. The new reply follows them, so the

@@ -20,11 +20,13 @@ DownloadErase::DownloadErase(std::function<void()> openGraph)
       MSComm1(*this),
       MSComm3(*this),
       TimerSampling(*this, 1000),
+      resting_(*this, 1000),
       erase_(*this) {
   BuildMenu();
   BuildBody();
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   TimerSampling.OnTimer = [this] { TimerSampling_Timer(); };
+  resting_.OnTimer = [this] { EndRest(); };
   OnActivity = [this] { return mnuErase->isChecked() ? erase_.Activity() : Activity(); };
   OnCloseRequest = [this] { mnuReturn_Click(); };
 }
@@ -41,46 +43,23 @@ void DownloadErase::BuildMenu() {
 void DownloadErase::BuildBody() {
   fraPBar = MakeFrame("fraPBar", "Download Progress", this);
   PBar = MakeProgressBar("PBar", "Download Progress", fraPBar);
-  auto* progress = new QVBoxLayout(fraPBar);
-  progress->addWidget(PBar);
-
-  lblWarning = MakeLabel("lblWarning", "Comm failure: attempting re-sample", this);
-  lblWarning->setStyleSheet("color: #ffffff; background: #b00020; padding: 6px; font-weight: 600;");
-  lblWarning->setAlignment(Qt::AlignCenter);
-  auto policy = lblWarning->sizePolicy();
-  policy.setRetainSizeWhenHidden(true);
-  lblWarning->setSizePolicy(policy);
+  lblWarning = MakeLabel("lblWarning", "Comm failure: attempting re-sample", fraPBar);
+  lblWarning->setStyleSheet("color: #ffffff; background: #b00020; padding: 2px 6px; font-weight: 600;");
   lblWarning->hide();
+  auto* progress = new QHBoxLayout(fraPBar);
+  progress->addWidget(PBar, 1);
+  progress->addWidget(lblWarning);
 
+  preview_ = new RunPreview(this);
+  preview_->AddBox(txtMode, "txtMode", "Label4", "Mode");
+  preview_->AddBox(txtChannels, "txtChannels", "Label5", "Channels");
+  preview_->AddBox(txtTimer, "txtTimer", "Label3", "Timer Advance");
+  preview_->AddBox(txtBufferLen, "txtBufferLen", "Label1", "Buffer Len");
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(24, 24, 24, 24);
-  column->setSpacing(12);
+  column->setContentsMargins(12, 12, 12, 12);
   column->addWidget(fraPBar);
-  column->addWidget(lblWarning);
-  column->addWidget(BuildDetails());
   column->addWidget(erase_.Frame());
-  column->addWidget(preview_ = new RunPreview(this), 100);
-  column->addStretch(1);  // while there is no run to show
-}
-
-QWidget* DownloadErase::BuildDetails() {
-  struct Row {
-    QLineEdit*& box;
-    const char *name, *label, *caption;
-  };
-  const Row rows[] = {{txtMode, "txtMode", "Label4", "Mode"},
-                      {txtChannels, "txtChannels", "Label5", "Channels"},
-                      {txtTimer, "txtTimer", "Label3", "Timer Advance"},
-                      {txtBufferLen, "txtBufferLen", "Label1", "Buffer Len"}};
-  auto* details = new QWidget(this);
-  auto* line = new QHBoxLayout(details);
-  line->setContentsMargins(0, 0, 0, 0);
-  for (const auto& [box, name, label, caption] : rows) {
-    box = MakeReadOnlyBox(name, caption, details);
-    line->addWidget(MakeLabel(label, caption, details, box));
-    line->addWidget(box);
-  }
-  return details;
+  column->addWidget(preview_, 1);
 }
 
 }  // namespace bexlow::download

@@ -1,11 +1,13 @@
 #include "download/Erase.h"
 
 #include <QAction>
-#include <QFormLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+
+#include <algorithm>
 
 #include "link/Communications.h"
 #include "live/NumberText.h"
@@ -33,10 +35,10 @@ Erase::Erase(platform::Form& screen)
       fraErase(platform::MakeFrame("fraErase", "Erase Progress", &screen)),
       PBarErase(platform::MakeProgressBar("PBarErase", "Erase Progress", fraErase)),
       txtInBufferSize(platform::MakeReadOnlyBox("txtInBufferSize", "InBufferCount", fraErase)) {
-  auto* form = new QFormLayout(fraErase);
-  form->addRow(PBarErase);
-  form->addRow(platform::MakeLabel("Label2", "InBufferCount", fraErase, txtInBufferSize), txtInBufferSize);
-  form->setFieldGrowthPolicy(QFormLayout::FieldsStayAtSizeHint);
+  auto* line = new QHBoxLayout(fraErase);
+  line->addWidget(PBarErase, 1);
+  line->addWidget(platform::MakeLabel("Label2", "InBufferCount", fraErase, txtInBufferSize));
+  line->addWidget(txtInBufferSize);
   fraErase->hide();
   TimerErase.OnTimer = [this] { TimerErase_Timer(); };
 }
@@ -95,8 +97,9 @@ void Erase::TimerErase_Timer() {
 }
 
 platform::Activity Erase::Activity() const {
-  return {"Erasing",
-          live::CountText(MSComm2.InBufferCount()) + " of " + live::CountText(CompleteAtBytes) + " bytes"};
+  if (!TimerErase.Enabled()) return {"The erase has stopped", ""};
+  const auto count = std::min(MSComm2.InBufferCount(), CompleteAtBytes);  // more may come at once
+  return {"Erasing", live::CountText(count) + " of " + live::CountText(CompleteAtBytes) + " bytes"};
 }
 
 void Erase::StopWatching() {

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view LineEnd = "\r\n";
 constexpr int CopiedLines = 11;
-constexpr std::size_t ExtensionLength = 4;
+constexpr int ExtensionLength = 4;  // characters, of one to four bytes each
 
 std::string_view HeaderLine(LineReader& lines) {
   if (const auto line = lines.Next()) return *line;
@@ -72,12 +72,16 @@ void AppendLinearCsv(std::string_view dataFile, std::string& csv) {
 }
 
 std::string CsvFileName(std::string_view dataFileName) {
-  const std::size_t name = dataFileName.size() - (dataFileName.rfind('/') + 1);  // npos + 1 is 0
-  if (name < ExtensionLength) {
-    throw std::system_error(std::make_error_code(std::errc::invalid_argument),
-                            "File name of fewer than four characters");
+  std::string_view kept = dataFileName;
+  for (int i = 0; i < ExtensionLength; ++i) {
+    if (kept.empty() || kept.back() == '/') {
+      throw std::system_error(std::make_error_code(std::errc::invalid_argument),
+                              "File name of fewer than four characters");
+    }
+    while (kept.size() > 1 && (kept.back() & 0xC0) == 0x80) kept.remove_suffix(1);  // within a character
+    kept.remove_suffix(1);
   }
-  return std::string(dataFileName.substr(0, dataFileName.size() - ExtensionLength)) + ".csv";
+  return std::string(kept) + ".csv";
 }
 
 }  // namespace bexlow::download

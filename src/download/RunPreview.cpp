@@ -3,6 +3,7 @@
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QVBoxLayout>
 
 #include <filesystem>
 
@@ -19,7 +20,8 @@ using graph::GraphPair;
 
 namespace {
 
-constexpr int BoxFrame = 20;                  // pixels of a text box beside its text
+constexpr int BoxFrame = 20;  // pixels of a text box beside its text
+constexpr int BoxesALine = 4;
 constexpr std::int64_t ShowingsASecond = 10;  // at most: a page of a real line takes 163 ms
 
 void Append(graph::Samples& samples, const graph::Samples& more) {
@@ -28,30 +30,32 @@ void Append(graph::Samples& samples, const graph::Samples& more) {
 
 }  // namespace
 
-RunPreview::RunPreview(QWidget* parent) : QWidget(parent) {
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(0, 0, 0, 0);
-  AddBox(grid, txtDataFile, "txtDataFile", "Data File");
-  AddBox(grid, txtPages, "txtPages", "Pages");
-  AddBox(grid, txtTimeLeft, "txtTimeLeft", "Time Left");
-  AddBox(grid, txtSerialNumber, "txtSerialNumber", "Serial Number");
-  AddBox(grid, txtLaunchTime, "txtLaunchTime", "Launched");
-  AddBox(grid, txtFirmwareVersion, "txtFirmwareVersion", "Firmware");
-  AddBox(grid, txtSamplingFrequency, "txtSamplingFrequency", "Sampling Frequency");
+RunPreview::RunPreview(QWidget* parent)
+    : QWidget(parent), boxes_(new QGridLayout), graphs_(new GraphPair(this)) {
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addLayout(boxes_);
+  column->addWidget(graphs_, 100);
+  column->addStretch(1);  // while there is no run to show
+  AddBox(txtDataFile, "txtDataFile", "", "Data File");
+  AddBox(txtLaunchTime, "txtLaunchTime", "", "Launched");
+  AddBox(txtTimeLeft, "txtTimeLeft", "", "Time Left");
+  AddBox(txtPages, "txtPages", "", "Pages");
+  AddBox(txtSerialNumber, "txtSerialNumber", "", "Serial Number");
+  AddBox(txtFirmwareVersion, "txtFirmwareVersion", "", "Firmware");
+  AddBox(txtSamplingFrequency, "txtSamplingFrequency", "", "Frequency");
   txtLaunchTime->setMinimumWidth(fontMetrics().horizontalAdvance("00/00/0000 00:00:00") + BoxFrame);
   txtTimeLeft->setMinimumWidth(fontMetrics().horizontalAdvance("at most 5 min 55 s") + BoxFrame);
-  graphs_ = new GraphPair(this);
-  grid->addWidget(graphs_, grid->rowCount(), 0, 1, 8);
-  grid->setRowStretch(grid->rowCount() - 1, 1);
-  hide();
+  txtDataFile->setMinimumWidth(txtTimeLeft->minimumWidth());
+  graphs_->hide();
 }
 
-// Four boxes a line.
-void RunPreview::AddBox(QGridLayout* grid, QLineEdit*& box, const char* name, const char* caption) {
-  const int place = grid->count() / 2;
+void RunPreview::AddBox(QLineEdit*& box, const char* name, const char* label, const char* caption) {
+  const int place = boxes_->count() / 2;
   box = platform::MakeReadOnlyBox(name, caption, this);
-  grid->addWidget(platform::MakeLabel("", caption, this, box), place / 4, place % 4 * 2);
-  grid->addWidget(box, place / 4, place % 4 * 2 + 1);
+  boxes_->addWidget(platform::MakeLabel(label, caption, this, box), place / BoxesALine,
+                    place % BoxesALine * 2);
+  boxes_->addWidget(box, place / BoxesALine, place % BoxesALine * 2 + 1);
 }
 
 void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName, double BinLinearMode,
@@ -60,7 +64,7 @@ void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName
     box->setText(QString::fromStdString(text));
   };
   set(txtDataFile, std::filesystem::path(fileName).filename().string());
-  txtDataFile->setToolTip(QString::fromStdString(fileName));
+  platform::SetPlainToolTip(txtDataFile, QString::fromStdString(fileName));
   set(txtSerialNumber, live::PlainNumberText(header.SerialNumber));
   set(txtLaunchTime, header.LaunchTimeText);
   set(txtFirmwareVersion, header.FirmwareVersionText);
@@ -79,7 +83,7 @@ void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName
     graph->ClearData();
     graph->SetInteractive(false);  // each page shows the whole run again
   }
-  show();
+  graphs_->show();
 }
 
 void RunPreview::Add(std::int32_t page, const std::string& pageDataText, const std::string& timeLeft) {

@@ -24,6 +24,8 @@ class RunPreview : public QWidget {
  public:
   explicit RunPreview(QWidget* parent);
 
+  /// Adds a box behind those that are there, four a line.
+  void AddBox(QLineEdit*& box, const char* name, const char* label, const char* caption);
   /// Shows a header and empty graphs.
   void Begin(const DownloadHeader& header, const std::string& fileName, double BinLinearMode,
              double LinearChannels);
@@ -34,10 +36,10 @@ class RunPreview : public QWidget {
 
  private:
   void Show();
-  void AddBox(QGridLayout* grid, QLineEdit*& box, const char* name, const char* caption);
   void AddSamples(const std::string& record);
   void ShowBins();
 
+  QGridLayout* boxes_;
   QLineEdit* txtSerialNumber = nullptr;
   QLineEdit* txtLaunchTime = nullptr;
   QLineEdit* txtFirmwareVersion = nullptr;

@@ -15,7 +15,7 @@ QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName) {
   auto* frame = platform::MakeFrame("fraFileName", "Data File", parent);
   auto* box = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);
   QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& path) {
-    box->setToolTip(path);
+    platform::SetPlainToolTip(box, path);
     box->end(false);
   });
   auto* layout = new QVBoxLayout(frame);

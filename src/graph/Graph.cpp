@@ -117,7 +117,10 @@ void Graph::AskForFile() {
 void Graph::OpenFile() {
   const auto text = platform::ReadWhole(FileName());
   const auto [kind, channel] = CheckFile(text);
-  if (kind == FileKind::Bin || kind == FileKind::Linear) graphs_->TellFile(FileName(), ReadRunFacts(text));
+  if (kind == FileKind::Bin || kind == FileKind::Linear) {
+    Shared.LastFailure.clear();
+    graphs_->TellFile(FileName(), ReadRunFacts(text));
+  }
   switch (kind) {
     case FileKind::Empty:
       return MsgBox(WrongFile);

@@ -67,10 +67,11 @@ void GraphPair::Plot(const DegreeArrays& degrees) {
 }
 
 void GraphPair::TellFile(const std::string& path, const RunFacts& facts) {
-  heading_ = QString::fromStdString(std::filesystem::path(path).filename().string());
+  const std::filesystem::path file(path);
+  heading_ = QString::fromStdString(file.filename().string());
   if (!facts.launch.empty()) heading_ += tr(", launched %1").arg(QString::fromStdString(facts.launch));
   for (auto* graph : {CWGraph1, CWGraph2}) {
-    graph->SetHeading(heading_);
+    graph->SetHeading(heading_, QString::fromStdString(file.stem().string()));
     graph->SetSampleRate(facts.frequency);
   }
 }

@@ -8,7 +8,7 @@ namespace bexlow::graph {
 
 namespace {
 
-constexpr double GreatestFrequency = 6553.5;  // the greatest word, in tenths
+constexpr double LeastFrequency = 0.1, GreatestFrequency = 6553.5;  // a word of tenths
 
 }  // namespace
 
@@ -21,7 +21,8 @@ RunFacts ReadRunFacts(std::string_view text) {
   RunFacts facts{std::string(Behind(LaunchTimeLabel, header[4]).value_or("")), std::nullopt};
   const auto frequency = live::WholeNumber(Behind(SamplingFrequencyLabel, header[5]).value_or(""));
   const bool isLinear = Behind(ModeLabel, header[9]) == "1";
-  if (isLinear && frequency && *frequency > 0 && *frequency <= GreatestFrequency) facts.frequency = frequency;
+  if (isLinear && frequency && *frequency >= LeastFrequency && *frequency <= GreatestFrequency)
+    facts.frequency = frequency;
   return facts;
 }
 

@@ -1,6 +1,7 @@
 #include "link/Communications.h"
 
 #include "live/Conversions.h"
+#include "live/NumberText.h"
 #include "platform/machine/Machine.h"
 #include "shell/ErrorHandler.h"
 #include "shell/General.h"
@@ -53,6 +54,19 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
   CloseCommPort(comm, screen);
   if (reply.size() != block.reply) return std::nullopt;
   return reply;
+}
+
+std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std::string& exchange) {
+  constexpr std::int64_t SilentAfterSeconds = 2;
+  if (comm.RThreshold() == 0 || comm.InBufferCount() > 0) return std::nullopt;
+  if (!comm.AskedAt()) return platform::Activity{exchange + " has stopped", ""};
+  auto& machine = platform::Machine::Get();
+  const auto counts = machine.QueryPerformanceCounter() - *comm.AskedAt();
+  const auto seconds = counts / machine.QueryPerformanceFrequency();
+  if (seconds < SilentAfterSeconds) return std::nullopt;
+  return platform::Activity{
+      "No reply from the logger",
+      "for " + live::DurationText(static_cast<double>(seconds)) + ", check the cable and start again"};
 }
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun,

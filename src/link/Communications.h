@@ -29,6 +29,10 @@ void Send(platform::MSComm& comm, std::span<const Step> request);
 /// open.
 std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block);
 
+/// What the status line says of an exchange that goes no further: its request has been without a reply for
+/// two seconds or more, or a failure has ended it. Nothing while it goes on.
+std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std::string& exchange);
+
 /// Longer than the longest pause within a reply, in microseconds: an adapter may hold bytes back for 16 ms.
 inline constexpr std::int64_t LineSilenceUs = 20'000;
 

@@ -67,7 +67,7 @@ void Accelerometers::Decode(const link::Bytes& reply) {
   if (!readings) return;
   for (std::size_t i = 0; i < axes_.size(); ++i) {
     const double reading = Shared.LiveSample.*axes_[i].row->sample = (*readings).*axes_[i].row->received;
-    Strips().Add(i, ElapsedSeconds(Shared.SampleClock), reading);
+    Strips().Add(i, reading);
   }
 }
 

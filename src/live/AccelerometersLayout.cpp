@@ -46,11 +46,11 @@ void Accelerometers::Build() {
   for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].row = &AxisRows[i];
 
   auto* columns = new QHBoxLayout;
-  columns->setSpacing(16);
+  columns->setSpacing(8);
   BuildReadings(*columns);
   BuildDacPanel(*columns);
   auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(24, 16, 24, 12);
+  rows->setContentsMargins(12, 12, 12, 12);
   rows->setSpacing(12);
   rows->addLayout(columns, 5);
   rows->addWidget(lblNote);

@@ -41,7 +41,7 @@ void Angles::Decode(const link::Bytes& reply) {
   received_ = *words;
   for (std::size_t i = 0; i < axes_.size(); ++i) {
     DecodeAngle(*axes_[i].row, received_, Shared.LiveSample);
-    Strips().Add(i, ElapsedSeconds(Shared.SampleClock), Shared.LiveSample.*axes_[i].row->angleField);
+    Strips().Add(i, Shared.LiveSample.*axes_[i].row->angleField);
   }
 }
 

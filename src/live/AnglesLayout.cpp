@@ -32,13 +32,13 @@ void Angles::Build() {
   boxes->addWidget(BuildBoxes("fraAngles", "Angles", Box::Angle));
   boxes->addStretch();
   auto* columns = new QHBoxLayout;
-  columns->setSpacing(16);
+  columns->setSpacing(12);
   columns->addLayout(boxes);
   for (auto& axis : axes_) columns->addWidget(BuildDial(axis), 1);
   for (const auto& row : AngleRows)
-    Strips().AddStrip(row.strip, row.caption, "degrees", -row.fullScale, row.fullScale);
+    Strips().AddStrip(row.strip, row.caption, "°", -row.fullScale, row.fullScale);
   auto* rows = new QVBoxLayout(this);
-  rows->setContentsMargins(24, 16, 24, 12);
+  rows->setContentsMargins(12, 12, 12, 12);
   rows->setSpacing(12);
   rows->addLayout(columns, 5);
   rows->addWidget(&Strips(), 2);

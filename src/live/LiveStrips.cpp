@@ -2,17 +2,25 @@
 
 #include <QHBoxLayout>
 
+#include <utility>
+
 #include "platform/graph/CWGraph.h"
-#include "platform/machine/Machine.h"
 
 namespace bexlow::live {
 
 namespace {
 
-constexpr std::int64_t DrawingsASecond = 10;
+constexpr std::chrono::milliseconds DrawingEvery{100};
 constexpr int LeastHeight = 110;
 
 }  // namespace
+
+LiveStrips::LiveStrips(QWidget* parent)
+    : QWidget(parent), drawing_(platform::Machine::Get().MakeAlarm([this] {
+        drawing_->Stop();
+        due_ = false;
+        if (!paused_) Draw();
+      })) {}
 
 void LiveStrips::AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                           double maximum) {
@@ -35,16 +43,15 @@ void LiveStrips::AddStrip(const char* name, const QString& caption, const QStrin
   strips_.push_back({graph, {}});
 }
 
-void LiveStrips::Show() {
+void LiveStrips::Add(std::size_t strip, double value) {
   auto& machine = platform::Machine::Get();
-  const auto now = machine.QueryPerformanceCounter();
-  if (paused_ || (now - drawnAt_) * DrawingsASecond < machine.QueryPerformanceFrequency()) return;
-  drawnAt_ = now;
-  Draw();
+  const auto counts = static_cast<double>(machine.QueryPerformanceCounter() - startedAt_);
+  strips_[strip].values.Add(counts / static_cast<double>(machine.QueryPerformanceFrequency()), value);
 }
 
-void LiveStrips::Finish() {
-  if (!paused_) Draw();
+void LiveStrips::Show() {
+  if (std::exchange(due_, true)) return;
+  drawing_->Start(DrawingEvery);
 }
 
 void LiveStrips::Draw() {
@@ -60,6 +67,7 @@ void LiveStrips::Pause() {
 
 void LiveStrips::Clear() {
   if (paused_) Pause();
+  startedAt_ = platform::Machine::Get().QueryPerformanceCounter();
   for (auto& [graph, values] : strips_) {
     values.Clear();
     graph->ClearData();

@@ -4,9 +4,11 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "live/Strip.h"
+#include "platform/machine/Machine.h"
 
 namespace bexlow::platform {
 class CWGraph;
@@ -18,19 +20,17 @@ class LiveStrips : public QWidget {
   Q_OBJECT
 
  public:
-  explicit LiveStrips(QWidget* parent) : QWidget(parent) {}
+  explicit LiveStrips(QWidget* parent);
 
   /// Adds a curve beside the others.
   /// @param unit  of its values, for the title of the axis
   void AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
                 double maximum);
   /// Stores a sample, even while a click holds the curves still.
-  /// @param seconds  since sampling started
-  void Add(std::size_t strip, double seconds, double value) { strips_[strip].values.Add(seconds, value); }
-  /// Draws the stored samples, at most ten times a second.
+  void Add(std::size_t strip, double value);
+  /// Draws the stored samples within 0.1 s.
   void Show();
-  /// Draws what has not been drawn yet.
-  void Finish();
+  /// Empties the curves, and starts their time.
   void Clear();
 
  private:
@@ -42,8 +42,9 @@ class LiveStrips : public QWidget {
   void Pause();
 
   std::vector<Row> strips_;
-  bool paused_ = false;
-  std::int64_t drawnAt_ = 0;  ///< reading of the high-resolution counter
+  std::unique_ptr<platform::Alarm> drawing_;
+  bool paused_ = false, due_ = false;
+  std::int64_t startedAt_ = 0;  ///< reading of the high-resolution counter
 };
 
 }  // namespace bexlow::live

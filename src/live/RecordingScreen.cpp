@@ -18,6 +18,15 @@ namespace bexlow::live {
 using shell::Guarded;
 using shell::Shared;
 
+namespace {
+
+bool IsSameFile(const std::string& path, const std::string& other) {
+  std::error_code ignored;
+  return path == other || std::filesystem::equivalent(path, other, ignored);
+}
+
+}  // namespace
+
 RecordingScreen::RecordingScreen(const RecordingKind& kind)
     : Form(kind.screen, kind.screen),
       kind_(kind),
@@ -78,7 +87,6 @@ platform::Activity RecordingScreen::Activity() {
 
 void RecordingScreen::StopSampling() {
   chain_.Stop();
-  strips_->Finish();
   mnuSample->setChecked(false);
   mnuSave->setEnabled(true);
   Stopped();
@@ -107,7 +115,8 @@ bool RecordingScreen::AnotherSaves() const {
 void RecordingScreen::GiveUp(const std::string& path, const platform::Form& toScreen) {
   for (auto* widget : QApplication::allWidgets()) {
     auto* screen = qobject_cast<RecordingScreen*>(widget);
-    if (screen == nullptr || screen == &toScreen || screen->CommonDialog1.FileName != path) continue;
+    if (screen == nullptr || screen == &toScreen || !IsSameFile(screen->CommonDialog1.FileName, path))
+      continue;
     screen->CommonDialog1.FileName.clear();
     screen->mnuSave->setChecked(false);
   }

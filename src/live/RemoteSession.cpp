@@ -14,6 +14,7 @@
 #include "live/AngleSample.h"
 #include "live/Datagram.h"
 #include "live/IP.h"
+#include "live/LiveStrips.h"
 #include "live/NumberBox.h"
 #include "live/NumberText.h"
 #include "live/SessionRoles.h"
@@ -109,6 +110,7 @@ void RemoteSession::ApplyRole(const SessionRole& role) {
   mnuSample->setEnabled(role.sends);
   fraSend->setEnabled(role.sends);
   fraDial->setEnabled(!role.sends);
+  strips_->Clear();
   ShowPorts(role);
 }
 
@@ -166,6 +168,7 @@ void RemoteSession::mnuSample_Click() {
 void RemoteSession::StartSampling() {
   mnuSample->setChecked(true);
   fraSession->setEnabled(false);
+  strips_->Clear();
   chain_.Start();
 }
 
@@ -181,10 +184,8 @@ void RemoteSession::Take(const link::Bytes& reply) {
   const auto words = link::AngleWords(reply);
   if (!words) return;
   auto& sample = Shared.LiveSample;
-  for (const auto& axis : axes_) {
-    DecodeAngle(*axis.row, *words, sample);
-    axis.text->setText(Shown(sample.*axis.row->angleField));
-  }
+  for (const auto& row : AngleRows) DecodeAngle(row, *words, sample);
+  ShowOnAxes(sample.AngleX, sample.AngleY);
   if (!SendToPeer()) return;
   OutgoingText = Datagram(sample.AngleX, sample.AngleY);
   SetSendText(OutgoingText);
@@ -225,8 +226,15 @@ void RemoteSession::ShowReceivedAngles(const std::string& datagram) {
   const auto [x, y] = AnglesOfBody(*body);
   ReceivedX = x.value_or(ReceivedX);
   ReceivedY = y.value_or(ReceivedY);
-  axes_[0].text->setText(Shown(ReceivedX));
-  axes_[1].text->setText(Shown(ReceivedY));
+  ShowOnAxes(ReceivedX, ReceivedY);
+}
+
+void RemoteSession::ShowOnAxes(double x, double y) {
+  axes_[0].text->setText(Shown(x));
+  axes_[1].text->setText(Shown(y));
+  strips_->Add(0, x);
+  strips_->Add(1, y);
+  strips_->Show();
 }
 
 }  // namespace bexlow::live

@@ -24,6 +24,7 @@ class CWKnob;
 namespace bexlow::live {
 
 struct AngleRow;
+class LiveStrips;
 struct SessionRole;
 
 class RemoteSession : public platform::Form {
@@ -74,6 +75,7 @@ class RemoteSession : public platform::Form {
   void txtSend_Change();
   void SendText(const QString& text);
   void ShowReceivedAngles(const std::string& datagram);
+  void ShowOnAxes(double x, double y);
 
   platform::MSComm MSComm1;
   platform::Winsock udpPeerA;
@@ -93,6 +95,7 @@ class RemoteSession : public platform::Form {
   QLabel* lblSocket = nullptr;
   QPlainTextEdit *txtSend = nullptr, *txtReceive = nullptr;
   std::array<Axis, 2> axes_;
+  LiveStrips* strips_ = nullptr;
 };
 
 }  // namespace bexlow::live

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "live/Dial.h"
+#include "live/LiveStrips.h"
 #include "live/Readings.h"
 #include "live/RemoteSession.h"
 #include "live/SessionRoles.h"
@@ -30,12 +31,13 @@ QHBoxLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, c
   row->setSpacing(4);
   for (std::size_t i = 0; i < boxes.size(); ++i) {
     const QString number = QString::number(i + 1);
-    boxes[i] = MakeTextBox((name + number).toLatin1().constData(), caption + " " + number, parent);
-    boxes[i]->setReadOnly(readOnly);
-    boxes[i]->setMinimumWidth(boxes[i]->fontMetrics().horizontalAdvance("0000") + 14);
+    const auto make = readOnly ? MakeReadOnlyBox : MakeTextBox;
+    boxes[i] = make((name + number).toLatin1().constData(), caption + " " + number, parent);
+    boxes[i]->setFixedWidth(boxes[i]->fontMetrics().horizontalAdvance("000") + 16);
     if (i > 0) row->addWidget(new QLabel(".", parent));
-    row->addWidget(boxes[i], 1);
+    row->addWidget(boxes[i]);
   }
+  row->addStretch();
   return row;
 }
 
@@ -74,10 +76,14 @@ void RemoteSession::BuildBody() {
   auto* right = new QVBoxLayout;
   right->addLayout(texts, 1);
   right->addLayout(dials, 3);
+  strips_ = new LiveStrips(this);
+  for (const auto& row : AngleRows)
+    strips_->AddStrip(row.strip, row.caption, "°", -row.fullScale, row.fullScale);
+  right->addWidget(strips_, 2);
 
   auto* columns = new QHBoxLayout(this);
-  columns->setContentsMargins(16, 16, 16, 16);
-  columns->setSpacing(16);
+  columns->setContentsMargins(12, 12, 12, 12);
+  columns->setSpacing(12);
   columns->addLayout(left);
   columns->addLayout(right, 1);
 }
@@ -175,7 +181,8 @@ QGroupBox* RemoteSession::BuildAxis(Axis& axis) {
   auto* frame = MakeFrame(axis.row->frame, axis.row->caption, this);
   auto* boxes = new QGridLayout;
   axis.text = AddReading(*boxes, {axis.row->angle, axis.row->caption, "degrees"}, frame);
-  axis.text->setReadOnly(false);
+  axis.text->setReadOnly(false);  // what is typed there moves the dial
+  axis.text->setPalette({});
   boxes->setColumnStretch(3, 1);
   axis.dial = MakeDial(*axis.row, frame);
   auto* column = new QVBoxLayout(frame);

@@ -17,7 +17,6 @@ namespace {
 
 constexpr int ShownWithinMs = 50;
 constexpr int RestMs = 1000;
-constexpr std::int64_t SilentAfterSeconds = 2;
 constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
 // Below this many byte times the device is not paced (a pseudo-terminal), and the check is off.
@@ -57,12 +56,8 @@ void SamplingChain::Stop() {
 }
 
 platform::Activity SamplingChain::Activity() {
-  auto& machine = Machine::Get();
-  const auto waited =
-      (machine.QueryPerformanceCounter() - requestedAt_) / machine.QueryPerformanceFrequency();
-  if (waited >= SilentAfterSeconds)
-    return {"No reply from the logger",
-            "for " + DurationText(static_cast<double>(waited)) + ", check the cable"};
+  const auto halted = link::Halted(comm_, "Sampling");
+  if (halted && !resting_.Enabled()) return *halted;
   const auto rate = static_cast<std::int64_t>(RoundHalfEven(Rate()));
   return {"Sampling", rate > 0 ? CountText(rate) + " samples a second" : ""};
 }

@@ -30,7 +30,7 @@ std::string PeerWords(const platform::Winsock& socket) {
     case platform::Winsock::Peer::LookedUp:
       return "Looking up the name " + host + ".";
     case platform::Winsock::Peer::NotFound:
-      return "No computer is known by the name " + host + ".";
+      return "No IPv4 address is known for the name " + host + ".";
     case platform::Winsock::Peer::Known:
       break;
   }

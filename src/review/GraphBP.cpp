@@ -14,6 +14,7 @@
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shell/ErrorHandler.h"
+#include "shell/Records.h"
 
 namespace bexlow::review {
 
@@ -108,6 +109,7 @@ void GraphBP::mnuOpen_Click() {
 void GraphBP::ReadAndShow() {
   const auto text = platform::ReadWhole(FileName());
   if (!HeaderIsAccepted(text)) return;
+  shell::Shared.LastFailure.clear();
   BuildDoubleChannelArrays(text);
   ShowFile();
 }

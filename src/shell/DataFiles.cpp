@@ -1,5 +1,6 @@
 #include "shell/DataFiles.h"
 
+#include <filesystem>
 #include <system_error>
 
 #include "platform/machine/Folders.h"
@@ -9,15 +10,28 @@
 
 namespace bexlow::shell {
 
+using download::DataFileKind;
+
 namespace {
 
-bool AppendRecord(const char* procedure, const std::string& record) {
-  return GuardedIn("General", procedure, [&] { platform::Append(Shared.DataFileName, record); });
+std::string HeaderOf(DataFileKind kind) {
+  const auto& parameters = Shared.OnBoardParameters;
+  return download::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
+                                  parameters.BinLinearMode, parameters.LinearChannels);
+}
+
+// A file that was moved or deleted meanwhile begins again with its header, so that the records can be read.
+bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& record) {
+  return GuardedIn("General", procedure, [&] {
+    std::error_code ignored;
+    const bool begins = !std::filesystem::exists(Shared.DataFileName, ignored);
+    platform::Append(Shared.DataFileName, begins ? HeaderOf(kind) + record : record);
+  });
 }
 
 }  // namespace
 
-std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFileKind kind) {
+std::string WriteDataFileHeader(platform::CommonDialog& dialog, DataFileKind kind) {
   dialog.CancelError = true;
   dialog.Flags = platform::OverwritePrompt;
   dialog.Filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx";
@@ -29,10 +43,7 @@ std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFi
     return {};  // cancelled: callers look at the dialog's FileName
   }
   try {
-    const auto& parameters = Shared.OnBoardParameters;
-    platform::WriteWhole(dialog.FileName,
-                         download::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
-                                                  parameters.BinLinearMode, parameters.LinearChannels));
+    platform::WriteWhole(dialog.FileName, HeaderOf(kind));
   } catch (const std::system_error& error) {
     Shared.DataFileName.clear();
     return std::string("The data file cannot be created!\r\n") + error.what();
@@ -42,15 +53,18 @@ std::string WriteDataFileHeader(platform::CommonDialog& dialog, download::DataFi
 }
 
 bool WriteDownloadPagesToFile(std::int32_t page) {
-  return AppendRecord("WriteDownloadPagesToFile", download::PageRecord(page, Shared.PageDataText));
+  return AppendRecord("WriteDownloadPagesToFile", DataFileKind::DownloadPages,
+                      download::PageRecord(page, Shared.PageDataText));
 }
 
 bool WriteAccelerometersToFile(const std::string& time) {
-  return AppendRecord("WriteAccelerometersToFile", download::AccelerometersRecord(Shared.LiveSample, time));
+  return AppendRecord("WriteAccelerometersToFile", DataFileKind::Accelerometers,
+                      download::AccelerometersRecord(Shared.LiveSample, time));
 }
 
 bool WriteAnglesToFile(const std::string& time) {
-  return AppendRecord("WriteAnglesToFile", download::AnglesRecord(Shared.LiveSample, time));
+  return AppendRecord("WriteAnglesToFile", DataFileKind::Angles,
+                      download::AnglesRecord(Shared.LiveSample, time));
 }
 
 }  // namespace bexlow::shell

@@ -142,25 +142,17 @@ void Main::BuildBody() {
   column->addLayout(mark);
   column->addWidget(new Trace("Image2", QSize(420, 56), this), 0, Qt::AlignHCenter);
   column->addWidget(lblHint);
-  column->addWidget(BuildOpenLink(), 0, Qt::AlignHCenter);
+  column->addWidget(BuildOpenButton(), 0, Qt::AlignHCenter);
   column->addStretch(2);
   column->addWidget(launch_.Frame());
   column->addStretch(1);
 }
 
 // Opens a data file without a logger: the menu Tools is disabled until one has answered.
-QWidget* Main::BuildOpenLink() {
-  auto* link = MakeButton("cmdOpenDataFile", "Open a data file...", [this] { cmdOpenDataFile_Click(); });
-  link->setToolTip("Shows a data file as graphs. A file can also be dropped on the window.");
-  link->setFlat(true);
-  link->setCursor(Qt::PointingHandCursor);
-  auto colours = link->palette();
-  colours.setBrush(QPalette::ButtonText, colours.link());
-  link->setPalette(colours);
-  auto font = link->font();
-  font.setUnderline(true);
-  link->setFont(font);
-  return link;
+QWidget* Main::BuildOpenButton() {
+  auto* open = MakeButton("cmdOpenDataFile", "Open a data file...", [this] { cmdOpenDataFile_Click(); });
+  open->setToolTip("Shows a data file as graphs. A file can also be dropped on the window.");
+  return open;
 }
 
 Form* Main::ShowScreen(const QString& screen, const MakeScreen& make) {
@@ -192,7 +184,7 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
   bool pushes = false;
   try {
     pushes = review::HoldsPushes(platform::ReadWhole(path));
-  } catch (const std::system_error& error) {
+  } catch (const std::exception& error) {
     return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
   }
   if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", MakeGraphBP))->Open(path);

@@ -30,7 +30,7 @@ class Main : public platform::Form {
   void BuildDisplayMenu();
   void BuildHelpMenu();
   void BuildBody();
-  QWidget* BuildOpenLink();
+  QWidget* BuildOpenButton();
 
   /// An entry that shows a screen; disabled if `make` is empty.
   QAction* AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,

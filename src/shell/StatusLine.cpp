@@ -12,13 +12,16 @@ namespace bexlow::shell {
 namespace {
 
 constexpr std::chrono::milliseconds RefreshEvery{250};
+constexpr int Indent = 16;
 
-void SetText(QLabel& label, const std::string& text) {
-  const auto shown = QString::fromStdString(text);
+// A text that is too long loses its middle: its end tells why something failed, or how much is saved.
+void SetText(QLabel& label, const std::string& text, int width) {
+  const auto whole = QString::fromStdString(text);
+  const auto shown = label.fontMetrics().elidedText(whole, Qt::ElideMiddle, width);
   if (label.text() == shown) return;
   label.setText(shown);
-  label.setToolTip(shown);
-  label.setAccessibleDescription(shown);
+  platform::SetPlainToolTip(&label, whole);
+  label.setAccessibleDescription(whole);
 }
 
 }  // namespace
@@ -31,7 +34,7 @@ StatusLine::StatusLine(QStatusBar& bar)
   bar.setSizeGripEnabled(false);
   bar.addWidget(lblConnection);
   bar.addWidget(lblActivity, 1);
-  lblActivity->setIndent(16);
+  lblActivity->setIndent(Indent);
   bar.addPermanentWidget(lblFailure, 1);
   for (auto* label : {lblActivity, lblFailure})
     label->setSizePolicy(QSizePolicy::Ignored,
@@ -40,7 +43,7 @@ StatusLine::StatusLine(QStatusBar& bar)
 }
 
 void StatusLine::Connection(const std::string& text) {
-  SetText(*lblConnection, text);
+  SetText(*lblConnection, text, QWIDGETSIZE_MAX);
 }
 
 // A screen reader reads each new phase, but not each number: Qt does not announce a changed text of a label
@@ -53,8 +56,9 @@ void StatusLine::Refresh() {
     phase_ = activity.phase;
     lblActivity->setAccessibleName(QString::fromStdString(phase_));
   }
-  SetText(*lblActivity, activity.phase + (activity.details.empty() ? "" : " ") + activity.details);
-  SetText(*lblFailure, Shared.LastFailure);
+  SetText(*lblActivity, activity.phase + (activity.details.empty() ? "" : " ") + activity.details,
+          lblActivity->width() - Indent);
+  SetText(*lblFailure, Shared.LastFailure, lblFailure->width());
   lblFailure->setVisible(!Shared.LastFailure.empty());  // a hidden label leaves its room to lblActivity
 }
 

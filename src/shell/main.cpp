@@ -3,6 +3,8 @@
 
 #include <QApplication>
 
+#include <filesystem>
+
 #include "platform/machine/ProgramVersion.h"
 #include "platform/machine/RealMachine.h"
 #include "shell/Emblem.h"
@@ -15,7 +17,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationVersion(QString::fromStdString(bexlow::platform::ProgramVersion()));
   QApplication::setWindowIcon(bexlow::shell::DrawEmblem(64, 1));
 
-  bexlow::platform::RealMachine machine(QCoreApplication::applicationDirPath().toStdString());
+  bexlow::platform::RealMachine machine(std::filesystem::read_symlink("/proc/self/exe").parent_path());
   bexlow::platform::Machine::Install(machine);
   bexlow::shell::MDIForm1 outer;
   if (!outer.Load()) return 0;

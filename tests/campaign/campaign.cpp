@@ -15,10 +15,8 @@
 #include <random>
 
 #include "download/DownloadErase.h"
-#include "graph/Series.h"
-#include "rig/Rig.h"
+#include "rig/RecordedStandIn.h"
 #include "support/DataFiles.h"
-#include "tour/RecordedStandIn.h"
 
 namespace {
 
@@ -26,17 +24,12 @@ using namespace bexlow;
 namespace fs = std::filesystem;
 
 constexpr int Pages = 20;
-constexpr int HeaderLines = 12;
 constexpr int LimitMs = 60'000;  // a download of 20 pages takes 7 s, its fault 5 s more
 
-class Chance {
- public:
-  explicit Chance(unsigned long seed) : engine_(seed) {}
-  int Between(int least, int most) { return std::uniform_int_distribution<int>(least, most)(engine_); }
-
- private:
-  std::mt19937_64 engine_;
-};
+using Chance = std::mt19937_64;
+int Between(int least, int most, Chance& chance) {
+  return std::uniform_int_distribution<int>(least, most)(chance);
+}
 
 /// How a download ended.
 struct Ending {
@@ -83,38 +76,34 @@ constexpr Fault Faults[] = {{"drop", 0, 0},         {"double", 0, 0},     {"late
 
 /// One fault in the reply to any page: 0, the 20 that hold data, the blank one after them.
 std::string RandomFault(Chance& chance) {
-  const auto& [kind, least, most] = Faults[chance.Between(0, static_cast<int>(std::size(Faults)) - 1)];
+  const auto& [kind, least, most] = Faults[Between(0, static_cast<int>(std::size(Faults)) - 1, chance)];
   std::string text = kind;
-  if (most > 0) text += ":" + std::to_string(chance.Between(least, most));
-  return text + "/d@" + std::to_string(chance.Between(1, Pages + 2));
+  if (most > 0) text += ":" + std::to_string(Between(least, most, chance));
+  return text + "/d@" + std::to_string(Between(1, Pages + 2, chance));
 }
 
-/// What a file holds up to its last whole line, and what follows.
+/// A file beside the one that a whole download gives.
 struct Contents {
-  std::string whole;
-  std::size_t records = 0, rest = 0;
-  bool valid = false;
+  Contents(const fs::path& path, const std::string& expected) {
+    const auto file = test::FileText(path);
+    const auto end = file.rfind("\r\n");
+    const auto lines = std::ranges::count(file, '\n');
+    rest = end == std::string::npos ? file.size() : file.size() - end - 2;
+    right = file.substr(0, file.size() - rest) == expected;
+    valid = expected.starts_with(file) && (file.empty() || lines >= 12);
+    details = std::to_string(std::max<std::ptrdiff_t>(lines - 12, 0)) + " records";
+  }
+  std::size_t rest = 0;  ///< bytes behind the last whole line
+  bool right = false, valid = false;
+  std::string details;
 };
-
-Contents ContentsOf(const std::string& file, const std::string& expected) {
-  Contents contents;
-  const std::size_t end = file.rfind("\r\n");
-  contents.whole = file.substr(0, end == std::string::npos ? 0 : end + 2);
-  contents.rest = file.size() - contents.whole.size();
-  graph::DoubleSeries series;
-  graph::ReadDouble(contents.whole, series);  // as Graph and GraphBP read it
-  contents.records = series.x.size() / graph::PairsInRecord;
-  const auto lines = static_cast<std::size_t>(std::ranges::count(contents.whole, '\n'));
-  contents.valid = expected.starts_with(file) && (file.empty() || lines == HeaderLines + contents.records);
-  return contents;
-}
 
 /// The stand-in, and how its bytes come: one by one with a line's pace or without one, or in bursts,
 /// which need a pace.
 struct Line {
   fs::path logger;
   std::string burst;
-  tour::RecordedStandIn Plug(const fs::path& folder, bool paced, const QStringList& more = {}) const {
+  rig::RecordedStandIn Plug(const fs::path& folder, bool paced, const QStringList& more = {}) const {
     return {logger, folder,
             QStringList{"--pages", QString::number(Pages), "--burst", QString::fromStdString(burst), "--pace",
                         paced || burst != "1" ? "on" : "off"} +
@@ -129,17 +118,15 @@ struct Result {
 
 Result WithFault(const Line& line, const fs::path& folder, Chance& chance) {
   const auto fault = RandomFault(chance);
-  const bool paced = chance.Between(0, 3) == 0;
+  const bool paced = Between(0, 3, chance) == 0;
   const auto standIn = line.Plug(folder, paced, {"--fault", QString::fromStdString(fault)});
   const auto ending = Download(folder);
-  const auto file = test::FileText(DataFile(folder));
-  const auto expected = standIn.ExpectedDataFile();
-  const auto contents = ContentsOf(file, expected);
-  const auto details = fault + (paced ? " paced" : "") + ", " + std::to_string(contents.records) + " records";
-  if (ending.completed && ending.message.empty() && file == expected) return {"right", details};
-  const bool refused = !ending.completed && !ending.message.empty() && contents.rest == 0;
+  const Contents file(DataFile(folder), standIn.ExpectedDataFile());
+  const auto details = fault + (paced ? " paced" : "") + ", " + file.details;
+  if (ending.completed && ending.message.empty() && file.right && file.rest == 0) return {"right", details};
+  const bool refused = !ending.completed && !ending.message.empty() && file.rest == 0;
   const std::string end = ending.completed ? "completed" : "no end within a minute";
-  return {refused && contents.valid ? "refused" : "wrong",
+  return {refused && file.valid ? "refused" : "wrong",
           details + ": " + (ending.message.empty() ? end : ending.message)};
 }
 
@@ -148,40 +135,37 @@ Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   const auto standIn = line.Plug(folder, false);
   QProcess program;
   program.start(QCoreApplication::applicationFilePath(), {QString::fromStdString(folder.string())});
-  const bool early = chance.Between(0, 4) == 0;
-  const int moment = chance.Between(0, early ? 4500 : 750);  // ms; both end within their phase
-  const auto file = DataFile(folder);
-  while (!early && !fs::exists(file) && program.state() != QProcess::NotRunning) program.waitForFinished(1);
+  const bool early = Between(0, 4, chance) == 0;
+  const int moment = Between(0, early ? 4500 : 750, chance);  // ms; both end within their phase
+  const auto path = DataFile(folder);
+  while (!early && !fs::exists(path) && program.state() != QProcess::NotRunning) program.waitForFinished(1);
   program.waitForFinished(moment);
   const bool killed = program.state() == QProcess::Running;
   program.kill();
   program.waitForFinished();
-  const auto expected = standIn.ExpectedDataFile();
-  const auto contents = ContentsOf(test::FileText(file), expected);
+  const Contents file(path, standIn.ExpectedDataFile());
   // On a very busy machine a reply may come after its wait: the download refuses, as it should.
   const bool refused =
       !killed && program.exitStatus() == QProcess::NormalExit && program.exitCode() == Refused;
-  const bool valid = contents.valid && (killed || refused || contents.whole == expected);
   const auto details = (killed ? "killed " : "ended before ") + std::to_string(moment) + " ms after its " +
-                       (early ? "start" : "file") + ": " + std::to_string(contents.records) +
-                       " records and " + std::to_string(contents.rest) + " bytes";
-  return {!valid ? "wrong" : refused ? "refused" : "valid", details};
+                       (early ? "start: " : "file: ") + file.details + " and " + std::to_string(file.rest) +
+                       " bytes";
+  if (!file.valid || !(killed || refused || file.right)) return {"wrong", details};
+  return {refused ? "refused" : "valid", details};
 }
 
-Result Attack(const Line& line, const std::string& how, const fs::path& folder, unsigned long seed) {
+/// The result of an attack on one line.
+std::string Attack(const Line& line, const std::string& how, const fs::path& folder, unsigned long seed) {
   Chance chance(seed);
+  Result result;
   try {
-    return how == "kill" ? Killed(line, folder, chance) : WithFault(line, folder, chance);
+    result = how == "kill" ? Killed(line, folder, chance) : WithFault(line, folder, chance);
   } catch (const std::exception& failure) {
-    return {"wrong", failure.what()};
+    result = {"wrong", failure.what()};
   }
-}
-
-void PrintOnOneLine(const Result& result, const std::string& how, unsigned long seed) {
-  std::string line = std::string(result.word) + " " + how + " " + std::to_string(seed) + " " + result.details;
-  std::ranges::replace_if(
-      line, [](char c) { return c == '\r' || c == '\n'; }, ' ');
-  std::printf("%s\n", line.c_str());
+  auto text = std::string(result.word) + " " + how + " " + std::to_string(seed) + " " + result.details;
+  for (char& c : text) c = c == '\r' || c == '\n' ? ' ' : c;
+  return text;
 }
 
 }  // namespace
@@ -194,6 +178,6 @@ int main(int argc, char** argv) {
   if (argc == 2) return Download(argv[1]).completed ? 0 : Refused;
   const auto seed = std::strtoul(argv[3], nullptr, 10);
   const Line line{fs::absolute(argv[1]), argc == 5 ? argv[4] : "1"};
-  PrintOnOneLine(Attack(line, argv[2], scratch->Path(), seed), argv[2], seed);
+  std::puts(Attack(line, argv[2], scratch->Path(), seed).c_str());
   return 0;
 }

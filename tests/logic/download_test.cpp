@@ -1,5 +1,6 @@
 // Decoded pages, CSV files, and header values that no story writes.
 #include <cmath>
+#include <sstream>
 #include <vector>
 
 #include "download/DataFile.h"
@@ -21,13 +22,9 @@ PageArray Filled(std::uint8_t byte) {
 }
 
 std::vector<std::string> FieldsOf(const std::string& text) {
-  std::vector<std::string> fields(1);
-  for (const char c : text) {
-    if (c == ',')
-      fields.emplace_back();
-    else
-      fields.back() += c;
-  }
+  std::vector<std::string> fields;
+  std::istringstream stream(text);
+  for (std::string field; std::getline(stream, field, ',');) fields.push_back(field);
   return fields;
 }
 
@@ -42,8 +39,7 @@ TEST(DecodePage, All256BytesOnBothAxes) {
   for (std::size_t i = 0; i < 256; ++i) page[i] = static_cast<std::uint8_t>(i);
   const auto x = FieldsOf(DecodePage(page, 1, 1));
   const auto y = FieldsOf(DecodePage(page, 1, 2));
-  ASSERT_EQ(x.size(), 264u);
-  ASSERT_EQ(y.size(), 264u);
+  ASSERT_TRUE(x.size() == 264 && y.size() == 264);
   for (int byte = 0; byte < 256; ++byte) {
     EXPECT_EQ(x[static_cast<std::size_t>(byte)], AngleText(byte, 180)) << byte;
     EXPECT_EQ(y[static_cast<std::size_t>(byte)], AngleText(byte, 90)) << byte;
@@ -56,11 +52,9 @@ TEST(DecodePage, BinsAndPairs) {
   page[2] = 0xFF;
   page[3] = 0xFE;
   page[263] = 1;
-  auto bins = FieldsOf(DecodePage(page, 0, 9));
+  const auto bins = FieldsOf(DecodePage(page, 0, 9));
   ASSERT_EQ(bins.size(), 132u);
-  EXPECT_EQ(bins[0], "0");
-  EXPECT_EQ(bins[1], "65534");
-  EXPECT_EQ(bins[131], "1");
+  EXPECT_EQ(bins[0] + " " + bins[1] + " " + bins[131], "0 65534 1");
 
   page = Filled(0x7F);
   EXPECT_EQ(FieldsOf(DecodePage(page, 1, 3)), std::vector<std::string>(264, "BP"));
@@ -70,7 +64,7 @@ TEST(DecodePage, BinsAndPairs) {
   page[263] = 255;
   const auto pairs = FieldsOf(DecodePage(page, 1, 3));
   ASSERT_EQ(pairs.size(), 264u);
-  const std::vector<std::string> start(pairs.begin(), pairs.begin() + 6);
+  const std::vector start(pairs.begin(), pairs.begin() + 6);
   EXPECT_EQ(start, (std::vector<std::string>{"178.6", "88.6", "177.2", "89.3", "BP", "BP"}));
   EXPECT_EQ(pairs[262] + pairs[263], "00");
 }
@@ -87,12 +81,12 @@ TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
   const std::string empty =
       "Firmware Version: \r\nSerial Number: 0\r\nLaunch Time: \r\nFirmware Sampling Frequency: \r\n"
       "Channel Gains: \r\nChannel Offsets: \r\nTares: \r\n";
-  EXPECT_EQ(DataFileHeader(DataFileKind::Accelerometers, "3.2.3", {}, 0, 0),
-            "Quornell Bexlow Data File Version 3.2.3\r\nAccelerometers\r\n" + empty +
-                "Time(seconds),Acc X,Acc Y,Acc Z\r\n");
-  EXPECT_EQ(DataFileHeader(DataFileKind::DownloadPages, "4", {}, 0, 7),
-            "Quornell Bexlow Data File Version 4\r\nDownload Pages\r\n" + empty +
-                "Bin/Linear Mode = 0\r\nLinear Channel = 7\r\nPage,Data-->\r\n");
+  const std::string start = "Quornell Bexlow Data File Version 4\r\n";
+  EXPECT_EQ(DataFileHeader(DataFileKind::Accelerometers, "4", {}, 0, 0),
+            start + "Accelerometers\r\n" + empty + "Time(seconds),Acc X,Acc Y,Acc Z\r\n");
+  EXPECT_EQ(
+      DataFileHeader(DataFileKind::DownloadPages, "4", {}, 0, 7),
+      start + "Download Pages\r\n" + empty + "Bin/Linear Mode = 0\r\nLinear Channel = 7\r\nPage,Data-->\r\n");
   DownloadHeader header;
   EXPECT_TRUE(FillFirmware(std::vector<std::uint8_t>{0, 5, 0, 7}, header));
   EXPECT_EQ(header.FirmwareVersionText + " " + header.SamplingFrequencyText, "0.005 0.7") << "leading zeros";
@@ -105,11 +99,7 @@ std::string Lines11(char channel) {
 
 TEST(LinearCsv, OneSampleALine) {
   const std::string heads = "Page,heads\r\n";
-  struct Row {
-    const char* what;
-    char channel;
-    std::string records, csv;
-  };
+  using Row = std::tuple<const char*, char, std::string, std::string>;
   for (const auto& [what, channel, records, csv] :
        {Row{"Y", '2', heads + "1,7\r\n", "Y angle\r\n7\r\n"},
         Row{"both", '3', heads + "1,1,2,BP,BP\r\n2,3,4\r\n", "X angle,Y angle\r\n1,2\r\nBP,BP\r\n3,4\r\n"},
@@ -117,7 +107,7 @@ TEST(LinearCsv, OneSampleALine) {
         Row{"odd fields", '3', heads + "1,1,2,3\r\n2,9\r\n3,5,6\r\n", "X angle,Y angle\r\n1,2\r\n5,6\r\n"},
         Row{"LF alone, no last end", '1', "Page\n1,1,2\n2,3", "X angle\r\n1\r\n2\r\n3\r\n"},
         Row{"nothing behind a number", '1', heads + "1,\r\n\r\nword\r\n2,8\r\n", "X angle\r\n8\r\n"},
-        Row{"empty fields", '1', heads + "1,,4,\r\n", "X angle\r\n\r\n4\r\n\r\n"}}) {
+        Row{"empty fields, CR alone", '1', heads + "1,,4\r5,\r\n", "X angle\r\n\r\n4\r5\r\n\r\n"}}) {
     SCOPED_TRACE(what);
     std::string made;
     AppendLinearCsv(Lines11(channel) + records, made);
@@ -136,6 +126,7 @@ TEST(LinearCsv, ATornHeaderKeepsWhatWasRead) {
 TEST(CsvFileName, CutsFourCharactersOfTheNameAndNeverOfTheFolder) {
   EXPECT_EQ(CsvFileName("/Data Files/a long name"), "/Data Files/a long .csv");
   EXPECT_EQ(CsvFileName("Data Files/run1"), "Data Files/.csv");
+  EXPECT_EQ(CsvFileName("Läufe/zweiäöüß"), "Läufe/zwei.csv");
   for (const char* name : {"qbx", "/Data Files/abc", "/Data Files/"})
     FailureOf(std::errc::invalid_argument, [&] { CsvFileName(name); });
 }

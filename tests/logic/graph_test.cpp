@@ -3,7 +3,6 @@
 #include <limits>
 #include <vector>
 
-#include "download/Lines.h"
 #include "graph/BinPages.h"
 #include "graph/RunFacts.h"
 #include "graph/Series.h"
@@ -24,30 +23,8 @@ std::string WithLineFeeds(std::string text) {
   return text;
 }
 
-TEST(Lines, EndWithCrLfOrLf) {
-  struct Row {
-    std::string_view text;
-    std::vector<std::string_view> lines;
-  };
-  for (const auto& [text, lines] : {Row{"", {}}, Row{"a\r\nb", {"a", "b"}}, Row{"a\rb\nc\n", {"a\rb", "c"}},
-                                    Row{"\n\r\n", {"", ""}}, Row{"\r", {""}}}) {
-    SCOPED_TRACE(text);
-    download::LineReader reader(text);
-    std::vector<std::string_view> read;
-    while (const auto line = reader.Next()) read.push_back(*line);
-    EXPECT_EQ(read, lines);
-    EXPECT_EQ(reader.LinesRead(), lines.size());
-  }
-}
-
 TEST(Files, AreTakenOrRefused) {
-  struct Row {
-    const char* what;
-    std::string text;
-    FileKind kind;
-    int channel;
-    ReviewCheck review;
-  };
+  using Row = std::tuple<const char*, std::string, FileKind, int, ReviewCheck>;
   for (const auto& [what, text, kind, channel, review] :
        {Row{"LF alone", WithLineFeeds(Header()), FileKind::Linear, 3, ReviewCheck::Ok},
         Row{"no channel", Header("1", "x"), FileKind::Linear, 0, ReviewCheck::NotSupported},
@@ -64,12 +41,9 @@ TEST(Files, AreTakenOrRefused) {
   }
 }
 
+// With a text of the header replaced by another. A frequency of -1: none.
 TEST(RunFacts, AreReadAndNeverMadeUp) {
-  struct Row {
-    std::string line, other;  ///< what replaces a line of the header
-    bool launched;
-    double frequency;  // -1: none
-  };
+  using Row = std::tuple<std::string, std::string, bool, double>;
   const std::string Hertz = "Firmware Sampling Frequency: ", Launch = "Launch Time: ";
   for (const auto& [line, other, launched, frequency] :
        {Row{"", "", true, 7.5}, Row{"Mode = 1", "Mode = 0", true, -1},
@@ -90,25 +64,16 @@ TEST(RunFacts, AreReadAndNeverMadeUp) {
 
 TEST(ViewNumbers, AreThoseOfTheSamplesInView) {
   const std::vector<double> samples{-10, 20, 20, 30, -61, 1};
-  struct Row {
-    double from, to, limit;
-    std::size_t first, last;
-    double least, mean, greatest, above, below;
-  };
-  for (const auto& [from, to, limit, first, last, least, mean, greatest, above, below] :
-       {Row{0, 5, 20, 0, 5, -61, 0, 30, 1 / 6., 3 / 6.}, Row{-100, 100, 0, 0, 5, -61, 0, 30, 4 / 6., 2 / 6.},
-        Row{0.1, 3.9, 20, 1, 3, 20, 70 / 3., 30, 1 / 3., 0}, Row{4, 4, 20, 4, 4, -61, -61, -61, 0, 1},
-        Row{5, 5, 1, 5, 5, 1, 1, 1, 0, 0}}) {
-    SCOPED_TRACE(testing::Message() << from << " to " << to);
-    const auto numbers = graph::NumbersInView(samples, from, to, limit);
-    ASSERT_TRUE(numbers);
-    EXPECT_EQ(numbers->first, first);
-    EXPECT_EQ(numbers->last, last);
-    EXPECT_EQ(numbers->least, least);
-    EXPECT_DOUBLE_EQ(numbers->mean, mean);
-    EXPECT_EQ(numbers->greatest, greatest);
-    EXPECT_EQ(numbers->above, above);
-    EXPECT_EQ(numbers->below, below);
+  using Row = std::tuple<double, double, double, const char*>;
+  for (const auto& [from, to, limit, numbers] :
+       {Row{0, 5, 20, "0 5 -61 0 30 20 16.67 50"}, Row{-100, 100, 0, "0 5 -61 0 30 0 66.67 33.33"},
+        Row{0.1, 3.9, 20, "1 3 20 23.33 30 20 33.33 0"}, Row{4, 4, 20, "4 4 -61 -61 -61 20 0 100"},
+        Row{5, 5, 1, "5 5 1 1 1 1 0 0"}}) {
+    const auto seen = graph::NumbersInView(samples, from, to, limit);
+    ASSERT_TRUE(seen) << numbers;
+    auto row = graph::NumbersRow("X", *seen, limit);
+    std::ranges::replace(row, '\t', ' ');
+    EXPECT_EQ(row, std::string("X ") + numbers + "\n");
   }
   const double nan = std::numeric_limits<double>::quiet_NaN();
   for (const auto& [from, to] :
@@ -117,51 +82,36 @@ TEST(ViewNumbers, AreThoseOfTheSamplesInView) {
   EXPECT_FALSE(graph::NumbersInView({}, 0, 5, 0));
 }
 
-TEST(ViewNumbers, ReadAsALineAndAsARow) {
+TEST(ViewNumbers, ReadAsALine) {
   const graph::ViewNumbers numbers{0, 527, -62, -0.04, 71, 0.1234, 1};
   EXPECT_EQ(graph::NumbersLine(numbers, 45),
             "In view: least -62°, mean 0°, greatest 71°; above 45°: 12.3 %, below: 100 %");
-  EXPECT_EQ(graph::NumbersRow("X", numbers, 45), "X\t0\t527\t-62\t-0.04\t71\t45\t12.34\t100\n");
 }
 
 TEST(Series, FieldsGoToTheirPlaces) {
   const auto points =
       graph::ReadSingle(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"));
-  ASSERT_TRUE(points);
-  ASSERT_EQ(points->size(), 528u);
-  EXPECT_EQ(points->at(0), 22);
-  EXPECT_EQ(points->at(263), -177);
-  EXPECT_EQ(points->at(264), -1);
+  ASSERT_TRUE(points && points->size() == 528);
+  EXPECT_EQ(std::vector({points->at(0), points->at(263), points->at(264)}), (graph::Samples{22, -177, -1}));
 
   const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
   for (const auto& bytes : {text, WithLineFeeds(text), text.substr(0, text.size() - 2)}) {
     const auto series = graph::ReadDouble(bytes);
-    ASSERT_TRUE(series);
-    ASSERT_EQ(series->x.size(), 264u);
-    ASSERT_EQ(series->y.size(), 264u);
-    EXPECT_EQ(series->x[0], 1);
-    EXPECT_EQ(series->y[0], 2);
-    EXPECT_EQ(series->x[132], 3);
+    ASSERT_TRUE(series && series->x.size() == 264 && series->y.size() == 264);
+    EXPECT_EQ(std::vector({series->x[0], series->y[0], series->x[132]}), (graph::Samples{1, 2, 3}));
     EXPECT_EQ(series->y[263], 4) << "the last field is the rest of the line, read by its leading number";
   }
 }
 
 TEST(Series, BrokenRecordsAreNamed) {
-  struct Row {
-    const char* what;
-    std::string record, words;
-    std::errc code;
-  };
-  const auto few = std::errc::no_message_available;
-  const auto range = std::errc::result_out_of_range;
-  for (const auto& [what, record, words, code] :
-       {Row{"263 fields", Record("2", 263, "1"), "Record 2: fewer than 264 fields", few},
-        Row{"empty line", "\r\n", "Record 2: fewer", few},
-        Row{"huge line", std::string(1000000, '\0'), "Record 2: fewer", few},
-        Row{"too large", Record("2", 264, "1", 9, "32768"), "Record 2: field 10 ", range},
-        Row{"huge number", Record("2", 264, "1", 263, std::string(400, '9')), "Record 2: field 264 ",
-            range}}) {
-    SCOPED_TRACE(what);
+  using Row = std::tuple<std::string, std::string, std::errc>;
+  const auto few = std::errc::no_message_available, range = std::errc::result_out_of_range;
+  for (const auto& [record, words, code] :
+       {Row{Record("2", 263, "1"), "Record 2: fewer than 264 fields", few},
+        Row{"\r\n", "Record 2: fewer", few}, Row{std::string(1000000, '\0'), "Record 2: fewer", few},
+        Row{Record("2", 264, "1", 9, "32768"), "Record 2: field 10 ", range},
+        Row{Record("2", 264, "1", 263, std::string(400, '9')), "Record 2: field 264 ", range}}) {
+    SCOPED_TRACE(words);
     const std::string text = Header() + Record("1", 264, "1", 4, "BP") + record;
     EXPECT_NE(FailureOf(code, [&] { graph::ReadSingle(text); }).find(words), std::string::npos);
     graph::DoubleSeries series;
@@ -190,11 +140,7 @@ TEST(ButtonPushes, BearExactlyTheirMarkAndAreNeverEmptyOnceRead) {
 TEST(BinPages, PairsAreFoundByTheirNumber) {
   const std::string text = Header("0") + Record("1", 132, "1", 131, "7.5") + Record("9", 132, "2") +
                            Record("3", 132, "3") + Record("13", 132, "4") + Record("5", 132, "5");
-  struct Row {
-    int page;
-    graph::PairResult result;
-    double x, y;
-  };
+  using Row = std::tuple<int, graph::PairResult, double, double>;
   for (const auto& [page, result, x, y] :
        {Row{1, graph::PairResult::Found, 1, 2}, Row{3, graph::PairResult::Found, 3, 4},
         Row{5, graph::PairResult::NoPartner, 5, 0}, Row{-1, graph::PairResult::NoPage, 0, 0}}) {
@@ -209,25 +155,19 @@ TEST(BinPages, PairsAreFoundByTheirNumber) {
 
 TEST(BinPages, FieldsMustBeNumbers) {
   const auto good = Record("2", 132, "1");
+  using Row = std::pair<std::string, std::string>;
   for (const auto& [record, partner] :
-       std::vector<std::pair<std::string, std::string>>{{Record("1", 131, "1"), good},
-                                                        {Record("1", 133, "1"), good},
-                                                        {Record("1", 132, "1", 5, ""), good},
-                                                        {Record("1", 132, "1", 5, "1x"), good},
-                                                        {Record("1", 132, "1", 5, "1e999"), good},
-                                                        {Record("1", 132, "1"), "no comma\r\n"}}) {
-    SCOPED_TRACE(record.size());
-    const auto words =
-        FailureOf(std::errc::invalid_argument, [&, &r = record, &p = partner] { graph::FindPair(r + p, 1); });
+       {Row{Record("1", 131, "1"), good}, Row{Record("1", 133, "1"), good},
+        Row{Record("1", 132, "1", 5, ""), good}, Row{Record("1", 132, "1", 5, "1x"), good},
+        Row{Record("1", 132, "1", 5, "1e999"), good}, Row{Record("1", 132, "1"), "no comma\r\n"}}) {
+    const auto text = record + partner;
+    const auto words = FailureOf(std::errc::invalid_argument, [&] { graph::FindPair(text, 1); });
     EXPECT_TRUE(words.starts_with(partner == good ? "Line 1: " : "Line 2: ")) << words;
   }
 }
 
 TEST(BinPages, BinsSpreadOverTheDegrees) {
-  struct Row {
-    std::size_t bin;
-    int x, y;
-  };
+  using Row = std::tuple<std::size_t, int, int>;
   for (const auto& [bin, x, y] : {Row{0, -180, -90}, Row{1, -177, -89}, Row{65, -2, -1}, Row{66, 0, 0},
                                   Row{67, 3, 2}, Row{131, 178, 90}}) {
     SCOPED_TRACE(bin);

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 #include "live/Conversions.h"
 #include "live/NumberText.h"
@@ -17,11 +16,7 @@ constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double Huge = std::numeric_limits<double>::max();
 
 TEST(Conversions, HalvesGoToTheEvenNeighbourAndNoZeroBearsASign) {
-  struct Row {
-    double value;
-    int decimals;
-    double rounded;
-  };
+  using Row = std::tuple<double, int, double>;
   for (const auto& [value, decimals, rounded] :
        {Row{3.5, 0, 4}, Row{-2.5, 0, -2}, Row{-0.5, 0, 0}, Row{-11.25, 1, -11.2}, Row{0.375, 2, 0.38},
         Row{1e308, 2, 1e308}, Row{Infinity, 1, Infinity}}) {
@@ -36,18 +31,12 @@ TEST(Conversions, NumbersRefuseWhatDoesNotFit) {
   EXPECT_EQ(ToInt16(-32768.5), -32768);
   EXPECT_EQ(ToByte(255.4), 255);
   EXPECT_EQ(ToByte(-0.5), 0);
-  for (const double value : {32767.5, -32769.0, 1e300, NaN}) {
-    SCOPED_TRACE(value);
-    FailureOf(std::errc::result_out_of_range, [&] { ToInt16(value); });
-  }
-  for (const double value : {255.5, -0.6, -1e300, NaN}) {
-    SCOPED_TRACE(value);
-    FailureOf(std::errc::result_out_of_range, [&] { ToByte(value); });
-  }
-  for (const double angle : {NaN, -Infinity, Huge}) {
-    SCOPED_TRACE(angle);
-    FailureOf(std::errc::argument_out_of_domain, [&] { AngleToInteger90(angle); });
-  }
+  for (const double value : {32767.5, -32769.0, 1e300, NaN})
+    EXPECT_EQ(FailureOf([&] { ToInt16(value); }).code, ERANGE) << value;
+  for (const double value : {255.5, -0.6, -1e300, NaN})
+    EXPECT_EQ(FailureOf([&] { ToByte(value); }).code, ERANGE) << value;
+  for (const double angle : {NaN, -Infinity, Huge})
+    EXPECT_EQ(FailureOf([&] { AngleToInteger90(angle); }).code, EDOM) << angle;
 }
 
 TEST(Conversions, ElapsedSecondsCountFromTheStart) {
@@ -59,10 +48,7 @@ TEST(Conversions, ElapsedSecondsCountFromTheStart) {
 }
 
 TEST(NumberText, TwoFormsOfTheSameDigits) {
-  struct Row {
-    double value;
-    const char *file, *box;
-  };
+  using Row = std::tuple<double, const char*, const char*>;
   for (const auto& [value, file, box] :
        {Row{-4.5, "-4.5", "-4.5"}, Row{-0.5, "-.5", "-0.5"}, Row{-0.0, "0", "0"}, Row{100, "100", "100"},
         Row{0.1 + 0.2, ".3", "0.3"}, Row{-20.0 / 3, "-6.66666666666667", "-6.66666666666667"},
@@ -74,17 +60,15 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
     EXPECT_EQ(PlainNumberText(value), box);
   }
   EXPECT_EQ(NumberText(Huge).size(), 309u);
-  for (const double value : {NaN, -Infinity}) {
-    FailureOf(std::errc::argument_out_of_domain, [&] { NumberText(value); });
-  }
+  for (const double value : {NaN, -Infinity})
+    EXPECT_EQ(FailureOf([&] { NumberText(value); }).code, EDOM) << value;
 }
 
 TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
   Strip strip;
   const auto at = [&](double secondsAgo, std::size_t which) {
-    return strip
-        .Values()[2 * (Strip::Parts - 1 - static_cast<std::size_t>(secondsAgo * Strip::PartsASecond)) +
-                  which];
+    const auto part = Strip::Parts - 1 - static_cast<std::size_t>(secondsAgo * Strip::PartsASecond);
+    return strip.Values()[2 * part + which];
   };
   EXPECT_TRUE(std::isnan(at(0, 0)));
   for (const double value : {3.0, -170.0, 5.0, 90.0, 4.0}) strip.Add(0.01, value);
@@ -105,21 +89,15 @@ TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
 TEST(NumberText, CountsAndTimesForReading) {
   for (const auto& [count, text] : {std::pair{0, "0"}, {999, "999"}, {1000, "1,000"}, {1234567, "1,234,567"}})
     EXPECT_EQ(CountText(count), text);
-  for (const auto& [seconds, text] : {std::pair{0.0, "0 s"},
-                                      {16.2, "17 s"},
-                                      {59.5, "1 min 0 s"},
-                                      {312, "5 min 12 s"},
-                                      {3599.9, "1 h 0 min"},
-                                      {36000 + 59 * 60, "10 h 59 min"}})
+  using Row = std::pair<double, const char*>;
+  for (const auto& [seconds, text] :
+       {Row{0, "0 s"}, Row{16.2, "17 s"}, Row{59.5, "1 min 0 s"}, Row{312, "5 min 12 s"},
+        Row{3599.9, "1 h 0 min"}, Row{36000 + 59 * 60, "10 h 59 min"}})
     EXPECT_EQ(DurationText(seconds), text);
 }
 
 TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
-  struct Row {
-    std::string_view text;
-    double leading;
-    std::optional<double> whole;
-  };
+  using Row = std::tuple<std::string_view, double, std::optional<double>>;
   for (const auto& [text, leading, whole] :
        {Row{"-180", -180, -180}, Row{"-.7", -0.7, -0.7}, Row{"+1", 1, 1}, Row{"5.", 5, 5}, Row{" \t7 ", 7, 7},
         Row{"7 8", 7, {}}, Row{"1.2.3", 1.2, {}}, Row{"1e3", 1000, 1000}, Row{"1E-2x", 0.01, {}},
@@ -148,14 +126,8 @@ TEST(FieldToInt16, RoundsLikeTheLeadingNumber) {
     EXPECT_EQ(FieldToInt16(field), ToInt16(LeadingNumber(field))) << field;
   EXPECT_EQ(FieldToInt16("-32768.5"), -32768);
   EXPECT_EQ(FieldToInt16("22.5"), 22);
-  for (const std::string_view field : {"32767.5", "-32769", "1e9", "999999999999999", "9999999999999999"}) {
-    SCOPED_TRACE(field);
+  for (const std::string_view field : {"32767.5", "-32769", "1e9", "999999999999999", "9999999999999999"})
     EXPECT_FALSE(FieldToInt16(field)) << field;
-  }
-  for (int hundredths = 0; hundredths <= 20000; ++hundredths) {
-    const std::string field = NumberText(hundredths / 100.0);
-    ASSERT_EQ(FieldToInt16(field), FieldToInt16("+" + field)) << field;
-  }
 }
 
 }  // namespace

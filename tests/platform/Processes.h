@@ -20,29 +20,23 @@ inline bool InAnotherProcess(const std::function<bool()>& so) {
   return status == 0;
 }
 
-/// Another process that has done something and stands still until it is killed.
-class StillProcess {
- public:
-  explicit StillProcess(const std::function<void()>& action) {
-    int ready[2];
-    EXPECT_EQ(::pipe(ready), 0);
-    child_ = fork();
-    if (child_ == 0) {
-      action();
-      [[maybe_unused]] const auto written = ::write(ready[1], "x", 1);
-      ::pause();
-    }
-    char mark = 0;
-    EXPECT_EQ(::read(ready[0], &mark, 1), 1);
-    for (const int end : ready) ::close(end);
+/// Checks something while another process, which has done something, stands still; then kills that process.
+inline void WithStillProcess(const std::function<void()>& action, const std::function<void()>& check) {
+  int ready[2];
+  ASSERT_EQ(::pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    action();
+    [[maybe_unused]] const auto written = ::write(ready[1], "x", 1);
+    ::pause();
   }
-  void Kill() const {
-    ::kill(child_, SIGKILL);
-    ::waitpid(child_, nullptr, 0);
-  }
-
- private:
-  pid_t child_ = 0;
-};
+  ::close(ready[1]);
+  char mark = 0;
+  EXPECT_EQ(::read(ready[0], &mark, 1), 1);
+  ::close(ready[0]);
+  check();
+  ::kill(child, SIGKILL);
+  ::waitpid(child, nullptr, 0);
+}
 
 }  // namespace bexlow::test

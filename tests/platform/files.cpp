@@ -9,7 +9,6 @@
 #include <QTest>
 #include <QTimer>
 
-#include <cstdlib>
 #include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -30,19 +29,12 @@ class Files : public ::testing::Test {
   const fs::path folder{temporary.path().toStdString()};
 };
 
-TEST_F(Files, FailuresBearTheSystemsNumber) {
-  EXPECT_EQ(ErrorOf([&] { platform::Append(folder / "none" / "x", "x"); }), ENOENT);
+TEST_F(Files, NothingWaitsForTheOtherEndOfAPipe) {
   EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(folder / "none"); }), ENOENT);
-  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(folder); }), EISDIR);
   const auto pipe = folder / "x.qbx";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(pipe); }), EINVAL) << "nothing waits for its other end";
+  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(pipe); }), EINVAL);
   EXPECT_EQ(ErrorOf([&] { platform::Append(pipe, "x"); }), ENXIO);
-  EXPECT_EQ(ErrorOf([&] { platform::WriteWhole("/dev/null", "x"); }), EINVAL);
-  EXPECT_TRUE(InAnotherProcess([] {
-    if (geteuid() == 0 && setuid(65534) != 0) return false;  // nothing is forbidden to root
-    return ErrorOf([] { platform::WriteWhole("/etc/run.qbx", "x"); }) == EACCES;
-  }));
 }
 
 // A disk that fills up in the middle of a record must not leave half of it.
@@ -59,9 +51,8 @@ TEST_F(Files, APartOfARecordIsCutBack) {
 }
 
 TEST_F(Files, ACopyThatWasKilledLeavesNoLock) {
-  const StillProcess first([] { static const platform::RunningCopy copy; });
-  EXPECT_TRUE(platform::RunningCopy().AnotherRuns());
-  first.Kill();
+  WithStillProcess([] { static const platform::RunningCopy copy; },
+                   [] { EXPECT_TRUE(platform::RunningCopy().AnotherRuns()); });
   EXPECT_FALSE(platform::RunningCopy().AnotherRuns());
 }
 
@@ -79,13 +70,7 @@ void Answer(int filtersDown, const char* name) {
 TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
   constexpr auto Pictures = "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
   platform::RealMachine machine("/tmp");
-  struct Row {
-    const char *what, *filter;
-    int first;
-    const char* suffix;
-    int down;
-    const char *name, *saved;
-  };
+  using Row = std::tuple<const char*, const char*, int, const char*, int, const char*, const char*>;
   for (const auto& [what, filter, first, suffix, down, name, saved] :
        {Row{"the first filter", Pictures, 1, "png", 0, "a", "a.png"},
         Row{"another at first", Pictures, 3, "png", 0, "a", "a.svg"},

@@ -46,11 +46,6 @@ class Serial : public ::testing::Test {
   void LoggerSends(const Bytes& bytes) {
     ASSERT_EQ(::write(master, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
   }
-  Bytes LoggerHears(std::size_t count) {
-    Bytes heard(count);
-    for (auto& byte : heard) EXPECT_EQ(::read(master, &byte, 1), 1);
-    return heard;
-  }
   static std::string Words(const std::function<void()>& action) { return FailureOf(action).words; }
 
   const QTemporaryDir temporary;
@@ -74,7 +69,9 @@ TEST_F(Serial, CarriesEveryByteBothWaysAndRaisesItsEventAtTheThresholdOnly) {
   comm.RThreshold(256);
   comm.PortOpen(true);
   for (const auto byte : all) comm.Output({&byte, 1});
-  EXPECT_EQ(LoggerHears(all.size()), all);
+  Bytes wire(all.size());
+  for (auto& byte : wire) ASSERT_EQ(::read(master, &byte, 1), 1);
+  EXPECT_EQ(wire, all);
   LoggerSends({all.begin(), all.end() - 1});
   QTest::qWait(30);
   EXPECT_TRUE(heard.empty());
@@ -128,37 +125,26 @@ TEST_F(Serial, CollectsWhileTheProgramWaits) {
   const platform::EventGate::Hold hold;
   for (int i = 0; i < 100 && comm.InBufferCount() < 3000; ++i) machine->Idle(std::chrono::milliseconds(2));
   EXPECT_EQ(comm.InBufferCount(), 3000) << "more than InBufferSize, and none of it lost";
-}
-
-TEST_F(Serial, StaleBytesDoNotOutliveAnOpening) {
-  comm.PortOpen(true);
   comm.PortOpen(false);
   LoggerSends({9, 9, 9});
   comm.PortOpen(true);
-  QTest::qWait(20);
-  EXPECT_EQ(comm.InBufferCount(), 0);
+  for (int i = 0; i < 10; ++i) machine->Idle(std::chrono::milliseconds(2));
+  EXPECT_EQ(comm.InBufferCount(), 0) << "stale bytes do not outlive an opening";
 }
 
-TEST_F(Serial, IsHeldByOneControlAlone) {
+TEST_F(Serial, IsHeldByOneControlAloneAndFreedByAKill) {
+  const auto opens = [&](MSComm& control) { return Words([&] { control.PortOpen(true); }); };
   Link(2, folder / "Ports" / "COM1");  // the same device through another name
   MSComm second(form);
   second.CommPort(2);
-  const auto inUse = [&] {
-    return Words([&] { second.PortOpen(true); }).find("it is in use") != std::string::npos;
-  };
+  const auto inUse = [&] { return opens(second).find("it is in use") != std::string::npos; };
   comm.PortOpen(true);
   EXPECT_TRUE(inUse());
   EXPECT_TRUE(InAnotherProcess(inUse));
-  EXPECT_NE(Words([&] { comm.PortOpen(true); }), "") << "opening twice is an error too";
+  EXPECT_NE(opens(comm), "") << "opening twice is an error too";
   comm.PortOpen(false);
-  EXPECT_EQ(Words([&] { second.PortOpen(true); }), "");
-}
-
-TEST_F(Serial, AKilledHolderFreesThePort) {
-  const StillProcess holder([&] { comm.PortOpen(true); });
-  EXPECT_NE(Words([&] { comm.PortOpen(true); }), "");
-  holder.Kill();
-  EXPECT_EQ(Words([&] { comm.PortOpen(true); }), "");
+  WithStillProcess([&] { comm.PortOpen(true); }, [&] { EXPECT_TRUE(inUse()); });
+  EXPECT_EQ(opens(second), "");
 }
 
 TEST_F(Serial, AVanishedLineFailsAtTheNextUseAndCostsNothing) {
@@ -181,11 +167,9 @@ TEST_F(Serial, SaysWhyAPortDoesNotOpen) {
   Link(3, "/dev/null");
   Link(4, folder / "forbidden");
   ::close(::open((folder / "forbidden").c_str(), O_CREAT | O_WRONLY, 0));
-  for (const auto& [number, words] : {std::pair{2, "no such device"},
-                                      {3, "no such device"},
-                                      {0, "no such port"},
-                                      {17, "no such port"},
-                                      {4, "dialout"}}) {
+  for (const auto& [number, words] :
+       {std::pair{2, "no such device"}, std::pair{3, "no such device"}, std::pair{0, "no such port"},
+        std::pair{17, "no such port"}, std::pair{4, "dialout"}}) {
     if (number == 4 && geteuid() == 0) continue;  // nothing is forbidden to root
     comm.CommPort(number);
     EXPECT_NE(Words([&] { comm.PortOpen(true); }).find(words), std::string::npos) << number;
@@ -196,15 +180,10 @@ TEST_F(Serial, SaysWhyAPortDoesNotOpen) {
 }
 
 TEST_F(Serial, NumbersStandForDevices) {
-  for (const auto& [number, path] : {std::pair{1, device.c_str()},
-                                     {2, "/dev/ttyS1"},
-                                     {4, "/dev/ttyS3"},
-                                     {5, "/dev/ttyUSB0"},
-                                     {12, "/dev/ttyUSB7"},
-                                     {13, "/dev/ttyACM0"},
-                                     {16, "/dev/ttyACM3"},
-                                     {0, ""},
-                                     {17, ""}})
+  using Row = std::pair<int, fs::path>;
+  for (const auto& [number, path] :
+       {Row{1, device}, Row{2, "/dev/ttyS1"}, Row{4, "/dev/ttyS3"}, Row{5, "/dev/ttyUSB0"},
+        Row{12, "/dev/ttyUSB7"}, Row{13, "/dev/ttyACM0"}, Row{16, "/dev/ttyACM3"}, Row{0, ""}, Row{17, ""}})
     EXPECT_EQ(platform::DeviceOfComm(number, folder), path) << number;
 }
 

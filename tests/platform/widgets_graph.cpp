@@ -2,7 +2,6 @@
 #include <QApplication>
 #include <qcustomplot.h>
 
-#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -37,13 +36,13 @@ class Graph : public testing::Test {
     return {static_cast<int>(std::floor(Plot().xAxis->coordToPixel(x))),
             qRound(Plot().yAxis->coordToPixel(y))};
   }
-  static bool HasColourNear(const QImage& image, QPoint place, int reach, const QColor& colour) {
-    for (int x = place.x() - reach; x <= place.x() + reach; ++x) {
-      for (int y = place.y() - reach; y <= place.y() + reach; ++y) {
-        if (image.valid(x, y) && image.pixelColor(x, y) == colour) return true;
-      }
+  QRect PlaceOfColour(const QImage& image, const QColor& colour) const {
+    QRect place;
+    for (int i = 0; i < image.width() * image.height(); ++i) {
+      const QPoint pixel(i % image.width(), i / image.width());
+      if (image.pixelColor(pixel) == colour) place |= QRect(pixel, pixel);
     }
-    return false;
+    return place;
   }
 
   // A thin line is blended with the paper, but keeps over a third of its contrast; the grid has less.
@@ -84,7 +83,7 @@ TEST_F(Graph, EverySpikeIsSeenInEveryView) {
   }
 }
 
-TEST_F(Graph, TheLineRunsFromFrameToFrame) {
+TEST_F(Graph, TheLineRunsFromFrameToFrameAndNotOverAGap) {
   graph.PlotY(std::vector<double>(FullRun, 45));
   for (const double size : {5.0, 300.0, 20000.0}) {
     SCOPED_TRACE(size);
@@ -96,14 +95,11 @@ TEST_F(Graph, TheLineRunsFromFrameToFrame) {
       ASSERT_TRUE(StandsOut(picture, {x, middle.y()}) || StandsOut(picture, {x, middle.y() - 1})) << x;
     }
   }
-}
-
-TEST_F(Graph, AGapIsNotDrawnOver) {
   graph.PlotY(std::vector<double>{45, 45, Nan, Nan, Nan, 45, 45});
+  graph.ShowAll();
   const auto middle = PixelOf(3, 45), before = PixelOf(0.5, 45);
-  const auto picture = Picture();
-  EXPECT_TRUE(StandsOut(picture, before));
-  EXPECT_FALSE(StandsOut(picture, middle));
+  EXPECT_TRUE(StandsOut(Picture(), before));
+  EXPECT_FALSE(StandsOut(Picture(), middle));
 }
 
 TEST_F(Graph, TakesAnyNumbers) {
@@ -131,13 +127,7 @@ TEST_F(Graph, TakesAnyNumbers) {
 }
 
 TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
-  struct Axis {
-    const char* what;
-    bool autoScale;
-    double minimum, maximum;
-    std::vector<double> values;
-    CWGraphRange x, y;
-  };
+  using Axis = std::tuple<const char*, bool, double, double, std::vector<double>, CWGraphRange, CWGraphRange>;
   for (const auto& [what, autoScale, minimum, maximum, values, x, y] :
        {Axis{"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
         Axis{"no data", true, 0, 10, {}, {0, 10}, {0, 10}},
@@ -160,13 +150,12 @@ TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
   std::vector<double> counts(361, 0);
   counts[180 + 90] = 40;
   graph.PlotY(counts, -180, 1);
-  const auto bar = PixelOf(90, 20);
-  const auto foot = PixelOf(90, 3);
-  const auto empty = PixelOf(-90, 0);
-  const auto picture = Picture();
-  EXPECT_TRUE(HasColourNear(picture, bar, 1, series));
-  EXPECT_TRUE(HasColourNear(picture, foot, 1, series));
-  EXPECT_FALSE(HasColourNear(picture, empty, 4, series));
+  const auto top = PixelOf(90, 40), foot = PixelOf(90, 0);
+  const auto bar = PlaceOfColour(Picture(), series);
+  EXPECT_NEAR(bar.top(), top.y(), 2);
+  EXPECT_NEAR(bar.bottom(), foot.y(), 2);
+  EXPECT_NEAR(bar.center().x(), foot.x(), 2);
+  EXPECT_LE(bar.width(), 5) << "bins without a count show nothing";
   graph.SetXView({10, 60});
   graph.PlotY(std::vector<double>(361, 80), -180, 1);  // the next pair of pages
   EXPECT_EQ(graph.XView(), (CWGraphRange{10, 60})) << "new data keeps a fixed view";
@@ -178,8 +167,6 @@ TEST_F(Graph, LinkedGraphsMoveTogether) {
   other.SetXAxis(true, 0, 10);
   for (auto* each : {&graph, &other}) each->PlotY(std::vector<double>(1000, 1));
   graph.LinkXAxis(other);
-  graph.SetXView({100, 200});
-  EXPECT_EQ(other.XView(), (CWGraphRange{100, 200}));
   other.SetXView({300, 500});
   EXPECT_EQ(graph.XView(), (CWGraphRange{300, 500}));
   other.SetXLinkActive(false);
@@ -228,14 +215,11 @@ TEST_F(Graph, CursorsAreRedLinesWithAMarkAndOneIsStressed) {
   const auto picture = Picture();
   const auto reds = [&](double x, int reach) {
     int count = 0;
-    for (int i = -reach; i <= reach; ++i) {
-      const auto place = PixelOf(x, -90) + QPoint(i, 0);
-      count += picture.valid(place) && picture.pixelColor(place) == red;
-    }
+    for (int i = -reach; i <= reach; ++i) count += picture.pixelColor(PixelOf(x, -90) + QPoint(i, 0)) == red;
     return count;
   };
   for (const auto& [x, width] : {std::pair{25, 1}, {50, 3}, {75, 1}}) EXPECT_EQ(reds(x, 5), width) << x;
-  EXPECT_EQ(reds(50, 900), 5) << "a cursor without a finite x is not drawn";
+  EXPECT_EQ(reds(50, 400), 5) << "a cursor without a finite x is not drawn";
   EXPECT_EQ(picture.pixelColor(PixelOf(25, 90) + QPoint(3, 0)), red);
 }
 
@@ -246,22 +230,18 @@ TEST_F(Graph, FollowsThePalette) {
   graph.setPalette(dark);
   graph.PlotY(std::vector<double>{1, 2});
   EXPECT_EQ(Picture().pixelColor(1, 1), QColor(20, 20, 20));
-  EXPECT_GE(Contrast(Plot().xAxis->tickLabelColor(), QColor(20, 20, 20)), 4.5);
-  EXPECT_GE(Contrast(Plot().xAxis->labelColor(), QColor(20, 20, 20)), 4.5);
+  for (const auto& axisColour :
+       {Plot().xAxis->tickLabelColor(), Plot().xAxis->labelColor(), ColoursOf(dark).text})
+    EXPECT_GE(Contrast(axisColour, QColor(20, 20, 20)), 4.5);
   EXPECT_GE(Contrast(ColoursOf(dark).series, QColor(20, 20, 20)), 3);
-  EXPECT_GE(Contrast(ColoursOf(dark).text, QColor(20, 20, 20)), 4.5);
   EXPECT_GE(Contrast(ColoursOf(PaperPalette()).text, Qt::white), 4.5);
 }
 
 TEST(GraphTimes, AreWholeSecondsInWordsAndOnTheClock) {
-  struct Row {
-    double seconds;
-    const char *words, *clock;
-  };
   for (const auto& [seconds, words, clock] :
-       {Row{0, "0 s", "0:00"}, Row{1238 / 7.5, "2 min 45 s", "2:45"}, Row{1238 / 15.0, "1 min 23 s", "1:23"},
-        Row{59.6, "1 min 0 s", "1:00"}, Row{3599.7, "1 h 0 min 0 s", "1:00:00"},
-        Row{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
+       {std::tuple{0., "0 s", "0:00"}, std::tuple{1238 / 7.5, "2 min 45 s", "2:45"},
+        std::tuple{59.6, "1 min 0 s", "1:00"}, std::tuple{3599.7, "1 h 0 min 0 s", "1:00:00"},
+        std::tuple{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
     EXPECT_EQ(DurationWords(seconds), words);
     EXPECT_EQ(DurationClock(seconds), clock);
   }

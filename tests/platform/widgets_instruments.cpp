@@ -5,7 +5,6 @@
 #include <QLabel>
 #include <QTest>
 
-#include <bit>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -28,9 +27,7 @@ QImage Shown(QWidget& widget) {
   return widget.grab().toImage();
 }
 
-QColor SeriesColour() {
-  return ColoursOf(QApplication::palette()).series;
-}
+const auto Series = [] { return ColoursOf(QApplication::palette()).series; };
 
 void Expose(QWidget& window) {
   window.show();
@@ -38,8 +35,8 @@ void Expose(QWidget& window) {
   QApplication::processEvents();
 }
 
-bool SameBits(double one, double other) {
-  return std::bit_cast<std::uint64_t>(one) == std::bit_cast<std::uint64_t>(other);
+bool Holds(const Instrument& instrument, double value) {
+  return std::isnan(value) ? std::isnan(instrument.Value()) : instrument.Value() == value;
 }
 
 class PaintCounter : public QObject {
@@ -53,24 +50,20 @@ class PaintCounter : public QObject {
 };
 
 TEST(Knob, PointsWhereTheValueStands) {
-  struct Pointed {
-    double value;
-    double onDialX, onDialY;  // degrees, clockwise from the top
-  };
-  CWKnob x;
-  CWKnob y;
+  CWKnob x, y;
   y.SetScale(-89.9, 89.9, 0, 180);
+  // The degrees on each dial are clockwise from the top.
   for (const auto& [value, onX, onY] :
-       {Pointed{0, 0, 0}, Pointed{45, 45, 45}, Pointed{-60, -60, -60}, Pointed{180, 180, 90},
-        Pointed{-1e300, -180, -90}, Pointed{Nan, 0, 0}, Pointed{Inf, 180, 90}}) {
+       {std::tuple{0., 0, 0}, std::tuple{45., 45, 45}, std::tuple{-60., -60, -60}, std::tuple{180., 180, 90},
+        std::tuple{-1e300, -180, -90}, std::tuple{Nan, 0, 0}, std::tuple{Inf, 180, 90}}) {
     SCOPED_TRACE(value);
     for (auto [knob, degrees] : {std::pair(&x, onX), std::pair(&y, onY)}) {
       knob->resize(400, 400);
       knob->Value(value);
-      EXPECT_TRUE(SameBits(knob->Value(), value));
+      EXPECT_TRUE(Holds(*knob, value));
       const double angle = degrees * std::numbers::pi / 180;
       const QPoint onNeedle(qRound(200 + 118 * std::sin(angle)), qRound(200 - 118 * std::cos(angle)));
-      EXPECT_EQ(Shown(*knob).pixelColor(onNeedle), SeriesColour());
+      EXPECT_EQ(Shown(*knob).pixelColor(onNeedle), Series());
     }
   }
 }
@@ -83,7 +76,7 @@ TEST(Slide, FillsUpToTheValue) {
     const auto image = Shown(slide);
     int inColour = 0;
     for (int i = 0; i < image.width() * image.height(); ++i) {
-      inColour += image.pixelColor(i % image.width(), i / image.width()) == SeriesColour();
+      inColour += image.pixelColor(i % image.width(), i / image.width()) == Series();
     }
     return inColour;
   };
@@ -94,7 +87,7 @@ TEST(Slide, FillsUpToTheValue) {
        {std::pair{256.0, 0.25}, {-7.0, 0.0}, {1e300, 1.0}, {Nan, 0.0}, {Inf, 1.0}}) {
     SCOPED_TRACE(value);
     EXPECT_NEAR(static_cast<double>(fill(value) - none) / (all - none), share, 0.03);
-    EXPECT_TRUE(SameBits(slide.Value(), value));
+    EXPECT_TRUE(Holds(slide, value));
   }
 }
 
@@ -146,7 +139,7 @@ TEST(FramePaces, GatherWhatComesFasterThanFrames) {
       if (!live) show();
       QApplication::processEvents();
     }
-    EXPECT_LE(counter.paints, 200 / (live ? 30 : 16) + 1) << changes << " changes";
+    EXPECT_LE(counter.paints, time.elapsed() / (live ? 30 : 16) + 1) << changes << " changes";
     EXPECT_GE(counter.paints, 1);
     const int before = counter.paints;
     label.setText("last");
@@ -178,14 +171,11 @@ class UserSlide : public testing::Test {
 };
 
 TEST_F(UserSlide, KeysMoveThePointerInsideTheScale) {
-  struct Pressed {
-    Qt::Key key;
-    double before, after;
-  };
   for (const auto& [key, before, after] :
-       {Pressed{Qt::Key_Left, 10, 9}, Pressed{Qt::Key_PageUp, 10, 74}, Pressed{Qt::Key_PageDown, 10, 0},
-        Pressed{Qt::Key_Home, 10, 0}, Pressed{Qt::Key_End, 10, 1024}, Pressed{Qt::Key_Down, 5000, 1023},
-        Pressed{Qt::Key_Up, Nan, 1}, Pressed{Qt::Key_Up, 10.4, 11}}) {
+       {std::tuple{Qt::Key_Left, 10., 9.}, std::tuple{Qt::Key_PageUp, 10., 74.},
+        std::tuple{Qt::Key_PageDown, 10., 0.}, std::tuple{Qt::Key_Home, 10., 0.},
+        std::tuple{Qt::Key_End, 10., 1024.}, std::tuple{Qt::Key_Down, 5000., 1023.},
+        std::tuple{Qt::Key_Up, Nan, 1.}, std::tuple{Qt::Key_Up, 10.4, 11.}}) {
     SCOPED_TRACE(key);
     slide.Value(before);
     told.clear();

@@ -6,7 +6,6 @@
 
 #include <cstdlib>
 #include <stdexcept>
-#include <system_error>
 
 #include "shell/Records.h"
 
@@ -47,14 +46,8 @@ void StandIn::End() {
 
 platform::Answer AnsweredMachine::Ask(const std::string& text, platform::Buttons buttons) {
   if (onBox) onBox(text, buttons);
-  switch (buttons) {
-    case platform::Buttons::RetryCancel:
-      return platform::Answer::Retry;
-    case platform::Buttons::YesNo:
-      return platform::Answer::No;
-    default:
-      return platform::Answer::Ok;
-  }
+  if (buttons == platform::Buttons::RetryCancel) return platform::Answer::Retry;
+  return buttons == platform::Buttons::YesNo ? platform::Answer::No : platform::Answer::Ok;
 }
 
 Program::Program() {

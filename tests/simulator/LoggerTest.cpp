@@ -19,28 +19,9 @@ LoggerSetup SmallSetup() {
   return setup;
 }
 
-// A logger with somebody at the line, 12 ms between two bytes.
-class LoggerTest : public testing::Test {
- protected:
-  std::string Say(const std::string& request) { return Say(logger, request); }
-
-  std::string Say(Logger& to, const std::string& request) {
-    std::string heard;
-    for (const auto byte : FromHex(request)) {
-      const auto reply = to.Take(byte, now += 12ms);
-      if (reply) heard.append(heard.empty() ? "" : " | ").append(ToHex(reply->bytes));
-    }
-    return heard;
-  }
-
-  Time now = 1h;
-  Logger logger{SmallSetup(), now};
-};
-
-TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
-  struct Row {
-    const char *what, *request, *reply;
-  };
+// 12 ms lie between two bytes of a request.
+TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
+  using Row = std::tuple<const char*, const char*, const char*>;
   for (const auto& [what, request, reply] :
        {Row{"ping", "66", "66"},
         Row{"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
@@ -53,16 +34,23 @@ TEST_F(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
         Row{"unknown letters are passed over", "7A 00 FF 66", "66"},
         Row{"a letter as an operand", "72 66", "4B"}, Row{"launch", "58", ""}}) {
     SCOPED_TRACE(what);
-    Logger fresh(SmallSetup(), now);
-    EXPECT_EQ(Say(fresh, request), reply);
+    Time now = 1h;
+    Logger logger(SmallSetup(), now);
+    std::string heard;
+    for (const auto byte : FromHex(request)) {
+      const auto answer = logger.Take(byte, now += 12ms);
+      if (answer) heard.append(heard.empty() ? "" : " | ").append(ToHex(answer->bytes));
+    }
+    EXPECT_EQ(heard, reply);
   }
 }
 
-TEST_F(LoggerTest, DropsARequestThatWasBrokenOff) {
-  logger.Take('r', now);
-  EXPECT_EQ(ToHex(logger.Take(0x66, now + 1s)->bytes), "4B");
-  logger.Take('r', now += 5s);
-  EXPECT_EQ(ToHex(logger.Take(0x66, now + 1001ms)->bytes), "66");
+TEST(LoggerTest, DropsARequestThatWasBrokenOff) {
+  Logger logger(SmallSetup(), 1h);
+  logger.Take('r', 1h);
+  EXPECT_EQ(ToHex(logger.Take(0x66, 1h + 1s)->bytes), "4B");
+  logger.Take('r', 1h + 5s);
+  EXPECT_EQ(ToHex(logger.Take(0x66, 1h + 6001ms)->bytes), "66");
 }
 
 std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
@@ -72,14 +60,7 @@ std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
 }
 
 TEST(StoreRun, WritesWhatThePlanSays) {
-  struct Row {
-    const char* what;
-    int channels;
-    std::size_t pages;
-    PushPlan pushes;
-    std::size_t wantedPushes;
-    std::ptrdiff_t unwritten;  // bytes at the end of the last page
-  };
+  using Row = std::tuple<const char*, int, std::size_t, PushPlan, std::size_t, std::ptrdiff_t>;
   for (const auto& [what, channels, pages, pushes, wantedPushes, unwritten] :
        {Row{"seven", 3, 3, {.count = 7}, 7, 88}, Row{"more than pairs", 3, 3, {.count = 5000}, 352, 88},
         Row{"a quarter", 3, 3, {.share = 0.25}, 88, 88},

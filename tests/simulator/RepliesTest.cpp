@@ -19,17 +19,18 @@ Reply Bytes(std::size_t count, std::uint8_t value = 1) {
   return reply;
 }
 
-// Every byte with the moment at which it may leave, in byte times from the start.
+// What may leave at each moment, bytes or the number of many; moments in byte times from the start.
 std::string Moments(Outbox& outbox, Time start) {
   std::string text;
   for (auto due = outbox.NextDue(); due; due = outbox.NextDue()) {
     outbox.Advance(*due - 1ns);
     EXPECT_TRUE(outbox.Ready().empty()) << "early";
     outbox.Advance(*due);
-    if (!text.empty()) text += '|';
-    text += std::to_string((*due - start) / ByteTime);
-    text.append(" ").append(ToHex(outbox.Ready()));
-    outbox.Written(outbox.Ready().size());
+    const auto ready = outbox.Ready();
+    if (ready.empty()) continue;
+    text += (text.empty() ? "" : "|") + std::to_string((*due - start) / ByteTime) + " " +
+            (ready.size() > 2 ? "x" + std::to_string(ready.size()) : ToHex(ready));
+    outbox.Written(ready.size());
   }
   return text;
 }
@@ -60,27 +61,15 @@ TEST(Outbox, LetsRepliesIntoAStreamWithoutCrowdingTheLine) {
   EXPECT_EQ(Moments(outbox, 100 * ByteTime), "3 EE|4 EE|5 EE|6 EE");
 }
 
-// Moments in byte times from a tick on, with the number of bytes that come then.
 TEST(Outbox, HandsBytesOnAsTheHostsPortGathersThem) {
-  struct Row {
-    HostPort port;
-    std::size_t bytes;
-    const char* moments;
-  };
+  using Row = std::tuple<HostPort, std::size_t, const char*>;
   for (const auto& [port, bytes, moments] :
-       {Row{{}, 3, "1 1|2 1|3 1|"}, Row{PlainPort, 16, "8 8|16 8|"}, Row{PlainPort, 18, "8 8|16 8|22 2|"},
-        Row{AdapterPort, 6, "30 6|"}, Row{AdapterPort, 70, "30 30|61 31|92 9|"}}) {
-    SCOPED_TRACE(std::to_string(port.bytes) + " " + std::to_string(bytes));
+       {Row{{}, 3, "1 01|2 01|3 01"}, Row{PlainPort, 16, "8 x8|16 x8"},
+        Row{PlainPort, 18, "8 x8|16 x8|22 01 01"}, Row{AdapterPort, 6, "30 x6"},
+        Row{AdapterPort, 70, "30 x30|61 x31|92 x9"}}) {
     Outbox outbox(ByteTime, port);
     outbox.Send(Bytes(bytes), 0ns);
-    std::string text;
-    for (auto due = outbox.NextDue(); due; due = outbox.NextDue()) {
-      outbox.Advance(*due);
-      if (outbox.Ready().empty()) continue;
-      text += std::to_string(*due / ByteTime) + " " + std::to_string(outbox.Ready().size()) + "|";
-      outbox.Written(outbox.Ready().size());
-    }
-    EXPECT_EQ(text, moments);
+    EXPECT_EQ(Moments(outbox, 0ns), moments);
   }
 }
 
@@ -92,12 +81,7 @@ Reply Six(char command = 'a') {
 }
 
 TEST(Faults, SpoilAReplyEachInItsWay) {
-  struct Row {
-    const char* fault;
-    const char* bytes;
-    Time delay;
-    std::optional<Time> vanish;
-  };
+  using Row = std::tuple<const char*, const char*, Time, std::optional<Time>>;
   for (const auto& [fault, bytes, delay, vanish] :
        {Row{"silence", "", 0ms, {}}, Row{"drop", "", 0ms, {}}, Row{"short", "01 02 03 04 05", 0ms, {}},
         Row{"short:9", "", 0ms, {}}, Row{"long:2", "01 02 03 04 05 06 55 55", 0ms, {}},
@@ -128,14 +112,11 @@ std::string Pattern(const char* fault, int replies, std::uint64_t seed = 1) {
 }
 
 TEST(Faults, StrikeTheRepliesThatTheyName) {
-  for (const auto& [fault, pattern] : {std::pair{"drop@3", "--x---------"},
-                                       {"drop%5", "----x----x--"},
-                                       {"drop/d@3", "-----x------"},
-                                       {"drop/d%2", "---x---x---x"},
-                                       {"drop~0", "------------"},
-                                       {"drop~1", "xxxxxxxxxxxx"},
-                                       {"silence@9", "--------xxxx"},
-                                       {"silence:2500@4", "---xxx------"}})
+  using Row = std::pair<const char*, const char*>;
+  for (const auto& [fault, pattern] :
+       {Row{"drop@3", "--x---------"}, Row{"drop%5", "----x----x--"}, Row{"drop/d@3", "-----x------"},
+        Row{"drop/d%2", "---x---x---x"}, Row{"drop~0", "------------"}, Row{"drop~1", "xxxxxxxxxxxx"},
+        Row{"silence@9", "--------xxxx"}, Row{"silence:2500@4", "---xxx------"}})
     EXPECT_EQ(Pattern(fault, 12), pattern) << fault;
   const auto byChance = Pattern("drop~0.25", 1000);
   EXPECT_EQ(byChance, Pattern("drop~0.25", 1000));

@@ -58,6 +58,7 @@ TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
     machine.Pass(50ms);
     Reads("MSComm1_OnComm");
     EXPECT_EQ(Requests('a'), 1);
+    EXPECT_EQ(platform::Form::Active()->OnActivity().phase, "Sampling has stopped");
     logger.accelerometers[high] = 0x7F;  // the highest that is accepted
     Sample();
     Sample();

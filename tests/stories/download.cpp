@@ -212,8 +212,15 @@ TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
   };
   while (machine.boxes.empty()) machine.Pass(1ms);
   EXPECT_TRUE(Contains(Reads("WriteDownloadPagesToFile"), "Is a directory"));
-  Choose("Data", "Download");
+  machine.Pass(900ms);
+  EXPECT_EQ(PagesInFile(), UpTo(5)) << "the next box leaves the user time to stop";
+  machine.Pass(200ms);
   EXPECT_EQ(PagesInFile(), (std::vector{1, 2, 3, 4, 5, 7}));
+  EXPECT_EQ(machine.wire.size(), 6U) << "page 7 was asked for again while it waited";
+  std::filesystem::rename(path, DataFile("moved.qbx"));
+  machine.Pass(400ms);
+  Choose("Data", "Download");
+  EXPECT_EQ(PagesInFile(), (std::vector{8, 9, 10})) << "no header in the new file";
 }
 
 TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {

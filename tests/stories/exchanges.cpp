@@ -151,9 +151,10 @@ TEST_F(Exchanges, EachKeepsToItsOwnFile) {
     machine.Pass(100ms);
     Choose("Data", "Sample");
   };
-  for (const char* recorder : {"Accelerometers", "Angles"}) {
+  std::filesystem::create_symlink("run.qbx", DataFile("link.qbx"));
+  for (const auto& [recorder, name] : {std::pair{"Accelerometers", "link.qbx"}, {"Angles", "run.qbx"}}) {
     Front(recorder);
-    ChooseFile("Data", "Save", "run.qbx");
+    ChooseFile("Data", "Save", name);
   }
   Front("DownloadErase");
   DownloadStory::Begin();  // into the file of a recording: that ends its saving

@@ -67,6 +67,7 @@ TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
     SCOPED_TRACE(text);
     Open(text);
     if (box != nullptr) Reads(box);
+    EXPECT_EQ(Shared.LastFailure.ends_with("the graphs are unchanged"), box == nullptr);
     EXPECT_EQ(Text("txtFileName"), keepsName ? DataFile("f.qbx").string() : "");
     EXPECT_EQ(Points(), "0 / 0");
   }

@@ -240,7 +240,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
   EXPECT_EQ(peer.Next(), "");
   Type("txtRH5", "no such computer");  // the end of the look-up given up above looks alike
   Press("Reset");
-  EXPECT_TRUE(Until([&] { return Contains(Text("lblSocket"), "No computer is known"); }));
+  EXPECT_TRUE(Until([&] { return Contains(Text("lblSocket"), "No IPv4 address is known"); }));
 }
 
 TEST_F(RemoteStory, LeavingEndsTheBinding) {

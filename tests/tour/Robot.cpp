@@ -2,9 +2,9 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QRadioButton>
 #include <QScreen>
 #include <QTest>
 
@@ -38,7 +38,7 @@ void Robot::Watch() {
 }
 
 void Robot::AnswerBox(QMessageBox& box) {
-  boxes_.push_back(box.text().toStdString());
+  boxes_ << box.text();
   std::cout << "  box: " << box.text().section('\r', 0, 0).toStdString() << std::endl;
   if (!pictured_.isEmpty() && box.text().startsWith(pictured_)) {
     Grab(pictureName_);
@@ -59,85 +59,79 @@ void Robot::AnswerFile(QFileDialog& dialog) {
   QTest::keyClick(name, Qt::Key_Return);
 }
 
+void Robot::Do(std::initializer_list<QString> steps) {
+  for (const auto& step : steps) {
+    std::cout << step.toStdString() << std::endl;
+    DoOne(step.section(": ", 0, 0), step.section(": ", 1));
+  }
+}
+
+void Robot::DoOne(const QString& verb, const QString& what) {
+  if (verb == "press") return Press(what);
+  if (verb == "key") return Key(QKeySequence(what)[0]);
+  if (verb == "rest") return QTest::qWait(what.toInt());
+  if (verb == "picture") return Picture(what);
+  if (verb == "screen") {
+    return WaitUntil(what, [&] {
+      const auto* form = platform::Form::Active();
+      return form != nullptr && form->Name() == what.toStdString();
+    });
+  }
+  if (verb != "box") return Choose(verb.section(" > ", 0, 0), verb.section(" > ", 1));
+  const auto begins = [&](const QString& box) { return box.startsWith(what); };
+  WaitUntil("the box " + what, [&] { return std::ranges::any_of(boxes_, begins); });
+  boxes_.clear();
+}
+
 void Robot::Choose(const QString& menu, const QString& entry) {
-  std::cout << menu.toStdString() << ", " << entry.toStdString() << std::endl;
-  WaitUntil("the entry " + entry.toStdString(), [&] { return Offers(menu, entry); });
-  test::FindEntry(outer_, menu, entry)->trigger();
-  Rest(50);
+  const auto find = [&] { return test::FindEntry(outer_, menu, entry); };
+  WaitUntil("the entry " + entry, [&] { return test::IsOffered(find()); });
+  find()->trigger();
+  QTest::qWait(50);
 }
 
 void Robot::Press(const QString& caption) {
-  std::cout << "press " << caption.toStdString() << std::endl;
   QPushButton* button = nullptr;
-  WaitUntil("the button " + caption.toStdString(), [&] {
+  WaitUntil("the button " + caption, [&] {
     button = test::FindButton(caption);
     return button != nullptr && button->isEnabled();
   });
   QTest::mouseClick(button, Qt::LeftButton);
-  Rest(50);
+  QTest::qWait(50);
 }
 
-void Robot::Mark(const char* name) {
-  The<QRadioButton>(name).click();
-  Rest(50);
-}
-
-void Robot::Type(const char* name, const QString& text) {
-  auto& box = The<QLineEdit>(name);
-  box.selectAll();
-  QTest::keyClicks(&box, text);
-}
-
-void Robot::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+void Robot::Key(QKeyCombination keys) {
   auto* form = platform::Form::Active();
   Require(QTest::qWaitForWindowActive(form->window()), "the window did not get the keyboard");
-  QTest::keyClick(form->focusWidget() != nullptr ? form->focusWidget() : form, key, modifiers);
-  Rest(50);
+  auto* where = form->focusWidget() != nullptr ? form->focusWidget() : form;
+  QTest::keyClick(where, keys.key(), keys.keyboardModifiers());
+  QTest::qWait(50);
 }
 
-void Robot::Rest(int ms) {
-  QTest::qWait(ms);
+void Robot::WaitUntil(const QString& what, const std::function<bool()>& condition) {
+  Require(QTest::qWaitFor(condition, PatienceMs), "in vain waited for: " + what.toStdString());
 }
 
-void Robot::WaitUntil(const std::string& what, const std::function<bool()>& condition) {
-  Require(QTest::qWaitFor(condition, PatienceMs), "in vain waited for: " + what);
-}
-
-void Robot::Picture(const std::string& name) {
+void Robot::Picture(const QString& name) {
   Grab(name);
   const auto size = outer_.size();
   outer_.resize(800, 600);
-  Rest(200);
+  QTest::qWait(200);
   Grab(name + "-small");
   outer_.resize(size);
-  Rest(200);
+  QTest::qWait(200);
 }
 
-void Robot::Grab(const std::string& name) {
+void Robot::Grab(const QString& name) {
   const QRect frame = outer_.frameGeometry();
   const auto pixmap = outer_.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
-  const auto path = output_ / (name + ".png");
+  const auto path = output_ / (name.toStdString() + ".png");
   Require(pixmap.save(QString::fromStdString(path.string())), "cannot write " + path.string());
 }
 
-void Robot::PictureOfBox(const QString& text, const std::string& name) {
+void Robot::PictureOfBox(const QString& text, const QString& name) {
   pictured_ = text;
   pictureName_ = name;
-}
-
-void Robot::ExpectBox(const std::string& text) {
-  const auto begins = [&](const std::string& box) { return box.starts_with(text); };
-  WaitUntil("the box " + text, [&] { return std::ranges::any_of(boxes_, begins); });
-  boxes_.clear();
-}
-
-std::string Robot::Screen() const {
-  const auto* form = platform::Form::Active();
-  return form == nullptr ? "" : form->Name();
-}
-
-std::string Robot::Text(const char* name) const {
-  return The<QWidget>(name).property("text").toString().toStdString();
 }
 
 }  // namespace bexlow::tour

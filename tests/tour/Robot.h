@@ -8,11 +8,9 @@
 
 #include <filesystem>
 #include <functional>
-#include <string>
-#include <vector>
+#include <initializer_list>
 
 #include "rig/Rig.h"
-#include "shell/MDIForm1.h"
 #include "support/Find.h"
 
 class QFileDialog;
@@ -26,36 +24,28 @@ class Robot {
  public:
   Robot(shell::MDIForm1& outer, std::filesystem::path output);
 
-  void Choose(const QString& menu, const QString& entry);
-  void Press(const QString& caption);
-  /// Clicks an option.
-  void Mark(const char* name);
-  void Type(const char* name, const QString& text);
-  void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  /// Does step after step:
+  /// - "Tools > Download" chooses an entry once it is offered
+  /// - "press: OK" presses a button once it is enabled
+  /// - "key: Ctrl+F11"
+  /// - "screen: Main" waits until this screen is in front
+  /// - "box: Write completed!" waits until a box with this beginning has been shown since the last such step
+  /// - "rest: 300" milliseconds
+  /// - "picture: main", of the outer window and what lies above it, and one of the small window
+  void Do(std::initializer_list<QString> steps);
   /// Lets the program run until a condition holds.
-  void WaitUntil(const std::string& what, const std::function<bool()>& condition);
-  void Rest(int ms);
-  /// A picture of the outer window and what lies above it, and one of the small window.
-  void Picture(const std::string& name);
+  void WaitUntil(const QString& what, const std::function<bool()>& condition);
   /// Takes a picture, under this name, of the next box whose text begins so.
-  void PictureOfBox(const QString& text, const std::string& name);
-
+  void PictureOfBox(const QString& text, const QString& name);
   void NextFile(const std::filesystem::path& path) { nextFile_ = path; }
-  /// Waits until a box with this beginning has been shown since the last call.
-  void ExpectBox(const std::string& text);
-
-  std::string Screen() const;
-  template <class T>
-  T& The(const char* name) const {
-    return test::FindControl<T>(name);
-  }
-  std::string Text(const char* name) const;
-  bool Offers(const QString& menu, const QString& entry) const {
-    return test::IsOffered(test::FindEntry(outer_, menu, entry));
-  }
 
  private:
-  void Grab(const std::string& name);
+  void DoOne(const QString& verb, const QString& what);
+  void Choose(const QString& menu, const QString& entry);
+  void Press(const QString& caption);
+  void Key(QKeyCombination keys);
+  void Picture(const QString& name);
+  void Grab(const QString& name);
   void Watch();
   void AnswerBox(QMessageBox& box);
   void AnswerFile(QFileDialog& dialog);
@@ -65,10 +55,9 @@ class Robot {
   QTimer watch_;
   QElapsedTimer shown_;  ///< since the box on top was first seen
   QWidget* seen_ = nullptr;
-  QString pictured_;
-  std::string pictureName_;
+  QString pictured_, pictureName_;
   std::filesystem::path nextFile_;
-  std::vector<std::string> boxes_;
+  QStringList boxes_;
 };
 
 }  // namespace bexlow::tour

@@ -33,6 +33,9 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent) {
   auto* box = MakeTextBox(name, accessibleName, parent);
   box->setReadOnly(true);
+  QPalette ground;
+  ground.setColor(QPalette::Base, Qt::transparent);
+  box->setPalette(ground);
   QObject::connect(box, &QLineEdit::textChanged, box,
                    [box] { box->setCursorPosition(0); });  // shows the beginning
   return box;
@@ -46,6 +49,10 @@ QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, Q
   bar->setRange(0, 100);
   bar->setValue(0);
   return bar;
+}
+
+void SetPlainToolTip(QWidget* widget, const QString& text) {
+  widget->setToolTip("<span>" + text.toHtmlEscaped() + "</span>");
 }
 
 void SetProgress(QProgressBar* bar, double value) {

@@ -15,11 +15,15 @@ namespace bexlow::platform {
 QGroupBox* MakeFrame(const char* name, const QString& caption, QWidget* parent);
 /// A label; with a buddy it is read aloud as the buddy's name and brings the keyboard there.
 QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent, QWidget* buddy = nullptr);
-/// A text box that only the program fills; it can be focused and copied from.
+/// A text box that only the program fills, without the white ground of a box to write in; it can be focused
+/// and copied from.
 QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent);
 QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget* parent);
 /// A bar from 0 that shows no number of its own.
 QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent);
+
+/// A tool tip that shows any text as it is; Qt would take some for HTML.
+void SetPlainToolTip(QWidget* widget, const QString& text);
 
 /// Sets a value, limited to the bar's range.
 void SetProgress(QProgressBar* bar, double value);

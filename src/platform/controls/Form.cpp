@@ -107,13 +107,10 @@ Form* Form::Active() {
 void Form::Activated() {
   auto* wanted = std::exchange(shownBefore_, true) ? focusWidget() : firstFocus_;
   if (wanted != nullptr && TakesKeys(*wanted, *this)) return wanted->setFocus(Qt::TabFocusReason);
-  QWidget* shows = this;
-  for (auto* next = nextInFocusChain(); next != this; next = next->nextInFocusChain()) {
-    if (!TakesKeys(*next, *this)) continue;
-    if (!next->property("readOnly").toBool()) return next->setFocus(Qt::TabFocusReason);
-    if (shows == this) shows = next;
-  }
-  shows->setFocus(Qt::TabFocusReason);
+  QWidget* next = nextInFocusChain();
+  while (next != this && (!TakesKeys(*next, *this) || next->property("readOnly").toBool()))
+    next = next->nextInFocusChain();
+  next->setFocus(Qt::TabFocusReason);
 }
 
 QMenu* Form::AddMenu(const char* name, const QString& caption) {

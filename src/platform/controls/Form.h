@@ -61,7 +61,7 @@ class Form : public QWidget {
   /// first.
   static Form* Active();
   /// The screen has come to the front: the keyboard goes to the control that had it last, at first to the
-  /// first one that does more than show a text.
+  /// first one that does more than show a text, or to the screen itself.
   void Activated();
 
   /// What the window's close button or Escape does in a modal screen or a child window.

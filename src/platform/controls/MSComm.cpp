@@ -43,6 +43,7 @@ void MSComm::PortOpen(bool open) {
 void MSComm::Close() {
   if (PortOpen()) owner_.Engage(-1);
   line_.reset();
+  askedAt_.reset();
   received_.clear();
   EventGate::Get().Withdraw(this);
 }
@@ -64,10 +65,12 @@ void MSComm::RThreshold(int count) {
 void MSComm::Output(std::span<const std::uint8_t> bytes) {
   if (!PortOpen()) Refuse(std::errc::bad_file_descriptor, PortName(commPort_) + " is not open");
   line_->Write(bytes);
+  askedAt_ = Machine::Get().QueryPerformanceCounter();
 }
 
 Bytes MSComm::Input() {
   if (!PortOpen()) Refuse(std::errc::bad_file_descriptor, PortName(commPort_) + " is not open");
+  if (!received_.empty()) askedAt_.reset();
   return std::exchange(received_, {});
 }
 

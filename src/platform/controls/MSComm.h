@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "platform/machine/Machine.h"
@@ -41,6 +42,8 @@ class MSComm {
   void RThreshold(int count);
   /// When the first of the waiting bytes came, on the high-resolution counter.
   std::int64_t FirstByteAt() const { return firstByteAt_; }
+  /// When bytes were written last, on the high-resolution counter; nothing once bytes have been taken since.
+  std::optional<std::int64_t> AskedAt() const { return askedAt_; }
   int CommEvent() const { return commEvent_; }
   std::function<void()> OnComm;
 
@@ -63,6 +66,7 @@ class MSComm {
   int commEvent_ = 0;
   Bytes received_;
   std::int64_t firstByteAt_ = 0;
+  std::optional<std::int64_t> askedAt_;
   std::unique_ptr<SerialLine> line_;
 };
 

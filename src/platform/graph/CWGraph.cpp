@@ -60,7 +60,6 @@ void CWGraph::BuildPlot() {
   plot_->axisRect()->setupFullAxesBox();
   plot_->xAxis2->setTicks(false);
   plot_->yAxis2->setTicks(false);
-  FitMargins();
   cursors_ = new CWGraphCursors(plot_->xAxis, plot_->yAxis);  // drawn first, under the curve
   curve_ = new CWGraphCurve(plot_->xAxis, plot_->yAxis, series_);
   numbers_ = MakeWords(*this, Qt::AlignRight);
@@ -74,10 +73,13 @@ void CWGraph::BuildPlot() {
   layout->addWidget(words_);
 }
 
-// The left margin has room for a title and "-180", so that graphs above each other have their axes in line.
+// The left margin has room for a title and "-180", so that graphs above each other have their axes in line,
+// the right one for the label of the limit, which must not hide the last samples.
 void CWGraph::FitMargins() {
-  const int left = fontMetrics().horizontalAdvance(QStringLiteral("-1800")) + fontMetrics().height() + 22;
-  plot_->axisRect()->setMinimumMargins(QMargins(left, 8, 14, 4));
+  const auto words = fontMetrics();
+  const int left = words.horizontalAdvance(QStringLiteral("-1800")) + words.height() + 22;
+  const int right = Limit() ? words.horizontalAdvance(QStringLiteral("-180°")) + 10 : 14;
+  plot_->axisRect()->setMinimumMargins(QMargins(left, 8, right, 4));
 }
 
 void CWGraph::BuildInteraction() {
@@ -85,7 +87,9 @@ void CWGraph::BuildInteraction() {
   view_ = std::make_unique<CWGraphView>(*plot_->xAxis, *plot_->yAxis);
   view_->Changed = [this] { PassXView(); };
   limit_ = std::make_unique<CWGraphLimit>(*plot_, view_->Y);
+  FitMargins();
   readOut_ = std::make_unique<CWGraphReadOut>(series_, *plot_, *view_, *overlay_, *words_);
+  connect(plot_, &QCustomPlot::beforeReplot, this, [this] { FitToSize(); });
   connect(plot_, &QCustomPlot::afterReplot, this, [this] { TellMoved(); });
   interaction_ = new CWGraphInteraction(*this, *plot_, *view_, *readOut_, *overlay_, *limit_);
   interaction_->MenuWanted = [this](QPoint global) { menu_->popup(global); };
@@ -145,7 +149,7 @@ void CWGraph::TakeSeries(CWGraphSeries series) {
 void CWGraph::SetPlotStyle(PlotStyle style) {
   style_ = style;
   curve_->SetStyle(style);
-  ApplyTitles();
+  ApplyStyle();
   TakeSeries(std::move(series_));
 }
 
@@ -162,7 +166,6 @@ void CWGraph::SetYAxis(bool autoScale, double minimum, double maximum) {
 void CWGraph::SetAxisTitles(const QString& x, const QString& y) {
   titleX_ = x;
   titleY_ = y;
-  ApplyTitles();
   DrawSoon();
 }
 
@@ -170,40 +173,56 @@ std::optional<double> CWGraph::ClockRate() const {
   return timeShown_ && style_ == PlotStyle::Linear ? rate_ : std::nullopt;
 }
 
-// Fewer tick labels on a graph of small height.
-void CWGraph::FitTicks() {
-  plot_->yAxis->ticker()->setTickCount(std::clamp(height() / (2 * fontMetrics().height()), 2, 7));
+void CWGraph::ApplyStyle() {
+  DressInStyle(*plot_, style_, ClockRate());
+  DrawSoon();
 }
 
-void CWGraph::ApplyTitles() {
-  const bool isBin = style_ == PlotStyle::Bin;
-  DressInStyle(*plot_, style_, ClockRate());
-  FitTicks();
-  const auto place = ClockRate() ? tr("Time since launch (h:min:s)") : tr("Sample");
-  plot_->xAxis->setLabel(!titleX_.isEmpty() ? titleX_ : isBin ? tr("Angle (degrees)") : place);
-  plot_->yAxis->setLabel(!titleY_.isEmpty() ? titleY_ : isBin ? tr("Count") : tr("Angle (degrees)"));
+QString CWGraph::TitleX() const {
+  if (!titleX_.isEmpty()) return titleX_;
+  if (style_ == PlotStyle::Bin) return tr("Angle (degrees)");
+  return ClockRate() ? tr("Time since launch (h:min:s)") : tr("Sample");
+}
+
+QString CWGraph::TitleY() const {
+  if (!titleY_.isEmpty()) return titleY_;
+  return style_ == PlotStyle::Bin ? tr("Count") : tr("Angle (degrees)");
+}
+
+// A small plot has fewer tick labels. It goes without the x title if the y title needs its room, and without
+// both where the y title does not fit at all.
+void CWGraph::FitToSize() {
+  const auto words = fontMetrics();
+  const int room = plot_->height() - words.height() - 22;  // without the labels of the x axis and the margins
+  const int missing = words.horizontalAdvance(TitleY()) - room;
+  plot_->xAxis->setLabel(missing + words.height() <= 0 ? TitleX() : QString());
+  plot_->yAxis->setLabel(missing <= 0 ? TitleY() : QString());
+  const auto fitTicks = [](QCPAxis& axis, int count) {
+    axis.ticker()->setTickCount(std::clamp(count, 2, 7));
+  };
+  fitTicks(*plot_->xAxis, plot_->width() / words.horizontalAdvance(QStringLiteral("-1000000")));
+  fitTicks(*plot_->yAxis, room / (2 * words.height()));
 }
 
 void CWGraph::SetSampleRate(std::optional<double> rate) {
   rate_ = rate;
   readOut_->Renew(style_, rate_);
-  ApplyTitles();
+  ApplyStyle();
   RenewMenu();
-  DrawSoon();
 }
 
 void CWGraph::ShowTime(bool time) {
   for (auto* graph : {this, linked_.data()}) {
     if (!graph) continue;
     graph->timeShown_ = time;
-    graph->ApplyTitles();
+    graph->ApplyStyle();
     graph->RenewMenu();
-    graph->DrawSoon();
   }
 }
 
 void CWGraph::SetLimit(std::optional<double> value) {
   limit_->Set(value);
+  FitMargins();
   DrawSoon();
 }
 
@@ -345,7 +364,6 @@ void CWGraph::changeEvent(QEvent* event) {
 }
 
 void CWGraph::resizeEvent(QResizeEvent* event) {
-  FitTicks();
   overlay_->setGeometry(rect());
   overlay_->raise();
   QWidget::resizeEvent(event);
@@ -368,7 +386,7 @@ QSize CWGraph::sizeHint() const {
   return {640, 260};
 }
 QSize CWGraph::minimumSizeHint() const {
-  return {160, 110};
+  return {160, 90};
 }
 
 }  // namespace bexlow::platform

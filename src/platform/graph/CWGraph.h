@@ -99,8 +99,9 @@ class CWGraph : public QWidget, public DescribedChart {
   /// The text that the menu copies, while there are numbers.
   std::function<QString()> NumbersToCopy;
 
-  /// Text after the graph's name in the title of a picture: file, launch.
-  void SetHeading(const QString& heading) { heading_ = heading; }
+  /// Text after the graph's name in the title of a picture, as file and launch, and before it in the name
+  /// suggested for one.
+  void SetHeading(const QString& heading, const QString& fileStem);
 
   /// Whether the user can zoom, move and read out, and has a menu; a graph has all this at first.
   void SetInteractive(bool interactive);
@@ -148,7 +149,7 @@ class CWGraph : public QWidget, public DescribedChart {
  private:
   void BuildPlot();
   void FitMargins();
-  void FitTicks();
+  void FitToSize();
   void BuildInteraction();
   void BuildMenu();
   QAction* AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action);
@@ -156,7 +157,9 @@ class CWGraph : public QWidget, public DescribedChart {
   void PresetQuestions();
   void TakeSeries(CWGraphSeries series);
   void ApplyColours(const QPalette& palette) const;
-  void ApplyTitles();
+  void ApplyStyle();
+  QString TitleX() const;
+  QString TitleY() const;
   void DrawSoon();
   void PassXView();
   void TellMoved();
@@ -199,7 +202,7 @@ class CWGraph : public QWidget, public DescribedChart {
   std::optional<double> rate_;
   bool timeShown_ = false;
   std::optional<std::pair<CWGraphRange, std::optional<double>>> told_;  // view and limit of the last Moved
-  QString heading_;
+  QString heading_, fileStem_;
   QPointer<CWGraph> linked_;
   bool isSecond_ = false;
   bool linkActive_ = false;

@@ -31,20 +31,27 @@ void Fasten(QCPItemPosition& position, QCPAxisRect& area) {
 CWGraphLimit::CWGraphLimit(QCustomPlot& plot, const CWGraphAxis& yAxis)
     : plot_(plot), yAxis_(yAxis), line_(new QCPItemStraightLine(&plot)), label_(new QCPItemText(&plot)) {
   for (auto* position : {line_->point1, line_->point2, label_->position}) Fasten(*position, *plot.axisRect());
-  label_->setPositionAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  label_->setPositionAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  label_->setClipToAxisRect(false);  // it stands in the right margin
   label_->setPadding({4, 0, 4, 0});
+  QObject::connect(plot.yAxis, qOverload<const QCPRange&>(&QCPAxis::rangeChanged), label_,
+                   [this] { FollowView(); });
   Set(std::nullopt);
 }
 
 void CWGraphLimit::Set(std::optional<double> value) {
   value_ = value;
   line_->setVisible(value.has_value());
-  label_->setVisible(value.has_value());
+  FollowView();
   if (!value) return;
   line_->point1->setCoords(0, *value);
   line_->point2->setCoords(1, *value);
   label_->position->setCoords(1, *value);
   label_->setText(CWGraphNumber(*value) + QStringLiteral("°"));
+}
+
+void CWGraphLimit::FollowView() {
+  label_->setVisible(value_ && plot_.yAxis->range().contains(*value_));
 }
 
 bool CWGraphLimit::IsNear(double y) const {

@@ -1,4 +1,4 @@
-// A level line across a graph that the user drags up and down, with its value at the right end.
+// A level line across a graph that the user drags up and down, with its value in the right margin.
 #pragma once
 
 #include <QColor>
@@ -32,6 +32,8 @@ class CWGraphLimit {
 
  private:
   void Place(double value);
+  /// Hides the label while the line is out of view.
+  void FollowView();
 
   QCustomPlot& plot_;
   const CWGraphAxis& yAxis_;

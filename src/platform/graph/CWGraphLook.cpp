@@ -28,7 +28,7 @@ class DegreeTicker : public QCPAxisTicker {
  protected:
   double getTickStep(const QCPRange& range) override {
     const double rough = range.size() / (tickCount() + 1);
-    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 60.0, 90.0}) {
+    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 60.0, 90.0, 180.0}) {
       if (step >= rough) return step;
     }
     return QCPAxisTicker::getTickStep(range);

@@ -77,6 +77,11 @@ void CWGraph::PresetQuestions() {
   TellFailure = [](const QString& reason) { MsgBox(reason.toStdString()); };
 }
 
+void CWGraph::SetHeading(const QString& heading, const QString& fileStem) {
+  heading_ = heading;
+  fileStem_ = fileStem;
+}
+
 std::vector<const CWGraph*> CWGraph::Graphs(Extent extent) const {
   if (extent == Extent::This || !linked_) return {this};
   if (isSecond_) return {linked_.data(), this};
@@ -114,7 +119,7 @@ void CWGraph::CopyNumbers() const {
 }
 
 void CWGraph::SaveByUser(Extent extent) {
-  auto path = AskPicturePath(tr("%1.png").arg(NamesOf(extent)));
+  auto path = AskPicturePath((fileStem_.isEmpty() ? "" : fileStem_ + " ") + NamesOf(extent) + ".png");
   if (path.isEmpty()) return;
   if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
   const auto bytes =

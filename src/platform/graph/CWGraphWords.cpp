@@ -30,8 +30,8 @@ QString CWGraph::Description() const {
   QStringList words;
   const auto range = series_.YRange();
   words << (series_.IsEmpty() ? tr("No data") : tr("%1 points").arg(series_.Size()));
-  words << tr("%1 from %2").arg(plot_->xAxis->label(), XWords());
-  words << tr("%1 from %2").arg(plot_->yAxis->label(), RangeWords(YView()));
+  words << tr("%1 from %2").arg(TitleX(), XWords());
+  words << tr("%1 from %2").arg(TitleY(), RangeWords(YView()));
   if (range)
     words << tr("least value %1, greatest value %2")
                  .arg(CWGraphNumber(range->lower), CWGraphNumber(range->upper));
