@@ -36,9 +36,9 @@ void RequireRun(const std::string& file, const PageArray& page, double channels)
     pushes += i % 2 == 0 && page[pair] == 127 && page[pair + 1] == 127;
   }
   if (channels != 3) return;
-  review::ReviewSeries review;
+  graph::DoubleSeries series;
   Require(review::HoldsPushes(file) == (pushes > 0), "a file with pushes is taken for review");
-  Require(review::ReadReview(file, review) && review.PushCount == pushes, "every push comes back");
+  Require(graph::ReadDouble(file, series) && series.pushes.size() == pushes, "every push comes back");
 }
 
 }  // namespace

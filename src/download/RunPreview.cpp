@@ -105,7 +105,8 @@ void RunPreview::Add(std::int32_t page, const std::string& pageDataText, const s
 void RunPreview::AddSamples(const std::string& record) {
   const std::string file = std::string(12, '\n') + record;
   if (channels_ == 3) {
-    const auto more = graph::ReadDouble(file).value_or(graph::DoubleSeries{});
+    graph::DoubleSeries more;
+    graph::ReadDouble(file, more);
     Append(samples_.x, more.x);
     Append(samples_.y, more.y);
   } else if (channels_ == 1 || channels_ == 2) {

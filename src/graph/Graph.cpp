@@ -184,11 +184,11 @@ void Graph::BuildSingleChannelArray(int channel) {
 
 void Graph::BuildDoubleChannelArrays() {
   BuildArrays("BuildDoubleChannelArrays", [&](const std::string& text) {
-    auto series = ReadDouble(text);
-    if (!series) return false;
-    XLinear = std::move(series->x);
-    YLinear = std::move(series->y);
-    return true;
+    DoubleSeries series;
+    const bool whole = ReadDouble(text, series);
+    XLinear = std::move(series.x);
+    YLinear = std::move(series.y);
+    return whole;
   });
 }
 
@@ -225,14 +225,10 @@ void Graph::Big(std::int16_t page, const std::string& fileName) {
         LastPageX = page;
         return;
       case PairResult::Found:
-        ShowPair(pair);
+        ConvertPointArraysToDegreeArrays(pair);
+        graphs_->Plot(degrees_);
     }
   });
-}
-
-void Graph::ShowPair(const BinPair& pair) {
-  ConvertPointArraysToDegreeArrays(pair);
-  graphs_->Plot(degrees_);
 }
 
 void Graph::ConvertPointArraysToDegreeArrays(const BinPair& pair) {

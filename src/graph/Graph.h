@@ -40,7 +40,6 @@ class Graph : public platform::Form {
   void OpenLinear(int channel);
   void PageNumber(int page);
   void Big(std::int16_t page, const std::string& fileName);
-  void ShowPair(const BinPair& pair);
   void ConvertPointArraysToDegreeArrays(const BinPair& pair);
   void BuildSingleChannelArray(int channel);
   void BuildDoubleChannelArrays();

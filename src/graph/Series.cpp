@@ -1,6 +1,5 @@
 #include "graph/Series.h"
 
-#include <algorithm>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -92,12 +91,6 @@ bool ReadDouble(std::string_view text, DoubleSeries& series) {
   series.x = std::move(read.x);
   series.y = std::move(read.y);
   return true;
-}
-
-std::optional<DoubleSeries> ReadDouble(std::string_view text) {
-  DoubleSeries series;
-  if (!ReadDouble(text, series)) return std::nullopt;
-  return series;
 }
 
 }  // namespace bexlow::graph

@@ -43,12 +43,10 @@ struct DoubleSeries {
   std::vector<double> pushes;  ///< index in x of each pair whose X field is exactly "BP"
 };
 
-/// All pairs of a two-channel file; nothing where the file ends within its 12 header lines.
+/// Reads all pairs of a two-channel file into a series that is emptied first; false where the file ends
+/// within its 12 header lines. If it throws, x and y are empty and pushes holds what was found before the
+/// fault.
 /// @throws std::system_error naming the record and its fault
-std::optional<DoubleSeries> ReadDouble(std::string_view text);
-
-/// The same into a series that is emptied first; false instead of nothing. If it throws, x and y are empty
-/// and pushes holds what was found before the fault.
 bool ReadDouble(std::string_view text, DoubleSeries& series);
 
 }  // namespace bexlow::graph

@@ -13,6 +13,7 @@
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
+#include "review/ButtonPushes.h"
 #include "shell/ErrorHandler.h"
 #include "shell/Records.h"
 
@@ -132,24 +133,30 @@ bool GraphBP::HeaderIsAccepted(const std::string& text) {
   return false;
 }
 
-// Reports a damaged record; the file is then shown with empty series.
+// Reports a damaged record; the file is then shown with empty series and the pushes before the damage.
 void GraphBP::BuildDoubleChannelArrays(const std::string& text) {
-  Guarded(*this, "BuildDoubleChannelArrays", [&] { ReadReview(text, review_); });
+  graph::DoubleSeries series;
+  Guarded(*this, "BuildDoubleChannelArrays", [&] { graph::ReadDouble(text, series); });
+  XLinear = std::move(series.x);
+  YLinear = std::move(series.y);
+  ButtonPushes = std::move(series.pushes);
+  pushCount_ = ButtonPushes.size();
+  if (pushCount_ == 0) ButtonPushes.push_back(0);
 }
 
 void GraphBP::ShowFile() {
   graphs_->TellFile(FileName(), facts_);
-  lblBPCount_->setText("of " + QString::number(review_.PushCount));
+  lblBPCount_->setText("of " + QString::number(pushCount_));
   txtBPNumber->setAccessibleDescription(lblBPCount_->text());
   graphs_->PrepareLinear();
-  graphs_->Plot(*graphs_->CWGraph1, review_.XLinear);
-  graphs_->Plot(*graphs_->CWGraph2, review_.YLinear);
+  graphs_->Plot(*graphs_->CWGraph1, XLinear);
+  graphs_->Plot(*graphs_->CWGraph2, YLinear);
   ShowPush(0);
 }
 
 void GraphBP::ShowPush(std::size_t number) {
   txtBPNumber->setText(Shown(static_cast<double>(number)));
-  txtBPValue->setText(Shown(review_.ButtonPushes[number]));
+  txtBPValue->setText(Shown(ButtonPushes[number]));
   const double point = NumberIn(*txtBPValue);
   PlaceCursor(1, point);
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->StressCursor(point);
@@ -157,7 +164,7 @@ void GraphBP::ShowPush(std::size_t number) {
 }
 
 void GraphBP::ChooseCursor(double point) {
-  if (const auto number = PushAt(review_.ButtonPushes, point)) ShowPush(*number);
+  if (const auto number = PushAt(ButtonPushes, point)) ShowPush(*number);
 }
 
 void GraphBP::PlaceCursor(int cursor, double point) {
@@ -165,17 +172,15 @@ void GraphBP::PlaceCursor(int cursor, double point) {
 }
 
 void GraphBP::cmdBack_Click() {
-  if (review_.ButtonPushes.empty()) return;
-  if (const auto number = StepBack(Number())) ShowPush(*number);
+  if (Number() > 0) ShowPush(Number() - 1);
 }
 
 void GraphBP::cmdForward_Click() {
-  if (review_.ButtonPushes.empty()) return;
-  if (const auto number = StepForward(Number(), review_.ButtonPushes.size())) ShowPush(*number);
+  if (Number() + 1 < ButtonPushes.size()) ShowPush(Number() + 1);
 }
 
 void GraphBP::cmdShowAll_Click() {
-  if (review_.ButtonPushes.empty()) return;
+  if (ButtonPushes.empty()) return;
   if (cmdShowAll->text() == "Show All") {
     ShowAllPushes();
   } else {
@@ -185,14 +190,14 @@ void GraphBP::cmdShowAll_Click() {
 
 void GraphBP::ShowAllPushes() {
   cmdShowAll->setText("Hide All");
-  const int count = static_cast<int>(review_.ButtonPushes.size());
+  const int count = static_cast<int>(ButtonPushes.size());
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
     while (graph->CursorCount() < count) {
       graph->AddCursor();
       graph->SetCursorLook(graph->CursorCount());
     }
   }
-  for (int i = 0; i < count; ++i) PlaceCursor(i + 1, review_.ButtonPushes[static_cast<std::size_t>(i)]);
+  for (int i = 0; i < count; ++i) PlaceCursor(i + 1, ButtonPushes[static_cast<std::size_t>(i)]);
 }
 
 void GraphBP::ShowOnePush() {

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "graph/RunFacts.h"
+#include "graph/Series.h"
 #include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
-#include "review/ButtonPushes.h"
 
 class QLabel;
 class QLineEdit;
@@ -51,7 +52,9 @@ class GraphBP : public platform::Form {
 
   platform::CommonDialog CommonDialog1;
   graph::RunFacts facts_;
-  ReviewSeries review_;
+  graph::Samples XLinear, YLinear;
+  std::vector<double> ButtonPushes;  ///< index of each push in XLinear; a single 0 for a file without a push
+  std::size_t pushCount_ = 0;
 
   QLineEdit* txtFileName = nullptr;
   graph::GraphPair* graphs_ = nullptr;

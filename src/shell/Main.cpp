@@ -21,6 +21,7 @@
 #include "live/RemoteSession.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
+#include "review/ButtonPushes.h"
 #include "review/GraphBP.h"
 #include "shell/About.h"
 #include "shell/Chords.h"

@@ -96,10 +96,10 @@ TEST(Series, FieldsGoToTheirPlaces) {
 
   const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
   for (const auto& bytes : {text, WithLineFeeds(text), text.substr(0, text.size() - 2)}) {
-    const auto series = graph::ReadDouble(bytes);
-    ASSERT_TRUE(series && series->x.size() == 264 && series->y.size() == 264);
-    EXPECT_EQ(std::vector({series->x[0], series->y[0], series->x[132]}), (graph::Samples{1, 2, 3}));
-    EXPECT_EQ(series->y[263], 4) << "the last field is the rest of the line, read by its leading number";
+    graph::DoubleSeries series;
+    ASSERT_TRUE(graph::ReadDouble(bytes, series) && series.x.size() == 264 && series.y.size() == 264);
+    EXPECT_EQ(std::vector({series.x[0], series.y[0], series.x[132]}), (graph::Samples{1, 2, 3}));
+    EXPECT_EQ(series.y[263], 4) << "the last field is the rest of the line, read by its leading number";
   }
 }
 
@@ -122,19 +122,14 @@ TEST(Series, BrokenRecordsAreNamed) {
   }
 }
 
-TEST(ButtonPushes, BearExactlyTheirMarkAndAreNeverEmptyOnceRead) {
-  review::ReviewSeries series;
-  EXPECT_TRUE(review::ReadReview(
+TEST(ButtonPushes, BearExactlyTheirMark) {
+  graph::DoubleSeries series;
+  EXPECT_TRUE(graph::ReadDouble(
       Header() + Record("1", 264, "5", 2, "BP ") + Record("2", 264, "bp") + Record("3", 264, "5", 0, "BP"),
       series));
-  EXPECT_EQ(series.ButtonPushes, std::vector<double>{264});
-  EXPECT_EQ(series.PushCount, 1u);
-  series.ButtonPushes = {7, 8};
-  EXPECT_FALSE(review::ReadReview(Shortened(Header(), 11), series));
-  EXPECT_EQ(series.ButtonPushes, std::vector<double>{0});
-  EXPECT_EQ(series.PushCount, 0u);
-  EXPECT_TRUE(series.XLinear.empty());
-  EXPECT_FALSE(review::StepForward(0, 0)) << "no file yet";
+  EXPECT_EQ(series.pushes, std::vector<double>{264});
+  EXPECT_FALSE(graph::ReadDouble(Shortened(Header(), 11), series));
+  EXPECT_TRUE(series.pushes.empty() && series.x.empty());
 }
 
 TEST(BinPages, PairsAreFoundByTheirNumber) {

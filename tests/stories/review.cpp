@@ -99,6 +99,7 @@ TEST_F(ReviewStory, KeysStepClicksChooseAndAnotherFileKeepsTheCursors) {
   ExpectShown("0 at 99", {99});
   Open(Header() + Records(1, {}));
   EXPECT_EQ(Text("lblBPCount"), "of 0");
+  ExpectShown("0 at 0", {0});
 }
 
 TEST_F(ReviewStory, RefusedFilesKeepWhatIsOnShowAndBrokenOnesShowWhatWasFound) {
