@@ -11,7 +11,6 @@
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shell/Chords.h"
-#include "shell/ErrorHandler.h"
 #include "shell/General.h"
 #include "shell/Records.h"
 
@@ -20,7 +19,6 @@ namespace bexlow::config {
 using live::NumberIn;
 using live::Shown;
 using namespace platform;
-using shell::Guarded;
 using shell::Shared;
 
 namespace {
@@ -52,7 +50,12 @@ Calibrate::Calibrate()
 void Calibrate::BuildMenu() {
   auto* menu = AddMenu("mnuData", "&Data");
   mnuSample = AddCheckEntry(
-      menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
+      menu, "mnuSample", "&Sample",
+      [this] {
+        chain_.Toggle(
+            *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
+      },
+      shell::SampleKey);
   mnuWrite = AddEntry(menu, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
   mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
   AddSeparator(menu, "mnuSep");
@@ -118,22 +121,13 @@ Calibrate::Axis Calibrate::BuildAxis(const char* letter, int line, QGridLayout* 
   return axis;
 }
 
-void Calibrate::mnuSample_Click() {
-  Guarded(*this, "mnuSample_Click", [this] {
-    if (mnuSample->isChecked()) return StopSampling();
-    if (link::LoggerIsFree(*this)) StartSampling();
-  });
-}
-
-void Calibrate::StartSampling() {
+void Calibrate::PrepareRun() {
   ClearRun();
-  mnuSample->setChecked(true);
   mnuWrite->setEnabled(false);
   MsgBox("Shaker will be disabled prior to calibration start!");
   Machine::Get().Repaint();
   DisableShaker();
   shell::WaitMilliseconds(ShakerSettleMs);
-  chain_.Start();
 }
 
 // Clear the current box first: its change handler refills the others.
@@ -176,9 +170,7 @@ void Calibrate::Widen(const Axis& axis) {
   axis.gain->setText(Shown(Gain(min, max)));
 }
 
-void Calibrate::StopSampling() {
-  chain_.Stop();
-  mnuSample->setChecked(false);
+void Calibrate::FinishRun() {
   mnuWrite->setEnabled(sampled_);
   for (std::size_t i = 0; i < axes_.size(); ++i) {
     CalibrationValues[i] = NumberIn(*axes_[i].offset);

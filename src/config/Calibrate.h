@@ -32,11 +32,10 @@ class Calibrate : public platform::Form {
   void BuildGrid(QWidget* frame);
   Axis BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame);
 
-  void mnuSample_Click();
   void Take(const link::Bytes& reply);
 
-  void StartSampling();
-  void StopSampling();
+  void PrepareRun();
+  void FinishRun();
   void ClearRun();
   void DisableShaker();
   void Widen(const Axis& axis);

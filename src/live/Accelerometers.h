@@ -50,8 +50,6 @@ class Accelerometers : public RecordingScreen {
   void EnableDacButtons(bool enabled);
 
   std::array<Axis, 3> axes_;
-  QGroupBox* fraAcc = nullptr;
-  QGroupBox* fraSlider = nullptr;
   QGroupBox* fraHiddenSliders = nullptr;
   QLabel* lblNote = nullptr;
 };

@@ -37,18 +37,14 @@ CWSlide* AddSlide(QBoxLayout& column, const char* name, const char* caption, QWi
 }  // namespace
 
 void Accelerometers::Build() {
-  fraAcc = MakeFrame("fraAcc", "Accelerometers", this);
-  fraSlider = MakeFrame("fraSlider", " ", this);  // a blank caption aligns its top with the other frames
-  fraSlider->setAccessibleName("Readings");
-  fraHiddenSliders = MakeFrame("fraHiddenSliders", "Slider", this);
-  lblNote = MakeLabel("lblNote", NoteText, this);
-  lblNote->setWordWrap(true);
   for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].row = &AxisRows[i];
 
   auto* columns = new QHBoxLayout;
   columns->setSpacing(8);
   BuildReadings(*columns);
   BuildDacPanel(*columns);
+  lblNote = MakeLabel("lblNote", NoteText, this);
+  lblNote->setWordWrap(true);
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(12, 12, 12, 12);
   rows->setSpacing(12);
@@ -61,6 +57,10 @@ void Accelerometers::Build() {
 }
 
 void Accelerometers::BuildReadings(QHBoxLayout& columns) {
+  auto* fraAcc = MakeFrame("fraAcc", "Accelerometers", this);
+  auto* fraSlider =
+      MakeFrame("fraSlider", " ", this);  // a blank caption aligns its top with the other frames
+  fraSlider->setAccessibleName("Readings");
   auto* boxes = new QGridLayout(fraAcc);
   auto* slides = new QHBoxLayout(fraSlider);
   for (auto& axis : axes_) {
@@ -75,6 +75,7 @@ void Accelerometers::BuildReadings(QHBoxLayout& columns) {
 }
 
 void Accelerometers::BuildDacPanel(QHBoxLayout& columns) {
+  fraHiddenSliders = MakeFrame("fraHiddenSliders", "Slider", this);
   auto* slides = new QHBoxLayout(fraHiddenSliders);
   for (auto& axis : axes_) {
     auto* column = new QVBoxLayout;

@@ -6,7 +6,6 @@
 
 #include "live/RecordingScreen.h"
 
-class QGridLayout;
 class QGroupBox;
 class QLineEdit;
 class QPushButton;
@@ -35,13 +34,13 @@ class Angles : public RecordingScreen {
     platform::CWKnob* dial = nullptr;
     QPushButton* cmdTare = nullptr;
   };
-  enum class Box { Word, Tare, Angle };
   struct Tare {
     double word = 0, degrees = 0;
   };
 
   void Build();
-  QGroupBox* BuildBoxes(const char* name, const char* caption, Box box);
+  QGroupBox* BuildBoxes(const char* name, const char* caption, const char* unit, QLineEdit* Axis::*box,
+                        const char* AngleRow::*boxName);
   QGroupBox* BuildDial(Axis& axis);
 
   void Decode(const link::Bytes& reply) override;
@@ -50,8 +49,6 @@ class Angles : public RecordingScreen {
   void Stopped() override;
 
   void cmdTare_Click(const Axis& axis);
-  void GetTare(const Axis& axis);
-  void RemoveTare(const Axis& axis);
   void WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare);
   void EnableTareButtons(bool enabled);
 

@@ -27,9 +27,9 @@ void Angles::Build() {
   for (std::size_t i = 0; i < axes_.size(); ++i) axes_[i].row = &AngleRows[i];
   auto* boxes = new QVBoxLayout;
   boxes->setSpacing(12);
-  boxes->addWidget(BuildBoxes("fraRawWord", "Raw Word", Box::Word));
-  boxes->addWidget(BuildBoxes("fraTare", "Tare", Box::Tare));
-  boxes->addWidget(BuildBoxes("fraAngles", "Angles", Box::Angle));
+  boxes->addWidget(BuildBoxes("fraRawWord", "Raw Word", "counts", &Axis::word, &AngleRow::word));
+  boxes->addWidget(BuildBoxes("fraTare", "Tare", "degrees", &Axis::tare, &AngleRow::tare));
+  boxes->addWidget(BuildBoxes("fraAngles", "Angles", "degrees", &Axis::angle, &AngleRow::angle));
   boxes->addStretch();
   auto* columns = new QHBoxLayout;
   columns->setSpacing(12);
@@ -44,23 +44,13 @@ void Angles::Build() {
   rows->addWidget(&Strips(), 2);
 }
 
-QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, Box box) {
+QGroupBox* Angles::BuildBoxes(const char* name, const char* caption, const char* unit, QLineEdit* Axis::*box,
+                              const char* AngleRow::*boxName) {
   auto* frame = MakeFrame(name, caption, this);
   auto* grid = new QGridLayout(frame);
   grid->setColumnStretch(2, 1);  // keeps the boxes aligned although the units differ in length
   for (auto& axis : axes_) {
-    const auto& row = *axis.row;
-    switch (box) {
-      case Box::Word:
-        axis.word = AddReading(*grid, {row.word, row.caption, "counts", TareCharacters}, frame);
-        break;
-      case Box::Tare:
-        axis.tare = AddReading(*grid, {row.tare, row.caption, "degrees", TareCharacters}, frame);
-        break;
-      case Box::Angle:
-        axis.angle = AddReading(*grid, {row.angle, row.caption, "degrees", TareCharacters}, frame);
-        break;
-    }
+    axis.*box = AddReading(*grid, {axis.row->*boxName, axis.row->caption, unit, TareCharacters}, frame);
   }
   return frame;
 }

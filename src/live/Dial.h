@@ -10,7 +10,7 @@ inline platform::CWKnob* MakeDial(const AngleRow& row, QWidget* parent) {
   auto* dial = new platform::CWKnob(parent);
   dial->setObjectName(row.dial);
   dial->setAccessibleName(row.caption);
-  dial->SetScale(row.scale.minimum, row.scale.maximum, row.scale.start, row.scale.arc);
+  dial->SetScale(-row.dialEnd, row.dialEnd, row.start, row.arc);
   return dial;
 }
 

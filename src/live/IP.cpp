@@ -1,6 +1,5 @@
 #include "live/IP.h"
 
-#include <cstddef>
 #include <sstream>
 
 #include "platform/machine/HostName.h"
@@ -8,10 +7,6 @@
 #include "shell/ErrorHandler.h"
 
 namespace bexlow::live {
-
-std::string ComputerName() {
-  return platform::HostName();
-}
 
 std::optional<std::array<std::string, 4>> GetIP(const platform::Form& screen) {
   std::optional<std::array<std::string, 4>> numbers;

@@ -1,4 +1,4 @@
-// Module IP: the name and the address of this computer.
+// Module IP: the address of this computer.
 #pragma once
 
 #include <array>
@@ -10,9 +10,6 @@ class Form;
 }
 
 namespace bexlow::live {
-
-/// This computer's name; empty if it has none.
-std::string ComputerName();
 
 /// The four numbers of the last address in this computer's list. If there is none, a box says so.
 std::optional<std::array<std::string, 4>> GetIP(const platform::Form& screen);

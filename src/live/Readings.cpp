@@ -12,10 +12,8 @@ QLineEdit* AddReading(QGridLayout& grid, const Reading& reading, QWidget* parent
   auto* box = platform::MakeReadOnlyBox(reading.name, reading.caption, parent);
   box->setAlignment(Qt::AlignRight);
   box->setFixedWidth(box->fontMetrics().horizontalAdvance('0') * reading.characters + 24);
-  auto* label = new QLabel(reading.caption, parent);
-  label->setBuddy(box);
   const int row = grid.rowCount();
-  grid.addWidget(label, row, 0);
+  grid.addWidget(platform::MakeLabel("", reading.caption, parent, box), row, 0);
   grid.addWidget(box, row, 1);
   grid.addWidget(new QLabel(QString::fromUtf8(reading.unit), parent), row, 2);
   return box;

@@ -47,20 +47,17 @@ void RecordingScreen::BuildMenu() {
   auto* menu = AddMenu("mnuData", "&Data");
   mnuSave = AddCheckEntry(menu, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });
   mnuSample = AddCheckEntry(
-      menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
+      menu, "mnuSample", "&Sample",
+      [this] {
+        chain_.Toggle(
+            *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
+      },
+      shell::SampleKey);
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }
 
-void RecordingScreen::mnuSample_Click() {
-  Guarded(*this, "mnuSample_Click", [this] {
-    if (mnuSample->isChecked()) return StopSampling();
-    if (link::LoggerIsFree(*this)) StartSampling();
-  });
-}
-
-void RecordingScreen::StartSampling() {
-  mnuSample->setChecked(true);
+void RecordingScreen::PrepareRun() {
   mnuSave->setEnabled(false);
   if (mnuSave->isChecked()) {
     SaveToOwnFile();
@@ -73,7 +70,6 @@ void RecordingScreen::StartSampling() {
   saved_ = 0;
   strips_->Clear();
   Starting();
-  chain_.Start();
 }
 
 platform::Activity RecordingScreen::Activity() {
@@ -85,9 +81,7 @@ platform::Activity RecordingScreen::Activity() {
   return activity;
 }
 
-void RecordingScreen::StopSampling() {
-  chain_.Stop();
-  mnuSample->setChecked(false);
+void RecordingScreen::FinishRun() {
   mnuSave->setEnabled(true);
   Stopped();
 }

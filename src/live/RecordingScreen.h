@@ -45,10 +45,9 @@ class RecordingScreen : public platform::Form {
 
  private:
   void BuildMenu();
-  void mnuSample_Click();
   void mnuSave_Click();
-  void StartSampling();
-  void StopSampling();
+  void PrepareRun();
+  void FinishRun();
   bool AnotherSaves() const;
   void SaveToOwnFile();
   void Take(const link::Bytes& reply);

@@ -11,7 +11,7 @@
 #include <system_error>
 
 #include "link/Communications.h"
-#include "live/AngleSample.h"
+#include "live/AngleRows.h"
 #include "live/Datagram.h"
 #include "live/IP.h"
 #include "live/LiveStrips.h"
@@ -20,6 +20,7 @@
 #include "live/SessionRoles.h"
 #include "live/SessionTexts.h"
 #include "platform/instruments/CWKnob.h"
+#include "platform/machine/HostName.h"
 #include "platform/machine/Machine.h"
 #include "shell/Chords.h"
 #include "shell/ErrorHandler.h"
@@ -67,7 +68,12 @@ RemoteSession::RemoteSession()
 void RemoteSession::BuildMenu() {
   auto* menu = AddMenu("mnuData", "&Data");
   mnuSample = AddCheckEntry(
-      menu, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shell::SampleKey);
+      menu, "mnuSample", "&Sample",
+      [this] {
+        chain_.Toggle(
+            *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
+      },
+      shell::SampleKey);
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }
@@ -83,7 +89,7 @@ void RemoteSession::LinkTexts() {
 
 void RemoteSession::Form_Load() {
   Guarded(*this, "Form_Load", [this] {
-    txtWhoAmI->setText(QString::fromStdString(ComputerName()));
+    txtWhoAmI->setText(QString::fromStdString(platform::HostName()));
     ShowPorts(SessionRoles[0]);
     txtRH5->setText(DefaultPeerName);
     for (std::size_t i = 0; i < txtRH.size(); ++i) txtRH[i]->setText(DefaultPeerNumbers[i]);
@@ -95,14 +101,6 @@ void RemoteSession::Form_Load() {
     if (!numbers) return;
     for (std::size_t i = 0; i < txtLH.size(); ++i) txtLH[i]->setText(QString::fromStdString((*numbers)[i]));
   });
-}
-
-bool RemoteSession::SendToPeer() const {
-  return optSend->isChecked();
-}
-
-bool RemoteSession::ShowOnDials() const {
-  return optDialYes->isChecked();
 }
 
 // The socket keeps its old ports until Reset.
@@ -150,32 +148,13 @@ void RemoteSession::ShowSocket() {
   lblSocket->setText(QString::fromStdString(SocketText(udpPeerA)));
 }
 
-void RemoteSession::cmdClearSend_Click() {
-  SetSendText("");
-}
-
-void RemoteSession::cmdClearReceive_Click() {
-  txtReceive->clear();
-}
-
-void RemoteSession::mnuSample_Click() {
-  Guarded(*this, "mnuSample_Click", [this] {
-    if (mnuSample->isChecked()) return StopSampling();
-    if (link::LoggerIsFree(*this)) StartSampling();
-  });
-}
-
-void RemoteSession::StartSampling() {
-  mnuSample->setChecked(true);
+void RemoteSession::PrepareRun() {
   fraSession->setEnabled(false);
   strips_->Clear();
-  chain_.Start();
 }
 
 // Nothing tells the peer that the samples have ended.
-void RemoteSession::StopSampling() {
-  chain_.Stop();
-  mnuSample->setChecked(false);
+void RemoteSession::FinishRun() {
   fraSession->setEnabled(true);
   for (const auto& axis : axes_) axis.text->clear();
 }
@@ -186,7 +165,7 @@ void RemoteSession::Take(const link::Bytes& reply) {
   auto& sample = Shared.LiveSample;
   for (const auto& row : AngleRows) DecodeAngle(row, *words, sample);
   ShowOnAxes(sample.AngleX, sample.AngleY);
-  if (!SendToPeer()) return;
+  if (!optSend->isChecked()) return;
   OutgoingText = Datagram(sample.AngleX, sample.AngleY);
   SetSendText(OutgoingText);
 }
@@ -217,7 +196,7 @@ void RemoteSession::SendText(const QString& text) {
 void RemoteSession::udpPeerA_DataArrival() {
   const std::string& datagram = udpPeerA.GetData();
   txtReceive->setPlainText(ReceivedText(datagram));
-  if (ShowOnDials()) ShowReceivedAngles(datagram);
+  if (optDialYes->isChecked()) ShowReceivedAngles(datagram);
 }
 
 void RemoteSession::ShowReceivedAngles(const std::string& datagram) {

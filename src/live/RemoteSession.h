@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "live/SamplingChain.h"
@@ -44,12 +45,16 @@ class RemoteSession : public platform::Form {
   void BuildMenu();
   void BuildBody();
   QGroupBox* BuildSession();
-  QGroupBox* BuildSend();
-  QGroupBox* BuildDial();
+  struct Choice {
+    const char *name, *caption;
+  };
+  /// A frame of two options, the second of them marked.
+  QGroupBox* BuildSwitch(const char* name, const char* caption, const Choice& on, const Choice& off,
+                         QRadioButton*& isOn);
   QGroupBox* BuildParameters();
   void BuildPeer(QGridLayout& grid);
   QWidget* BuildText(const char* name, const char* caption, const char* clear, QPlainTextEdit*& box,
-                     void (RemoteSession::*click)());
+                     const std::function<void()>& click);
   QGroupBox* BuildAxis(Axis& axis);
   void LinkTexts();
 
@@ -57,16 +62,11 @@ class RemoteSession : public platform::Form {
   void ApplyRole(const SessionRole& role);
   void ShowPorts(const SessionRole& role);
   void cmdReset_Click();
-  void cmdClearSend_Click();
-  void cmdClearReceive_Click();
-  void mnuSample_Click();
-  void StartSampling();
-  void StopSampling();
+  void PrepareRun();
+  void FinishRun();
   void Take(const link::Bytes& reply);
   void udpPeerA_DataArrival();
 
-  bool SendToPeer() const;
-  bool ShowOnDials() const;
   std::string PeerText() const;
   void BindLocalPort();
   void ShowSocket();

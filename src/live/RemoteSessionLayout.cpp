@@ -42,10 +42,8 @@ QHBoxLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, c
 }
 
 void AddRow(QGridLayout& grid, const char* caption, QWidget* buddy, QLayout* content = nullptr) {
-  auto* label = new QLabel(caption, grid.parentWidget());
-  label->setBuddy(buddy);
   const int row = grid.rowCount();
-  grid.addWidget(label, row, 0);
+  grid.addWidget(MakeLabel("", caption, grid.parentWidget(), buddy), row, 0);
   if (content != nullptr) {
     grid.addLayout(content, row, 1, 1, SpanOfNumbers);
   } else {
@@ -60,16 +58,19 @@ void RemoteSession::BuildBody() {
   auto* switches = new QHBoxLayout;
   auto* left = new QVBoxLayout;
   left->addWidget(BuildSession());
-  switches->addWidget(BuildSend());
-  switches->addWidget(BuildDial());
+  fraSend = BuildSwitch("fraSend", "Select Send", {"optSend", "Send"}, {"optNoSend", "No Send"}, optSend);
+  fraDial =
+      BuildSwitch("fraDial", "Display Receive Data", {"optDialYes", "Yes"}, {"optDialNo", "No"}, optDialYes);
+  switches->addWidget(fraSend);
+  switches->addWidget(fraDial);
   left->addLayout(switches);
   left->addWidget(BuildParameters());
   left->addStretch();
 
   auto* texts = new QHBoxLayout;
-  texts->addWidget(BuildText("txtSend", "Send", "cmdClearSend", txtSend, &RemoteSession::cmdClearSend_Click));
-  texts->addWidget(BuildText("txtReceive", "Receive", "cmdClearReceive", txtReceive,
-                             &RemoteSession::cmdClearReceive_Click));
+  texts->addWidget(BuildText("txtSend", "Send", "cmdClearSend", txtSend, [this] { SetSendText(""); }));
+  texts->addWidget(
+      BuildText("txtReceive", "Receive", "cmdClearReceive", txtReceive, [this] { txtReceive->clear(); }));
   txtReceive->setReadOnly(true);
   auto* dials = new QHBoxLayout;
   for (auto& axis : axes_) dials->addWidget(BuildAxis(axis));
@@ -98,25 +99,14 @@ QGroupBox* RemoteSession::BuildSession() {
   return fraSession;
 }
 
-// The options of BuildSend and BuildDial are read at each sample or datagram and need no handlers.
-QGroupBox* RemoteSession::BuildSend() {
-  fraSend = MakeFrame("fraSend", "Select Send", this);
-  optSend = MakeOption("optSend", "Send", fraSend, false);
-  auto* optNoSend = MakeOption("optNoSend", "No Send", fraSend, true);
-  auto* column = new QVBoxLayout(fraSend);
-  column->addWidget(optSend);
-  column->addWidget(optNoSend);
-  return fraSend;
-}
-
-QGroupBox* RemoteSession::BuildDial() {
-  fraDial = MakeFrame("fraDial", "Display Receive Data", this);
-  optDialYes = MakeOption("optDialYes", "Yes", fraDial, false);
-  auto* optDialNo = MakeOption("optDialNo", "No", fraDial, true);
-  auto* column = new QVBoxLayout(fraDial);
-  column->addWidget(optDialYes);
-  column->addWidget(optDialNo);
-  return fraDial;
+// The options are read at each sample or datagram and need no handlers.
+QGroupBox* RemoteSession::BuildSwitch(const char* name, const char* caption, const Choice& on,
+                                      const Choice& off, QRadioButton*& isOn) {
+  auto* frame = MakeFrame(name, caption, this);
+  auto* column = new QVBoxLayout(frame);
+  column->addWidget(isOn = MakeOption(on.name, on.caption, frame, false));
+  column->addWidget(MakeOption(off.name, off.caption, frame, true));
+  return frame;
 }
 
 QGroupBox* RemoteSession::BuildParameters() {
@@ -155,7 +145,7 @@ void RemoteSession::BuildPeer(QGridLayout& grid) {
 }
 
 QWidget* RemoteSession::BuildText(const char* name, const char* caption, const char* clear,
-                                  QPlainTextEdit*& box, void (RemoteSession::*click)()) {
+                                  QPlainTextEdit*& box, const std::function<void()>& click) {
   auto* part = new QWidget(this);
   box = new QPlainTextEdit(part);
   box->setObjectName(name);
@@ -164,9 +154,8 @@ QWidget* RemoteSession::BuildText(const char* name, const char* caption, const c
   box->setTabChangesFocus(true);
   box->setUndoRedoEnabled(false);
   box->setMinimumHeight(3 * box->fontMetrics().lineSpacing());
-  auto* label = new QLabel(caption, part);
-  label->setBuddy(box);
-  auto* button = MakeButton(clear, "Clear", [this, click] { (this->*click)(); });
+  auto* label = MakeLabel("", caption, part, box);
+  auto* button = MakeButton(clear, "Clear", click);
   button->setAccessibleDescription(QString("Clears ") + caption);
   auto* grid = new QGridLayout(part);
   grid->setContentsMargins(0, 0, 0, 0);

@@ -40,6 +40,21 @@ SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, lin
   resting_.OnTimer = [this] { shell::Guarded(screen_, "MSComm1_OnComm", [this] { Request(); }); };
 }
 
+void SamplingChain::Toggle(QAction& mnuSample, const std::function<void()>& prepare,
+                           const std::function<void()>& finish) {
+  shell::Guarded(screen_, "mnuSample_Click", [&] {
+    if (mnuSample.isChecked()) {
+      Stop();
+      mnuSample.setChecked(false);
+      return finish();
+    }
+    if (!link::LoggerIsFree(screen_)) return;
+    mnuSample.setChecked(true);
+    prepare();
+    Start();
+  });
+}
+
 void SamplingChain::Start() {
   rate_ = 0;
   countedSamples_ = samples_;

@@ -26,10 +26,10 @@ class SamplingChain {
   SamplingChain(platform::Form& screen, platform::MSComm& comm, link::CommandName command, Take take,
                 Show show = {});
 
-  /// Opens the port and asks for the first sample. Throws std::system_error if the request cannot be sent.
-  void Start();
-  /// Closes the port.
-  void Stop();
+  /// What mnuSample does, whose mark tells whether sampling runs. Starts it unless another screen has the
+  /// logger: calls `prepare`, opens the port and asks for the first sample. Or stops it: closes the port and
+  /// calls `finish`.
+  void Toggle(QAction& mnuSample, const std::function<void()>& prepare, const std::function<void()>& finish);
 
   /// Shows the last sample and takes no more, so that other requests can use the open port.
   void Pause();
@@ -39,10 +39,13 @@ class SamplingChain {
   /// The next request waits for a second, so that a user who is told of a failure at each sample can stop.
   void Rest() { restWanted_ = true; }
 
-  /// Drops what came in meanwhile, a late sample included, and goes on. Throws as Start does.
+  /// Drops what came in meanwhile, a late sample included, and goes on. Throws std::system_error if the
+  /// request cannot be sent.
   void Resume();
 
  private:
+  void Start();
+  void Stop();
   void MSComm1_OnComm();
   link::Bytes TakeReply();
   bool CameTooSoon(std::int64_t firstByteAt) const;
