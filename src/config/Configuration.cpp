@@ -7,7 +7,6 @@
 
 #include <system_error>
 
-#include "config/EEPROM.h"
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/machine/Machine.h"
@@ -69,7 +68,7 @@ void Configuration::MSComm1_OnComm() {
 }
 
 void Configuration::TakeCell(std::uint8_t byte) {
-  Shared.ReadArray[Shared.ParameterIndex] = byte;
+  Shared.ReadArray.at(static_cast<std::size_t>(Shared.ParameterIndex - FirstIndex)) = byte;
   const int k = ++Shared.ParameterIndex;
   progress_.Show("Reading", k, k - FirstIndex);
 }
@@ -136,10 +135,6 @@ void Configuration::mnuShow_Click(double Parameter::*value) {
 void Configuration::mnuShowDefaults_Click() {
   mnuShow_Click(&Parameter::standard);
   opt15Hz->setChecked(true);
-}
-
-void Configuration::mnuEEPROM_Click() {
-  (new EEPROM)->ShowModal(window());
 }
 
 void Configuration::ToggleHidden() {

@@ -11,7 +11,6 @@
 #include "platform/controls/MSComm.h"
 
 class QGridLayout;
-class QKeyEvent;
 class QLineEdit;
 class QRadioButton;
 
@@ -31,14 +30,13 @@ class Configuration : public platform::Form {
  private:
   void BuildMenus();
   void BuildBody();
-  QWidget* BuildAddresses();
-  QWidget* BuildSingleAddresses();
+  /// The rows of parameters that have this many cells.
+  QWidget* BuildAddresses(const char* name, int cells);
   QWidget* BuildIdentity();
   QWidget* MakeValueBox(const Parameter& row, QWidget* parent);
   void AddUpdateRate(QGridLayout* grid, const Parameter& row, QWidget* frame);
 
   void mnuRead_Click();
-  void mnuEEPROM_Click();
   void mnuShow_Click(double Parameter::*value);
   void mnuShowDefaults_Click();
   void MSComm1_OnComm();

@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "config/Configuration.h"
+#include "config/EEPROM.h"
 #include "link/Communications.h"
 #include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
@@ -85,7 +86,7 @@ void Configuration::BuildMenus() {
   AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
 
   mnuTools = AddMenu("mnuTools", "&Tools");
-  mnuEEPROM = AddEntry(mnuTools, "mnuEEPROM", "&EEPROM", [this] { mnuEEPROM_Click(); });
+  mnuEEPROM = AddEntry(mnuTools, "mnuEEPROM", "&EEPROM", [this] { (new EEPROM)->ShowModal(window()); });
   mnuEEPROM->setVisible(false);
   AddEntry(mnuTools, "mnuShowMin", "&Show Min", [this] { mnuShow_Click(&Parameter::min); });
   AddEntry(mnuTools, "mnuShowMax", "Show &Max", [this] { mnuShow_Click(&Parameter::max); });
@@ -97,10 +98,10 @@ void Configuration::BuildBody() {
   auto* columns = new QHBoxLayout(page);
   columns->setContentsMargins(0, 0, 0, 0);
   columns->setSpacing(16);
-  columns->addWidget(BuildAddresses(), 1, Qt::AlignTop);
+  columns->addWidget(BuildAddresses("fraAddresses", 2), 1, Qt::AlignTop);
   auto* right = new QVBoxLayout;
-  right->addWidget(BuildSingleAddresses());
-  right->addWidget(BuildIdentity());
+  right->addWidget(BuildAddresses("fraSingleAddresses", 1));
+  right->addWidget(fra100108 = BuildIdentity());
   right->addStretch();
   columns->addLayout(right, 1);
 
@@ -123,32 +124,21 @@ QWidget* Configuration::MakeValueBox(const Parameter& row, QWidget* parent) {
   edit->setToolTip(RangeOf(row));
   edit->SetLimits(row.min, row.max);
   edit->SetDecimals(DecimalsOf(row.form));
-  edit->SetStep(1);
   edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance("-180.000") + 48);
   edit->setVisible(row.shown);
   edits_[static_cast<std::size_t>(&row - Parameters)] = edit;
   return edit;
 }
 
-QWidget* Configuration::BuildAddresses() {
-  auto* frame = MakeFrame("fraAddresses", RowsCaption, this);
+QWidget* Configuration::BuildAddresses(const char* name, int cells) {
+  auto* frame = MakeFrame(name, RowsCaption, this);
   auto* grid = MakeGrid(frame);
   for (const Parameter& row : Parameters) {
-    if (row.control != Control::NumEdit || CellsOf(row.form) != 2) continue;
+    if (CellsOf(row.form) != cells) continue;
+    if (row.control == Control::Option) AddUpdateRate(grid, row, frame);
+    if (row.control != Control::NumEdit) continue;
     auto* box = MakeValueBox(row, frame);
     if (row.shown) AddRow(grid, row, box, frame);
-  }
-  return frame;
-}
-
-QWidget* Configuration::BuildSingleAddresses() {
-  auto* frame = MakeFrame("fraSingleAddresses", RowsCaption, this);
-  auto* grid = MakeGrid(frame);
-  for (const Parameter& row : Parameters) {
-    if (row.control == Control::NumEdit && CellsOf(row.form) == 1)
-      AddRow(grid, row, MakeValueBox(row, frame), frame);
-    if (row.control != Control::Option) continue;
-    AddUpdateRate(grid, row, frame);
   }
   return frame;
 }
@@ -178,7 +168,6 @@ QWidget* Configuration::BuildIdentity() {
     AddRow(grid, *row, box, frame);
   }
   frame->hide();
-  fra100108 = frame;
   return frame;
 }
 

@@ -55,7 +55,7 @@ void EEPROM::Build() {
   NumEditAddress->setObjectName("NumEditAddress");
   NumEditAddress->setAccessibleName("Address");
   NumEditAddress->SetLimits(0, LastAddress);
-  NumEditAddress->SetStep(2);
+  NumEditAddress->setSingleStep(2);
   NumEditAddress->Value(FirstAddress);
 
   auto* buttons = new QHBoxLayout;

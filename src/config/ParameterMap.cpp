@@ -89,11 +89,6 @@ constexpr auto WriteTicks = MakeWriteCells();
   throw std::system_error(std::make_error_code(code), words);
 }
 
-std::size_t Offset(int k) {
-  if (k < FirstIndex || k >= EndOfRead) Throw(std::errc::invalid_argument, "No parameter index of the read");
-  return static_cast<std::size_t>(k - FirstIndex);
-}
-
 double FullScale(Form form) {
   return form == Form::Angle180 ? 180 : 90;
 }
@@ -111,8 +106,7 @@ std::array<std::uint8_t, 2> Split(double word) {
 /// The value of a row in a whole read; `place` is where its first cell is.
 double ValueAt(const ReadArray& cells, std::size_t place) {
   const Form form = Parameters[ReadCells[place].row].form;
-  const std::span<const std::uint8_t> bytes = cells.bytes;
-  return Decode(form, bytes.subspan(place, static_cast<std::size_t>(CellsOf(form))));
+  return Decode(form, std::span(cells).subspan(place, static_cast<std::size_t>(CellsOf(form))));
 }
 
 }  // namespace
@@ -149,18 +143,12 @@ std::array<std::uint8_t, 2> Encode(Form form, double value) {
 }
 
 int AddressOfIndex(int k) {
-  return AddressOf(ReadCells[Offset(k)]);
+  if (k < FirstIndex || k >= EndOfRead) Throw(std::errc::invalid_argument, "No parameter index of the read");
+  return AddressOf(ReadCells[static_cast<std::size_t>(k - FirstIndex)]);
 }
 
 std::span<const WriteCell> WriteCells() {
   return WriteTicks;
-}
-
-std::uint8_t& ReadArray::operator[](int k) {
-  return bytes[Offset(k)];
-}
-std::uint8_t ReadArray::operator[](int k) const {
-  return bytes[Offset(k)];
 }
 
 void BreakOut(const ReadArray& cells, OnBoardParameters& parameters) {

@@ -146,13 +146,8 @@ struct WriteCell {
 /// The ticks of the write, k 2 to 45 in order.
 std::span<const WriteCell> WriteCells();
 
-/// The bytes of a whole read, indexed by k 2 to 54.
-struct ReadArray {
-  std::array<std::uint8_t, EndOfRead - FirstIndex> bytes{};
-  /// @throws std::system_error invalid_argument for a k outside 2 to 54
-  std::uint8_t& operator[](int k);
-  std::uint8_t operator[](int k) const;
-};
+/// The bytes of a whole read, that of k at index k - FirstIndex.
+using ReadArray = std::array<std::uint8_t, EndOfRead - FirstIndex>;
 
 /// Every converted value of a whole read. Nothing else is changed.
 void BreakOut(const ReadArray& cells, OnBoardParameters& parameters);

@@ -42,15 +42,8 @@ std::string_view ColumnHeads(double mode, double channels) {
 }
 
 std::string_view KindText(DataFileKind kind) {
-  switch (kind) {
-    case DataFileKind::DownloadPages:
-      return "Download Pages";
-    case DataFileKind::Accelerometers:
-      return "Accelerometers";
-    case DataFileKind::Angles:
-      return "Angles";
-  }
-  return {};
+  constexpr std::string_view Texts[] = {"Download Pages", "Accelerometers", "Angles"};
+  return Texts[static_cast<std::size_t>(kind)];
 }
 
 std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, const DownloadHeader& header,
@@ -65,19 +58,12 @@ std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, c
   AppendLine(text, "Channel Gains: ", header.ChannelGainsText);
   AppendLine(text, "Channel Offsets: ", header.ChannelOffsetsText);
   AppendLine(text, "Tares: ", header.TaresText);
-  switch (kind) {
-    case DataFileKind::DownloadPages:
-      AppendLine(text, ModeLabel, NumberText(BinLinearMode));
-      AppendLine(text, ChannelLabel, NumberText(LinearChannels));
-      AppendLine(text, ColumnHeads(BinLinearMode, LinearChannels));
-      break;
-    case DataFileKind::Accelerometers:
-      AppendLine(text, "Time(seconds),Acc X,Acc Y,Acc Z");
-      break;
-    case DataFileKind::Angles:
-      AppendLine(text, "Time(seconds),Angle X,Angle Y");
-      break;
-  }
+  if (kind == DataFileKind::Accelerometers) AppendLine(text, "Time(seconds),Acc X,Acc Y,Acc Z");
+  if (kind == DataFileKind::Angles) AppendLine(text, "Time(seconds),Angle X,Angle Y");
+  if (kind != DataFileKind::DownloadPages) return text;
+  AppendLine(text, ModeLabel, NumberText(BinLinearMode));
+  AppendLine(text, ChannelLabel, NumberText(LinearChannels));
+  AppendLine(text, ColumnHeads(BinLinearMode, LinearChannels));
   return text;
 }
 
@@ -98,28 +84,22 @@ std::string AnglesRecord(const live::LiveSample& sample, std::string_view time) 
   return text.append("\r\n");
 }
 
-bool FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header) {
-  if (reply.size() != 4) return false;
+void FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header) {
   header.FirmwareVersionText = PlainNumberText(link::Word(reply, 0) / 1000);
   header.SamplingFrequencyText = PlainNumberText(link::Word(reply, 2) / 10);
-  return true;
 }
 
-bool FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header) {
-  if (reply.size() != 10) return false;
+void FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header) {
   header.SerialNumber = link::Word(reply, 0);  // byte 2 is the update rate, which no header line contains
   header.LaunchTimeText = LaunchTimeText(reply[9], reply[3], static_cast<int>(link::Word(reply, 4)), reply[6],
                                          reply[7], reply[8]);
-  return true;
 }
 
-bool FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header) {
-  if (reply.size() != 16) return false;
+void FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header) {
   // The file calls gains what the parameter map calls offsets, and the other way round.
   header.ChannelGainsText = AxesText(reply, 0, "XYZ");
   header.ChannelOffsetsText = AxesText(reply, 6, "XYZ");
   header.TaresText = AxesText(reply, 12, "XY");
-  return true;
 }
 
 std::string LaunchTimeText(int month, int day, int year, int hour, int minute, int second) {

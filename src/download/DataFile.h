@@ -45,10 +45,10 @@ std::string AccelerometersRecord(const live::LiveSample& sample, std::string_vie
 /// One sample line, CR LF at its end.
 std::string AnglesRecord(const live::LiveSample& sample, std::string_view time);
 
-/// Each stores the reply of its block. False, and nothing stored, if the reply has another length.
-bool FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header);  ///< 4: version, frequency
-bool FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 10: cells 100 to 109
-bool FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 16: cells 2 to 17
+/// Each stores the reply of its block, which must have the block's length.
+void FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header);  ///< 4: version, frequency
+void FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 10: cells 100 to 109
+void FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header);   ///< 16: cells 2 to 17
 
 /// 03/09/2004 14:05:07: month first, two digits each, the year as it is.
 std::string LaunchTimeText(int month, int day, int year, int hour, int minute, int second);

@@ -62,13 +62,16 @@ void DownloadErase::mnuReturn_Click() {
 
 bool DownloadErase::RetrieveAll() {
   struct Step {
-    bool (DownloadErase::*retrieve)();
     const char* what;
+    link::Block block;
+    std::function<void(const Bytes& reply)> store;
   };
-  constexpr Step Steps[] = {{&DownloadErase::RetrieveModeParameters, "MODE"},
-                            {&DownloadErase::RetrieveFirmwareParameters, "FIRMWARE"},
-                            {&DownloadErase::RetrieveHeader1Parameters, "HEADER(1)"},
-                            {&DownloadErase::RetrieveHeader2Parameters, "HEADER(2)"}};
+  auto& header = Shared.DownloadHeader;
+  const Step steps[] = {
+      {"MODE", link::ModeBlock(), [this](const Bytes& reply) { StoreMode(reply); }},
+      {"FIRMWARE", link::FirmwareBlock(), [&](const Bytes& reply) { FillFirmware(reply, header); }},
+      {"HEADER(1)", link::IdentityBlock(), [&](const Bytes& reply) { FillHeader1(reply, header); }},
+      {"HEADER(2)", link::CalibrationBlock(), [&](const Bytes& reply) { FillHeader2(reply, header); }}};
   txtMode->clear();
   txtChannels->clear();
   mnuDownload->setEnabled(false);
@@ -77,13 +80,15 @@ bool DownloadErase::RetrieveAll() {
   PBar->setMaximum(4);
   platform::Machine::Get().Repaint();
   int done = 0;
-  for (const auto& [retrieve, what] : Steps) {
-    if (!(this->*retrieve)()) {
+  for (const auto& [what, block, store] : steps) {
+    const auto reply = Retrieve(block);
+    if (!reply) {
       shell::TellFailure(std::string("Download ") + what +
                          " parameters were not retrieved! Download failed!");
       BackToIdle();
       return false;
     }
+    store(*reply);
     platform::SetProgress(PBar, ++done);
     platform::Machine::Get().Repaint();
   }
@@ -99,33 +104,15 @@ std::optional<Bytes> DownloadErase::Retrieve(const link::Block& block) {
   }
 }
 
-bool DownloadErase::RetrieveModeParameters() {
-  const auto reply = Retrieve(link::ModeBlock());
-  if (!reply) return false;
+void DownloadErase::StoreMode(const Bytes& reply) {
   auto& parameters = Shared.OnBoardParameters;
-  parameters.BinLinearMode = (*reply)[0];
-  parameters.LinearChannels = (*reply)[1];
+  parameters.BinLinearMode = reply[0];
+  parameters.LinearChannels = reply[1];
   if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
   if (parameters.BinLinearMode == 1) {
     txtMode->setText("Linear");
     txtChannels->setText(Shown(parameters.LinearChannels));
   }
-  return true;
-}
-
-bool DownloadErase::RetrieveFirmwareParameters() {
-  const auto reply = Retrieve(link::FirmwareBlock());
-  return reply && FillFirmware(*reply, Shared.DownloadHeader);
-}
-
-bool DownloadErase::RetrieveHeader1Parameters() {
-  const auto reply = Retrieve(link::IdentityBlock());
-  return reply && FillHeader1(*reply, Shared.DownloadHeader);
-}
-
-bool DownloadErase::RetrieveHeader2Parameters() {
-  const auto reply = Retrieve(link::CalibrationBlock());
-  return reply && FillHeader2(*reply, Shared.DownloadHeader);
 }
 
 bool DownloadErase::ChooseFile() {
@@ -300,9 +287,6 @@ void DownloadErase::FinishDownload() {
   link::CloseCommPort(MSComm1, *this);
   if (Shared.OnBoardParameters.BinLinearMode == 1) MakeLinearCSV(Shared.DataFileName);
   BackToIdle();
-  ClearDetails();
-  CommonDialog1.FileName.clear();
-  MousePointer(Pointer::Normal);
   MsgBox("Download completed!");
   Shared.GraphAfterDownload = platform::AskYesNo("Would you like to graph this download immediately?");
   if (!Shared.GraphAfterDownload) return;
@@ -320,10 +304,6 @@ void DownloadErase::StopDownload() {
   }
   link::CloseCommPort(MSComm1, *this);
   BackToIdle();
-  ClearDetails();
-  lblWarning->hide();
-  CommonDialog1.FileName.clear();
-  MousePointer(Pointer::Normal);
 }
 
 void DownloadErase::BackToIdle() {
@@ -333,11 +313,11 @@ void DownloadErase::BackToIdle() {
   mnuDownload->setChecked(false);
   mnuDownload->setEnabled(true);
   mnuErase->setEnabled(true);
-}
-
-void DownloadErase::ClearDetails() {
   txtBufferLen->clear();
   txtTimer->clear();
+  lblWarning->hide();
+  CommonDialog1.FileName.clear();
+  MousePointer(Pointer::Normal);
 }
 
 void DownloadErase::MakeLinearCSV(const std::string& dataFileName) {

@@ -37,10 +37,7 @@ class DownloadErase : public platform::Form {
   void TimerSampling_Timer();
 
   bool RetrieveAll();
-  bool RetrieveModeParameters();
-  bool RetrieveFirmwareParameters();
-  bool RetrieveHeader1Parameters();
-  bool RetrieveHeader2Parameters();
+  void StoreMode(const link::Bytes& reply);
   std::optional<link::Bytes> Retrieve(const link::Block& block);
 
   bool ChooseFile();
@@ -58,7 +55,6 @@ class DownloadErase : public platform::Form {
   void StopDownload();
   void MakeLinearCSV(const std::string& dataFileName);
   void BackToIdle();
-  void ClearDetails();
 
   std::function<void()> openGraph_;
   platform::MSComm MSComm1;

@@ -49,7 +49,6 @@ void Erase::Attach(QAction* mnuErase, QAction* mnuDownload) {
 }
 
 void Erase::mnuErase_Click() {
-  const auto normalPointer = [this] { screen_.MousePointer(Pointer::Normal); };
   Guarded(
       screen_, "mnuErase_Click",
       [this] {
@@ -58,7 +57,7 @@ void Erase::mnuErase_Click() {
         MsgBox("Erase halted by user! Erase may not be complete.");
         BackToIdle();
       },
-      normalPointer);
+      [this] { screen_.MousePointer(Pointer::Normal); });
 }
 
 void Erase::Start() {

@@ -16,7 +16,7 @@ struct Records {
 
   config::OnBoardParameters OnBoardParameters;  ///< what was last read, not what was last written
   std::int16_t ParameterIndex = 2;              ///< position in the running read or write sequence
-  config::ReadArray ReadArray;
+  config::ReadArray ReadArray{};
 
   live::LiveSample LiveSample;
   live::SampleClock SampleClock;

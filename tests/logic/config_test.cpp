@@ -1,5 +1,6 @@
 // The parameter map: forms, limits, and where each cell of a read goes.
 #include <bit>
+#include <numeric>
 #include <optional>
 
 #include "config/CalibrationMath.h"
@@ -26,16 +27,15 @@ TEST(Forms, ValuesBecomeBytesOrAreRefused) {
 TEST(Forms, RefuseCellsThatThereAreNot) {
   FailureOf(std::errc::invalid_argument, [] { Decode(Form::U8, {}); });
   FailureOf(std::errc::invalid_argument, [] { Decode(Form::U16, std::array<std::uint8_t, 1>{}); });
-  ReadArray cells;
-  for (const int k : {1, 55}) FailureOf(std::errc::invalid_argument, [&] { cells[k] = 0; });
+  for (const int k : {1, 55}) FailureOf(std::errc::invalid_argument, [&] { AddressOfIndex(k); });
   for (const int cell : {1, 14}) FailureOf(std::errc::invalid_argument, [&] { CalibrationByte(cell, {}); });
 }
 
 TEST(Map, AWholeReadBreaksOut) {
   ReadArray cells;
-  for (int k = 2; k <= 54; ++k) cells[k] = static_cast<std::uint8_t>(k);
-  cells[14] = 0xF1;
-  cells[15] = 0xC7;
+  std::iota(cells.begin(), cells.end(), std::uint8_t{2});  // k, which begins with 2
+  cells[12] = 0xF1;
+  cells[13] = 0xC7;
   OnBoardParameters parameters;
   BreakOut(cells, parameters);
   using Fields = std::array<double, 24>;  // in the order of the record, the angles as counts first

