@@ -12,6 +12,7 @@
 #include "live/Conversions.h"
 #include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
+#include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/Settings.h"
@@ -32,7 +33,7 @@ Connect::Connect(std::function<void(bool)> reached)
       MSComm1(*this),
       MSCommTare(*this),
       NumEditCommPort(new platform::CWNumEdit(this)),
-      lblDevice(new QLabel(this)),
+      lblDevice(platform::MakeLabel("lblDevice", "", this)),
       cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })),
       cmdAutoDetect(MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); })) {
   Build();
@@ -42,17 +43,11 @@ Connect::Connect(std::function<void(bool)> reached)
 }
 
 void Connect::Build() {
-  auto* label = new QLabel("Select Comm Port", this);
-  label->setObjectName("Label1");
-  label->setBuddy(NumEditCommPort);
+  auto* label = platform::MakeLabel("Label1", "Select Comm Port", this, NumEditCommPort);
   NumEditCommPort->setObjectName("NumEditCommPort");
   NumEditCommPort->setAccessibleName("Select Comm Port");
   NumEditCommPort->SetLimits(0, platform::LastComm);
-  NumEditCommPort->SetDecimals(0);
-  NumEditCommPort->SetStep(1);
-  lblDevice->setObjectName("lblDevice");
   lblDevice->setWordWrap(true);
-  lblDevice->setTextFormat(Qt::PlainText);
   lblDevice->setMinimumHeight(2 * fontMetrics().lineSpacing());
   connect(NumEditCommPort, &QDoubleSpinBox::valueChanged, this, [this] { ShowDevice(); });
   DefaultButton(cmdOK);

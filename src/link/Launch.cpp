@@ -45,10 +45,6 @@ Launch::Launch(platform::Form& main, std::function<void()> launched)
   Timer1.OnTimer = [this] { Timer1_Timer(); };
 }
 
-QWidget* Launch::Frame() const {
-  return fraErase;
-}
-
 void Launch::mnuLaunch_Click() {
   if (shell::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
   if (!LoggerIsFree(main_)) return;
@@ -87,7 +83,7 @@ void Launch::EraseAndLaunch() {
     OpenCommPort(MSComm1, main_);
     Send(MSComm1, EraseData());
     shell::WaitMilliseconds(EraseLeadMs);
-    Send(MSComm1, LaunchLogging());
+    Send(MSComm1, MakeRequest(CommandName::LaunchLogging));
     Timer1.Enabled(true);
   } catch (const std::exception&) {
     Timer1.Enabled(false);

@@ -19,7 +19,7 @@ class Launch {
   /// @param launched  called when the logger logs by itself and counts as disconnected
   Launch(platform::Form& main, std::function<void()> launched);
 
-  QWidget* Frame() const;
+  QGroupBox* Frame() const { return fraErase; }
 
   void mnuLaunch_Click();
 

@@ -29,9 +29,8 @@ struct EepromRange {
   int first, last;
 };
 
-Block EepromBlock(std::string_view name, int leadPauseMs, int pauseMs,
-                  std::initializer_list<EepromRange> cells) {
-  Block block{name, leadPauseMs, pauseMs, {}, 0};
+Block EepromBlock(int leadPauseMs, int pauseMs, std::initializer_list<EepromRange> cells) {
+  Block block{leadPauseMs, pauseMs, {}, 0};
   for (const auto& [first, last] : cells) {
     for (int address = first; address <= last; ++address) block.requests.push_back(ReadEeprom(address));
   }
@@ -79,20 +78,21 @@ double Word(std::span<const std::uint8_t> bytes, std::size_t index) {
 }
 
 Block TareBlock() {
-  return EepromBlock("Tare block", 0, 250, {{14, 17}, {30, 30}});
+  return EepromBlock(0, 250, {{14, 17}, {30, 30}});
 }
 Block ModeBlock() {
-  return EepromBlock("Mode block", 250, 250, {{42, 43}});
+  return EepromBlock(250, 250, {{42, 43}});
 }
 Block IdentityBlock() {
-  return EepromBlock("Identity block", 0, 100, {{100, 109}});
+  return EepromBlock(0, 100, {{100, 109}});
 }
 Block CalibrationBlock() {
-  return EepromBlock("Calibration block", 0, 100, {{2, 17}});
+  return EepromBlock(0, 100, {{2, 17}});
 }
 
 Block FirmwareBlock() {
-  return {"Firmware pair", 0, 500, {ReadFirmwareVersion(), ReadSamplingFrequency()}, 4};
+  const auto version = MakeRequest(CommandName::ReadFirmwareVersion);
+  return {0, 500, {version, MakeRequest(CommandName::ReadSamplingFrequency)}, 4};
 }
 
 std::optional<AnglePair> AngleWords(std::span<const std::uint8_t> reply) {

@@ -5,7 +5,6 @@
 #include <cstdint>
 #include <optional>
 #include <span>
-#include <string_view>
 #include <vector>
 
 namespace bexlow::link {
@@ -72,24 +71,9 @@ inline Request Ping() {
 }
 Request ReadEeprom(int address);
 Request WriteEeprom(int address, int value);
-inline Request SampleAccelerometers() {
-  return MakeRequest(CommandName::SampleAccelerometers);
-}
-inline Request SampleAngles() {
-  return MakeRequest(CommandName::SampleAngles);
-}
 Request DownloadPage(int page);  ///< page 0 to 65535, sent high byte first
 inline Request EraseData() {
   return MakeRequest(CommandName::EraseData);
-}
-inline Request LaunchLogging() {
-  return MakeRequest(CommandName::LaunchLogging);
-}
-inline Request ReadFirmwareVersion() {
-  return MakeRequest(CommandName::ReadFirmwareVersion);
-}
-inline Request ReadSamplingFrequency() {
-  return MakeRequest(CommandName::ReadSamplingFrequency);
 }
 
 /// How many steps at the beginning of two requests are equal.
@@ -110,7 +94,6 @@ double Word(std::span<const std::uint8_t> bytes, std::size_t index);
 
 /// Several requests whose replies collect in the receive buffer and are taken by one Input.
 struct Block {
-  std::string_view name;
   int leadPauseMs = 0;            ///< between the flush and the first request
   int pauseMs = 0;                ///< after each request
   std::vector<Request> requests;  ///< in order

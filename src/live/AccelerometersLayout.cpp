@@ -26,7 +26,6 @@ CWSlide* AddSlide(QBoxLayout& column, const char* name, const char* caption, QWi
   auto* slide = new CWSlide(parent);
   slide->setObjectName(name);
   slide->setAccessibleName(caption);
-  slide->SetScale(0, 1024);
   auto* label = new QLabel(caption, parent);
   label->setAlignment(Qt::AlignHCenter);
   column.addWidget(label);

@@ -16,6 +16,16 @@ constexpr double WordCount = 65536;
                           std::string("Number outside ") + range);
 }
 
+double AngleToInteger(double angle, double divisor) {
+  double count = angle * FullScaleCounts / divisor;
+  if (!std::isfinite(count)) {
+    throw std::system_error(std::make_error_code(std::errc::argument_out_of_domain), "Angle without a word");
+  }
+  if (count > FullScaleCounts) count -= WordCount;
+  if (count < 0) count += WordCount;
+  return count;
+}
+
 }  // namespace
 
 double RoundHalfEven(double value) {
@@ -39,20 +49,6 @@ double SignedSampleWord(double word) {
 double SampleWordToAngle(double word, double fullScale) {
   return RoundToDecimals(SignedSampleWord(word) / FullScaleCounts * fullScale, 1);
 }
-
-namespace {
-
-double AngleToInteger(double angle, double divisor) {
-  double count = angle * FullScaleCounts / divisor;
-  if (!std::isfinite(count)) {
-    throw std::system_error(std::make_error_code(std::errc::argument_out_of_domain), "Angle without a word");
-  }
-  if (count > FullScaleCounts) count -= WordCount;
-  if (count < 0) count += WordCount;
-  return count;
-}
-
-}  // namespace
 
 double AngleToInteger90(double angle) {
   return AngleToInteger(angle, 90);

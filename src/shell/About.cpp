@@ -5,31 +5,23 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "platform/controls/Controls.h"
 #include "shell/Emblem.h"
 #include "shell/Records.h"
 
 namespace bexlow::shell {
 
-namespace {
-
-QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent) {
-  auto* label = new QLabel(text, parent);
-  label->setObjectName(name);
-  label->setWordWrap(true);
-  return label;
-}
-
-}  // namespace
+using platform::MakeLabel;
 
 About::About() : Form("About", "About") {
   auto* picture = new Emblem("Picture1", 96, this);
   auto* title = MakeLabel("Label1", "Bexlow Software", this);
   title->setStyleSheet("font-size: 16pt; font-weight: 600;");
   const QString version = QString::fromStdString("Version " + Shared.ProgramVersionText + " Beta");
-  auto* ok = MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); });
+  auto* ok = MakeButton("cmdOK", "OK", [this] { Unload(); });
   DefaultButton(ok);
   ok->setDefault(true);  // drawn as what Enter presses
-  OnCloseRequest = [this] { cmdOK_Click(); };
+  OnCloseRequest = [this] { Unload(); };
 
   auto* texts = new QVBoxLayout;
   texts->addWidget(title);
@@ -50,10 +42,7 @@ About::About() : Form("About", "About") {
   columns->addLayout(texts, 1);
   setMinimumWidth(540);
   FirstFocus(ok);
-}
-
-void About::cmdOK_Click() {
-  Unload();
+  for (auto* label : findChildren<QLabel*>()) label->setWordWrap(true);
 }
 
 }  // namespace bexlow::shell

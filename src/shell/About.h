@@ -10,9 +10,6 @@ class About : public platform::Form {
 
  public:
   About();
-
- private:
-  void cmdOK_Click();
 };
 
 }  // namespace bexlow::shell

@@ -1,5 +1,6 @@
 #include "shell/Main.h"
 
+#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -7,7 +8,6 @@
 
 #include <filesystem>
 #include <system_error>
-#include <utility>
 
 #include "config/Calibrate.h"
 #include "config/Configuration.h"
@@ -19,6 +19,7 @@
 #include "live/Angles.h"
 #include "live/NumberText.h"
 #include "live/RemoteSession.h"
+#include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "review/ButtonPushes.h"
@@ -36,97 +37,76 @@ using platform::MsgBox;
 
 namespace {
 
-QFont TitleFont(QFont font) {
-  font.setPointSize(34);
-  return font;
-}
-
-Form* MakeGraph() {
-  return new graph::Graph;
-}
-
-Form* MakeGraphBP() {
-  return new review::GraphBP;
+template <class Screen>
+Form* Make() {
+  return new Screen;
 }
 
 }  // namespace
 
 Main::Main(MDIForm1& outer)
     : Form("Main", "Main"), outer_(outer), launch_(*this, [this] { LoggerSentOff(); }) {
-  BuildMenus();
-  BuildBody();
-  LoggerReached(false);
-  outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };
-  AddChord(ServiceChord, [this] { ToggleRemote(); });
-  AddChord(DisplayChord, [this] { ToggleDisplay(); });
-}
-
-void Main::BuildMenus() {
   BuildFileMenu();
   BuildToolsMenu();
   BuildDisplayMenu();
   BuildHelpMenu();
+  BuildBody();
+  LoggerReached(false);
+  outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };
+  AddChord(ServiceChord, [this] { mnuRemote->setVisible(!mnuRemote->isVisible()); });
+  AddChord(DisplayChord, [this] { ToggleDisplay(); });
 }
 
 void Main::BuildFileMenu() {
   auto* file = AddMenu("mnuFile", "&File");
   AddEntry(file, "mnuConnect", "&Connect", [this] { mnuConnect_Click(); });
   AddSeparator(file, "mnuSep");
-  AddEntry(file, "mnuExit", "E&xit", [this] { mnuExit_Click(); });
-}
-
-QAction* Main::AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
-                         const MakeScreen& make) {
-  auto* entry = AddEntry(menu, name, caption, [this, screen, make] { ShowScreen(screen, make); });
-  entry->setEnabled(static_cast<bool>(make));
-  return entry;
+  AddEntry(file, "mnuExit", "E&xit", [] { platform::Machine::Get().EndProgram(); });
 }
 
 QAction* Main::AddPortScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
                              const MakeScreen& make) {
-  auto* entry = AddEntry(menu, name, caption, [this, screen, make] {
+  return AddEntry(menu, name, caption, [this, screen, make] {
     if (Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
     ShowScreen(screen, make);
   });
-  entry->setEnabled(static_cast<bool>(make));
-  return entry;
 }
 
 void Main::BuildToolsMenu() {
   mnuTools = AddMenu("mnuTools", "&Tools");
   AddEntry(mnuTools, "mnuLaunch", "&Launch", [this] { launch_.mnuLaunch_Click(); });
-  AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration",
-                [] { return new config::Configuration; });
+  AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration", Make<config::Configuration>);
   AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
                 [this] { return new download::DownloadErase([this] { OpenGraph(); }); });
-  AddScreen(mnuTools, "mnuGraph", "&Graph", "Graph", MakeGraph);
-  AddScreen(mnuTools, "mnuGBP", "Graph &Button Pushes", "GraphBP", MakeGraphBP);
-  AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", [] { return new config::Calibrate; });
+  AddEntry(mnuTools, "mnuGraph", "&Graph", [this] { ShowScreen("Graph", Make<graph::Graph>); });
+  AddEntry(mnuTools, "mnuGBP", "Graph &Button Pushes",
+           [this] { ShowScreen("GraphBP", Make<review::GraphBP>); });
+  AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", Make<config::Calibrate>);
 }
 
 void Main::BuildDisplayMenu() {
   mnuDisplay = AddMenu("mnuDisplay", "&Display");
-  mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers",
-                         [] { return new live::Accelerometers; });
-  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", [] { return new live::Angles; });
-  mnuRemote = AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession",
-                            [] { return new live::RemoteSession; });
+  mnuAcc =
+      AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers", Make<live::Accelerometers>);
+  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", Make<live::Angles>);
+  mnuRemote =
+      AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession", Make<live::RemoteSession>);
   mnuRemote->setVisible(false);
 }
 
 void Main::BuildHelpMenu() {
   auto* help = AddMenu("mnuHelp", "&Help");
   help->setToolTipsVisible(true);
-  AddEntry(help, "mnuHelpHelp", "&Help", [this] { mnuHelpHelp_Click(); })->setToolTip("F1 opens the manual");
-  AddEntry(help, "mnuAbout", "&About", [this] { mnuAbout_Click(); });
+  AddEntry(help, "mnuHelpHelp", "&Help", [] { MsgBox(ManualElsewhere); })->setToolTip("F1 opens the manual");
+  AddEntry(help, "mnuAbout", "&About", [this] { (new About)->ShowModal(&outer_); });
 }
 
 void Main::BuildBody() {
-  auto* label = new QLabel("Bexlow", this);
-  label->setObjectName("Label3");
-  label->setFont(TitleFont(label->font()));
-  lblHint = new QLabel(this);
-  lblHint->setObjectName("lblHint");
+  auto* label = platform::MakeLabel("Label3", "Bexlow", this);
+  auto font = label->font();
+  font.setPointSize(34);
+  label->setFont(font);
+  lblHint = platform::MakeLabel("lblHint", "", this);
   lblHint->setWordWrap(true);
   lblHint->setAlignment(Qt::AlignCenter);
 
@@ -164,7 +144,7 @@ Form* Main::ShowScreen(const QString& screen, const MakeScreen& make) {
 }
 
 void Main::OpenGraph() {
-  auto* graph = ShowScreen("Graph", MakeGraph);
+  auto* graph = ShowScreen("Graph", Make<graph::Graph>);
   static_cast<graph::Graph*>(graph)->mnuOpen_Click();
 }
 
@@ -188,7 +168,7 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
   } catch (const std::exception& error) {
     return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
   }
-  if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", MakeGraphBP))->Open(path);
+  if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", Make<review::GraphBP>))->Open(path);
   Shared.GraphAfterDownload = true;
   Shared.GraphFileName = path;
   OpenGraph();
@@ -200,22 +180,6 @@ void Main::mnuConnect_Click() {
     if (Shared.CurrentCommPort == 0) ShowHint();
   });
   connect->ShowModal(&outer_);
-}
-
-void Main::mnuExit_Click() {
-  platform::Machine::Get().EndProgram();
-}
-
-void Main::mnuHelpHelp_Click() {
-  MsgBox(ManualElsewhere);
-}
-
-void Main::mnuAbout_Click() {
-  (new About)->ShowModal(&outer_);
-}
-
-void Main::ToggleRemote() {
-  mnuRemote->setVisible(!mnuRemote->isVisible());
 }
 
 void Main::ToggleDisplay() {
@@ -239,21 +203,16 @@ void Main::LoggerSentOff() {
       "menu.");
 }
 
-// Names the device as well as the port, since two loggers may be plugged in.
-void Main::ShowConnection() {
-  if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0)
-    return outer_.Status().Connection("No logger connected");
-  const auto device = platform::Machine::Get().DescribePort(Shared.CurrentCommPort).device;
-  outer_.Status().Connection("Connected on Comm " + live::NumberText(Shared.CurrentCommPort) +
-                             (device.empty() ? "" : ", " + device));
-}
-
+// The status line names the device as well as the port, since two loggers may be plugged in.
 void Main::ShowHint() {
-  ShowConnection();
-  if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0)
+  if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0) {
+    outer_.Status().Connection("No logger connected");
     return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
-  lblHint->setText(QString::fromStdString("The logger answered on Comm " +
-                                          live::NumberText(Shared.CurrentCommPort) +
+  }
+  const auto port = "Comm " + live::NumberText(Shared.CurrentCommPort);
+  const auto device = platform::Machine::Get().DescribePort(Shared.CurrentCommPort).device;
+  outer_.Status().Connection("Connected on " + port + (device.empty() ? "" : ", " + device));
+  lblHint->setText(QString::fromStdString("The logger answered on " + port +
                                           ". The Tools menu leads to its settings and its data."));
 }
 

@@ -24,7 +24,6 @@ class Main : public platform::Form {
  private:
   using MakeScreen = std::function<platform::Form*()>;
 
-  void BuildMenus();
   void BuildFileMenu();
   void BuildToolsMenu();
   void BuildDisplayMenu();
@@ -32,10 +31,7 @@ class Main : public platform::Form {
   void BuildBody();
   QWidget* BuildOpenButton();
 
-  /// An entry that shows a screen; disabled if `make` is empty.
-  QAction* AddScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
-                     const MakeScreen& make);
-  /// The same for a screen that talks to the logger and so needs a selected port.
+  /// An entry that shows a screen which talks to the logger and so needs a selected port.
   QAction* AddPortScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
                          const MakeScreen& make);
   platform::Form* ShowScreen(const QString& screen, const MakeScreen& make);
@@ -44,15 +40,10 @@ class Main : public platform::Form {
   void OpenDataFiles(const std::vector<std::string>& paths);
 
   void mnuConnect_Click();
-  void mnuExit_Click();
-  void mnuHelpHelp_Click();
-  void mnuAbout_Click();
-  void ToggleRemote();
   void ToggleDisplay();
   void LoggerReached(bool reached);
   void LoggerSentOff();
   void ShowHint();
-  void ShowConnection();
 
   MDIForm1& outer_;
   QMenu* mnuTools = nullptr;
