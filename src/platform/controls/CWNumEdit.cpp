@@ -68,10 +68,6 @@ void CWNumEdit::SetDecimals(int decimals) {
   Value(value_);
 }
 
-void CWNumEdit::SetStep(double step) {
-  setSingleStep(step);
-}
-
 // The base class limits every value to its range, so the range must include an assigned value.
 void CWNumEdit::FitBaseRange() {
   const double least = std::min(lower_, value_);
@@ -87,7 +83,6 @@ void CWNumEdit::OnBaseChange(double shown) {
   } else {
     Value(std::clamp(shown, lower_, upper_));  // an assistive tool uses the base's range, maybe a wider one
   }
-  if (ValueChanged) ValueChanged(value_);
 }
 
 std::optional<double> CWNumEdit::Typed() const {

@@ -3,7 +3,6 @@
 
 #include <QDoubleSpinBox>
 
-#include <functional>
 #include <optional>
 
 namespace bexlow::platform {
@@ -30,12 +29,6 @@ class CWNumEdit : public QDoubleSpinBox {
 
   /// Decimals on show; the exact value is kept.
   void SetDecimals(int decimals);
-
-  /// What one press of an arrow adds or takes.
-  void SetStep(double step);
-
-  /// Called with the new value when the user has changed it, not when the program has.
-  std::function<void(double)> ValueChanged;
 
   QValidator::State validate(QString& text, int& position) const override;
   void fixup(QString& text) const override;

@@ -1,5 +1,7 @@
 #include "platform/controls/Colours.h"
 
+#include <QWidget>
+
 #include <algorithm>
 #include <cmath>
 
@@ -54,6 +56,10 @@ Colours ColoursOf(const QPalette& palette, QPalette::ColorGroup group) {
       .hint = isDark ? QColor(0xF0, 0xB0, 0x40) : QColor(0xA0, 0x55, 0x00),
       .focus = Readable(palette.color(group, QPalette::Highlight), paper, SeenContrast),
   };
+}
+
+Colours ColoursOf(const QWidget& widget) {
+  return ColoursOf(widget.palette(), widget.isEnabled() ? QPalette::Active : QPalette::Disabled);
 }
 
 QPalette PaperPalette() {

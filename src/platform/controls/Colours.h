@@ -4,6 +4,8 @@
 #include <QColor>
 #include <QPalette>
 
+class QWidget;
+
 namespace bexlow::platform {
 
 /// Contrast of two colours by the formula of WCAG: 1 (none) to 21 (black on white).
@@ -25,6 +27,8 @@ struct Colours {
 
 /// For an enabled (Active) or disabled widget.
 Colours ColoursOf(const QPalette& palette, QPalette::ColorGroup group = QPalette::Active);
+/// Those of a widget as it is now.
+Colours ColoursOf(const QWidget& widget);
 
 /// For pictures that go on paper, whatever the screen looks like.
 QPalette PaperPalette();

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QMetaObject>
+#include <QScopeGuard>
 #include <QWidget>
 
 #include <algorithm>
@@ -20,15 +21,11 @@ void EventGate::Offer(const void* source, std::function<void()> deliver) {
 }
 
 void EventGate::CollectAndDeliver(const std::function<void()>& collect) {
-  struct Collecting {
-    EventGate& gate;
-    ~Collecting() {
-      gate.collecting_ = false;
-      gate.Wake();  // also if `collect` throws
-    }
-  };
   {
-    const Collecting running{*this};
+    const auto end = qScopeGuard([this] {  // also if `collect` throws
+      collecting_ = false;
+      Wake();
+    });
     collecting_ = true;
     collect();
   }

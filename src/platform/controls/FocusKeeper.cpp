@@ -1,22 +1,19 @@
 #include "platform/controls/FocusKeeper.h"
 
 #include <QEvent>
+#include <QScopeGuard>
 
 namespace bexlow::platform {
 
 void FocusKeeper::Run(const std::function<void()>& action, const QWidget* pressed) {
-  struct Running {
-    FocusKeeper& keeper;
-    ~Running() {
-      keeper.running_ = false;
-      keeper.movedOnTo_ = keeper.screen_.focusWidget();
-    }
-  };
   const bool usesIt = pressed != nullptr && pressed == screen_.focusWidget();
   const bool stillWaits =
       control_ != nullptr && !control_->isEnabled() && screen_.focusWidget() == movedOnTo_ && !usesIt;
   if (!stillWaits) Watch(screen_.focusWidget());
-  const Running now{*this};
+  const auto end = qScopeGuard([this] {
+    running_ = false;
+    movedOnTo_ = screen_.focusWidget();
+  });
   running_ = true;
   action();
 }

@@ -126,40 +126,28 @@ bool Form::Act(const std::function<void()>& handler, const QWidget* pressed) {
   return EventGate::Get().Click(this, [&] { focusKeeper_.Run(handler, pressed); });
 }
 
-// A screen reader can trigger the entries of a disabled menu.
-void Form::Choose(const QMenu* menu, const std::function<void()>& handler) {
-  if (menu->isEnabled()) Act(handler);
-}
-
 QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
                         const QKeySequence& key) {
   auto* entry = menu->addAction(caption);
   entry->setObjectName(name);
   entry->setShortcut(key);
   entry->setAutoRepeat(false);
-  connect(entry, &QAction::triggered, this,
-          [this, menu, handler = std::move(handler)] { Choose(menu, handler); });
+  connect(entry, &QAction::triggered, this, [this, menu, entry, handler = std::move(handler)](bool toggled) {
+    if (entry->isCheckable()) entry->setChecked(!toggled);
+    if (menu->isEnabled()) Act(handler);  // a screen reader can trigger the entries of a disabled menu
+  });
   return entry;
 }
 
 QAction* Form::AddCheckEntry(QMenu* menu, const char* name, const QString& caption,
                              std::function<void()> handler, const QKeySequence& key) {
-  auto* entry = menu->addAction(caption);
-  entry->setObjectName(name);
-  entry->setShortcut(key);
-  entry->setAutoRepeat(false);
+  auto* entry = AddEntry(menu, name, caption, std::move(handler), key);
   entry->setCheckable(true);
-  connect(entry, &QAction::triggered, this, [this, menu, entry, handler = std::move(handler)](bool toggled) {
-    entry->setChecked(!toggled);
-    Choose(menu, handler);
-  });
   return entry;
 }
 
-QAction* Form::AddSeparator(QMenu* menu, const char* name) {
-  auto* separator = menu->addSeparator();
-  separator->setObjectName(name);
-  return separator;
+void Form::AddSeparator(QMenu* menu, const char* name) {
+  menu->addSeparator()->setObjectName(name);
 }
 
 QPushButton* Form::MakeButton(const char* name, const QString& caption, std::function<void()> handler) {

@@ -78,7 +78,7 @@ class Form : public QWidget {
   /// An entry whose check mark only the program sets.
   QAction* AddCheckEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
                          const QKeySequence& key = {});
-  QAction* AddSeparator(QMenu* menu, const char* name);
+  void AddSeparator(QMenu* menu, const char* name);
   /// A button whose click goes through the event gate.
   QPushButton* MakeButton(const char* name, const QString& caption, std::function<void()> handler);
   /// An option; options of one parent exclude each other. The handler runs through the event gate, each
@@ -100,7 +100,6 @@ class Form : public QWidget {
  private:
   /// Runs a user's action. False if it was dropped.
   bool Act(const std::function<void()>& handler, const QWidget* pressed = nullptr);
-  void Choose(const QMenu* menu, const std::function<void()>& handler);
   void End();
 
   QList<QMenu*> menus_;

@@ -29,10 +29,6 @@ constexpr double WindowHeight = 0.26;
 
 constexpr int ScaleMarkDegrees = 30;  // of the arc between two long marks, roughly
 
-Colours ColoursFor(const QWidget& widget) {
-  return ColoursOf(widget.palette(), widget.isEnabled() ? QPalette::Active : QPalette::Disabled);
-}
-
 double RadiusOf(const QWidget& widget) {
   return std::min(widget.width(), widget.height()) / 2.0 - 1;
 }
@@ -63,8 +59,7 @@ void DrawCentred(QPainter& painter, QPointF centre, double height, const QString
 
 }  // namespace
 
-CWKnob::CWKnob(QWidget* parent) : Instrument(parent) {
-  SetUnit(QStringLiteral("°"));
+CWKnob::CWKnob(QWidget* parent) : Instrument(parent, QStringLiteral("°")) {
   SetScale(-179.99, 179.99, 270, 359.9);
   auto policy = QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   policy.setHeightForWidth(true);
@@ -97,7 +92,7 @@ QRect CWKnob::MovingArea() const {
 }
 
 void CWKnob::DrawFace(QPainter& painter) const {
-  const auto colours = ColoursFor(*this);
+  const auto colours = ColoursOf(*this);
   EnterDial(painter, *this);
   painter.setPen(QPen(Blend(colours.paper, colours.text, 0.35), RimWidth));
   painter.setBrush(colours.paper);
@@ -107,7 +102,7 @@ void CWKnob::DrawFace(QPainter& painter) const {
 }
 
 void CWKnob::DrawScale(QPainter& painter) const {
-  const auto colours = ColoursFor(*this);
+  const auto colours = ColoursOf(*this);
   const QRectF circle(-ScaleRadius, -ScaleRadius, 2 * ScaleRadius, 2 * ScaleRadius);
   painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(Blend(colours.paper, colours.text, 0.5), 0.015, Qt::SolidLine, Qt::FlatCap));
@@ -128,7 +123,7 @@ void CWKnob::DrawScale(QPainter& painter) const {
 
 // On a full circle only every second number fits, and only one where both ends meet.
 void CWKnob::DrawNumbers(QPainter& painter) const {
-  painter.setPen(ColoursFor(*this).text);
+  painter.setPen(ColoursOf(*this).text);
   const bool isFullCircle = arcDegrees_ > 350;
   const double marks = arcDegrees_ / ScaleMarkDegrees / (isFullCircle ? 2 : 1);
   const double step = MarkStep(Maximum() - Minimum(), static_cast<int>(marks));
@@ -142,7 +137,7 @@ void CWKnob::DrawNumbers(QPainter& painter) const {
 
 // The value stands in a window above the needle, so that it can be read wherever the needle points.
 void CWKnob::DrawValue(QPainter& painter) const {
-  const auto colours = ColoursFor(*this);
+  const auto colours = ColoursOf(*this);
   QRectF window(0, 0, WindowWidth, WindowHeight);
   window.moveCenter({0, ValueBelowCentre});
   painter.setPen(QPen(Blend(colours.paper, colours.text, 0.3), 0.012));
@@ -153,7 +148,7 @@ void CWKnob::DrawValue(QPainter& painter) const {
 }
 
 void CWKnob::DrawPointer(QPainter& painter) const {
-  const auto colours = ColoursFor(*this);
+  const auto colours = ColoursOf(*this);
   EnterDial(painter, *this);
   const double angle = AngleAt(Fraction());
   QPainterPath needle(OnCircle(angle, PointerLength));

@@ -26,19 +26,11 @@ constexpr double Step = 1;        // what an arrow key adds; the user's values a
 constexpr int PagesInScale = 16;
 constexpr double NotchDegrees = 120;  // one notch of a wheel, in eighths of a degree
 
-Colours ColoursFor(const QWidget& widget) {
-  return ColoursOf(widget.palette(), widget.isEnabled() ? QPalette::Active : QPalette::Disabled);
-}
-
 }  // namespace
 
 CWSlide::CWSlide(QWidget* parent) : Instrument(parent) {
-  SetScale(0, 1024);
+  SetRange(0, 1024, 0);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
-}
-
-void CWSlide::SetScale(double minimum, double maximum) {
-  SetRange(minimum, maximum, 0);
 }
 
 void CWSlide::SetReadOnly(bool readOnly) {
@@ -74,7 +66,7 @@ double CWSlide::ValueAt(QPointF place) const {
 }
 
 void CWSlide::DrawFace(QPainter& painter) const {
-  const auto colours = ColoursFor(*this);
+  const auto colours = ColoursOf(*this);
   painter.setPen(QPen(Blend(colours.paper, colours.text, 0.45), 1));
   painter.setBrush(colours.paper);
   painter.drawRoundedRect(Groove(), GrooveWidth / 2, GrooveWidth / 2);
@@ -96,7 +88,7 @@ void CWSlide::DrawFace(QPainter& painter) const {
 }
 
 void CWSlide::DrawPointer(QPainter& painter) const {
-  const auto colours = ColoursFor(*this);
+  const auto colours = ColoursOf(*this);
   const QPointF place = PlaceOf(Fraction());
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.series);
@@ -180,16 +172,6 @@ void CWSlide::keyPressEvent(QKeyEvent* event) {
   if (!wanted || readOnly_ || event->modifiers().testFlag(Qt::ControlModifier))
     return QWidget::keyPressEvent(event);
   MoveByUser(*wanted);
-}
-
-void CWSlide::focusInEvent(QFocusEvent* event) {
-  update();
-  QWidget::focusInEvent(event);
-}
-
-void CWSlide::focusOutEvent(QFocusEvent* event) {
-  update();
-  QWidget::focusOutEvent(event);
 }
 
 }  // namespace bexlow::platform

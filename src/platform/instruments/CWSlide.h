@@ -14,8 +14,6 @@ class CWSlide : public Instrument {
   /// An upright scale of 0 to 1024 that only the program moves.
   explicit CWSlide(QWidget* parent = nullptr);
 
-  void SetScale(double minimum, double maximum);
-
   /// false lets the user move the pointer: by mouse, keys, and by the wheel while it has the focus.
   void SetReadOnly(bool readOnly);
   bool IsReadOnly() const override { return readOnly_; }
@@ -36,8 +34,6 @@ class CWSlide : public Instrument {
   void mouseReleaseEvent(QMouseEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
 
  private:
   QRectF Groove() const;

@@ -54,7 +54,7 @@ QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
 
 }  // namespace
 
-Instrument::Instrument(QWidget* parent) : QWidget(parent) {
+Instrument::Instrument(QWidget* parent, const QString& unit) : QWidget(parent), unit_(unit) {
   QAccessible::installFactory(MakeAccess);  // a second time changes nothing
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
@@ -64,11 +64,6 @@ void Instrument::Value(double value) {
   value_ = value;
   if (ValueText() != before)
     update(MovingArea());  // what cannot be seen is not drawn: samples come faster than frames
-}
-
-void Instrument::SetUnit(const QString& unit) {
-  unit_ = unit;
-  DropFace();
 }
 
 void Instrument::SetRange(double minimum, double maximum, int decimals) {

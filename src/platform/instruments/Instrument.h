@@ -13,7 +13,8 @@ class Instrument : public QWidget {
   Q_OBJECT
 
  public:
-  explicit Instrument(QWidget* parent = nullptr);
+  /// @param unit  text after the displayed value, "°" for instance
+  explicit Instrument(QWidget* parent, const QString& unit = {});
 
   /// The value that was set last, even if it lies outside the scale.
   double Value() const { return value_; }
@@ -26,9 +27,6 @@ class Instrument : public QWidget {
 
   /// The value as it is shown and read aloud.
   QString ValueText() const { return TextOf(value_); }
-
-  /// Text after the displayed value, "°" for instance.
-  void SetUnit(const QString& unit);
 
   /// What a screen reader calls it.
   virtual QAccessible::Role Role() const = 0;
@@ -69,7 +67,7 @@ class Instrument : public QWidget {
   double minimum_ = 0;
   double maximum_ = 1;
   int decimals_ = 0;
-  QString unit_;
+  const QString unit_;
   QString announced_;
   QPixmap face_;
 };

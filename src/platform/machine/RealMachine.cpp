@@ -49,21 +49,13 @@ struct BoxLook {
   QMessageBox::Icon icon;
 };
 
-// Escape never ends the program: in the error box it stands for Retry.
-BoxLook LookOf(Buttons buttons) {
-  switch (buttons) {
-    case Buttons::YesNo:
-      return {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No, QMessageBox::Question};
-    case Buttons::Confirm:
-      return {QMessageBox::Yes | QMessageBox::No, QMessageBox::No, QMessageBox::No, QMessageBox::Question};
-    case Buttons::RetryCancel:
-      return {QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry, QMessageBox::Retry,
-              QMessageBox::Critical};
-    case Buttons::Ok:
-      break;
-  }
-  return {QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Information};
-}
+// In the order of Buttons. Escape never ends the program: in the error box it stands for Retry.
+constexpr BoxLook Looks[] = {
+    {QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Ok, QMessageBox::Information},
+    {QMessageBox::Yes | QMessageBox::No, QMessageBox::Yes, QMessageBox::No, QMessageBox::Question},
+    {QMessageBox::Yes | QMessageBox::No, QMessageBox::No, QMessageBox::No, QMessageBox::Question},
+    {QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry, QMessageBox::Retry, QMessageBox::Critical},
+};
 
 Answer AnswerOf(int button) {
   switch (button) {
@@ -179,7 +171,7 @@ std::unique_ptr<Alarm> RealMachine::MakeAlarm(std::function<void()> tick) {
 }
 
 Answer RealMachine::Ask(const std::string& text, Buttons buttons) {
-  const BoxLook look = LookOf(buttons);
+  const auto& look = Looks[static_cast<std::size_t>(buttons)];
   QMessageBox box(look.icon, "Bexlow", QString::fromStdString(text), look.buttons, WindowOnTop());
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(look.usual);
