@@ -112,23 +112,20 @@ double Decode(Form form, std::span<const std::uint8_t> bytes);
 std::array<std::uint8_t, 2> Encode(Form form, double value);
 
 // Sequences. ParameterIndex k counts the cells of the table from 2, in ascending order.
-constexpr bool IsRead(const Parameter&) {
-  return true;
-}
 constexpr bool IsWritten(const Parameter& row) {
   return row.control != Control::Text;
 }
 constexpr bool IsIdentity(const Parameter& row) {
   return row.control == Control::Text;
 }
-/// How many cells the rows have for which `counts` is true.
 constexpr int CellCount(bool (*counts)(const Parameter&)) {
   int cells = 0;
   for (const Parameter& row : Parameters) cells += counts(row) ? CellsOf(row.form) : 0;
   return cells;
 }
 inline constexpr int FirstIndex = 2;
-inline constexpr int EndOfRead = FirstIndex + CellCount(IsRead);      ///< one past the last k that is read
+inline constexpr int EndOfRead =
+    FirstIndex + CellCount([](const Parameter&) { return true; });    ///< one past the last k that is read
 inline constexpr int EndOfWrite = FirstIndex + CellCount(IsWritten);  ///< one past the last k that is written
 inline constexpr auto IdentityCount = static_cast<std::size_t>(std::ranges::count_if(Parameters, IsIdentity));
 

@@ -221,18 +221,16 @@ void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   platform::SetProgress(PBar, Shared.DownloadPageNumber);
 }
 
+// After a failure the next page waits for a second, so that a user who is told of one at each page can stop.
 void DownloadErase::StorePage(std::int32_t number, const Bytes& page) {
   const auto& parameters = Shared.OnBoardParameters;
   Shared.PageDataText =
       DecodePage(Page(page.data(), link::PageSize), parameters.BinLinearMode, parameters.LinearChannels);
-  if (Shared.LiveSample.SavingToFile && !shell::WriteDownloadPagesToFile(number)) Rest();
+  if (Shared.LiveSample.SavingToFile && !shell::WriteDownloadPagesToFile(number)) {
+    MSComm1.RThreshold(0);
+    resting_.Enabled(true);
+  }
   preview_->Add(number, Shared.PageDataText, TimeLeft());
-}
-
-// The next page waits for a second, so that a user who is told of a failure at each page can stop.
-void DownloadErase::Rest() {
-  MSComm1.RThreshold(0);
-  resting_.Enabled(true);
 }
 
 void DownloadErase::EndRest() {

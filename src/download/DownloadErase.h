@@ -44,7 +44,6 @@ class DownloadErase : public platform::Form {
   void StartPages();
   void TakePage(const link::Bytes& reply, std::size_t stepsSent);
   void StorePage(std::int32_t number, const link::Bytes& page);
-  void Rest();
   void EndRest();
   void RequestPage(std::size_t stepsSent = 0);
   link::Request BeginNextRequest(const link::Bytes& reply) const;

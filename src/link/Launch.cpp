@@ -95,17 +95,11 @@ void Launch::EraseAndLaunch() {
 
 void Launch::Timer1_Timer() {
   shell::Guarded(main_, "Timer1_Timer", [this] {
-    if (progress_.Count(MSComm1.Input().size())) {
-      ShowProgress();
-    } else {
-      Finish();
-    }
+    if (!progress_.Count(MSComm1.Input().size())) return Finish();
+    const double page = progress_.ErasedPageCount;
+    platform::SetProgress(PBar, page);
+    fraErase->setTitle("Erasing page " + QString::fromStdString(live::NumberText(page)));
   });
-}
-
-void Launch::ShowProgress() {
-  platform::SetProgress(PBar, progress_.ErasedPageCount);
-  fraErase->setTitle("Erasing page " + QString::fromStdString(live::NumberText(progress_.ErasedPageCount)));
 }
 
 void Launch::HideProgress() {

@@ -27,7 +27,6 @@ class Launch {
   bool WriteLaunchTime();
   void EraseAndLaunch();
   void Timer1_Timer();
-  void ShowProgress();
   void HideProgress();
   void Finish();
 

@@ -1,6 +1,7 @@
 #include "live/Conversions.h"
 
 #include <cmath>
+#include <limits>
 #include <string>
 #include <system_error>
 
@@ -11,8 +12,12 @@ namespace {
 constexpr double FullScaleCounts = 32767;
 constexpr double WordCount = 65536;
 
-[[noreturn]] void ThrowOutOfRange(const char* range) {
-  throw std::system_error(std::make_error_code(std::errc::result_out_of_range),
+template <class Whole>
+Whole Rounded(double value, const char* range) {
+  const double rounded = RoundHalfEven(value);
+  using Limits = std::numeric_limits<Whole>;
+  if (rounded >= Limits::min() && rounded <= Limits::max()) return static_cast<Whole>(rounded);
+  throw std::system_error(std::make_error_code(std::errc::result_out_of_range),  // also for NaN
                           std::string("Number outside ") + range);
 }
 
@@ -59,21 +64,15 @@ double AngleToInteger180(double angle) {
 }
 
 std::int16_t ToInt16(double value) {
-  const double rounded = RoundHalfEven(value);
-  if (!(rounded >= -32768 && rounded <= 32767)) ThrowOutOfRange("-32768 to 32767");  // NaN fails both
-  return static_cast<std::int16_t>(rounded);
+  return Rounded<std::int16_t>(value, "-32768 to 32767");
 }
 
 std::int32_t ToInt32(double value) {
-  const double rounded = RoundHalfEven(value);
-  if (!(rounded >= -2147483648.0 && rounded <= 2147483647.0)) ThrowOutOfRange("the 32-bit range");
-  return static_cast<std::int32_t>(rounded);
+  return Rounded<std::int32_t>(value, "the 32-bit range");
 }
 
 std::uint8_t ToByte(double value) {
-  const double rounded = RoundHalfEven(value);
-  if (!(rounded >= 0 && rounded <= 255)) ThrowOutOfRange("0 to 255");
-  return static_cast<std::uint8_t>(rounded);
+  return Rounded<std::uint8_t>(value, "0 to 255");
 }
 
 double ElapsedSeconds(const SampleClock& clock) {

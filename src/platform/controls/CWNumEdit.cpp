@@ -19,6 +19,12 @@ bool IsPlainZero(const QString& text) {
   return std::ranges::none_of(text, [](QChar c) { return c.isDigit() && c != u'0'; });
 }
 
+std::optional<double> NumberOf(const QString& text) {
+  bool isNumber = false;
+  const double number = QLocale::c().toDouble(text, &isNumber);
+  return isNumber ? std::optional(number) : std::nullopt;
+}
+
 }  // namespace
 
 CWNumEdit::CWNumEdit(QWidget* parent) : QDoubleSpinBox(parent) {
@@ -38,7 +44,7 @@ CWNumEdit::CWNumEdit(QWidget* parent) : QDoubleSpinBox(parent) {
 }
 
 double CWNumEdit::Value() const {
-  const auto typed = outside_.isEmpty() ? std::nullopt : Typed();
+  const auto typed = outside_.isEmpty() ? std::nullopt : NumberOf(lineEdit()->text());
   return typed ? std::clamp(*typed, lower_, upper_) : value_;
 }
 
@@ -85,12 +91,6 @@ void CWNumEdit::OnBaseChange(double shown) {
   }
 }
 
-std::optional<double> CWNumEdit::Typed() const {
-  bool isNumber = false;
-  const double typed = QLocale::c().toDouble(lineEdit()->text(), &isNumber);
-  return isNumber ? std::optional(typed) : std::nullopt;
-}
-
 // A typed number may lie outside the limits: if 1025 were refused at a limit of 1024, 102 would be left.
 QValidator::State CWNumEdit::validate(QString& text, int& position) const {
   if (text == textFromValue(value())) return QValidator::Acceptable;
@@ -101,19 +101,17 @@ QValidator::State CWNumEdit::validate(QString& text, int& position) const {
   const QString fraction = decimals() > 0 ? QString("(\\.[0-9]{0,%1})?").arg(decimals()) : "";
   const QRegularExpression number("\\A" + sign + "[0-9]*" + fraction + "\\z");
   if (!number.match(text).hasMatch()) return QValidator::Invalid;
-  bool isNumber = false;
-  const double typed = QLocale::c().toDouble(text, &isNumber);
-  return isNumber && IsInside(typed) ? QValidator::Acceptable : QValidator::Intermediate;
+  const auto typed = NumberOf(text);
+  return typed && IsInside(*typed) ? QValidator::Acceptable : QValidator::Intermediate;
 }
 
 void CWNumEdit::fixup(QString& text) const {
-  bool isNumber = false;
-  const double typed = QLocale::c().toDouble(text.trimmed(), &isNumber);
-  if (isNumber && std::isfinite(typed)) text = textFromValue(std::clamp(typed, lower_, upper_));
+  const auto typed = NumberOf(text.trimmed());
+  if (typed && std::isfinite(*typed)) text = textFromValue(std::clamp(*typed, lower_, upper_));
 }
 
 void CWNumEdit::OnEdited() {
-  const auto typed = Typed();
+  const auto typed = NumberOf(lineEdit()->text());
   const bool outside = typed && !IsInside(*typed);
   const bool moreDigitsCannotHelp = outside && (*typed > upper_ ? *typed >= 0 : *typed < 0);
   if (!outside && !outside_.isEmpty()) QToolTip::hideText();

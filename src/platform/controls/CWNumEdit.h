@@ -41,8 +41,6 @@ class CWNumEdit : public QDoubleSpinBox {
   void wheelEvent(QWheelEvent* event) override;
 
  private:
-  /// The number that the box holds as text, if it is one.
-  std::optional<double> Typed() const;
   bool IsInside(double value) const { return value >= lower_ && value <= upper_; }
   void FitBaseRange();
   void OnBaseChange(double shown);

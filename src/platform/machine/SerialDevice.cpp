@@ -41,10 +41,6 @@ std::string WhyNot(int error) {
   }
 }
 
-bool IsPseudoTerminal(const std::filesystem::path& device) {
-  return device.string().starts_with("/dev/pts/");
-}
-
 // Adapters that bundle bytes for 16 ms would stretch every round trip; drivers without the flag refuse it.
 void AskForLowLatency(int handle) {
   serial_struct serial{};
@@ -89,7 +85,8 @@ void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
   if (handle_ < 0) refuse(errno);
   if (flock(handle_, LOCK_EX | LOCK_NB) != 0) refuse(errno);
   if (termios probe{}; tcgetattr(handle_, &probe) != 0) refuse(errno);
-  if (!IsPseudoTerminal(device) && ioctl(handle_, TIOCEXCL) != 0) refuse(errno);
+  const bool isPseudoTerminal = device.string().starts_with("/dev/pts/");
+  if (!isPseudoTerminal && ioctl(handle_, TIOCEXCL) != 0) refuse(errno);
 }
 
 void SerialDevice::Configure(const std::string& settings) {
