@@ -42,7 +42,6 @@ std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, c
 std::string PageRecord(std::int32_t page, std::string_view pageDataText);
 /// One sample line, CR LF at its end.
 std::string AccelerometersRecord(const live::LiveSample& sample, std::string_view time);
-/// One sample line, CR LF at its end.
 std::string AnglesRecord(const live::LiveSample& sample, std::string_view time);
 
 /// Each stores the reply of its block, which must have the block's length.

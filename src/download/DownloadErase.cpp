@@ -189,7 +189,7 @@ link::Request DownloadErase::BeginNextRequest(const Bytes& reply) const {
   const auto page = Shared.DownloadPageNumber;
   if (page == Shared.MaxDownloadPages - 1 || EndsData(reply)) return {};
   auto request = link::DownloadPage(page);
-  request.resize(link::CommonSteps(request, link::DownloadPage(page + 1)));
+  request.erase(std::ranges::mismatch(request, link::DownloadPage(page + 1)).in1, request.end());
   return request;
 }
 

@@ -1,6 +1,5 @@
 #include "link/Protocol.h"
 
-#include <algorithm>
 #include <array>
 #include <initializer_list>
 #include <iterator>
@@ -64,11 +63,6 @@ Request DownloadPage(int page) {
   // The low byte of a negative number would be in range, so the number itself is tested.
   if (page < 0) Throw(std::errc::value_too_large, "Page number below 0");
   return MakeRequest(CommandName::DownloadPage, std::array{HighByte(page), LowByte(page)});
-}
-
-std::size_t CommonSteps(const Request& one, const Request& other) {
-  const auto end = std::ranges::mismatch(one, other).in1;
-  return static_cast<std::size_t>(end - one.begin());
 }
 
 double Word(std::span<const std::uint8_t> bytes, std::size_t index) {

@@ -76,9 +76,6 @@ inline Request EraseData() {
   return MakeRequest(CommandName::EraseData);
 }
 
-/// How many steps at the beginning of two requests are equal.
-std::size_t CommonSteps(const Request& one, const Request& other);
-
 /// value / 256, truncated toward zero.
 constexpr int HighByte(int value) {
   return value / 256;

@@ -11,7 +11,6 @@
 #include "live/Dial.h"
 #include "live/Readings.h"
 #include "platform/controls/Controls.h"
-#include "platform/instruments/CWKnob.h"
 
 namespace bexlow::live {
 

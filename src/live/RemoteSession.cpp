@@ -10,7 +10,6 @@
 #include <exception>
 #include <system_error>
 
-#include "link/Communications.h"
 #include "live/AngleRows.h"
 #include "live/Datagram.h"
 #include "live/IP.h"

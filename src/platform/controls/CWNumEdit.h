@@ -24,8 +24,6 @@ class CWNumEdit : public QDoubleSpinBox {
   /// Limits for the user's typing, wheel and arrows. The value on show stays as it is. A key that fits no
   /// number within them is refused, a number outside them ends at the nearer limit, and the box says so.
   void SetLimits(double minimum, double maximum);
-  double Minimum() const { return lower_; }
-  double Maximum() const { return upper_; }
 
   /// Decimals on show; the exact value is kept.
   void SetDecimals(int decimals);

@@ -2,15 +2,12 @@
 
 #include <QHostAddress>
 #include <QNetworkInterface>
-
-#include <array>
-#include <unistd.h>
+#include <QSysInfo>
 
 namespace bexlow::platform {
 
 std::string HostName() {
-  std::array<char, 256> name{};
-  return ::gethostname(name.data(), name.size() - 1) == 0 ? name.data() : "";
+  return QSysInfo::machineHostName().toStdString();
 }
 
 std::vector<std::string> HostAddresses() {
