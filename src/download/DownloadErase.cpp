@@ -62,16 +62,13 @@ void DownloadErase::mnuReturn_Click() {
 
 bool DownloadErase::RetrieveAll() {
   struct Step {
+    bool (DownloadErase::*retrieve)();
     const char* what;
-    link::Block block;
-    std::function<void(const Bytes& reply)> store;
   };
-  auto& header = Shared.DownloadHeader;
-  const Step steps[] = {
-      {"MODE", link::ModeBlock(), [this](const Bytes& reply) { StoreMode(reply); }},
-      {"FIRMWARE", link::FirmwareBlock(), [&](const Bytes& reply) { FillFirmware(reply, header); }},
-      {"HEADER(1)", link::IdentityBlock(), [&](const Bytes& reply) { FillHeader1(reply, header); }},
-      {"HEADER(2)", link::CalibrationBlock(), [&](const Bytes& reply) { FillHeader2(reply, header); }}};
+  constexpr Step Steps[] = {{&DownloadErase::RetrieveModeParameters, "MODE"},
+                            {&DownloadErase::RetrieveFirmwareParameters, "FIRMWARE"},
+                            {&DownloadErase::RetrieveHeader1Parameters, "HEADER(1)"},
+                            {&DownloadErase::RetrieveHeader2Parameters, "HEADER(2)"}};
   txtMode->clear();
   txtChannels->clear();
   mnuDownload->setEnabled(false);
@@ -80,15 +77,13 @@ bool DownloadErase::RetrieveAll() {
   PBar->setMaximum(4);
   platform::Machine::Get().Repaint();
   int done = 0;
-  for (const auto& [what, block, store] : steps) {
-    const auto reply = Retrieve(block);
-    if (!reply) {
+  for (const auto& [retrieve, what] : Steps) {
+    if (!(this->*retrieve)()) {
       shell::TellFailure(std::string("Download ") + what +
                          " parameters were not retrieved! Download failed!");
       BackToIdle();
       return false;
     }
-    store(*reply);
     platform::SetProgress(PBar, ++done);
     platform::Machine::Get().Repaint();
   }
@@ -104,15 +99,36 @@ std::optional<Bytes> DownloadErase::Retrieve(const link::Block& block) {
   }
 }
 
-void DownloadErase::StoreMode(const Bytes& reply) {
+bool DownloadErase::RetrieveModeParameters() {
+  const auto reply = Retrieve(link::ModeBlock());
+  if (!reply) return false;
   auto& parameters = Shared.OnBoardParameters;
-  parameters.BinLinearMode = reply[0];
-  parameters.LinearChannels = reply[1];
+  parameters.BinLinearMode = (*reply)[0];
+  parameters.LinearChannels = (*reply)[1];
   if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
   if (parameters.BinLinearMode == 1) {
     txtMode->setText("Linear");
     txtChannels->setText(Shown(parameters.LinearChannels));
   }
+  return true;
+}
+
+bool DownloadErase::RetrieveFirmwareParameters() {
+  const auto reply = Retrieve(link::FirmwareBlock());
+  if (reply) FillFirmware(*reply, Shared.DownloadHeader);
+  return reply.has_value();
+}
+
+bool DownloadErase::RetrieveHeader1Parameters() {
+  const auto reply = Retrieve(link::IdentityBlock());
+  if (reply) FillHeader1(*reply, Shared.DownloadHeader);
+  return reply.has_value();
+}
+
+bool DownloadErase::RetrieveHeader2Parameters() {
+  const auto reply = Retrieve(link::CalibrationBlock());
+  if (reply) FillHeader2(*reply, Shared.DownloadHeader);
+  return reply.has_value();
 }
 
 bool DownloadErase::ChooseFile() {

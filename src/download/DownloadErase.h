@@ -37,7 +37,10 @@ class DownloadErase : public platform::Form {
   void TimerSampling_Timer();
 
   bool RetrieveAll();
-  void StoreMode(const link::Bytes& reply);
+  bool RetrieveModeParameters();
+  bool RetrieveFirmwareParameters();
+  bool RetrieveHeader1Parameters();
+  bool RetrieveHeader2Parameters();
   std::optional<link::Bytes> Retrieve(const link::Block& block);
 
   bool ChooseFile();

@@ -76,10 +76,16 @@ void Angles::cmdTare_Click(const Axis& axis) {
   const bool untare = axis.cmdTare->text() == axis.row->untareCaption;
   axis.cmdTare->setEnabled(false);
   axis.cmdTare->setText(untare ? axis.row->tareCaption : axis.row->untareCaption);
-  WriteTare(untare ? "RemoveTare" : "GetTare", axis, [&] {
-    return untare ? Tare{} : Tare{NumberIn(*axis.word), NumberIn(*axis.angle)};
-  });
+  untare ? RemoveTare(axis) : GetTare(axis);
   axis.cmdTare->setEnabled(true);
+}
+
+void Angles::GetTare(const Axis& axis) {
+  WriteTare("GetTare", axis, [&] { return Tare{NumberIn(*axis.word), NumberIn(*axis.angle)}; });
+}
+
+void Angles::RemoveTare(const Axis& axis) {
+  WriteTare("RemoveTare", axis, [] { return Tare{}; });
 }
 
 // The logger keeps the raw word, the program the degrees. Pausing the chain first updates the boxes to the

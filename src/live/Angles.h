@@ -49,6 +49,8 @@ class Angles : public RecordingScreen {
   void Stopped() override;
 
   void cmdTare_Click(const Axis& axis);
+  void GetTare(const Axis& axis);
+  void RemoveTare(const Axis& axis);
   void WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare);
   void EnableTareButtons(bool enabled);
 

@@ -102,6 +102,14 @@ void RemoteSession::Form_Load() {
   });
 }
 
+bool RemoteSession::SendToPeer() const {
+  return optSend->isChecked();
+}
+
+bool RemoteSession::ShowOnDials() const {
+  return optDialYes->isChecked();
+}
+
 // The socket keeps its old ports until Reset.
 void RemoteSession::ApplyRole(const SessionRole& role) {
   mnuSample->setEnabled(role.sends);
@@ -164,7 +172,7 @@ void RemoteSession::Take(const link::Bytes& reply) {
   auto& sample = Shared.LiveSample;
   for (const auto& row : AngleRows) DecodeAngle(row, *words, sample);
   ShowOnAxes(sample.AngleX, sample.AngleY);
-  if (!optSend->isChecked()) return;
+  if (!SendToPeer()) return;
   OutgoingText = Datagram(sample.AngleX, sample.AngleY);
   SetSendText(OutgoingText);
 }
@@ -195,7 +203,7 @@ void RemoteSession::SendText(const QString& text) {
 void RemoteSession::udpPeerA_DataArrival() {
   const std::string& datagram = udpPeerA.GetData();
   txtReceive->setPlainText(ReceivedText(datagram));
-  if (optDialYes->isChecked()) ShowReceivedAngles(datagram);
+  if (ShowOnDials()) ShowReceivedAngles(datagram);
 }
 
 void RemoteSession::ShowReceivedAngles(const std::string& datagram) {

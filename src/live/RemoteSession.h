@@ -67,6 +67,8 @@ class RemoteSession : public platform::Form {
   void Take(const link::Bytes& reply);
   void udpPeerA_DataArrival();
 
+  bool SendToPeer() const;
+  bool ShowOnDials() const;
   std::string PeerText() const;
   void BindLocalPort();
   void ShowSocket();
