@@ -1,5 +1,6 @@
 #include "shell/ErrorHandler.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <exception>
 #include <optional>
@@ -28,13 +29,20 @@ std::string DateText(const platform::LocalTime& now) {
   return text;
 }
 
+// A file name may hold line ends, a record in the log has a line for each of its values.
+std::string OneLine(std::string text) {
+  std::ranges::replace_if(
+      text, [](char c) { return c == '\r' || c == '\n'; }, ' ');
+  return text;
+}
+
 std::string Report(int number, const std::string& source, const std::string& screen,
                    const std::string& description) {
   return "Date: " + DateText(platform::Machine::Get().Now()) + Crlf +  //
          "Number: " + std::to_string(number) + Crlf +                  //
          "Source: " + source + Crlf +                                  //
          "Screen: " + screen + Crlf +                                  //
-         "Description: " + description + Crlf +                        //
+         "Description: " + OneLine(description) + Crlf +               //
          "Application: BX323" + Crlf +                                 //
          "Version: " + platform::ProgramVersion();
 }
@@ -77,7 +85,7 @@ std::optional<Failure> FailureOf(const std::function<void()>& body) {
 void SimpleErrorHandler(int number, const std::string& source, const std::string& screen,
                         const std::string& description) {
   const platform::EventGate::Hold hold;
-  Shared.LastFailure = source + ": " + description;
+  Shared.LastFailure = source + ": " + OneLine(description);
   try {
     LogAndAsk(Report(number, source, screen, description));
   } catch (const std::exception&) {

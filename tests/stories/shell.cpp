@@ -118,7 +118,7 @@ TEST_F(Shell, HelpAboutAndExit) {
 TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   Start();
   machine.clock.hour = 0;
-  shell::SimpleErrorHandler(5, "mnuSample_Click", "Angles", "It broke");
+  shell::SimpleErrorHandler(5, "mnuSample_Click", "Angles", "It\nbroke");
   machine.clock.hour = 14;
   shell::SimpleErrorHandler(0, "Big", "Graph", "Again");
   const std::string report =
