@@ -118,7 +118,7 @@ bool MeasureRead(const Box& box, const platform::Form& screen, const fs::path& l
 }
 
 /// A block waits for fixed times only; their sum is its bare time.
-bool MeasureBlock(const link::Block& block) {
+bool MeasureBlock(const char* figure, const link::Block& block) {
   platform::Form screen("Bench", "Bench");
   platform::MSComm comm(screen);
   const double start = NowMs();
@@ -129,7 +129,7 @@ bool MeasureBlock(const link::Block& block) {
     bareMs += block.pauseMs;
     for (const auto& step : request) bareMs += step.pauseMs;
   }
-  if (reply) PrintRead((std::string(block.name) + ", over its bare time").c_str(), ms, bareMs);
+  if (reply) PrintRead(figure, ms, bareMs);
   return reply.has_value();
 }
 
@@ -176,7 +176,8 @@ bool Measure(const fs::path& folder, const char* logger) {
   const auto& screen = program.Show<config::Configuration>();
   QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
   return MeasureRead(box, screen, folder / "log") && MeasureWrite(box, screen, folder) &&
-         MeasureBlock(link::TareBlock()) && MeasureBlock(link::CalibrationBlock());
+         MeasureBlock("Tare block, over its bare time", link::TareBlock()) &&
+         MeasureBlock("Calibration block, over its bare time", link::CalibrationBlock());
 }
 
 }  // namespace
