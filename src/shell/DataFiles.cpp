@@ -23,8 +23,8 @@ std::string HeaderOf(DataFileKind kind) {
 // A file that was moved or deleted meanwhile begins again with its header, so that the records can be read.
 bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& record) {
   return GuardedIn("General", procedure, [&] {
-    std::error_code ignored;
-    const bool begins = !std::filesystem::exists(Shared.DataFileName, ignored);
+    std::error_code unknown;
+    const bool begins = !std::filesystem::exists(Shared.DataFileName, unknown) && !unknown;
     platform::Append(Shared.DataFileName, begins ? HeaderOf(kind) + record : record);
   });
 }
