@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <random>
 
-#include "download/DataFile.h"
-#include "download/PageDecoder.h"
+#include "files/DataFile.h"
+#include "files/PageDecoder.h"
 
 namespace bexlow::bench {
 
@@ -28,7 +28,7 @@ std::uint8_t AngleByte(double degrees, double fullScale) {
 class Wearer {
  public:
   explicit Wearer(int pairsAPush) : pairsAPush_(pairsAPush) {}
-  void Fill(std::array<std::uint8_t, download::PageBytes>& page) {
+  void Fill(std::array<std::uint8_t, files::PageBytes>& page) {
     for (std::size_t i = 0; i < page.size(); i += 2, ++time_) {
       const bool pressed = time_ % pairsAPush_ == pairsAPush_ - 1;
       page[i] = pressed ? Push : AngleByte(60 * std::sin(time_ / 300.0) + tremble_(random_), 180);
@@ -44,13 +44,13 @@ class Wearer {
 };
 
 std::string FileOf(Wearer wearer) {
-  const download::DownloadHeader header{
+  const files::DownloadHeader header{
       "3.3", 417, "03/09/2004 14:05:07", "7.5", "X=323 Y=408 Z=322", "X=323 Y=324 Z=322", "X=0 Y=0"};
-  std::string text = download::DataFileHeader(download::DataFileKind::DownloadPages, "3.2.3", header, 1, 3);
-  std::array<std::uint8_t, download::PageBytes> bytes{};
+  std::string text = files::DataFileHeader(files::DataFileKind::DownloadPages, "3.2.3", header, 1, 3);
+  std::array<std::uint8_t, files::PageBytes> bytes{};
   for (int page = 1; page <= Pages; ++page) {
     wearer.Fill(bytes);
-    text += download::PageRecord(page, download::DecodePage(bytes, 1, 3));
+    text += files::PageRecord(page, files::DecodePage(bytes, 1, 3));
   }
   return text;
 }

@@ -18,7 +18,7 @@
 #include "download/DownloadErase.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
-#include "shell/Records.h"
+#include "shared/Records.h"
 
 namespace {
 
@@ -59,7 +59,8 @@ std::vector<double> Download(const fs::path& folder) {
                    [&](int value) {
                      const std::chrono::duration<double, std::milli> now =
                          std::chrono::steady_clock::now().time_since_epoch();
-                     if (value == shell::Shared.DownloadPageNumber && value > 0) times.push_back(now.count());
+                     if (value == shared::Shared.DownloadPageNumber && value > 0)
+                       times.push_back(now.count());
                    });
   rig::Program::Run(screen.findChild<QAction*>("mnuDownload"), LimitMs);
   return completed ? times : std::vector<double>{};

@@ -10,13 +10,13 @@
 
 #include "Figure.h"
 #include "FullFile.h"
-#include "download/LinearCsv.h"
+#include "files/LinearCsv.h"
+#include "files/Series.h"
 #include "graph/Graph.h"
-#include "graph/Series.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
-#include "shell/Records.h"
+#include "shared/Records.h"
 
 namespace {
 
@@ -45,7 +45,7 @@ Bench::Bench(const fs::path& folder)
       machine(folder),
       screen(program.Show<graph::Graph>()) {
   platform::WriteWhole(dataFile, text);
-  download::AppendLinearCsv(text, csv);
+  files::AppendLinearCsv(text, csv);
   graphs[0] = screen.findChild<platform::CWGraph*>("CWGraph1");
   graphs[1] = screen.findChild<platform::CWGraph*>("CWGraph2");
   Open();
@@ -54,8 +54,8 @@ Bench::Bench(const fs::path& folder)
 
 // Opens the file without a dialog, as after a download.
 void Bench::Open() {
-  shell::Shared.GraphFileName = dataFile.string();
-  shell::Shared.GraphAfterDownload = true;
+  shared::Shared.GraphFileName = dataFile.string();
+  shared::Shared.GraphAfterDownload = true;
   screen.mnuOpen_Click();
   for (auto* graph : graphs) graph->DrawNow();
 }
@@ -78,8 +78,8 @@ void FromCharsPass(benchmark::State& state, const Bench& bench) {
 
 void ReadSeries(benchmark::State& state, const Bench& bench) {
   for (auto _ : state) {
-    graph::DoubleSeries series;
-    benchmark::DoNotOptimize(graph::ReadDouble(bench.text, series));
+    files::DoubleSeries series;
+    benchmark::DoNotOptimize(files::ReadDouble(bench.text, series));
   }
 }
 
@@ -101,7 +101,7 @@ void DrawViews(benchmark::State& state, Bench& bench, double share) {
 void WriteCsv(benchmark::State& state, const Bench& bench) {
   for (auto _ : state) {
     std::string csv;
-    download::AppendLinearCsv(platform::ReadWhole(bench.dataFile), csv);
+    files::AppendLinearCsv(platform::ReadWhole(bench.dataFile), csv);
     platform::WriteWhole(bench.csvFile, csv);
   }
 }

@@ -12,8 +12,8 @@
 #include "graph/Graph.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
+#include "shared/Records.h"
 #include "shell/Main.h"
-#include "shell/Records.h"
 
 namespace {
 
@@ -50,9 +50,9 @@ void WatchScreens(const std::filesystem::path& folder) {
   rig::Program program;
   program.Show<shell::Main>(program.outer);
   auto& graph = program.Show<graph::Graph>();
-  shell::Shared.GraphFileName = (folder / "full.qbx").string();
-  platform::WriteWhole(shell::Shared.GraphFileName, bench::FullDataFile());
-  shell::Shared.GraphAfterDownload = true;
+  shared::Shared.GraphFileName = (folder / "full.qbx").string();
+  platform::WriteWhole(shared::Shared.GraphFileName, bench::FullDataFile());
+  shared::Shared.GraphAfterDownload = true;
   graph.mnuOpen_Click();
   Watch("Graph");
   bench::PrintFigure("Resident memory with a full run in Graph", bench::ResidentMiB(), 57, " MiB",

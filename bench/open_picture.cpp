@@ -5,11 +5,11 @@
 #include <QApplication>
 
 #include "FullFile.h"
-#include "download/LinearCsv.h"
+#include "files/LinearCsv.h"
 #include "graph/Graph.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
-#include "shell/Records.h"
+#include "shared/Records.h"
 
 int main(int argc, char** argv) {
   using namespace bexlow;
@@ -20,15 +20,15 @@ int main(int argc, char** argv) {
   if (!exists(folder / "full.qbx")) {
     const auto text = bench::FullDataFile();
     std::string csv;
-    download::AppendLinearCsv(text, csv);
+    files::AppendLinearCsv(text, csv);
     platform::WriteWhole(folder / "full.qbx", text);
     platform::WriteWhole(folder / "full.csv", csv);
   }
   rig::AnsweredMachine machine(scratch.Path());
   rig::Program program;
   auto& screen = program.Show<graph::Graph>();
-  shell::Shared.GraphFileName = (folder / "full.qbx").string();
-  shell::Shared.GraphAfterDownload = true;
+  shared::Shared.GraphFileName = (folder / "full.qbx").string();
+  shared::Shared.GraphAfterDownload = true;
   screen.mnuOpen_Click();
   return program.outer.grab().save(QString::fromStdString((folder / "bexlow.png").string())) ? 0 : 1;
 }

@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "Target.h"
-#include "download/LinearCsv.h"
-#include "download/Lines.h"
-#include "graph/BinPages.h"
-#include "graph/RunFacts.h"
-#include "graph/Series.h"
-#include "live/NumberText.h"
-#include "review/ButtonPushes.h"
+#include "files/BinPages.h"
+#include "files/ButtonPushes.h"
+#include "files/LinearCsv.h"
+#include "files/Lines.h"
+#include "files/RunFacts.h"
+#include "files/Series.h"
+#include "values/NumberText.h"
 
 namespace bexlow::fuzz {
 
@@ -28,19 +28,19 @@ std::size_t LinesIn(std::string_view text) {
   return text.empty() || text.back() == '\n' ? ends : ends + 1;
 }
 
-void TryGraph(std::string_view text, graph::DoubleSeries& series) {
+void TryGraph(std::string_view text, files::DoubleSeries& series) {
   const auto [x, y, pushes] = std::tie(series.x, series.y, series.pushes);
-  const auto channel = graph::CheckFile(text).channel;
+  const auto channel = files::CheckFile(text).channel;
   Require(channel >= 0 && channel <= 9, "a channel is a digit");
-  const auto frequency = graph::ReadRunFacts(text).frequency.value_or(1);
+  const auto frequency = files::ReadRunFacts(text).frequency.value_or(1);
   Require(frequency > 0 && frequency < 6554, "a frequency is one");
-  std::optional<graph::Samples> points;
+  std::optional<files::Samples> points;
   bool whole = false;
-  const bool taken = Takes([&] { points = graph::ReadSingle(text); });
-  Require(Takes([&] { whole = graph::ReadDouble(text, series); }) == taken, "both take the same files");
+  const bool taken = Takes([&] { points = files::ReadSingle(text); });
+  Require(Takes([&] { whole = files::ReadDouble(text, series); }) == taken, "both take the same files");
   Require(points.has_value() == whole, "both read the same files");
   Require(!taken || whole == (LinesIn(text) >= HeaderLines), "the header has 12 lines");
-  const auto pairs = whole ? graph::PairsInRecord * (LinesIn(text) - HeaderLines) : 0;
+  const auto pairs = whole ? files::PairsInRecord * (LinesIn(text) - HeaderLines) : 0;
   Require(x.size() == pairs && y.size() == pairs, "132 pairs a record, and none after a failure");
   Require(!whole || points->size() == 2 * pairs, "a pair is two points");
   for (std::size_t i = 0; i < pairs; ++i)
@@ -53,18 +53,18 @@ void TryGraph(std::string_view text, graph::DoubleSeries& series) {
 }
 
 void TryReview(std::string_view text) {
-  const auto check = review::CheckReviewFile(text);
-  Require((check == review::ReviewCheck::Empty) == text.empty(), "an empty file is told");
-  Require(check != review::ReviewCheck::Ok || LinesIn(text) >= HeaderLines, "its whole header was checked");
+  const auto check = files::CheckReviewFile(text);
+  Require((check == files::ReviewCheck::Empty) == text.empty(), "an empty file is told");
+  Require(check != files::ReviewCheck::Ok || LinesIn(text) >= HeaderLines, "its whole header was checked");
 }
 
 void TryBins(std::string_view text, int page) {
-  graph::BinPair pair;
-  if (!Takes([&] { pair = graph::FindPair(text, page); })) return;
-  const bool found = pair.result == graph::PairResult::Found;
-  const std::size_t pages = found ? 2 : pair.result == graph::PairResult::NoPartner ? 1 : 0;
+  files::BinPair pair;
+  if (!Takes([&] { pair = files::FindPair(text, page); })) return;
+  const bool found = pair.result == files::PairResult::Found;
+  const std::size_t pages = found ? 2 : pair.result == files::PairResult::NoPartner ? 1 : 0;
   Require(LinesIn(text) >= pages, "a page is a line");
-  for (std::size_t i = 0; i < graph::BinCount; ++i) {
+  for (std::size_t i = 0; i < files::BinCount; ++i) {
     const double x = pair.XPoints[i], y = pair.YPoints[i];
     Require(std::isfinite(x) && std::isfinite(y), "counts are finite");
     Require((x == 0 || pages > 0) && (y == 0 || pages > 1), "no page, no counts");
@@ -72,24 +72,24 @@ void TryBins(std::string_view text, int page) {
 }
 
 /// Where each record has its 132 pairs and no more, they are the lines of the CSV file.
-void TryCsv(std::string_view text, const graph::DoubleSeries& series) {
+void TryCsv(std::string_view text, const files::DoubleSeries& series) {
   std::string csv;
-  const bool made = Takes([&] { download::AppendLinearCsv(text, csv); });
+  const bool made = Takes([&] { files::AppendLinearCsv(text, csv); });
   Require(made == (LinesIn(text) >= HeaderLines), "a whole header is enough for a CSV file");
-  download::LineReader lines(csv);
+  files::LineReader lines(csv);
   if (!lines.Skip(HeaderLines) || LinesIn(csv) != HeaderLines + series.x.size()) return;
   for (std::size_t i = 0; i < series.x.size(); ++i) {
     const auto line = *lines.Next();
-    const auto x = download::BeforeFirstComma(line), y = download::BehindFirstComma(line);
-    Require(x && live::FieldToInt16(*x) == series.x[i], "the X of a CSV line is the run's");
-    Require(y && live::FieldToInt16(*y) == series.y[i], "the Y of a CSV line is the run's");
+    const auto x = files::BeforeFirstComma(line), y = files::BehindFirstComma(line);
+    Require(x && values::FieldToInt16(*x) == series.x[i], "the X of a CSV line is the run's");
+    Require(y && values::FieldToInt16(*y) == series.y[i], "the Y of a CSV line is the run's");
   }
 }
 
 }  // namespace
 
 void Try(std::string_view text) {
-  graph::DoubleSeries series;
+  files::DoubleSeries series;
   TryGraph(text, series);
   TryReview(text);
   for (const int page : {-1, 1, 3}) TryBins(text, page);

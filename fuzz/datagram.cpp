@@ -4,7 +4,7 @@
 #include <string>
 
 #include "Target.h"
-#include "live/Conversions.h"
+#include "values/Conversions.h"
 
 namespace bexlow::fuzz {
 
@@ -18,7 +18,7 @@ void Try(std::string_view text) {
   const double x = *angles.x / 10.0, y = *angles.y / 10.0;
   const std::string sent = live::Datagram(x, y);
   const auto back = live::AnglesOfBody(live::DatagramBody(sent).value_or(""));
-  Require(back.x == live::ToInt16(x) && back.y == live::ToInt16(y), "what one sends, another can show");
+  Require(back.x == values::ToInt16(x) && back.y == values::ToInt16(y), "what one sends, another can show");
 }
 
 }  // namespace bexlow::fuzz

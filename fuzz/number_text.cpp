@@ -6,8 +6,8 @@
 #include <string>
 
 #include "Target.h"
-#include "live/Conversions.h"
-#include "live/NumberText.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::fuzz {
 
@@ -29,18 +29,18 @@ bool Same(double one, double other) {
 }  // namespace
 
 void Try(std::string_view text) {
-  const double value = live::LeadingNumber(text);
+  const double value = values::LeadingNumber(text);
   Require(std::isfinite(value), "a number is finite");
   Require(Same(value, PlainLeadingNumber(text)), "the number is the C library's");
-  if (const auto whole = live::WholeNumber(text)) Require(*whole == value, "a whole number leads its text");
-  const double rounded = live::RoundHalfEven(value);
-  const auto field = live::FieldToInt16(text);
+  if (const auto whole = values::WholeNumber(text)) Require(*whole == value, "a whole number leads its text");
+  const double rounded = values::RoundHalfEven(value);
+  const auto field = values::FieldToInt16(text);
   Require(field.has_value() == (rounded >= -32768 && rounded <= 32767), "a field fits 16 bits or not");
   if (field) Require(*field == rounded, "the quick way gives the same number");
-  for (const std::string& written : {live::NumberText(value), live::PlainNumberText(value)}) {
+  for (const std::string& written : {values::NumberText(value), values::PlainNumberText(value)}) {
     Require(written.find_first_not_of("-.0123456789") == std::string::npos, "a number has no exponent");
     // Rounded to 15 digits the largest number is out of range, so WholeNumber would refuse its text.
-    const double back = live::LeadingNumber(written);
+    const double back = values::LeadingNumber(written);
     Require(std::abs(back - value) <= std::abs(value) * 1e-14, "what is written reads back");
   }
 }

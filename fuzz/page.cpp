@@ -6,28 +6,28 @@
 #include <string>
 
 #include "Target.h"
-#include "download/DataFile.h"
-#include "download/PageDecoder.h"
-#include "graph/BinPages.h"
-#include "graph/Series.h"
-#include "review/ButtonPushes.h"
+#include "files/BinPages.h"
+#include "files/ButtonPushes.h"
+#include "files/DataFile.h"
+#include "files/PageDecoder.h"
+#include "files/Series.h"
 
 namespace bexlow::fuzz {
 
 namespace {
 
-using PageArray = std::array<std::uint8_t, download::PageBytes>;
+using PageArray = std::array<std::uint8_t, files::PageBytes>;
 
 void RequireBins(const std::string& file, const PageArray& page) {
-  const auto pair = graph::FindPair(file, 1);
-  Require(pair.result == graph::PairResult::Found && pair.XPoints == pair.YPoints, "both pages are found");
-  for (std::size_t i = 0; i < graph::BinCount; ++i)
+  const auto pair = files::FindPair(file, 1);
+  Require(pair.result == files::PairResult::Found && pair.XPoints == pair.YPoints, "both pages are found");
+  for (std::size_t i = 0; i < files::BinCount; ++i)
     Require(pair.XPoints[i] == 256.0 * page[2 * i] + page[2 * i + 1], "a count comes back");
 }
 
 void RequireRun(const std::string& file, const PageArray& page, double channels) {
-  const auto points = graph::ReadSingle(file);
-  Require(points && points->size() == 2 * graph::FieldsInRecord, "every sample comes back");
+  const auto points = files::ReadSingle(file);
+  Require(points && points->size() == 2 * files::FieldsInRecord, "every sample comes back");
   std::size_t pushes = 0;
   for (std::size_t i = 0; i < points->size(); ++i) {
     const int fullScale = channels == 2 || (channels == 3 && i % 2 == 1) ? 90 : 180;
@@ -36,9 +36,9 @@ void RequireRun(const std::string& file, const PageArray& page, double channels)
     pushes += i % 2 == 0 && page[pair] == 127 && page[pair + 1] == 127;
   }
   if (channels != 3) return;
-  graph::DoubleSeries series;
-  Require(review::HoldsPushes(file) == (pushes > 0), "a file with pushes is taken for review");
-  Require(graph::ReadDouble(file, series) && series.pushes.size() == pushes, "every push comes back");
+  files::DoubleSeries series;
+  Require(files::HoldsPushes(file) == (pushes > 0), "a file with pushes is taken for review");
+  Require(files::ReadDouble(file, series) && series.pushes.size() == pushes, "every push comes back");
 }
 
 }  // namespace
@@ -49,14 +49,14 @@ void Try(std::string_view bytes) {
   PageArray page;
   page.fill(0xFF);  // as flash memory is where it was not written
   std::ranges::copy(bytes.substr(2, page.size()), page.begin());
-  const std::string fields = download::DecodePage(page, mode, channels);
+  const std::string fields = files::DecodePage(page, mode, channels);
   const bool linear = mode == 1 && channels >= 1 && channels <= 3;
   if (mode != 0 && !linear) return Require(fields.empty(), "no layout, no fields");
   const std::string file =
-      download::DataFileHeader(download::DataFileKind::DownloadPages, "1", {}, mode, channels) +
-      download::PageRecord(1, fields) + download::PageRecord(2, fields);
-  const auto check = graph::CheckFile(file);
-  Require(check.kind == (linear ? graph::FileKind::Linear : graph::FileKind::Bin), "Graph takes the file");
+      files::DataFileHeader(files::DataFileKind::DownloadPages, "1", {}, mode, channels) +
+      files::PageRecord(1, fields) + files::PageRecord(2, fields);
+  const auto check = files::CheckFile(file);
+  Require(check.kind == (linear ? files::FileKind::Linear : files::FileKind::Bin), "Graph takes the file");
   linear ? RequireRun(file, page, channels) : RequireBins(file, page);
 }
 

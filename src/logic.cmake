@@ -1,9 +1,9 @@
 # The logic layer: plain functions and records on the standard library alone.
 set(BEXLOW_LOGIC
-  live/Conversions live/NumberText live/Datagram live/Strip
+  values/Conversions values/NumberText
+  files/DataFile files/Lines files/PageDecoder files/LinearCsv files/Series files/BinPages files/RunFacts files/ButtonPushes
   link/Protocol link/LaunchProgress
   config/ParameterMap config/CalibrationMath
-  download/DataFile download/Lines download/PageDecoder download/LinearCsv
-  graph/Series graph/BinPages graph/RunFacts graph/ViewNumbers
-  review/ButtonPushes)
-set(BEXLOW_LOGIC_HEADERS live/LiveSample config/OnBoardParameters)
+  live/Datagram live/Strip
+  graph/ViewNumbers)
+set(BEXLOW_LOGIC_HEADERS values/LiveSample values/OnBoardParameters)

@@ -7,19 +7,19 @@
 #include <QVBoxLayout>
 
 #include "link/Communications.h"
-#include "live/NumberBox.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
+#include "shared/General.h"
+#include "shared/NumberBox.h"
+#include "shared/Records.h"
 #include "shell/Chords.h"
-#include "shell/General.h"
-#include "shell/Records.h"
 
 namespace bexlow::config {
 
-using live::NumberIn;
-using live::Shown;
+using shared::NumberIn;
+using shared::Shown;
 using namespace platform;
-using shell::Shared;
+using shared::Shared;
 
 namespace {
 
@@ -127,7 +127,7 @@ void Calibrate::PrepareRun() {
   MsgBox("Shaker will be disabled prior to calibration start!");
   Machine::Get().Repaint();
   DisableShaker();
-  shell::WaitMilliseconds(ShakerSettleMs);
+  shared::WaitMilliseconds(ShakerSettleMs);
 }
 
 // Clear the current box first: its change handler refills the others.

@@ -6,7 +6,7 @@
 
 #include "config/CalibrationMath.h"
 #include "config/WriteSequence.h"
-#include "live/SamplingChain.h"
+#include "link/SamplingChain.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 
@@ -41,7 +41,7 @@ class Calibrate : public platform::Form {
   void Widen(const Axis& axis);
 
   platform::MSComm MSComm1;
-  live::SamplingChain chain_;
+  link::SamplingChain chain_;
   Progress progress_;
   WriteSequence write_;
   QAction* mnuSample = nullptr;

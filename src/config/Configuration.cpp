@@ -10,14 +10,14 @@
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/machine/Machine.h"
-#include "shell/ErrorHandler.h"
-#include "shell/Records.h"
+#include "shared/ErrorHandler.h"
+#include "shared/Records.h"
 
 namespace bexlow::config {
 
 using platform::Pointer;
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
 
 // A sequence uses the port and the progress bar, which the other menu entries need too.
 void Configuration::EnableSequences(bool enabled) {

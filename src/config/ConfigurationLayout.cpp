@@ -12,10 +12,10 @@
 #include "config/Configuration.h"
 #include "config/EEPROM.h"
 #include "link/Communications.h"
-#include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
 #include "shell/Chords.h"
+#include "values/NumberText.h"
 
 namespace bexlow::config {
 
@@ -35,7 +35,7 @@ QByteArray NameOf(const Parameter& row) {
 }
 
 QString RangeOf(const Parameter& row) {
-  const auto limits = live::PlainNumberText(row.min) + " to " + live::PlainNumberText(row.max);
+  const auto limits = values::PlainNumberText(row.min) + " to " + values::PlainNumberText(row.max);
   return QString::fromStdString(limits) + (row.unit.empty() ? "" : " ") + Text(row.unit);
 }
 

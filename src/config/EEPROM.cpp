@@ -9,12 +9,12 @@
 
 #include "config/ValueBox.h"
 #include "link/Communications.h"
-#include "live/Conversions.h"
-#include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
-#include "shell/ErrorHandler.h"
+#include "shared/ErrorHandler.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::config {
 
@@ -29,10 +29,10 @@ constexpr double FirstAddress = 2;
 
 /// The byte that a text stands for. A lone minus sign is an error, not 0.
 std::uint8_t ByteOf(const QString& text) {
-  const auto number = live::WholeNumber(text.toStdString());
+  const auto number = values::WholeNumber(text.toStdString());
   if (!number)
     throw std::system_error(std::make_error_code(std::errc::invalid_argument), "Value is no number");
-  return live::ToByte(*number);
+  return values::ToByte(*number);
 }
 
 }  // namespace
@@ -79,7 +79,7 @@ void EEPROM::Build() {
 
 void EEPROM::Operate(const char* procedure, const std::function<void()>& body) {
   bool done = false;
-  shell::Guarded(*this, procedure, [&] {
+  shared::Guarded(*this, procedure, [&] {
     body();
     done = true;
   });
@@ -99,7 +99,7 @@ void EEPROM::EnableControls(bool enabled) {
 }
 
 int EEPROM::Address() const {
-  return live::ToInt16(NumEditAddress->Value());
+  return values::ToInt16(NumEditAddress->Value());
 }
 
 void EEPROM::cmdRead_Click() {
@@ -120,7 +120,7 @@ void EEPROM::TimerEEPROM_Timer() {
     if (reply.size() == 1) {
       txtValue->setText(QString::number(reply.front()));
     } else {
-      shell::TellFailure("Read EEPROM error: packet length is <> 1 byte!");
+      shared::TellFailure("Read EEPROM error: packet length is <> 1 byte!");
     }
     EndOperation();
   });

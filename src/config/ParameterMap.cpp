@@ -3,14 +3,14 @@
 #include <system_error>
 
 #include "link/Protocol.h"
-#include "live/Conversions.h"
-#include "live/NumberText.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::config {
 
 namespace {
 
-constexpr std::size_t FieldCount = sizeof(OnBoardParameters) / sizeof(double);
+constexpr std::size_t FieldCount = sizeof(values::OnBoardParameters) / sizeof(double);
 constexpr std::size_t ReadCount = EndOfRead - FirstIndex;
 constexpr std::size_t WriteCount = EndOfWrite - FirstIndex;
 
@@ -94,7 +94,7 @@ double FullScale(Form form) {
 }
 
 double CountOf(Form form, double degrees) {
-  return form == Form::Angle180 ? live::AngleToInteger180(degrees) : live::AngleToInteger90(degrees);
+  return form == Form::Angle180 ? values::AngleToInteger180(degrees) : values::AngleToInteger90(degrees);
 }
 
 std::array<std::uint8_t, 2> Split(double word) {
@@ -104,7 +104,7 @@ std::array<std::uint8_t, 2> Split(double word) {
 }
 
 /// The value of a row in a whole read; `place` is where its first cell is.
-double ValueAt(const ReadArray& cells, std::size_t place) {
+double ValueAt(const values::ReadArray& cells, std::size_t place) {
   const Form form = Parameters[ReadCells[place].row].form;
   return Decode(form, std::span(cells).subspan(place, static_cast<std::size_t>(CellsOf(form))));
 }
@@ -122,18 +122,18 @@ double Decode(Form form, std::span<const std::uint8_t> bytes) {
   if (form == Form::U8) return bytes[0];
   const double word = link::Word(bytes, 0);
   if (form == Form::U16) return word;
-  return live::UnsignedToSigned16(word) / 32767 * FullScale(form);
+  return values::UnsignedToSigned16(word) / 32767 * FullScale(form);
 }
 
 std::array<std::uint8_t, 2> Encode(Form form, double value) {
   switch (form) {
     case Form::U8:
-      return {live::ToByte(value), 0};
+      return {values::ToByte(value), 0};
     case Form::U16:
-      return Split(live::RoundHalfEven(value));
+      return Split(values::RoundHalfEven(value));
     case Form::Angle180:
     case Form::Angle90: {
-      const double count = live::RoundHalfEven(CountOf(form, value));
+      const double count = values::RoundHalfEven(CountOf(form, value));
       return Split(count == 65536 ? 0 : count);  // an angle that rounds to -0 counts, which is 0
     }
     case Form::None:
@@ -151,7 +151,7 @@ std::span<const WriteCell> WriteCells() {
   return WriteTicks;
 }
 
-void BreakOut(const ReadArray& cells, OnBoardParameters& parameters) {
+void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters) {
   for (std::size_t place = 0; place < ReadCount; ++place) {
     const auto [row, byte] = ReadCells[place];
     if (byte == 0 && Parameters[row].field != nullptr)
@@ -159,14 +159,14 @@ void BreakOut(const ReadArray& cells, OnBoardParameters& parameters) {
   }
 }
 
-std::array<IdentityText, IdentityCount> IdentityTexts(const ReadArray& cells) {
+std::array<IdentityText, IdentityCount> IdentityTexts(const values::ReadArray& cells) {
   std::array<IdentityText, IdentityCount> texts;
   for (std::size_t place = 0; place < ReadCount; ++place) {
     const auto [row, byte] = ReadCells[place];
     const Parameter& parameter = Parameters[row];
     if (byte != 0 || !IsIdentity(parameter)) continue;
     texts[static_cast<std::size_t>(parameter.place)] = {&parameter,
-                                                        live::PlainNumberText(ValueAt(cells, place))};
+                                                        values::PlainNumberText(ValueAt(cells, place))};
   }
   return texts;
 }

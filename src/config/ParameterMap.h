@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "config/OnBoardParameters.h"
+#include "values/OnBoardParameters.h"
 
 namespace bexlow::config {
 
@@ -38,13 +38,13 @@ struct Parameter {
   std::string_view name;  ///< name of the control
   std::string_view caption;
   double min, max, standard;  ///< limits and default of the screen
-  double OnBoardParameters::*field = nullptr;
+  double values::OnBoardParameters::*field = nullptr;
   std::string_view unit = {};
   bool shown = true;  ///< when the screen opens
   int place = 0;      ///< of a read-only box, counted from the top
 };
 
-using P = OnBoardParameters;
+using P = values::OnBoardParameters;
 inline constexpr Parameter Parameters[] = {
     {2, Form::U16, Control::NumEdit, "NumEdit2", "X Offset", 0, 1024, 323, &P::XOffset, "bits"},
     {4, Form::U16, Control::NumEdit, "NumEdit4", "Y Offset", 0, 1024, 408, &P::YOffset, "bits"},
@@ -143,11 +143,11 @@ struct WriteCell {
 /// The ticks of the write, k 2 to 45 in order.
 std::span<const WriteCell> WriteCells();
 
-/// The bytes of a whole read, that of k at index k - FirstIndex.
-using ReadArray = std::array<std::uint8_t, EndOfRead - FirstIndex>;
+/// In a ReadArray the byte of k stands at index k - FirstIndex.
+static_assert(std::tuple_size_v<values::ReadArray> == EndOfRead - FirstIndex);
 
 /// Every converted value of a whole read. Nothing else is changed.
-void BreakOut(const ReadArray& cells, OnBoardParameters& parameters);
+void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters);
 
 /// A read-only row and what its box shows.
 struct IdentityText {
@@ -156,6 +156,6 @@ struct IdentityText {
 };
 
 /// Serial number, month, day, year, hour, minute, second: from the top, as plain decimal numbers.
-std::array<IdentityText, IdentityCount> IdentityTexts(const ReadArray& cells);
+std::array<IdentityText, IdentityCount> IdentityTexts(const values::ReadArray& cells);
 
 }  // namespace bexlow::config

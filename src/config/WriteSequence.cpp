@@ -8,17 +8,17 @@
 
 #include "config/ParameterMap.h"
 #include "link/Communications.h"
-#include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
-#include "shell/ErrorHandler.h"
-#include "shell/Records.h"
+#include "shared/ErrorHandler.h"
+#include "shared/Records.h"
+#include "values/NumberText.h"
 
 namespace bexlow::config {
 
 using platform::Pointer;
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
 
 namespace {
 
@@ -72,7 +72,7 @@ void WriteSequence::mnuWrite_Click() {
 platform::Activity WriteSequence::Activity() const {
   const int left = plan_.end - Shared.ParameterIndex;
   return {"Writing", "cell " + std::to_string(Shared.ParameterIndex) + " of " + std::to_string(plan_.end) +
-                         ", " + live::DurationText(left * TickMs / 1000.0) + " left"};
+                         ", " + values::DurationText(left * TickMs / 1000.0) + " left"};
 }
 
 // If the byte of k cannot be made, the next tick tries k again; if it cannot be sent, k is skipped.

@@ -11,29 +11,29 @@
 #include <system_error>
 #include <utility>
 
-#include "download/LinearCsv.h"
-#include "download/PageDecoder.h"
 #include "download/RunPreview.h"
+#include "files/LinearCsv.h"
+#include "files/PageDecoder.h"
 #include "link/Communications.h"
-#include "live/NumberBox.h"
-#include "live/NumberText.h"
 #include "live/RecordingScreen.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
-#include "shell/DataFiles.h"
-#include "shell/ErrorHandler.h"
-#include "shell/Records.h"
+#include "shared/DataFiles.h"
+#include "shared/ErrorHandler.h"
+#include "shared/NumberBox.h"
+#include "shared/Records.h"
+#include "values/NumberText.h"
 
 namespace bexlow::download {
 
 using link::Bytes;
-using live::NumberText;
-using live::Shown;
 using platform::MsgBox;
 using platform::Pointer;
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
+using shared::Shown;
+using values::NumberText;
 
 namespace {
 
@@ -79,8 +79,8 @@ bool DownloadErase::RetrieveAll() {
   int done = 0;
   for (const auto& [retrieve, what] : Steps) {
     if (!(this->*retrieve)()) {
-      shell::TellFailure(std::string("Download ") + what +
-                         " parameters were not retrieved! Download failed!");
+      shared::TellFailure(std::string("Download ") + what +
+                          " parameters were not retrieved! Download failed!");
       BackToIdle();
       return false;
     }
@@ -115,25 +115,25 @@ bool DownloadErase::RetrieveModeParameters() {
 
 bool DownloadErase::RetrieveFirmwareParameters() {
   const auto reply = Retrieve(link::FirmwareBlock());
-  if (reply) FillFirmware(*reply, Shared.DownloadHeader);
+  if (reply) files::FillFirmware(*reply, Shared.DownloadHeader);
   return reply.has_value();
 }
 
 bool DownloadErase::RetrieveHeader1Parameters() {
   const auto reply = Retrieve(link::IdentityBlock());
-  if (reply) FillHeader1(*reply, Shared.DownloadHeader);
+  if (reply) files::FillHeader1(*reply, Shared.DownloadHeader);
   return reply.has_value();
 }
 
 bool DownloadErase::RetrieveHeader2Parameters() {
   const auto reply = Retrieve(link::CalibrationBlock());
-  if (reply) FillHeader2(*reply, Shared.DownloadHeader);
+  if (reply) files::FillHeader2(*reply, Shared.DownloadHeader);
   return reply.has_value();
 }
 
 bool DownloadErase::ChooseFile() {
   CommonDialog1.FileName.clear();
-  const std::string failure = shell::WriteDataFileHeader(CommonDialog1, DataFileKind::DownloadPages);
+  const std::string failure = shared::WriteDataFileHeader(CommonDialog1, files::DataFileKind::DownloadPages);
   const char* refusal = nullptr;
   if (CommonDialog1.FileName.empty()) {
     refusal = "Download operation cancelled!";
@@ -212,7 +212,7 @@ link::Request DownloadErase::BeginNextRequest(const Bytes& reply) const {
 // Page 0 is skipped, whatever it holds; the data ends before the first blank page after it.
 bool DownloadErase::EndsData(const Bytes& reply) {
   return Shared.DownloadPageNumber != 0 && reply.size() >= link::PageSize &&
-         IsBlankPage(Page(reply.data(), link::PageSize));
+         files::IsBlankPage(files::Page(reply.data(), link::PageSize));
 }
 
 // The request for the next page is completed before the file is touched. On a slow disk, or while an error
@@ -240,9 +240,9 @@ void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
 // After a failure the next page waits for a second, so that a user who is told of one at each page can stop.
 void DownloadErase::StorePage(std::int32_t number, const Bytes& page) {
   const auto& parameters = Shared.OnBoardParameters;
-  Shared.PageDataText =
-      DecodePage(Page(page.data(), link::PageSize), parameters.BinLinearMode, parameters.LinearChannels);
-  if (Shared.LiveSample.SavingToFile && !shell::WriteDownloadPagesToFile(number)) {
+  Shared.PageDataText = files::DecodePage(files::Page(page.data(), link::PageSize), parameters.BinLinearMode,
+                                          parameters.LinearChannels);
+  if (Shared.LiveSample.SavingToFile && !shared::WriteDownloadPagesToFile(number)) {
     MSComm1.RThreshold(0);
     resting_.Enabled(true);
   }
@@ -290,7 +290,7 @@ platform::Activity DownloadErase::Activity() const {
 
 std::string DownloadErase::TimeLeft() const {
   return "at most " +
-         live::DurationText((Shared.MaxDownloadPages - Shared.DownloadPageNumber) * (PageUs / 1e6));
+         values::DurationText((Shared.MaxDownloadPages - Shared.DownloadPageNumber) * (PageUs / 1e6));
 }
 
 // Saving ends with the download: a live screen on another tab must not append its samples to this file.
@@ -336,7 +336,7 @@ void DownloadErase::BackToIdle() {
 
 void DownloadErase::MakeLinearCSV(const std::string& dataFileName) {
   Guarded(*this, "MakeLinearCSV", [&] {
-    const std::string csvName = CsvFileName(dataFileName);
+    const std::string csvName = files::CsvFileName(dataFileName);
     std::error_code none;  // where there is no CSV file yet
     if (csvName == dataFileName || std::filesystem::equivalent(csvName, dataFileName, none))
       throw std::system_error(std::make_error_code(std::errc::file_exists),
@@ -344,7 +344,7 @@ void DownloadErase::MakeLinearCSV(const std::string& dataFileName) {
     const std::string dataFile = platform::ReadWhole(dataFileName);
     std::string csv;
     try {
-      AppendLinearCsv(dataFile, csv);
+      files::AppendLinearCsv(dataFile, csv);
     } catch (const std::exception&) {
       platform::WriteWhole(csvName, csv);
       throw;

@@ -10,16 +10,16 @@
 #include <algorithm>
 
 #include "link/Communications.h"
-#include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
-#include "shell/ErrorHandler.h"
+#include "shared/ErrorHandler.h"
+#include "values/NumberText.h"
 
 namespace bexlow::download {
 
 using platform::MsgBox;
 using platform::Pointer;
-using shell::Guarded;
+using shared::Guarded;
 
 namespace {
 
@@ -98,7 +98,7 @@ void Erase::TimerErase_Timer() {
 platform::Activity Erase::Activity() const {
   if (!TimerErase.Enabled()) return {"The erase has stopped", ""};
   const auto count = std::min(MSComm2.InBufferCount(), CompleteAtBytes);  // more may come at once
-  return {"Erasing", live::CountText(count) + " of " + live::CountText(CompleteAtBytes) + " bytes"};
+  return {"Erasing", values::CountText(count) + " of " + values::CountText(CompleteAtBytes) + " bytes"};
 }
 
 void Erase::StopWatching() {

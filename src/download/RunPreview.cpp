@@ -7,12 +7,12 @@
 
 #include <filesystem>
 
-#include "graph/BinPages.h"
+#include "files/BinPages.h"
+#include "files/RunFacts.h"
 #include "graph/GraphPair.h"
-#include "graph/RunFacts.h"
-#include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
+#include "values/NumberText.h"
 
 namespace bexlow::download {
 
@@ -24,7 +24,7 @@ constexpr int BoxFrame = 20;  // pixels of a text box beside its text
 constexpr int BoxesALine = 4;
 constexpr std::int64_t ShowingsASecond = 10;  // at most: a page of a real line takes 163 ms
 
-void Append(graph::Samples& samples, const graph::Samples& more) {
+void Append(files::Samples& samples, const files::Samples& more) {
   samples.insert(samples.end(), more.begin(), more.end());
 }
 
@@ -58,14 +58,14 @@ void RunPreview::AddBox(QLineEdit*& box, const char* name, const char* label, co
   boxes_->addWidget(box, place / BoxesALine, place % BoxesALine * 2 + 1);
 }
 
-void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName, double BinLinearMode,
+void RunPreview::Begin(const files::DownloadHeader& header, const std::string& fileName, double BinLinearMode,
                        double LinearChannels) {
   const auto set = [](QLineEdit* box, const std::string& text) {
     box->setText(QString::fromStdString(text));
   };
   set(txtDataFile, std::filesystem::path(fileName).filename().string());
   platform::SetPlainToolTip(txtDataFile, QString::fromStdString(fileName));
-  set(txtSerialNumber, live::PlainNumberText(header.SerialNumber));
+  set(txtSerialNumber, values::PlainNumberText(header.SerialNumber));
   set(txtLaunchTime, header.LaunchTimeText);
   set(txtFirmwareVersion, header.FirmwareVersionText);
   set(txtSamplingFrequency, header.SamplingFrequencyText + " Hz");
@@ -77,8 +77,9 @@ void RunPreview::Begin(const DownloadHeader& header, const std::string& fileName
   graphs_->PrepareLinear();
   if (bins_) graphs_->PrepareBin();
   if (channels_ != 3) graphs_->MoveTogether(false);
-  const auto text = DataFileHeader(DataFileKind::DownloadPages, {}, header, BinLinearMode, LinearChannels);
-  graphs_->TellFile(fileName, graph::ReadRunFacts(text));
+  const auto text =
+      files::DataFileHeader(files::DataFileKind::DownloadPages, {}, header, BinLinearMode, LinearChannels);
+  graphs_->TellFile(fileName, files::ReadRunFacts(text));
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
     graph->ClearData();
     graph->SetInteractive(false);  // each page shows the whole run again
@@ -90,7 +91,7 @@ void RunPreview::Add(std::int32_t page, const std::string& pageDataText, const s
   page_ = page;
   timeLeft_ = timeLeft;
   unshown_ = true;
-  const std::string record = PageRecord(page, pageDataText);
+  const std::string record = files::PageRecord(page, pageDataText);
   if (bins_) {
     records_ = (page % 2 == 0 ? records_ : "") + record;
   } else {
@@ -105,12 +106,12 @@ void RunPreview::Add(std::int32_t page, const std::string& pageDataText, const s
 void RunPreview::AddSamples(const std::string& record) {
   const std::string file = std::string(12, '\n') + record;
   if (channels_ == 3) {
-    graph::DoubleSeries more;
-    graph::ReadDouble(file, more);
+    files::DoubleSeries more;
+    files::ReadDouble(file, more);
     Append(samples_.x, more.x);
     Append(samples_.y, more.y);
   } else if (channels_ == 1 || channels_ == 2) {
-    Append(channels_ == 1 ? samples_.x : samples_.y, graph::ReadSingle(file).value_or(graph::Samples{}));
+    Append(channels_ == 1 ? samples_.x : samples_.y, files::ReadSingle(file).value_or(files::Samples{}));
   }
 }
 
@@ -123,7 +124,7 @@ void RunPreview::End() {
 void RunPreview::Show() {
   unshown_ = false;
   shownAt_ = platform::Machine::Get().QueryPerformanceCounter();
-  txtPages->setText(QString::fromStdString(live::CountText(page_)));
+  txtPages->setText(QString::fromStdString(values::CountText(page_)));
   txtTimeLeft->setText(QString::fromStdString(timeLeft_));
   if (bins_) return ShowBins();
   graphs_->Plot(*graphs_->CWGraph1, samples_.x);
@@ -133,9 +134,9 @@ void RunPreview::Show() {
 // A set is complete when its Y page has come.
 void RunPreview::ShowBins() {
   if (page_ % 2 != 0) return;
-  const auto pair = graph::FindPair(records_, page_ - 1);
-  if (pair.result == graph::PairResult::Found)
-    graphs_->Plot(graph::SpreadOverDegrees(pair.XPoints, pair.YPoints));
+  const auto pair = files::FindPair(records_, page_ - 1);
+  if (pair.result == files::PairResult::Found)
+    graphs_->Plot(files::SpreadOverDegrees(pair.XPoints, pair.YPoints));
 }
 
 }  // namespace bexlow::download

@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <string>
 
-#include "download/DataFile.h"
-#include "graph/Series.h"
+#include "files/DataFile.h"
+#include "files/Series.h"
 
 class QGridLayout;
 class QLineEdit;
@@ -27,7 +27,7 @@ class RunPreview : public QWidget {
   /// Adds a box behind those that are there, four a line.
   void AddBox(QLineEdit*& box, const char* name, const char* label, const char* caption);
   /// Shows a header and empty graphs.
-  void Begin(const DownloadHeader& header, const std::string& fileName, double BinLinearMode,
+  void Begin(const files::DownloadHeader& header, const std::string& fileName, double BinLinearMode,
              double LinearChannels);
   /// Adds a page, and shows it unless a page was shown less than 0.1 s ago.
   void Add(std::int32_t page, const std::string& pageDataText, const std::string& timeLeft);
@@ -52,7 +52,7 @@ class RunPreview : public QWidget {
   bool bins_ = false;
   int channels_ = 0;
   std::int32_t page_ = 0;
-  graph::DoubleSeries samples_;
+  files::DoubleSeries samples_;
   std::string records_;  ///< of the last pair of bin pages
   bool unshown_ = false;
   std::int64_t shownAt_ = 0;  ///< reading of the high-resolution counter

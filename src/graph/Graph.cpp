@@ -11,22 +11,22 @@
 
 #include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
-#include "live/Conversions.h"
-#include "live/NumberBox.h"
-#include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
-#include "shell/ErrorHandler.h"
-#include "shell/Records.h"
+#include "shared/ErrorHandler.h"
+#include "shared/NumberBox.h"
+#include "shared/Records.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::graph {
 
-using live::NumberIn;
-using live::NumberText;
 using platform::MsgBox;
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::NumberIn;
+using shared::Shared;
+using values::NumberText;
 
 namespace {
 
@@ -116,25 +116,25 @@ void Graph::AskForFile() {
 
 void Graph::OpenFile() {
   const auto text = platform::ReadWhole(FileName());
-  const auto [kind, channel] = CheckFile(text);
-  if (kind == FileKind::Bin || kind == FileKind::Linear) {
+  const auto [kind, channel] = files::CheckFile(text);
+  if (kind == files::FileKind::Bin || kind == files::FileKind::Linear) {
     Shared.LastFailure.clear();
-    graphs_->TellFile(FileName(), ReadRunFacts(text));
+    graphs_->TellFile(FileName(), files::ReadRunFacts(text));
   }
   switch (kind) {
-    case FileKind::Empty:
+    case files::FileKind::Empty:
       return MsgBox(WrongFile);
-    case FileKind::WrongKind:
+    case files::FileKind::WrongKind:
       MsgBox(WrongFile);
       txtFileName->clear();
       CommonDialog1.FileName.clear();
       return;
-    case FileKind::Bin:
+    case files::FileKind::Bin:
       return OpenBin();
-    case FileKind::Linear:
+    case files::FileKind::Linear:
       return OpenLinear(channel);
-    case FileKind::TooShort:
-    case FileKind::OtherMode:
+    case files::FileKind::TooShort:
+    case files::FileKind::OtherMode:
       Shared.LastFailure = FileName() + " holds no run; the graphs are unchanged";
       return;
   }
@@ -175,7 +175,7 @@ void Graph::BuildArrays(const char* procedure, const std::function<bool(const st
 
 void Graph::BuildSingleChannelArray(int channel) {
   BuildArrays("BuildSingleChannelArray", [&](const std::string& text) {
-    auto samples = ReadSingle(text);
+    auto samples = files::ReadSingle(text);
     if (!samples) return false;
     (channel == 1 ? XLinear : YLinear) = std::move(*samples);
     return true;
@@ -184,8 +184,8 @@ void Graph::BuildSingleChannelArray(int channel) {
 
 void Graph::BuildDoubleChannelArrays() {
   BuildArrays("BuildDoubleChannelArrays", [&](const std::string& text) {
-    DoubleSeries series;
-    const bool whole = ReadDouble(text, series);
+    files::DoubleSeries series;
+    const bool whole = files::ReadDouble(text, series);
     XLinear = std::move(series.x);
     YLinear = std::move(series.y);
     return whole;
@@ -196,7 +196,7 @@ void Graph::cmdNext_Click() {
   Guarded(*this, "cmdNext_Click", [this] {
     if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
     if (NumberIn(*txtPageNumberX) == LastPageX) return MsgBox(EndOfFileText);
-    PageNumberX = live::ToInt16(PageNumberX + 2);
+    PageNumberX = values::ToInt16(PageNumberX + 2);
     if (PageNumberX > 0) cmdPrevious->setEnabled(true);
     PageNumber(PageNumberX);
     Big(PageNumberX, FileName());
@@ -206,7 +206,7 @@ void Graph::cmdNext_Click() {
 void Graph::cmdPrevious_Click() {
   Guarded(*this, "cmdPrevious_Click", [this] {
     if (PageNumberX == 1) return cmdPrevious->setEnabled(false);
-    PageNumberX = live::ToInt16(PageNumberX - 2);
+    PageNumberX = values::ToInt16(PageNumberX - 2);
     cmdPrevious->setEnabled(PageNumberX != 0);
     PageNumber(PageNumberX);
     Big(PageNumberX, FileName());
@@ -216,24 +216,24 @@ void Graph::cmdPrevious_Click() {
 void Graph::Big(std::int16_t page, const std::string& fileName) {
   Guarded(*this, "Big", [&] {
     degrees_ = {};
-    const BinPair pair = FindPair(platform::ReadWhole(fileName), page);
+    const files::BinPair pair = files::FindPair(platform::ReadWhole(fileName), page);
     switch (pair.result) {
-      case PairResult::NoPage:
+      case files::PairResult::NoPage:
         return MsgBox("Unable to locate data page " + NumberText(page) + " in this file!");
-      case PairResult::NoPartner:
+      case files::PairResult::NoPartner:
         MsgBox(EndOfFileText);
         LastPageX = page;
         return;
-      case PairResult::Found:
+      case files::PairResult::Found:
         ConvertPointArraysToDegreeArrays(pair);
         graphs_->Plot(degrees_);
     }
   });
 }
 
-void Graph::ConvertPointArraysToDegreeArrays(const BinPair& pair) {
+void Graph::ConvertPointArraysToDegreeArrays(const files::BinPair& pair) {
   Guarded(*this, "ConvertPointArraysToDegreeArrays",
-          [&] { degrees_ = SpreadOverDegrees(pair.XPoints, pair.YPoints); });
+          [&] { degrees_ = files::SpreadOverDegrees(pair.XPoints, pair.YPoints); });
 }
 
 }  // namespace bexlow::graph

@@ -4,8 +4,8 @@
 #include <functional>
 #include <string>
 
-#include "graph/BinPages.h"
-#include "graph/Series.h"
+#include "files/BinPages.h"
+#include "files/Series.h"
 #include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
 
@@ -40,15 +40,15 @@ class Graph : public platform::Form {
   void OpenLinear(int channel);
   void PageNumber(int page);
   void Big(std::int16_t page, const std::string& fileName);
-  void ConvertPointArraysToDegreeArrays(const BinPair& pair);
+  void ConvertPointArraysToDegreeArrays(const files::BinPair& pair);
   void BuildSingleChannelArray(int channel);
   void BuildDoubleChannelArrays();
   void BuildArrays(const char* procedure, const std::function<bool(const std::string& text)>& read);
   std::string FileName() const;
 
   platform::CommonDialog CommonDialog1;
-  Samples XLinear, YLinear;
-  DegreeArrays degrees_;
+  files::Samples XLinear, YLinear;
+  files::DegreeArrays degrees_;
   std::int16_t PageNumberX = 0;
   std::int16_t LastPageX = 0;
 

@@ -61,12 +61,12 @@ void GraphPair::PrepareBin() {
   }
 }
 
-void GraphPair::Plot(const DegreeArrays& degrees) {
+void GraphPair::Plot(const files::DegreeArrays& degrees) {
   CWGraph1->PlotY(std::span<const double>(degrees.XDegrees), -FullScaleX, 1);
   CWGraph2->PlotY(std::span<const double>(degrees.YDegrees), -FullScaleY, 1);
 }
 
-void GraphPair::TellFile(const std::string& path, const RunFacts& facts) {
+void GraphPair::TellFile(const std::string& path, const files::RunFacts& facts) {
   const std::filesystem::path file(path);
   heading_ = QString::fromStdString(file.filename().string());
   if (!facts.launch.empty()) heading_ += tr(", launched %1").arg(QString::fromStdString(facts.launch));
@@ -104,7 +104,7 @@ QString GraphPair::NumbersText() const {
   return QString::fromStdString(text);
 }
 
-void GraphPair::Plot(CWGraph& graph, const Samples& samples) {
+void GraphPair::Plot(CWGraph& graph, const files::Samples& samples) {
   const double last = samples.empty() ? 0 : static_cast<double>(samples.size() - 1);
   graph.SetXAxis(false, 0, last);
   graph.PlotY(samples);

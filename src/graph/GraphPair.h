@@ -7,9 +7,9 @@
 #include <string>
 #include <utility>
 
-#include "graph/BinPages.h"
-#include "graph/RunFacts.h"
-#include "graph/Series.h"
+#include "files/BinPages.h"
+#include "files/RunFacts.h"
+#include "files/Series.h"
 #include "platform/graph/CWGraph.h"
 
 class QPushButton;
@@ -30,11 +30,11 @@ class GraphPair : public QWidget {
   /// The Bin style: x axes at full scale, y axes auto-scaled.
   void PrepareBin();
   /// Draws a pair of bin pages.
-  void Plot(const DegreeArrays& degrees);
+  void Plot(const files::DegreeArrays& degrees);
   /// Draws a run: x axis from 0 to the last index of the series.
-  void Plot(platform::CWGraph& graph, const Samples& samples);
+  void Plot(platform::CWGraph& graph, const files::Samples& samples);
   /// Hands what the file's header says to the read-outs and to the titles of pictures.
-  void TellFile(const std::string& path, const RunFacts& facts);
+  void TellFile(const std::string& path, const files::RunFacts& facts);
   /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
   void PageWith(QPushButton* back, QPushButton* forward);
   /// The x views of both graphs move together, or each by itself.

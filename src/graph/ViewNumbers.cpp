@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cmath>
 
-#include "live/Conversions.h"
-#include "live/NumberText.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::graph {
 
 namespace {
 
 std::string Rounded(double value, int decimals) {
-  return live::PlainNumberText(live::RoundToDecimals(value, decimals));
+  return values::PlainNumberText(values::RoundToDecimals(value, decimals));
 }
 
 std::string Degrees(double value) {

@@ -1,23 +1,23 @@
 #include "link/Communications.h"
 
-#include "live/Conversions.h"
-#include "live/NumberText.h"
 #include "platform/machine/Machine.h"
-#include "shell/ErrorHandler.h"
-#include "shell/General.h"
-#include "shell/Records.h"
+#include "shared/ErrorHandler.h"
+#include "shared/General.h"
+#include "shared/Records.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::link {
 
-using shell::GuardedIn;
+using shared::GuardedIn;
 
 void OpenCommPort(platform::MSComm& comm, const platform::Form& screen) {
   GuardedIn(screen.Name(), "OpenCommPort", [&] {
     if (comm.PortOpen()) return;
-    comm.CommPort(shell::Shared.CurrentCommPort);
+    comm.CommPort(shared::Shared.CurrentCommPort);
     comm.InputLen(0);
     comm.PortOpen(true);
-    shell::Shared.LastFailure.clear();  // of an earlier exchange
+    shared::Shared.LastFailure.clear();  // of an earlier exchange
   });
 }
 
@@ -38,17 +38,17 @@ bool LoggerIsFree(const platform::Form& screen) {
 void Send(platform::MSComm& comm, std::span<const Step> request) {
   for (const auto& [byte, pauseMs] : request) {
     comm.Output({&byte, 1});
-    shell::WaitMilliseconds(pauseMs);
+    shared::WaitMilliseconds(pauseMs);
   }
 }
 
 std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block) {
   OpenCommPort(comm, screen);
   comm.Input();
-  shell::WaitMilliseconds(block.leadPauseMs);
+  shared::WaitMilliseconds(block.leadPauseMs);
   for (const auto& request : block.requests) {
     Send(comm, request);
-    shell::WaitMilliseconds(block.pauseMs);
+    shared::WaitMilliseconds(block.pauseMs);
   }
   Bytes reply = comm.Input();
   CloseCommPort(comm, screen);
@@ -66,7 +66,7 @@ std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std
   if (seconds < SilentAfterSeconds) return std::nullopt;
   return platform::Activity{
       "No reply from the logger",
-      "for " + live::DurationText(static_cast<double>(seconds)) + ", check the cable and start again"};
+      "for " + values::DurationText(static_cast<double>(seconds)) + ", check the cable and start again"};
 }
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun,
@@ -74,25 +74,25 @@ void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::s
   constexpr int MostRounds = 50;  // of 20 ms: a logger's line is silent before that
   Send(comm, begun);
   for (const auto& step : begun) silentUs -= std::int64_t{1000} * step.pauseMs;
-  shell::WaitMicroseconds(silentUs);
+  shared::WaitMicroseconds(silentUs);
   for (int round = 0; round < MostRounds; ++round) {
     const Bytes more = comm.Input();
     reply.insert(reply.end(), more.begin(), more.end());
     if (!begun.empty() || reply.size() == expected || (round > 0 && more.empty())) return;
-    shell::WaitMicroseconds(LineSilenceUs);
+    shared::WaitMicroseconds(LineSilenceUs);
   }
 }
 
 std::int16_t ValueToMSB(std::int32_t& value) {
   std::int16_t high = 0;
   const std::int32_t whole = value / 256;
-  GuardedIn("Communications", "ValueToMSB", [&] { high = live::ToInt16(whole); });
+  GuardedIn("Communications", "ValueToMSB", [&] { high = values::ToInt16(whole); });
   return high;
 }
 
 std::int16_t ValueToLSB(std::int32_t& value) {
   std::int16_t low = 0;
-  GuardedIn("Communications", "ValueToLSB", [&] { low = live::ToInt16(value & 255); });
+  GuardedIn("Communications", "ValueToLSB", [&] { low = values::ToInt16(value & 255); });
   return low;
 }
 

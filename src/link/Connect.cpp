@@ -9,23 +9,23 @@
 #include <utility>
 
 #include "link/Communications.h"
-#include "live/Conversions.h"
-#include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/Settings.h"
-#include "shell/ErrorHandler.h"
-#include "shell/General.h"
-#include "shell/Records.h"
+#include "shared/ErrorHandler.h"
+#include "shared/General.h"
+#include "shared/Records.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::link {
 
 using platform::MsgBox;
 using platform::Pointer;
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
 
 Connect::Connect(std::function<void(bool)> reached)
     : Form("Connect", "Connect"),
@@ -69,7 +69,7 @@ void Connect::Build() {
 }
 
 void Connect::ShowDevice() {
-  const int port = live::ToInt16(NumEditCommPort->Value());
+  const int port = values::ToInt16(NumEditCommPort->Value());
   if (port == 0) return lblDevice->setText("0 stands for no port.");
   const auto info = platform::Machine::Get().DescribePort(port);
   if (info.device.empty()) return lblDevice->setText("No device stands behind this number.");
@@ -100,7 +100,7 @@ bool Connect::LoggerAnswers(std::int16_t port, const std::string& baud) {
     MSComm1.Settings(baud + ",n,8,1");
     MSComm1.PortOpen(true);
     Send(MSComm1, Ping());
-    shell::WaitMilliseconds(PingWaitMs);
+    shared::WaitMilliseconds(PingWaitMs);
     const Bytes reply = MSComm1.Input();
     MSComm1.PortOpen(false);
     if (reply == Bytes{Ping().front().byte}) DetectedCommPort = port;
@@ -126,7 +126,7 @@ void Connect::cmdAutoDetect_Click() {
     ShowDevice();
     MousePointer(Pointer::Normal);
     if (!found) return MsgBox("Bexlow not found on Comm 1-16!");
-    MsgBox("Bexlow found on Comm " + live::NumberText(DetectedCommPort) + "!");
+    MsgBox("Bexlow found on Comm " + values::NumberText(DetectedCommPort) + "!");
     cmdOK->setFocus();
   });
 }
@@ -136,8 +136,8 @@ void Connect::cmdOK_Click() {
   Guarded(*this, "cmdOK_Click", [this] {
     MousePointer(Pointer::Busy);
     EnableButtons(false);
-    Shared.CurrentCommPort = live::ToInt16(NumEditCommPort->Value());
-    platform::SaveSetting("Startup", "CurrentCommPort", live::NumberText(Shared.CurrentCommPort));
+    Shared.CurrentCommPort = values::ToInt16(NumEditCommPort->Value());
+    platform::SaveSetting("Startup", "CurrentCommPort", values::NumberText(Shared.CurrentCommPort));
     MousePointer(Pointer::Normal);
     if (Shared.CurrentCommPort == 0) {
       MsgBox("No Comm port has been selected!");
@@ -146,7 +146,7 @@ void Connect::cmdOK_Click() {
     platform::Machine::Get().Repaint();
     const bool retrieved = RetrieveOnBoardParameters();
     if (!retrieved)
-      shell::TellFailure(
+      shared::TellFailure(
           "A communication failure has occurred!\r\n"
           "On-board parameters were not retrieved from the Bexlow.\r\n"
           "Check your hardware set-up and try again.");
@@ -161,8 +161,8 @@ bool Connect::RetrieveOnBoardParameters() {
     const auto reply = ReadBlock(MSCommTare, *this, TareBlock());
     if (!reply) return false;
     auto& parameters = Shared.OnBoardParameters;
-    parameters.XTare = live::SampleWordToAngle(Word(*reply, 0), 180);
-    parameters.YTare = live::SampleWordToAngle(Word(*reply, 2), 90);
+    parameters.XTare = values::SampleWordToAngle(Word(*reply, 0), 180);
+    parameters.YTare = values::SampleWordToAngle(Word(*reply, 2), 90);
     parameters.UpdateTimeIncrement = (*reply)[4];
     return true;
   } catch (const std::exception&) {

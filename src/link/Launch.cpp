@@ -8,12 +8,12 @@
 #include <utility>
 
 #include "link/Communications.h"
-#include "live/NumberText.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
-#include "shell/ErrorHandler.h"
-#include "shell/General.h"
-#include "shell/Records.h"
+#include "shared/ErrorHandler.h"
+#include "shared/General.h"
+#include "shared/Records.h"
+#include "values/NumberText.h"
 
 namespace bexlow::link {
 
@@ -39,21 +39,21 @@ Launch::Launch(platform::Form& main, std::function<void()> launched)
   layout->addWidget(PBar);
   fraErase->hide();
   main.OnActivity = [this] {
-    return platform::Activity{"Erasing", "page " + live::NumberText(progress_.ErasedPageCount) + " of " +
-                                             live::NumberText(LastPage) + " before the launch"};
+    return platform::Activity{"Erasing", "page " + values::NumberText(progress_.ErasedPageCount) + " of " +
+                                             values::NumberText(LastPage) + " before the launch"};
   };
   Timer1.OnTimer = [this] { Timer1_Timer(); };
 }
 
 void Launch::mnuLaunch_Click() {
-  if (shell::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
+  if (shared::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
   if (!LoggerIsFree(main_)) return;
   if (!platform::AskToConfirm("Bexlow will erase all on-board data before launch!\r\n"
                               "Click YES to proceed.\r\n"
                               "Click NO to cancel this operation."))
     return;
   if (!WriteLaunchTime())
-    return shell::TellFailure("Launch Time write to EEPROM failed! Launch did not occur.");
+    return shared::TellFailure("Launch Time write to EEPROM failed! Launch did not occur.");
   EraseAndLaunch();
 }
 
@@ -64,7 +64,7 @@ bool Launch::WriteLaunchTime() {
     for (const auto& [address, value] :
          LaunchCells(now.day, now.month, now.year, now.hour, now.minute, now.second)) {
       Send(MSComm1, WriteEeprom(address, value));
-      shell::WaitMilliseconds(PauseBehindCellMs);
+      shared::WaitMilliseconds(PauseBehindCellMs);
     }
     CloseCommPort(MSComm1, main_);
     return true;
@@ -82,23 +82,23 @@ void Launch::EraseAndLaunch() {
     progress_ = {};
     OpenCommPort(MSComm1, main_);
     Send(MSComm1, EraseData());
-    shell::WaitMilliseconds(EraseLeadMs);
+    shared::WaitMilliseconds(EraseLeadMs);
     Send(MSComm1, MakeRequest(CommandName::LaunchLogging));
     Timer1.Enabled(true);
   } catch (const std::exception&) {
     Timer1.Enabled(false);
     MSComm1.PortOpen(false);
     HideProgress();
-    shell::TellFailure("Bexlow failed to launch!");
+    shared::TellFailure("Bexlow failed to launch!");
   }
 }
 
 void Launch::Timer1_Timer() {
-  shell::Guarded(main_, "Timer1_Timer", [this] {
+  shared::Guarded(main_, "Timer1_Timer", [this] {
     if (!progress_.Count(MSComm1.Input().size())) return Finish();
     const double page = progress_.ErasedPageCount;
     platform::SetProgress(PBar, page);
-    fraErase->setTitle("Erasing page " + QString::fromStdString(live::NumberText(page)));
+    fraErase->setTitle("Erasing page " + QString::fromStdString(values::NumberText(page)));
   });
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "link/Protocol.h"
-#include "live/Conversions.h"
+#include "values/Conversions.h"
 
 namespace bexlow::link {
 
@@ -16,7 +16,7 @@ constexpr double BytesInPage = 3;
 bool LaunchProgress::Count(std::size_t count) {
   if (count < LeastBytesOfErase) return false;
   ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
-  ErasedPageCount = std::min(live::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});
+  ErasedPageCount = std::min(values::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});
   return true;
 }
 

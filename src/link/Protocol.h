@@ -7,6 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "files/PageDecoder.h"
+
 namespace bexlow::link {
 
 using Bytes = std::vector<std::uint8_t>;
@@ -41,7 +43,7 @@ struct Command {
   std::size_t reply;     ///< bytes of the reply; 0 for none, or for a stream
 };
 
-inline constexpr std::size_t PageSize = 264;
+inline constexpr std::size_t PageSize = files::PageBytes;
 inline constexpr int PingWaitMs = 500;
 
 inline constexpr Command Commands[] = {

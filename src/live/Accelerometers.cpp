@@ -9,35 +9,35 @@
 
 #include "link/Communications.h"
 #include "live/AxisRows.h"
-#include "live/Conversions.h"
-#include "live/NumberBox.h"
-#include "live/NumberText.h"
 #include "platform/instruments/CWSlide.h"
 #include "platform/machine/Machine.h"
+#include "shared/DataFiles.h"
+#include "shared/ErrorHandler.h"
+#include "shared/General.h"
+#include "shared/NumberBox.h"
+#include "shared/Records.h"
 #include "shell/Chords.h"
-#include "shell/DataFiles.h"
-#include "shell/ErrorHandler.h"
-#include "shell/General.h"
-#include "shell/Records.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::live {
 
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
 
 namespace {
 
 constexpr RecordingKind Kind{"Accelerometers", link::CommandName::SampleAccelerometers,
-                             download::DataFileKind::Accelerometers, shell::WriteAccelerometersToFile};
+                             files::DataFileKind::Accelerometers, shared::WriteAccelerometersToFile};
 
 constexpr int PauseBehindCellMs = 100;
 
 // The rounded value of a slide, as the word that its two cells hold.
 std::int32_t WordOf(const platform::CWSlide& slide) {
-  const auto value = ToInt32(slide.Value());
+  const auto value = values::ToInt32(slide.Value());
   if (value < -32768 || value > 65535)
     throw std::system_error(std::make_error_code(std::errc::result_out_of_range),
-                            "No DAC value: " + PlainNumberText(value));
+                            "No DAC value: " + values::PlainNumberText(value));
   return value < 0 ? value + 65536 : value;
 }
 
@@ -49,7 +49,7 @@ Accelerometers::Accelerometers() : RecordingScreen(Kind) {
     LinkSlideAndText(axis);
     const double dac = Shared.OnBoardParameters.*axis.row->dac;
     axis.dacSlide->Value(dac);
-    axis.dacText->setText(Shown(dac));
+    axis.dacText->setText(shared::Shown(dac));
   }
   AddChord(shell::ServiceChord, [this] { ToggleDacPanel(); });
 }
@@ -57,9 +57,9 @@ Accelerometers::Accelerometers() : RecordingScreen(Kind) {
 void Accelerometers::LinkSlideAndText(const Axis& axis) {
   auto* slide = axis.dacSlide;
   auto* text = axis.dacText;
-  slide->PointerValueChanged = [text](double value) { text->setText(Shown(value)); };
+  slide->PointerValueChanged = [text](double value) { text->setText(shared::Shown(value)); };
   connect(text, &QLineEdit::textChanged, slide,
-          [slide](const QString& typed) { slide->Value(LeadingNumber(typed.toStdString())); });
+          [slide](const QString& typed) { slide->Value(values::LeadingNumber(typed.toStdString())); });
 }
 
 void Accelerometers::Decode(const link::Bytes& reply) {
@@ -74,7 +74,7 @@ void Accelerometers::Decode(const link::Bytes& reply) {
 void Accelerometers::Show() {
   for (const auto& axis : axes_) {
     const double reading = Shared.LiveSample.*axis.row->sample;
-    axis.reading->setText(Shown(reading));
+    axis.reading->setText(shared::Shown(reading));
     axis.readingSlide->Value(reading);
   }
 }
@@ -105,10 +105,10 @@ void Accelerometers::cmdWriteDAC_Click(const Axis& axis) {
     platform::Machine::Get().Repaint();
     auto high = WordOf(*axis.dacSlide);
     WriteDAC(axis.row->address, link::ValueToMSB(high));
-    shell::WaitMilliseconds(PauseBehindCellMs);
+    shared::WaitMilliseconds(PauseBehindCellMs);
     auto low = WordOf(*axis.dacSlide);
     WriteDAC(axis.row->address + 1, link::ValueToLSB(low));
-    shell::WaitMilliseconds(PauseBehindCellMs);
+    shared::WaitMilliseconds(PauseBehindCellMs);
     Shared.OnBoardParameters.*axis.row->dac = axis.dacSlide->Value();
     Chain().Resume();
     EnableDacButtons(true);
@@ -116,8 +116,9 @@ void Accelerometers::cmdWriteDAC_Click(const Axis& axis) {
 }
 
 void Accelerometers::WriteDAC(double address, double value) {
-  Guarded(*this, "WriteDAC",
-          [&] { link::Send(SerialControl(), link::WriteEeprom(ToByte(address), ToByte(value))); });
+  Guarded(*this, "WriteDAC", [&] {
+    link::Send(SerialControl(), link::WriteEeprom(values::ToByte(address), values::ToByte(value)));
+  });
 }
 
 }  // namespace bexlow::live

@@ -5,24 +5,24 @@
 
 #include "link/Communications.h"
 #include "live/AngleRows.h"
-#include "live/Conversions.h"
-#include "live/NumberBox.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"
-#include "shell/DataFiles.h"
-#include "shell/ErrorHandler.h"
-#include "shell/General.h"
-#include "shell/Records.h"
+#include "shared/DataFiles.h"
+#include "shared/ErrorHandler.h"
+#include "shared/General.h"
+#include "shared/NumberBox.h"
+#include "shared/Records.h"
+#include "values/Conversions.h"
 
 namespace bexlow::live {
 
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
 
 namespace {
 
-constexpr RecordingKind Kind{"Angles", link::CommandName::SampleAngles, download::DataFileKind::Angles,
-                             shell::WriteAnglesToFile};
+constexpr RecordingKind Kind{"Angles", link::CommandName::SampleAngles, files::DataFileKind::Angles,
+                             shared::WriteAnglesToFile};
 
 constexpr int PauseBetweenCellsMs = 500;
 
@@ -31,7 +31,8 @@ constexpr int PauseBetweenCellsMs = 500;
 Angles::Angles() : RecordingScreen(Kind) {
   Build();
   EnableTareButtons(false);
-  for (const auto& axis : axes_) axis.tare->setText(Shown(Shared.OnBoardParameters.*axis.row->tareField));
+  for (const auto& axis : axes_)
+    axis.tare->setText(shared::Shown(Shared.OnBoardParameters.*axis.row->tareField));
 }
 
 // No tare is subtracted: if TareEnable is 1, the logger has applied it to the words that it sends.
@@ -47,9 +48,9 @@ void Angles::Decode(const link::Bytes& reply) {
 
 void Angles::Show() {
   for (const auto& axis : axes_) {
-    axis.word->setText(Shown(received_.*axis.row->received));
+    axis.word->setText(shared::Shown(received_.*axis.row->received));
     const double angle = Shared.LiveSample.*axis.row->angleField;
-    axis.angle->setText(Shown(angle));
+    axis.angle->setText(shared::Shown(angle));
     axis.dial->Value(angle);
   }
 }
@@ -81,7 +82,9 @@ void Angles::cmdTare_Click(const Axis& axis) {
 }
 
 void Angles::GetTare(const Axis& axis) {
-  WriteTare("GetTare", axis, [&] { return Tare{NumberIn(*axis.word), NumberIn(*axis.angle)}; });
+  WriteTare("GetTare", axis, [&] {
+    return Tare{shared::NumberIn(*axis.word), shared::NumberIn(*axis.angle)};
+  });
 }
 
 void Angles::RemoveTare(const Axis& axis) {
@@ -96,12 +99,12 @@ void Angles::WriteTare(const char* procedure, const Axis& axis, const std::funct
     platform::Machine::Get().Repaint();
     const auto [word, degrees] = tare();
     const int address = axis.row->tareAddress;
-    const auto counts = ToInt32(word);
+    const auto counts = values::ToInt32(word);
     link::Send(SerialControl(), link::WriteEeprom(address, link::HighByte(counts)));
-    shell::WaitMilliseconds(PauseBetweenCellsMs);
+    shared::WaitMilliseconds(PauseBetweenCellsMs);
     link::Send(SerialControl(), link::WriteEeprom(address + 1, link::LowByte(counts)));
     Shared.OnBoardParameters.*axis.row->tareField = degrees;
-    axis.tare->setText(Shown(degrees));
+    axis.tare->setText(shared::Shown(degrees));
     Chain().Resume();
   });
 }

@@ -1,6 +1,6 @@
 #include "live/Datagram.h"
 
-#include "live/NumberText.h"
+#include "values/NumberText.h"
 
 namespace bexlow::live {
 
@@ -9,7 +9,11 @@ constexpr std::string_view Mark = "BX";
 }
 
 std::string Datagram(double angleX, double angleY) {
-  return std::string(Mark).append(NumberText(angleX)).append("/").append(NumberText(angleY)).append(Mark);
+  return std::string(Mark)
+      .append(values::NumberText(angleX))
+      .append("/")
+      .append(values::NumberText(angleY))
+      .append(Mark);
 }
 
 std::optional<std::string_view> DatagramBody(std::string_view text) {
@@ -19,8 +23,8 @@ std::optional<std::string_view> DatagramBody(std::string_view text) {
 
 ReceivedAngles AnglesOfBody(std::string_view body) {
   const std::size_t slash = body.find('/');
-  if (slash == std::string_view::npos) return {std::nullopt, FieldToInt16(body)};
-  return {FieldToInt16(body.substr(0, slash)), FieldToInt16(body.substr(slash + 1))};
+  if (slash == std::string_view::npos) return {std::nullopt, values::FieldToInt16(body)};
+  return {values::FieldToInt16(body.substr(0, slash)), values::FieldToInt16(body.substr(slash + 1))};
 }
 
 }  // namespace bexlow::live

@@ -4,13 +4,13 @@
 
 #include "platform/machine/HostName.h"
 #include "platform/machine/Machine.h"
-#include "shell/ErrorHandler.h"
+#include "shared/ErrorHandler.h"
 
 namespace bexlow::live {
 
 std::optional<std::array<std::string, 4>> GetIP(const platform::Form& screen) {
   std::optional<std::array<std::string, 4>> numbers;
-  shell::Guarded(screen, "GetIP", [&] {
+  shared::Guarded(screen, "GetIP", [&] {
     const auto addresses = platform::HostAddresses();
     if (addresses.empty()) return platform::MsgBox("Winsock.dll is not responding.");
     std::istringstream parts(addresses.back());

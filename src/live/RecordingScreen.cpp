@@ -5,18 +5,18 @@
 #include <algorithm>
 
 #include "link/Communications.h"
-#include "live/Conversions.h"
-#include "live/NumberText.h"
 #include "platform/machine/Machine.h"
+#include "shared/DataFiles.h"
+#include "shared/ErrorHandler.h"
+#include "shared/Records.h"
 #include "shell/Chords.h"
-#include "shell/DataFiles.h"
-#include "shell/ErrorHandler.h"
-#include "shell/Records.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::live {
 
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
 
 namespace {
 
@@ -77,7 +77,7 @@ platform::Activity RecordingScreen::Activity() {
   if (!Shared.LiveSample.SavingToFile) return activity;
   if (!activity.details.empty()) activity.details += ", ";
   activity.details += "saving to " + std::filesystem::path(Shared.DataFileName).filename().string() + ", " +
-                      CountText(saved_) + " samples";
+                      values::CountText(saved_) + " samples";
   return activity;
 }
 
@@ -88,7 +88,7 @@ void RecordingScreen::FinishRun() {
 
 void RecordingScreen::Take(const link::Bytes& reply) {
   Shared.SampleClock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
-  Shared.LiveSample.SampleTime = NumberText(ElapsedSeconds(Shared.SampleClock));
+  Shared.LiveSample.SampleTime = values::NumberText(values::ElapsedSeconds(Shared.SampleClock));
   Decode(reply);
   if (!Shared.LiveSample.SavingToFile) return;
   if (kind_.write(Shared.LiveSample.SampleTime)) {
@@ -131,7 +131,7 @@ void RecordingScreen::mnuSave_Click() {
     mnuSave->setChecked(save);
     Shared.LiveSample.SavingToFile = false;
     if (!save) return;
-    const std::string failure = shell::WriteDataFileHeader(CommonDialog1, kind_.file);
+    const std::string failure = shared::WriteDataFileHeader(CommonDialog1, kind_.file);
     if (!failure.empty()) CommonDialog1.FileName.clear();
     if (!CommonDialog1.FileName.empty()) {
       GiveUp(CommonDialog1.FileName, *this);

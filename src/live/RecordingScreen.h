@@ -3,9 +3,9 @@
 
 #include <string>
 
-#include "download/DataFile.h"
+#include "files/DataFile.h"
+#include "link/SamplingChain.h"
 #include "live/LiveStrips.h"
-#include "live/SamplingChain.h"
 #include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
@@ -16,7 +16,7 @@ namespace bexlow::live {
 struct RecordingKind {
   const char* screen;  ///< its name, and its caption
   link::CommandName command;
-  download::DataFileKind file;
+  files::DataFileKind file;
   bool (*write)(const std::string& time);  ///< appends the sample to the data file
 };
 
@@ -39,7 +39,7 @@ class RecordingScreen : public platform::Form {
   /// Sampling has stopped: clears what showed samples.
   virtual void Stopped() = 0;
 
-  SamplingChain& Chain() { return chain_; }
+  link::SamplingChain& Chain() { return chain_; }
   platform::MSComm& SerialControl() { return MSComm1; }
   LiveStrips& Strips() { return *strips_; }
 
@@ -56,7 +56,7 @@ class RecordingScreen : public platform::Form {
   const RecordingKind& kind_;
   platform::MSComm MSComm1;
   platform::CommonDialog CommonDialog1;
-  SamplingChain chain_;
+  link::SamplingChain chain_;
   LiveStrips* strips_;
   std::int64_t saved_ = 0;  ///< samples of this run
   QAction* mnuSave = nullptr;

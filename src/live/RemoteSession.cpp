@@ -14,21 +14,21 @@
 #include "live/Datagram.h"
 #include "live/IP.h"
 #include "live/LiveStrips.h"
-#include "live/NumberBox.h"
-#include "live/NumberText.h"
 #include "live/SessionRoles.h"
 #include "live/SessionTexts.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/HostName.h"
 #include "platform/machine/Machine.h"
+#include "shared/ErrorHandler.h"
+#include "shared/NumberBox.h"
+#include "shared/Records.h"
 #include "shell/Chords.h"
-#include "shell/ErrorHandler.h"
-#include "shell/Records.h"
+#include "values/NumberText.h"
 
 namespace bexlow::live {
 
-using shell::Guarded;
-using shell::Shared;
+using shared::Guarded;
+using shared::Shared;
 
 namespace {
 
@@ -42,8 +42,8 @@ std::string TrimmedText(const QLineEdit& box) {
 
 /// The port in a box, 0 where there is none.
 std::int32_t PortIn(const QLineEdit& box) {
-  const double port = RoundHalfEven(LeadingNumber(box.text().toStdString()));
-  return port >= 1 && port <= platform::LastUdpPort ? ToInt32(port) : 0;
+  const double port = values::RoundHalfEven(values::LeadingNumber(box.text().toStdString()));
+  return port >= 1 && port <= platform::LastUdpPort ? values::ToInt32(port) : 0;
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ void RemoteSession::LinkTexts() {
   for (const auto& axis : axes_) {
     auto* dial = axis.dial;
     connect(axis.text, &QLineEdit::textChanged, dial,
-            [dial](const QString& text) { dial->Value(LeadingNumber(text.toStdString())); });
+            [dial](const QString& text) { dial->Value(values::LeadingNumber(text.toStdString())); });
   }
 }
 
@@ -216,8 +216,8 @@ void RemoteSession::ShowReceivedAngles(const std::string& datagram) {
 }
 
 void RemoteSession::ShowOnAxes(double x, double y) {
-  axes_[0].text->setText(Shown(x));
-  axes_[1].text->setText(Shown(y));
+  axes_[0].text->setText(shared::Shown(x));
+  axes_[1].text->setText(shared::Shown(y));
   strips_->Add(0, x);
   strips_->Add(1, y);
   strips_->Show();

@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-#include "live/SamplingChain.h"
+#include "link/SamplingChain.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Winsock.h"
@@ -81,7 +81,7 @@ class RemoteSession : public platform::Form {
 
   platform::MSComm MSComm1;
   platform::Winsock udpPeerA;
-  SamplingChain chain_;
+  link::SamplingChain chain_;
 
   std::string OutgoingText;
   std::int16_t ReceivedX = 0, ReceivedY = 0;

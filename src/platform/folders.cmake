@@ -1,11 +1,12 @@
 # The files of the platform layer by folder. Each comment says what a folder holds.
 
-# What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs.
+# What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs;
+# and the gate through which events come one at a time.
 set(BEXLOW_PLATFORM_MACHINE
-  Folders HostName Machine Ports ProgramVersion RealMachine RunningCopy SerialDevice Settings TextFile)
-# What screens are made of, and the gate through which their events come one at a time.
+  EventGate Folders HostName Machine Ports ProgramVersion RealMachine RunningCopy SerialDevice Settings TextFile)
+# What screens are made of.
 set(BEXLOW_PLATFORM_CONTROLS
-  Colours CommonDialog Controls CWNumEdit EventGate FocusKeeper Form FramePace MSComm Timer Winsock)
+  Colours CommonDialog Controls CWNumEdit FocusKeeper Form FramePace MSComm Timer Winsock)
 # The graph control and its helpers, on the plot library.
 set(BEXLOW_PLATFORM_GRAPH
   CWGraph CWGraphAccess CWGraphCursors CWGraphCurve CWGraphExport CWGraphInteraction CWGraphLimit CWGraphLook CWGraphOverlay

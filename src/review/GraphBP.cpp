@@ -7,22 +7,22 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "files/ButtonPushes.h"
 #include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
-#include "live/NumberBox.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
-#include "review/ButtonPushes.h"
-#include "shell/ErrorHandler.h"
-#include "shell/Records.h"
+#include "shared/ErrorHandler.h"
+#include "shared/NumberBox.h"
+#include "shared/Records.h"
 
 namespace bexlow::review {
 
-using live::NumberIn;
-using live::Shown;
 using platform::MsgBox;
-using shell::Guarded;
+using shared::Guarded;
+using shared::NumberIn;
+using shared::Shown;
 
 GraphBP::GraphBP() : Form("GraphBP", "Graph Button Pushes") {
   BuildMenu();
@@ -110,23 +110,23 @@ void GraphBP::mnuOpen_Click() {
 void GraphBP::ReadAndShow() {
   const auto text = platform::ReadWhole(FileName());
   if (!HeaderIsAccepted(text)) return;
-  shell::Shared.LastFailure.clear();
+  shared::Shared.LastFailure.clear();
   BuildDoubleChannelArrays(text);
   ShowFile();
 }
 
 bool GraphBP::HeaderIsAccepted(const std::string& text) {
-  switch (CheckReviewFile(text)) {
-    case ReviewCheck::Ok:
-      facts_ = graph::ReadRunFacts(text);
+  switch (files::CheckReviewFile(text)) {
+    case files::ReviewCheck::Ok:
+      facts_ = files::ReadRunFacts(text);
       return true;
-    case ReviewCheck::Empty:
+    case files::ReviewCheck::Empty:
       MsgBox("This is not a Quornell Download file!");
       break;
-    case ReviewCheck::TooShort:
+    case files::ReviewCheck::TooShort:
       MsgBox(graph::EndOfFileText);
       break;
-    case ReviewCheck::NotSupported:
+    case files::ReviewCheck::NotSupported:
       MsgBox("This Quornell Download is not supported in Button Mode!");
       break;
   }
@@ -135,8 +135,8 @@ bool GraphBP::HeaderIsAccepted(const std::string& text) {
 
 // Reports a damaged record; the file is then shown with empty series and the pushes before the damage.
 void GraphBP::BuildDoubleChannelArrays(const std::string& text) {
-  graph::DoubleSeries series;
-  Guarded(*this, "BuildDoubleChannelArrays", [&] { graph::ReadDouble(text, series); });
+  files::DoubleSeries series;
+  Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadDouble(text, series); });
   XLinear = std::move(series.x);
   YLinear = std::move(series.y);
   ButtonPushes = std::move(series.pushes);
@@ -164,7 +164,7 @@ void GraphBP::ShowPush(std::size_t number) {
 }
 
 void GraphBP::ChooseCursor(double point) {
-  if (const auto number = PushAt(ButtonPushes, point)) ShowPush(*number);
+  if (const auto number = files::PushAt(ButtonPushes, point)) ShowPush(*number);
 }
 
 void GraphBP::PlaceCursor(int cursor, double point) {

@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "graph/RunFacts.h"
-#include "graph/Series.h"
+#include "files/RunFacts.h"
+#include "files/Series.h"
 #include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
 
@@ -51,8 +51,8 @@ class GraphBP : public platform::Form {
   std::string FileName() const;
 
   platform::CommonDialog CommonDialog1;
-  graph::RunFacts facts_;
-  graph::Samples XLinear, YLinear;
+  files::RunFacts facts_;
+  files::Samples XLinear, YLinear;
   std::vector<double> ButtonPushes;  ///< index of each push in XLinear; a single 0 for a file without a push
   std::size_t pushCount_ = 0;
 

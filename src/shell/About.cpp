@@ -6,8 +6,8 @@
 #include <QVBoxLayout>
 
 #include "platform/controls/Controls.h"
+#include "shared/Records.h"
 #include "shell/Emblem.h"
-#include "shell/Records.h"
 
 namespace bexlow::shell {
 
@@ -17,7 +17,7 @@ About::About() : Form("About", "About") {
   auto* picture = new Emblem("Picture1", 96, this);
   auto* title = MakeLabel("Label1", "Bexlow Software", this);
   title->setStyleSheet("font-size: 16pt; font-weight: 600;");
-  const QString version = QString::fromStdString("Version " + Shared.ProgramVersionText + " Beta");
+  const QString version = QString::fromStdString("Version " + shared::Shared.ProgramVersionText + " Beta");
   auto* ok = MakeButton("cmdOK", "OK", [this] { Unload(); });
   DefaultButton(ok);
   ok->setDefault(true);  // drawn as what Enter presses

@@ -8,18 +8,18 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-#include "live/Conversions.h"
-#include "live/NumberText.h"
-#include "platform/controls/EventGate.h"
 #include "platform/controls/FramePace.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/ProgramVersion.h"
 #include "platform/machine/RunningCopy.h"
 #include "platform/machine/Settings.h"
+#include "shared/ErrorHandler.h"
+#include "shared/General.h"
+#include "shared/Records.h"
 #include "shell/Chords.h"
-#include "shell/ErrorHandler.h"
-#include "shell/General.h"
-#include "shell/Records.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::shell {
 
@@ -76,18 +76,18 @@ MDIForm1::~MDIForm1() {
 
 bool MDIForm1::Load() {
   bool first = true;
-  GuardedIn("MDIForm1", "MDIForm_Load", [&] {
+  shared::GuardedIn("MDIForm1", "MDIForm_Load", [&] {
     runningCopy_ = std::make_unique<platform::RunningCopy>();
     if (runningCopy_->AnotherRuns()) {
       first = false;
       return platform::MsgBox("The program is already running!");
     }
-    Shared.SampleClock.CounterFrequency = platform::Machine::Get().QueryPerformanceFrequency();
-    Shared.ProgramVersionText = platform::ProgramVersion();
-    Shared.MaxDownloadPages = 2048;
+    shared::Shared.SampleClock.CounterFrequency = platform::Machine::Get().QueryPerformanceFrequency();
+    shared::Shared.ProgramVersionText = platform::ProgramVersion();
+    shared::Shared.MaxDownloadPages = 2048;
     const auto stored = platform::GetSetting("Startup", "CurrentCommPort", "1");
-    Shared.CurrentCommPort = live::ToInt16(live::LeadingNumber(stored));
-    TestForFileFolders();
+    shared::Shared.CurrentCommPort = values::ToInt16(values::LeadingNumber(stored));
+    shared::TestForFileFolders();
   });
   return first;
 }

@@ -12,23 +12,23 @@
 #include "config/Calibrate.h"
 #include "config/Configuration.h"
 #include "download/DownloadErase.h"
+#include "files/ButtonPushes.h"
 #include "graph/DataFileFrame.h"
 #include "graph/Graph.h"
 #include "link/Connect.h"
 #include "live/Accelerometers.h"
 #include "live/Angles.h"
-#include "live/NumberText.h"
 #include "live/RemoteSession.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
-#include "review/ButtonPushes.h"
 #include "review/GraphBP.h"
+#include "shared/Records.h"
 #include "shell/About.h"
 #include "shell/Chords.h"
 #include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
-#include "shell/Records.h"
+#include "values/NumberText.h"
 
 namespace bexlow::shell {
 
@@ -67,7 +67,7 @@ void Main::BuildFileMenu() {
 QAction* Main::AddPortScreen(QMenu* menu, const char* name, const QString& caption, const QString& screen,
                              const MakeScreen& make) {
   return AddEntry(menu, name, caption, [this, screen, make] {
-    if (Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
+    if (shared::Shared.CurrentCommPort == 0) return MsgBox("No comm port has been selected!");
     ShowScreen(screen, make);
   });
 }
@@ -164,20 +164,20 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
     MsgBox("Only the first of these files is opened:\r\n" + std::filesystem::path(path).filename().string());
   bool pushes = false;
   try {
-    pushes = review::HoldsPushes(platform::ReadWhole(path));
+    pushes = files::HoldsPushes(platform::ReadWhole(path));
   } catch (const std::exception& error) {
     return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
   }
   if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", Make<review::GraphBP>))->Open(path);
-  Shared.GraphAfterDownload = true;
-  Shared.GraphFileName = path;
+  shared::Shared.GraphAfterDownload = true;
+  shared::Shared.GraphFileName = path;
   OpenGraph();
 }
 
 void Main::mnuConnect_Click() {
   auto* connect = new link::Connect([this](bool reached) { LoggerReached(reached); });
   QObject::connect(connect, &Form::Left, this, [this] {
-    if (Shared.CurrentCommPort == 0) ShowHint();
+    if (shared::Shared.CurrentCommPort == 0) ShowHint();
   });
   connect->ShowModal(&outer_);
 }
@@ -205,12 +205,12 @@ void Main::LoggerSentOff() {
 
 // The status line names the device as well as the port, since two loggers may be plugged in.
 void Main::ShowHint() {
-  if (!mnuTools->isEnabled() || Shared.CurrentCommPort == 0) {
+  if (!mnuTools->isEnabled() || shared::Shared.CurrentCommPort == 0) {
     outer_.Status().Connection("No logger connected");
     return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
   }
-  const auto port = "Comm " + live::NumberText(Shared.CurrentCommPort);
-  const auto device = platform::Machine::Get().DescribePort(Shared.CurrentCommPort).device;
+  const auto port = "Comm " + values::NumberText(shared::Shared.CurrentCommPort);
+  const auto device = platform::Machine::Get().DescribePort(shared::Shared.CurrentCommPort).device;
   outer_.Status().Connection("Connected on " + port + (device.empty() ? "" : ", " + device));
   lblHint->setText(QString::fromStdString("The logger answered on " + port +
                                           ". The Tools menu leads to its settings and its data."));

@@ -5,7 +5,7 @@
 
 #include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
-#include "shell/Records.h"
+#include "shared/Records.h"
 
 namespace bexlow::shell {
 
@@ -58,8 +58,9 @@ void StatusLine::Refresh() {
   }
   SetText(*lblActivity, activity.phase + (activity.details.empty() ? "" : " ") + activity.details,
           lblActivity->width() - Indent);
-  SetText(*lblFailure, Shared.LastFailure, lblFailure->width());
-  lblFailure->setVisible(!Shared.LastFailure.empty());  // a hidden label leaves its room to lblActivity
+  SetText(*lblFailure, shared::Shared.LastFailure, lblFailure->width());
+  lblFailure->setVisible(
+      !shared::Shared.LastFailure.empty());  // a hidden label leaves its room to lblActivity
 }
 
 }  // namespace bexlow::shell

@@ -32,11 +32,11 @@ TEST(Forms, RefuseCellsThatThereAreNot) {
 }
 
 TEST(Map, AWholeReadBreaksOut) {
-  ReadArray cells;
+  values::ReadArray cells;
   std::iota(cells.begin(), cells.end(), std::uint8_t{2});  // k, which begins with 2
   cells[12] = 0xF1;
   cells[13] = 0xC7;
-  OnBoardParameters parameters;
+  values::OnBoardParameters parameters;
   BreakOut(cells, parameters);
   using Fields = std::array<double, 24>;  // in the order of the record, the angles as counts first
   Fields fields = {515, 1029, 1543, 2057, 2571, 3085, -3641, 4113, 4627,  5141,  5655,  6169,

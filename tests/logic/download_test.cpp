@@ -3,17 +3,17 @@
 #include <sstream>
 #include <vector>
 
-#include "download/DataFile.h"
-#include "download/LinearCsv.h"
-#include "download/PageDecoder.h"
-#include "live/NumberText.h"
+#include "files/DataFile.h"
+#include "files/LinearCsv.h"
+#include "files/PageDecoder.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
+#include "values/NumberText.h"
 
 namespace bexlow::download {
 namespace {
 
-using PageArray = std::array<std::uint8_t, PageBytes>;
+using PageArray = std::array<std::uint8_t, files::PageBytes>;
 
 PageArray Filled(std::uint8_t byte) {
   PageArray page;
@@ -31,14 +31,14 @@ std::vector<std::string> FieldsOf(const std::string& text) {
 /// Tenths of a degree, halves to the even tenth.
 std::string AngleText(int byte, int fullScale) {
   const int steps = byte > 128 ? byte - 255 : byte;
-  return live::NumberText(std::nearbyint(steps * fullScale * 10 / 128.0) / 10);
+  return values::NumberText(std::nearbyint(steps * fullScale * 10 / 128.0) / 10);
 }
 
 TEST(DecodePage, All256BytesOnBothAxes) {
   PageArray page{};
   for (std::size_t i = 0; i < 256; ++i) page[i] = static_cast<std::uint8_t>(i);
-  const auto x = FieldsOf(DecodePage(page, 1, 1));
-  const auto y = FieldsOf(DecodePage(page, 1, 2));
+  const auto x = FieldsOf(files::DecodePage(page, 1, 1));
+  const auto y = FieldsOf(files::DecodePage(page, 1, 2));
   ASSERT_TRUE(x.size() == 264 && y.size() == 264);
   for (int byte = 0; byte < 256; ++byte) {
     EXPECT_EQ(x[static_cast<std::size_t>(byte)], AngleText(byte, 180)) << byte;
@@ -52,17 +52,17 @@ TEST(DecodePage, BinsAndPairs) {
   page[2] = 0xFF;
   page[3] = 0xFE;
   page[263] = 1;
-  const auto bins = FieldsOf(DecodePage(page, 0, 9));
+  const auto bins = FieldsOf(files::DecodePage(page, 0, 9));
   ASSERT_EQ(bins.size(), 132u);
   EXPECT_EQ(bins[0] + " " + bins[1] + " " + bins[131], "0 65534 1");
 
   page = Filled(0x7F);
-  EXPECT_EQ(FieldsOf(DecodePage(page, 1, 3)), std::vector<std::string>(264, "BP"));
+  EXPECT_EQ(FieldsOf(files::DecodePage(page, 1, 3)), std::vector<std::string>(264, "BP"));
   page[1] = 126;  // no push: only X is 127
   page[2] = 126;  // no push: only Y is 127
   page[262] = 255;
   page[263] = 255;
-  const auto pairs = FieldsOf(DecodePage(page, 1, 3));
+  const auto pairs = FieldsOf(files::DecodePage(page, 1, 3));
   ASSERT_EQ(pairs.size(), 264u);
   const std::vector start(pairs.begin(), pairs.begin() + 6);
   EXPECT_EQ(start, (std::vector<std::string>{"178.6", "88.6", "177.2", "89.3", "BP", "BP"}));
@@ -73,7 +73,7 @@ TEST(IsBlankPage, LooksAtSixBytesOnly) {
   for (std::size_t i = 0; i <= 6; ++i) {
     PageArray page = Filled(0xFF);
     page[i] = 0xFE;
-    EXPECT_EQ(IsBlankPage(page), i == 6) << i;
+    EXPECT_EQ(files::IsBlankPage(page), i == 6) << i;
   }
 }
 
@@ -82,15 +82,15 @@ TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
       "Firmware Version: \r\nSerial Number: 0\r\nLaunch Time: \r\nFirmware Sampling Frequency: \r\n"
       "Channel Gains: \r\nChannel Offsets: \r\nTares: \r\n";
   const std::string start = "Quornell Bexlow Data File Version 4\r\n";
-  EXPECT_EQ(DataFileHeader(DataFileKind::Accelerometers, "4", {}, 0, 0),
+  EXPECT_EQ(files::DataFileHeader(files::DataFileKind::Accelerometers, "4", {}, 0, 0),
             start + "Accelerometers\r\n" + empty + "Time(seconds),Acc X,Acc Y,Acc Z\r\n");
   EXPECT_EQ(
-      DataFileHeader(DataFileKind::DownloadPages, "4", {}, 0, 7),
+      files::DataFileHeader(files::DataFileKind::DownloadPages, "4", {}, 0, 7),
       start + "Download Pages\r\n" + empty + "Bin/Linear Mode = 0\r\nLinear Channel = 7\r\nPage,Data-->\r\n");
-  DownloadHeader header;
-  FillFirmware(std::vector<std::uint8_t>{0, 5, 0, 7}, header);
+  files::DownloadHeader header;
+  files::FillFirmware(std::vector<std::uint8_t>{0, 5, 0, 7}, header);
   EXPECT_EQ(header.FirmwareVersionText + " " + header.SamplingFrequencyText, "0.005 0.7") << "leading zeros";
-  EXPECT_EQ(LaunchTimeText(255, 0, 65535, 255, 0, 9), "255/00/65535 255:00:09");
+  EXPECT_EQ(files::LaunchTimeText(255, 0, 65535, 255, 0, 9), "255/00/65535 255:00:09");
 }
 
 std::string Lines11(char channel) {
@@ -110,25 +110,26 @@ TEST(LinearCsv, OneSampleALine) {
         Row{"empty fields, CR alone", '1', heads + "1,,4\r5,\r\n", "X angle\r\n\r\n4\r5\r\n\r\n"}}) {
     SCOPED_TRACE(what);
     std::string made;
-    AppendLinearCsv(Lines11(channel) + records, made);
+    files::AppendLinearCsv(Lines11(channel) + records, made);
     EXPECT_EQ(made, Lines11(channel) + csv);
   }
 }
 
 TEST(LinearCsv, ATornHeaderKeepsWhatWasRead) {
   std::string csv;
-  const auto words = FailureOf(std::errc::no_message_available, [&] { AppendLinearCsv("a\r\nb", csv); });
+  const auto words =
+      FailureOf(std::errc::no_message_available, [&] { files::AppendLinearCsv("a\r\nb", csv); });
   EXPECT_NE(words.find("line 3"), std::string::npos) << words;
   EXPECT_EQ(csv, "a\r\nb\r\n");
-  FailureOf(std::errc::no_message_available, [&] { AppendLinearCsv(Lines11('1'), csv); });
+  FailureOf(std::errc::no_message_available, [&] { files::AppendLinearCsv(Lines11('1'), csv); });
 }
 
 TEST(CsvFileName, CutsFourCharactersOfTheNameAndNeverOfTheFolder) {
-  EXPECT_EQ(CsvFileName("/Data Files/a long name"), "/Data Files/a long .csv");
-  EXPECT_EQ(CsvFileName("Data Files/run1"), "Data Files/.csv");
-  EXPECT_EQ(CsvFileName("Läufe/zweiäöüß"), "Läufe/zwei.csv");
+  EXPECT_EQ(files::CsvFileName("/Data Files/a long name"), "/Data Files/a long .csv");
+  EXPECT_EQ(files::CsvFileName("Data Files/run1"), "Data Files/.csv");
+  EXPECT_EQ(files::CsvFileName("Läufe/zweiäöüß"), "Läufe/zwei.csv");
   for (const char* name : {"qbx", "/Data Files/abc", "/Data Files/"})
-    FailureOf(std::errc::invalid_argument, [&] { CsvFileName(name); });
+    FailureOf(std::errc::invalid_argument, [&] { files::CsvFileName(name); });
 }
 
 }  // namespace

@@ -3,19 +3,19 @@
 #include <limits>
 #include <vector>
 
-#include "graph/BinPages.h"
-#include "graph/RunFacts.h"
-#include "graph/Series.h"
+#include "files/BinPages.h"
+#include "files/ButtonPushes.h"
+#include "files/RunFacts.h"
+#include "files/Series.h"
 #include "graph/ViewNumbers.h"
 #include "logic/Expect.h"
-#include "review/ButtonPushes.h"
 #include "support/DataFiles.h"
 
 namespace bexlow {
 namespace {
 
-using graph::FileKind;
-using review::ReviewCheck;
+using files::FileKind;
+using files::ReviewCheck;
 using test::Header, test::Record, test::Shortened;
 
 std::string WithLineFeeds(std::string text) {
@@ -34,10 +34,10 @@ TEST(Files, AreTakenOrRefused) {
             ReviewCheck::TooShort},
         Row{"binary", std::string(5000, '\0'), FileKind::TooShort, 0, ReviewCheck::TooShort}}) {
     SCOPED_TRACE(what);
-    const auto check = graph::CheckFile(text);
+    const auto check = files::CheckFile(text);
     EXPECT_EQ(check.kind, kind);
     EXPECT_EQ(check.channel, channel);
-    EXPECT_EQ(review::CheckReviewFile(text), review);
+    EXPECT_EQ(files::CheckReviewFile(text), review);
   }
 }
 
@@ -55,11 +55,11 @@ TEST(RunFacts, AreReadAndNeverMadeUp) {
     SCOPED_TRACE(other);
     auto text = Header();
     text.replace(text.find(line), line.size(), other);
-    const auto facts = graph::ReadRunFacts(text);
+    const auto facts = files::ReadRunFacts(text);
     EXPECT_EQ(facts.launch, launched ? "03/09/2004 14:05:07" : "");
     EXPECT_EQ(facts.frequency.value_or(-1), frequency);
   }
-  EXPECT_TRUE(graph::ReadRunFacts("1\nDownload Pages\n").launch.empty());
+  EXPECT_TRUE(files::ReadRunFacts("1\nDownload Pages\n").launch.empty());
 }
 
 TEST(ViewNumbers, AreThoseOfTheSamplesInView) {
@@ -90,15 +90,15 @@ TEST(ViewNumbers, ReadAsALine) {
 
 TEST(Series, FieldsGoToTheirPlaces) {
   const auto points =
-      graph::ReadSingle(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"));
+      files::ReadSingle(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"));
   ASSERT_TRUE(points && points->size() == 528);
-  EXPECT_EQ(std::vector({points->at(0), points->at(263), points->at(264)}), (graph::Samples{22, -177, -1}));
+  EXPECT_EQ(std::vector({points->at(0), points->at(263), points->at(264)}), (files::Samples{22, -177, -1}));
 
   const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
   for (const auto& bytes : {text, WithLineFeeds(text), text.substr(0, text.size() - 2)}) {
-    graph::DoubleSeries series;
-    ASSERT_TRUE(graph::ReadDouble(bytes, series) && series.x.size() == 264 && series.y.size() == 264);
-    EXPECT_EQ(std::vector({series.x[0], series.y[0], series.x[132]}), (graph::Samples{1, 2, 3}));
+    files::DoubleSeries series;
+    ASSERT_TRUE(files::ReadDouble(bytes, series) && series.x.size() == 264 && series.y.size() == 264);
+    EXPECT_EQ(std::vector({series.x[0], series.y[0], series.x[132]}), (files::Samples{1, 2, 3}));
     EXPECT_EQ(series.y[263], 4) << "the last field is the rest of the line, read by its leading number";
   }
 }
@@ -113,39 +113,39 @@ TEST(Series, BrokenRecordsAreNamed) {
         Row{Record("2", 264, "1", 263, std::string(400, '9')), "Record 2: field 264 ", range}}) {
     SCOPED_TRACE(words);
     const std::string text = Header() + Record("1", 264, "1", 4, "BP") + record;
-    EXPECT_NE(FailureOf(code, [&] { graph::ReadSingle(text); }).find(words), std::string::npos);
-    graph::DoubleSeries series;
+    EXPECT_NE(FailureOf(code, [&] { files::ReadSingle(text); }).find(words), std::string::npos);
+    files::DoubleSeries series;
     series.x = {1, 2, 3};
-    EXPECT_NE(FailureOf(code, [&] { graph::ReadDouble(text, series); }).find(words), std::string::npos);
+    EXPECT_NE(FailureOf(code, [&] { files::ReadDouble(text, series); }).find(words), std::string::npos);
     EXPECT_TRUE(series.x.empty() && series.y.empty());
     EXPECT_EQ(series.pushes, std::vector<double>{2}) << "what was found before the fault stays";
   }
 }
 
 TEST(ButtonPushes, BearExactlyTheirMark) {
-  graph::DoubleSeries series;
-  EXPECT_TRUE(graph::ReadDouble(
+  files::DoubleSeries series;
+  EXPECT_TRUE(files::ReadDouble(
       Header() + Record("1", 264, "5", 2, "BP ") + Record("2", 264, "bp") + Record("3", 264, "5", 0, "BP"),
       series));
   EXPECT_EQ(series.pushes, std::vector<double>{264});
-  EXPECT_FALSE(graph::ReadDouble(Shortened(Header(), 11), series));
+  EXPECT_FALSE(files::ReadDouble(Shortened(Header(), 11), series));
   EXPECT_TRUE(series.pushes.empty() && series.x.empty());
 }
 
 TEST(BinPages, PairsAreFoundByTheirNumber) {
   const std::string text = Header("0") + Record("1", 132, "1", 131, "7.5") + Record("9", 132, "2") +
                            Record("3", 132, "3") + Record("13", 132, "4") + Record("5", 132, "5");
-  using Row = std::tuple<int, graph::PairResult, double, double>;
+  using Row = std::tuple<int, files::PairResult, double, double>;
   for (const auto& [page, result, x, y] :
-       {Row{1, graph::PairResult::Found, 1, 2}, Row{3, graph::PairResult::Found, 3, 4},
-        Row{5, graph::PairResult::NoPartner, 5, 0}, Row{-1, graph::PairResult::NoPage, 0, 0}}) {
+       {Row{1, files::PairResult::Found, 1, 2}, Row{3, files::PairResult::Found, 3, 4},
+        Row{5, files::PairResult::NoPartner, 5, 0}, Row{-1, files::PairResult::NoPage, 0, 0}}) {
     SCOPED_TRACE(page);
-    const auto pair = graph::FindPair(text, page);
+    const auto pair = files::FindPair(text, page);
     EXPECT_EQ(pair.result, result);
     EXPECT_EQ(pair.XPoints[0], x);
     EXPECT_EQ(pair.YPoints[131], y);
   }
-  EXPECT_EQ(graph::FindPair(text, 1).XPoints[131], 7.5);
+  EXPECT_EQ(files::FindPair(text, 1).XPoints[131], 7.5);
 }
 
 TEST(BinPages, FieldsMustBeNumbers) {
@@ -156,7 +156,7 @@ TEST(BinPages, FieldsMustBeNumbers) {
         Row{Record("1", 132, "1", 5, ""), good}, Row{Record("1", 132, "1", 5, "1x"), good},
         Row{Record("1", 132, "1", 5, "1e999"), good}, Row{Record("1", 132, "1"), "no comma\r\n"}}) {
     const auto text = record + partner;
-    const auto words = FailureOf(std::errc::invalid_argument, [&] { graph::FindPair(text, 1); });
+    const auto words = FailureOf(std::errc::invalid_argument, [&] { files::FindPair(text, 1); });
     EXPECT_TRUE(words.starts_with(partner == good ? "Line 1: " : "Line 2: ")) << words;
   }
 }
@@ -166,12 +166,12 @@ TEST(BinPages, BinsSpreadOverTheDegrees) {
   for (const auto& [bin, x, y] : {Row{0, -180, -90}, Row{1, -177, -89}, Row{65, -2, -1}, Row{66, 0, 0},
                                   Row{67, 3, 2}, Row{131, 178, 90}}) {
     SCOPED_TRACE(bin);
-    EXPECT_EQ(graph::DegreeOfBin(bin, 361), x);
-    EXPECT_EQ(graph::DegreeOfBin(bin, 181), y);
+    EXPECT_EQ(files::DegreeOfBin(bin, 361), x);
+    EXPECT_EQ(files::DegreeOfBin(bin, 181), y);
   }
-  graph::BinPoints points;
-  for (std::size_t bin = 0; bin < graph::BinCount; ++bin) points[bin] = static_cast<double>(bin) + 1;
-  const auto arrays = graph::SpreadOverDegrees(points, points);
+  files::BinPoints points;
+  for (std::size_t bin = 0; bin < files::BinCount; ++bin) points[bin] = static_cast<double>(bin) + 1;
+  const auto arrays = files::SpreadOverDegrees(points, points);
   EXPECT_EQ(arrays.XDegrees[0], 1);
   EXPECT_EQ(arrays.XDegrees[358], 132);
   EXPECT_EQ(arrays.YDegrees[180], 132);

@@ -3,10 +3,10 @@
 #include <cmath>
 #include <limits>
 
-#include "live/Conversions.h"
-#include "live/NumberText.h"
 #include "live/Strip.h"
 #include "logic/Expect.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::live {
 namespace {
@@ -21,30 +21,30 @@ TEST(Conversions, HalvesGoToTheEvenNeighbourAndNoZeroBearsASign) {
        {Row{3.5, 0, 4}, Row{-2.5, 0, -2}, Row{-0.5, 0, 0}, Row{-11.25, 1, -11.2}, Row{0.375, 2, 0.38},
         Row{1e308, 2, 1e308}, Row{Infinity, 1, Infinity}}) {
     SCOPED_TRACE(value);
-    EXPECT_DOUBLE_EQ(RoundToDecimals(value, decimals), rounded);
-    EXPECT_EQ(std::signbit(RoundToDecimals(value, decimals)), rounded < 0);
+    EXPECT_DOUBLE_EQ(values::RoundToDecimals(value, decimals), rounded);
+    EXPECT_EQ(std::signbit(values::RoundToDecimals(value, decimals)), rounded < 0);
   }
 }
 
 TEST(Conversions, NumbersRefuseWhatDoesNotFit) {
-  EXPECT_EQ(ToInt16(32767.4), 32767);
-  EXPECT_EQ(ToInt16(-32768.5), -32768);
-  EXPECT_EQ(ToByte(255.4), 255);
-  EXPECT_EQ(ToByte(-0.5), 0);
+  EXPECT_EQ(values::ToInt16(32767.4), 32767);
+  EXPECT_EQ(values::ToInt16(-32768.5), -32768);
+  EXPECT_EQ(values::ToByte(255.4), 255);
+  EXPECT_EQ(values::ToByte(-0.5), 0);
   for (const double value : {32767.5, -32769.0, 1e300, NaN})
-    EXPECT_EQ(FailureOf([&] { ToInt16(value); }).code, ERANGE) << value;
+    EXPECT_EQ(FailureOf([&] { values::ToInt16(value); }).code, ERANGE) << value;
   for (const double value : {255.5, -0.6, -1e300, NaN})
-    EXPECT_EQ(FailureOf([&] { ToByte(value); }).code, ERANGE) << value;
+    EXPECT_EQ(FailureOf([&] { values::ToByte(value); }).code, ERANGE) << value;
   for (const double angle : {NaN, -Infinity, Huge})
-    EXPECT_EQ(FailureOf([&] { AngleToInteger90(angle); }).code, EDOM) << angle;
+    EXPECT_EQ(FailureOf([&] { values::AngleToInteger90(angle); }).code, EDOM) << angle;
 }
 
 TEST(Conversions, ElapsedSecondsCountFromTheStart) {
-  EXPECT_EQ(ElapsedSeconds({0, 500, 0}), 0) << "frequency not read yet";
-  EXPECT_DOUBLE_EQ(ElapsedSeconds({1'000'000'000, 9'000'000'001'234'000'000, 9'000'000'000'000'000'000}),
-                   1.23);
+  EXPECT_EQ(values::ElapsedSeconds({0, 500, 0}), 0) << "frequency not read yet";
+  EXPECT_DOUBLE_EQ(
+      values::ElapsedSeconds({1'000'000'000, 9'000'000'001'234'000'000, 9'000'000'000'000'000'000}), 1.23);
   const auto most = std::numeric_limits<std::int64_t>::max();
-  EXPECT_TRUE(std::isfinite(ElapsedSeconds({1, most, -most}))) << "difference beyond 64 bits";
+  EXPECT_TRUE(std::isfinite(values::ElapsedSeconds({1, most, -most}))) << "difference beyond 64 bits";
 }
 
 TEST(NumberText, TwoFormsOfTheSameDigits) {
@@ -56,12 +56,12 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
         Row{123456789012345678.0, "123456789012346000", "123456789012346000"},
         Row{9.9999999999999996, "10", "10"}, Row{1e-7, ".0000001", "0.0000001"}}) {
     SCOPED_TRACE(file);
-    EXPECT_EQ(NumberText(value), file);
-    EXPECT_EQ(PlainNumberText(value), box);
+    EXPECT_EQ(values::NumberText(value), file);
+    EXPECT_EQ(values::PlainNumberText(value), box);
   }
-  EXPECT_EQ(NumberText(Huge).size(), 309u);
+  EXPECT_EQ(values::NumberText(Huge).size(), 309u);
   for (const double value : {NaN, -Infinity})
-    EXPECT_EQ(FailureOf([&] { NumberText(value); }).code, EDOM) << value;
+    EXPECT_EQ(FailureOf([&] { values::NumberText(value); }).code, EDOM) << value;
 }
 
 TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
@@ -88,12 +88,12 @@ TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
 
 TEST(NumberText, CountsAndTimesForReading) {
   for (const auto& [count, text] : {std::pair{0, "0"}, {999, "999"}, {1000, "1,000"}, {1234567, "1,234,567"}})
-    EXPECT_EQ(CountText(count), text);
+    EXPECT_EQ(values::CountText(count), text);
   using Row = std::pair<double, const char*>;
   for (const auto& [seconds, text] :
        {Row{0, "0 s"}, Row{16.2, "17 s"}, Row{59.5, "1 min 0 s"}, Row{312, "5 min 12 s"},
         Row{3599.9, "1 h 0 min"}, Row{36000 + 59 * 60, "10 h 59 min"}})
-    EXPECT_EQ(DurationText(seconds), text);
+    EXPECT_EQ(values::DurationText(seconds), text);
 }
 
 TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
@@ -106,15 +106,15 @@ TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
         Row{"0e99999999999999999999", 0, 0.0}, Row{"0.0000001e310", 1e303, 1e303},
         Row{"1000000000e305", Huge, {}}, Row{{"12\0003", 4}, 12, {}}}) {
     SCOPED_TRACE(text);
-    EXPECT_DOUBLE_EQ(LeadingNumber(text), leading);
-    EXPECT_EQ(WholeNumber(text), whole);
+    EXPECT_DOUBLE_EQ(values::LeadingNumber(text), leading);
+    EXPECT_EQ(values::WholeNumber(text), whole);
   }
   for (const std::string_view none : {"", ".", "-", "+-5", "- 5", "x5", "inf", "nan", ".e5", "\r\n3"}) {
-    EXPECT_EQ(LeadingNumber(none), 0) << none;
-    EXPECT_FALSE(WholeNumber(none)) << none;
+    EXPECT_EQ(values::LeadingNumber(none), 0) << none;
+    EXPECT_FALSE(values::WholeNumber(none)) << none;
   }
-  EXPECT_EQ(LeadingNumber(std::string(5000, '9')), Huge);
-  EXPECT_EQ(LeadingNumber("0." + std::string(5000, '0') + "1"), 0);
+  EXPECT_EQ(values::LeadingNumber(std::string(5000, '9')), Huge);
+  EXPECT_EQ(values::LeadingNumber("0." + std::string(5000, '0') + "1"), 0);
 }
 
 // Compares the quick way with the general one, by LeadingNumber, which a field with a sign + always takes.
@@ -123,11 +123,11 @@ TEST(FieldToInt16, RoundsLikeTheLeadingNumber) {
        {".5",     ".50",     ".49999", "BP",  "",          "-",     "-.",  ".51",
         "1.5",    "2.5",     "1.5x",   "22.", "2.5.5",     "2.5e0", "1e2", "22.5000000000000",
         "-177.2", "32767.4", " 100",   "-.7", "-176.5001", "+100",  "x5",  "0000000000000000100"})
-    EXPECT_EQ(FieldToInt16(field), ToInt16(LeadingNumber(field))) << field;
-  EXPECT_EQ(FieldToInt16("-32768.5"), -32768);
-  EXPECT_EQ(FieldToInt16("22.5"), 22);
+    EXPECT_EQ(values::FieldToInt16(field), values::ToInt16(values::LeadingNumber(field))) << field;
+  EXPECT_EQ(values::FieldToInt16("-32768.5"), -32768);
+  EXPECT_EQ(values::FieldToInt16("22.5"), 22);
   for (const std::string_view field : {"32767.5", "-32769", "1e9", "999999999999999", "9999999999999999"})
-    EXPECT_FALSE(FieldToInt16(field)) << field;
+    EXPECT_FALSE(values::FieldToInt16(field)) << field;
 }
 
 }  // namespace

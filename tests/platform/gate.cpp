@@ -12,10 +12,10 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/RealMachine.h"
 #include "support/VirtualLogger.h"
 #include "support/VirtualMachine.h"

@@ -10,9 +10,9 @@
 #include <termios.h>
 
 #include "platform/Processes.h"
-#include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/RealMachine.h"
 

@@ -12,8 +12,8 @@
 #include <vector>
 
 #include "platform/Wheel.h"
-#include "platform/controls/EventGate.h"
 #include "platform/graph/CWGraph.h"
+#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <sstream>
 
-#include "download/DataFile.h"
-#include "download/PageDecoder.h"
+#include "files/DataFile.h"
+#include "files/PageDecoder.h"
 #include "support/DataFiles.h"
 
 namespace bexlow::rig {
@@ -40,7 +40,7 @@ std::vector<std::vector<int>> RecordedStandIn::Samples() const {
 }
 
 std::string RecordedStandIn::ExpectedDataFile() const {
-  using namespace download;
+  using namespace files;
   const auto cells = Eeprom(), pages = Pages();
   const int mode = cells[42], channels = cells[43];
   DownloadHeader header;

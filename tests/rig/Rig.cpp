@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "shell/Records.h"
+#include "shared/Records.h"
 
 namespace bexlow::rig {
 
@@ -51,9 +51,9 @@ platform::Answer AnsweredMachine::Ask(const std::string& text, platform::Buttons
 }
 
 Program::Program() {
-  shell::Shared = {};
+  shared::Shared = {};
   Require(outer.Load(), "the program does not start");
-  shell::Shared.CurrentCommPort = 1;
+  shared::Shared.CurrentCommPort = 1;
 }
 
 void Program::Run(QAction* entry, int limitMs) {

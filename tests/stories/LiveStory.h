@@ -3,10 +3,10 @@
 
 #include <algorithm>
 
-#include "live/NumberText.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/instruments/CWSlide.h"
 #include "support/Story.h"
+#include "values/NumberText.h"
 
 namespace bexlow::test {
 

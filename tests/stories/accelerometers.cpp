@@ -22,7 +22,7 @@ TEST_F(AccStory, ShowsReadingsClearsThemAtTheStopAndAClickHoldsTheStrips) {
     std::string texts;
     for (const std::string axis : {"X", "Y", "Z"})
       texts += Text(("txt" + axis).c_str()) + " " +
-               live::PlainNumberText(The<platform::CWSlide>(("SlideAcc" + axis).c_str()).Value()) + " ";
+               values::PlainNumberText(The<platform::CWSlide>(("SlideAcc" + axis).c_str()).Value()) + " ";
     return texts;
   };
   Sample();
@@ -101,7 +101,7 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChainOrNotAtAll) {
     const char *typed, *wire;          // "": nothing goes out
     std::vector<const char*> sources;  // of failures, in order
   };
-  using P = config::OnBoardParameters;
+  using P = values::OnBoardParameters;
   double P::*dacs[] = {&P::DAC1, &P::DAC2, &P::DAC3};
   for (const auto& [dac, typed, wire, sources] :
        {Row{1, "1024", "0 70|12 3E|24 04|124 70|136 3F|148 00|248 61", {}},

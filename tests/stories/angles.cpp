@@ -184,9 +184,9 @@ TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
 TEST_F(AnglesStory, UntaresThenTares) {
   struct Row {
     const char *press, *box, *transcript, *degrees;
-    double config::OnBoardParameters::*tare;
+    double values::OnBoardParameters::*tare;
   };
-  using P = config::OnBoardParameters;
+  using P = values::OnBoardParameters;
   EXPECT_EQ(Text("txtTareX"), "-20");
   for (const auto* button : {"cmdTareX", "cmdTareY"}) EXPECT_FALSE(Enabled(button));
   Sample();
@@ -202,7 +202,7 @@ TEST_F(AnglesStory, UntaresThenTares) {
     Press(press);
     EXPECT_EQ(machine.Transcript(mark), transcript);
     EXPECT_EQ(Text(box), degrees);
-    EXPECT_EQ(live::PlainNumberText(Shared.OnBoardParameters.*tare), degrees);
+    EXPECT_EQ(values::PlainNumberText(Shared.OnBoardParameters.*tare), degrees);
   }
   Sample();
   for (const auto* button : {"cmdTareX", "cmdTareY"}) EXPECT_FALSE(Enabled(button));

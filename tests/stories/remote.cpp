@@ -5,8 +5,8 @@
 #include <QUdpSocket>
 
 #include "live/SessionTexts.h"
-#include "platform/controls/EventGate.h"
 #include "platform/controls/Winsock.h"
+#include "platform/machine/EventGate.h"
 #include "stories/LiveStory.h"
 
 namespace bexlow::test {
@@ -81,8 +81,8 @@ class RemoteStory : public LiveStory {
   }
   void ExpectAngles(const char* x, const char* y) const {
     EXPECT_EQ(Text("txtX") + "/" + Text("txtY"), std::string(x) + "/" + y);
-    EXPECT_EQ(The<platform::CWKnob>("dialX").Value(), live::LeadingNumber(x));
-    EXPECT_EQ(The<platform::CWKnob>("dialY").Value(), live::LeadingNumber(y));
+    EXPECT_EQ(The<platform::CWKnob>("dialX").Value(), values::LeadingNumber(x));
+    EXPECT_EQ(The<platform::CWKnob>("dialY").Value(), values::LeadingNumber(y));
   }
 
   PeerSocket peer;
@@ -95,7 +95,7 @@ TEST_F(RemoteStory, StartsAsASenderThatDoesNotSend) {
             "192.168.1.2");
   EXPECT_EQ(Text("txtWhoAmI"), QHostInfo::localHostName().toStdString());
   for (const auto* box : {"txtLH1", "txtLH2", "txtLH3", "txtLH4"})
-    EXPECT_TRUE(live::WholeNumber(Text(box)) && The<QLineEdit>(box).isReadOnly()) << box;
+    EXPECT_TRUE(values::WholeNumber(Text(box)) && The<QLineEdit>(box).isReadOnly()) << box;
   for (const auto* option : {"optSession1", "optNoSend", "optDialNo", "optRemoteHost2"})
     EXPECT_TRUE(The<QRadioButton>(option).isChecked()) << option;
   EXPECT_EQ(Text("txtPort") + Text("txtBind"), "10021001");

@@ -8,8 +8,8 @@
 #include "platform/machine/Folders.h"
 #include "platform/machine/RunningCopy.h"
 #include "platform/machine/Settings.h"
-#include "shell/ErrorHandler.h"
-#include "shell/General.h"
+#include "shared/ErrorHandler.h"
+#include "shared/General.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -118,9 +118,9 @@ TEST_F(Shell, HelpAboutAndExit) {
 TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   Start();
   machine.clock.hour = 0;
-  shell::SimpleErrorHandler(5, "mnuSample_Click", "Angles", "It\nbroke");
+  shared::SimpleErrorHandler(5, "mnuSample_Click", "Angles", "It\nbroke");
   machine.clock.hour = 14;
-  shell::SimpleErrorHandler(0, "Big", "Graph", "Again");
+  shared::SimpleErrorHandler(0, "Big", "Graph", "Again");
   const std::string report =
       "Date: 03/02/2004 12:05:09 am\r\nNumber: 5\r\nSource: mnuSample_Click\r\n"
       "Screen: Angles\r\nDescription: It broke\r\nApplication: BX323\r\nVersion: 3.2.3";
@@ -139,11 +139,11 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   Reads("Big");
   EXPECT_FALSE(machine.ended);
   machine.WillAnswer(Answer::Cancel);
-  shell::SimpleErrorHandler(1, "Big", "Graph", "words");
+  shared::SimpleErrorHandler(1, "Big", "Graph", "words");
   Reads("Big", "Application will terminate; correct error cause and run application again!");
   EXPECT_TRUE(machine.ended);
   std::filesystem::remove_all(platform::LogsFolder());
-  shell::SimpleErrorHandler(1, "Big", "Graph", "words");
+  shared::SimpleErrorHandler(1, "Big", "Graph", "words");
   Reads("The SimpleErrorHandler sub routine has errored!");
 }
 
@@ -161,7 +161,7 @@ TEST_F(Shell, ScreensNeedAPortBringTheirMenusAndReportUnderTheOneInFront) {
   const auto& graph = *platform::Form::Active();
   Front("Main");
   bool behind = false;
-  shell::Guarded(graph, "Big", [&] {
+  shared::Guarded(graph, "Big", [&] {
     throw std::system_error(ENOSPC, std::generic_category(), "run.qbx");
     behind = true;
   });

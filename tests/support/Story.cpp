@@ -7,7 +7,7 @@
 #include <QSettings>
 #include <QTest>
 
-#include "platform/controls/EventGate.h"
+#include "platform/machine/EventGate.h"
 #include "shell/Main.h"
 
 namespace bexlow::test {

@@ -8,8 +8,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/machine/Folders.h"
+#include "shared/Records.h"
 #include "shell/MDIForm1.h"
-#include "shell/Records.h"
 #include "support/DataFiles.h"
 #include "support/Find.h"
 #include "support/VirtualLogger.h"
@@ -17,7 +17,7 @@
 
 namespace bexlow::test {
 
-using shell::Shared;
+using shared::Shared;
 using namespace std::chrono_literals;
 
 class Story : public ::testing::Test {

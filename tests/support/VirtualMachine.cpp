@@ -10,7 +10,7 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/controls/EventGate.h"
+#include "platform/machine/EventGate.h"
 #include "support/VirtualLogger.h"
 
 namespace bexlow::test {

@@ -13,8 +13,6 @@
 #include <iostream>
 #include <stdexcept>
 
-#include "live/Conversions.h"
-#include "live/NumberText.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
 #include "rig/RecordedStandIn.h"
@@ -22,6 +20,8 @@
 #include "shell/Main.h"
 #include "support/DataFiles.h"
 #include "tour/Robot.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
 
 namespace bexlow::tour {
 namespace {
@@ -115,8 +115,8 @@ class Tour {
   void WatchAngles() {
     robot_.Do({"Display > Angles"});
     SaveAndCompare("angles", [](const std::vector<int>& sent) {
-      return live::NumberText(live::SampleWordToAngle(sent.at(0), 180)) + "," +
-             live::NumberText(live::SampleWordToAngle(sent.at(1), 90));
+      return values::NumberText(values::SampleWordToAngle(sent.at(0), 180)) + "," +
+             values::NumberText(values::SampleWordToAngle(sent.at(1), 90));
     });
     robot_.Do({"Data > Sample", "rest: 300", "press: Untare X", "press: Tare X"});
     robot_.WaitUntil("a stored X tare", [&] { return standIn_.Eeprom()[14] + standIn_.Eeprom()[15] != 0; });

@@ -2,7 +2,7 @@
 
 #include <system_error>
 
-#include "platform/controls/EventGate.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 
 namespace bexlow::platform {

@@ -10,7 +10,7 @@
 
 #include <utility>
 
-#include "platform/controls/EventGate.h"
+#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 

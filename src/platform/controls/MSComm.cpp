@@ -4,8 +4,8 @@
 #include <system_error>
 #include <utility>
 
-#include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
+#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 

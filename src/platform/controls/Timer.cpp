@@ -1,7 +1,7 @@
 #include "platform/controls/Timer.h"
 
-#include "platform/controls/EventGate.h"
 #include "platform/controls/Form.h"
+#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 

@@ -9,7 +9,6 @@
 #include <algorithm>
 
 #include "platform/controls/Colours.h"
-#include "platform/controls/EventGate.h"
 #include "platform/graph/CWGraphCursors.h"
 #include "platform/graph/CWGraphCurve.h"
 #include "platform/graph/CWGraphInteraction.h"
@@ -18,6 +17,7 @@
 #include "platform/graph/CWGraphOverlay.h"
 #include "platform/graph/CWGraphReadOut.h"
 #include "platform/graph/CWGraphView.h"
+#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 

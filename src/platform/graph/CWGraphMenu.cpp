@@ -9,9 +9,9 @@
 #include <qcustomplot.h>
 
 #include "platform/controls/Colours.h"
-#include "platform/controls/EventGate.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/graph/CWGraphExport.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/Folders.h"
 #include "platform/machine/Machine.h"
 

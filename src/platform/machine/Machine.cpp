@@ -2,7 +2,7 @@
 
 #include <cassert>
 
-#include "platform/controls/EventGate.h"
+#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 

@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "platform/controls/EventGate.h"
+#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 

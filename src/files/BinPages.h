@@ -1,0 +1,42 @@
+// The pairs of bin pages in a data file, and their bins spread over whole degrees.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace bexlow::files {
+
+inline constexpr std::size_t BinCount = 132;
+using BinPoints = std::array<double, BinCount>;
+
+enum class PairResult {
+  Found,
+  NoPage,    ///< no record has the page number
+  NoPartner  ///< no line follows the record
+};
+
+struct BinPair {
+  PairResult result = PairResult::NoPage;
+  BinPoints XPoints{};  ///< counts of the X page
+  BinPoints YPoints{};  ///< counts of the next line, whatever its number
+};
+
+/// Finds the pair that begins at a page.
+/// @throws std::system_error for a record of fewer than 132 fields or a field that is no number
+BinPair FindPair(std::string_view text, int page);
+
+/// Counts over whole degrees; places without a bin are 0.
+struct DegreeArrays {
+  std::array<double, 361> XDegrees{};  ///< index 0 stands for -180 degrees
+  std::array<double, 181> YDegrees{};  ///< index 0 stands for -90 degrees
+};
+
+/// The degree of a bin: degrees / 132 * bin - (degrees - 1) / 2, with an exact half to the even degree.
+/// @param degrees  places on the axis: 361 for X, 181 for Y
+int DegreeOfBin(std::size_t bin, int degrees);
+
+/// Puts each count at the degree of its bin.
+DegreeArrays SpreadOverDegrees(const BinPoints& XPoints, const BinPoints& YPoints);
+
+}  // namespace bexlow::files

@@ -1,0 +1,18 @@
+// What the header of a download says about its run.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bexlow::files {
+
+struct RunFacts {
+  std::string launch;               ///< month, day, year and time as in the file; empty if it has none
+  std::optional<double> frequency;  ///< samples a second of a Linear run
+};
+
+/// Of a "Download Pages" file; empty for other kinds. A frequency of 0 or less is ignored.
+RunFacts ReadRunFacts(std::string_view text);
+
+}  // namespace bexlow::files

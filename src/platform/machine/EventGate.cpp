@@ -1,0 +1,80 @@
+#include "platform/machine/EventGate.h"
+
+#include <QApplication>
+#include <QMetaObject>
+#include <QScopeGuard>
+#include <QWidget>
+
+#include <algorithm>
+
+namespace bexlow::platform {
+
+EventGate& EventGate::Get() {
+  static EventGate gate;
+  return gate;
+}
+
+void EventGate::Offer(const void* source, std::function<void()> deliver) {
+  if (std::ranges::any_of(queue_, [&](const Waiting& waiting) { return waiting.source == source; })) return;
+  queue_.push_back({source, std::move(deliver)});
+  Wake();
+}
+
+void EventGate::CollectAndDeliver(const std::function<void()>& collect) {
+  {
+    const auto end = qScopeGuard([this] {  // also if `collect` throws
+      collecting_ = false;
+      Wake();
+    });
+    collecting_ = true;
+    collect();
+  }
+  DeliverOne();
+}
+
+void EventGate::Withdraw(const void* source) {
+  std::erase_if(queue_, [&](const Waiting& waiting) { return waiting.source == source; });
+}
+
+bool EventGate::Click(const QWidget* where, const std::function<void()>& action) {
+  if (Held()) return false;
+  const QWidget* modal = QApplication::activeModalWidget();
+  if (modal != nullptr && where != nullptr && where->window() != modal) return false;
+  const Hold hold;
+  action();
+  return true;
+}
+
+bool EventGate::DeliverOne() {
+  if (Held() || queue_.empty()) return false;
+  const auto deliver = std::move(queue_.front().deliver);
+  queue_.pop_front();
+  const Hold hold;
+  deliver();
+  return true;
+}
+
+// Each posted event delivers one item, so that painting and input run between two deliveries.
+void EventGate::Wake() {
+  if (woken_ || collecting_ || Held() || queue_.empty()) return;
+  woken_ = true;
+  QMetaObject::invokeMethod(
+      qApp,
+      [this] {
+        woken_ = false;
+        DeliverOne();
+        Wake();
+      },
+      Qt::QueuedConnection);
+}
+
+EventGate::Hold::Hold() {
+  ++Get().depth_;
+}
+
+EventGate::Hold::~Hold() {
+  --Get().depth_;
+  Get().Wake();
+}
+
+}  // namespace bexlow::platform

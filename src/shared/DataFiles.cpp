@@ -1,0 +1,70 @@
+#include "shared/DataFiles.h"
+
+#include <filesystem>
+#include <system_error>
+
+#include "platform/machine/Folders.h"
+#include "platform/machine/TextFile.h"
+#include "shared/ErrorHandler.h"
+#include "shared/Records.h"
+
+namespace bexlow::shared {
+
+using files::DataFileKind;
+
+namespace {
+
+std::string HeaderOf(DataFileKind kind) {
+  const auto& parameters = Shared.OnBoardParameters;
+  return files::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
+                               parameters.BinLinearMode, parameters.LinearChannels);
+}
+
+// A file that was moved or deleted meanwhile begins again with its header, so that the records can be read.
+bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& record) {
+  return GuardedIn("General", procedure, [&] {
+    std::error_code unknown;
+    const bool begins = !std::filesystem::exists(Shared.DataFileName, unknown) && !unknown;
+    platform::Append(Shared.DataFileName, begins ? HeaderOf(kind) + record : record);
+  });
+}
+
+}  // namespace
+
+std::string WriteDataFileHeader(platform::CommonDialog& dialog, DataFileKind kind) {
+  dialog.CancelError = true;
+  dialog.Flags = platform::OverwritePrompt;
+  dialog.Filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx";
+  dialog.FilterIndex = 3;
+  dialog.InitDir = platform::DataFilesFolder().string();
+  try {
+    dialog.ShowSave();
+  } catch (const std::system_error&) {
+    return {};  // cancelled: callers look at the dialog's FileName
+  }
+  try {
+    platform::WriteWhole(dialog.FileName, HeaderOf(kind));
+  } catch (const std::system_error& error) {
+    Shared.DataFileName.clear();
+    return std::string("The data file cannot be created!\r\n") + error.what();
+  }
+  Shared.DataFileName = dialog.FileName;
+  return {};
+}
+
+bool WriteDownloadPagesToFile(std::int32_t page) {
+  return AppendRecord("WriteDownloadPagesToFile", DataFileKind::DownloadPages,
+                      files::PageRecord(page, Shared.PageDataText));
+}
+
+bool WriteAccelerometersToFile(const std::string& time) {
+  return AppendRecord("WriteAccelerometersToFile", DataFileKind::Accelerometers,
+                      files::AccelerometersRecord(Shared.LiveSample, time));
+}
+
+bool WriteAnglesToFile(const std::string& time) {
+  return AppendRecord("WriteAnglesToFile", DataFileKind::Angles,
+                      files::AnglesRecord(Shared.LiveSample, time));
+}
+
+}  // namespace bexlow::shared

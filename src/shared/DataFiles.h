@@ -1,0 +1,22 @@
+// Module General: the writers of data files. A file is opened, written and closed for each record.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "files/DataFile.h"
+#include "platform/controls/CommonDialog.h"
+
+namespace bexlow::shared {
+
+/// Asks for a file with the screen's save dialog and creates it with its header; its path goes into
+/// DataFileName. A cancelled dialog or a file that cannot be created ends it without a message.
+/// @return why the file cannot be created, in words; DataFileName is empty then. Otherwise an empty text.
+std::string WriteDataFileHeader(platform::CommonDialog& dialog, files::DataFileKind kind);
+
+/// Append one record to DataFileName. A failure is reported, and that record is lost: false.
+bool WriteDownloadPagesToFile(std::int32_t page);
+bool WriteAccelerometersToFile(const std::string& time);
+bool WriteAnglesToFile(const std::string& time);
+
+}  // namespace bexlow::shared

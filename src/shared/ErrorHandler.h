@@ -1,0 +1,33 @@
+// The one place where failures end: a record in the error log and a box that asks whether to go on.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace bexlow::platform {
+class Form;
+}
+
+namespace bexlow::shared {
+
+/// Logs a failure and asks: Retry returns, Cancel ends the program. Nothing is repeated.
+/// @param number       the system's error number
+/// @param source       the procedure that failed
+/// @param screen       where it failed
+/// @param description  the system's words
+void SimpleErrorHandler(int number, const std::string& source, const std::string& screen,
+                        const std::string& description);
+
+/// Runs a procedure of a screen: holds all other events meanwhile and reports a failure once, under the name
+/// of the screen then in front.
+/// @param beforeReport  what must be put right before the user is told
+void Guarded(const platform::Form& form, const char* procedure, const std::function<void()>& body,
+             const std::function<void()>& beforeReport = {});
+
+/// The same for the routines of a module, or for a screen given by name. False after a failure.
+bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body);
+
+/// Shows a screen's own message about a failure; its first line stays in the status line.
+void TellFailure(const std::string& text);
+
+}  // namespace bexlow::shared

@@ -1,0 +1,202 @@
+#include "values/NumberText.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <iterator>
+#include <limits>
+#include <system_error>
+
+#include "values/Conversions.h"
+
+namespace bexlow::values {
+
+namespace {
+
+constexpr int SignificantDigits = 15;
+
+bool IsDigit(char c) {
+  return c >= '0' && c <= '9';
+}
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t';
+}
+
+std::string_view WithoutLeadingBlanks(std::string_view text) {
+  const auto first = std::find_if_not(text.begin(), text.end(), IsBlank);
+  return text.substr(static_cast<std::size_t>(first - text.begin()));
+}
+
+/// The digits of a value without trailing zeros, and how many of them stand before the point.
+struct Digits {
+  std::string digits;
+  int pointAt = 0;
+};
+
+Digits DigitsOf(double size) {
+  char buffer[32];
+  const auto scientific = std::chars_format::scientific;
+  const char* const end =
+      std::to_chars(buffer, std::end(buffer), size, scientific, SignificantDigits - 1).ptr;
+  const char* const mark = std::find(static_cast<const char*>(buffer), end, 'e');
+  int exponent = 0;
+  std::from_chars(mark[1] == '+' ? mark + 2 : mark + 1, end, exponent);
+  std::string digits(1, buffer[0]);
+  digits.append(buffer + 2, static_cast<std::size_t>(mark - buffer - 2));
+  digits.erase(digits.find_last_not_of('0') + 1);
+  return {digits, exponent + 1};
+}
+
+std::string TextOf(double value, std::string_view zeroBeforePoint) {
+  if (!std::isfinite(value)) {
+    throw std::system_error(std::make_error_code(std::errc::argument_out_of_domain), "Not a finite number");
+  }
+  if (value == 0) return "0";
+  auto [digits, pointAt] = DigitsOf(std::fabs(value));
+  std::string text = value < 0 ? "-" : "";
+  if (pointAt <= 0) {
+    return text.append(zeroBeforePoint).append(".").append(static_cast<std::size_t>(-pointAt), '0') + digits;
+  }
+  const auto whole = static_cast<std::size_t>(pointAt);
+  if (digits.size() <= whole) return text + digits.append(whole - digits.size(), '0');
+  return text + digits.insert(whole, ".");
+}
+
+/// A leading number and how much of the text it takes.
+struct Scanned {
+  double value = 0;
+  std::size_t length = 0;  ///< with its sign; 0 for none
+  bool tooLarge = false;
+};
+
+std::size_t DigitRun(std::string_view text, std::size_t from) {
+  std::size_t at = from;
+  while (at < text.size() && IsDigit(text[at])) ++at;
+  return at - from;
+}
+
+/// Length of an exponent at a place, 0 where no digits follow its letter.
+std::size_t ExponentLength(std::string_view text, std::size_t from) {
+  if (from >= text.size() || (text[from] != 'e' && text[from] != 'E')) return 0;
+  std::size_t at = from + 1;
+  if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
+  const std::size_t digits = DigitRun(text, at);
+  return digits == 0 ? 0 : at + digits - from;
+}
+
+/// Whether a number that from_chars calls out of range is too large, not too close to 0.
+bool IsAboveOne(std::string_view mantissa, std::string_view exponent) {
+  const auto point = static_cast<double>(std::min(mantissa.find('.'), mantissa.size()));
+  const auto lead = static_cast<double>(mantissa.find_first_of("123456789"));
+  if (exponent.empty()) return lead < point;
+  exponent.remove_prefix(exponent.starts_with("e+") || exponent.starts_with("E+") ? 2 : 1);
+  std::int64_t power = 0;
+  const auto read = std::from_chars(exponent.data(), exponent.data() + exponent.size(), power);
+  if (read.ec != std::errc()) return exponent[0] != '-';
+  return point - lead + static_cast<double>(power) > 0;
+}
+
+Scanned Scan(std::string_view text) {
+  const bool negative = text.starts_with('-');
+  const std::size_t begin = negative || text.starts_with('+') ? 1 : 0;
+  const std::size_t whole = DigitRun(text, begin);
+  std::size_t end = begin + whole;
+  if (end < text.size() && text[end] == '.') {
+    const std::size_t fraction = DigitRun(text, end + 1);
+    if (whole + fraction == 0) return {};
+    end += 1 + fraction;
+  } else if (whole == 0) {
+    return {};
+  }
+  const std::size_t exponent = ExponentLength(text, end);
+  Scanned scanned{0, end + exponent, false};
+  const auto read = std::from_chars(text.data() + begin, text.data() + scanned.length, scanned.value);
+  if (read.ec == std::errc::result_out_of_range) {
+    scanned.tooLarge = IsAboveOne(text.substr(begin, end - begin), text.substr(end, exponent));
+    scanned.value = scanned.tooLarge ? std::numeric_limits<double>::max() : 0;
+  }
+  if (negative) scanned.value = -scanned.value;
+  return scanned;
+}
+
+/// Whether the digits after the point round the number before it up; nothing if they are not all digits.
+std::optional<bool> RoundsUp(bool odd, std::string_view fraction) {
+  bool more = false;
+  for (std::size_t i = 0; i < fraction.size(); ++i) {
+    if (!IsDigit(fraction[i])) return std::nullopt;
+    more = more || (i > 0 && fraction[i] != '0');
+  }
+  if (fraction.empty() || fraction[0] != '5') return !fraction.empty() && fraction[0] > '5';
+  return more || odd;
+}
+
+/// Rounds a field of the form [-]digits[.digits], as nearly all are; nothing for other fields.
+std::optional<std::int64_t> ReadPlain(std::string_view field) {
+  if (field.empty() || field.size() > SignificantDigits) return std::nullopt;
+  const bool negative = field[0] == '-';
+  const std::size_t begin = negative ? 1 : 0;
+  std::size_t at = begin;
+  std::int64_t whole = 0;
+  for (; at < field.size() && IsDigit(field[at]); ++at) whole = whole * 10 + (field[at] - '0');
+  if (at < field.size()) {
+    if (field[at] != '.' || field.size() - begin < 2) return std::nullopt;
+    const auto up = RoundsUp(whole % 2 != 0, field.substr(at + 1));
+    if (!up) return std::nullopt;
+    whole += *up ? 1 : 0;
+  } else if (at == begin) {
+    return std::nullopt;
+  }
+  return negative ? -whole : whole;
+}
+
+template <class Number>
+std::optional<std::int16_t> Fits(Number whole) {
+  if (whole < -32768 || whole > 32767) return std::nullopt;
+  return static_cast<std::int16_t>(whole);
+}
+
+}  // namespace
+
+std::string NumberText(double value) {
+  return TextOf(value, "");
+}
+
+std::string PlainNumberText(double value) {
+  return TextOf(value, "0");
+}
+
+double LeadingNumber(std::string_view text) {
+  return Scan(WithoutLeadingBlanks(text)).value;
+}
+
+std::optional<double> WholeNumber(std::string_view text) {
+  const std::string_view number = WithoutLeadingBlanks(text);
+  const Scanned scanned = Scan(number);
+  if (scanned.length == 0 || scanned.tooLarge) return std::nullopt;
+  if (!WithoutLeadingBlanks(number.substr(scanned.length)).empty()) return std::nullopt;
+  return scanned.value;
+}
+
+std::optional<std::int16_t> FieldToInt16(std::string_view field) {
+  if (const auto plain = ReadPlain(field)) return Fits(*plain);
+  return Fits(RoundHalfEven(LeadingNumber(field)));
+}
+
+std::string CountText(std::int64_t count) {
+  std::string text = std::to_string(count);
+  for (auto at = static_cast<int>(text.size()) - 3; at > 0; at -= 3)
+    text.insert(static_cast<std::size_t>(at), ",");
+  return text;
+}
+
+std::string DurationText(double seconds) {
+  const auto whole = static_cast<std::int64_t>(std::ceil(seconds));
+  const auto pair = [](std::int64_t one, const char* unit, std::int64_t other, const char* smaller) {
+    return std::to_string(one) + unit + std::to_string(other) + smaller;
+  };
+  if (whole < 60) return std::to_string(whole) + " s";
+  if (whole < 3600) return pair(whole / 60, " min ", whole % 60, " s");
+  return pair(whole / 3600, " h ", whole % 3600 / 60, " min");
+}
+
+}  // namespace bexlow::values

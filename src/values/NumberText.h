@@ -1,0 +1,37 @@
+// The one writer and the one reader of numbers as text.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace bexlow::values {
+
+/// A number as data files and datagrams hold it: at most 15 significant digits, no exponent, no trailing
+/// zeros, a point, and no zero before the point: 12.3, -.5, 0.
+/// @throws std::system_error argument_out_of_domain for NaN and infinities
+std::string NumberText(double value);
+
+/// The same digits with the zero before the point, as text boxes show them: 0.5.
+std::string PlainNumberText(double value);
+
+/// A count with commas between thousands: 1,234.
+std::string CountText(std::int64_t count);
+
+/// A time in whole seconds, rounded up: 17 s, 5 min 12 s, 1 h 2 min.
+std::string DurationText(double seconds);
+
+/// The longest leading number of a text, 0 where there is none. Blanks and tabs may lead; then a sign,
+/// digits, one point, and an exponent where digits follow it. Never hexadecimal, inf or nan. Too large a
+/// number gives the largest finite one of its sign.
+double LeadingNumber(std::string_view text);
+
+/// The number that the whole text is, blanks around it apart; nothing where the text is none or is too large.
+std::optional<double> WholeNumber(std::string_view text);
+
+/// The leading number as a signed 16-bit whole number, an exact half to the even one; nothing where it does
+/// not fit. Quick for plain fields.
+std::optional<std::int16_t> FieldToInt16(std::string_view field);
+
+}  // namespace bexlow::values
