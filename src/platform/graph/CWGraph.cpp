@@ -7,6 +7,7 @@
 #include <qcustomplot.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/controls/Colours.h"
 #include "platform/graph/CWGraphCursors.h"
@@ -202,6 +203,28 @@ void CWGraph::FitToSize() {
   };
   fitTicks(*plot_->xAxis, plot_->width() / words.horizontalAdvance(QStringLiteral("-1000000")));
   fitTicks(*plot_->yAxis, room / (2 * words.height()));
+}
+
+void CWGraph::SetSampleTimes(std::optional<SampleTimes> times) {
+  times_ = std::move(times);
+  SetSampleRate(times_ ? std::optional(times_->rate) : std::nullopt);
+}
+
+void CWGraph::SetCrossing(std::optional<double> degrees) {
+  crossing_ = degrees;
+  DrawSoon();
+}
+
+// An edge that differs from a sample by the rounding of doubles shows it.
+std::optional<std::pair<std::size_t, std::size_t>> CWGraph::DrawnSamples() const {
+  constexpr double Rounding = 1e-6;
+  const auto drawn = plot_->xAxis->range();
+  const auto index = [this](double x) { return (x - series_.X(0)) / series_.StepX(); };
+  const double first = std::max(0.0, std::ceil(index(drawn.lower) - Rounding));
+  const double last =
+      std::min(static_cast<double>(series_.Size()) - 1, std::floor(index(drawn.upper) + Rounding));
+  if (first > last) return std::nullopt;
+  return std::pair{static_cast<std::size_t>(first), static_cast<std::size_t>(last)};
 }
 
 void CWGraph::SetSampleRate(std::optional<double> rate) {

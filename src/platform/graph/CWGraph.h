@@ -35,6 +35,13 @@ class CWGraphView;
 /// Bin: separate counts over degrees. Linear: a run of samples.
 using PlotStyle = CWGraphSeries::Style;
 
+/// When the samples of a run were taken, in seconds since its launch. A page that is missing is a jump.
+struct SampleTimes {
+  double rate = 1;  // samples a second
+  std::function<double(double sample)> secondsAt;
+  std::function<double(double seconds)> sampleAt;
+};
+
 class CWGraph : public QWidget, public DescribedChart {
   Q_OBJECT
 
@@ -81,8 +88,9 @@ class CWGraph : public QWidget, public DescribedChart {
   /// Switches the coupling, for both; it is on after LinkXAxis.
   void SetXLinkActive(bool active);
 
-  /// Samples a second of the series, where they are known: the read-out tells times, and the user may have
-  /// them on the x axis.
+  /// When the samples of the series were taken, where it is known: the read-out tells times, and the user
+  /// may have them on the x axis.
+  void SetSampleTimes(std::optional<SampleTimes> times);
   void SetSampleRate(std::optional<double> rate);
   /// Times in place of samples on the x axis, also of the linked graph; only where the rate is known.
   void ShowTime(bool time);
@@ -90,6 +98,10 @@ class CWGraph : public QWidget, public DescribedChart {
   /// A level line that the user drags up and down; std::nullopt removes it.
   void SetLimit(std::optional<double> value);
   std::optional<double> Limit() const;
+  /// Two neighbouring samples further apart than this are not joined by a line; std::nullopt joins all.
+  void SetCrossing(std::optional<double> degrees);
+  /// First and last index of the samples whose points lie in the plot now; nothing where there are none.
+  std::optional<std::pair<std::size_t, std::size_t>> DrawnSamples() const;
   /// A line of text over the plot; an empty text removes it.
   void SetNumbers(const QString& words);
   /// The series on show.
@@ -199,6 +211,8 @@ class CWGraph : public QWidget, public DescribedChart {
   std::unique_ptr<CWGraphReadOut> readOut_;
   std::unique_ptr<CWGraphLimit> limit_;
   CWGraphInteraction* interaction_ = nullptr;
+  std::optional<SampleTimes> times_;
+  std::optional<double> crossing_;
   std::optional<double> rate_;
   bool timeShown_ = false;
   std::optional<std::pair<CWGraphRange, std::optional<double>>> told_;  // view and limit of the last Moved
