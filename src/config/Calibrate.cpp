@@ -9,10 +9,10 @@
 #include "link/Communications.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
+#include "shared/Chords.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
-#include "shell/Chords.h"
 
 namespace bexlow::config {
 
@@ -55,7 +55,7 @@ void Calibrate::BuildMenu() {
         chain_.Toggle(
             *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
       },
-      shell::SampleKey);
+      shared::SampleKey);
   mnuWrite = AddEntry(menu, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
   mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
   AddSeparator(menu, "mnuSep");

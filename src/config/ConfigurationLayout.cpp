@@ -14,7 +14,7 @@
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
-#include "shell/Chords.h"
+#include "shared/Chords.h"
 #include "values/NumberText.h"
 
 namespace bexlow::config {
@@ -69,7 +69,7 @@ Configuration::Configuration()
   BuildMenus();
   BuildBody();
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
-  AddChord(shell::ServiceChord, [this] { ToggleHidden(); });
+  AddChord(shared::ServiceChord, [this] { ToggleHidden(); });
   OnCloseRequest = [this] { Unload(); };
   OnActivity = [this] { return Activity(); };
   StartWith([this] {

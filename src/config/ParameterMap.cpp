@@ -120,7 +120,7 @@ double Decode(Form form, std::span<const std::uint8_t> bytes) {
   if (form == Form::None) return 0;
   if (bytes.empty()) Throw(std::errc::invalid_argument, "No cell to convert");
   if (form == Form::U8) return bytes[0];
-  const double word = link::Word(bytes, 0);
+  const double word = values::Word(bytes, 0);
   if (form == Form::U16) return word;
   return values::UnsignedToSigned16(word) / 32767 * FullScale(form);
 }

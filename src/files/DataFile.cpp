@@ -1,6 +1,6 @@
 #include "files/DataFile.h"
 
-#include "link/Protocol.h"
+#include "values/Conversions.h"
 #include "values/NumberText.h"
 
 namespace bexlow::files {
@@ -24,7 +24,7 @@ std::string AxesText(std::span<const std::uint8_t> bytes, std::size_t index, std
   std::string text;
   for (const char axis : axes) {
     if (!text.empty()) text += ' ';
-    text.append(1, axis).append("=").append(NumberText(link::Word(bytes, index)));
+    text.append(1, axis).append("=").append(NumberText(values::Word(bytes, index)));
     index += 2;
   }
   return text;
@@ -85,14 +85,14 @@ std::string AnglesRecord(const values::LiveSample& sample, std::string_view time
 }
 
 void FillFirmware(std::span<const std::uint8_t> reply, DownloadHeader& header) {
-  header.FirmwareVersionText = PlainNumberText(link::Word(reply, 0) / 1000);
-  header.SamplingFrequencyText = PlainNumberText(link::Word(reply, 2) / 10);
+  header.FirmwareVersionText = PlainNumberText(values::Word(reply, 0) / 1000);
+  header.SamplingFrequencyText = PlainNumberText(values::Word(reply, 2) / 10);
 }
 
 void FillHeader1(std::span<const std::uint8_t> reply, DownloadHeader& header) {
-  header.SerialNumber = link::Word(reply, 0);  // byte 2 is the update rate, which no header line contains
-  header.LaunchTimeText = LaunchTimeText(reply[9], reply[3], static_cast<int>(link::Word(reply, 4)), reply[6],
-                                         reply[7], reply[8]);
+  header.SerialNumber = values::Word(reply, 0);  // byte 2 is the update rate, which no header line contains
+  header.LaunchTimeText = LaunchTimeText(reply[9], reply[3], static_cast<int>(values::Word(reply, 4)),
+                                         reply[6], reply[7], reply[8]);
 }
 
 void FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header) {

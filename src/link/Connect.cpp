@@ -161,8 +161,8 @@ bool Connect::RetrieveOnBoardParameters() {
     const auto reply = ReadBlock(MSCommTare, *this, TareBlock());
     if (!reply) return false;
     auto& parameters = Shared.OnBoardParameters;
-    parameters.XTare = values::SampleWordToAngle(Word(*reply, 0), 180);
-    parameters.YTare = values::SampleWordToAngle(Word(*reply, 2), 90);
+    parameters.XTare = values::SampleWordToAngle(values::Word(*reply, 0), 180);
+    parameters.YTare = values::SampleWordToAngle(values::Word(*reply, 2), 90);
     parameters.UpdateTimeIncrement = (*reply)[4];
     return true;
   } catch (const std::exception&) {

@@ -5,6 +5,8 @@
 #include <iterator>
 #include <system_error>
 
+#include "values/Conversions.h"
+
 namespace bexlow::link {
 
 namespace {
@@ -65,12 +67,6 @@ Request DownloadPage(int page) {
   return MakeRequest(CommandName::DownloadPage, std::array{HighByte(page), LowByte(page)});
 }
 
-double Word(std::span<const std::uint8_t> bytes, std::size_t index) {
-  if (bytes.size() < 2 || index > bytes.size() - 2)
-    Throw(std::errc::invalid_argument, "Reply ends before a word");
-  return 256.0 * bytes[index] + bytes[index + 1];
-}
-
 Block TareBlock() {
   return EepromBlock(0, 250, {{14, 17}, {30, 30}});
 }
@@ -91,7 +87,7 @@ Block FirmwareBlock() {
 
 std::optional<AnglePair> AngleWords(std::span<const std::uint8_t> reply) {
   if (reply.size() != CommandOf(CommandName::SampleAngles).reply) return std::nullopt;
-  return AnglePair{Word(reply, 0), Word(reply, 2)};
+  return AnglePair{values::Word(reply, 0), values::Word(reply, 2)};
 }
 
 std::optional<AxisReadings> AccelerometerReadings(std::span<const std::uint8_t> reply) {
@@ -99,7 +95,7 @@ std::optional<AxisReadings> AccelerometerReadings(std::span<const std::uint8_t> 
   for (std::size_t high = 0; high < reply.size(); high += 2) {
     if (reply[high] >= 0x80) Throw(std::errc::result_out_of_range, "Accelerometer reading above 32767");
   }
-  return AxisReadings{Word(reply, 0), Word(reply, 2), Word(reply, 4)};
+  return AxisReadings{values::Word(reply, 0), values::Word(reply, 2), values::Word(reply, 4)};
 }
 
 }  // namespace bexlow::link

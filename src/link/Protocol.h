@@ -87,10 +87,6 @@ constexpr int LowByte(int value) {
   return value & 255;
 }
 
-/// The unsigned word at an index, high byte first: 256 * bytes[index] + bytes[index + 1].
-/// @throws std::system_error invalid_argument if the bytes end before it
-double Word(std::span<const std::uint8_t> bytes, std::size_t index);
-
 /// Several requests whose replies collect in the receive buffer and are taken by one Input.
 struct Block {
   int leadPauseMs = 0;            ///< between the flush and the first request

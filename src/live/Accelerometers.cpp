@@ -11,12 +11,12 @@
 #include "live/AxisRows.h"
 #include "platform/instruments/CWSlide.h"
 #include "platform/machine/Machine.h"
+#include "shared/Chords.h"
 #include "shared/DataFiles.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
-#include "shell/Chords.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 
@@ -51,7 +51,7 @@ Accelerometers::Accelerometers() : RecordingScreen(Kind) {
     axis.dacSlide->Value(dac);
     axis.dacText->setText(shared::Shown(dac));
   }
-  AddChord(shell::ServiceChord, [this] { ToggleDacPanel(); });
+  AddChord(shared::ServiceChord, [this] { ToggleDacPanel(); });
 }
 
 void Accelerometers::LinkSlideAndText(const Axis& axis) {

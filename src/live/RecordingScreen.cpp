@@ -6,10 +6,10 @@
 
 #include "link/Communications.h"
 #include "platform/machine/Machine.h"
+#include "shared/Chords.h"
 #include "shared/DataFiles.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"
-#include "shell/Chords.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 
@@ -52,7 +52,7 @@ void RecordingScreen::BuildMenu() {
         chain_.Toggle(
             *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
       },
-      shell::SampleKey);
+      shared::SampleKey);
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }

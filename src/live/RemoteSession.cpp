@@ -19,10 +19,10 @@
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/HostName.h"
 #include "platform/machine/Machine.h"
+#include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
-#include "shell/Chords.h"
 #include "values/NumberText.h"
 
 namespace bexlow::live {
@@ -72,7 +72,7 @@ void RemoteSession::BuildMenu() {
         chain_.Toggle(
             *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
       },
-      shell::SampleKey);
+      shared::SampleKey);
   AddSeparator(menu, "mnuSep");
   AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
 }

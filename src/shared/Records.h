@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 
-#include "config/ParameterMap.h"
 #include "files/DataFile.h"
 #include "values/LiveSample.h"
+#include "values/OnBoardParameters.h"
 
 namespace bexlow::shared {
 

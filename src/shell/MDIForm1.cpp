@@ -14,10 +14,10 @@
 #include "platform/machine/ProgramVersion.h"
 #include "platform/machine/RunningCopy.h"
 #include "platform/machine/Settings.h"
+#include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/Records.h"
-#include "shell/Chords.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 
@@ -58,7 +58,7 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   connect(tabs_, &QTabWidget::tabCloseRequested, this, &MDIForm1::AskToClose);
   auto* close = new QShortcut(QKeySequence::Close, this);
   connect(close, &QShortcut::activated, this, [this] { AskToClose(tabs_->currentIndex()); });
-  auto* manual = new QShortcut(ManualKey, this);
+  auto* manual = new QShortcut(shared::ManualKey, this);
   manual->setAutoRepeat(false);
   connect(manual, &QShortcut::activated, this,
           [this] { platform::EventGate::Get().Click(this, [this] { ShowManual(); }); });

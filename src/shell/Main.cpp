@@ -23,9 +23,9 @@
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "review/GraphBP.h"
+#include "shared/Chords.h"
 #include "shared/Records.h"
 #include "shell/About.h"
-#include "shell/Chords.h"
 #include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
 #include "values/NumberText.h"
@@ -53,8 +53,8 @@ Main::Main(MDIForm1& outer)
   BuildBody();
   LoggerReached(false);
   outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };
-  AddChord(ServiceChord, [this] { mnuRemote->setVisible(!mnuRemote->isVisible()); });
-  AddChord(DisplayChord, [this] { ToggleDisplay(); });
+  AddChord(shared::ServiceChord, [this] { mnuRemote->setVisible(!mnuRemote->isVisible()); });
+  AddChord(shared::DisplayChord, [this] { ToggleDisplay(); });
 }
 
 void Main::BuildFileMenu() {

@@ -43,6 +43,12 @@ double RoundToDecimals(double value, int decimals) {
   return std::isfinite(scaled) ? RoundHalfEven(scaled) / scale : value;
 }
 
+double Word(std::span<const std::uint8_t> bytes, std::size_t index) {
+  if (bytes.size() < 2 || index > bytes.size() - 2)
+    throw std::system_error(std::make_error_code(std::errc::invalid_argument), "Reply ends before a word");
+  return 256.0 * bytes[index] + bytes[index + 1];
+}
+
 double UnsignedToSigned16(double value) {
   return value > FullScaleCounts ? value - WordCount : value;
 }

@@ -1,11 +1,17 @@
 // Conversions between the logger's words and degrees. Full scale is 32767 counts, not 32768.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 
 #include "values/LiveSample.h"
 
 namespace bexlow::values {
+
+/// The unsigned word at an index, high byte first: 256 * bytes[index] + bytes[index + 1].
+/// @throws std::system_error invalid_argument if the bytes end before it
+double Word(std::span<const std::uint8_t> bytes, std::size_t index);
 
 /// Nearest whole number, an exact half to the even neighbour; never -0.
 double RoundHalfEven(double value);
