@@ -27,6 +27,13 @@ CWGraph* MakeGraph(const char* name, const QString& caption, QVBoxLayout* column
   return graph;
 }
 
+// Of a run without missing pages.
+std::optional<platform::SampleTimes> TimesAt(std::optional<double> rate) {
+  if (!rate) return std::nullopt;
+  return platform::SampleTimes{*rate, [rate](double sample) { return sample / *rate; },
+                               [rate](double seconds) { return seconds * *rate; }};
+}
+
 }  // namespace
 
 GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
@@ -72,7 +79,7 @@ void GraphPair::TellFile(const std::string& path, const files::RunFacts& facts) 
   if (!facts.launch.empty()) heading_ += tr(", launched %1").arg(QString::fromStdString(facts.launch));
   for (auto* graph : {CWGraph1, CWGraph2}) {
     graph->SetHeading(heading_, QString::fromStdString(file.stem().string()));
-    graph->SetSampleRate(facts.frequency);
+    graph->SetSampleTimes(TimesAt(facts.frequency));
   }
 }
 

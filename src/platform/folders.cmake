@@ -7,10 +7,8 @@ set(BEXLOW_PLATFORM_MACHINE
 # What screens are made of.
 set(BEXLOW_PLATFORM_CONTROLS
   Colours CommonDialog Controls CWNumEdit FocusKeeper Form FramePace MSComm Timer Winsock)
-# The graph control and its helpers, on the plot library.
-set(BEXLOW_PLATFORM_GRAPH
-  CWGraph CWGraphAccess CWGraphCursors CWGraphCurve CWGraphExport CWGraphInteraction CWGraphLimit CWGraphLook CWGraphOverlay
-  CWGraphPlottable CWGraphReadOut CWGraphSeries CWGraphView)
+# The graph control, on the plot library.
+set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphCurve CWGraphTicks)
 # Dials and upright gauges.
 set(BEXLOW_PLATFORM_INSTRUMENTS CWKnob CWSlide Instrument)
 

@@ -192,10 +192,7 @@ void GraphBP::ShowAllPushes() {
   cmdShowAll->setText("Hide All");
   const int count = static_cast<int>(ButtonPushes.size());
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
-    while (graph->CursorCount() < count) {
-      graph->AddCursor();
-      graph->SetCursorLook(graph->CursorCount());
-    }
+    while (graph->CursorCount() < count) graph->AddCursor();
   }
   for (int i = 0; i < count; ++i) PlaceCursor(i + 1, ButtonPushes[static_cast<std::size_t>(i)]);
 }
@@ -205,7 +202,6 @@ void GraphBP::ShowOnePush() {
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
     graph->RemoveAllCursors();
     graph->AddCursor();
-    graph->SetCursorLook(1);
   }
   PlaceCursor(1, NumberIn(*txtBPValue));
 }

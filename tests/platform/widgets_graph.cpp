@@ -30,7 +30,10 @@ class Graph : public testing::Test {
   }
 
   QCustomPlot& Plot() { return *graph.findChild<QCustomPlot*>(); }
-  QImage Picture() { return Plot().toPixmap(Plot().width(), Plot().height()).toImage(); }
+  QImage Picture() {
+    graph.DrawNow();
+    return Plot().toPixmap(Plot().width(), Plot().height()).toImage();
+  }
   QPoint PixelOf(double x, double y) {
     graph.DrawNow();
     return {static_cast<int>(std::floor(Plot().xAxis->coordToPixel(x))),
@@ -186,10 +189,7 @@ TEST_F(Graph, AsManyCursorsAsSamples) {
   graph.EnableCursors();
   ASSERT_EQ(graph.CursorCount(), 1);
   while (graph.CursorCount() < static_cast<int>(FullRun)) graph.AddCursor();
-  for (int n = 1; n <= graph.CursorCount(); ++n) {
-    graph.SetCursorLook(n);
-    graph.SetCursorPosition(n, n - 1, 0);
-  }
+  for (int n = 1; n <= graph.CursorCount(); ++n) graph.SetCursorPosition(n, n - 1, 0);
   EXPECT_EQ(graph.CursorX(1), 0);
   EXPECT_EQ(graph.CursorX(FullRun), FullRun - 1);
   const auto last = PixelOf(FullRun - 1, 90);
@@ -207,7 +207,6 @@ TEST_F(Graph, CursorsAreRedLinesWithAMarkAndOneIsStressed) {
   graph.SetXAxis(false, 0, 100);
   for (int n = 1; n <= 4; ++n) {
     graph.AddCursor();
-    graph.SetCursorLook(n);
     graph.SetCursorPosition(n, n < 4 ? 25 * n : Nan, 90);
   }
   graph.StressCursor(50);
@@ -237,16 +236,16 @@ TEST_F(Graph, FollowsThePalette) {
   EXPECT_GE(Contrast(ColoursOf(PaperPalette()).text, Qt::white), 4.5);
 }
 
-TEST(GraphTimes, AreWholeSecondsInWordsAndOnTheClock) {
+TEST(GraphTimes, AreToldInWordsAndOnTheClock) {
   for (const auto& [seconds, words, clock] :
-       {std::tuple{0., "0 s", "0:00"}, std::tuple{1238 / 7.5, "2 min 45 s", "2:45"},
-        std::tuple{59.6, "1 min 0 s", "1:00"}, std::tuple{3599.7, "1 h 0 min 0 s", "1:00:00"},
+       {std::tuple{0.44, "0.4 s", "0:00:00"}, std::tuple{1238 / 7.5, "2 min 45 s", "0:02:45"},
+        std::tuple{59.96, "1 min 0 s", "0:01:00"}, std::tuple{3599.7, "1 h 0 min 0 s", "1:00:00"},
         std::tuple{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
     EXPECT_EQ(DurationWords(seconds), words);
     EXPECT_EQ(DurationClock(seconds), clock);
   }
-  EXPECT_EQ(DurationClock(59.97, 1), "1:00.0");
-  EXPECT_EQ(DurationClock(-0.2, 1), "-0:00.2");
+  EXPECT_EQ(DurationClock(59.97, 1), "0:01:00.0");
+  EXPECT_EQ(DurationClock(-0.2, 1), "-0:00:00.2");
 }
 
 TEST_F(Graph, TellsInWordsWhatItShows) {

@@ -18,6 +18,9 @@
 namespace bexlow::platform {
 namespace {
 
+const SampleTimes Times{7.5, [](double sample) { return sample / 7.5; },
+                        [](double seconds) { return seconds * 7.5; }};
+
 class GraphUser : public testing::Test {
  protected:
   GraphUser() {
@@ -171,20 +174,20 @@ TEST_F(GraphUser, TimesAreToldAndShownWhereTheRateIsKnown) {
   graph.LinkXAxis(other);
   const auto offered = [&] { return Entry("Time on the Axis").isVisible(); };
   EXPECT_FALSE(offered());
-  for (auto* each : {&graph, &other}) each->SetSampleRate(7.5);
+  for (auto* each : {&graph, &other}) each->SetSampleTimes(Times);
   EXPECT_TRUE(offered());
   QTest::keyClick(&graph, Qt::Key_End, Qt::ShiftModifier);
   EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Sample 1000, 2 min 13 s at 7.5 Hz: 0°"));
   Choose("Time on the Axis");
   EXPECT_TRUE(Entry("Time on the Axis").isChecked());
-  EXPECT_TRUE(graph.Description().contains("Time since launch (h:min:s) from 0:00 to 2:13"));
+  EXPECT_TRUE(graph.Description().contains("Time since launch (h:mm:ss), at 7.5 Hz from 0:00:00 to 0:02:13"));
   EXPECT_TRUE(other.Description().contains("Time since launch"));
   graph.DrawNow();
   auto& axis = *graph.findChild<QCustomPlot*>()->xAxis;
   EXPECT_EQ(axis.ticker()->tickOrigin(), 0);
-  EXPECT_EQ(axis.tickVectorLabels().join(' '), "0:00 0:30 1:00 1:30 2:00");
+  EXPECT_EQ(axis.tickVectorLabels().join(' '), "0:00:00 0:00:30 0:01:00 0:01:30 0:02:00");
   EXPECT_EQ(axis.tickVector().at(1), 225);
-  graph.SetSampleRate({});
+  graph.SetSampleTimes({});
   EXPECT_FALSE(offered());
   graph.DrawNow();
   EXPECT_EQ(axis.label(), "Sample");
@@ -258,7 +261,7 @@ TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
   QTest::keyClick(&graph, Qt::Key_Plus);
   QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
   Near(graph.XView(), {0, 1000}, 0);
-  EXPECT_FALSE(Menu().isVisible() || Entry("Show All").isEnabled());
+  EXPECT_FALSE(Menu().isVisible() || Entry("Whole Run").isEnabled());
 }
 
 class GraphMenu : public GraphUser {
@@ -357,10 +360,10 @@ TEST_F(GraphMenu, EntriesPassTheGate) {
   graph.SetXView({10, 90});
   {
     const EventGate::Hold hold;
-    Choose("Show All");  // a screen reader's press, while a handler runs or a box is open
+    Choose("Whole Run");  // a screen reader's press, while a handler runs or a box is open
     Near(graph.XView(), {10, 90}, 0);
   }
-  Choose("Show All");
+  Choose("Whole Run");
   Near(graph.XView(), {0, 1000}, 0);
 }
 

@@ -1,24 +1,15 @@
 #include "platform/graph/CWGraph.h"
 
-#include <QContextMenuEvent>
 #include <QLabel>
-#include <QMenu>
+#include <QPainter>
 #include <QVBoxLayout>
 #include <qcustomplot.h>
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/controls/Colours.h"
-#include "platform/graph/CWGraphCursors.h"
-#include "platform/graph/CWGraphCurve.h"
-#include "platform/graph/CWGraphInteraction.h"
-#include "platform/graph/CWGraphLimit.h"
-#include "platform/graph/CWGraphLook.h"
-#include "platform/graph/CWGraphOverlay.h"
-#include "platform/graph/CWGraphReadOut.h"
-#include "platform/graph/CWGraphView.h"
-#include "platform/machine/EventGate.h"
 
 namespace bexlow::platform {
 
@@ -26,6 +17,9 @@ namespace {
 
 constexpr double LeastSamplesInView = 4;
 constexpr int FocusFrame = 2;
+constexpr double BarWidth = 2, HeadSize = 5, DotSize = 3;
+constexpr double DotDistance = 10;  // pixels between samples; from here on each sample is also drawn as a dot
+constexpr int LeastPlotLines = 3;   // of text; a plot that is less high goes without its titles
 
 QLabel* MakeWords(QWidget& parent, Qt::Alignment side) {
   auto* words = new QLabel(&parent);
@@ -36,33 +30,59 @@ QLabel* MakeWords(QWidget& parent, Qt::Alignment side) {
   return words;
 }
 
+void ColourAxis(QCPAxis& axis, const Colours& colours) {
+  const QPen line(Blend(colours.paper, colours.text, 0.55), 1);
+  axis.setBasePen(line);
+  axis.setTickPen(line);
+  axis.setSubTickPen(line);
+  axis.setTickLabelColor(colours.text);
+  axis.setLabelColor(colours.text);
+  axis.grid()->setPen(QPen(colours.faint, 1));
+  axis.grid()->setZeroLinePen(QPen(Blend(colours.paper, colours.text, 0.4), 1));
+}
+
+bool IsPlace(double x) {
+  return std::isfinite(x) && std::abs(x) <= CWGraphLargest;
+}
+
 }  // namespace
 
-CWGraph::CWGraph(QWidget* parent) : QWidget(parent) {
-  InstallChartAccess();
+CWGraph::CWGraph(QWidget* parent)
+    : QWidget(parent), plot_(new QCustomPlot(this)), x_(*plot_->xAxis, 0.01), y_(*plot_->yAxis, 0.03) {
+  InstallAccess();
+  BuildPlot();
+  BuildMarks();
+  BuildWords();
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::Base);
-  BuildPlot();
-  BuildInteraction();
+  setMouseTracking(true);
   BuildMenu();
   PresetQuestions();
   SetPlotStyle(PlotStyle::Linear);
+  FitMargins();
   ApplyColours(palette());
 }
 
-CWGraph::~CWGraph() = default;
+// The plot goes while what it calls is still there.
+CWGraph::~CWGraph() {
+  delete plot_;
+}
 
 void CWGraph::BuildPlot() {
-  plot_ = new QCustomPlot(this);
   plot_->setAttribute(Qt::WA_TransparentForMouseEvents);  // this widget handles the mouse
   plot_->setFocusPolicy(Qt::NoFocus);
   plot_->axisRect()->setupFullAxesBox();
   plot_->xAxis2->setTicks(false);
   plot_->yAxis2->setTicks(false);
-  cursors_ = new CWGraphCursors(plot_->xAxis, plot_->yAxis);  // drawn first, under the curve
-  curve_ = new CWGraphCurve(plot_->xAxis, plot_->yAxis, series_);
+  connect(plot_, &QCustomPlot::beforeReplot, this, [this] { FitToView(); });
+  const auto changed = qOverload<const QCPRange&>(&QCPAxis::rangeChanged);
+  connect(plot_->xAxis, changed, this, [this] { FollowView(); });
+  connect(plot_->yAxis, changed, this, [this] { DrawSoon(); });
+}
+
+void CWGraph::BuildWords() {
   numbers_ = MakeWords(*this, Qt::AlignRight);
   numbers_->hide();
   words_ = MakeWords(*this, Qt::AlignLeft);
@@ -74,94 +94,73 @@ void CWGraph::BuildPlot() {
   layout->addWidget(words_);
 }
 
-// The left margin has room for a title and "-180", so that graphs above each other have their axes in line,
-// the right one for the label of the limit, which must not hide the last samples.
-void CWGraph::FitMargins() {
-  const auto words = fontMetrics();
-  const int left = words.horizontalAdvance(QStringLiteral("-1800")) + words.height() + 22;
-  const int right = Limit() ? words.horizontalAdvance(QStringLiteral("-180°")) + 10 : 14;
-  plot_->axisRect()->setMinimumMargins(QMargins(left, 8, right, 4));
-}
-
-void CWGraph::BuildInteraction() {
-  overlay_ = new CWGraphOverlay(*this);
-  view_ = std::make_unique<CWGraphView>(*plot_->xAxis, *plot_->yAxis);
-  view_->Changed = [this] { PassXView(); };
-  limit_ = std::make_unique<CWGraphLimit>(*plot_, view_->Y);
-  FitMargins();
-  readOut_ = std::make_unique<CWGraphReadOut>(series_, *plot_, *view_, *overlay_, *words_);
-  connect(plot_, &QCustomPlot::beforeReplot, this, [this] { FitToSize(); });
-  connect(plot_, &QCustomPlot::afterReplot, this, [this] { TellMoved(); });
-  interaction_ = new CWGraphInteraction(*this, *plot_, *view_, *readOut_, *overlay_, *limit_);
-  interaction_->MenuWanted = [this](QPoint global) { menu_->popup(global); };
-  interaction_->Clicked = [this](QPoint place) { ClickAt(place); };
-  interaction_->Paged = [this](bool forward) { return Paged && Paged(forward); };
-}
-
-void CWGraph::SetInteractive(bool interactive) {
-  interaction_->SwitchOn(interactive);
-  setMouseTracking(interactive);
-  readOut_->Forget();
-  words_->setVisible(interactive);
-  for (auto* entry : actions()) entry->setEnabled(interactive);
-}
-
-void CWGraph::ClickAt(QPoint place) {
-  const auto cursor = cursors_->Near(place.x());
-  EventGate::Get().Click(this, [&] {
-    if (cursor && CursorClicked) CursorClicked(*cursor);
-    if (Clicked) Clicked();
-  });
-}
-
-// Words that appear resize the plot, and during its own redraw it does not redraw itself.
-void CWGraph::TellMoved() {
-  const auto drawn = plot_->size();
-  readOut_->Refresh();
-  const std::pair seen{XView(), Limit()};
-  if (std::exchange(told_, seen) != seen && Moved) Moved();
-  if (plot_->size() != drawn) DrawSoon();
-}
-
 void CWGraph::ClearData() {
-  TakeSeries({});
+  TakeSeries({}, 0, 1);
 }
 
 void CWGraph::PlotY(std::span<const double> values, double firstX, double stepX) {
-  TakeSeries({{values.begin(), values.end()}, firstX, stepX});
+  TakeSeries({values.begin(), values.end()}, firstX, stepX);
 }
 
 void CWGraph::PlotY(std::span<const std::int16_t> values, double firstX, double stepX) {
-  TakeSeries({{values.begin(), values.end()}, firstX, stepX});
+  TakeSeries({values.begin(), values.end()}, firstX, stepX);
 }
 
-void CWGraph::TakeSeries(CWGraphSeries series) {
-  series_ = std::move(series);
-  auto yRange = series_.YRange();
-  if (yRange && style_ == PlotStyle::Bin)
-    yRange = {std::min(0.0, yRange->lower), std::max(1.0, yRange->upper)};
-  view_->X.SetData(series_.XRange(), LeastSamplesInView * series_.StepX());
-  view_->Y.SetData(yRange, 0);
-  readOut_->Renew(style_, rate_);
+void CWGraph::TakeSeries(std::vector<double> values, double firstX, double stepX) {
+  values_ = std::move(values);
+  firstX_ = IsPlace(firstX) ? firstX : 0;
+  stepX_ = IsPlace(stepX) && stepX > 0 ? stepX : 1;
+  valueRange_.reset();
+  for (double& value : values_) {
+    value = std::isfinite(value) ? std::clamp(value, -CWGraphLargest, CWGraphLargest)
+                                 : std::numeric_limits<double>::quiet_NaN();
+    if (std::isnan(value)) continue;
+    if (!valueRange_) valueRange_ = {value, value};
+    valueRange_ = {std::min(valueRange_->lower, value), std::max(valueRange_->upper, value)};
+  }
+  RenewCurve();
+}
+
+void CWGraph::RenewCurve() {
+  const bool isBin = style_ == PlotStyle::Bin;
+  QVector<QCPGraphData> points;
+  points.reserve(std::ssize(values_));
+  for (std::size_t i = 0; i < values_.size(); ++i) {
+    if (isBin && !Counts(static_cast<std::ptrdiff_t>(i))) continue;
+    if (!isBin && crossing_ && i > 0 && std::abs(values_[i] - values_[i - 1]) > *crossing_)
+      points << QCPGraphData(X(i) - stepX_ / 2, std::numeric_limits<double>::quiet_NaN());
+    points << QCPGraphData(X(i), values_[i]);
+  }
+  curve_->data()->set(points, true);
+  auto range = valueRange_;
+  if (range && isBin) range = {std::min(0.0, range->lower), std::max(1.0, range->upper)};
+  x_.SetData(values_.empty() ? std::nullopt : std::optional(CWGraphRange{X(0), X(values_.size() - 1)}),
+             LeastSamplesInView * stepX_);
+  y_.SetData(range, 0);
+  notice_->setVisible(values_.empty());
+  Read(std::nullopt);
   told_.reset();
   DrawSoon();
 }
 
 void CWGraph::SetPlotStyle(PlotStyle style) {
   style_ = style;
-  curve_->SetStyle(style);
-  ApplyStyle();
-  TakeSeries(std::move(series_));
+  curve_->setLineStyle(style == PlotStyle::Bin ? QCPGraph::lsImpulse : QCPGraph::lsLine);
+  RenewTimes();
+  RenewCurve();
+}
+
+void CWGraph::SetCrossing(std::optional<double> degrees) {
+  crossing_ = degrees;
+  RenewCurve();
 }
 
 void CWGraph::SetXAxis(bool autoScale, double minimum, double maximum) {
-  view_->X.SetWhole(autoScale, {minimum, maximum});
-  DrawSoon();
+  x_.SetWhole(autoScale, {minimum, maximum});
 }
 
 void CWGraph::SetYAxis(bool autoScale, double minimum, double maximum) {
-  view_->Y.SetWhole(autoScale, {minimum, maximum});
-  DrawSoon();
+  y_.SetWhole(autoScale, {minimum, maximum});
 }
 
 void CWGraph::SetAxisTitles(const QString& x, const QString& y) {
@@ -170,138 +169,47 @@ void CWGraph::SetAxisTitles(const QString& x, const QString& y) {
   DrawSoon();
 }
 
-std::optional<double> CWGraph::ClockRate() const {
-  return timeShown_ && style_ == PlotStyle::Linear ? rate_ : std::nullopt;
-}
-
-void CWGraph::ApplyStyle() {
-  DressInStyle(*plot_, style_, ClockRate());
-  DrawSoon();
-}
-
-QString CWGraph::TitleX() const {
-  if (!titleX_.isEmpty()) return titleX_;
-  if (style_ == PlotStyle::Bin) return tr("Angle (degrees)");
-  return ClockRate() ? tr("Time since launch (h:min:s)") : tr("Sample");
-}
-
-QString CWGraph::TitleY() const {
-  if (!titleY_.isEmpty()) return titleY_;
-  return style_ == PlotStyle::Bin ? tr("Count") : tr("Angle (degrees)");
-}
-
-// A small plot has fewer tick labels. It goes without the x title if the y title needs its room, and without
-// both where the y title does not fit at all.
-void CWGraph::FitToSize() {
-  const auto words = fontMetrics();
-  const int room = plot_->height() - words.height() - 22;  // without the labels of the x axis and the margins
-  const int missing = words.horizontalAdvance(TitleY()) - room;
-  plot_->xAxis->setLabel(missing + words.height() <= 0 ? TitleX() : QString());
-  plot_->yAxis->setLabel(missing <= 0 ? TitleY() : QString());
-  const auto fitTicks = [](QCPAxis& axis, int count) {
-    axis.ticker()->setTickCount(std::clamp(count, 2, 7));
-  };
-  fitTicks(*plot_->xAxis, plot_->width() / words.horizontalAdvance(QStringLiteral("-1000000")));
-  fitTicks(*plot_->yAxis, room / (2 * words.height()));
-}
-
 void CWGraph::SetSampleTimes(std::optional<SampleTimes> times) {
   times_ = std::move(times);
-  SetSampleRate(times_ ? std::optional(times_->rate) : std::nullopt);
-}
-
-void CWGraph::SetCrossing(std::optional<double> degrees) {
-  crossing_ = degrees;
-  DrawSoon();
-}
-
-// An edge that differs from a sample by the rounding of doubles shows it.
-std::optional<std::pair<std::size_t, std::size_t>> CWGraph::DrawnSamples() const {
-  constexpr double Rounding = 1e-6;
-  const auto drawn = plot_->xAxis->range();
-  const auto index = [this](double x) { return (x - series_.X(0)) / series_.StepX(); };
-  const double first = std::max(0.0, std::ceil(index(drawn.lower) - Rounding));
-  const double last =
-      std::min(static_cast<double>(series_.Size()) - 1, std::floor(index(drawn.upper) + Rounding));
-  if (first > last) return std::nullopt;
-  return std::pair{static_cast<std::size_t>(first), static_cast<std::size_t>(last)};
-}
-
-void CWGraph::SetSampleRate(std::optional<double> rate) {
-  rate_ = rate;
-  readOut_->Renew(style_, rate_);
-  ApplyStyle();
-  RenewMenu();
+  Read(std::nullopt);
+  RenewTimes();
 }
 
 void CWGraph::ShowTime(bool time) {
   for (auto* graph : {this, linked_.data()}) {
     if (!graph) continue;
     graph->timeShown_ = time;
-    graph->ApplyStyle();
-    graph->RenewMenu();
+    graph->RenewTimes();
   }
 }
 
-void CWGraph::SetLimit(std::optional<double> value) {
-  limit_->Set(value);
-  FitMargins();
+const std::optional<SampleTimes>& CWGraph::Clock() const {
+  static const std::optional<SampleTimes> None;
+  return timeShown_ && style_ == PlotStyle::Linear ? times_ : None;
+}
+
+void CWGraph::RenewTimes() {
+  SetTickers(*plot_, style_, Clock());
+  RenewMenu();
   DrawSoon();
 }
 
-std::optional<double> CWGraph::Limit() const {
-  return limit_->Value();
-}
-
 void CWGraph::SetNumbers(const QString& words) {
-  if (words == numbers_->text()) return;
+  if (numbers_->text() == words) return;
   numbers_->setText(words);
   numbers_->setVisible(!words.isEmpty());
   RenewMenu();
 }
 
-void CWGraph::EnableCursors() {
-  if (CursorCount() > 0) return;
-  AddCursor();
-  SetCursorLook(1);
-}
-
-int CWGraph::CursorCount() const {
-  return static_cast<int>(cursors_->All().size());
-}
-
-void CWGraph::AddCursor() {
-  cursors_->All().emplace_back();
-  DrawSoon();
-}
-
-void CWGraph::RemoveAllCursors() {
-  cursors_->All().clear();
-  DrawSoon();
-}
-
-void CWGraph::StressCursor(std::optional<double> x) {
-  cursors_->Stress(x);
-  DrawSoon();
-}
-
-void CWGraph::SetCursorLook(int n) {
-  cursors_->Numbered(n).look = CWGraphCursors::Look::Marked;
-  DrawSoon();
-}
-
-void CWGraph::SetCursorPosition(int n, double x, double y) {
-  auto& cursor = cursors_->Numbered(n);
-  cursor.x = x;
-  cursor.y = y;
-  DrawSoon();
-}
-
-double CWGraph::CursorX(int n) const {
-  return cursors_->Numbered(n).x;
-}
-double CWGraph::CursorY(int n) const {
-  return cursors_->Numbered(n).y;
+// An edge that differs from a sample by the rounding of doubles shows it.
+std::optional<std::pair<std::size_t, std::size_t>> CWGraph::DrawnSamples() const {
+  constexpr double Rounding = 1e-6;
+  const auto drawn = plot_->xAxis->range();
+  const double first = std::max(0.0, std::ceil((drawn.lower - firstX_) / stepX_ - Rounding));
+  const double last = std::min(static_cast<double>(values_.size()) - 1,
+                               std::floor((drawn.upper - firstX_) / stepX_ + Rounding));
+  if (first > last) return std::nullopt;
+  return std::pair{static_cast<std::size_t>(first), static_cast<std::size_t>(last)};
 }
 
 void CWGraph::LinkXAxis(CWGraph& other) {
@@ -318,34 +226,30 @@ void CWGraph::SetXLinkActive(bool active) {
   if (linked_) linked_->linkActive_ = active;
 }
 
-// Copies the x view to the linked graph, which does not copy it back.
-void CWGraph::PassXView() {
+// The linked graph passes it back, which changes nothing and so ends there.
+void CWGraph::FollowView() {
+  if (linkActive_ && linked_) linked_->x_.ShowExactly(XView());
   DrawSoon();
-  if (!linkActive_ || !linked_) return;
-  linked_->view_->X.ShowExactly(XView());
-  linked_->DrawSoon();
 }
 
 void CWGraph::ShowAll() {
-  view_->X.ShowWhole();
-  view_->Y.ShowWhole();
-  PassXView();
+  x_.ShowWhole();
+  y_.ShowWhole();
 }
 
 void CWGraph::BringIntoView(double x) {
-  if (view_->X.Include(x)) PassXView();
+  x_.Include(x);
 }
 
 CWGraphRange CWGraph::XView() const {
-  return view_->X.View();
+  return x_.View();
 }
 CWGraphRange CWGraph::YView() const {
-  return view_->Y.View();
+  return y_.View();
 }
 
 void CWGraph::SetXView(CWGraphRange range) {
-  view_->X.Show(range);
-  PassXView();
+  x_.Show(range);
 }
 
 void CWGraph::DrawNow() {
@@ -358,38 +262,84 @@ void CWGraph::DrawSoon() {
   if (isVisible()) plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
+// SetNumbers may show a label, which resizes the plot; a resized plot is drawn again.
+void CWGraph::FitToView() {
+  FitTitles(plot_->size());
+  FitCursors();
+  const double distance = stepX_ * plot_->axisRect()->width() / plot_->xAxis->range().size();
+  const double dot = style_ == PlotStyle::Bin ? HeadSize : distance >= DotDistance ? DotSize : 0;
+  const QCPScatterStyle disc(QCPScatterStyle::ssCircle, Qt::NoPen, curve_->pen().color(), dot);
+  curve_->setScatterStyle(dot > 0 ? disc : QCPScatterStyle());
+  auto pen = curve_->pen();
+  pen.setWidthF(style_ == PlotStyle::Bin ? BarWidth : 1);
+  curve_->setPen(pen);
+  limitLabel_->setVisible(limit_ && plot_->yAxis->range().contains(*limit_));
+  const std::pair seen{XView(), limit_};
+  if (std::exchange(told_, seen) != seen && Moved) Moved();
+}
+
+// The left margin has room for a title and "-180", so that graphs above each other have their axes in line,
+// the right one for the label of the limit, which must not hide the last samples. The library leaves out a
+// label that does not fit: half of the outermost ones lies in the margins above and on the right.
+void CWGraph::FitMargins() {
+  const auto words = fontMetrics();
+  const int left = words.horizontalAdvance(QStringLiteral("-1800")) + words.height() + 22;
+  const int right = words.horizontalAdvance(limit_ ? QStringLiteral("-180°") : QStringLiteral("-18")) + 10;
+  plot_->axisRect()->setMinimumMargins(QMargins(left, words.height() / 2 + 1, right, 4));
+}
+
+// A small plot has fewer tick labels and goes without its x title. Where the y title is too long its unit
+// remains.
+void CWGraph::FitTitles(QSize plot) const {
+  const auto words = fontMetrics();
+  int room = plot.height() - 3 * words.height() / 2 - 16;  // without the labels of the x axis and the margins
+  const bool hasRoom = room >= (LeastPlotLines + 1) * words.height();
+  if (hasRoom) room -= words.height();
+  plot_->xAxis->setLabel(hasRoom ? TitleX() : QString());
+  const auto unit = TitleY().section('(', 1).remove(')');
+  const auto fits = [&](const QString& title) { return words.horizontalAdvance(title) <= room; };
+  plot_->yAxis->setLabel(fits(TitleY()) ? TitleY() : fits(unit) ? unit : QString());
+  const auto fitTicks = [](QCPAxis& axis, int count) {
+    axis.ticker()->setTickCount(std::clamp(count, 2, 7));
+  };
+  fitTicks(*plot_->xAxis, plot.width() / words.horizontalAdvance(QStringLiteral("-1000000")));
+  fitTicks(*plot_->yAxis, room / (2 * words.height()));
+}
+
 void CWGraph::ApplyColours(const QPalette& palette) const {
   const auto colours = ColoursOf(palette, palette.currentColorGroup());
-  DressInColours(*plot_, *curve_, *cursors_, colours);
-  limit_->SetColours(colours.hint, colours.paper);
+  plot_->setBackground(colours.paper);
+  for (auto* axis : {plot_->xAxis, plot_->yAxis, plot_->xAxis2, plot_->yAxis2}) ColourAxis(*axis, colours);
+  curve_->setPen(QPen(colours.series, curve_->pen().widthF()));
+  ColourMarks(palette);
 }
 
 void CWGraph::changeEvent(QEvent* event) {
   QWidget::changeEvent(event);
-  if (!plot_) return;
   switch (event->type()) {
     case QEvent::PaletteChange:
     case QEvent::EnabledChange:
       ApplyColours(palette());
-      DrawSoon();
       break;
     case QEvent::FontChange:
       for (auto* axis : {plot_->xAxis, plot_->yAxis}) {
         axis->setTickLabelFont(font());
         axis->setLabelFont(font());
       }
+      for (auto* text : {limitLabel_, notice_}) text->setFont(font());
       FitMargins();
-      DrawSoon();
       break;
     default:
-      break;
+      return;
   }
+  DrawSoon();
 }
 
-void CWGraph::resizeEvent(QResizeEvent* event) {
-  overlay_->setGeometry(rect());
-  overlay_->raise();
-  QWidget::resizeEvent(event);
+void CWGraph::paintEvent(QPaintEvent*) {
+  if (!hasFocus()) return;
+  QPainter painter(this);
+  painter.setPen(QPen(ColoursOf(*this).focus, FocusFrame));
+  painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
 // The screen it is shown on may have another density than the one it was made on.
@@ -397,12 +347,6 @@ void CWGraph::showEvent(QShowEvent* event) {
   plot_->setBufferDevicePixelRatio(devicePixelRatioF());
   DrawSoon();
   QWidget::showEvent(event);
-}
-
-void CWGraph::contextMenuEvent(QContextMenuEvent* event) {
-  if (event->reason() != QContextMenuEvent::Mouse && interaction_->IsOn())
-    menu_->popup(mapToGlobal(rect().center()));
-  event->accept();  // by mouse it opens on release, since the right button also draws the rectangle
 }
 
 QSize CWGraph::sizeHint() const {

@@ -1,22 +1,29 @@
 // A graph of one series with cursors: zoomed, panned and read out by mouse and keyboard, saved as a picture.
 #pragma once
 
-#include <QImage>
+#include <QPointF>
 #include <QPointer>
 #include <QWidget>
 
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <span>
 #include <utility>
 #include <vector>
 
-#include "platform/graph/CWGraphAccess.h"
-#include "platform/graph/CWGraphSeries.h"
+#include "platform/graph/CWGraphAxis.h"
+#include "platform/graph/CWGraphTicks.h"
 
 class QAction;
+class QCPAbstractItem;
+class QCPGraph;
+class QCPItemLine;
+class QCPItemRect;
+class QCPItemStraightLine;
+class QCPItemText;
+class QCPItemTracer;
+class QCPPainter;
 class QCustomPlot;
 class QLabel;
 class QMenu;
@@ -24,30 +31,10 @@ class QPrinter;
 
 namespace bexlow::platform {
 
-class CWGraphCursors;
-class CWGraphCurve;
-class CWGraphInteraction;
-class CWGraphLimit;
-class CWGraphOverlay;
-class CWGraphReadOut;
-class CWGraphView;
-
-/// Bin: separate counts over degrees. Linear: a run of samples.
-using PlotStyle = CWGraphSeries::Style;
-
-/// When the samples of a run were taken, in seconds since its launch. A page that is missing is a jump.
-struct SampleTimes {
-  double rate = 1;  // samples a second
-  std::function<double(double sample)> secondsAt;
-  std::function<double(double seconds)> sampleAt;
-};
-
-class CWGraph : public QWidget, public DescribedChart {
+class CWGraph : public QWidget {
   Q_OBJECT
 
  public:
-  using PlotStyle = platform::PlotStyle;
-
   explicit CWGraph(QWidget* parent = nullptr);
   ~CWGraph() override;
 
@@ -71,14 +58,13 @@ class CWGraph : public QWidget, public DescribedChart {
   /// Gives the graph its first cursor, at 0, 0.
   void EnableCursors();
   int CursorCount() const;
-  /// A cursor at 0, 0 in the plain look of a new one.
+  /// A cursor at 0, 0 in the look of the first.
   void AddCursor();
   void RemoveAllCursors();
   /// Draws the cursor at x thicker, if there are several.
   void StressCursor(std::optional<double> x);
-  /// The look of the first cursor, red, for cursor n, counted from 1.
-  /// @throws std::system_error (invalid argument) where there is no cursor n; so do the next three
-  void SetCursorLook(int n);
+  /// Moves cursor n, counted from 1.
+  /// @throws std::system_error (invalid argument) where there is no cursor n; so do the next two
   void SetCursorPosition(int n, double x, double y);
   double CursorX(int n) const;
   double CursorY(int n) const;
@@ -91,7 +77,6 @@ class CWGraph : public QWidget, public DescribedChart {
   /// When the samples of the series were taken, where it is known: the read-out tells times, and the user
   /// may have them on the x axis.
   void SetSampleTimes(std::optional<SampleTimes> times);
-  void SetSampleRate(std::optional<double> rate);
   /// Times in place of samples on the x axis, also of the linked graph; only where the rate is known.
   void ShowTime(bool time);
 
@@ -105,8 +90,8 @@ class CWGraph : public QWidget, public DescribedChart {
   /// A line of text over the plot; an empty text removes it.
   void SetNumbers(const QString& words);
   /// The series on show.
-  std::span<const double> Values() const { return series_.Values(); }
-  /// Called after a redraw when series, x view or limit have changed.
+  std::span<const double> Values() const { return values_; }
+  /// Called before a redraw when series, x view or limit have changed.
   std::function<void()> Moved;
   /// The text that the menu copies, while there are numbers.
   std::function<QString()> NumbersToCopy;
@@ -136,8 +121,9 @@ class CWGraph : public QWidget, public DescribedChart {
   QString ReadOutText() const;
 
   /// What the graph shows, in words: points, ranges, least and greatest value, cursors.
-  QString Description() const override;
-  QWidget* WordsShown() const override;
+  QString Description() const;
+  /// The lines of text around the plot that are on show: numbers, read-out.
+  QList<QWidget*> WordsShown() const;
 
   /// Asks where to save a picture; gives an empty text when the user cancels. Preset to a file dialog.
   std::function<QString(const QString& suggestedName)> AskPicturePath;
@@ -154,69 +140,128 @@ class CWGraph : public QWidget, public DescribedChart {
 
  protected:
   void changeEvent(QEvent* event) override;
-  void resizeEvent(QResizeEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void leaveEvent(QEvent* event) override;
 
  private:
+  // CWGraph.cpp
   void BuildPlot();
+  void BuildWords();
+  void TakeSeries(std::vector<double> values, double firstX, double stepX);
+  void RenewCurve();
+  void RenewTimes();
+  void ApplyColours(const QPalette& palette) const;
   void FitMargins();
-  void FitToSize();
-  void BuildInteraction();
+  void FitTitles(QSize plot) const;
+  void FitToView();
+  void DrawSoon();
+  void FollowView();
+  double X(std::size_t index) const { return firstX_ + static_cast<double>(index) * stepX_; }
+  const std::optional<SampleTimes>& Clock() const;
+
+  // CWGraphMarks.cpp: cursors, limit, read-out
+  void BuildMarks();
+  void ColourMarks(const QPalette& palette) const;
+  void FitCursors();
+  std::size_t CursorIndex(int n) const;
+  std::optional<double> CursorNear(double pixel) const;
+  bool IsOnLimit(QPoint place) const;
+  void MoveLimit(double value);
+  void StepLimit(double degrees);
+  bool Counts(std::ptrdiff_t index) const;
+  std::size_t Nearest(double x) const;
+  std::size_t Beyond(std::size_t index, std::ptrdiff_t points) const;
+  QString PointText(std::size_t index) const;
+  std::optional<QPointF> PointRead() const;
+  void Read(std::optional<std::size_t> index);
+  void ShowPoint(std::optional<std::size_t> index);
+  void PointAt(QPoint place);
+  void Step(std::ptrdiff_t points);
+  void ReadInSight(std::size_t index);
+
+  // CWGraphInput.cpp: mouse and keys
+  struct Key;
+  static const Key* Find(Qt::KeyboardModifiers modifiers, int key);
+  QPoint PlotPlace(QPointF place) const;
+  void ClickAt(QPoint place);
+  void CancelDrag();
+  void DragTo(QPoint place);
+  void ZoomIntoRectangle();
+  void ZoomByKey(CWGraphAxis& axis, double factor);
+  void Page(bool forward);
+
+  // CWGraphPictures.cpp: the menu; pictures of this graph, or of both of a linked pair in the order in which
+  // they stand
+  enum class Extent { This, Both };
   void BuildMenu();
   QAction* AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action);
   void RenewMenu();
+  void OpenMenu();
   void PresetQuestions();
-  void TakeSeries(CWGraphSeries series);
-  void ApplyColours(const QPalette& palette) const;
-  void ApplyStyle();
-  QString TitleX() const;
-  QString TitleY() const;
-  void DrawSoon();
-  void PassXView();
-  void TellMoved();
-  void ClickAt(QPoint place);
-  std::optional<double> ClockRate() const;
-  QString CursorWords() const;
-  QString XWords() const;
-
-  /// This graph, or both of a linked pair, in the order in which they stand.
-  enum class Extent { This, Both };
   std::vector<const CWGraph*> Graphs(Extent extent) const;
-  /// "X", "X and Y".
-  QString NamesOf(Extent extent) const;
-  /// Calls `draw` with the plots, titled and in the colours for paper.
-  template <class Draw>
-  auto OnPaper(Extent extent, Draw draw) const;
-  void CopyPicture(Extent extent) const;
+  QString SuggestedName(Extent extent) const;
+  QSize PictureSize(Extent extent) const;
+  int TitleHeight() const;
+  void PaintPart(QCPPainter& painter, QSize size) const;
+  bool Paint(Extent extent, QPaintDevice& device, QSize size, bool asVectors) const;
+  QImage Picture(Extent extent) const;
+  QByteArray PictureFile(Extent extent, const QString& extension) const;
   void SaveByUser(Extent extent);
   void PrintByUser(Extent extent);
-  void CopyNumbers() const;
 
-  CWGraphSeries series_;
+  // CWGraphWords.cpp
+  static void InstallAccess();
+  QString TitleX() const;
+  QString TitleY() const;
+  QString XWords() const;
+  QString CursorWords() const;
+
+  std::vector<double> values_;
+  double firstX_ = 0, stepX_ = 1;
+  std::optional<CWGraphRange> valueRange_;
   PlotStyle style_ = PlotStyle::Linear;
-  QString titleX_;
-  QString titleY_;
-  QCustomPlot* plot_ = nullptr;
-  CWGraphCurve* curve_ = nullptr;
-  CWGraphCursors* cursors_ = nullptr;
-  QLabel* words_ = nullptr;
-  QLabel* numbers_ = nullptr;
-  QMenu* menu_ = nullptr;
-  QAction* timeEntry_ = nullptr;
-  QAction* numbersEntry_ = nullptr;
-  std::vector<QAction*> pairEntries_;
-  CWGraphOverlay* overlay_ = nullptr;
-  std::unique_ptr<CWGraphView> view_;
-  std::unique_ptr<CWGraphReadOut> readOut_;
-  std::unique_ptr<CWGraphLimit> limit_;
-  CWGraphInteraction* interaction_ = nullptr;
-  std::optional<SampleTimes> times_;
+  QString titleX_, titleY_;
   std::optional<double> crossing_;
-  std::optional<double> rate_;
+  std::optional<SampleTimes> times_;
   bool timeShown_ = false;
-  std::optional<std::pair<CWGraphRange, std::optional<double>>> told_;  // view and limit of the last Moved
   QString heading_, fileStem_;
+
+  QCustomPlot* plot_;
+  CWGraphAxis x_, y_;
+  QCPGraph* curve_ = nullptr;
+  QLabel *numbers_ = nullptr, *words_ = nullptr;
+  QMenu* menu_ = nullptr;
+  QAction *timeEntry_ = nullptr, *numbersEntry_ = nullptr;
+  std::vector<QAction*> pairEntries_;
+
+  std::vector<QPointF> cursors_;  // by number
+  std::vector<QPointF> placed_;   // by x, those that can be drawn; empty until it is needed
+  std::optional<double> stressed_;
+  QCPGraph *cursorLines_ = nullptr, *cursorMarks_ = nullptr;
+  QCPItemLine* stressedLine_ = nullptr;
+  std::optional<double> limit_;
+  QCPItemStraightLine* limitLine_ = nullptr;
+  QCPItemText* limitLabel_ = nullptr;
+  std::optional<std::size_t> read_;
+  QCPItemStraightLine* pointLine_ = nullptr;
+  QCPItemTracer* pointMark_ = nullptr;
+  QCPItemText* notice_ = nullptr;
+  QCPItemRect* rectangle_ = nullptr;
+
+  enum class Drag { None, Pan, Rectangle, Limit };
+  bool interactive_ = true;
+  Drag drag_ = Drag::None;
+  QPoint from_, last_;
+
+  std::optional<std::pair<CWGraphRange, std::optional<double>>> told_;  // view and limit of the last Moved
   QPointer<CWGraph> linked_;
   bool isSecond_ = false;
   bool linkActive_ = false;

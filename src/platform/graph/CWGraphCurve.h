@@ -1,40 +1,13 @@
-// Draws a series: as a line that loses no spike however many samples share a pixel, or as bars with heads.
+// The curve of a graph: the plot library's own, which draws no line where two samples lie across a gap.
 #pragma once
 
-#include "platform/graph/CWGraphPlottable.h"
-#include "platform/graph/CWGraphSeries.h"
+class QCPAxis;
+class QCPGraph;
 
 namespace bexlow::platform {
 
-// The plot library's own graph, made for points at any distance, takes two to three times as long for a full
-// run. Our points are equally spaced: those in a pixel column are found without a search, and are drawn as
-// one vertical line.
-class CWGraphCurve : public CWGraphPlottable {
- public:
-  /// The series belongs to the graph and lives as long as it does.
-  CWGraphCurve(QCPAxis* x, QCPAxis* y, const CWGraphSeries& series)
-      : CWGraphPlottable(x, y), series_(series) {}
-
-  void SetStyle(CWGraphSeries::Style style) { style_ = style; }
-
- protected:
-  void draw(QCPPainter* painter) override;
-
- private:
-  /// Indices of points, the last one excluded.
-  struct Indices {
-    std::size_t first = 0;
-    std::size_t end = 0;
-  };
-
-  std::size_t FirstFrom(double place, const Scale& x) const;
-  Indices Visible(const Scale& x) const;
-  void DrawLine(QCPPainter& painter, const Scale& x, const Scale& y, Indices points) const;
-  void DrawColumns(QCPPainter& painter, const Scale& x, const Scale& y, double columnWidth) const;
-  void DrawBars(QCPPainter& painter, const Scale& x, const Scale& y, Indices points) const;
-
-  const CWGraphSeries& series_;
-  CWGraphSeries::Style style_ = CWGraphSeries::Style::Linear;
-};
+/// A value that is no number is a gap. Where several samples share a column of pixels, the column is drawn
+/// from their least to their greatest value, so that no spike is lost. It belongs to the plot of the axes.
+QCPGraph* MakeCurve(QCPAxis* x, QCPAxis* y);
 
 }  // namespace bexlow::platform

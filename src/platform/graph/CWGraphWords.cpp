@@ -1,8 +1,9 @@
-// Descriptions for screen readers.
+// What a graph tells in words, to the eye and to screen readers.
+#include <QAccessibleWidget>
 #include <QLabel>
-#include <qcustomplot.h>
 
 #include <algorithm>
+#include <cmath>
 
 #include "platform/graph/CWGraph.h"
 
@@ -16,34 +17,86 @@ QString RangeWords(CWGraphRange range) {
   return QStringLiteral("%1 to %2").arg(CWGraphNumber(range.lower), CWGraphNumber(range.upper));
 }
 
+/// Role chart, a description that is made on request, and the lines of text as children; the plot has none.
+class ChartAccess : public QAccessibleWidget {
+ public:
+  explicit ChartAccess(CWGraph& graph) : QAccessibleWidget(&graph, QAccessible::Chart), graph_(graph) {}
+
+  QString text(QAccessible::Text kind) const override {
+    return kind == QAccessible::Description ? graph_.Description() : QAccessibleWidget::text(kind);
+  }
+  int childCount() const override { return static_cast<int>(graph_.WordsShown().size()); }
+  QAccessibleInterface* child(int index) const override {
+    return QAccessible::queryAccessibleInterface(graph_.WordsShown().value(index));
+  }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child ? static_cast<int>(graph_.WordsShown().indexOf(child->object())) : -1;
+  }
+
+ private:
+  const CWGraph& graph_;
+};
+
 }  // namespace
+
+// A second time changes nothing.
+void CWGraph::InstallAccess() {
+  QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
+    auto* graph = qobject_cast<CWGraph*>(object);
+    return graph ? new ChartAccess(*graph) : nullptr;
+  });
+}
 
 QString CWGraph::ReadOutText() const {
   return words_->text();
 }
 
-QWidget* CWGraph::WordsShown() const {
-  return words_->isVisibleTo(this) ? words_ : nullptr;
+QList<QWidget*> CWGraph::WordsShown() const {
+  QList<QWidget*> shown;
+  for (auto* words : {numbers_, words_})
+    if (words->isVisibleTo(this)) shown << words;
+  return shown;
+}
+
+QString CWGraph::TitleX() const {
+  if (!titleX_.isEmpty()) return titleX_;
+  if (style_ == PlotStyle::Bin) return tr("Angle (degrees)");
+  const auto title = Clock() ? tr("Time since launch (h:mm:ss)") : tr("Sample");
+  return times_ ? tr("%1, at %2 Hz").arg(title, CWGraphNumber(times_->rate)) : title;
+}
+
+QString CWGraph::TitleY() const {
+  if (!titleY_.isEmpty()) return titleY_;
+  return style_ == PlotStyle::Bin ? tr("Count") : tr("Angle (degrees)");
+}
+
+// "Sample 1238, 2 min 45 s at 7.5 Hz: -12°" or "Angle -30°: count 17".
+QString CWGraph::PointText(std::size_t index) const {
+  const auto x = CWGraphNumber(X(index));
+  const auto value = std::isnan(values_[index]) ? QStringLiteral("-") : CWGraphNumber(values_[index]);
+  if (style_ == PlotStyle::Bin) return QStringLiteral("Angle %1°: count %2").arg(x, value);
+  if (!times_) return QStringLiteral("Sample %1: %2°").arg(x, value);
+  return QStringLiteral("Sample %1, %2 at %3 Hz: %4°")
+      .arg(x, DurationWords(times_->secondsAt(X(index))), CWGraphNumber(times_->rate), value);
 }
 
 QString CWGraph::Description() const {
   QStringList words;
-  const auto range = series_.YRange();
-  words << (series_.IsEmpty() ? tr("No data") : tr("%1 points").arg(series_.Size()));
+  words << (values_.empty() ? tr("No data") : tr("%1 points").arg(values_.size()));
   words << tr("%1 from %2").arg(TitleX(), XWords());
   words << tr("%1 from %2").arg(TitleY(), RangeWords(YView()));
-  if (range)
+  if (valueRange_)
     words << tr("least value %1, greatest value %2")
-                 .arg(CWGraphNumber(range->lower), CWGraphNumber(range->upper));
+                 .arg(CWGraphNumber(valueRange_->lower), CWGraphNumber(valueRange_->upper));
   if (!numbers_->text().isEmpty()) words << numbers_->text();
   if (CursorCount() > 0) words << CursorWords();
   return words.join(QStringLiteral("; "));
 }
 
 QString CWGraph::XWords() const {
-  const auto rate = ClockRate();
-  if (!rate) return RangeWords(XView());
-  return tr("%1 to %2").arg(DurationClock(XView().lower / *rate), DurationClock(XView().upper / *rate));
+  if (!Clock()) return RangeWords(XView());
+  const auto clock = [this](double sample) { return DurationClock(times_->secondsAt(sample)); };
+  return tr("%1 to %2").arg(clock(XView().lower), clock(XView().upper));
 }
 
 QString CWGraph::CursorWords() const {

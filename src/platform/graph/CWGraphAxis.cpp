@@ -1,4 +1,4 @@
-#include "platform/graph/CWGraphView.h"
+#include "platform/graph/CWGraphAxis.h"
 
 #include <qcustomplot.h>
 
@@ -66,10 +66,8 @@ void CWGraphAxis::Pan(double share) {
   Show({view_.lower + way, view_.upper + way});
 }
 
-bool CWGraphAxis::Include(double place) {
-  if (place >= view_.lower && place <= view_.upper) return false;
-  Pan((place - view_.Middle()) / view_.Size());
-  return true;
+void CWGraphAxis::Include(double place) {
+  if (!view_.Holds(place)) Pan((place - view_.Middle()) / view_.Size());
 }
 
 }  // namespace bexlow::platform

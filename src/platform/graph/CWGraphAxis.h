@@ -1,17 +1,28 @@
-// Which part of a graph is on show: the whole of each axis, the limits of zooming and panning.
+// One axis of a graph: its whole, what is on show of it, the limits of zooming and panning.
 #pragma once
 
-#include <functional>
 #include <optional>
-
-#include "platform/graph/CWGraphSeries.h"
 
 class QCPAxis;
 
 namespace bexlow::platform {
 
-/// One axis. What it shows lies within the whole and the data; the drawn axis has a little room beyond, so
-/// that points at the ends do not hide under the frame.
+/// The greatest number that the plot library can still scale.
+inline constexpr double CWGraphLargest = 1e100;
+
+/// From lower to upper, ends included.
+struct CWGraphRange {
+  double lower = 0;
+  double upper = 0;
+
+  double Size() const { return upper - lower; }
+  double Middle() const { return lower / 2 + upper / 2; }
+  bool Holds(double place) const { return place >= lower && place <= upper; }
+  bool operator==(const CWGraphRange&) const = default;
+};
+
+/// What it shows lies within the whole and the data; the drawn axis has a little room beyond, so that points
+/// at the ends do not hide under the frame.
 class CWGraphAxis {
  public:
   /// @param room  share of the range on show that is drawn beyond each end
@@ -34,8 +45,8 @@ class CWGraphAxis {
   void Zoom(double factor, double anchor);
   /// @param share  of what is on show; positive moves on to greater values
   void Pan(double share);
-  /// Moves on, as far as needed, so that a place is in sight. False where it was.
-  bool Include(double place);
+  /// Moves on, as far as needed, so that a place is in sight.
+  void Include(double place);
 
  private:
   QCPAxis& axis_;
@@ -45,18 +56,6 @@ class CWGraphAxis {
   std::optional<CWGraphRange> data_;
   double leastSize_ = 0;
   CWGraphRange view_{0, 10};
-};
-
-/// Both axes, and whom to tell when the user has changed them.
-class CWGraphView {
- public:
-  CWGraphView(QCPAxis& x, QCPAxis& y) : X(x, 0.01), Y(y, 0.03) {}
-
-  CWGraphAxis X;
-  CWGraphAxis Y;
-
-  /// Called after a change by the user: redraws, and takes linked graphs along.
-  std::function<void()> Changed;
 };
 
 }  // namespace bexlow::platform

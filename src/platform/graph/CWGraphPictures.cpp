@@ -1,0 +1,226 @@
+// The context menu of a graph, and its pictures for reports.
+#include <QBuffer>
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QLabel>
+#include <QMenu>
+#include <QPdfWriter>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+#include <qcustomplot.h>
+
+#include <algorithm>
+
+#include "platform/controls/Colours.h"
+#include "platform/graph/CWGraph.h"
+#include "platform/machine/EventGate.h"
+#include "platform/machine/Folders.h"
+#include "platform/machine/Machine.h"
+
+namespace bexlow::platform {
+
+namespace {
+
+constexpr auto PictureFilter =
+    "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
+constexpr int PaperDotsPerInch = 96;  // those of the screen: fonts and lines keep their proportion
+constexpr double PointsPerInch = 72;
+constexpr int TitleRoom = 8;  // pixels above and below a title
+
+/// Writes a file whole or not at all; false on failure, with the system's words in reason.
+bool SaveBytes(const QString& path, const QByteArray& bytes, QString& reason) {
+  QSaveFile file(path);
+  const bool isSaved = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+  if (!isSaved) reason = file.errorString();
+  return isSaved;
+}
+
+}  // namespace
+
+QAction* CWGraph::AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action) {
+  auto* entry = new QAction(caption, this);
+  entry->setShortcut(keys);
+  entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs, the one with the focus
+  connect(entry, &QAction::triggered, this, [this, action = std::move(action)] {
+    EventGate::Get().Click(this, action);
+    RenewMenu();
+  });
+  addAction(entry);
+  menu_->addAction(entry);
+  return entry;
+}
+
+void CWGraph::BuildMenu() {
+  const auto copy = [this](Extent extent) { QGuiApplication::clipboard()->setImage(Picture(extent)); };
+  menu_ = new QMenu(this);
+  AddEntry(tr("&Whole Run"), {}, [this] { ShowAll(); });
+  timeEntry_ = AddEntry(tr("&Time on the Axis"), {}, [this] { ShowTime(!timeShown_); });
+  timeEntry_->setCheckable(true);
+  menu_->addSeparator();
+  numbersEntry_ =
+      AddEntry(tr("Copy &Numbers"), {}, [this] { QGuiApplication::clipboard()->setText(NumbersToCopy()); });
+  AddEntry(tr("&Copy Picture"), QKeySequence::Copy, [copy] { copy(Extent::This); });
+  AddEntry(tr("&Save Picture As..."), QKeySequence::Save, [this] { SaveByUser(Extent::This); });
+  AddEntry(tr("&Print..."), QKeySequence::Print, [this] { PrintByUser(Extent::This); });
+  pairEntries_ = {menu_->addSeparator(), AddEntry(tr("C&opy Both"), {}, [copy] { copy(Extent::Both); }),
+                  AddEntry(tr("Sa&ve Both As..."), {}, [this] { SaveByUser(Extent::Both); }),
+                  AddEntry(tr("P&rint Both..."), {}, [this] { PrintByUser(Extent::Both); })};
+  RenewMenu();
+}
+
+// Hides entries that do not apply and sets the check mark.
+void CWGraph::RenewMenu() {
+  timeEntry_->setVisible(times_.has_value());
+  timeEntry_->setChecked(timeShown_);
+  numbersEntry_->setVisible(NumbersToCopy && !numbers_->text().isEmpty());
+  for (auto* entry : pairEntries_) entry->setVisible(linked_ != nullptr);
+}
+
+void CWGraph::OpenMenu() {
+  menu_->popup(mapToGlobal(rect().center()));
+}
+
+void CWGraph::PresetQuestions() {
+  AskPicturePath = [](const QString& suggested) {
+    FileQuestion question;
+    question.save = question.confirmReplacing = true;
+    question.folder = DataFilesFolder().string();
+    question.filter = PictureFilter;
+    question.defaultSuffix = "png";
+    question.suggestedName = suggested.toStdString();
+    const auto chosen = Machine::Get().AskFile(question);
+    return QString::fromStdString(chosen.value_or(std::string()));
+  };
+  AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
+  TellFailure = [](const QString& reason) { MsgBox(reason.toStdString()); };
+}
+
+void CWGraph::SetHeading(const QString& heading, const QString& fileStem) {
+  heading_ = heading;
+  fileStem_ = fileStem;
+}
+
+std::vector<const CWGraph*> CWGraph::Graphs(Extent extent) const {
+  if (extent == Extent::This || !linked_) return {this};
+  if (isSecond_) return {linked_.data(), this};
+  return {this, linked_.data()};
+}
+
+// "run1 X", "run1 X and Y".
+QString CWGraph::SuggestedName(Extent extent) const {
+  QStringList names;
+  for (const auto* graph : Graphs(extent)) names << graph->accessibleName();
+  const auto name = names.join(tr(" and "));
+  return QStringLiteral("%1 %2").arg(fileStem_, name.isEmpty() ? tr("Graph") : name).trimmed();
+}
+
+int CWGraph::TitleHeight() const {
+  return fontMetrics().height() + TitleRoom;
+}
+
+QSize CWGraph::PictureSize(Extent extent) const {
+  QSize part(0, 0);
+  const auto graphs = Graphs(extent);
+  for (const auto* graph : graphs)
+    part = part.expandedTo(graph->plot_->size() + QSize(0, graph->TitleHeight()));
+  return {part.width(), part.height() * static_cast<int>(graphs.size())};
+}
+
+// In the light palette, whatever the screen uses, and without the read-out. The axis comes first in the title
+// and the launch last: a file name that is too long loses its middle.
+void CWGraph::PaintPart(QCPPainter& painter, QSize size) const {
+  const QSize area(size.width(), size.height() - TitleHeight());
+  const QRect title(plot_->axisRect()->left(), 0, area.width() - plot_->axisRect()->left(), TitleHeight());
+  const auto words = accessibleName() + (heading_.isEmpty() ? "" : ", " + heading_);
+  ApplyColours(PaperPalette());
+  FitTitles(area);
+  for (auto* item : std::initializer_list<QCPAbstractItem*>{pointMark_, pointLine_}) item->setVisible(false);
+  painter.save();
+  painter.setFont(font());
+  painter.setPen(Qt::black);
+  painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter,
+                   fontMetrics().elidedText(words, Qt::ElideMiddle, title.width()));
+  painter.translate(0, TitleHeight());
+  plot_->toPainter(&painter, area.width(), area.height());
+  painter.restore();
+  for (auto* item : std::initializer_list<QCPAbstractItem*>{pointMark_, pointLine_})
+    item->setVisible(read_.has_value());
+  ApplyColours(palette());
+  plot_->replot(QCustomPlot::rpQueuedReplot);  // lays it out for the screen again
+}
+
+bool CWGraph::Paint(Extent extent, QPaintDevice& device, QSize size, bool asVectors) const {
+  QCPPainter painter;
+  if (!painter.begin(&device)) return false;
+  painter.setModes(asVectors ? QCPPainter::pmVectorized | QCPPainter::pmNoCaching : QCPPainter::pmNoCaching);
+  const auto graphs = Graphs(extent);
+  const QSize part(size.width(), size.height() / static_cast<int>(graphs.size()));
+  for (const auto* graph : graphs) {
+    graph->PaintPart(painter, part);
+    painter.translate(0, part.height());
+  }
+  return true;
+}
+
+QImage CWGraph::Picture(Extent extent) const {
+  const auto size = PictureSize(extent);
+  QImage image(size * devicePixelRatioF(), QImage::Format_RGB32);
+  image.setDevicePixelRatio(devicePixelRatioF());
+  image.fill(Qt::white);
+  Paint(extent, image, size, false);
+  return image;
+}
+
+// The content of a file that ends in .png, .pdf or .svg, in any case; nothing for any other.
+QByteArray CWGraph::PictureFile(Extent extent, const QString& extension) const {
+  QByteArray bytes;
+  QBuffer file(&bytes);
+  file.open(QIODevice::WriteOnly);
+  const auto kind = extension.toLower();
+  const auto size = PictureSize(extent);
+  if (kind == QStringLiteral("png")) Picture(extent).save(&file, "PNG");
+  if (kind == QStringLiteral("svg")) {
+    QSvgGenerator svg;
+    svg.setOutputDevice(&file);
+    svg.setSize(size);
+    svg.setViewBox(QRect(QPoint(), size));
+    svg.setResolution(PaperDotsPerInch);
+    Paint(extent, svg, size, true);
+  }
+  if (kind == QStringLiteral("pdf")) {
+    QPdfWriter pdf(&file);
+    pdf.setResolution(PaperDotsPerInch);
+    const auto points = QSizeF(size) * PointsPerInch / PaperDotsPerInch;
+    pdf.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
+    pdf.setPageMargins({});
+    Paint(extent, pdf, size, true);
+  }
+  return bytes;
+}
+
+void CWGraph::SaveByUser(Extent extent) {
+  auto path = AskPicturePath(SuggestedName(extent) + ".png");
+  if (path.isEmpty()) return;
+  if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
+  const auto bytes = PictureFile(extent, QFileInfo(path).suffix());
+  auto reason = tr("the name of a picture ends in .png, .pdf or .svg");
+  if (!bytes.isEmpty() && SaveBytes(path, bytes, reason)) return;
+  TellFailure(tr("The picture cannot be saved as %1: %2").arg(path, reason));
+}
+
+// Fills one sheet. The dialog makes the name of a PDF file of the document's.
+void CWGraph::PrintByUser(Extent extent) {
+  QPrinter printer;
+  printer.setPageOrientation(QPageLayout::Landscape);
+  printer.setDocName(SuggestedName(extent));
+  if (!AskPrinter(printer)) return;
+  printer.setResolution(PaperDotsPerInch);
+  if (Paint(extent, printer, printer.pageLayout().paintRectPixels(PaperDotsPerInch).size(), true)) return;
+  const auto file = printer.outputFileName();
+  TellFailure(file.isEmpty() ? tr("The printer cannot be used") : tr("%1 cannot be written").arg(file));
+}
+
+}  // namespace bexlow::platform

@@ -1,0 +1,111 @@
+#include "platform/graph/CWGraphTicks.h"
+
+#include <QLocale>
+#include <qcustomplot.h>
+
+#include <algorithm>
+#include <cmath>
+
+namespace bexlow::platform {
+
+namespace {
+
+/// Whole steps for counts and samples.
+class WholeTicker : public QCPAxisTicker {
+ protected:
+  double getTickStep(const QCPRange& range) override {
+    return std::max(1.0, QCPAxisTicker::getTickStep(range));
+  }
+  int getSubTickCount(double step) override { return step < 2 ? 0 : QCPAxisTicker::getSubTickCount(step); }
+};
+
+/// Steps that divide a circle.
+class DegreeTicker : public QCPAxisTicker {
+ protected:
+  double getTickStep(const QCPRange& range) override {
+    const double rough = range.size() / (tickCount() + 1);
+    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 60.0, 90.0, 180.0}) {
+      if (step >= rough) return step;
+    }
+    return QCPAxisTicker::getTickStep(range);
+  }
+  int getSubTickCount(double step) override {
+    if (step < 2) return 0;
+    return step == 2 ? 1 : step == 10 || step == 5 ? 4 : 2;
+  }
+};
+
+/// Whole seconds, minutes and hours on an axis that counts samples. Its steps are seconds.
+class ClockTicker : public QCPAxisTicker {
+ public:
+  explicit ClockTicker(const SampleTimes& times) : times_(times) {}
+
+ protected:
+  double getTickStep(const QCPRange& range) override {
+    const double rough = (times_.secondsAt(range.upper) - times_.secondsAt(range.lower)) / (tickCount() + 1);
+    for (const double step :
+         {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 60.0, 120.0, 300.0, 600.0, 900.0, 1800.0}) {
+      if (step >= rough) return step;
+    }
+    return 3600 * std::ceil(rough / 3600);
+  }
+  int getSubTickCount(double) override { return 0; }
+  QVector<double> createTickVector(double step, const QCPRange& range) override {
+    decimals_ = step < 1 ? 1 : 0;
+    QVector<double> ticks;
+    const double first = std::ceil(std::max(0.0, times_.secondsAt(range.lower)) / step);
+    for (int i = 0; i <= 2 * tickCount(); ++i) {
+      const double seconds = (first + i) * step;
+      const double sample = times_.sampleAt(seconds);
+      const bool isMissing = std::abs(times_.secondsAt(sample) - seconds) * times_.rate > 0.5;
+      if (sample <= range.upper && !isMissing) ticks << sample;
+    }
+    return ticks;
+  }
+  QString getTickLabel(double tick, const QLocale&, QChar, int) override {
+    return DurationClock(times_.secondsAt(tick), decimals_);
+  }
+
+ private:
+  SampleTimes times_;
+  int decimals_ = 0;
+};
+
+}  // namespace
+
+void SetTickers(QCustomPlot& plot, PlotStyle style, const std::optional<SampleTimes>& clock) {
+  const QSharedPointer<QCPAxisTicker> whole(new WholeTicker);
+  const QSharedPointer<QCPAxisTicker> degrees(new DegreeTicker);
+  const bool isBin = style == PlotStyle::Bin;
+  plot.xAxis->setTicker(isBin ? degrees : whole);
+  if (clock) plot.xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new ClockTicker(*clock)));
+  plot.yAxis->setTicker(isBin ? whole : degrees);
+}
+
+QString CWGraphNumber(double value) {
+  auto plain = QLocale::c();
+  plain.setNumberOptions(QLocale::OmitGroupSeparator);
+  return plain.toString(value == 0 ? 0.0 : value, 'g', 7);
+}
+
+QString DurationWords(double seconds) {
+  const auto tenths = std::llrint(seconds * 10);
+  if (tenths < 600) return QStringLiteral("%1.%2 s").arg(tenths / 10).arg(tenths % 10);
+  const auto whole = std::llrint(seconds);
+  const auto hours = whole >= 3600 ? QStringLiteral("%1 h ").arg(whole / 3600) : QString();
+  return hours + QStringLiteral("%1 min %2 s").arg(whole / 60 % 60).arg(whole % 60);
+}
+
+QString DurationClock(double seconds, int decimals) {
+  const auto parts = static_cast<long long>(std::pow(10, decimals));  // of a second
+  const auto count = std::llrint(std::abs(seconds) * static_cast<double>(parts));
+  const auto whole = count / parts;
+  auto text = QStringLiteral("%1:%2:%3")
+                  .arg(whole / 3600)
+                  .arg(whole / 60 % 60, 2, 10, QChar('0'))
+                  .arg(whole % 60, 2, 10, QChar('0'));
+  if (decimals > 0) text += QStringLiteral(".%1").arg(count % parts, decimals, 10, QChar('0'));
+  return seconds < 0 && count > 0 ? '-' + text : text;
+}
+
+}  // namespace bexlow::platform
