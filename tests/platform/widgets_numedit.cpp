@@ -44,6 +44,7 @@ TEST_F(NumEdit, TypingAndPastingStayInsideTheLimits) {
         Typed{"beyond the negative limit", -180, 180, 0, "-181", -180, "-180"},
         Typed{"a comma is a point", -180, 180, 1, "1,5", 1.5, "1.5"},
         Typed{"no exponents", 0, 1024, 0, "1e3", 13, "13"},
+        Typed{"a decimal too many is rounded", -180, 180, 3, "-20.00162", -20.002, "-20.002"},
         Typed{"a sign alone", -90, 90, 1, "-", 7, "7.0"}}) {
     SCOPED_TRACE(what);
     Prepare(minimum, maximum, decimals, 7);
@@ -53,7 +54,7 @@ TEST_F(NumEdit, TypingAndPastingStayInsideTheLimits) {
     EXPECT_EQ(edit.text().toStdString(), text);
   }
   for (const auto& [pasted, value] :
-       {std::pair{"512", 512}, {"5000", 1024}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
+       {std::pair{"512", 512}, {"51.5", 7}, {"5000", 1024}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {
     Prepare(0, 1024, 0, 7);
     QApplication::clipboard()->setText(pasted);
     edit.findChild<QLineEdit*>()->paste();
@@ -122,9 +123,10 @@ TEST_F(NumEdit, StepsEndAtTheLimits) {
     EXPECT_EQ(edit.Value(), after);
   }
   Prepare(0, 263, 0, 10);
+  for (const auto key : {Qt::ControlModifier, Qt::ShiftModifier}) test::Wheel(edit, 120, {5, 5}, key);
   edit.clearFocus();
   test::Wheel(edit, 120);
-  EXPECT_EQ(edit.Value(), 10) << "without the focus";
+  EXPECT_EQ(edit.Value(), 10) << "a page, or without the focus";
 }
 
 TEST_F(NumEdit, NewLimitsHoldForTheNextChange) {

@@ -2,6 +2,8 @@
 #include <QAbstractButton>
 #include <QGroupBox>
 #include <QProgressBar>
+#include <QScrollArea>
+#include <QScrollBar>
 
 #include "config/ParameterMap.h"
 #include "platform/controls/CWNumEdit.h"
@@ -71,6 +73,19 @@ TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
     EXPECT_EQ(Selected("opt75Hz"), is75) << byte;
     EXPECT_EQ(Selected("opt15Hz"), !is75) << byte;
   }
+}
+
+TEST_F(Configuration, PageKeysScrollThePageAndChangeNoValue) {
+  OpenAndRead();
+  outer->resize(800, 400);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(platform::Form::Active()->focusWidget(), &The("NumEdit2"));
+  auto& bar = *platform::Form::Active()->findChild<QScrollArea*>()->verticalScrollBar();
+  Key(Qt::Key_PageDown);
+  EXPECT_GT(bar.value(), 0);
+  Key(Qt::Key_PageUp);
+  EXPECT_EQ(bar.value(), 0);
+  EXPECT_EQ(The<platform::CWNumEdit>("NumEdit2").Value(), 323);
 }
 
 TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {

@@ -1,5 +1,6 @@
 #include "platform/controls/CWNumEdit.h"
 
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QToolTip>
@@ -38,8 +39,10 @@ CWNumEdit::CWNumEdit(QWidget* parent) : QDoubleSpinBox(parent) {
   FitBaseRange();
   connect(this, &QDoubleSpinBox::valueChanged, this, &CWNumEdit::OnBaseChange);
   connect(lineEdit(), &QLineEdit::textEdited, this, &CWNumEdit::OnEdited);
-  connect(lineEdit(), &QLineEdit::inputRejected, this,
-          [this] { Refuse("Only a number goes here, " + LimitsInWords()); });
+  connect(lineEdit(), &QLineEdit::inputRejected, this, [this] {
+    Refuse((decimals() > 0 ? "Only a number goes here, " : "Only a whole number goes here, ") +
+           LimitsInWords());
+  });
   connect(this, &QDoubleSpinBox::editingFinished, this, &CWNumEdit::OnFinished);
 }
 
@@ -98,7 +101,7 @@ QValidator::State CWNumEdit::validate(QString& text, int& position) const {
   if (decimals() > 0) text.replace(u',', u'.');
   position = std::min(position, static_cast<int>(text.size()));
   const QString sign = lower_ < 0 ? "-?" : "";
-  const QString fraction = decimals() > 0 ? QString("(\\.[0-9]{0,%1})?").arg(decimals()) : "";
+  const QString fraction = decimals() > 0 ? "(\\.[0-9]*)?" : "";
   const QRegularExpression number("\\A" + sign + "[0-9]*" + fraction + "\\z");
   if (!number.match(text).hasMatch()) return QValidator::Invalid;
   const auto typed = NumberOf(text);
@@ -152,7 +155,8 @@ QString CWNumEdit::textFromValue(double value) const {
 }
 
 double CWNumEdit::valueFromText(const QString& text) const {
-  return text == textFromValue(value()) ? value() : QDoubleSpinBox::valueFromText(text);
+  if (text == textFromValue(value())) return value();
+  return QLocale::c().toDouble(QLocale::c().toString(NumberOf(text).value_or(0), 'f', decimals()));
 }
 
 void CWNumEdit::stepBy(int steps) {
@@ -171,10 +175,16 @@ QAbstractSpinBox::StepEnabled CWNumEdit::stepEnabled() const {
   return enabled;
 }
 
-// Without the focus the wheel scrolls the page that holds the box.
+// Ten steps at once go unseen, on a page that scrolls even in a box that is out of sight: page keys and the
+// wheel with a key held scroll the page that holds the box, and so does any wheel without the focus.
+void CWNumEdit::keyPressEvent(QKeyEvent* event) {
+  const bool pages = event->key() == Qt::Key_PageUp || event->key() == Qt::Key_PageDown;
+  pages ? event->ignore() : QDoubleSpinBox::keyPressEvent(event);
+}
+
 void CWNumEdit::wheelEvent(QWheelEvent* event) {
-  if (hasFocus()) return QDoubleSpinBox::wheelEvent(event);
-  event->ignore();
+  const bool steps = hasFocus() && event->modifiers() == Qt::NoModifier;
+  steps ? QDoubleSpinBox::wheelEvent(event) : event->ignore();
 }
 
 }  // namespace bexlow::platform

@@ -25,7 +25,7 @@ class CWNumEdit : public QDoubleSpinBox {
   /// number within them is refused, a number outside them ends at the nearer limit, and the box says so.
   void SetLimits(double minimum, double maximum);
 
-  /// Decimals on show; the exact value is kept.
+  /// Decimals on show; the exact value is kept. Typed decimals beyond them are rounded.
   void SetDecimals(int decimals);
 
   QValidator::State validate(QString& text, int& position) const override;
@@ -36,6 +36,7 @@ class CWNumEdit : public QDoubleSpinBox {
 
  protected:
   StepEnabled stepEnabled() const override;
+  void keyPressEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
 
  private:
