@@ -30,14 +30,16 @@ void CloseCommPort(platform::MSComm& comm, const platform::Form& screen) {
 bool LoggerIsFree(const platform::Form& screen) {
   const auto* other = platform::Form::OtherEngaged(&screen);
   if (other == nullptr) return true;
+  const bool canBeLeft = other->findChild<QAction*>("mnuReturn") != nullptr;
   platform::MsgBox("The screen \"" + other->windowTitle().toStdString() +
-                   "\" is using the logger. Please wait until it has ended, or stop it there!");
+                   "\" is using the logger. Please wait until it has ended, or stop it there!" +
+                   (canBeLeft ? " Return on that screen frees the logger at once." : ""));
   return false;
 }
 
 void Send(platform::MSComm& comm, std::span<const Step> request) {
-  for (const auto& [byte, pauseMs] : request) {
-    comm.Output({&byte, 1});
+  for (const auto& [byte, pauseMs, reply] : request) {
+    comm.Output({&byte, 1}, reply);
     shared::WaitMilliseconds(pauseMs);
   }
 }

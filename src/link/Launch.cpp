@@ -27,7 +27,7 @@ constexpr int EraseLeadMs = 1000;  // the logger accepts LaunchLogging only duri
 
 }  // namespace
 
-Launch::Launch(platform::Form& main, std::function<void()> launched)
+Launch::Launch(platform::Form& main, std::function<void(bool heard)> launched)
     : main_(main),
       launched_(std::move(launched)),
       MSComm1(main),
@@ -80,6 +80,7 @@ void Launch::EraseAndLaunch() {
     fraErase->show();
     platform::Machine::Get().Repaint();
     progress_ = {};
+    heard_ = false;
     OpenCommPort(MSComm1, main_);
     Send(MSComm1, EraseData());
     shared::WaitMilliseconds(EraseLeadMs);
@@ -95,7 +96,9 @@ void Launch::EraseAndLaunch() {
 
 void Launch::Timer1_Timer() {
   shared::Guarded(main_, "Timer1_Timer", [this] {
-    if (!progress_.Count(MSComm1.Input().size())) return Finish();
+    const auto count = MSComm1.Input().size();
+    heard_ = heard_ || count > 0;
+    if (!progress_.Count(count)) return Finish();
     const double page = progress_.ErasedPageCount;
     platform::SetProgress(PBar, page);
     fraErase->setTitle("Erasing page " + QString::fromStdString(values::NumberText(page)));
@@ -114,7 +117,7 @@ void Launch::Finish() {
   MsgBox(
       "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
       "datalogging has begun.");
-  launched_();
+  launched_(heard_);
 }
 
 }  // namespace bexlow::link

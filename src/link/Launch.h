@@ -16,8 +16,9 @@ namespace bexlow::link {
 class Launch {
  public:
   /// @param main      the screen that holds the controls of the launch
-  /// @param launched  called when the logger logs by itself and counts as disconnected
-  Launch(platform::Form& main, std::function<void()> launched);
+  /// @param launched  called when the logger logs by itself and counts as disconnected; told whether it sent
+  ///                  anything during the erase
+  Launch(platform::Form& main, std::function<void(bool heard)> launched);
 
   QGroupBox* Frame() const { return fraErase; }
 
@@ -31,12 +32,13 @@ class Launch {
   void Finish();
 
   platform::Form& main_;
-  std::function<void()> launched_;
+  std::function<void(bool heard)> launched_;
   platform::MSComm MSComm1;
   platform::Timer Timer1;
   QGroupBox* fraErase;
   QProgressBar* PBar;
   LaunchProgress progress_;
+  bool heard_ = false;
 };
 
 }  // namespace bexlow::link

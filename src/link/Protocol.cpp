@@ -50,6 +50,7 @@ Request MakeRequest(CommandName name, std::span<const int> operands) {
     request.push_back({static_cast<std::uint8_t>(operand), command.pauseBetweenMs});
   }
   request.back().pauseMs = command.pauseBehindMs;
+  request.back().reply = command.reply;
   return request;
 }
 

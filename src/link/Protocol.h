@@ -17,6 +17,7 @@ using Bytes = std::vector<std::uint8_t>;
 struct Step {
   std::uint8_t byte = 0;
   int pauseMs = 0;
+  std::size_t reply = 0;  ///< bytes that the logger answers once it has this byte
   bool operator==(const Step&) const = default;
 };
 using Request = std::vector<Step>;

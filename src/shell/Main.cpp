@@ -45,12 +45,13 @@ Form* Make() {
 }  // namespace
 
 Main::Main(MDIForm1& outer)
-    : Form("Main", "Main"), outer_(outer), launch_(*this, [this] { LoggerSentOff(); }) {
+    : Form("Main", "Main"), outer_(outer), launch_(*this, [this](bool heard) { LoggerSentOff(heard); }) {
   BuildFileMenu();
   BuildToolsMenu();
   BuildDisplayMenu();
   BuildHelpMenu();
   BuildBody();
+  FirstFocus(this);  // Enter once too often behind Connect must open no dialog
   LoggerReached(false);
   outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };
   AddChord(shared::ServiceChord, [this] { mnuRemote->setVisible(!mnuRemote->isVisible()); });
@@ -176,9 +177,7 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
 
 void Main::mnuConnect_Click() {
   auto* connect = new link::Connect([this](bool reached) { LoggerReached(reached); });
-  QObject::connect(connect, &Form::Left, this, [this] {
-    if (shared::Shared.CurrentCommPort == 0) ShowHint();
-  });
+  QObject::connect(connect, &Form::Left, this, [this] { ShowHint(); });
   connect->ShowModal(&outer_);
 }
 
@@ -191,25 +190,35 @@ void Main::ToggleDisplay() {
 }
 
 void Main::LoggerReached(bool reached) {
+  reachedPort_ = reached ? shared::Shared.CurrentCommPort : std::int16_t{0};
+  sentOff_.clear();
   mnuTools->setEnabled(reached);
   mnuDisplay->setEnabled(reached);
   ShowHint();
 }
 
-void Main::LoggerSentOff() {
+void Main::LoggerSentOff(bool heard) {
   LoggerReached(false);
-  lblHint->setText(
-      "The logger is on its run. When it is back, plug the serial cable in and choose Connect from the File "
-      "menu.");
+  sentOff_ =
+      heard ? "The logger is on its run. When it is back, plug the serial cable in and choose Connect from "
+              "the File menu."
+            : "The logger sent nothing during the erase. Connect again and look before you hand it out.";
+  ShowHint();
 }
 
 // The status line names the device as well as the port, since two loggers may be plugged in.
 void Main::ShowHint() {
   if (!mnuTools->isEnabled() || shared::Shared.CurrentCommPort == 0) {
     outer_.Status().Connection("No logger connected");
-    return lblHint->setText("Plug the serial cable into the logger, then choose Connect from the File menu.");
+    return lblHint->setText(
+        sentOff_.isEmpty() ? "Plug the serial cable into the logger, then choose Connect from the File menu."
+                           : sentOff_);
   }
   const auto port = "Comm " + values::NumberText(shared::Shared.CurrentCommPort);
+  if (shared::Shared.CurrentCommPort != reachedPort_) {  // Connect was left before it asked there
+    outer_.Status().Connection(port + " selected, no logger has answered there yet");
+    return lblHint->setText("Choose Connect from the File menu, so that the logger is asked.");
+  }
   const auto device = platform::Machine::Get().DescribePort(shared::Shared.CurrentCommPort).device;
   outer_.Status().Connection("Connected on " + port + (device.empty() ? "" : ", " + device));
   lblHint->setText(QString::fromStdString("The logger answered on " + port +

@@ -42,7 +42,8 @@ class Main : public platform::Form {
   void mnuConnect_Click();
   void ToggleDisplay();
   void LoggerReached(bool reached);
-  void LoggerSentOff();
+  /// @param heard  the logger sent something during the erase
+  void LoggerSentOff(bool heard);
   void ShowHint();
 
   MDIForm1& outer_;
@@ -52,6 +53,8 @@ class Main : public platform::Form {
   QAction* mnuAngles = nullptr;
   QAction* mnuRemote = nullptr;
   QLabel* lblHint = nullptr;
+  QString sentOff_;               ///< what was seen of the last launch, until a logger is asked again
+  std::int16_t reachedPort_ = 0;  ///< where a logger answered last
   platform::CommonDialog CommonDialog1;
   link::Launch launch_;
 };

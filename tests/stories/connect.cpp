@@ -112,11 +112,22 @@ TEST_F(ConnectStory, ThePortBoxShowsTheDeviceEscapeLeavesAndEnterIsOk) {
   EXPECT_EQ(Stored(), "1");
 }
 
-TEST_F(ConnectStory, AStoreThatCannotBeWrittenIsReported) {
-  WriteFile(machine.ProgramFolder() / "settings", "a file in the way");
+TEST_F(ConnectStory, AfterAStoreThatCannotBeWrittenThePortOfBeforeIsNotCalledConnected) {
+  Press("OK");
+  const auto* status = outer->findChild<QLabel*>("lblConnection");
+  EXPECT_EQ(status->text(), "Connected on Comm 1, /dev/virtual1");
+  const auto settings = machine.ProgramFolder() / "settings";
+  std::filesystem::remove_all(settings);
+  WriteFile(settings, "a file in the way");
+  const auto bytes = machine.wire.size();
+  Choose("File", "Connect");
+  Type("NumEditCommPort", "5");
   Press("OK");
   EXPECT_TRUE(Contains(Reads("cmdOK_Click"), "cannot be written"));
-  EXPECT_TRUE(machine.wire.empty());
+  EXPECT_EQ(machine.wire.size(), bytes);
+  Key(Qt::Key_Escape);
+  EXPECT_EQ(status->text(), "Comm 5 selected, no logger has answered there yet");
+  EXPECT_FALSE(The("cmdOpenDataFile").hasFocus()) << "Enter would open its dialog";
 }
 
 }  // namespace bexlow::test

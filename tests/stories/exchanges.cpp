@@ -60,7 +60,8 @@ class Exchanges : public DownloadStory {
   void ExpectRefused(const std::string& by, const std::function<void()>& attempt) {
     const auto bytes = machine.wire.size();
     attempt();
-    Reads("The screen \"" + by + "\" is using the logger. Please wait until it has ended, or stop it there!");
+    Reads("The screen \"" + by + "\" is using the logger. Please wait until it has ended, or stop it there!" +
+          (by == "Main" ? "" : " Return on that screen frees the logger at once."));
     EXPECT_EQ(machine.wire.size(), bytes);
   }
 };
@@ -114,6 +115,47 @@ TEST_F(Exchanges, AScreenThatIsLeftEndsItsOwnAndStartsAfresh) {
     End(left);
     ExpectIdle();
   }
+}
+
+TEST_F(Exchanges, AReplyOnItsWayWhenAnExchangeIsLeftIsNotTheNextOnes) {
+  logger.spoil = [](Bytes&, microseconds& delay) { delay = 95ms; };
+  for (const auto& left : All) {
+    if (left.screen == std::string("Main") || left.entry == std::string("Erase")) continue;
+    SCOPED_TRACE(std::string(left.screen) + " " + left.entry);
+    Begin(left);
+    machine.Pass(10ms);
+    machine.boxes.clear();
+    Close();
+    Front("Main");
+    Choose("File", "Connect");
+    Press("Auto Detect");  // flushes nothing
+    Reads("Bexlow found on Comm 1!");
+    Key(Qt::Key_Escape);
+    OpenScreen(left.caption);
+    machine.Pass(8s);
+    machine.boxes.clear();
+  }
+  Front("Configuration");
+  machine.wire.clear();
+  Choose("File", "Read");
+  Choose("File", "Return");
+  Front("Main");
+  Choose("Tools", "Configuration");
+  machine.Pass(8s);
+  Reads("Read completed!");
+  EXPECT_EQ(machine.wire.size(), 54 * 2U);
+  EXPECT_EQ(Text("NumEdit2"), "323");
+  ServiceChord();
+  Choose("Tools", "EEPROM");
+  logger.SpoilOne(1, Instead({77}, 150ms));
+  Press("Read");
+  machine.Pass(100ms);
+  Reads("Read EEPROM error: packet length is <> 1 byte!");
+  logger.spoil = {};
+  Press("Read");
+  machine.Pass(100ms);
+  EXPECT_EQ(Text("txtValue"), "1");
+  Press("OK");
 }
 
 TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {

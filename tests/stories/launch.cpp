@@ -74,6 +74,10 @@ TEST_F(Launch, SilenceIsTakenForTheEnd) {
     Reads(Launched);
     ExpectIdle();
     Choose("File", "Connect");
+    Key(Qt::Key_Escape);
+    EXPECT_TRUE(
+        Text("lblHint").starts_with(bytes == 0 ? "The logger sent nothing" : "The logger is on its run"));
+    Choose("File", "Connect");
     Press("OK");
   }
 }

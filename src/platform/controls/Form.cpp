@@ -106,6 +106,7 @@ Form* Form::Active() {
 // Takes the focus as Tab does, which selects a box's text, so that typing replaces it.
 void Form::Activated() {
   auto* wanted = std::exchange(shownBefore_, true) ? focusWidget() : firstFocus_;
+  if (firstFocus_ == this && (wanted == nullptr || wanted == this)) return setFocus();
   if (wanted != nullptr && TakesKeys(*wanted, *this)) return wanted->setFocus(Qt::TabFocusReason);
   QWidget* next = nextInFocusChain();
   while (next != this && (!TakesKeys(*next, *this) || next->property("readOnly").toBool()))

@@ -86,7 +86,8 @@ class Form : public QWidget {
   QRadioButton* MakeOption(const char* name, const QString& caption, QWidget* parent, bool marked,
                            const std::function<void()>& handler = {});
   void DefaultButton(QPushButton* button) { defaultButton_ = button; }
-  /// The control that has the keyboard first, where it is not the first that does more than show a text.
+  /// The control that has the keyboard first, where it is not the first that does more than show a text; the
+  /// screen itself for none.
   void FirstFocus(QWidget* control) { firstFocus_ = control; }
   /// A key that works wherever the keyboard is while the screen is in front. Held down it counts once.
   void AddChord(const QKeySequence& key, std::function<void()> handler);

@@ -14,6 +14,9 @@ namespace {
 // A reply is at most 264 bytes and an erase some 6,200: a line that sends more than this is not a logger.
 constexpr std::size_t NeverDropBelow = std::size_t{64} * 1024;
 
+// The longest that the program itself waits for a reply, a page's, before it asks again.
+constexpr std::int64_t ReplyTakesSeconds = 1;
+
 [[noreturn]] void Refuse(std::errc code, const std::string& words) {
   throw std::system_error(std::make_error_code(code), words);
 }
@@ -36,12 +39,26 @@ void MSComm::PortOpen(bool open) {
   if (!open) return Close();
   if (PortOpen()) Refuse(std::errc::operation_not_permitted, PortName(commPort_) + " is open already");
   received_.clear();
-  line_ = Machine::Get().OpenSerial(commPort_, settings_, [this](const Bytes& bytes) { Receive(bytes); });
+  openPort_ = commPort_;
+  line_ = Machine::Get().OpenSerial(openPort_, settings_, [this](const Bytes& bytes) { Receive(bytes); });
   owner_.Engage(1);
+  DropLateReplies();
+}
+
+// The late reply of an exchange that was left would be taken for the reply to the next one's first request.
+void MSComm::DropLateReplies() {
+  auto& machine = Machine::Get();
+  while (machine.QueryPerformanceCounter() < machine.lateUntil[openPort_])
+    machine.Idle(std::chrono::milliseconds(1));
+  received_.clear();
 }
 
 void MSComm::Close() {
   if (PortOpen()) owner_.Engage(-1);
+  if (std::exchange(bytesToCome_, 0) > 0) {
+    auto& machine = Machine::Get();
+    machine.lateUntil[openPort_] = requestedAt_ + ReplyTakesSeconds * machine.QueryPerformanceFrequency();
+  }
   line_.reset();
   askedAt_.reset();
   received_.clear();
@@ -62,10 +79,12 @@ void MSComm::RThreshold(int count) {
   OfferWhenDue();
 }
 
-void MSComm::Output(std::span<const std::uint8_t> bytes) {
+void MSComm::Output(std::span<const std::uint8_t> bytes, std::size_t reply) {
   if (!PortOpen()) Refuse(std::errc::bad_file_descriptor, PortName(commPort_) + " is not open");
   line_->Write(bytes);
   askedAt_ = Machine::Get().QueryPerformanceCounter();
+  if (reply > 0) requestedAt_ = *askedAt_;
+  bytesToCome_ += reply;
 }
 
 Bytes MSComm::Input() {
@@ -75,6 +94,7 @@ Bytes MSComm::Input() {
 }
 
 void MSComm::Receive(const Bytes& bytes) {
+  bytesToCome_ -= std::min(bytesToCome_, bytes.size());
   if (received_.empty()) firstByteAt_ = Machine::Get().QueryPerformanceCounter();
   const auto room = std::max(NeverDropBelow, static_cast<std::size_t>(std::max(inBufferSize_, 0)));
   const auto taken = std::min(bytes.size(), room - std::min(room, received_.size()));

@@ -28,7 +28,8 @@ class MSComm {
 
   bool PortOpen() const { return line_ != nullptr; }
   /// Opening throws std::system_error if the port does not exist, is taken, may not be used, or is open
-  /// already. Closing drops what was received and never fails.
+  /// already. If a reply was still to come when the port was closed last, it waits until none can come and
+  /// drops what comes. Closing drops what was received and never fails.
   void PortOpen(bool open);
 
   /// 0 only: Input takes everything.
@@ -48,7 +49,8 @@ class MSComm {
   std::function<void()> OnComm;
 
   /// Writes the bytes. Throws std::system_error if the port is closed or the line is gone.
-  void Output(std::span<const std::uint8_t> bytes);
+  /// @param reply  how many bytes the logger answers to them
+  void Output(std::span<const std::uint8_t> bytes, std::size_t reply = 0);
   /// Takes all waiting bytes. Throws std::system_error if the port is closed.
   Bytes Input();
 
@@ -56,10 +58,12 @@ class MSComm {
   void Receive(const Bytes& bytes);
   void OfferWhenDue();
   void Deliver();
+  void DropLateReplies();
   void Close();
 
   Form& owner_;
-  int commPort_ = 1;
+  int commPort_ = 1;  ///< for the next opening
+  int openPort_ = 1;
   std::string settings_ = "19200,n,8,1";
   int inBufferSize_ = 1024;
   int rThreshold_ = 0;
@@ -67,6 +71,8 @@ class MSComm {
   Bytes received_;
   std::int64_t firstByteAt_ = 0;
   std::optional<std::int64_t> askedAt_;
+  std::int64_t requestedAt_ = 0;  ///< when bytes that have a reply were written last
+  std::size_t bytesToCome_ = 0;   ///< of the replies to what was written
   std::unique_ptr<SerialLine> line_;
 };
 

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <span>
@@ -84,6 +85,8 @@ class Machine {
   /// Throws std::system_error with words that tell why the port does not open.
   virtual std::unique_ptr<SerialLine> OpenSerial(int comm, const std::string& settings,
                                                  std::function<void(Bytes)> received) = 0;
+  /// Until when, on the counter, a reply to a request of before the last closing may come, by Comm number.
+  std::map<int, std::int64_t> lateUntil;
   virtual std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) = 0;
 
   /// A box with the title "Bexlow". Returns when it is answered.
