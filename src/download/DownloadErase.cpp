@@ -92,11 +92,12 @@ bool DownloadErase::RetrieveAll() {
 
 std::optional<Bytes> DownloadErase::Retrieve(const link::Block& block) {
   try {
-    return link::ReadBlock(MSComm3, *this, block);
+    const auto reply = link::ReadBlock(MSComm3, *this, block);
+    if (reply.size() == block.reply) return reply;
   } catch (const std::exception&) {
     MSComm3.PortOpen(false);
-    return std::nullopt;
   }
+  return std::nullopt;
 }
 
 bool DownloadErase::RetrieveModeParameters() {

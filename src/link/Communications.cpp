@@ -44,7 +44,7 @@ void Send(platform::MSComm& comm, std::span<const Step> request) {
   }
 }
 
-std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block) {
+Bytes ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block) {
   OpenCommPort(comm, screen);
   comm.Input();
   shared::WaitMilliseconds(block.leadPauseMs);
@@ -54,7 +54,6 @@ std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& scr
   }
   Bytes reply = comm.Input();
   CloseCommPort(comm, screen);
-  if (reply.size() != block.reply) return std::nullopt;
   return reply;
 }
 

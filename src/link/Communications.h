@@ -25,9 +25,9 @@ bool LoggerIsFree(const platform::Form& screen);
 void Send(platform::MSComm& comm, std::span<const Step> request);
 
 /// Opens, empties the receive buffer, writes the block's requests and takes the reply.
-/// @return the reply, nothing if its length is not exactly the block's. Throws as Send does, with the port
+/// @return the reply, which is right if it has exactly the block's length. Throws as Send does, with the port
 /// open.
-std::optional<Bytes> ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block);
+Bytes ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Block& block);
 
 /// What the status line says of an exchange that goes no further: its request has been without a reply for
 /// two seconds or more, or a failure has ended it. Nothing while it goes on.

@@ -5,12 +5,17 @@
 #include <QLabel>
 #include <QPushButton>
 
-#include <exception>
+#include <memory>
+#include <system_error>
 #include <utility>
+#include <vector>
 
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/Settings.h"
@@ -27,6 +32,42 @@ using platform::Pointer;
 using shared::Guarded;
 using shared::Shared;
 
+namespace {
+
+constexpr auto Silent = "opened, but nobody answered";
+constexpr auto Gone = "opened, then failed";
+constexpr std::chrono::milliseconds LookEvery{500};  // for an adapter that is plugged in late
+
+class Connect : public platform::Form {
+ public:
+  explicit Connect(std::function<void(bool)> reached);
+
+ private:
+  void Build();
+  void ShowDevice();
+  void Note(std::int16_t port, const std::string& outcome);
+  std::string Outcomes(const char* between) const;
+
+  void cmdOK_Click();
+  void cmdAutoDetect_Click();
+  void EnableButtons(bool enabled);
+
+  bool CommPortExists(std::int16_t port);
+  bool LoggerAnswers(std::int16_t port, const std::string& baud);
+  bool RetrieveOnBoardParameters();
+
+  std::function<void(bool)> reached_;
+  std::int16_t DetectedCommPort = 0;
+  platform::MSComm MSComm1;
+  platform::MSComm MSCommTare;
+  platform::CWNumEdit* NumEditCommPort;
+  QLabel* lblDevice;
+  QPushButton* cmdOK;
+  QPushButton* cmdAutoDetect;
+  std::vector<std::string> outcomes_;  ///< what the ports did that were asked last
+  std::unique_ptr<platform::Alarm> look_;
+};
+
 Connect::Connect(std::function<void(bool)> reached)
     : Form("Connect", "Connect"),
       reached_(std::move(reached)),
@@ -40,6 +81,9 @@ Connect::Connect(std::function<void(bool)> reached)
   NumEditCommPort->Value(Shared.CurrentCommPort);
   ShowDevice();
   FirstFocus(NumEditCommPort);
+  look_ = platform::Machine::Get().MakeAlarm(
+      [this] { platform::EventGate::Get().Offer(this, [this] { ShowDevice(); }); });
+  look_->Start(LookEvery);
 }
 
 void Connect::Build() {
@@ -68,13 +112,31 @@ void Connect::Build() {
   setMinimumWidth(420);
 }
 
-void Connect::ShowDevice() {
-  const int port = values::ToInt16(NumEditCommPort->Value());
-  if (port == 0) return lblDevice->setText("0 stands for no port.");
+std::string DeviceWords(int port) {
+  if (port == 0) return "0 stands for no port.";
   const auto info = platform::Machine::Get().DescribePort(port);
-  if (info.device.empty()) return lblDevice->setText("No device stands behind this number.");
-  const std::string what = info.description.empty() ? "" : ": " + info.description;
-  lblDevice->setText(QString::fromStdString("Device " + info.device + what));
+  if (info.device.empty()) return "No device stands behind this number.";
+  return "Device " + info.device + (info.description.empty() ? "" : ": " + info.description);
+}
+
+/// The device behind the number in the box, as it is now, and what the ports did that were asked last.
+void Connect::ShowDevice() {
+  const auto device = DeviceWords(values::ToInt16(NumEditCommPort->Value()));
+  const auto text = QString::fromStdString(outcomes_.empty() ? device : device + "\n\n" + Outcomes("\n"));
+  if (text == lblDevice->text()) return;
+  lblDevice->setText(text);
+  adjustSize();
+}
+
+void Connect::Note(std::int16_t port, const std::string& outcome) {
+  const auto device = platform::Machine::Get().DescribePort(port).device;
+  outcomes_.push_back("Comm " + values::NumberText(port) + " (" + device + "): " + outcome);
+}
+
+std::string Connect::Outcomes(const char* between) const {
+  std::string text;
+  for (const auto& outcome : outcomes_) text += (text.empty() ? "" : between) + outcome;
+  return text;
 }
 
 void Connect::EnableButtons(bool enabled) {
@@ -88,7 +150,9 @@ bool Connect::CommPortExists(std::int16_t port) {
     MSComm1.PortOpen(true);
     MSComm1.PortOpen(false);
     return true;
-  } catch (const std::exception&) {
+  } catch (const std::system_error& error) {
+    const auto why = platform::WhyNoOpening(error.code().value());
+    if (why != platform::NoSuchDevice) Note(port, why);
     return false;
   }
 }
@@ -104,8 +168,12 @@ bool Connect::LoggerAnswers(std::int16_t port, const std::string& baud) {
     const Bytes reply = MSComm1.Input();
     MSComm1.PortOpen(false);
     if (reply == Bytes{Ping().front().byte}) DetectedCommPort = port;
-  } catch (const std::exception&) {
+    Note(port, DetectedCommPort != 0 ? "the logger answered"
+               : reply.empty()       ? Silent
+                                     : "opened, but the reply is not a logger's");
+  } catch (const std::system_error&) {
     MSComm1.PortOpen(false);
+    Note(port, Gone);
   }
   return DetectedCommPort != 0;
 }
@@ -115,17 +183,19 @@ void Connect::cmdAutoDetect_Click() {
   Guarded(*this, "cmdAutoDetect_Click", [this] {
     MousePointer(Pointer::Busy);
     EnableButtons(false);
+    outcomes_.clear();
     bool found = false;
     for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port) {
       lblDevice->setText(QString("Asking on Comm %1...").arg(port));
       platform::Machine::Get().Repaint();
       found = CommPortExists(port) && LoggerAnswers(port, "19200");
     }
+    if (outcomes_.empty()) outcomes_.emplace_back("Comm 1 to 16: no such device");
     EnableButtons(true);
     if (found) NumEditCommPort->Value(DetectedCommPort);
     ShowDevice();
     MousePointer(Pointer::Normal);
-    if (!found) return MsgBox("Bexlow not found on Comm 1-16!");
+    if (!found) return shared::TellFailure("Bexlow not found on Comm 1-16!", Outcomes("; "));
     MsgBox("Bexlow found on Comm " + values::NumberText(DetectedCommPort) + "!");
     cmdOK->setFocus();
   });
@@ -143,32 +213,50 @@ void Connect::cmdOK_Click() {
       MsgBox("No Comm port has been selected!");
       return Unload();
     }
+    outcomes_.clear();
     platform::Machine::Get().Repaint();
     const bool retrieved = RetrieveOnBoardParameters();
+    ShowDevice();
     if (!retrieved)
       shared::TellFailure(
           "A communication failure has occurred!\r\n"
           "On-board parameters were not retrieved from the Bexlow.\r\n"
-          "Check your hardware set-up and try again.");
+          "Check your hardware set-up and try again.",
+          Outcomes("; "));
     reached_(retrieved);
     Unload();
   });
 }
 
 bool Connect::RetrieveOnBoardParameters() {
-  if (!CommPortExists(Shared.CurrentCommPort)) return false;
-  try {
-    const auto reply = ReadBlock(MSCommTare, *this, TareBlock());
-    if (!reply) return false;
-    auto& parameters = Shared.OnBoardParameters;
-    parameters.XTare = values::SampleWordToAngle(values::Word(*reply, 0), 180);
-    parameters.YTare = values::SampleWordToAngle(values::Word(*reply, 2), 90);
-    parameters.UpdateTimeIncrement = (*reply)[4];
-    return true;
-  } catch (const std::exception&) {
-    MSCommTare.PortOpen(false);
+  const auto port = Shared.CurrentCommPort;
+  if (!CommPortExists(port)) {
+    if (outcomes_.empty()) Note(port, platform::NoSuchDevice);
     return false;
   }
+  try {
+    const auto block = TareBlock();
+    const auto reply = ReadBlock(MSCommTare, *this, block);
+    const auto counts = values::NumberText(static_cast<double>(reply.size())) + " bytes came instead of " +
+                        values::NumberText(static_cast<double>(block.reply));
+    if (reply.size() != block.reply) Note(port, reply.empty() ? Silent : "opened, but " + counts);
+    if (reply.size() != block.reply) return false;
+    auto& parameters = Shared.OnBoardParameters;
+    parameters.XTare = values::SampleWordToAngle(values::Word(reply, 0), 180);
+    parameters.YTare = values::SampleWordToAngle(values::Word(reply, 2), 90);
+    parameters.UpdateTimeIncrement = reply[4];
+    return true;
+  } catch (const std::system_error&) {
+    MSCommTare.PortOpen(false);
+    Note(port, Gone);
+    return false;
+  }
+}
+
+}  // namespace
+
+platform::Form* MakeConnect(std::function<void(bool)> reached) {
+  return new Connect(std::move(reached));
 }
 
 }  // namespace bexlow::link

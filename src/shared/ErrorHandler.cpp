@@ -112,8 +112,8 @@ bool GuardedIn(const std::string& place, const char* procedure, const std::funct
   return false;
 }
 
-void TellFailure(const std::string& text) {
-  Shared.LastFailure = text.substr(0, text.find(Crlf));
+void TellFailure(const std::string& text, const std::string& reason) {
+  Shared.LastFailure = reason.empty() ? text.substr(0, text.find(Crlf)) : reason;
   platform::MsgBox(text);
 }
 

@@ -27,7 +27,8 @@ void Guarded(const platform::Form& form, const char* procedure, const std::funct
 /// The same for the routines of a module, or for a screen given by name. False after a failure.
 bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body);
 
-/// Shows a screen's own message about a failure; its first line stays in the status line.
-void TellFailure(const std::string& text);
+/// Shows a screen's own message about a failure; the reason, or else its first line, stays in the status
+/// line.
+void TellFailure(const std::string& text, const std::string& reason = {});
 
 }  // namespace bexlow::shared

@@ -176,7 +176,7 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
 }
 
 void Main::mnuConnect_Click() {
-  auto* connect = new link::Connect([this](bool reached) { LoggerReached(reached); });
+  auto* connect = link::MakeConnect([this](bool reached) { LoggerReached(reached); });
   QObject::connect(connect, &Form::Left, this, [this] { ShowHint(); });
   connect->ShowModal(&outer_);
 }

@@ -30,6 +30,13 @@ TEST_F(ConnectStory, AutoDetectTakesTheFirstPortThatAnswers) {
     EXPECT_EQ(Text("lblDevice"), "Asking on Comm 1...");
   });
   Press("Auto Detect");
+  EXPECT_EQ(Text("lblDevice"),
+            "Device /dev/virtual5: virtual adapter\n\n"
+            "Comm 1 (/dev/virtual1): opened, but nobody answered\n"
+            "Comm 2 (/dev/virtual2): opened, but nobody answered\n"
+            "Comm 3 (/dev/virtual3): it is in use\n"
+            "Comm 4 (/dev/virtual4): opened, but nobody answered\n"
+            "Comm 5 (/dev/virtual5): the logger answered");
   Reads("Bexlow found on Comm 5!");
   EXPECT_EQ(later.replies, 0) << "ports above the first are not tried";
   EXPECT_EQ((machine.Time() - before) / 500ms, 4) << "a taken port costs no wait, a silent one 500 ms";
@@ -77,15 +84,30 @@ TEST_F(ConnectStory, OkRetrievesTheTareBlockAndPortZeroNothing) {
 
 TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
   Shared.OnBoardParameters.XTare = 77;
-  for (const int struck : {3, 5, 0}) {  // a reply that is missing, one that is doubled, a port that is taken
-    SCOPED_TRACE(struck);
+  struct Row {
+    int struck;  ///< a reply that is missing, one that is doubled; 0: a port that is taken, -1: one that is
+                 ///< gone
+    const char* told;
+  };
+  for (const auto& [struck, told] :
+       {Row{3, "opened, but 4 bytes came instead of 5"}, Row{5, "opened, but 6 bytes came instead of 5"},
+        Row{0, "it is in use"}, Row{-1, "no such device"}}) {
+    SCOPED_TRACE(told);
     if (struck == 0) machine.taken = {1};
+    if (struck == -1) machine.Unplug(1);
     logger.SpoilOne(struck, Instead(Bytes(struck == 3 ? 0 : 2)));
+    machine.whileBoxIsOpen = [&] {
+      EXPECT_TRUE(Contains(Text("lblDevice"), told));
+      for (const auto* button : {"cmdOK", "cmdAutoDetect"}) EXPECT_FALSE(The(button).isEnabled()) << button;
+    };
     Press("OK");
     Reads(
         "A communication failure has occurred!\r\n"
         "On-board parameters were not retrieved from the Bexlow.\r\n"
         "Check your hardware set-up and try again.");
+    machine.Pass(250ms);
+    EXPECT_EQ(outer->findChild<QLabel*>("lblFailure")->toolTip().toStdString(),
+              std::string("<span>Comm 1 (/dev/virtual1): ") + told + "</span>");
     EXPECT_EQ(Shared.OnBoardParameters.XTare, 77) << "no part of a failed read is kept";
     EXPECT_EQ(Stored(), "1");
     EXPECT_FALSE(Offered("Tools", "Graph"));
@@ -103,6 +125,11 @@ TEST_F(ConnectStory, ThePortBoxShowsTheDeviceEscapeLeavesAndEnterIsOk) {
     Type("NumEditCommPort", port);
     EXPECT_EQ(Text("lblDevice"), text);
   }
+  Type("NumEditCommPort", "3");
+  VirtualLogger late;
+  machine.Plug(late, 3);
+  machine.Pass(500ms);
+  EXPECT_EQ(Text("lblDevice"), "Device /dev/virtual3: virtual adapter") << "plugged in late";
   Key(Qt::Key_Escape);
   EXPECT_EQ(ScreenInFront(), "Main");
   EXPECT_EQ(Stored(), "(none)");

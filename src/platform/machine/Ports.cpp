@@ -1,7 +1,9 @@
 #include "platform/machine/Ports.h"
 
+#include <cerrno>
 #include <fstream>
 #include <string>
+#include <unistd.h>
 
 namespace bexlow::platform {
 
@@ -16,6 +18,25 @@ struct Range {
 constexpr Range Ranges[] = {{1, 4, "/dev/ttyS"}, {5, 12, "/dev/ttyUSB"}, {13, 16, "/dev/ttyACM"}};
 
 }  // namespace
+
+std::string WhyNoOpening(int error) {
+  switch (error) {
+    case ENOENT:
+    case ENXIO:
+    case ENODEV:
+    case ENOTTY:
+    case EIO:
+      return NoSuchDevice;
+    case EBUSY:
+    case EWOULDBLOCK:
+      return "it is in use";
+    case EACCES:
+    case EPERM:
+      return "no permission: add your user to the group dialout, then log in again";
+    default:
+      return "it cannot be opened";
+  }
+}
 
 fs::path DeviceOfComm(int comm, const fs::path& programFolder) {
   if (comm < 1 || comm > LastComm) return {};
@@ -35,7 +56,7 @@ PortInfo DescribeComm(int comm, const fs::path& programFolder) {
   const fs::path device = DeviceOfComm(comm, programFolder);
   if (device.empty()) return {};
   std::error_code ignored;
-  if (!fs::exists(device, ignored)) return {device.string(), "no such device"};
+  if (::access(device.c_str(), R_OK | W_OK) != 0) return {device.string(), WhyNoOpening(errno)};
   return {device.string(), AdapterWords("/sys/class/tty" / device.filename() / "device")};
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <filesystem>
+#include <string>
 
 #include "platform/machine/Machine.h"
 
@@ -13,11 +14,15 @@ inline constexpr int LastComm = 16;
 /// /dev/ttyS0-3, 5 to 12 /dev/ttyUSB0-7, 13 to 16 /dev/ttyACM0-3. Empty for other numbers.
 std::filesystem::path DeviceOfComm(int comm, const std::filesystem::path& programFolder);
 
+inline constexpr auto NoSuchDevice = "no such device";
+/// Why a port does not open, in words, by the system's error number; with the remedy where there is one.
+std::string WhyNoOpening(int error);
+
 /// Maker and product of the adapter to which a device of the system (a folder below /sys) belongs; empty
 /// where the system knows neither.
 std::string AdapterWords(const std::filesystem::path& systemDevice);
 
-/// The device and what the system knows of it.
+/// The device and what the system knows of it, or why it will not open.
 PortInfo DescribeComm(int comm, const std::filesystem::path& programFolder);
 
 }  // namespace bexlow::platform

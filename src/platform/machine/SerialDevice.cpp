@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "platform/machine/EventGate.h"
+#include "platform/machine/Ports.h"
 
 namespace bexlow::platform {
 
@@ -21,25 +22,6 @@ namespace {
 constexpr auto OnlySettings = "19200,n,8,1";
 constexpr speed_t OnlySpeed = B19200;
 constexpr int WriteLimitMs = 1000;  // a driver that takes no byte for so long has lost its line
-
-std::string WhyNot(int error) {
-  switch (error) {
-    case ENOENT:
-    case ENXIO:
-    case ENODEV:
-    case ENOTTY:
-    case EIO:
-      return "no such device";
-    case EBUSY:
-    case EWOULDBLOCK:
-      return "it is in use";
-    case EACCES:
-    case EPERM:
-      return "no permission, your user belongs in the group dialout";
-    default:
-      return "it cannot be opened";
-  }
-}
 
 // Adapters that bundle bytes for 16 ms would stretch every round trip; drivers without the flag refuse it.
 void AskForLowLatency(int handle) {
@@ -79,7 +61,8 @@ SerialDevice::~SerialDevice() {
 // keep the flag after a kill.
 void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
   const auto refuse = [this](int error) {
-    throw std::system_error(error, std::generic_category(), label_ + " does not open: " + WhyNot(error));
+    throw std::system_error(error, std::generic_category(),
+                            label_ + " does not open: " + WhyNoOpening(error));
   };
   handle_ = ::open(device.c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
   if (handle_ < 0) refuse(errno);
