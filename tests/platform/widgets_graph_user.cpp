@@ -18,8 +18,10 @@
 namespace bexlow::platform {
 namespace {
 
-const SampleTimes Times{7.5, [](double sample) { return sample / 7.5; },
-                        [](double seconds) { return seconds * 7.5; }};
+/// A page of 100 seconds is missing before sample 750.
+const SampleTimes Times{
+    10, [](double sample) { return sample / 10 + (sample >= 750 ? 100 : 0); },
+    [](double seconds) { return std::min(seconds * 10, std::max(750., (seconds - 100) * 10)); }};
 
 class GraphUser : public testing::Test {
  protected:
@@ -169,7 +171,7 @@ TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
   }
 }
 
-TEST_F(GraphUser, TimesAreToldAndShownWhereTheRateIsKnown) {
+TEST_F(GraphUser, TimesAreToldAndShownWhereTheyAreKnown) {
   CWGraph other;
   graph.LinkXAxis(other);
   const auto offered = [&] { return Entry("Time on the Axis").isVisible(); };
@@ -177,33 +179,57 @@ TEST_F(GraphUser, TimesAreToldAndShownWhereTheRateIsKnown) {
   for (auto* each : {&graph, &other}) each->SetSampleTimes(Times);
   EXPECT_TRUE(offered());
   QTest::keyClick(&graph, Qt::Key_End, Qt::ShiftModifier);
-  EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Sample 1000, 2 min 13 s at 7.5 Hz: 0°"));
+  EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Sample 1000, 3 min 20 s at 10 Hz: 0°"));
   Choose("Time on the Axis");
   EXPECT_TRUE(Entry("Time on the Axis").isChecked());
-  EXPECT_TRUE(graph.Description().contains("Time since launch (h:mm:ss), at 7.5 Hz from 0:00:00 to 0:02:13"));
-  EXPECT_TRUE(other.Description().contains("Time since launch"));
+  const QString title = "Time since launch (h:mm:ss), at 10 Hz";
+  for (auto* each : {&graph, &other}) EXPECT_TRUE(each->Description().contains(title));
+  EXPECT_TRUE(graph.Description().contains(title + " from 0:00:00 to 0:03:20"));
   graph.DrawNow();
   auto& axis = *graph.findChild<QCustomPlot*>()->xAxis;
-  EXPECT_EQ(axis.ticker()->tickOrigin(), 0);
-  EXPECT_EQ(axis.tickVectorLabels().join(' '), "0:00:00 0:00:30 0:01:00 0:01:30 0:02:00");
-  EXPECT_EQ(axis.tickVector().at(1), 225);
+  EXPECT_EQ(axis.tickVectorLabels().join(' '), "0:00:00 0:00:30 0:01:00 0:03:00") << "and none in the gap";
+  EXPECT_EQ(axis.tickVector(), (QVector<double>{0, 300, 600, 800}));
+  EXPECT_EQ(axis.label(), title);
   graph.SetSampleTimes({});
   EXPECT_FALSE(offered());
-  graph.DrawNow();
-  EXPECT_EQ(axis.label(), "Sample");
-  graph.resize(400, 90);
-  graph.DrawNow();
-  EXPECT_EQ(axis.label(), "") << "a small plot goes without its titles";
+  for (const auto& [height, x, y] :
+       {std::tuple{300, "Sample", "Angle (degrees)"}, {140, "Sample", "degrees"}, {90, "", ""}}) {
+    graph.resize(400, height);
+    graph.DrawNow();
+    EXPECT_EQ(axis.label(), x) << height;
+    EXPECT_EQ(graph.findChild<QCustomPlot*>()->yAxis->label(), y) << height;
+  }
 }
 
 TEST_F(GraphUser, WordsThatAppearWithADrawingHideNothingOfThePlot) {
-  graph.ClearData();
-  QTest::qWait(50);
+  const auto& plot = *graph.findChild<QCustomPlot*>();
+  const int height = plot.height();
   graph.Moved = [&] { graph.SetNumbers("in view"); };
   graph.PlotY(std::vector<double>{1, 2});
-  QTest::qWait(50);
-  const auto& plot = *graph.findChild<QCustomPlot*>();
-  EXPECT_LE(plot.axisRect()->outerRect().bottom(), plot.height());
+  EXPECT_TRUE(QTest::qWaitFor(
+      [&] { return plot.height() < height && plot.axisRect()->outerRect().bottom() <= plot.height(); }));
+}
+
+TEST_F(GraphUser, APageKeyHasOneReceiver) {
+  class : public QWidget {
+   public:
+    int keys = 0;
+    void keyPressEvent(QKeyEvent*) override { ++keys; }
+  } screen;
+  auto* inner = new CWGraph(&screen);
+  inner->PlotY(std::vector<double>(1000, 1));
+  inner->LinkXAxis(graph);
+  int pages = 0;
+  for (auto* each : {inner, &graph})
+    each->Paged = [&](bool forward) { return pages += forward ? 1 : 10, pages < 11; };
+  for (const auto& [key, counted, lower] :
+       {std::tuple{Qt::Key_PageDown, 1, 400}, {Qt::Key_PageUp, 11, 220}, {Qt::Key_F5, 11, 220}}) {
+    if (pages == 0) inner->SetXView({400, 600});
+    QTest::keyClick(inner, key);
+    EXPECT_EQ(pages, counted);
+    EXPECT_EQ(inner->XView().lower, lower);
+    EXPECT_EQ(screen.keys, key == Qt::Key_F5 ? 1 : 0);
+  }
 }
 
 TEST_F(GraphUser, TheLimitIsDraggedAndStepped) {
@@ -333,11 +359,16 @@ TEST_F(GraphMenu, PicturesBearATitleAndHoldBothInOrder) {
 TEST_F(GraphMenu, PrintsOnOneSheetAndTellsFailures) {
   graph.AskPrinter = [](QPrinter&) { return false; };
   Choose("Print...");
-  graph.AskPrinter = [&](QPrinter& printer) { return printer.setOutputFileName(chosen), true; };
-  for (const auto* entry : {"Print...", "Print Both..."}) {
-    SCOPED_TRACE(entry);
+  QString name;
+  graph.AskPrinter = [&](QPrinter& printer) {
+    name = printer.docName();
+    return printer.setOutputFileName(chosen), true;
+  };
+  for (const auto& [entry, suggested] :
+       {std::pair{"Print...", "run1 X"}, {"Print Both...", "run1 X and Y"}}) {
     chosen = folder.filePath("paper.pdf");
     Choose(entry);
+    EXPECT_EQ(name, suggested);
     QFile paper(chosen);
     ASSERT_TRUE(paper.open(QIODevice::ReadOnly));
     EXPECT_EQ(paper.readAll().count("/Type /Page\n"), 1);

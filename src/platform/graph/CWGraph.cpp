@@ -17,7 +17,7 @@ namespace {
 
 constexpr double LeastSamplesInView = 4;
 constexpr int FocusFrame = 2;
-constexpr double BarWidth = 2, HeadSize = 5, DotSize = 3;
+constexpr double BarWidth = 2, HeadSize = 3, DotSize = 2;  // heads and dots without their rim, a pen wide
 constexpr double DotDistance = 10;  // pixels between samples; from here on each sample is also drawn as a dot
 constexpr int LeastPlotLines = 3;   // of text; a plot that is less high goes without its titles
 
@@ -268,8 +268,7 @@ void CWGraph::FitToView() {
   FitCursors();
   const double distance = stepX_ * plot_->axisRect()->width() / plot_->xAxis->range().size();
   const double dot = style_ == PlotStyle::Bin ? HeadSize : distance >= DotDistance ? DotSize : 0;
-  const QCPScatterStyle disc(QCPScatterStyle::ssCircle, Qt::NoPen, curve_->pen().color(), dot);
-  curve_->setScatterStyle(dot > 0 ? disc : QCPScatterStyle());
+  curve_->setScatterStyle(dot > 0 ? QCPScatterStyle(QCPScatterStyle::ssDisc, dot) : QCPScatterStyle());
   auto pen = curve_->pen();
   pen.setWidthF(style_ == PlotStyle::Bin ? BarWidth : 1);
   curve_->setPen(pen);

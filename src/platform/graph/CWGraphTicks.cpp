@@ -14,17 +14,17 @@ namespace {
 class WholeTicker : public QCPAxisTicker {
  protected:
   double getTickStep(const QCPRange& range) override {
-    return std::max(1.0, QCPAxisTicker::getTickStep(range));
+    return std::max(1.0, std::ceil(QCPAxisTicker::getTickStep(range)));
   }
   int getSubTickCount(double step) override { return step < 2 ? 0 : QCPAxisTicker::getSubTickCount(step); }
 };
 
-/// Steps that divide a circle.
+/// Steps that divide both full scales, so that their ends are told.
 class DegreeTicker : public QCPAxisTicker {
  protected:
   double getTickStep(const QCPRange& range) override {
     const double rough = range.size() / (tickCount() + 1);
-    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 60.0, 90.0, 180.0}) {
+    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 90.0, 180.0}) {
       if (step >= rough) return step;
     }
     return QCPAxisTicker::getTickStep(range);
