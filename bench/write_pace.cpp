@@ -120,7 +120,7 @@ bool MeasureRead(const Box& box, const platform::Form& screen, const fs::path& l
 /// A block waits for fixed times only; their sum is its bare time.
 bool MeasureBlock(const char* figure, const link::Block& block) {
   platform::Form screen("Bench", "Bench");
-  platform::MSComm comm(screen);
+  platform::MSComm comm(screen, "MSComm1");
   const double start = NowMs();
   const auto reply = link::ReadBlock(comm, screen, block);
   const double ms = NowMs() - start;

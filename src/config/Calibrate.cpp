@@ -31,7 +31,7 @@ constexpr int ShakerSettleMs = 1000;
 
 Calibrate::Calibrate()
     : Form("Calibrate", "Calibrate"),
-      MSComm1(*this),
+      MSComm1(*this, "MSComm1"),
       chain_(*this, MSComm1, link::CommandName::SampleAccelerometers,
              [this](const link::Bytes& reply) { Take(reply); }),
       progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),

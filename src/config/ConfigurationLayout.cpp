@@ -61,7 +61,7 @@ void AddRow(QGridLayout* grid, const Parameter& row, QWidget* value, QWidget* pa
 
 Configuration::Configuration()
     : Form("Configuration", "Configuration"),
-      MSComm1(*this),
+      MSComm1(*this, "MSComm1"),
       progress_(Progress::Make("Progress", EndOfRead - FirstIndex, this)),
       write_(
           *this, ConfigurationWrite, progress_, [this](int k) { return CellAt(k); },

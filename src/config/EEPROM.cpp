@@ -39,8 +39,8 @@ std::uint8_t ByteOf(const QString& text) {
 
 EEPROM::EEPROM()
     : Form("EEPROM", "EEPROM"),
-      MSComm1(*this),
-      TimerEEPROM(*this, ReplyBudgetMs),
+      MSComm1(*this, "MSComm1"),
+      TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
       NumEditAddress(new platform::CWNumEdit(this)),
       txtValue(new ValueBox("txtValue", "Value", this)),
       cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),

@@ -52,8 +52,8 @@ WriteSequence::WriteSequence(platform::Form& screen, const WritePlan& plan, Prog
       progress_(progress),
       cellAt_(std::move(cellAt)),
       enableEntries_(std::move(enableEntries)),
-      MSComm2(screen),
-      TimerWrite(screen, TickMs) {
+      MSComm2(screen, "MSComm2"),
+      TimerWrite(screen, "TimerWrite", TickMs) {
   TimerWrite.OnTimer = [this] { TimerWrite_Timer(); };
 }
 

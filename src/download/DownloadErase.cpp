@@ -284,8 +284,8 @@ void DownloadErase::TimerSampling_Timer() {
 // Only a blank page shows where the data ends, so the time left is that of a full logger.
 platform::Activity DownloadErase::Activity() const {
   const std::string page = "page " + NumberText(Shared.DownloadPageNumber);
-  if (!TimerSampling.Enabled()) return {"Download has stopped", "at " + page};
-  if (!lblWarning->isHidden()) return {"No reply, asking again", "for " + page};
+  if (!TimerSampling.Enabled()) return {"Download has stopped", page};
+  if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page};
   return {"Downloading", page + ", " + TimeLeft() + " left"};
 }
 

@@ -17,10 +17,10 @@ using namespace platform;
 DownloadErase::DownloadErase(std::function<void()> openGraph)
     : Form("DownloadErase", "Download"),
       openGraph_(std::move(openGraph)),
-      MSComm1(*this),
-      MSComm3(*this),
-      TimerSampling(*this, 1000),
-      resting_(*this, 1000),
+      MSComm1(*this, "MSComm1"),
+      MSComm3(*this, "MSComm3"),
+      TimerSampling(*this, "TimerSampling", 1000),
+      resting_(*this, "TimerResting", 1000),
       erase_(*this) {
   BuildMenu();
   BuildBody();

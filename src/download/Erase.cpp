@@ -30,8 +30,8 @@ constexpr int EraseBufferSize = 2100;  // more than CompleteAtBytes: no byte is 
 
 Erase::Erase(platform::Form& screen)
     : screen_(screen),
-      MSComm2(screen),
-      TimerErase(screen, 500),
+      MSComm2(screen, "MSComm2"),
+      TimerErase(screen, "TimerErase", 500),
       fraErase(platform::MakeFrame("fraErase", "Erase Progress", &screen)),
       PBarErase(platform::MakeProgressBar("PBarErase", "Erase Progress", fraErase)),
       txtInBufferSize(platform::MakeReadOnlyBox("txtInBufferSize", "InBufferCount", fraErase)) {

@@ -118,7 +118,7 @@ void Graph::OpenFile() {
   const auto text = platform::ReadWhole(FileName());
   const auto [kind, channel] = files::CheckFile(text);
   if (kind == files::FileKind::Bin || kind == files::FileKind::Linear) {
-    Shared.LastFailure.clear();
+    shared::ForgetFailure(*this);
     graphs_->TellFile(FileName(), files::ReadRunFacts(text));
   }
   switch (kind) {
@@ -135,7 +135,7 @@ void Graph::OpenFile() {
       return OpenLinear(channel);
     case files::FileKind::TooShort:
     case files::FileKind::OtherMode:
-      Shared.LastFailure = FileName() + " holds no run; the graphs are unchanged";
+      shared::NoteFailure(*this, FileName() + " holds no run; the graphs are unchanged");
       return;
   }
 }

@@ -17,7 +17,7 @@ void OpenCommPort(platform::MSComm& comm, const platform::Form& screen) {
     comm.CommPort(shared::Shared.CurrentCommPort);
     comm.InputLen(0);
     comm.PortOpen(true);
-    shared::Shared.LastFailure.clear();  // of an earlier exchange
+    shared::ForgetFailure(screen);
   });
 }
 
@@ -65,9 +65,9 @@ std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std
   const auto counts = machine.QueryPerformanceCounter() - *comm.AskedAt();
   const auto seconds = counts / machine.QueryPerformanceFrequency();
   if (seconds < SilentAfterSeconds) return std::nullopt;
-  return platform::Activity{
-      "No reply from the logger",
-      "for " + values::DurationText(static_cast<double>(seconds)) + ", check the cable and start again"};
+  return platform::Activity{"No reply from the logger",
+                            "silent for " + values::DurationText(static_cast<double>(seconds)) +
+                                ", check the cable and start again"};
 }
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun,

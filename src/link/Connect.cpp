@@ -71,8 +71,8 @@ class Connect : public platform::Form {
 Connect::Connect(std::function<void(bool)> reached)
     : Form("Connect", "Connect"),
       reached_(std::move(reached)),
-      MSComm1(*this),
-      MSCommTare(*this),
+      MSComm1(*this, "MSComm1"),
+      MSCommTare(*this, "MSCommTare"),
       NumEditCommPort(new platform::CWNumEdit(this)),
       lblDevice(platform::MakeLabel("lblDevice", "", this)),
       cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })),

@@ -30,8 +30,8 @@ constexpr int EraseLeadMs = 1000;  // the logger accepts LaunchLogging only duri
 Launch::Launch(platform::Form& main, std::function<void(bool heard)> launched)
     : main_(main),
       launched_(std::move(launched)),
-      MSComm1(main),
-      Timer1(main, 250),
+      MSComm1(main, "MSComm1"),
+      Timer1(main, "Timer1", 250),
       fraErase(platform::MakeFrame("fraErase", IdleCaption, &main)),
       PBar(platform::MakeProgressBar("PBar", IdleCaption, fraErase)) {
   PBar->setMaximum(LastPage);

@@ -33,8 +33,8 @@ SamplingChain::SamplingChain(platform::Form& screen, platform::MSComm& comm, lin
       request_(link::MakeRequest(command)),
       take_(std::move(take)),
       show_(std::move(show)),
-      showing_(screen, ShownWithinMs),
-      resting_(screen, RestMs) {
+      showing_(screen, "TimerShowing", ShownWithinMs),
+      resting_(screen, "TimerResting", RestMs) {
   comm_.OnComm = [this] { MSComm1_OnComm(); };
   showing_.OnTimer = [this] { ShowWhatWasTaken(); };
   resting_.OnTimer = [this] { shared::Guarded(screen_, "MSComm1_OnComm", [this] { Request(); }); };

@@ -30,7 +30,7 @@ bool IsSameFile(const std::string& path, const std::string& other) {
 RecordingScreen::RecordingScreen(const RecordingKind& kind)
     : Form(kind.screen, kind.screen),
       kind_(kind),
-      MSComm1(*this),
+      MSComm1(*this, "MSComm1"),
       chain_(
           *this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); },
           [this] {

@@ -50,8 +50,8 @@ std::int32_t PortIn(const QLineEdit& box) {
 
 RemoteSession::RemoteSession()
     : Form("RemoteSession", "Remote Session"),
-      MSComm1(*this),
-      udpPeerA(*this),
+      MSComm1(*this, "MSComm1"),
+      udpPeerA(*this, "udpPeerA"),
       chain_(*this, MSComm1, link::CommandName::SampleAngles,
              [this](const link::Bytes& reply) { Take(reply); }) {
   BuildMenu();

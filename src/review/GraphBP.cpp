@@ -110,7 +110,7 @@ void GraphBP::mnuOpen_Click() {
 void GraphBP::ReadAndShow() {
   const auto text = platform::ReadWhole(FileName());
   if (!HeaderIsAccepted(text)) return;
-  shared::Shared.LastFailure.clear();
+  shared::ForgetFailure(*this);
   BuildDoubleChannelArrays(text);
   ShowFile();
 }

@@ -80,12 +80,34 @@ std::optional<Failure> FailureOf(const std::function<void()>& body) {
   }
 }
 
+std::string ScreenInFront(const std::string& otherwise) {
+  const auto* active = platform::Form::Active();
+  return active != nullptr ? active->Name() : otherwise;
+}
+
+void Note(const std::string& screen, const std::string& words) {
+  const auto now = platform::Machine::Get().Now();
+  char time[32];
+  std::snprintf(time, sizeof time, "%02d:%02d:%02d ", now.hour, now.minute, now.second);
+  Shared.LastFailureScreen = screen;
+  Shared.LastFailure = time + screen + ": " + words;
+}
+
+// Of the screen whose handler runs; it may lie behind another one.
+std::string CaptionOfRunning() {
+  const QWidget* widget = platform::EventGate::Get().Running();
+  while (widget != nullptr && qobject_cast<const platform::Form*>(widget) == nullptr)
+    widget = widget->parentWidget();
+  if (widget == nullptr) widget = platform::Form::Active();
+  return widget == nullptr ? "Start" : widget->windowTitle().toStdString();
+}
+
 }  // namespace
 
 void SimpleErrorHandler(int number, const std::string& source, const std::string& screen,
                         const std::string& description) {
   const platform::EventGate::Hold hold;
-  Shared.LastFailure = source + ": " + OneLine(description);
+  Note(CaptionOfRunning(), OneLine(description));
   try {
     LogAndAsk(Report(number, source, screen, description));
   } catch (const std::exception&) {
@@ -99,9 +121,15 @@ void Guarded(const platform::Form& form, const char* procedure, const std::funct
   const auto failure = FailureOf(body);
   if (!failure) return;
   if (beforeReport) beforeReport();
-  const auto* active = platform::Form::Active();
-  SimpleErrorHandler(failure->number, procedure, active != nullptr ? active->Name() : form.Name(),
-                     failure->description);
+  SimpleErrorHandler(failure->number, procedure, ScreenInFront(form.Name()), failure->description);
+}
+
+void GuardHandlers() {
+  platform::EventGate::Get().GuardWith(
+      [](const platform::EventGate::Handler& handler, const std::function<void()>& body) {
+        if (const auto failure = FailureOf(body))
+          SimpleErrorHandler(failure->number, handler.name, ScreenInFront("MDIForm1"), failure->description);
+      });
 }
 
 bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body) {
@@ -112,8 +140,16 @@ bool GuardedIn(const std::string& place, const char* procedure, const std::funct
   return false;
 }
 
+void NoteFailure(const platform::Form& screen, const std::string& words) {
+  Note(screen.windowTitle().toStdString(), words);
+}
+
+void ForgetFailure(const platform::Form& screen) {
+  if (Shared.LastFailureScreen == screen.windowTitle().toStdString()) Shared.LastFailure.clear();
+}
+
 void TellFailure(const std::string& text, const std::string& reason) {
-  Shared.LastFailure = reason.empty() ? text.substr(0, text.find(Crlf)) : reason;
+  Note(CaptionOfRunning(), reason.empty() ? text.substr(0, text.find(Crlf)) : reason);
   platform::MsgBox(text);
 }
 

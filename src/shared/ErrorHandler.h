@@ -24,8 +24,16 @@ void SimpleErrorHandler(int number, const std::string& source, const std::string
 void Guarded(const platform::Form& form, const char* procedure, const std::function<void()>& body,
              const std::function<void()>& beforeReport = {});
 
-/// The same for the routines of a module, or for a screen given by name. False after a failure.
+/// From now on every handler that the event gate runs reports what it throws, in the same way.
+void GuardHandlers();
+
+/// The same as Guarded for the routines of a module, or for a screen given by name. False after a failure.
 bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body);
+
+/// Keeps the words of a screen's failure for the status line, with the time.
+void NoteFailure(const platform::Form& screen, const std::string& words);
+/// The screen begins anew what failed, or has succeeded: the status line forgets its failure, not another's.
+void ForgetFailure(const platform::Form& screen);
 
 /// Shows a screen's own message about a failure; the reason, or else its first line, stays in the status
 /// line.

@@ -32,7 +32,8 @@ struct Records {
   bool GraphAfterDownload = false;
   std::string GraphFileName;
 
-  std::string LastFailure;  ///< in short, for the status line; empty until there is one
+  std::string LastFailure;        ///< "14:05:07 Angles: words", for the status line; empty until there is one
+  std::string LastFailureScreen;  ///< the caption in it
 };
 
 inline Records Shared;

@@ -23,6 +23,7 @@
 
 namespace bexlow::shell {
 
+using platform::EventGate;
 using platform::Form;
 
 namespace {
@@ -41,6 +42,15 @@ void AcceptCopy(QDropEvent& event) {
   event.accept();
 }
 
+// Asks before an exchange with the logger ends: it may have run for an hour.
+bool MayEnd(const Form* engaged, const char* question) {
+  if (engaged == nullptr) return true;
+  const auto activity = engaged->ActivityText();
+  return platform::AskToConfirm("The screen \"" + engaged->windowTitle().toStdString() +
+                                "\" is using the logger.\r\n" + (activity.empty() ? "" : activity + ".\r\n") +
+                                question);
+}
+
 }  // namespace
 
 MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
@@ -56,18 +66,22 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   new platform::FramePace(*this);
   connect(tabs_, &QTabWidget::currentChanged, this, &MDIForm1::OnActivated);
   connect(tabs_, &QTabWidget::tabCloseRequested, this, &MDIForm1::AskToClose);
+  shared::GuardHandlers();
   auto* close = new QShortcut(QKeySequence::Close, this);
+  close->setAutoRepeat(false);
   connect(close, &QShortcut::activated, this, [this] { AskToClose(tabs_->currentIndex()); });
   auto* manual = new QShortcut(shared::ManualKey, this);
   manual->setAutoRepeat(false);
-  connect(manual, &QShortcut::activated, this,
-          [this] { platform::EventGate::Get().Click(this, [this] { ShowManual(); }); });
+  connect(manual, &QShortcut::activated, this, [this] {
+    EventGate::Get().Click(
+        this, [this] { ShowManual(); }, "MDIForm_KeyDown");
+  });
 }
 
 // Screens end before their controls do, even when the whole window ends.
 MDIForm1::~MDIForm1() {
   disconnect(tabs_, nullptr, this, nullptr);
-  platform::EventGate::Get().Withdraw(this);
+  EventGate::Get().Withdraw(this);
   for (auto* form : findChildren<Form*>()) {
     disconnect(form, nullptr, this, nullptr);
     form->Unload();
@@ -100,7 +114,7 @@ void MDIForm1::dropEvent(QDropEvent* event) {
   const auto paths = LocalFiles(*event);
   AcceptCopy(*event);
   // The program that the files come from waits for the end of this event.
-  platform::EventGate::Get().Offer(this, [this, paths] {
+  EventGate::Get().Offer(this, {nullptr, "MDIForm_Drop"}, [this, paths] {
     if (!paths.empty() && OnFilesDropped) OnFilesDropped(paths);
   });
 }
@@ -128,7 +142,19 @@ void MDIForm1::ShowChild(Form* child) {
 }
 
 void MDIForm1::AskToClose(int tab) {
-  if (auto* child = ChildAt(tab)) child->close();
+  auto* child = ChildAt(tab);
+  if (child == nullptr || !child->OnCloseRequest) return;  // Main stays
+  bool agreed = false;
+  EventGate::Get().Click(
+      this, [&] { agreed = MayEnd(child->Engaged() ? child : nullptr, "End it?"); }, "MDIForm_Close");
+  if (agreed) child->close();
+}
+
+void MDIForm1::closeEvent(QCloseEvent* event) {
+  bool agreed = false;
+  EventGate::Get().Click(
+      this, [&] { agreed = MayEnd(Form::OtherEngaged(), "End it, and the program?"); }, "MDIForm_Unload");
+  event->setAccepted(agreed);
 }
 
 void MDIForm1::ShowManual() {

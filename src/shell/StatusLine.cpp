@@ -3,8 +3,11 @@
 #include <QLabel>
 #include <QStatusBar>
 
+#include <algorithm>
+
 #include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
+#include "platform/machine/EventGate.h"
 #include "shared/Records.h"
 
 namespace bexlow::shell {
@@ -13,6 +16,11 @@ namespace {
 
 constexpr std::chrono::milliseconds RefreshEvery{250};
 constexpr int Indent = 16;
+constexpr int Margins = 48;  // of the bar and its three labels
+
+int Need(const QLabel& label, const std::string& text) {
+  return label.fontMetrics().horizontalAdvance(QString::fromStdString(text)) + 1;
+}
 
 // A text that is too long loses its middle: its end tells why something failed, or how much is saved.
 void SetText(QLabel& label, const std::string& text, int width) {
@@ -21,25 +29,30 @@ void SetText(QLabel& label, const std::string& text, int width) {
   if (label.text() == shown) return;
   label.setText(shown);
   platform::SetPlainToolTip(&label, whole);
-  label.setAccessibleDescription(whole);
 }
 
 }  // namespace
 
 StatusLine::StatusLine(QStatusBar& bar)
-    : lblConnection(platform::MakeLabel("lblConnection", "", &bar)),
+    : bar_(bar),
+      lblConnection(platform::MakeLabel("lblConnection", "", &bar)),
       lblActivity(platform::MakeLabel("lblActivity", "", &bar)),
       lblFailure(platform::MakeLabel("lblFailure", "", &bar)),
-      alarm_(platform::Machine::Get().MakeAlarm([this] { Refresh(); })) {
+      alarm_(platform::Machine::Get().MakeAlarm([this] {
+        platform::EventGate::Get().Offer(this, {nullptr, "StatusLine_Timer"}, [this] { Refresh(); });
+      })) {
   bar.setSizeGripEnabled(false);
   bar.addWidget(lblConnection);
   bar.addWidget(lblActivity, 1);
   lblActivity->setIndent(Indent);
-  bar.addPermanentWidget(lblFailure, 1);
+  bar.addPermanentWidget(lblFailure);
   for (auto* label : {lblActivity, lblFailure})
-    label->setSizePolicy(QSizePolicy::Ignored,
-                         QSizePolicy::Preferred);  // a long text must not widen the window
+    label->setMinimumWidth(1);  // a long text must not widen the window
   alarm_->Start(RefreshEvery);
+}
+
+StatusLine::~StatusLine() {
+  platform::EventGate::Get().Withdraw(this);
 }
 
 void StatusLine::Connection(const std::string& text) {
@@ -47,20 +60,18 @@ void StatusLine::Connection(const std::string& text) {
 }
 
 // A screen reader reads each new phase, but not each number: Qt does not announce a changed text of a label
-// that has an accessible name.
+// that has an accessible name. What both texts need beyond the free width is taken from the longer one.
 void StatusLine::Refresh() {
   const auto* engaged = platform::Form::OtherEngaged();
-  const auto activity =
-      engaged != nullptr && engaged->OnActivity ? engaged->OnActivity() : platform::Activity{};
-  if (activity.phase != phase_) {
-    phase_ = activity.phase;
-    lblActivity->setAccessibleName(QString::fromStdString(phase_));
-  }
-  SetText(*lblActivity, activity.phase + (activity.details.empty() ? "" : " ") + activity.details,
-          lblActivity->width() - Indent);
-  SetText(*lblFailure, shared::Shared.LastFailure, lblFailure->width());
-  lblFailure->setVisible(
-      !shared::Shared.LastFailure.empty());  // a hidden label leaves its room to lblActivity
+  const auto activity = engaged == nullptr ? "" : engaged->ActivityText();
+  const auto phase = activity.substr(0, activity.find(','));
+  if (phase != phase_) lblActivity->setAccessibleName(QString::fromStdString(phase_ = phase));
+  const auto& failure = shared::Shared.LastFailure;
+  const int free = bar_.width() - lblConnection->width() - Margins;
+  const int forFailure =
+      std::min(Need(*lblFailure, failure), std::max(free / 2, free - Need(*lblActivity, activity)));
+  SetText(*lblActivity, activity, free - forFailure);
+  SetText(*lblFailure, failure, forFailure);
 }
 
 }  // namespace bexlow::shell

@@ -14,6 +14,9 @@ namespace bexlow::shell {
 class StatusLine {
  public:
   explicit StatusLine(QStatusBar& bar);
+  ~StatusLine();
+  StatusLine(const StatusLine&) = delete;
+  StatusLine& operator=(const StatusLine&) = delete;
 
   /// What is known of the logger, such as "Connected on Comm 5".
   void Connection(const std::string& text);
@@ -21,6 +24,7 @@ class StatusLine {
  private:
   void Refresh();
 
+  QStatusBar& bar_;
   QLabel* lblConnection;
   QLabel* lblActivity;
   QLabel* lblFailure;

@@ -28,7 +28,7 @@ using platform::Form;
 class Gate : public ::testing::Test {
  protected:
   void Offer(const void* source, char name) {
-    gate.Offer(source, [this, name] { heard += name; });
+    gate.Offer(source, {}, [this, name] { heard += name; });
   }
   void Click(const QWidget* where, char name) {
     gate.Click(where, [this, name] { heard += name; });
@@ -50,7 +50,7 @@ TEST_F(Gate, KeepsOneDeliveryASourceInTheOrderOfOffers) {
 }
 
 TEST_F(Gate, DeliversNothingWhileHeldHoweverDeepOrWithinADelivery) {
-  gate.Offer(&a, [this] {
+  gate.Offer(&a, {}, [this] {
     heard += 'a';
     Offer(&a, 'x');
     EXPECT_FALSE(gate.DeliverOne());
@@ -150,7 +150,7 @@ TEST_F(Gate, ALineThatPoursIsHeldToItsBuffer) {
   VirtualLogger peer;
   machine.Plug(peer, 1);
   Form form("Form", "Form");
-  platform::MSComm comm(form);
+  platform::MSComm comm(form, "MSComm1");
   for (const int size : {1024, 70'000}) {
     comm.InBufferSize(size);
     comm.PortOpen(true);
@@ -206,7 +206,7 @@ TEST_F(Gate, ARealMessageBoxHoldsAllEvents) {
   platform::RealMachine machine("/tmp");
   platform::Machine::Install(machine);
   Form form("Form", "Form");
-  platform::Timer timer(form, 5);
+  platform::Timer timer(form, "Timer1", 5);
   timer.OnTimer = [this] { heard += 't'; };
   timer.Enabled(true);
   QTimer::singleShot(100, [&] {

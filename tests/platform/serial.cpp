@@ -54,7 +54,7 @@ class Serial : public ::testing::Test {
   int master = -1;
   std::unique_ptr<platform::RealMachine> machine;
   platform::Form form{"Form", "Form"};
-  MSComm comm{form};
+  MSComm comm{form, "MSComm1"};
 };
 
 TEST_F(Serial, CarriesEveryByteBothWaysAndRaisesItsEventAtTheThresholdOnly) {
@@ -135,7 +135,7 @@ TEST_F(Serial, CollectsWhileTheProgramWaits) {
 TEST_F(Serial, IsHeldByOneControlAloneAndFreedByAKill) {
   const auto opens = [&](MSComm& control) { return Words([&] { control.PortOpen(true); }); };
   Link(2, folder / "Ports" / "COM1");  // the same device through another name
-  MSComm second(form);
+  MSComm second(form, "MSComm2");
   second.CommPort(2);
   const auto inUse = [&] { return opens(second).find("it is in use") != std::string::npos; };
   comm.PortOpen(true);

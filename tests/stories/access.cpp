@@ -35,6 +35,7 @@ class AccessStory : public Story {
     ASSERT_EQ(ScreenInFront(), screen);
     auto& form = *platform::Form::Active();
     const auto stops = Stops(form);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&form)->role() == QAccessible::Dialog, form.isWindow());
     EXPECT_TRUE(form.focusWidget() == &form || std::ranges::count(stops, form.focusWidget()) == 1)
         << "no control has the keyboard";
     for (auto* stop : stops) {

@@ -1,4 +1,7 @@
 // Two screens side by side: what one does never changes what another is saving, reading or writing.
+#include <QAbstractButton>
+#include <QTabBar>
+
 #include "stories/DownloadStory.h"
 
 namespace bexlow::test {
@@ -11,15 +14,15 @@ struct Exchange {
 };
 
 const Exchange All[] = {
-    {"Configuration", "Configuration", "File", "Read", "Reading cell ", 1s},
-    {"Configuration", "Configuration", "File", "Write", "Writing cell 2 of 46, 22 s left", 23s},
+    {"Configuration", "Configuration", "File", "Read", "Reading, cell ", 1s},
+    {"Configuration", "Configuration", "File", "Write", "Writing, cell 2 of 46, 22 s left", 23s},
     {"Calibrate", "Calibrate", "Data", "Sample", "Sampling"},
-    {"DownloadErase", "Download", "Data", "Download", "Downloading page 1, at most 5 min 32 s left"},
-    {"DownloadErase", "Download", "Data", "Erase", "Erasing "},
+    {"DownloadErase", "Download", "Data", "Download", "Downloading, page 1, at most 5 min 32 s left"},
+    {"DownloadErase", "Download", "Data", "Erase", "Erasing, "},
     {"Accelerometers", "Accelerometers", "Data", "Sample", "Sampling"},
     {"Angles", "Angles", "Data", "Sample", "Sampling"},
     {"RemoteSession", "Remote Session", "Data", "Sample", "Sampling"},
-    {"Main", "Main", "Tools", "Launch", "Erasing page ", 10s},
+    {"Main", "Main", "Tools", "Launch", "Erasing, page ", 10s},
 };
 
 class Exchanges : public DownloadStory {
@@ -158,16 +161,54 @@ TEST_F(Exchanges, AReplyOnItsWayWhenAnExchangeIsLeftIsNotTheNextOnes) {
   Press("OK");
 }
 
+// Each way to close asks, with No in front, and only one question stands at a time; Return asks nothing.
+TEST_F(Exchanges, WhatRunsIsNotEndedByAccident) {
+  auto& tabs = *outer->findChild<QTabBar*>();
+  const auto byKey = [this] { Key(Qt::Key_W, Qt::ControlModifier); };
+  const auto byCross = [&] {
+    qobject_cast<QAbstractButton*>(tabs.tabButton(tabs.currentIndex(), QTabBar::RightSide))->click();
+  };
+  const auto byWindow = [this] { outer->close(); };
+  Begin(All[3]);
+  machine.Pass(300ms);
+  const std::string facts =
+      "The screen \"Download\" is using the logger.\r\nDownloading, page 2, at most 5 min 32 s left.\r\n";
+  for (const auto& [close, question] : {std::pair<std::function<void()>, std::string>{byKey, "End it?"},
+                                        {byCross, "End it?"},
+                                        {byWindow, "End it, and the program?"}}) {
+    for (int twice = 0; twice < 2; ++twice) {
+      machine.WillAnswer(Answer::No);
+      machine.whileBoxIsOpen = close;
+      close();
+      Reads(facts + question);
+      EXPECT_EQ(machine.buttons.back(), platform::Buttons::Confirm);
+      EXPECT_TRUE(outer->isVisible() && machine.boxes.empty() && ScreenInFront() == "DownloadErase");
+    }
+    Front("Angles");
+    if (question == "End it?") close();  // this screen is at rest
+    EXPECT_EQ(ScreenInFront(), question == "End it?" ? "Main" : "Angles");
+    Front("Main");
+    if (outer->Child("Angles") == nullptr) Choose("Display", "Angles");
+    Front("DownloadErase");
+  }
+  machine.WillAnswer(Answer::Yes);
+  byKey();
+  Reads(facts + "End it?");
+  EXPECT_EQ(outer->Child("DownloadErase"), nullptr);
+  outer->close();
+  EXPECT_FALSE(outer->isVisible());
+}
+
 TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   Front("Angles");
   ChooseFile("Data", "Save", "live.qbx");
   Choose("Data", "Sample");
   machine.Pass(5s);
   const auto text = Status("lblActivity");
-  EXPECT_TRUE(text.starts_with("Sampling 384 samples a second, saving to live.qbx, 1,8")) << text;
+  EXPECT_TRUE(text.starts_with("Sampling, 384 samples a second, saving to live.qbx, 1,8")) << text;
   logger.silent = true;
   machine.Pass(2250ms);
-  EXPECT_EQ(Status("lblActivity").substr(0, 42), "No reply from the logger for 2 s, check th");
+  EXPECT_EQ(Status("lblActivity").substr(0, 42), "No reply from the logger, silent for 2 s, ");
   logger.silent = false;
   machine.Unplug(1);
   machine.Pass(1s);
@@ -175,14 +216,14 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   Choose("Data", "Sample");
   Reads("OpenCommPort", "mnuSample_Click");
   machine.Pass(1s);
-  EXPECT_TRUE(Status("lblFailure").starts_with("mnuSample_Click: ")) << Status("lblFailure");
+  EXPECT_EQ(Status("lblFailure"), "14:05:24 Angles: Comm 1 is not open: Bad file descriptor");
   Choose("Data", "Sample");
   machine.Plug(logger, 1);
   Choose("Data", "Sample");
   machine.Pass(250ms);
   EXPECT_EQ(Status("lblFailure"), "");
-  EXPECT_TRUE(Status("lblActivity").starts_with("Sampling saving to live.qbx, ")) << "no whole second yet";
-  EXPECT_LT(Status("lblActivity").size(), 43U) << "the samples are this run's";
+  EXPECT_TRUE(Status("lblActivity").starts_with("Sampling, saving to live.qbx, ")) << "no whole second yet";
+  EXPECT_LT(Status("lblActivity").size(), 44U) << "the samples are this run's";
   Choose("Data", "Sample");
 }
 

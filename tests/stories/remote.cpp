@@ -255,7 +255,7 @@ TEST_F(RemoteStory, LeavingEndsTheBinding) {
 TEST(Winsock, DatagramsWaitInOrderWhileEventsAreHeldAndAFloodIsBounded) {
   VirtualMachine machine;
   platform::Form form{"Owner", "Owner"};
-  platform::Winsock socket{form};
+  platform::Winsock socket{form, "udpPeerA"};
   PeerSocket peer;
   std::vector<std::string> arrived;
   const int port = PeerSocket().Port();

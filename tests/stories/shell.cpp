@@ -5,6 +5,8 @@
 #include <QMimeData>
 #include <QTabBar>
 
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 #include "platform/machine/Folders.h"
 #include "platform/machine/RunningCopy.h"
 #include "platform/machine/Settings.h"
@@ -145,6 +147,60 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   std::filesystem::remove_all(platform::LogsFolder());
   shared::SimpleErrorHandler(1, "Big", "Graph", "words");
   Reads("The SimpleErrorHandler sub routine has errored!");
+}
+
+class Failing : public platform::Form {
+ public:
+  Failing() : Form("Failing", "Failing") {
+    OnCloseRequest = fail;
+    MakeButton("cmdFail", "Fail", fail);
+    AddEntry(AddMenu("mnuFile", "&File"), "mnuFail", "&Fail", fail);
+    MakeOption("optFail", "Option", this, false, fail);
+    AddChord(Qt::Key_F2, fail);
+    StartWith(fail);
+    timer.OnTimer = [this] {
+      timer.Enabled(false);
+      throw std::runtime_error("It broke");
+    };
+    comm.RThreshold(1);
+    comm.OnComm = fail;
+  }
+  std::function<void()> fail = [] { throw std::runtime_error("It broke"); };
+  platform::Timer timer{*this, "TimerFail", 100};
+  platform::MSComm comm{*this, "MSComm2"};
+};
+
+TEST_F(Shell, WhateverHandlerFailsIsReportedOnceByItsName) {
+  machine.Plug(logger, 1);
+  Start();
+  auto* form = new Failing;
+  outer->ShowChild(form);
+  for (const auto& [handler, happens] : std::vector<std::pair<std::string, std::function<void()>>>{
+           {"Form_Load", [] {}},
+           {"cmdFail_Click", [&] { Press("Fail"); }},
+           {"mnuFail_Click", [&] { Choose("File", "Fail"); }},
+           {"optFail_Click", [&] { The<QAbstractButton>("optFail").click(); }},
+           {"Form_KeyDown", [&] { Key(Qt::Key_F2); }},
+           {"Form_Unload", [&] { Key(Qt::Key_W, Qt::ControlModifier); }},
+           {"TimerFail_Timer", [&] { form->timer.Enabled(true); }},
+           {"MSComm2_OnComm",
+            [&] {
+              form->comm.PortOpen(true);
+              machine.Deliver(1, {1});
+            }},
+           {"StatusLine_Timer", [&] {
+              form->OnActivity = [form]() -> platform::Activity {
+                form->comm.PortOpen(false);
+                throw std::runtime_error("It broke");
+              };
+            }}}) {
+    SCOPED_TRACE(handler);
+    happens();
+    machine.Pass(300ms);
+    EXPECT_TRUE(Contains(Reads(handler), "Screen: Failing\r\nDescription: It broke\r\n"));
+    EXPECT_TRUE(machine.boxes.empty());
+    if (handler == "MSComm2_OnComm") form->comm.Input();
+  }
 }
 
 TEST_F(Shell, ScreensNeedAPortBringTheirMenusAndReportUnderTheOneInFront) {

@@ -53,6 +53,7 @@ QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, Q
 
 void SetPlainToolTip(QWidget* widget, const QString& text) {
   widget->setToolTip("<span>" + text.toHtmlEscaped() + "</span>");
+  widget->setAccessibleDescription(text);
 }
 
 void SetProgress(QProgressBar* bar, double value) {

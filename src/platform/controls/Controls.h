@@ -22,7 +22,7 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 /// A bar from 0 that shows no number of its own.
 QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent);
 
-/// A tool tip that shows any text as it is; Qt would take some for HTML.
+/// A tool tip that shows any text as it is, and reads it aloud; Qt would take some for HTML.
 void SetPlainToolTip(QWidget* widget, const QString& text);
 
 /// Sets a value, limited to the bar's range.

@@ -1,5 +1,6 @@
 #include "platform/controls/Form.h"
 
+#include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -19,14 +20,33 @@ namespace {
 // Property of an option's parent: the option that is marked again when a click is dropped.
 constexpr auto MarkedBefore = "markedBefore";
 
+std::string ClickOf(const QObject& control) {
+  return control.objectName().toStdString() + "_Click";
+}
+
 bool TakesKeys(const QWidget& control, const QWidget& screen) {
   return screen.isAncestorOf(&control) && (control.focusPolicy() & Qt::TabFocus) != 0 &&
          control.isEnabled() && control.isVisibleTo(&screen);
 }
 
+// A modal screen is read aloud as a dialog.
+class FormAccess : public QAccessibleWidget {
+ public:
+  explicit FormAccess(QWidget* form) : QAccessibleWidget(form) {}
+  QAccessible::Role role() const override {
+    return widget()->isWindow() ? QAccessible::Dialog : QAccessible::Client;
+  }
+};
+
+QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
+  auto* form = qobject_cast<Form*>(object);
+  return form != nullptr ? new FormAccess(form) : nullptr;
+}
+
 }  // namespace
 
 Form::Form(const char* name, const QString& caption) {
+  QAccessible::installFactory(MakeAccess);  // a second time changes nothing
   setObjectName(name);
   setWindowTitle(caption);
   setAccessibleName(caption);
@@ -61,7 +81,7 @@ bool Form::event(QEvent* event) {
 }
 
 void Form::StartWith(std::function<void()> handler) {
-  EventGate::Get().Offer(this, std::move(handler));
+  EventGate::Get().Offer(this, {this, "Form_Load"}, std::move(handler));
 }
 
 void Form::ShowModal(QWidget* above) {
@@ -76,9 +96,14 @@ void Form::ShowModal(QWidget* above) {
 const Form* Form::OtherEngaged(const Form* form) {
   for (auto* widget : QApplication::allWidgets()) {
     const auto* other = qobject_cast<Form*>(widget);
-    if (other != nullptr && other != form && other->engaged_ > 0) return other;
+    if (other != nullptr && other != form && other->Engaged()) return other;
   }
   return nullptr;
+}
+
+std::string Form::ActivityText() const {
+  const auto [phase, details] = OnActivity ? OnActivity() : Activity{};
+  return details.empty() ? phase : phase + ", " + details;
 }
 
 void Form::MousePointer(Pointer pointer) {
@@ -122,9 +147,10 @@ QMenu* Form::AddMenu(const char* name, const QString& caption) {
   return menu;
 }
 
-bool Form::Act(const std::function<void()>& handler, const QWidget* pressed) {
+bool Form::Act(const std::string& handler, const std::function<void()>& action, const QWidget* pressed) {
   if (unloaded_) return true;
-  return EventGate::Get().Click(this, [&] { focusKeeper_.Run(handler, pressed); });
+  return EventGate::Get().Click(
+      this, [&] { focusKeeper_.Run(action, pressed); }, handler);
 }
 
 QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
@@ -135,7 +161,8 @@ QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption, s
   entry->setAutoRepeat(false);
   connect(entry, &QAction::triggered, this, [this, menu, entry, handler = std::move(handler)](bool toggled) {
     if (entry->isCheckable()) entry->setChecked(!toggled);
-    if (menu->isEnabled()) Act(handler);  // a screen reader can trigger the entries of a disabled menu
+    if (menu->isEnabled())
+      Act(ClickOf(*entry), handler);  // a screen reader can trigger the entries of a disabled menu
   });
   return entry;
 }
@@ -155,7 +182,7 @@ QPushButton* Form::MakeButton(const char* name, const QString& caption, std::fun
   auto* button = new QPushButton(caption, this);
   button->setObjectName(name);
   connect(button, &QPushButton::clicked, this,
-          [this, button, handler = std::move(handler)] { Act(handler, button); });
+          [this, button, handler = std::move(handler)] { Act(ClickOf(*button), handler, button); });
   return button;
 }
 
@@ -166,7 +193,9 @@ QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget
   option->setChecked(marked);
   connect(option, &QRadioButton::toggled, this, [=, this](bool now) {
     if (!now) return void(parent->setProperty(MarkedBefore, QVariant::fromValue(option)));
-    if (Act(handler ? handler : [] {})) return;
+    if (Act(
+            ClickOf(*option), handler ? handler : [] {}))
+      return;
     auto* before = parent->property(MarkedBefore).value<QRadioButton*>();
     const QSignalBlocker quiet(before);  // this is not the user's choice: no handler
     if (before != nullptr) before->setChecked(true);
@@ -177,7 +206,8 @@ QRadioButton* Form::MakeOption(const char* name, const QString& caption, QWidget
 void Form::AddChord(const QKeySequence& key, std::function<void()> handler) {
   auto* chord = new QShortcut(key, this);
   chord->setAutoRepeat(false);
-  connect(chord, &QShortcut::activated, this, [this, handler = std::move(handler)] { Act(handler); });
+  connect(chord, &QShortcut::activated, this,
+          [this, handler = std::move(handler)] { Act("Form_KeyDown", handler); });
 }
 
 // Enter presses the button that has the focus, else the screen's default button; Escape leaves a modal
@@ -199,7 +229,7 @@ void Form::keyPressEvent(QKeyEvent* event) {
 void Form::closeEvent(QCloseEvent* event) {
   if (unloaded_) return event->accept();
   event->ignore();
-  if (OnCloseRequest) Act(OnCloseRequest);
+  if (OnCloseRequest) Act("Form_Unload", OnCloseRequest);
 }
 
 }  // namespace bexlow::platform

@@ -23,7 +23,7 @@ enum class Pointer { Normal, Busy };
 /// What a screen is doing with the logger, in words.
 struct Activity {
   std::string phase;    ///< "Writing": read aloud when it changes
-  std::string details;  ///< "cell 12 of 46, 17 s left": shown behind it
+  std::string details;  ///< "cell 12 of 46, 17 s left": shown behind it and a comma
 };
 
 class Form : public QWidget {
@@ -49,10 +49,13 @@ class Form : public QWidget {
   /// A port was opened or a timer started (+1), or ended (-1): while any is left, the screen is engaged in an
   /// exchange with the logger.
   void Engage(int change) { engaged_ += change; }
+  bool Engaged() const { return engaged_ > 0; }
   /// The engaged screen other than this, null if there is none.
   static const Form* OtherEngaged(const Form* form = nullptr);
   /// Tells what an engaged screen is doing.
   std::function<Activity()> OnActivity;
+  /// Both its parts; empty where a screen does not tell.
+  std::string ActivityText() const;
 
   /// Sets the pointer of the whole program; leaving the screen ends its busy pointer.
   void MousePointer(Pointer pointer);
@@ -99,8 +102,8 @@ class Form : public QWidget {
   bool event(QEvent* event) override;
 
  private:
-  /// Runs a user's action. False if it was dropped.
-  bool Act(const std::function<void()>& handler, const QWidget* pressed = nullptr);
+  /// Runs a user's action, under the handler's name. False if it was dropped.
+  bool Act(const std::string& handler, const std::function<void()>& action, const QWidget* pressed = nullptr);
   void End();
 
   QList<QMenu*> menus_;

@@ -27,7 +27,7 @@ std::string PortName(int commPort) {
 
 }  // namespace
 
-MSComm::MSComm(Form& owner) : owner_(owner) {
+MSComm::MSComm(Form& owner, const std::string& name) : owner_(owner), onComm_(name + "_OnComm") {
   owner.AtUnload([this] { Close(); });
 }
 
@@ -104,7 +104,7 @@ void MSComm::Receive(const Bytes& bytes) {
 
 void MSComm::OfferWhenDue() {
   if (!PortOpen() || rThreshold_ <= 0 || InBufferCount() < rThreshold_) return;
-  EventGate::Get().Offer(this, [this] { Deliver(); });
+  EventGate::Get().Offer(this, {&owner_, onComm_}, [this] { Deliver(); });
 }
 
 // The threshold may have been silenced or the bytes taken since the event was offered.

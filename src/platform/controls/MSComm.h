@@ -17,7 +17,8 @@ inline constexpr int ReceiveEvent = 2;  ///< CommEvent: data received
 class MSComm {
  public:
   /// @param owner  the screen that the control goes with: leaving the screen closes the port
-  explicit MSComm(Form& owner);
+  /// @param name   as it appears in reports of failures
+  MSComm(Form& owner, const std::string& name);
   ~MSComm();
   MSComm(const MSComm&) = delete;
   MSComm& operator=(const MSComm&) = delete;
@@ -62,6 +63,7 @@ class MSComm {
   void Close();
 
   Form& owner_;
+  std::string onComm_;  ///< name of the handler
   int commPort_ = 1;  ///< for the next opening
   int openPort_ = 1;
   std::string settings_ = "19200,n,8,1";

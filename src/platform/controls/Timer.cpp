@@ -15,8 +15,10 @@ std::int64_t Counts(std::chrono::milliseconds time) {
 
 }  // namespace
 
-Timer::Timer(Form& owner, int interval) : owner_(owner), interval_(interval) {
-  alarm_ = Machine::Get().MakeAlarm([this] { EventGate::Get().Offer(this, [this] { Tick(); }); });
+Timer::Timer(Form& owner, const std::string& name, int interval) : owner_(owner), interval_(interval) {
+  alarm_ = Machine::Get().MakeAlarm([this, tick = name + "_Timer"] {
+    EventGate::Get().Offer(this, {&owner_, tick}, [this] { Tick(); });
+  });
   owner.AtUnload([this] { Enabled(false); });
 }
 

@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 
 #include "platform/machine/Machine.h"
 
@@ -13,8 +14,9 @@ class Form;
 class Timer {
  public:
   /// @param owner     the screen that the timer goes with
+  /// @param name      as it appears in reports of failures
   /// @param interval  milliseconds between two ticks
-  Timer(Form& owner, int interval);
+  Timer(Form& owner, const std::string& name, int interval);
   ~Timer();
   Timer(const Timer&) = delete;
   Timer& operator=(const Timer&) = delete;

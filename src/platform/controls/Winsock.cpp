@@ -46,7 +46,7 @@ bool IsPort(std::int32_t port) {
 
 }  // namespace
 
-Winsock::Winsock(Form& owner) {
+Winsock::Winsock(Form& owner, std::string name) : owner_(owner), name_(std::move(name)) {
   owner.AtUnload([this] { End(); });
 }
 
@@ -79,7 +79,7 @@ void Winsock::LookUp(const QString& name) {
     const auto lookUp = waiting.lock();
     if (lookUp == nullptr) return;
     *lookUp = found;
-    EventGate::Get().Offer(&lookUp_, [this] { EndLookUp(); });
+    EventGate::Get().Offer(&lookUp_, {&owner_, name_ + "_PeerLookedUp"}, [this] { EndLookUp(); });
   });
 }
 
@@ -143,7 +143,8 @@ void Winsock::Collect() {
 }
 
 void Winsock::OfferNext() {
-  if (!received_.empty()) EventGate::Get().Offer(this, [this] { Deliver(); });
+  if (!received_.empty())
+    EventGate::Get().Offer(this, {&owner_, name_ + "_DataArrival"}, [this] { Deliver(); });
 }
 
 void Winsock::Deliver() {

@@ -21,7 +21,8 @@ inline constexpr int LastUdpPort = 65535;
 class Winsock {
  public:
   /// @param owner  the screen that the control goes with: leaving the screen ends the binding
-  explicit Winsock(Form& owner);
+  /// @param name   as it appears in reports of failures
+  Winsock(Form& owner, std::string name);
   ~Winsock();
   Winsock(const Winsock&) = delete;
   Winsock& operator=(const Winsock&) = delete;
@@ -65,6 +66,8 @@ class Winsock {
   void OfferNext();
   void Deliver();
 
+  Form& owner_;
+  std::string name_;
   std::unique_ptr<QUdpSocket> socket_;  ///< null where no port is bound
   std::string remoteHost_;
   Peer peerState_ = Peer::Unnamed;

@@ -14,9 +14,9 @@ EventGate& EventGate::Get() {
   return gate;
 }
 
-void EventGate::Offer(const void* source, std::function<void()> deliver) {
+void EventGate::Offer(const void* source, Handler handler, std::function<void()> deliver) {
   if (std::ranges::any_of(queue_, [&](const Waiting& waiting) { return waiting.source == source; })) return;
-  queue_.push_back({source, std::move(deliver)});
+  queue_.push_back({source, std::move(handler), std::move(deliver)});
   Wake();
 }
 
@@ -36,22 +36,29 @@ void EventGate::Withdraw(const void* source) {
   std::erase_if(queue_, [&](const Waiting& waiting) { return waiting.source == source; });
 }
 
-bool EventGate::Click(const QWidget* where, const std::function<void()>& action) {
+bool EventGate::Click(const QWidget* where, const std::function<void()>& action, const std::string& handler) {
   if (Held()) return false;
   const QWidget* modal = QApplication::activeModalWidget();
   if (modal != nullptr && where != nullptr && where->window() != modal) return false;
-  const Hold hold;
-  action();
+  const bool unnamed = handler.empty() && where != nullptr;
+  Run({where, unnamed ? where->objectName().toStdString() + "_Click" : handler}, action);
   return true;
 }
 
 bool EventGate::DeliverOne() {
   if (Held() || queue_.empty()) return false;
-  const auto deliver = std::move(queue_.front().deliver);
+  const auto next = std::move(queue_.front());
   queue_.pop_front();
-  const Hold hold;
-  deliver();
+  Run(next.handler, next.deliver);
   return true;
+}
+
+void EventGate::Run(const Handler& handler, const std::function<void()>& body) {
+  const Hold hold;
+  const auto end = qScopeGuard([this] { running_ = nullptr; });
+  running_ = handler.screen;
+  if (guard_ == nullptr) return body();
+  guard_(handler, body);
 }
 
 // Each posted event delivers one item, so that painting and input run between two deliveries.
