@@ -81,8 +81,9 @@ Connect::Connect(std::function<void(bool)> reached)
   NumEditCommPort->Value(Shared.CurrentCommPort);
   ShowDevice();
   FirstFocus(NumEditCommPort);
-  look_ = platform::Machine::Get().MakeAlarm(
-      [this] { platform::EventGate::Get().Offer(this, [this] { ShowDevice(); }); });
+  look_ = platform::Machine::Get().MakeAlarm([this] {
+    platform::EventGate::Get().Offer(this, {this, "Connect_Timer"}, [this] { ShowDevice(); });
+  });
   look_->Start(LookEvery);
 }
 
