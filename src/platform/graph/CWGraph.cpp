@@ -59,7 +59,6 @@ CWGraph::CWGraph(QWidget* parent)
   setBackgroundRole(QPalette::Base);
   setMouseTracking(true);
   BuildMenu();
-  PresetQuestions();
   SetPlotStyle(PlotStyle::Linear);
   FitMargins();
   ApplyColours(palette());
@@ -92,18 +91,6 @@ void CWGraph::BuildWords() {
   layout->addWidget(numbers_);
   layout->addWidget(plot_, 1);
   layout->addWidget(words_);
-}
-
-void CWGraph::ClearData() {
-  TakeSeries({}, 0, 1);
-}
-
-void CWGraph::PlotY(std::span<const double> values, double firstX, double stepX) {
-  TakeSeries({values.begin(), values.end()}, firstX, stepX);
-}
-
-void CWGraph::PlotY(std::span<const std::int16_t> values, double firstX, double stepX) {
-  TakeSeries({values.begin(), values.end()}, firstX, stepX);
 }
 
 void CWGraph::TakeSeries(std::vector<double> values, double firstX, double stepX) {
@@ -153,14 +140,6 @@ void CWGraph::SetPlotStyle(PlotStyle style) {
 void CWGraph::SetCrossing(std::optional<double> degrees) {
   crossing_ = degrees;
   RenewCurve();
-}
-
-void CWGraph::SetXAxis(bool autoScale, double minimum, double maximum) {
-  x_.SetWhole(autoScale, {minimum, maximum});
-}
-
-void CWGraph::SetYAxis(bool autoScale, double minimum, double maximum) {
-  y_.SetWhole(autoScale, {minimum, maximum});
 }
 
 void CWGraph::SetAxisTitles(const QString& x, const QString& y) {
@@ -235,21 +214,6 @@ void CWGraph::FollowView() {
 void CWGraph::ShowAll() {
   x_.ShowWhole();
   y_.ShowWhole();
-}
-
-void CWGraph::BringIntoView(double x) {
-  x_.Include(x);
-}
-
-CWGraphRange CWGraph::XView() const {
-  return x_.View();
-}
-CWGraphRange CWGraph::YView() const {
-  return y_.View();
-}
-
-void CWGraph::SetXView(CWGraphRange range) {
-  x_.Show(range);
 }
 
 void CWGraph::DrawNow() {
@@ -346,13 +310,6 @@ void CWGraph::showEvent(QShowEvent* event) {
   plot_->setBufferDevicePixelRatio(devicePixelRatioF());
   DrawSoon();
   QWidget::showEvent(event);
-}
-
-QSize CWGraph::sizeHint() const {
-  return {640, 260};
-}
-QSize CWGraph::minimumSizeHint() const {
-  return {160, 90};
 }
 
 }  // namespace bexlow::platform

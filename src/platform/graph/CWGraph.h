@@ -16,7 +16,6 @@
 #include "platform/graph/CWGraphTicks.h"
 
 class QAction;
-class QCPAbstractItem;
 class QCPGraph;
 class QCPItemLine;
 class QCPItemRect;
@@ -38,26 +37,34 @@ class CWGraph : public QWidget {
   explicit CWGraph(QWidget* parent = nullptr);
   ~CWGraph() override;
 
-  void ClearData();
+  void ClearData() { TakeSeries({}, 0, 1); }
 
   /// Draws a series: values[i] stands at firstX + i * stepX. Empty empties the plot. Auto-scaled axes fit
   /// themselves, the others keep what is on show. A value that is no finite number leaves a gap.
-  void PlotY(std::span<const double> values, double firstX = 0, double stepX = 1);
-  void PlotY(std::span<const std::int16_t> values, double firstX = 0, double stepX = 1);
+  void PlotY(std::span<const double> values, double firstX = 0, double stepX = 1) {
+    TakeSeries({values.begin(), values.end()}, firstX, stepX);
+  }
+  void PlotY(std::span<const std::int16_t> values, double firstX = 0, double stepX = 1) {
+    TakeSeries({values.begin(), values.end()}, firstX, stepX);
+  }
 
   void SetPlotStyle(PlotStyle style);
 
   /// Sets the whole range of an axis and shows it. Auto-scaled, it is the range of the data, and minimum to
   /// maximum while there is none. An empty range is widened.
-  void SetXAxis(bool autoScale, double minimum, double maximum);
-  void SetYAxis(bool autoScale, double minimum, double maximum);
+  void SetXAxis(bool autoScale, double minimum, double maximum) {
+    x_.SetWhole(autoScale, {minimum, maximum});
+  }
+  void SetYAxis(bool autoScale, double minimum, double maximum) {
+    y_.SetWhole(autoScale, {minimum, maximum});
+  }
 
   /// Titles with units; an empty one stands for the style's own ("Sample", "Angle (degrees)", "Count").
   void SetAxisTitles(const QString& x, const QString& y);
 
   /// Gives the graph its first cursor, at 0, 0.
   void EnableCursors();
-  int CursorCount() const;
+  int CursorCount() const { return static_cast<int>(cursors_.size()); }
   /// A cursor at 0, 0 in the look of the first.
   void AddCursor();
   void RemoveAllCursors();
@@ -66,8 +73,8 @@ class CWGraph : public QWidget {
   /// Moves cursor n, counted from 1.
   /// @throws std::system_error (invalid argument) where there is no cursor n; so do the next two
   void SetCursorPosition(int n, double x, double y);
-  double CursorX(int n) const;
-  double CursorY(int n) const;
+  double CursorX(int n) const { return cursors_[CursorIndex(n)].x(); }
+  double CursorY(int n) const { return cursors_[CursorIndex(n)].y(); }
 
   /// Couples the x views of two graphs, so that what the user does to one happens to both. At most one other.
   void LinkXAxis(CWGraph& other);
@@ -82,7 +89,7 @@ class CWGraph : public QWidget {
 
   /// A level line that the user drags up and down; std::nullopt removes it.
   void SetLimit(std::optional<double> value);
-  std::optional<double> Limit() const;
+  std::optional<double> Limit() const { return limit_; }
   /// Two neighbouring samples further apart than this are not joined by a line; std::nullopt joins all.
   void SetCrossing(std::optional<double> degrees);
   /// First and last index of the samples whose points lie in the plot now; nothing where there are none.
@@ -111,11 +118,11 @@ class CWGraph : public QWidget {
 
   void ShowAll();
   /// Moves the x view, as far as needed, so that x is in sight.
-  void BringIntoView(double x);
+  void BringIntoView(double x) { x_.Include(x); }
   /// What is on show, for tests and for keeping a view.
-  CWGraphRange XView() const;
-  CWGraphRange YView() const;
-  void SetXView(CWGraphRange range);
+  CWGraphRange XView() const { return x_.View(); }
+  CWGraphRange YView() const { return y_.View(); }
+  void SetXView(CWGraphRange range) { x_.Show(range); }
 
   /// The line under the plot: sample and degrees, or degree and count, at the pointer.
   QString ReadOutText() const;
@@ -125,18 +132,14 @@ class CWGraph : public QWidget {
   /// The lines of text around the plot that are on show: numbers, read-out.
   QList<QWidget*> WordsShown() const;
 
-  /// Asks where to save a picture; gives an empty text when the user cancels. Preset to a file dialog.
-  std::function<QString(const QString& suggestedName)> AskPicturePath;
   /// Asks for a printer and its settings; false for none. Preset to a print dialog.
   std::function<bool(QPrinter&)> AskPrinter;
-  /// Tells the user why a picture could not be saved. Preset to a message box.
-  std::function<void(const QString& reason)> TellFailure;
 
   /// Draws at once instead of at the next turn of the event loop.
   void DrawNow();
 
-  QSize sizeHint() const override;
-  QSize minimumSizeHint() const override;
+  QSize sizeHint() const override { return {640, 260}; }
+  QSize minimumSizeHint() const override { return {160, 90}; }
 
  protected:
   void changeEvent(QEvent* event) override;
@@ -205,7 +208,6 @@ class CWGraph : public QWidget {
   QAction* AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action);
   void RenewMenu();
   void OpenMenu();
-  void PresetQuestions();
   std::vector<const CWGraph*> Graphs(Extent extent) const;
   QString SuggestedName(Extent extent) const;
   QSize PictureSize(Extent extent) const;

@@ -7,6 +7,8 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/graph/CWGraphAxis.h"
+
 namespace bexlow::platform {
 
 namespace {
@@ -33,62 +35,56 @@ class Curve : public QCPGraph {
   }
   void getOptimizedLineData(Points* line, const Iterator& begin, const Iterator& end) const override {
     if (mLineStyle != lsLine) return QCPGraph::getOptimizedLineData(line, begin, end);
-    const double columns = std::max(1, mKeyAxis->axisRect()->width()) * columnsAPixel_;
-    const double column = mKeyAxis->range().size() / columns;
+    const auto area = mKeyAxis->axisRect()->size();
+    const double column = mKeyAxis->range().size() / std::max(1, area.width()) / columnsAPixel_;
+    const double halfPixel = mValueAxis->range().size() / std::max(1, area.height()) / 2;
     const bool isDense = static_cast<double>(end - begin) * column > 2 * ((end - 1)->key - begin->key);
-    isDense ? AddColumns(*line, begin, end, column) : AddPoints(*line, begin, end, column);
+    isDense ? AddColumns(*line, begin, end, column, halfPixel) : AddPoints(*line, begin, end, column);
   }
 
  private:
   /// A sample between two gaps becomes a dash.
   static void AddPoints(Points& line, Iterator begin, Iterator end, double dash) {
+    const auto isGap = [&](Iterator it) { return std::isnan(it->value); };
     for (auto it = begin; it != end; ++it) {
-      const bool isAlone =
-          (it == begin || std::isnan((it - 1)->value)) && (it + 1 == end || std::isnan((it + 1)->value));
-      if (isAlone) line << QCPGraphData(it->key - dash, it->value) << QCPGraphData(it->key + dash, it->value);
-      if (!isAlone) line << *it;
+      const bool isAlone = (it == begin || isGap(it - 1)) && (it + 1 == end || isGap(it + 1));
+      if (isAlone) line << QCPGraphData(it->key - dash, it->value);
+      line << QCPGraphData(isAlone ? it->key + dash : it->key, it->value);
     }
   }
-  // Each column begins with the last value of the one before. A gap leads to the other side: where values
-  // cross from end to end of a scale within a column, both sides are drawn and not what lies between.
-  static void AddColumns(Points& line, Iterator begin, Iterator end, double column) {
-    std::array<Extent, 2> sides;
-    std::size_t side = 0;
-    double start = std::floor(begin->key / column) * column, last = Nan;
-    const auto draw = [&] {
-      for (auto& extent : sides) extent.Draw(line, start, column);
+  // Each column counts the last value of the one before. A gap leads to the other side: where values cross
+  // from end to end of a scale within a column, both sides are drawn and not what lies between.
+  void AddColumns(Points& line, Iterator begin, Iterator end, double column, double halfPixel) const {
+    std::array<CWGraphRange, 2> sides;
+    const auto clear = [&] { sides.fill({Infinite, -Infinite}); };
+    const auto add = [&](CWGraphRange& side, double value) {  // a gap is never less or greater
+      if (value < side.lower) side.lower = value;
+      if (value > side.upper) side.upper = value;
     };
+    const auto number = [&](double key) { return std::floor((key - mKeyAxis->range().lower) / column); };
+    const auto draw = [&](double middle) {
+      for (const auto& [least, greatest] : sides) {
+        if (least <= greatest)
+          line << QCPGraphData(middle, least - halfPixel) << QCPGraphData(middle, greatest + halfPixel)
+               << QCPGraphData(middle, Nan);
+      }
+    };
+    clear();
+    std::size_t side = 0;
+    double start = mKeyAxis->range().lower + number(begin->key) * column;
+    double last = Nan;
     for (auto it = begin; it != end; ++it) {
       if (it->key >= start + column) {
-        draw();
-        start = std::floor(it->key / column) * column;
-        sides[side].Add(last);
+        draw(start + column / 2);
+        clear();
+        start = mKeyAxis->range().lower + number(it->key) * column;
+        add(sides[side], last);
       }
       if (std::isnan(it->value)) side = 1 - side;
-      sides[side].Add(last = it->value);
+      add(sides[side], last = it->value);
     }
-    draw();
+    draw(start + column / 2);
   }
-
-  struct Extent {
-    double least = Infinite, greatest = -Infinite, first = Nan, last = Nan;
-
-    void Add(double value) {
-      if (std::isnan(value)) return;
-      if (least > greatest) first = value;
-      last = value;
-      least = std::min(least, value);
-      greatest = std::max(greatest, value);
-    }
-    void Draw(Points& line, double start, double column) {
-      if (least > greatest) return;
-      if (first > last) std::swap(least, greatest);
-      line << QCPGraphData(start, first) << QCPGraphData(start + column / 2, least)
-           << QCPGraphData(start + column / 2, greatest) << QCPGraphData(start + column, last)
-           << QCPGraphData(start, Nan);
-      *this = {};
-    }
-  };
 
   double columnsAPixel_ = 1;
 };

@@ -167,13 +167,11 @@ void CWGraph::mouseReleaseEvent(QMouseEvent* event) {
 // A flat rectangle keeps y, a slim one keeps x.
 void CWGraph::ZoomIntoRectangle() {
   const auto drawn = QRect(from_, last_).normalized() & plot_->axisRect()->rect();
-  const auto range = [](const QCPAxis& axis, double one, double other) {
-    return CWGraphRange{axis.pixelToCoord(one), axis.pixelToCoord(other)};
-  };
-  const auto x = range(*plot_->xAxis, drawn.left(), drawn.right());
-  const auto y = range(*plot_->yAxis, drawn.bottom(), drawn.top());
-  if (drawn.width() >= SmallestRectangle) x_.Show(x);
-  if (drawn.height() >= SmallestRectangle) y_.Show(y);
+  const auto x = [&](int pixel) { return plot_->xAxis->pixelToCoord(pixel); };
+  const auto y = [&](int pixel) { return plot_->yAxis->pixelToCoord(pixel); };
+  const CWGraphRange wide{x(drawn.left()), x(drawn.right())}, high{y(drawn.bottom()), y(drawn.top())};
+  if (drawn.width() >= SmallestRectangle) x_.Show(wide);
+  if (drawn.height() >= SmallestRectangle) y_.Show(high);
 }
 
 void CWGraph::CancelDrag() {

@@ -21,8 +21,6 @@ constexpr double ClickReach = 5;  // greatest distance of a click from a cursor,
 constexpr double LimitReach = 4;  // of a press from the limit
 constexpr double PointSize = 10;
 
-const auto OverlayLayer = QStringLiteral("overlay");  // redrawn without the rest
-
 // Along one axis at a value, along the other from frame to frame.
 void Fasten(QCPItemPosition& position, QCPItemPosition::PositionType x, QCPItemPosition::PositionType y) {
   position.setTypeX(x);
@@ -80,11 +78,16 @@ void CWGraph::BuildMarks() {
   limitLabel_->setPadding({4, 0, 4, 0});
   pointMark_->setStyle(QCPItemTracer::tsCircle);
   pointMark_->setSize(PointSize);
-  for (auto* item : std::initializer_list<QCPAbstractItem*>{limitLine_, limitLabel_, pointLine_, pointMark_,
-                                                            notice_, rectangle_}) {
-    item->setLayer(OverlayLayer);
-    item->setVisible(false);
-  }
+  plot_->addLayer("point");
+  plot_->layer("point")->setMode(QCPLayer::lmBuffered);  // redrawn without the rest, as the overlay
+  pointLine_->setLayer("point");
+  pointMark_->setLayer("point");
+  limitLine_->setLayer("overlay");
+  limitLabel_->setLayer("overlay");
+  notice_->setLayer("overlay");
+  rectangle_->setLayer("overlay");
+  limitLine_->setVisible(false);
+  rectangle_->setVisible(false);
 }
 
 void CWGraph::ColourMarks(const QPalette& palette) const {
@@ -107,10 +110,6 @@ void CWGraph::ColourMarks(const QPalette& palette) const {
 
 void CWGraph::EnableCursors() {
   if (cursors_.empty()) AddCursor();
-}
-
-int CWGraph::CursorCount() const {
-  return static_cast<int>(cursors_.size());
 }
 
 void CWGraph::AddCursor() {
@@ -139,13 +138,6 @@ void CWGraph::SetCursorPosition(int n, double x, double y) {
   cursors_[CursorIndex(n)] = {x, y};
   placed_.clear();
   DrawSoon();
-}
-
-double CWGraph::CursorX(int n) const {
-  return cursors_[CursorIndex(n)].x();
-}
-double CWGraph::CursorY(int n) const {
-  return cursors_[CursorIndex(n)].y();
 }
 
 // One line in a column of pixels is enough, and one mark in four: a hundred thousand cursors cost no more
@@ -202,10 +194,6 @@ void CWGraph::SetLimit(std::optional<double> value) {
   }
   FitMargins();
   DrawSoon();
-}
-
-std::optional<double> CWGraph::Limit() const {
-  return limit_;
 }
 
 bool CWGraph::IsOnLimit(QPoint place) const {
@@ -272,10 +260,10 @@ void CWGraph::ShowPoint(std::optional<std::size_t> index) {
     pointLine_->point2->setCoords(point->x(), 1);
   }
   words_->setText(read_ ? PointText(*read_) : values_.empty() ? QString() : Hint());
-  if (!point && !pointMark_->visible()) return;
-  for (auto* item : std::initializer_list<QCPAbstractItem*>{pointMark_, pointLine_})
-    item->setVisible(point.has_value());
-  if (isVisible()) plot_->layer(OverlayLayer)->replot();
+  auto* layer = plot_->layer("point");
+  if (!point && !layer->visible()) return;
+  layer->setVisible(point.has_value());
+  if (isVisible()) layer->replot();
 }
 
 void CWGraph::PointAt(QPoint place) {

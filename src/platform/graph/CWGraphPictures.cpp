@@ -68,6 +68,7 @@ void CWGraph::BuildMenu() {
   pairEntries_ = {menu_->addSeparator(), AddEntry(tr("C&opy Both"), {}, [copy] { copy(Extent::Both); }),
                   AddEntry(tr("Sa&ve Both As..."), {}, [this] { SaveByUser(Extent::Both); }),
                   AddEntry(tr("P&rint Both..."), {}, [this] { PrintByUser(Extent::Both); })};
+  AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
   RenewMenu();
 }
 
@@ -81,21 +82,6 @@ void CWGraph::RenewMenu() {
 
 void CWGraph::OpenMenu() {
   menu_->popup(mapToGlobal(rect().center()));
-}
-
-void CWGraph::PresetQuestions() {
-  AskPicturePath = [](const QString& suggested) {
-    FileQuestion question;
-    question.save = question.confirmReplacing = true;
-    question.folder = DataFilesFolder().string();
-    question.filter = PictureFilter;
-    question.defaultSuffix = "png";
-    question.suggestedName = suggested.toStdString();
-    const auto chosen = Machine::Get().AskFile(question);
-    return QString::fromStdString(chosen.value_or(std::string()));
-  };
-  AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
-  TellFailure = [](const QString& reason) { MsgBox(reason.toStdString()); };
 }
 
 void CWGraph::SetHeading(const QString& heading, const QString& fileStem) {
@@ -137,7 +123,7 @@ void CWGraph::PaintPart(QCPPainter& painter, QSize size) const {
   const auto words = accessibleName() + (heading_.isEmpty() ? "" : ", " + heading_);
   ApplyColours(PaperPalette());
   FitTitles(area);
-  for (auto* item : std::initializer_list<QCPAbstractItem*>{pointMark_, pointLine_}) item->setVisible(false);
+  plot_->layer("point")->setVisible(false);
   painter.save();
   painter.setFont(font());
   painter.setPen(Qt::black);
@@ -146,8 +132,7 @@ void CWGraph::PaintPart(QCPPainter& painter, QSize size) const {
   painter.translate(0, TitleHeight());
   plot_->toPainter(&painter, area.width(), area.height());
   painter.restore();
-  for (auto* item : std::initializer_list<QCPAbstractItem*>{pointMark_, pointLine_})
-    item->setVisible(read_.has_value());
+  plot_->layer("point")->setVisible(read_.has_value());
   ApplyColours(palette());
   plot_->replot(QCustomPlot::rpQueuedReplot);  // lays it out for the screen again
 }
@@ -202,13 +187,20 @@ QByteArray CWGraph::PictureFile(Extent extent, const QString& extension) const {
 }
 
 void CWGraph::SaveByUser(Extent extent) {
-  auto path = AskPicturePath(SuggestedName(extent) + ".png");
-  if (path.isEmpty()) return;
+  FileQuestion question;
+  question.save = question.confirmReplacing = true;
+  question.folder = DataFilesFolder().string();
+  question.filter = PictureFilter;
+  question.defaultSuffix = "png";
+  question.suggestedName = SuggestedName(extent).toStdString() + ".png";
+  const auto chosen = Machine::Get().AskFile(question);
+  if (!chosen) return;
+  auto path = QString::fromStdString(*chosen);
   if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
   const auto bytes = PictureFile(extent, QFileInfo(path).suffix());
   auto reason = tr("the name of a picture ends in .png, .pdf or .svg");
   if (!bytes.isEmpty() && SaveBytes(path, bytes, reason)) return;
-  TellFailure(tr("The picture cannot be saved as %1: %2").arg(path, reason));
+  MsgBox(tr("The picture cannot be saved as %1: %2").arg(path, reason).toStdString());
 }
 
 // Fills one sheet. The dialog makes the name of a PDF file of the document's.
@@ -219,8 +211,8 @@ void CWGraph::PrintByUser(Extent extent) {
   if (!AskPrinter(printer)) return;
   printer.setResolution(PaperDotsPerInch);
   if (Paint(extent, printer, printer.pageLayout().paintRectPixels(PaperDotsPerInch).size(), true)) return;
-  const auto file = printer.outputFileName();
-  TellFailure(file.isEmpty() ? tr("The printer cannot be used") : tr("%1 cannot be written").arg(file));
+  const auto file = printer.outputFileName().toStdString();
+  MsgBox(file.empty() ? "The printer cannot be used" : file + " cannot be written");
 }
 
 }  // namespace bexlow::platform
