@@ -78,8 +78,8 @@ void FromCharsPass(benchmark::State& state, const Bench& bench) {
 
 void ReadSeries(benchmark::State& state, const Bench& bench) {
   for (auto _ : state) {
-    files::DoubleSeries series;
-    benchmark::DoNotOptimize(files::ReadDouble(bench.text, series));
+    files::Run series;
+    benchmark::DoNotOptimize(files::ReadRun(bench.text, 3, series));
   }
 }
 

@@ -28,23 +28,35 @@ std::size_t LinesIn(std::string_view text) {
   return text.empty() || text.back() == '\n' ? ends : ends + 1;
 }
 
-void TryGraph(std::string_view text, files::DoubleSeries& series) {
-  const auto [x, y, pushes] = std::tie(series.x, series.y, series.pushes);
+void TryGraph(std::string_view text, files::Run& series) {
+  const auto& [x, y, xTenths, yTenths, pushes, records] = series;
   const auto channel = files::CheckFile(text).channel;
   Require(channel >= 0 && channel <= 9, "a channel is a digit");
   const auto frequency = files::ReadRunFacts(text).frequency.value_or(1);
   Require(frequency > 0 && frequency < 6554, "a frequency is one");
-  std::optional<files::Samples> points;
-  bool whole = false;
-  const bool taken = Takes([&] { points = files::ReadSingle(text); });
-  Require(Takes([&] { whole = files::ReadDouble(text, series); }) == taken, "both take the same files");
-  Require(points.has_value() == whole, "both read the same files");
+  files::Run single;
+  const auto& points = single.XLinear;
+  bool whole = false, read = false;
+  const bool taken = Takes([&] { read = files::ReadRun(text, 1, single); });
+  Require(Takes([&] { whole = files::ReadRun(text, 3, series); }) == taken, "both take the same files");
+  Require(read == whole, "both read the same files");
   Require(!taken || whole == (LinesIn(text) >= HeaderLines), "the header has 12 lines");
   const auto pairs = whole ? files::PairsInRecord * (LinesIn(text) - HeaderLines) : 0;
   Require(x.size() == pairs && y.size() == pairs, "132 pairs a record, and none after a failure");
-  Require(!whole || points->size() == 2 * pairs, "a pair is two points");
+  Require(!whole || points.size() == 2 * pairs, "a pair is two points");
   for (std::size_t i = 0; i < pairs; ++i)
-    Require(x[i] == (*points)[2 * i] && y[i] == (*points)[2 * i + 1], "X and Y take turns");
+    Require(x[i] == points[2 * i] && y[i] == points[2 * i + 1], "X and Y take turns");
+  Require(xTenths.size() == pairs && yTenths.size() == pairs, "each sample has its tenths");
+  for (std::size_t i = 0; i < pairs; ++i)
+    Require(std::abs(xTenths[i] - 10 * x[i]) <= 5, "whole degrees and tenths are one sample's");
+  Require(!files::PagesRise(series) || files::PageRemarks(series).find("twice") == std::string::npos,
+          "numbers that rise stand once");
+  if (files::PagesRise(series))
+    for (std::size_t i = 0; i < pairs; ++i) {
+      const auto sample = static_cast<double>(i);
+      Require(files::SampleAt(series, files::PeriodsAt(series, sample)) == sample, "a time leads back");
+    }
+  Require(series.UnwrittenEnd() <= std::min(pairs, files::PairsInRecord), "the end lies in the last record");
   for (std::size_t i = 0; whole && i < pushes.size(); ++i) {
     Require(pushes[i] > (i == 0 ? -1 : pushes[i - 1]) && pushes[i] < static_cast<double>(pairs),
             "pushes rise and stand on the run");
@@ -72,24 +84,24 @@ void TryBins(std::string_view text, int page) {
 }
 
 /// Where each record has its 132 pairs and no more, they are the lines of the CSV file.
-void TryCsv(std::string_view text, const files::DoubleSeries& series) {
+void TryCsv(std::string_view text, const files::Run& series) {
   std::string csv;
   const bool made = Takes([&] { files::AppendLinearCsv(text, csv); });
   Require(made == (LinesIn(text) >= HeaderLines), "a whole header is enough for a CSV file");
   files::LineReader lines(csv);
-  if (!lines.Skip(HeaderLines) || LinesIn(csv) != HeaderLines + series.x.size()) return;
-  for (std::size_t i = 0; i < series.x.size(); ++i) {
+  if (!lines.Skip(HeaderLines) || LinesIn(csv) != HeaderLines + series.XLinear.size()) return;
+  for (std::size_t i = 0; i < series.XLinear.size(); ++i) {
     const auto line = *lines.Next();
     const auto x = files::BeforeFirstComma(line), y = files::BehindFirstComma(line);
-    Require(x && values::FieldToInt16(*x) == series.x[i], "the X of a CSV line is the run's");
-    Require(y && values::FieldToInt16(*y) == series.y[i], "the Y of a CSV line is the run's");
+    Require(x && values::FieldToInt16(*x) == series.XLinear[i], "the X of a CSV line is the run's");
+    Require(y && values::FieldToInt16(*y) == series.YLinear[i], "the Y of a CSV line is the run's");
   }
 }
 
 }  // namespace
 
 void Try(std::string_view text) {
-  files::DoubleSeries series;
+  files::Run series;
   TryGraph(text, series);
   TryReview(text);
   for (const int page : {-1, 1, 3}) TryBins(text, page);

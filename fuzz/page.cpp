@@ -26,19 +26,21 @@ void RequireBins(const std::string& file, const PageArray& page) {
 }
 
 void RequireRun(const std::string& file, const PageArray& page, double channels) {
-  const auto points = files::ReadSingle(file);
-  Require(points && points->size() == 2 * files::FieldsInRecord, "every sample comes back");
+  files::Run single;
+  const auto& points = single.XLinear;
+  Require(files::ReadRun(file, 1, single) && points.size() == 2 * files::FieldsInRecord,
+          "every sample comes back");
   std::size_t pushes = 0;
-  for (std::size_t i = 0; i < points->size(); ++i) {
+  for (std::size_t i = 0; i < points.size(); ++i) {
     const int fullScale = channels == 2 || (channels == 3 && i % 2 == 1) ? 90 : 180;
-    Require(std::abs((*points)[i]) <= fullScale, "no sample is above full scale");
+    Require(std::abs(points[i]) <= fullScale, "no sample is above full scale");
     const auto pair = i / 2 * 2 % page.size();
     pushes += i % 2 == 0 && page[pair] == 127 && page[pair + 1] == 127;
   }
   if (channels != 3) return;
-  files::DoubleSeries series;
+  files::Run series;
   Require(files::HoldsPushes(file) == (pushes > 0), "a file with pushes is taken for review");
-  Require(files::ReadDouble(file, series) && series.pushes.size() == pushes, "every push comes back");
+  Require(files::ReadRun(file, 3, series) && series.pushes.size() == pushes, "every push comes back");
 }
 
 }  // namespace

@@ -24,10 +24,6 @@ constexpr int BoxFrame = 20;  // pixels of a text box beside its text
 constexpr int BoxesALine = 4;
 constexpr std::int64_t ShowingsASecond = 10;  // at most: a page of a real line takes 163 ms
 
-void Append(files::Samples& samples, const files::Samples& more) {
-  samples.insert(samples.end(), more.begin(), more.end());
-}
-
 }  // namespace
 
 RunPreview::RunPreview(QWidget* parent)
@@ -95,24 +91,11 @@ void RunPreview::Add(std::int32_t page, const std::string& pageDataText, const s
   if (bins_) {
     records_ = (page % 2 == 0 ? records_ : "") + record;
   } else {
-    AddSamples(record);
+    if (channels_ >= 1 && channels_ <= 3) files::AppendRecord(samples_, record, channels_);
   }
   auto& machine = platform::Machine::Get();
   if ((machine.QueryPerformanceCounter() - shownAt_) * ShowingsASecond >= machine.QueryPerformanceFrequency())
     Show();
-}
-
-// Twelve empty header lines make a file of the record, which the readers of files can read.
-void RunPreview::AddSamples(const std::string& record) {
-  const std::string file = std::string(12, '\n') + record;
-  if (channels_ == 3) {
-    files::DoubleSeries more;
-    files::ReadDouble(file, more);
-    Append(samples_.x, more.x);
-    Append(samples_.y, more.y);
-  } else if (channels_ == 1 || channels_ == 2) {
-    Append(channels_ == 1 ? samples_.x : samples_.y, files::ReadSingle(file).value_or(files::Samples{}));
-  }
 }
 
 void RunPreview::End() {
@@ -127,8 +110,8 @@ void RunPreview::Show() {
   txtPages->setText(QString::fromStdString(values::CountText(page_)));
   txtTimeLeft->setText(QString::fromStdString(timeLeft_));
   if (bins_) return ShowBins();
-  graphs_->Plot(*graphs_->CWGraph1, samples_.x);
-  graphs_->Plot(*graphs_->CWGraph2, samples_.y);
+  graphs_->Plot(*graphs_->CWGraph1, samples_.XLinear);
+  graphs_->Plot(*graphs_->CWGraph2, samples_.YLinear);
 }
 
 // A set is complete when its Y page has come.

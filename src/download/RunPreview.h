@@ -36,7 +36,6 @@ class RunPreview : public QWidget {
 
  private:
   void Show();
-  void AddSamples(const std::string& record);
   void ShowBins();
 
   QGridLayout* boxes_;
@@ -52,7 +51,7 @@ class RunPreview : public QWidget {
   bool bins_ = false;
   int channels_ = 0;
   std::int32_t page_ = 0;
-  files::DoubleSeries samples_;
+  files::Run samples_;
   std::string records_;  ///< of the last pair of bin pages
   bool unshown_ = false;
   std::int64_t shownAt_ = 0;  ///< reading of the high-resolution counter

@@ -9,6 +9,7 @@
 namespace bexlow::files {
 
 inline constexpr std::size_t PageBytes = 264;
+inline constexpr int LastPage = 2047;  ///< page 0 holds no samples
 using Page = std::span<const std::uint8_t, PageBytes>;
 
 /// The fields of a page, separated by commas; empty for a mode or number of channels that has no layout.

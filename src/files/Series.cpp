@@ -1,5 +1,7 @@
 #include "files/Series.h"
 
+#include <cmath>
+#include <iterator>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -19,31 +21,22 @@ constexpr std::size_t HeaderLines = 12;
   throw std::system_error(std::make_error_code(code), "Record " + std::to_string(record) + ": " + fault);
 }
 
-/// Calls take(place in the record from 0, text, number) for each of the 264 fields of every record; the last
-/// field is the rest of its line. False if the file ends within its header.
-template <class Take>
-bool ReadRecords(std::string_view text, Take take) {
-  LineReader lines(text);
-  if (!lines.Skip(HeaderLines)) return false;
-  for (std::size_t record = 1; const auto line = lines.Next(); ++record) {
-    std::string_view rest = BehindFirstComma(*line).value_or(std::string_view());
-    for (std::size_t place = 0; place < FieldsInRecord; ++place) {
-      const bool last = place + 1 == FieldsInRecord;
-      const std::size_t end = last ? rest.size() : rest.find(',');
-      if (end == std::string_view::npos) {
-        ThrowRecord(std::errc::no_message_available, record, "fewer than 264 fields");
-      }
-      const std::string_view field = rest.substr(0, end);
-      const auto number = values::FieldToInt16(field);
-      if (!number) {
-        ThrowRecord(std::errc::result_out_of_range, record,
-                    "field " + std::to_string(place + 1) + " does not fit 16 bits");
-      }
-      take(place, field, *number);
-      if (!last) rest.remove_prefix(end + 1);
-    }
-  }
-  return true;
+/// The page number of a record, 0 where its text is none.
+std::int32_t PageOf(std::string_view line) {
+  const auto number = values::WholeNumber(BeforeFirstComma(line).value_or(""));
+  const bool isPage = number && *number >= 1 && *number <= LastPage && *number == std::floor(*number);
+  return isPage ? static_cast<std::int32_t>(*number) : 0;
+}
+
+std::string PagesText(std::int32_t first, std::int32_t last) {
+  const auto text = std::to_string(first);
+  if (first == last) return "page " + text + " is missing";
+  return "pages " + text + " to " + std::to_string(last) + " are missing";
+}
+
+/// Samples of a record, as all but the last one have.
+std::size_t SamplesInRecord(const Run& run) {
+  return run.XLinear.empty() || run.YLinear.empty() ? FieldsInRecord : PairsInRecord;
 }
 
 int ChannelOf(std::string_view line) {
@@ -69,28 +62,103 @@ FileCheck CheckFile(std::string_view text) {
   return {FileKind::OtherMode};
 }
 
-std::optional<Samples> ReadSingle(std::string_view text) {
-  Samples points;
-  const auto take = [&](std::size_t, std::string_view, std::int16_t number) { points.push_back(number); };
-  if (!ReadRecords(text, take)) return std::nullopt;
-  return points;
+std::size_t Run::UnwrittenEnd() const {
+  if (records.empty()) return 0;
+  std::size_t end = Size();
+  const auto isZero = [&](std::size_t i) {
+    return (XTenths.empty() || XTenths[i] == 0) && (YTenths.empty() || YTenths[i] == 0) && !IsPush(i);
+  };
+  while (end > records.back().first && isZero(end - 1)) --end;
+  return Size() - end;
 }
 
-bool ReadDouble(std::string_view text, DoubleSeries& series) {
-  series = {};
-  DoubleSeries read;
-  const auto take = [&](std::size_t place, std::string_view field, std::int16_t number) {
-    if (place % 2 != 0) {
-      read.y.push_back(number);
-      return;
+bool Run::IsPush(std::size_t sample) const {
+  return std::ranges::binary_search(pushes, static_cast<double>(sample));
+}
+
+void AppendRecord(Run& run, std::string_view line, int channel) {
+  const std::size_t record = run.records.size() + 1;
+  run.records.push_back({PageOf(line), run.Size()});
+  std::string_view rest = BehindFirstComma(line).value_or(std::string_view());
+  for (std::size_t place = 0; place < FieldsInRecord; ++place) {
+    const bool last = place + 1 == FieldsInRecord;
+    const std::size_t end = last ? rest.size() : rest.find(',');
+    if (end == std::string_view::npos)
+      ThrowRecord(std::errc::no_message_available, record, "fewer than 264 fields");
+    const std::string_view field = rest.substr(0, end);
+    const auto degrees = values::FieldToDegrees(field);
+    if (!degrees) {
+      ThrowRecord(std::errc::result_out_of_range, record,
+                  "field " + std::to_string(place + 1) + " does not fit 16 bits");
     }
-    if (field == "BP") series.pushes.push_back(static_cast<double>(read.x.size()));
-    read.x.push_back(number);
-  };
-  if (!ReadRecords(text, take)) return false;
-  series.x = std::move(read.x);
-  series.y = std::move(read.y);
+    const bool isX = channel == 1 || (channel == 3 && place % 2 == 0);
+    if (channel == 3 && isX && field == "BP") run.pushes.push_back(static_cast<double>(run.XLinear.size()));
+    (isX ? run.XLinear : run.YLinear).push_back(degrees->whole);
+    (isX ? run.XTenths : run.YTenths).push_back(degrees->tenths);
+    if (!last) rest.remove_prefix(end + 1);
+  }
+}
+
+bool ReadRun(std::string_view text, int channel, Run& run) {
+  run = {};
+  LineReader lines(text);
+  if (!lines.Skip(HeaderLines)) return false;
+  try {
+    while (const auto line = lines.Next()) AppendRecord(run, *line, channel);
+  } catch (...) {
+    run = {{}, {}, {}, {}, std::move(run.pushes), {}};
+    throw;
+  }
   return true;
+}
+
+bool PagesRise(const Run& run) {
+  std::int32_t before = 0;
+  for (const auto& record : run.records) {
+    if (record.page <= before) return false;
+    before = record.page;
+  }
+  return !run.records.empty();
+}
+
+std::string PageRemarks(const Run& run) {
+  constexpr int MostGaps = 3;  // told one by one
+  std::string remarks;
+  std::int32_t before = 0;
+  int gaps = 0;
+  std::int64_t missing = 0;
+  for (const auto& record : run.records) {
+    if (record.page == 0) return "a record has no page number";
+    if (record.page == before) return "page " + std::to_string(before) + " stands twice";
+    if (record.page < before)
+      return "page " + std::to_string(record.page) + " stands after page " + std::to_string(before);
+    if (record.page > before + 1) {
+      missing += record.page - before - 1;
+      if (++gaps <= MostGaps)
+        remarks += (remarks.empty() ? "" : ", ") + PagesText(before + 1, record.page - 1);
+    }
+    before = record.page;
+  }
+  return gaps <= MostGaps ? remarks : values::CountText(missing) + " pages are missing";
+}
+
+double PeriodsAt(const Run& run, double sample) {
+  const auto behind = std::ranges::upper_bound(
+      run.records, sample, {}, [](const Run::Record& record) { return static_cast<double>(record.first); });
+  const auto& record = behind == run.records.begin() ? *behind : *std::prev(behind);
+  return static_cast<double>(record.page - 1) * static_cast<double>(SamplesInRecord(run)) + sample -
+         static_cast<double>(record.first);
+}
+
+double SampleAt(const Run& run, double periods) {
+  const auto size = static_cast<double>(SamplesInRecord(run));
+  const auto behind = std::ranges::upper_bound(
+      run.records, periods, {}, [&](const Run::Record& record) { return (record.page - 1) * size; });
+  if (behind == run.records.begin()) return 0;
+  const auto& record = *std::prev(behind);
+  const double within = periods - (record.page - 1) * size;
+  const bool isMissing = behind != run.records.end() && within > size;
+  return static_cast<double>(record.first) + (isMissing ? size : within);
 }
 
 }  // namespace bexlow::files

@@ -1,9 +1,11 @@
 // From the text of a "Download Pages" file to the series that the graphs draw.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -29,24 +31,46 @@ struct FileCheck {
 FileCheck CheckFile(std::string_view text);
 
 using Samples = std::vector<std::int16_t>;  // whole degrees, in file order
+using Tenths = std::vector<std::int32_t>;   // the same samples in tenths of a degree, as the file has them
 
 inline constexpr std::size_t FieldsInRecord = PageBytes;  // a byte is a sample
 inline constexpr std::size_t PairsInRecord = FieldsInRecord / 2;
 
-/// All samples of a one-channel file; nothing where the file ends within its 12 header lines.
-/// @throws std::system_error naming the record and its fault
-std::optional<Samples> ReadSingle(std::string_view text);
+/// The samples of a Linear run. A pair of a button push is a sample of 0, 0 here.
+struct Run {
+  struct Record {
+    std::int32_t page;  ///< 0 where its text is no page number
+    std::size_t first;  ///< index of its first sample
+  };
 
-/// The samples of a two-channel file and the places of its button pushes.
-struct DoubleSeries {
-  Samples x, y;
-  std::vector<double> pushes;  ///< index in x of each pair whose X field is exactly "BP"
+  Samples XLinear, YLinear;
+  Tenths XTenths, YTenths;
+  std::vector<double> pushes;  ///< index of each pair whose X field is exactly "BP"
+  std::vector<Record> records;
+
+  std::size_t Size() const { return std::max(XLinear.size(), YLinear.size()); }
+  /// Samples of 0, or pairs of 0, 0, that end the last record: where the logger wrote no more of its page.
+  std::size_t UnwrittenEnd() const;
+  bool IsPush(std::size_t sample) const;
 };
 
-/// Reads all pairs of a two-channel file into a series that is emptied first; false where the file ends
-/// within its 12 header lines. If it throws, x and y are empty and pushes holds what was found before the
-/// fault.
+/// Appends one record, of channel 1, 2 or 3 (both).
+/// @throws std::system_error naming the record, counted from 1, and its fault; samples of it may then be in
+void AppendRecord(Run& run, std::string_view line, int channel);
+
+/// Reads all records of a file into a run that is emptied first; false where the file ends within its 12
+/// header lines. If it throws, the run has no sample, and its pushes are those before the fault.
 /// @throws std::system_error naming the record and its fault
-bool ReadDouble(std::string_view text, DoubleSeries& series);
+bool ReadRun(std::string_view text, int channel, Run& run);
+
+/// Whether the page numbers rise from 1 on, so that they tell when a sample was taken.
+bool PagesRise(const Run& run);
+/// Which pages are missing, or which number is not above the one before: "page 20 is missing". Empty where
+/// there is nothing to tell.
+std::string PageRemarks(const Run& run);
+/// When a sample was taken, in sample times since the launch, and which sample was taken then (the next one,
+/// where its page is missing). The page numbers must rise.
+double PeriodsAt(const Run& run, double sample);
+double SampleAt(const Run& run, double periods);
 
 }  // namespace bexlow::files

@@ -159,36 +159,18 @@ void Graph::OpenLinear(int channel) {
   graphs_->CWGraph2->ClearData();
   graphs_->PrepareLinear();
   graphs_->MoveTogether(channel == 3);  // with one channel there is nothing to move together
-  if (channel == 1 || channel == 2) BuildSingleChannelArray(channel);
-  if (channel == 3) BuildDoubleChannelArrays();
-  if (channel == 1 || channel == 3) graphs_->Plot(*graphs_->CWGraph1, XLinear);
-  if (channel == 2 || channel == 3) graphs_->Plot(*graphs_->CWGraph2, YLinear);
+  run_ = {};
+  if (channel == 1 || channel == 2) BuildArrays("BuildSingleChannelArray", channel);
+  if (channel == 3) BuildArrays("BuildDoubleChannelArrays", channel);
+  if (channel == 1 || channel == 3) graphs_->Plot(*graphs_->CWGraph1, run_.XLinear);
+  if (channel == 2 || channel == 3) graphs_->Plot(*graphs_->CWGraph2, run_.YLinear);
 }
 
-void Graph::BuildArrays(const char* procedure, const std::function<bool(const std::string& text)>& read) {
+// Reads the whole file, of channel 1, 2 or 3 (both).
+void Graph::BuildArrays(const char* procedure, int channel) {
   Guarded(*this, procedure, [&] {
-    XLinear.clear();
-    YLinear.clear();
-    if (!read(platform::ReadWhole(FileName()))) MsgBox(EndOfFileText);
-  });
-}
-
-void Graph::BuildSingleChannelArray(int channel) {
-  BuildArrays("BuildSingleChannelArray", [&](const std::string& text) {
-    auto samples = files::ReadSingle(text);
-    if (!samples) return false;
-    (channel == 1 ? XLinear : YLinear) = std::move(*samples);
-    return true;
-  });
-}
-
-void Graph::BuildDoubleChannelArrays() {
-  BuildArrays("BuildDoubleChannelArrays", [&](const std::string& text) {
-    files::DoubleSeries series;
-    const bool whole = files::ReadDouble(text, series);
-    XLinear = std::move(series.x);
-    YLinear = std::move(series.y);
-    return whole;
+    run_ = {};
+    if (!files::ReadRun(platform::ReadWhole(FileName()), channel, run_)) MsgBox(EndOfFileText);
   });
 }
 

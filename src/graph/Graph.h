@@ -1,7 +1,6 @@
 // Draws a download, X above Y: a Linear run as a whole, a Bin file one pair of pages at a time.
 #pragma once
 
-#include <functional>
 #include <string>
 
 #include "files/BinPages.h"
@@ -41,13 +40,11 @@ class Graph : public platform::Form {
   void PageNumber(int page);
   void Big(std::int16_t page, const std::string& fileName);
   void ConvertPointArraysToDegreeArrays(const files::BinPair& pair);
-  void BuildSingleChannelArray(int channel);
-  void BuildDoubleChannelArrays();
-  void BuildArrays(const char* procedure, const std::function<bool(const std::string& text)>& read);
+  void BuildArrays(const char* procedure, int channel);
   std::string FileName() const;
 
   platform::CommonDialog CommonDialog1;
-  files::Samples XLinear, YLinear;
+  files::Run run_;
   files::DegreeArrays degrees_;
   std::int16_t PageNumberX = 0;
   std::int16_t LastPageX = 0;

@@ -4,9 +4,11 @@
 #include <array>
 #include <cstddef>
 
+#include "files/PageDecoder.h"
+
 namespace bexlow::link {
 
-inline constexpr int LastPage = 2047;
+using files::LastPage;
 
 /// What the progress stream of a launch says. The logger sends about three bytes a page.
 struct LaunchProgress {

@@ -135,10 +135,10 @@ bool GraphBP::HeaderIsAccepted(const std::string& text) {
 
 // Reports a damaged record; the file is then shown with empty series and the pushes before the damage.
 void GraphBP::BuildDoubleChannelArrays(const std::string& text) {
-  files::DoubleSeries series;
-  Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadDouble(text, series); });
-  XLinear = std::move(series.x);
-  YLinear = std::move(series.y);
+  files::Run series;
+  Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadRun(text, 3, series); });
+  XLinear = std::move(series.XLinear);
+  YLinear = std::move(series.YLinear);
   ButtonPushes = std::move(series.pushes);
   pushCount_ = ButtonPushes.size();
   if (pushCount_ == 0) ButtonPushes.push_back(0);

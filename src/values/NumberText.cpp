@@ -6,6 +6,7 @@
 #include <iterator>
 #include <limits>
 #include <system_error>
+#include <utility>
 
 #include "values/Conversions.h"
 
@@ -130,29 +131,30 @@ std::optional<bool> RoundsUp(bool odd, std::string_view fraction) {
   return more || odd;
 }
 
-/// Rounds a field of the form [-]digits[.digits], as nearly all are; nothing for other fields.
-std::optional<std::int64_t> ReadPlain(std::string_view field) {
+/// A field of the form [-]digits[.digits], as nearly all are; nothing for other fields. Its whole number may
+/// be beyond 16 bits.
+std::optional<std::pair<std::int64_t, std::int64_t>> WholeAndTenths(std::string_view field) {
   if (field.empty() || field.size() > SignificantDigits) return std::nullopt;
   const bool negative = field[0] == '-';
   const std::size_t begin = negative ? 1 : 0;
   std::size_t at = begin;
   std::int64_t whole = 0;
   for (; at < field.size() && IsDigit(field[at]); ++at) whole = whole * 10 + (field[at] - '0');
+  std::int64_t tenths = whole * 10;
   if (at < field.size()) {
     if (field[at] != '.' || field.size() - begin < 2) return std::nullopt;
-    const auto up = RoundsUp(whole % 2 != 0, field.substr(at + 1));
+    const auto fraction = field.substr(at + 1);
+    const auto up = RoundsUp(whole % 2 != 0, fraction);
     if (!up) return std::nullopt;
     whole += *up ? 1 : 0;
+    if (!fraction.empty()) {
+      const int tenth = fraction[0] - '0';
+      tenths += tenth + (RoundsUp(tenth % 2 != 0, fraction.substr(1)).value_or(false) ? 1 : 0);
+    }
   } else if (at == begin) {
     return std::nullopt;
   }
-  return negative ? -whole : whole;
-}
-
-template <class Number>
-std::optional<std::int16_t> Fits(Number whole) {
-  if (whole < -32768 || whole > 32767) return std::nullopt;
-  return static_cast<std::int16_t>(whole);
+  return negative ? std::pair{-whole, -tenths} : std::pair{whole, tenths};
 }
 
 }  // namespace
@@ -177,9 +179,33 @@ std::optional<double> WholeNumber(std::string_view text) {
   return scanned.value;
 }
 
+std::optional<Degrees> FieldToDegrees(std::string_view field) {
+  const auto plain = WholeAndTenths(field);
+  const double number = plain ? 0 : LeadingNumber(field);
+  const double whole = plain ? static_cast<double>(plain->first) : RoundHalfEven(number);
+  if (whole < -32768 || whole > 32767) return std::nullopt;
+  const double tenths = plain ? static_cast<double>(plain->second) : RoundHalfEven(number * 10);
+  return Degrees{static_cast<std::int16_t>(whole), static_cast<std::int32_t>(tenths)};
+}
+
 std::optional<std::int16_t> FieldToInt16(std::string_view field) {
-  if (const auto plain = ReadPlain(field)) return Fits(*plain);
-  return Fits(RoundHalfEven(LeadingNumber(field)));
+  const auto degrees = FieldToDegrees(field);
+  return degrees ? std::optional(degrees->whole) : std::nullopt;
+}
+
+std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor) {
+  std::int64_t quotient = dividend / divisor, rest = dividend % divisor;
+  if (rest < 0) {
+    rest += divisor;
+    --quotient;
+  }
+  const std::int64_t excess = 2 * rest - divisor;
+  return quotient + (excess > 0 || (excess == 0 && quotient % 2 != 0) ? 1 : 0);
+}
+
+std::string TenthsText(std::int64_t tenths) {
+  const std::int64_t size = tenths < 0 ? -tenths : tenths;
+  return (tenths < 0 ? "-" : "") + std::to_string(size / 10) + "." + std::to_string(size % 10);
 }
 
 std::string CountText(std::int64_t count) {

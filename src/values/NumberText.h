@@ -30,8 +30,21 @@ double LeadingNumber(std::string_view text);
 /// The number that the whole text is, blanks around it apart; nothing where the text is none or is too large.
 std::optional<double> WholeNumber(std::string_view text);
 
-/// The leading number as a signed 16-bit whole number, an exact half to the even one; nothing where it does
-/// not fit. Quick for plain fields.
+/// The leading number of a field of angles, once as a signed 16-bit whole number and once in tenths; each is
+/// rounded by itself, an exact half to the even one.
+struct Degrees {
+  std::int16_t whole = 0;
+  std::int32_t tenths = 0;
+};
+/// Nothing where the whole number does not fit. Quick for plain fields.
+std::optional<Degrees> FieldToDegrees(std::string_view field);
+/// Its whole number alone.
 std::optional<std::int16_t> FieldToInt16(std::string_view field);
+
+/// A quotient rounded to a whole number, an exact half to the even one. The divisor is above 0.
+std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor);
+
+/// Tenths with one decimal, always: -62.0.
+std::string TenthsText(std::int64_t tenths);
 
 }  // namespace bexlow::values

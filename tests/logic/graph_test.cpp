@@ -89,17 +89,23 @@ TEST(ViewNumbers, ReadAsALine) {
 }
 
 TEST(Series, FieldsGoToTheirPlaces) {
-  const auto points =
-      files::ReadSingle(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"));
-  ASSERT_TRUE(points && points->size() == 528);
-  EXPECT_EQ(std::vector({points->at(0), points->at(263), points->at(264)}), (files::Samples{22, -177, -1}));
+  files::Run run;
+  ASSERT_TRUE(
+      files::ReadRun(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"), 1, run));
+  ASSERT_TRUE(run.XLinear.size() == 528 && run.YLinear.empty());
+  EXPECT_EQ(std::vector({run.XLinear[0], run.XLinear[263], run.XLinear[264]}),
+            (files::Samples{22, -177, -1}));
+  EXPECT_EQ(std::vector({run.XTenths[0], run.XTenths[263], run.XTenths[264]}),
+            (files::Tenths{225, -1772, -7}));
 
   const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
   for (const auto& bytes : {text, WithLineFeeds(text), text.substr(0, text.size() - 2)}) {
-    files::DoubleSeries series;
-    ASSERT_TRUE(files::ReadDouble(bytes, series) && series.x.size() == 264 && series.y.size() == 264);
-    EXPECT_EQ(std::vector({series.x[0], series.y[0], series.x[132]}), (files::Samples{1, 2, 3}));
-    EXPECT_EQ(series.y[263], 4) << "the last field is the rest of the line, read by its leading number";
+    files::Run series;
+    ASSERT_TRUE(files::ReadRun(bytes, 3, series) && series.XLinear.size() == 264 &&
+                series.YLinear.size() == 264);
+    EXPECT_EQ(std::vector({series.XLinear[0], series.YLinear[0], series.XLinear[132]}),
+              (files::Samples{1, 2, 3}));
+    EXPECT_EQ(series.YLinear[263], 4) << "the last field is the rest of the line, read by its leading number";
   }
 }
 
@@ -113,23 +119,23 @@ TEST(Series, BrokenRecordsAreNamed) {
         Row{Record("2", 264, "1", 263, std::string(400, '9')), "Record 2: field 264 ", range}}) {
     SCOPED_TRACE(words);
     const std::string text = Header() + Record("1", 264, "1", 4, "BP") + record;
-    EXPECT_NE(FailureOf(code, [&] { files::ReadSingle(text); }).find(words), std::string::npos);
-    files::DoubleSeries series;
-    series.x = {1, 2, 3};
-    EXPECT_NE(FailureOf(code, [&] { files::ReadDouble(text, series); }).find(words), std::string::npos);
-    EXPECT_TRUE(series.x.empty() && series.y.empty());
+    files::Run single, series;
+    EXPECT_NE(FailureOf(code, [&] { files::ReadRun(text, 1, single); }).find(words), std::string::npos);
+    series.XLinear = {1, 2, 3};
+    EXPECT_NE(FailureOf(code, [&] { files::ReadRun(text, 3, series); }).find(words), std::string::npos);
+    EXPECT_TRUE(series.XLinear.empty() && series.YLinear.empty());
     EXPECT_EQ(series.pushes, std::vector<double>{2}) << "what was found before the fault stays";
   }
 }
 
 TEST(ButtonPushes, BearExactlyTheirMark) {
-  files::DoubleSeries series;
-  EXPECT_TRUE(files::ReadDouble(
-      Header() + Record("1", 264, "5", 2, "BP ") + Record("2", 264, "bp") + Record("3", 264, "5", 0, "BP"),
+  files::Run series;
+  EXPECT_TRUE(files::ReadRun(
+      Header() + Record("1", 264, "5", 2, "BP ") + Record("2", 264, "bp") + Record("3", 264, "5", 0, "BP"), 3,
       series));
   EXPECT_EQ(series.pushes, std::vector<double>{264});
-  EXPECT_FALSE(files::ReadDouble(Shortened(Header(), 11), series));
-  EXPECT_TRUE(series.pushes.empty() && series.x.empty());
+  EXPECT_FALSE(files::ReadRun(Shortened(Header(), 11), 3, series));
+  EXPECT_TRUE(series.pushes.empty() && series.XLinear.empty());
 }
 
 TEST(BinPages, PairsAreFoundByTheirNumber) {
