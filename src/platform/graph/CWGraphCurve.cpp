@@ -62,11 +62,11 @@ class Curve : public QCPGraph {
       if (value > side.upper) side.upper = value;
     };
     const auto number = [&](double key) { return std::floor((key - mKeyAxis->range().lower) / column); };
-    const auto draw = [&](double middle) {
+    const auto draw = [&](double key) {  // the library's smooth lines are moved by half a pixel
       for (const auto& [least, greatest] : sides) {
         if (least <= greatest)
-          line << QCPGraphData(middle, least - halfPixel) << QCPGraphData(middle, greatest + halfPixel)
-               << QCPGraphData(middle, Nan);
+          line << QCPGraphData(key, least - halfPixel) << QCPGraphData(key, greatest + halfPixel)
+               << QCPGraphData(key, Nan);
       }
     };
     clear();
@@ -75,7 +75,7 @@ class Curve : public QCPGraph {
     double last = Nan;
     for (auto it = begin; it != end; ++it) {
       if (it->key >= start + column) {
-        draw(start + column / 2);
+        draw(start);
         clear();
         start = mKeyAxis->range().lower + number(it->key) * column;
         add(sides[side], last);
@@ -83,7 +83,7 @@ class Curve : public QCPGraph {
       if (std::isnan(it->value)) side = 1 - side;
       add(sides[side], last = it->value);
     }
-    draw(start + column / 2);
+    draw(start);
   }
 
   double columnsAPixel_ = 1;
