@@ -24,18 +24,17 @@ QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName) {
   return frame;
 }
 
-void AskForDataFile(platform::CommonDialog& dialog) {
+bool AskForDataFile(platform::CommonDialog& dialog) {
   dialog.InitDir = platform::DataFilesFolder().string();
-  dialog.CancelError = true;
   dialog.DefaultExt = "qbx";
-  dialog.Filter = "QBX Files (*.qbx)|*.qbx";
-  dialog.Flags = platform::MustExist;
-  dialog.ShowOpen();
+  if (dialog.Filter.empty()) dialog.Filter = "QBX Files (*.qbx)|*.qbx";
+  return dialog.ShowOpen();
 }
 
-void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName) {
-  AskForDataFile(dialog);
+bool AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName) {
+  if (!AskForDataFile(dialog)) return false;
   txtFileName.setText(QString::fromStdString(dialog.FileName));
+  return true;
 }
 
 }  // namespace bexlow::graph

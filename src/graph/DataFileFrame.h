@@ -16,9 +16,9 @@ inline constexpr auto EndOfFileText = "End of data file has been reached!";
 QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
 
 /// Asks for a data file; its path is then in the dialog's FileName.
-/// @throws std::system_error (CancelSelected) if the dialog is cancelled
-void AskForDataFile(platform::CommonDialog& dialog);
+/// @return false if the dialog was cancelled and its CancelError is not set
+bool AskForDataFile(platform::CommonDialog& dialog);
 /// The same, and puts the path into the box.
-void AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName);
+bool AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName);
 
 }  // namespace bexlow::graph

@@ -101,17 +101,17 @@ void Graph::txtPageNumberX_Change() {
 // If the dialog is cancelled or the file cannot be read, no message appears and the graphs stay as they are.
 void Graph::mnuOpen_Click() {
   try {
-    AskForFile();
-    OpenFile();
+    if (AskForFile()) OpenFile();
   } catch (const std::exception&) {}
 }
 
-void Graph::AskForFile() {
+bool Graph::AskForFile() {
   if (Shared.GraphAfterDownload) {
     Shared.GraphAfterDownload = false;
-    return txtFileName->setText(QString::fromStdString(Shared.GraphFileName));
+    txtFileName->setText(QString::fromStdString(Shared.GraphFileName));
+    return true;
   }
-  AskForDataFile(CommonDialog1, *txtFileName);
+  return AskForDataFile(CommonDialog1, *txtFileName);
 }
 
 void Graph::OpenFile() {

@@ -33,7 +33,7 @@ class Graph : public platform::Form {
   void cmdPrevious_Click();
   void txtPageNumberX_Change();
 
-  void AskForFile();
+  bool AskForFile();
   void OpenFile();
   void OpenBin();
   void OpenLinear(int channel);

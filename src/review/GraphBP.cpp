@@ -102,6 +102,7 @@ void GraphBP::Open(const std::string& fileName) {
 
 void GraphBP::mnuOpen_Click() {
   Guarded(*this, "mnuOpen_Click", [this] {
+    CommonDialog1.CancelError = true;
     graph::AskForDataFile(CommonDialog1, *txtFileName);
     ReadAndShow();
   });

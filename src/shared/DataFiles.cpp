@@ -32,16 +32,11 @@ bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& r
 }  // namespace
 
 std::string WriteDataFileHeader(platform::CommonDialog& dialog, DataFileKind kind) {
-  dialog.CancelError = true;
   dialog.Flags = platform::OverwritePrompt;
   dialog.Filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx";
   dialog.FilterIndex = 3;
   dialog.InitDir = platform::DataFilesFolder().string();
-  try {
-    dialog.ShowSave();
-  } catch (const std::system_error&) {
-    return {};  // cancelled: callers look at the dialog's FileName
-  }
+  if (!dialog.ShowSave()) return {};  // cancelled: callers look at the dialog's FileName
   try {
     platform::WriteWhole(dialog.FileName, HeaderOf(kind));
   } catch (const std::system_error& error) {

@@ -7,7 +7,6 @@
 #include <QVBoxLayout>
 
 #include <filesystem>
-#include <system_error>
 
 #include "config/Calibrate.h"
 #include "config/Configuration.h"
@@ -150,12 +149,8 @@ void Main::OpenGraph() {
 }
 
 void Main::cmdOpenDataFile_Click() {
-  try {
-    graph::AskForDataFile(CommonDialog1);
-  } catch (const std::system_error&) {
-    return;  // cancelled
-  }
-  OpenDataFiles({CommonDialog1.FileName});
+  CommonDialog1.Filter = "QBX Files (*.qbx)|*.qbx|All Files (*.*)|*.*";
+  if (graph::AskForDataFile(CommonDialog1)) OpenDataFiles({CommonDialog1.FileName});
 }
 
 // The screens themselves report a file that is not a data file.

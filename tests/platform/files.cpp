@@ -3,17 +3,20 @@
 #include <QComboBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QHeaderView>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 #include <filesystem>
 #include <sys/resource.h>
 #include <sys/stat.h>
 
 #include "platform/Processes.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/machine/RealMachine.h"
 #include "platform/machine/RunningCopy.h"
 #include "platform/machine/TextFile.h"
@@ -61,6 +64,9 @@ void Answer(int filtersDown, const char* name) {
   auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
   ASSERT_NE(dialog, nullptr);
   QTimer::singleShot(0, dialog, &QDialog::reject);  // where saving is refused the test goes on
+  const auto& sizes = *dialog->findChild<QTreeView*>("treeView")->header();
+  EXPECT_EQ(sizes.sortIndicatorSection(), 3);
+  EXPECT_EQ(sizes.sortIndicatorOrder(), Qt::DescendingOrder) << "the newest first";
   auto* filters = dialog->findChild<QComboBox*>("fileTypeCombo");
   for (int i = 0; i < filtersDown; ++i) QTest::keyClick(filters, Qt::Key_Down);
   dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
@@ -80,8 +86,13 @@ TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
         Row{"no default", Pictures, 1, "", 1, "a", "a"}}) {
     SCOPED_TRACE(what);
     QTimer::singleShot(0, [&] { Answer(down, name); });
-    const auto chosen = machine.AskFile({true, true, folder, filter, first, suffix, {}}).value_or("");
-    EXPECT_EQ(chosen, folder / saved);
+    platform::CommonDialog dialog;
+    dialog.InitDir = folder;
+    dialog.Filter = filter;
+    dialog.FilterIndex = first;
+    dialog.DefaultExt = suffix;
+    dialog.Saves = true;
+    EXPECT_EQ(machine.AskFile(dialog).value_or(""), folder / saved);
   }
 }
 

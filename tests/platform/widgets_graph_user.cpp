@@ -336,8 +336,8 @@ TEST_F(GraphMenu, SavesOneGraphOrBothByTheName) {
       EXPECT_TRUE(*start != 0 || machine.boxes.front().find(name) != std::string::npos);
     }
   }
-  EXPECT_EQ(machine.fileQuestions.front().suggestedName, "run1 X.png");
-  EXPECT_EQ(machine.fileQuestions.back().suggestedName, "run1 X and Y.png");
+  EXPECT_EQ(machine.fileQuestions.front().SuggestedName, "run1 X.png");
+  EXPECT_EQ(machine.fileQuestions.back().SuggestedName, "run1 X and Y.png");
 }
 
 TEST_F(GraphMenu, PicturesBearATitleAndHoldBothInOrder) {

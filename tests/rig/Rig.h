@@ -55,7 +55,7 @@ class AnsweredMachine : public platform::RealMachine {
   }
 
   platform::Answer Ask(const std::string& text, platform::Buttons buttons) override;
-  std::optional<std::string> AskFile(const platform::FileQuestion&) override { return file_.string(); }
+  std::optional<std::string> AskFile(const platform::CommonDialog&) override { return file_.string(); }
 
   /// Sees each box before it is closed.
   std::function<void(const std::string& text, platform::Buttons buttons)> onBox;

@@ -17,10 +17,10 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   // mode 250 first, then 262 a cell; firmware 500 each; ten cells and sixteen cells at 112
   EXPECT_EQ((machine.wire.at(58).at - start) / 1ms, 250 + 2 * 262 + 2 * 500 + 26 * 112);
   const auto& question = machine.fileQuestions.back();
-  EXPECT_EQ(question.filter, "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx");
-  EXPECT_EQ(question.filterIndex, 3);
-  EXPECT_TRUE(question.confirmReplacing);
-  EXPECT_TRUE(question.defaultSuffix.empty());
+  EXPECT_EQ(question.Filter, "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx");
+  EXPECT_EQ(question.FilterIndex, 3);
+  EXPECT_EQ(question.Flags, 2);
+  EXPECT_TRUE(question.DefaultExt.empty());
   EXPECT_TRUE(PointerIsBusy());
   EXPECT_FALSE(Offered("Data", "Erase"));
   machine.wire.clear();

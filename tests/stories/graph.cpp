@@ -46,8 +46,8 @@ TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
     EXPECT_EQ(Text("txtPageNumberX") + Text("txtPageNumberY"), "01");
     for (const auto* step : {"cmdNext", "cmdPrevious"}) EXPECT_FALSE(The(step).isEnabled()) << step;
   }
-  EXPECT_EQ(machine.fileQuestions.back().filter, "QBX Files (*.qbx)|*.qbx");
-  EXPECT_EQ(machine.fileQuestions.back().defaultSuffix, "qbx");
+  EXPECT_EQ(machine.fileQuestions.back().Filter, "QBX Files (*.qbx)|*.qbx");
+  EXPECT_EQ(machine.fileQuestions.back().DefaultExt, "qbx");
 }
 
 TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {

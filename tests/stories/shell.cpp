@@ -215,7 +215,11 @@ TEST_F(Shell, ScreensNeedAPortBringTheirMenusAndReportUnderTheOneInFront) {
   Reads("No comm port has been selected!");
   Choose("Tools", "Graph");
   const auto& graph = *platform::Form::Active();
-  Front("Main");
+  for (const int tab : {0, 1, 0}) {
+    outer->findChild<QTabBar*>()->setCurrentIndex(tab);  // as a click on it does
+    EXPECT_EQ(Plain(outer->menuBar()->actions().last()->text()), tab == 0 ? "Help" : "File");
+    EXPECT_EQ(ScreenInFront(), tab == 0 ? "Main" : "Graph");
+  }
   bool behind = false;
   shared::Guarded(graph, "Big", [&] {
     throw std::system_error(ENOSPC, std::generic_category(), "run.qbx");
@@ -261,6 +265,7 @@ TEST_F(Shell, AFileIsShownWithoutALogger) {
   EXPECT_FALSE(Offered("Tools", "Graph"));
   machine.WillChooseFile(DataFile("pushes.qbx").string());
   Press("Open a data file...");
+  EXPECT_EQ(machine.fileQuestions.back().Filter, "QBX Files (*.qbx)|*.qbx|All Files (*.*)|*.*");
   EXPECT_EQ(ScreenInFront(), "GraphBP");
 }
 

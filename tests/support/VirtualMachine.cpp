@@ -164,7 +164,7 @@ Answer VirtualMachine::Ask(const std::string& text, platform::Buttons offered) {
   return Prepared(answers_, text);
 }
 
-std::optional<std::string> VirtualMachine::AskFile(const platform::FileQuestion& question) {
+std::optional<std::string> VirtualMachine::AskFile(const platform::CommonDialog& question) {
   fileQuestions.push_back(question);
   OpenBox();
   return Prepared(files_, "a file dialog");

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/controls/CommonDialog.h"
 #include "platform/machine/Machine.h"
 
 namespace bexlow::test {
@@ -48,7 +49,7 @@ class VirtualMachine : public platform::Machine {
 
   // What a test looks at.
   std::deque<std::string> boxes;  ///< texts of the boxes shown and not yet read
-  std::vector<platform::FileQuestion> fileQuestions;
+  std::vector<platform::CommonDialog> fileQuestions;
   std::vector<WireByte> wire;
   std::vector<platform::Buttons> buttons;        ///< of all boxes shown
   std::vector<std::filesystem::path> documents;  ///< what was opened in other programs
@@ -74,7 +75,7 @@ class VirtualMachine : public platform::Machine {
                                                    std::function<void(Bytes)> received) override;
   std::unique_ptr<platform::Alarm> MakeAlarm(std::function<void()> tick) override;
   Answer Ask(const std::string& text, platform::Buttons offered) override;
-  std::optional<std::string> AskFile(const platform::FileQuestion& question) override;
+  std::optional<std::string> AskFile(const platform::CommonDialog& question) override;
   bool OpenDocument(const std::filesystem::path& file) override {
     documents.push_back(file);
     return true;

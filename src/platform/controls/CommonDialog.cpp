@@ -22,15 +22,13 @@ class DialogCategory : public std::error_category {
 
 }  // namespace
 
-void CommonDialog::Show(bool save) {
+bool CommonDialog::Show(bool save) {
   const EventGate::Hold hold;
-  const auto chosen = Machine::Get().AskFile(
-      {save, (Flags & OverwritePrompt) != 0, InitDir, Filter, FilterIndex, DefaultExt, {}});
-  if (chosen) {
-    FileName = *chosen;
-  } else if (CancelError) {
-    ThrowCancelled();
-  }
+  Saves = save;
+  const auto chosen = Machine::Get().AskFile(*this);
+  if (chosen) FileName = *chosen;
+  if (!chosen && CancelError) ThrowCancelled();
+  return chosen.has_value();
 }
 
 }  // namespace bexlow::platform

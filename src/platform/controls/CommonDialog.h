@@ -6,7 +6,6 @@
 namespace bexlow::platform {
 
 inline constexpr int OverwritePrompt = 2;     ///< ask before replacing an existing file
-inline constexpr int MustExist = 6148;        ///< file and path must exist, no read-only box
 inline constexpr int CancelSelected = 32755;  ///< error number of a cancelled dialog
 
 class CommonDialog {
@@ -14,16 +13,20 @@ class CommonDialog {
   bool CancelError = false;  ///< a cancelled dialog throws std::system_error with CancelSelected
   int Flags = 0;
   std::string Filter;   ///< "words|pattern|words|pattern"
-  int FilterIndex = 1;  ///< from 1
+  int FilterIndex = 1;  ///< of the pair chosen at first, from 1
   std::string InitDir;
-  std::string DefaultExt;
+  std::string DefaultExt;     ///< empty: the name is taken as typed
+  std::string SuggestedName;  ///< empty: none
   std::string FileName;
+  bool Saves = false;  ///< set by Show
 
-  void ShowSave() { Show(true); }
-  void ShowOpen() { Show(false); }
+  /// True if a file was chosen: its path is in FileName.
+  bool ShowSave() { return Show(true); }
+  /// The file must exist.
+  bool ShowOpen() { return Show(false); }
 
  private:
-  void Show(bool save);
+  bool Show(bool save);
 };
 
 }  // namespace bexlow::platform

@@ -15,6 +15,7 @@
 #include <algorithm>
 
 #include "platform/controls/Colours.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Folders.h"
@@ -187,15 +188,14 @@ QByteArray CWGraph::PictureFile(Extent extent, const QString& extension) const {
 }
 
 void CWGraph::SaveByUser(Extent extent) {
-  FileQuestion question;
-  question.save = question.confirmReplacing = true;
-  question.folder = DataFilesFolder().string();
-  question.filter = PictureFilter;
-  question.defaultSuffix = "png";
-  question.suggestedName = SuggestedName(extent).toStdString() + ".png";
-  const auto chosen = Machine::Get().AskFile(question);
-  if (!chosen) return;
-  auto path = QString::fromStdString(*chosen);
+  CommonDialog question;
+  question.Flags = OverwritePrompt;
+  question.InitDir = DataFilesFolder().string();
+  question.Filter = PictureFilter;
+  question.DefaultExt = "png";
+  question.SuggestedName = SuggestedName(extent).toStdString() + ".png";
+  if (!question.ShowSave()) return;
+  auto path = QString::fromStdString(question.FileName);
   if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
   const auto bytes = PictureFile(extent, QFileInfo(path).suffix());
   auto reason = tr("the name of a picture ends in .png, .pdf or .svg");

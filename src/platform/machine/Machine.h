@@ -15,6 +15,8 @@
 
 namespace bexlow::platform {
 
+class CommonDialog;
+
 using Bytes = std::vector<std::uint8_t>;
 
 /// The local date and time in whole seconds.
@@ -53,17 +55,6 @@ enum class Buttons {
 };
 enum class Answer { Ok, Yes, No, Retry, Cancel };
 
-/// What a file dialog asks.
-struct FileQuestion {
-  bool save = false;
-  bool confirmReplacing = false;
-  std::string folder;
-  std::string filter;         ///< "words|pattern|words|pattern"
-  int filterIndex = 1;        ///< the pair chosen at first, from 1
-  std::string defaultSuffix;  ///< empty: the name is taken as typed
-  std::string suggestedName;  ///< empty: none
-};
-
 class Machine {
  public:
   virtual ~Machine() = default;
@@ -92,7 +83,7 @@ class Machine {
   /// A box with the title "Bexlow". Returns when it is answered.
   virtual Answer Ask(const std::string& text, Buttons buttons) = 0;
   /// The chosen path, nothing if the user cancelled.
-  virtual std::optional<std::string> AskFile(const FileQuestion& question) = 0;
+  virtual std::optional<std::string> AskFile(const CommonDialog& question) = 0;
 
   /// Shows a file in the desktop's program for its kind. False if there is none.
   virtual bool OpenDocument(const std::filesystem::path& file) = 0;

@@ -3,10 +3,13 @@
 #include <QApplication>
 #include <QDesktopServices>
 #include <QFileDialog>
+#include <QHeaderView>
+#include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QTimer>
+#include <QTreeView>
 #include <QUrl>
 
 #include <algorithm>
@@ -17,6 +20,7 @@
 #include <unistd.h>
 #include <utility>
 
+#include "platform/controls/CommonDialog.h"
 #include "platform/controls/FramePace.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/SerialDevice.h"
@@ -107,12 +111,28 @@ QString SuffixOf(const QString& nameFilter, const QString& otherwise) {
 
 // A name without a suffix gets that of the filter on show. Without a default suffix it is taken as typed.
 void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
-  if (defaultSuffix.isEmpty()) return;
+  if (defaultSuffix.isEmpty()) {
+    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+    if (dialog.acceptMode() == QFileDialog::AcceptSave)
+      name->setPlaceholderText("name.qbx: no ending is added");
+    return;
+  }
   const auto follow = [&dialog, defaultSuffix](const QString& nameFilter) {
     dialog.setDefaultSuffix(SuffixOf(nameFilter, defaultSuffix));
   };
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
   follow(dialog.selectedNameFilter());
+}
+
+// With all of size and date to be read.
+void ShowNewestFirst(QFileDialog& dialog) {
+  constexpr int DateColumn = 3;
+  dialog.setViewMode(QFileDialog::Detail);
+  auto* files = dialog.findChild<QTreeView*>("treeView");
+  files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
+  files->sortByColumn(DateColumn, Qt::DescendingOrder);
+  dialog.resize(dialog.sizeHint().expandedTo({880, 520}));
 }
 
 }  // namespace
@@ -179,18 +199,19 @@ Answer RealMachine::Ask(const std::string& text, Buttons buttons) {
   return AnswerOf(box.exec());
 }
 
-std::optional<std::string> RealMachine::AskFile(const FileQuestion& question) {
-  QFileDialog dialog(WindowOnTop(), question.save ? "Save As" : "Open");
+std::optional<std::string> RealMachine::AskFile(const CommonDialog& question) {
+  QFileDialog dialog(WindowOnTop(), question.Saves ? "Save As" : "Open");
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  dialog.setAcceptMode(question.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-  dialog.setFileMode(question.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-  dialog.setOption(QFileDialog::DontConfirmOverwrite, !question.confirmReplacing);
-  dialog.setDirectory(QString::fromStdString(question.folder));
-  const QStringList filters = NameFilters(question.filter);
+  dialog.setAcceptMode(question.Saves ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+  dialog.setFileMode(question.Saves ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, (question.Flags & OverwritePrompt) == 0);
+  dialog.setDirectory(QString::fromStdString(question.InitDir));
+  const QStringList filters = NameFilters(question.Filter);
   dialog.setNameFilters(filters);
-  dialog.selectNameFilter(filters.value(question.filterIndex - 1));
-  LetFilterGiveSuffix(dialog, QString::fromStdString(question.defaultSuffix));
-  if (!question.suggestedName.empty()) dialog.selectFile(QString::fromStdString(question.suggestedName));
+  dialog.selectNameFilter(filters.value(question.FilterIndex - 1));
+  LetFilterGiveSuffix(dialog, QString::fromStdString(question.DefaultExt));
+  if (!question.SuggestedName.empty()) dialog.selectFile(QString::fromStdString(question.SuggestedName));
+  ShowNewestFirst(dialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().value(0).toStdString();
 }

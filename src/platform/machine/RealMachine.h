@@ -24,7 +24,7 @@ class RealMachine : public Machine {
                                          std::function<void(Bytes)> received) override;
   std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) override;
   Answer Ask(const std::string& text, Buttons buttons) override;
-  std::optional<std::string> AskFile(const FileQuestion& question) override;
+  std::optional<std::string> AskFile(const CommonDialog& question) override;
   bool OpenDocument(const std::filesystem::path& file) override;
   std::filesystem::path ProgramFolder() override { return programFolder_; }
   void EndProgram() override;
