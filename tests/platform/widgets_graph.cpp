@@ -229,6 +229,8 @@ TEST_F(Graph, AsManyCursorsAsSamples) {
   for (int n = 1; n <= graph.CursorCount(); ++n) graph.SetCursorPosition(n, n - 1, 0);
   EXPECT_EQ(graph.CursorX(1), 0);
   EXPECT_EQ(graph.CursorX(FullRun), FullRun - 1);
+  graph.DrawNow();
+  graph.resize(1800, 300);  // each column of a plot that has grown, too
   const auto last = PixelOf(FullRun - 1, 90);
   const auto paper = ColoursOf(QApplication::palette()).paper;
   const auto picture = Picture();

@@ -230,7 +230,7 @@ void CWGraph::DrawSoon() {
 void CWGraph::FitToView() {
   FitTitles(plot_->size());
   FitCursors();
-  const double distance = stepX_ * plot_->axisRect()->width() / plot_->xAxis->range().size();
+  const double distance = stepX_ * plot_->width() / plot_->xAxis->range().size();
   const double dot = style_ == PlotStyle::Bin ? HeadSize : distance >= DotDistance ? DotSize : 0;
   curve_->setScatterStyle(dot > 0 ? QCPScatterStyle(QCPScatterStyle::ssDisc, dot) : QCPScatterStyle());
   auto pen = curve_->pen();

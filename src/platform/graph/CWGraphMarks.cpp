@@ -32,8 +32,9 @@ double WholeWithin(double value, double lower, double upper) {
   return std::clamp(std::round(value), least, std::max(least, std::floor(upper)));
 }
 
+// At most: the margins are not yet known when a resized plot is about to be drawn.
 double PixelSize(const QCPAxis& axis) {
-  return axis.range().size() / std::max(1, axis.axisRect()->width());
+  return axis.range().size() / std::max(1, axis.parentPlot()->width());
 }
 
 QString Hint() {
