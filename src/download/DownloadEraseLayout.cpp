@@ -52,6 +52,7 @@ void DownloadErase::BuildBody() {
 
   preview_ = new RunPreview(this);
   preview_->AddBox(txtMode, "txtMode", "Label4", "Mode");
+  txtMode->setMinimumWidth(fontMetrics().horizontalAdvance("Linear") + 20);
   preview_->AddBox(txtChannels, "txtChannels", "Label5", "Channels");
   preview_->AddBox(txtTimer, "txtTimer", "Label3", "Timer Advance");
   preview_->AddBox(txtBufferLen, "txtBufferLen", "Label1", "Buffer Len");

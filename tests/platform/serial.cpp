@@ -73,13 +73,15 @@ TEST_F(Serial, CarriesEveryByteBothWaysAndRaisesItsEventAtTheThresholdOnly) {
   for (auto& byte : wire) ASSERT_EQ(::read(master, &byte, 1), 1);
   EXPECT_EQ(wire, all);
   LoggerSends({all.begin(), all.end() - 1});
-  QTest::qWait(30);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return comm.InBufferCount() == std::ssize(all) - 1; }));
+  QCoreApplication::processEvents();  // an event that was offered would come now
   EXPECT_TRUE(heard.empty());
   LoggerSends({0xFF});
   ASSERT_TRUE(QTest::qWaitFor([&] { return !heard.empty(); }));
   comm.RThreshold(0);
   LoggerSends(all);
-  QTest::qWait(30);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return comm.InBufferCount() == std::ssize(all); }));
+  QCoreApplication::processEvents();
   EXPECT_EQ(heard, std::vector<Bytes>{all});
 }
 
