@@ -10,6 +10,7 @@
 #include <limits>
 
 #include "platform/controls/Colours.h"
+#include "platform/graph/CWGraphCurve.h"
 
 namespace bexlow::platform {
 
@@ -51,6 +52,8 @@ CWGraph::CWGraph(QWidget* parent)
     : QWidget(parent), plot_(new QCustomPlot(this)), x_(*plot_->xAxis, 0.01), y_(*plot_->yAxis, 0.03) {
   InstallAccess();
   BuildPlot();
+  BuildCursors();
+  curve_ = MakeCurve(plot_->xAxis, plot_->yAxis);
   BuildMarks();
   BuildWords();
   setFocusPolicy(Qt::StrongFocus);

@@ -171,6 +171,7 @@ class CWGraph : public QWidget {
   const std::optional<SampleTimes>& Clock() const;
 
   // CWGraphMarks.cpp: cursors, limit, read-out
+  void BuildCursors();
   void BuildMarks();
   void ColourMarks(const QPalette& palette) const;
   void FitCursors();

@@ -8,7 +8,6 @@
 
 #include "platform/controls/Colours.h"
 #include "platform/graph/CWGraph.h"
-#include "platform/graph/CWGraphCurve.h"
 
 namespace bexlow::platform {
 
@@ -43,9 +42,8 @@ QString Hint() {
 
 }  // namespace
 
-void CWGraph::BuildMarks() {
-  constexpr auto Ratio = QCPItemPosition::ptAxisRectRatio;
-  constexpr auto Value = QCPItemPosition::ptPlotCoords;
+// They come first, so that the curve is drawn over them.
+void CWGraph::BuildCursors() {
   auto* height = plot_->axisRect()->addAxis(QCPAxis::atLeft);
   height->setVisible(false);
   height->setRange(0, 1);
@@ -58,7 +56,11 @@ void CWGraph::BuildMarks() {
   stressedLine_ = new QCPItemLine(plot_);
   stressedLine_->setAntialiased(false);
   for (auto* end : {stressedLine_->start, stressedLine_->end}) end->setAxes(plot_->xAxis, height);
-  curve_ = MakeCurve(plot_->xAxis, plot_->yAxis);
+}
+
+void CWGraph::BuildMarks() {
+  constexpr auto Ratio = QCPItemPosition::ptAxisRectRatio;
+  constexpr auto Value = QCPItemPosition::ptPlotCoords;
   limitLine_ = new QCPItemStraightLine(plot_);
   limitLabel_ = new QCPItemText(plot_);
   pointLine_ = new QCPItemStraightLine(plot_);
