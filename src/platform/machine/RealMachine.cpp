@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTimer>
 #include <QTreeView>
 #include <QUrl>
@@ -132,7 +133,7 @@ void ShowNewestFirst(QFileDialog& dialog) {
   files->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
   files->header()->setSectionResizeMode(0, QHeaderView::Stretch);
   files->sortByColumn(DateColumn, Qt::DescendingOrder);
-  dialog.resize(dialog.sizeHint().expandedTo({880, 520}));
+  dialog.resize(QSize(880, 520).boundedTo(dialog.screen()->availableSize() * 0.9));
 }
 
 }  // namespace
