@@ -61,9 +61,8 @@ CountingMachine::CountingMachine(const std::filesystem::path& folder)
 }
 
 std::unique_ptr<platform::SerialLine> CountingMachine::OpenSerial(
-    int comm, const std::string& settings, std::function<void(platform::Bytes)> received) {
-  return std::make_unique<CountedLine>(RealMachine::OpenSerial(comm, settings, std::move(received)),
-                                       requests);
+    int comm, std::function<void(platform::Bytes)> received) {
+  return std::make_unique<CountedLine>(RealMachine::OpenSerial(comm, std::move(received)), requests);
 }
 
 LiveRig::LiveRig(const char* logger, const std::filesystem::path& folder, const LiveScreen& screen,

@@ -20,7 +20,7 @@ namespace bexlow::bench {
 class CountingMachine : public rig::AnsweredMachine {
  public:
   explicit CountingMachine(const std::filesystem::path& folder);
-  std::unique_ptr<platform::SerialLine> OpenSerial(int comm, const std::string& settings,
+  std::unique_ptr<platform::SerialLine> OpenSerial(int comm,
                                                    std::function<void(platform::Bytes)> received) override;
 
   std::int64_t requests = 0;  ///< a live chain's requests are one byte each

@@ -71,8 +71,7 @@ class VirtualMachine : public platform::Machine {
   void Idle(microseconds atMost) override;
   void Repaint() override {}
   platform::PortInfo DescribePort(int comm) override;
-  std::unique_ptr<platform::SerialLine> OpenSerial(int comm, const std::string& settings,
-                                                   std::function<void(Bytes)> received) override;
+  std::unique_ptr<platform::SerialLine> OpenSerial(int comm, std::function<void(Bytes)> received) override;
   std::unique_ptr<platform::Alarm> MakeAlarm(std::function<void()> tick) override;
   Answer Ask(const std::string& text, platform::Buttons offered) override;
   std::optional<std::string> AskFile(const platform::CommonDialog& question) override;

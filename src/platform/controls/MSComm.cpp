@@ -40,7 +40,7 @@ void MSComm::PortOpen(bool open) {
   if (PortOpen()) Refuse(std::errc::operation_not_permitted, PortName(commPort_) + " is open already");
   received_.clear();
   openPort_ = commPort_;
-  line_ = Machine::Get().OpenSerial(openPort_, settings_, [this](const Bytes& bytes) { Receive(bytes); });
+  line_ = Machine::Get().OpenSerial(openPort_, [this](const Bytes& bytes) { Receive(bytes); });
   owner_.Engage(1);
   DropLateReplies();
 }
@@ -65,13 +65,13 @@ void MSComm::Close() {
   EventGate::Get().Withdraw(this);
 }
 
-void MSComm::InputLen(int length) {
-  if (length != 0) Refuse(std::errc::invalid_argument, "InputLen takes 0 only");
+void MSComm::Settings(const std::string& settings) {
+  if (settings != "19200,n,8,1")
+    Refuse(std::errc::invalid_argument, "Settings " + settings + " are not supported");
 }
 
-void MSComm::InBufferSize(int size) {
-  if (PortOpen()) Refuse(std::errc::operation_not_permitted, "InBufferSize is set while the port is closed");
-  inBufferSize_ = size;
+void MSComm::InputLen(int length) {
+  if (length != 0) Refuse(std::errc::invalid_argument, "InputLen takes 0 only");
 }
 
 void MSComm::RThreshold(int count) {

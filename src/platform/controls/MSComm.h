@@ -25,7 +25,8 @@ class MSComm {
 
   /// Takes effect at the next opening.
   void CommPort(int port) { commPort_ = port; }
-  void Settings(std::string settings) { settings_ = std::move(settings); }
+  /// "19200,n,8,1" only, all that the logger speaks. Throws std::system_error for others.
+  void Settings(const std::string& settings);
 
   bool PortOpen() const { return line_ != nullptr; }
   /// Opening throws std::system_error if the port does not exist, is taken, may not be used, or is open
@@ -35,8 +36,8 @@ class MSComm {
 
   /// 0 only: Input takes everything.
   void InputLen(int length);
-  /// Bytes that the receive buffer holds at least. Throws while the port is open.
-  void InBufferSize(int size);
+  /// Bytes that the receive buffer holds at least; it never drops any below 64 KiB.
+  void InBufferSize(int size) { inBufferSize_ = size; }
   int InBufferCount() const { return static_cast<int>(received_.size()); }
 
   int RThreshold() const { return rThreshold_; }
@@ -66,7 +67,6 @@ class MSComm {
   std::string onComm_;  ///< name of the handler
   int commPort_ = 1;  ///< for the next opening
   int openPort_ = 1;
-  std::string settings_ = "19200,n,8,1";
   int inBufferSize_ = 1024;
   int rThreshold_ = 0;
   int commEvent_ = 0;

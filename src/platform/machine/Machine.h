@@ -72,10 +72,10 @@ class Machine {
   virtual void Repaint() = 0;
 
   virtual PortInfo DescribePort(int comm) = 0;
-  /// Opens the device behind a Comm number. `received` is called with bytes as they are collected.
-  /// Throws std::system_error with words that tell why the port does not open.
-  virtual std::unique_ptr<SerialLine> OpenSerial(int comm, const std::string& settings,
-                                                 std::function<void(Bytes)> received) = 0;
+  /// Opens the device behind a Comm number for 19200 baud, 8 bits, no parity, 1 stop bit. `received` is
+  /// called with bytes as they are collected. Throws std::system_error with words that tell why the port does
+  /// not open.
+  virtual std::unique_ptr<SerialLine> OpenSerial(int comm, std::function<void(Bytes)> received) = 0;
   /// Until when, on the counter, a reply to a request of before the last closing may come, by Comm number.
   std::map<int, std::int64_t> lateUntil;
   virtual std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) = 0;

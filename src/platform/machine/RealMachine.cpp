@@ -179,12 +179,11 @@ PortInfo RealMachine::DescribePort(int comm) {
   return DescribeComm(comm, programFolder_);
 }
 
-std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, const std::string& settings,
-                                                    std::function<void(Bytes)> received) {
+std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, std::function<void(Bytes)> received) {
   const std::string label = "Comm " + std::to_string(comm);
   const auto device = DeviceOfComm(comm, programFolder_);
   if (device.empty()) throw std::system_error(ENODEV, std::generic_category(), label + ": no such port");
-  return std::make_unique<SerialDevice>(open_, label, device, settings, std::move(received));
+  return std::make_unique<SerialDevice>(open_, label, device, std::move(received));
 }
 
 std::unique_ptr<Alarm> RealMachine::MakeAlarm(std::function<void()> tick) {

@@ -20,8 +20,7 @@ class RealMachine : public Machine {
   void Idle(std::chrono::microseconds atMost) override;
   void Repaint() override;
   PortInfo DescribePort(int comm) override;
-  std::unique_ptr<SerialLine> OpenSerial(int comm, const std::string& settings,
-                                         std::function<void(Bytes)> received) override;
+  std::unique_ptr<SerialLine> OpenSerial(int comm, std::function<void(Bytes)> received) override;
   std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) override;
   Answer Ask(const std::string& text, Buttons buttons) override;
   std::optional<std::string> AskFile(const CommonDialog& question) override;

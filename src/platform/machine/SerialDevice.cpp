@@ -19,8 +19,6 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr auto OnlySettings = "19200,n,8,1";
-constexpr speed_t OnlySpeed = B19200;
 constexpr int WriteLimitMs = 1000;  // a driver that takes no byte for so long has lost its line
 
 // Adapters that bundle bytes for 16 ms would stretch every round trip; drivers without the flag refuse it.
@@ -34,12 +32,13 @@ void AskForLowLatency(int handle) {
 }  // namespace
 
 SerialDevice::SerialDevice(std::list<SerialDevice*>& open, const std::string& label,
-                           const std::filesystem::path& device, const std::string& settings,
-                           std::function<void(Bytes)> received)
+                           const std::filesystem::path& device, std::function<void(Bytes)> received)
     : open_(open), label_(label + " (" + device.string() + ")"), received_(std::move(received)) {
   try {
     OpenForUsAlone(device);
-    Configure(settings);
+    SetLineParameters();
+    AskForLowLatency(handle_);
+    tcflush(handle_, TCIFLUSH);  // what was written before the last closing may still be on its way
   } catch (...) {
     if (handle_ >= 0) ::close(handle_);
     throw;
@@ -72,22 +71,13 @@ void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
   if (!isPseudoTerminal && ioctl(handle_, TIOCEXCL) != 0) refuse(errno);
 }
 
-void SerialDevice::Configure(const std::string& settings) {
-  if (settings != OnlySettings)
-    throw std::system_error(std::make_error_code(std::errc::invalid_argument),
-                            label_ + ": settings " + settings + " are not supported");
-  SetLineParameters();
-  AskForLowLatency(handle_);
-  tcflush(handle_, TCIFLUSH);  // what was written before the last closing may still be on its way
-}
-
 // A port keeps the settings of an earlier program, so all are set anew: no flow control of either kind, no
 // byte changed or dropped. Closing the port drops its control lines (HUPCL), as is the system's default and
 // as an adapter powered by them has always seen here.
 void SerialDevice::SetLineParameters() {
   termios line{};
   line.c_cflag = CS8 | CREAD | CLOCAL | HUPCL;
-  cfsetspeed(&line, OnlySpeed);
+  cfsetspeed(&line, B19200);
   if (tcsetattr(handle_, TCSANOW, &line) != 0)
     throw std::system_error(errno, std::generic_category(), label_ + ": the line parameters were refused");
 }

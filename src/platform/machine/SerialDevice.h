@@ -16,12 +16,11 @@ namespace bexlow::platform {
 class SerialDevice : public SerialLine {
  public:
   /// Opens a device raw and for this program alone.
-  /// @param open      lists the device as long as it exists
-  /// @param label     what a failure calls the port, such as "Comm 3"
-  /// @param settings  "19200,n,8,1", all that the logger speaks
+  /// @param open   lists the device as long as it exists
+  /// @param label  what a failure calls the port, such as "Comm 3"
   /// Throws std::system_error whose words tell no such device, in use, or no permission.
   SerialDevice(std::list<SerialDevice*>& open, const std::string& label, const std::filesystem::path& device,
-               const std::string& settings, std::function<void(Bytes)> received);
+               std::function<void(Bytes)> received);
   ~SerialDevice() override;
 
   void Write(std::span<const std::uint8_t> bytes) override;
@@ -31,7 +30,6 @@ class SerialDevice : public SerialLine {
 
  private:
   void OpenForUsAlone(const std::filesystem::path& device);
-  void Configure(const std::string& settings);
   void SetLineParameters();
   void Abandon();
 
