@@ -173,9 +173,10 @@ bool Measure(const fs::path& folder, const char* logger) {
     box = {NowMs(), text};
     QApplication::quit();
   };
-  const auto& screen = program.Show<config::Configuration>();
+  auto* screen = config::MakeConfiguration();
+  program.Show(screen);
   QTimer::singleShot(LimitMs, qApp, &QApplication::quit);
-  return MeasureRead(box, screen, folder / "log") && MeasureWrite(box, screen, folder) &&
+  return MeasureRead(box, *screen, folder / "log") && MeasureWrite(box, *screen, folder) &&
          MeasureBlock("Tare block, over its bare time", link::TareBlock()) &&
          MeasureBlock("Calibration block, over its bare time", link::CalibrationBlock());
 }

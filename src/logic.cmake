@@ -2,8 +2,8 @@
 set(BEXLOW_LOGIC
   values/Conversions values/NumberText
   files/DataFile files/Lines files/PageDecoder files/LinearCsv files/Series files/BinPages files/RunFacts files/ButtonPushes
-  link/Protocol link/LaunchProgress
-  config/ParameterMap config/CalibrationMath
+  link/Protocol
+  config/ParameterMap
   live/Datagram live/Strip
   graph/ViewNumbers)
 set(BEXLOW_LOGIC_HEADERS values/LiveSample values/OnBoardParameters)

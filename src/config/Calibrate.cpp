@@ -6,8 +6,17 @@
 #include <QLineEdit>
 #include <QVBoxLayout>
 
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include "config/ParameterMap.h"
+#include "config/WriteSequence.h"
 #include "link/Communications.h"
+#include "link/SamplingChain.h"
 #include "platform/controls/Controls.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
 #include "platform/machine/Machine.h"
 #include "shared/Chords.h"
 #include "shared/General.h"
@@ -17,17 +26,60 @@
 namespace bexlow::config {
 
 using shared::NumberIn;
+using shared::Shared;
 using shared::Shown;
 using namespace platform;
-using shared::Shared;
 
 namespace {
 
-constexpr WritePlan CalibrationWrite{EndOfCalibrationCells, std::nullopt, 0, false, "Writing Progress"};
+/// The cells that a calibration writes: offset X, Y, Z, then gain X, Y, Z, a word each.
+constexpr int EndOfCalibrationCells = 14;  // one past the last; the first is cell 2
+constexpr WritePlan CalibrationWrite{
+    EndOfCalibrationCells, std::nullopt, 0, false, "Writing Progress", [](int k) { return k - FirstIndex; }};
 constexpr int ShakerEnableCell = 32;
 constexpr int ShakerSettleMs = 1000;
 
-}  // namespace
+// The gains of loggers lie near 323 bits, half of what gravity swings. An axis that was not turned over, or
+// that is broken, gives far less or more.
+constexpr double UsualGain = 323, FarFromUsual = 100;
+
+class Calibrate : public Form {
+ public:
+  Calibrate();
+
+ private:
+  /// The boxes of one axis.
+  struct Axis {
+    QLineEdit *current, *min, *max, *offset, *gain;
+    QLabel* remark;
+  };
+
+  void BuildMenu();
+  void BuildBody();
+  void BuildGrid(QWidget* frame);
+  Axis BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame);
+
+  std::optional<CellByte> CellAt(int k) const;
+  void Take(const link::Bytes& reply);
+
+  void PrepareRun();
+  void FinishRun();
+  void ClearRun();
+  void DisableShaker();
+  void Widen(const Axis& axis);
+
+  MSComm MSComm1;
+  link::SamplingChain chain_;
+  Progress progress_;
+  WriteSequence write_;
+  QAction* mnuSample = nullptr;
+  QAction* mnuWrite = nullptr;
+  std::array<Axis, 3> axes_{};
+  /// Offset X, Y, Z, then gain X, Y, Z, in bits: fixed when a run stops; the write sends these, not the
+  /// boxes.
+  std::array<double, 6> CalibrationValues{};
+  bool sampled_ = false;  ///< the run has taken a sample
+};
 
 Calibrate::Calibrate()
     : Form("Calibrate", "Calibrate"),
@@ -36,10 +88,7 @@ Calibrate::Calibrate()
              [this](const link::Bytes& reply) { Take(reply); }),
       progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
       write_(
-          *this, CalibrationWrite, progress_,
-          [this](int k) {
-            return CellByte{k, CalibrationByte(k, CalibrationValues)};
-          },
+          *this, CalibrationWrite, progress_, [this](int k) { return CellAt(k); },
           [this](bool enabled) { mnuSample->setEnabled(enabled); }) {
   BuildMenu();
   BuildBody();
@@ -95,7 +144,7 @@ void Calibrate::BuildGrid(QWidget* frame) {
   for (const char* letter : {"X", "Y", "Z"}) {
     const auto& axis = axes_[static_cast<std::size_t>(line - 1)] = BuildAxis(letter, line, grid, frame);
     connect(axis.current, &QLineEdit::textChanged, this, [this, axis] { Widen(axis); });
-    grid->addWidget(MakeLabel("", "bits", frame), line++, 6);
+    grid->addWidget(axis.remark, line++, 6);
   }
 }
 
@@ -118,6 +167,7 @@ Calibrate::Axis Calibrate::BuildAxis(const char* letter, int line, QGridLayout* 
     grid->addWidget(axis.*box, line, place++);
   }
   grid->addWidget(MakeLabel("", caption, frame, axis.current), line, 0);
+  axis.remark = MakeLabel((QByteArray("lblRemark") + letter).constData(), "bits", frame);
   return axis;
 }
 
@@ -138,6 +188,7 @@ void Calibrate::ClearRun() {
     for (auto* box : {axis.current, axis.min, axis.max, axis.offset, axis.gain}) box->clear();
     axis.min->setText("1024");  // above every 10-bit sample, so that the first one becomes both extremes
     axis.max->setText("0");
+    axis.remark->setText("bits");
   }
 }
 
@@ -166,16 +217,29 @@ void Calibrate::Widen(const Axis& axis) {
   if (bits > NumberIn(*axis.max)) axis.max->setText(axis.current->text());
   const double min = NumberIn(*axis.min);
   const double max = NumberIn(*axis.max);
-  axis.offset->setText(Shown(Offset(min, max)));
-  axis.gain->setText(Shown(Gain(min, max)));
+  axis.offset->setText(Shown((max + min) / 2));
+  axis.gain->setText(Shown((max - min) / 2));
 }
 
 void Calibrate::FinishRun() {
   mnuWrite->setEnabled(sampled_);
   for (std::size_t i = 0; i < axes_.size(); ++i) {
     CalibrationValues[i] = NumberIn(*axes_[i].offset);
-    CalibrationValues[axes_.size() + i] = NumberIn(*axes_[i].gain);
+    const double gain = CalibrationValues[axes_.size() + i] = NumberIn(*axes_[i].gain);
+    if (sampled_ && std::abs(gain - UsualGain) > FarFromUsual)
+      axes_[i].remark->setText("bits, far from a logger's usual gain of about 323");
   }
+}
+
+std::optional<CellByte> Calibrate::CellAt(int k) const {
+  const auto offset = static_cast<std::size_t>(k - FirstIndex);
+  return CellByte{k, Encode(Storage::U16, CalibrationValues.at(offset / 2))[offset % 2]};
+}
+
+}  // namespace
+
+Form* MakeCalibrate() {
+  return new Calibrate;
 }
 
 }  // namespace bexlow::config

@@ -2,15 +2,22 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
+#include <QValidator>
 
+#include <algorithm>
+#include <functional>
 #include <system_error>
 
-#include "config/ValueBox.h"
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
+#include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "values/Conversions.h"
@@ -18,10 +25,65 @@
 
 namespace bexlow::config {
 
-using platform::MsgBox;
-using platform::Pointer;
+using namespace platform;
 
 namespace {
+
+bool Passes(QChar key, bool boxIsEmpty) {
+  return (key >= u'0' && key <= u'9') || (key == u'-' && boxIsEmpty);
+}
+
+/// Removes from inserted text the characters that could not have been typed; keeps the text already there.
+class KeyFilter : public QValidator {
+ public:
+  explicit KeyFilter(QLineEdit* box) : QValidator(box) {
+    connect(box, &QLineEdit::textChanged, this, [this](const QString& text) { before_ = text; });
+  }
+
+  State validate(QString& text, int& cursor) const override {
+    const auto head = std::ranges::mismatch(text, before_).in1 - text.begin();
+    const auto most = std::min(text.size(), before_.size()) - head;
+    qsizetype tail = 0;
+    while (tail < most && text[text.size() - 1 - tail] == before_[before_.size() - 1 - tail]) ++tail;
+    QString passed;
+    for (const QChar key : text.sliced(head, text.size() - head - tail)) {
+      if (Passes(key, head + passed.size() + tail == 0)) passed += key;
+    }
+    cursor -= static_cast<int>(text.size() - head - tail - passed.size());
+    text = text.first(head) + passed + text.last(tail);
+    return Acceptable;
+  }
+
+ private:
+  QString before_;
+};
+
+/// A text box that takes digits, and a minus sign only while it is empty. Other keys are ignored. Text that
+/// is pasted, dropped or composed by an input method loses the characters that could not have been typed.
+class ValueBox : public QLineEdit {
+ public:
+  ValueBox(const char* name, const QString& accessibleName, QWidget* parent);
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+};
+
+ValueBox::ValueBox(const char* name, const QString& accessibleName, QWidget* parent) : QLineEdit(parent) {
+  setObjectName(name);
+  setAccessibleName(accessibleName);
+  setInputMethodHints(Qt::ImhFormattedNumbersOnly);
+  setValidator(new KeyFilter(this));
+}
+
+// A key that does not pass changes nothing in the box; selected text stays selected.
+void ValueBox::keyPressEvent(QKeyEvent* event) {
+  const QString typed = event->text();
+  const bool isCommand =
+      (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  const bool isCharacter = !isCommand && !typed.isEmpty() && typed.front().isPrint();
+  if (isCharacter && !Passes(typed.front(), text().isEmpty())) return event->accept();
+  QLineEdit::keyPressEvent(event);
+}
 
 constexpr int ReplyBudgetMs = 100;  // a reply that comes later is not seen
 constexpr double LastAddress = 263;
@@ -35,13 +97,37 @@ std::uint8_t ByteOf(const QString& text) {
   return values::ToByte(*number);
 }
 
-}  // namespace
+class EEPROM : public Form {
+ public:
+  EEPROM();
+
+ private:
+  void Build();
+  void cmdRead_Click();
+  void cmdWrite_Click();
+  void cmdOK_Click();
+  void TimerEEPROM_Timer();
+
+  /// Runs a procedure of the screen; after a reported failure the screen is usable again.
+  void Operate(const char* procedure, const std::function<void()>& body);
+  void EndOperation();
+  void EnableControls(bool enabled);
+  int Address() const;
+
+  MSComm MSComm1;
+  Timer TimerEEPROM;
+  CWNumEdit* NumEditAddress;
+  ValueBox* txtValue;
+  QPushButton* cmdRead;
+  QPushButton* cmdWrite;
+  QPushButton* cmdOK;
+};
 
 EEPROM::EEPROM()
     : Form("EEPROM", "EEPROM"),
       MSComm1(*this, "MSComm1"),
       TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
-      NumEditAddress(new platform::CWNumEdit(this)),
+      NumEditAddress(new CWNumEdit(this)),
       txtValue(new ValueBox("txtValue", "Value", this)),
       cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),
       cmdWrite(MakeButton("cmdWrite", "Write", [this] { cmdWrite_Click(); })),
@@ -67,9 +153,9 @@ void EEPROM::Build() {
   grid->setContentsMargins(20, 20, 20, 20);
   grid->setHorizontalSpacing(16);
   grid->setVerticalSpacing(12);
-  grid->addWidget(platform::MakeLabel("", "Address", this, NumEditAddress), 0, 0);
+  grid->addWidget(MakeLabel("", "Address", this, NumEditAddress), 0, 0);
   grid->addWidget(NumEditAddress, 0, 1);
-  grid->addWidget(platform::MakeLabel("", "Value", this, txtValue), 1, 0);
+  grid->addWidget(MakeLabel("", "Value", this, txtValue), 1, 0);
   grid->addWidget(txtValue, 1, 1);
   grid->addLayout(buttons, 2, 0, 1, 2);
   grid->setColumnStretch(1, 1);
@@ -143,6 +229,12 @@ void EEPROM::cmdOK_Click() {
     link::CloseCommPort(MSComm1, *this);
     Unload();
   });
+}
+
+}  // namespace
+
+Form* MakeEEPROM() {
+  return new EEPROM;
 }
 
 }  // namespace bexlow::config

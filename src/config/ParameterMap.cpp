@@ -16,8 +16,8 @@ constexpr std::size_t WriteCount = EndOfWrite - FirstIndex;
 
 consteval bool LimitsAreConsistent(const Parameter& row) {
   if (row.control != Control::NumEdit) return row.control != Control::Text || row.field == nullptr;
-  if (row.form == Form::None) return row.field == nullptr && !row.shown;
-  return row.field != nullptr && row.min < row.max && row.standard >= row.min && row.standard <= row.max;
+  if (row.form == Storage::None) return row.field == nullptr && !row.shown;
+  return row.field != nullptr && row.min < row.max && row.initial >= row.min && row.initial <= row.max;
 }
 
 /// Ascending, no cell twice, no field twice and none left out.
@@ -38,17 +38,17 @@ consteval bool RowsAreConsistent() {
 }
 static_assert(RowsAreConsistent());
 
-/// The read-only boxes stand at places from 0, each once.
-consteval bool PlacesAreDistinct() {
-  unsigned places = 0;
+/// The read-only boxes stand on lines from 0, each once.
+consteval bool LinesAreDistinct() {
+  unsigned lines = 0;
   for (const Parameter& row : Parameters) {
     if (!IsIdentity(row)) continue;
-    if (row.place < 0 || (places >> row.place & 1u) != 0) return false;
-    places |= 1u << row.place;
+    if (row.line < 0 || (lines >> row.line & 1u) != 0) return false;
+    lines |= 1u << row.line;
   }
-  return places == (1u << IdentityCount) - 1;
+  return lines == (1u << IdentityCount) - 1;
 }
-static_assert(PlacesAreDistinct());
+static_assert(LinesAreDistinct());
 
 /// One cell of the read: the row that it belongs to and which of its bytes it is.
 struct ReadCell {
@@ -78,7 +78,7 @@ consteval auto MakeWriteCells() {
     if (!IsWritten(row)) continue;
     auto& tick = cells[next];
     tick = {FirstIndex + static_cast<int>(next), std::nullopt, cell.row, cell.byte};
-    if (row.form != Form::None) tick.address = AddressOf(cell);
+    if (row.form != Storage::None) tick.address = AddressOf(cell);
     ++next;
   }
   return cells;
@@ -89,12 +89,12 @@ constexpr auto WriteTicks = MakeWriteCells();
   throw std::system_error(std::make_error_code(code), words);
 }
 
-double FullScale(Form form) {
-  return form == Form::Angle180 ? 180 : 90;
+double FullScale(Storage form) {
+  return form == Storage::Angle180 ? 180 : 90;
 }
 
-double CountOf(Form form, double degrees) {
-  return form == Form::Angle180 ? values::AngleToInteger180(degrees) : values::AngleToInteger90(degrees);
+double CountOf(Storage form, double degrees) {
+  return form == Storage::Angle180 ? values::AngleToInteger180(degrees) : values::AngleToInteger90(degrees);
 }
 
 std::array<std::uint8_t, 2> Split(double word) {
@@ -103,10 +103,10 @@ std::array<std::uint8_t, 2> Split(double word) {
   return {static_cast<std::uint8_t>(link::HighByte(whole)), static_cast<std::uint8_t>(link::LowByte(whole))};
 }
 
-/// The value of a row in a whole read; `place` is where its first cell is.
-double ValueAt(const values::ReadArray& cells, std::size_t place) {
-  const Form form = Parameters[ReadCells[place].row].form;
-  return Decode(form, std::span(cells).subspan(place, static_cast<std::size_t>(CellsOf(form))));
+/// The value of a row in a whole read; `first` is where its first cell is.
+double ValueAt(const values::ReadArray& cells, std::size_t first) {
+  const Storage form = Parameters[ReadCells[first].row].form;
+  return Decode(form, std::span(cells).subspan(first, static_cast<std::size_t>(CellsOf(form))));
 }
 
 }  // namespace
@@ -116,27 +116,27 @@ std::string AddressText(const Parameter& parameter) {
   return CellsOf(parameter.form) == 1 ? first : first + "/" + std::to_string(parameter.address + 1);
 }
 
-double Decode(Form form, std::span<const std::uint8_t> bytes) {
-  if (form == Form::None) return 0;
+double Decode(Storage form, std::span<const std::uint8_t> bytes) {
+  if (form == Storage::None) return 0;
   if (bytes.empty()) Throw(std::errc::invalid_argument, "No cell to convert");
-  if (form == Form::U8) return bytes[0];
+  if (form == Storage::U8) return bytes[0];
   const double word = values::Word(bytes, 0);
-  if (form == Form::U16) return word;
+  if (form == Storage::U16) return word;
   return values::UnsignedToSigned16(word) / 32767 * FullScale(form);
 }
 
-std::array<std::uint8_t, 2> Encode(Form form, double value) {
+std::array<std::uint8_t, 2> Encode(Storage form, double value) {
   switch (form) {
-    case Form::U8:
+    case Storage::U8:
       return {values::ToByte(value), 0};
-    case Form::U16:
+    case Storage::U16:
       return Split(values::RoundHalfEven(value));
-    case Form::Angle180:
-    case Form::Angle90: {
+    case Storage::Angle180:
+    case Storage::Angle90: {
       const double count = values::RoundHalfEven(CountOf(form, value));
       return Split(count == 65536 ? 0 : count);  // an angle that rounds to -0 counts, which is 0
     }
-    case Form::None:
+    case Storage::None:
       break;
   }
   Throw(std::errc::result_out_of_range, "These cells are never written");
@@ -152,21 +152,20 @@ std::span<const WriteCell> WriteCells() {
 }
 
 void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters) {
-  for (std::size_t place = 0; place < ReadCount; ++place) {
-    const auto [row, byte] = ReadCells[place];
-    if (byte == 0 && Parameters[row].field != nullptr)
-      parameters.*Parameters[row].field = ValueAt(cells, place);
+  for (std::size_t i = 0; i < ReadCount; ++i) {
+    const auto [row, byte] = ReadCells[i];
+    if (byte == 0 && Parameters[row].field != nullptr) parameters.*Parameters[row].field = ValueAt(cells, i);
   }
 }
 
 std::array<IdentityText, IdentityCount> IdentityTexts(const values::ReadArray& cells) {
   std::array<IdentityText, IdentityCount> texts;
-  for (std::size_t place = 0; place < ReadCount; ++place) {
-    const auto [row, byte] = ReadCells[place];
+  for (std::size_t i = 0; i < ReadCount; ++i) {
+    const auto [row, byte] = ReadCells[i];
     const Parameter& parameter = Parameters[row];
     if (byte != 0 || !IsIdentity(parameter)) continue;
-    texts[static_cast<std::size_t>(parameter.place)] = {&parameter,
-                                                        values::PlainNumberText(ValueAt(cells, place))};
+    texts[static_cast<std::size_t>(parameter.line)] = {&parameter,
+                                                       values::PlainNumberText(ValueAt(cells, i))};
   }
   return texts;
 }

@@ -16,7 +16,7 @@
 namespace bexlow::config {
 
 /// How a value lies in its cells. Two cells hold the high byte at the lower address.
-enum class Form {
+enum class Storage {
   U8,        ///< one cell, a byte
   U16,       ///< two cells, an unsigned word
   Angle180,  ///< two cells, signed, 32767 counts are 180 degrees
@@ -33,57 +33,59 @@ enum class Control {
 
 struct Parameter {
   int address;  ///< the lowest cell
-  Form form;
+  Storage form;
   Control control;
   std::string_view name;  ///< name of the control
   std::string_view caption;
-  double min, max, standard;  ///< limits and default of the screen
+  double min, max, initial;  ///< limits and default of the screen
   double values::OnBoardParameters::*field = nullptr;
   std::string_view unit = {};
   bool shown = true;  ///< when the screen opens
-  int place = 0;      ///< of a read-only box, counted from the top
+  int line = 0;       ///< of a read-only box, counted from the top
 };
 
 using P = values::OnBoardParameters;
 inline constexpr Parameter Parameters[] = {
-    {2, Form::U16, Control::NumEdit, "NumEdit2", "X Offset", 0, 1024, 323, &P::XOffset, "bits"},
-    {4, Form::U16, Control::NumEdit, "NumEdit4", "Y Offset", 0, 1024, 408, &P::YOffset, "bits"},
-    {6, Form::U16, Control::NumEdit, "NumEdit6", "Z Offset", 0, 1024, 322, &P::ZOffset, "bits"},
-    {8, Form::U16, Control::NumEdit, "NumEdit8", "X Gain", 0, 1024, 323, &P::XGain, "bits"},
-    {10, Form::U16, Control::NumEdit, "NumEdit10", "Y Gain", 0, 1024, 324, &P::YGain, "bits"},
-    {12, Form::U16, Control::NumEdit, "NumEdit12", "Z Gain", 0, 1024, 322, &P::ZGain, "bits"},
-    {14, Form::Angle180, Control::NumEdit, "NumEdit14", "X Tare", -180, 180, 0, &P::XTare, "degrees"},
-    {16, Form::Angle90, Control::NumEdit, "NumEdit16", "Y Tare", -90, 90, 0, &P::YTare, "degrees"},
-    {18, Form::Angle180, Control::NumEdit, "NumEdit18", "X Low Alarm", -180, 180, -180, &P::XLowAlarm,
+    {2, Storage::U16, Control::NumEdit, "NumEdit2", "X Offset", 0, 1024, 323, &P::XOffset, "bits"},
+    {4, Storage::U16, Control::NumEdit, "NumEdit4", "Y Offset", 0, 1024, 408, &P::YOffset, "bits"},
+    {6, Storage::U16, Control::NumEdit, "NumEdit6", "Z Offset", 0, 1024, 322, &P::ZOffset, "bits"},
+    {8, Storage::U16, Control::NumEdit, "NumEdit8", "X Gain", 0, 1024, 323, &P::XGain, "bits"},
+    {10, Storage::U16, Control::NumEdit, "NumEdit10", "Y Gain", 0, 1024, 324, &P::YGain, "bits"},
+    {12, Storage::U16, Control::NumEdit, "NumEdit12", "Z Gain", 0, 1024, 322, &P::ZGain, "bits"},
+    {14, Storage::Angle180, Control::NumEdit, "NumEdit14", "X Tare", -180, 180, 0, &P::XTare, "degrees"},
+    {16, Storage::Angle90, Control::NumEdit, "NumEdit16", "Y Tare", -90, 90, 0, &P::YTare, "degrees"},
+    {18, Storage::Angle180, Control::NumEdit, "NumEdit18", "X Low Alarm", -180, 180, -180, &P::XLowAlarm,
      "degrees"},
-    {20, Form::Angle180, Control::NumEdit, "NumEdit20", "X High Alarm", -180, 180, 180, &P::XHighAlarm,
+    {20, Storage::Angle180, Control::NumEdit, "NumEdit20", "X High Alarm", -180, 180, 180, &P::XHighAlarm,
      "degrees"},
-    {22, Form::Angle90, Control::NumEdit, "NumEdit22", "Y Low Alarm", -90, 90, -90, &P::YLowAlarm, "degrees"},
-    {24, Form::Angle90, Control::NumEdit, "NumEdit24", "Y High Alarm", -90, 90, 90, &P::YHighAlarm,
+    {22, Storage::Angle90, Control::NumEdit, "NumEdit22", "Y Low Alarm", -90, 90, -90, &P::YLowAlarm,
+     "degrees"},
+    {24, Storage::Angle90, Control::NumEdit, "NumEdit24", "Y High Alarm", -90, 90, 90, &P::YHighAlarm,
      "degrees"},
     // The two bin angles are read with the others, shown nowhere and never written.
-    {26, Form::None, Control::NumEdit, "NumEdit26", "Min Bin Angle", -90, 90, 0, nullptr, {}, false},
-    {28, Form::None, Control::NumEdit, "NumEdit28", "Max Bin Angle", -90, 90, 65535, nullptr, {}, false},
-    {30, Form::U8, Control::NumEdit, "NumEdit30", "Update Time Increment", 1, 255, 3,
+    {26, Storage::None, Control::NumEdit, "NumEdit26", "Min Bin Angle", -90, 90, 0, nullptr, {}, false},
+    {28, Storage::None, Control::NumEdit, "NumEdit28", "Max Bin Angle", -90, 90, 65535, nullptr, {}, false},
+    {30, Storage::U8, Control::NumEdit, "NumEdit30", "Update Time Increment", 1, 255, 3,
      &P::UpdateTimeIncrement},
-    {31, Form::U8, Control::NumEdit, "NumEdit31", "Averages", 0, 16, 1, &P::Averages},
-    {32, Form::U8, Control::NumEdit, "NumEdit32", "Shaker Enable", 0, 1, 0, &P::ShakerEnable},
-    {33, Form::U8, Control::NumEdit, "NumEdit33", "Filter Level", 0, 5, 1, &P::FilterLevel},
-    {34, Form::U8, Control::NumEdit, "NumEdit34", "Tare Enable", 0, 1, 1, &P::TareEnable},
-    {42, Form::U8, Control::NumEdit, "NumEdit42", "Bin(0)/Linear(1) Mode", 0, 1, 1, &P::BinLinearMode},
-    {43, Form::U8, Control::NumEdit, "NumEdit43", "Linear Channels", 1, 3, 3, &P::LinearChannels},
-    {62, Form::U16, Control::NumEdit, "NumEdit62", "DAC1", 0, 1024, 512, &P::DAC1},
-    {64, Form::U16, Control::NumEdit, "NumEdit64", "DAC2", 0, 1024, 512, &P::DAC2},
-    {66, Form::U16, Control::NumEdit, "NumEdit66", "DAC3", 0, 1024, 512, &P::DAC3},
-    {68, Form::U16, Control::NumEdit, "NumEdit68", "DAC4", 0, 1024, 512, &P::DAC4},
-    {100, Form::U16, Control::Text, "txtSerialNumber", "Serial Number", 0, 0, 0, nullptr, {}, false, 0},
-    {102, Form::U8, Control::Option, "opt15Hz", "15 Hz Linear Update Rate", 0, 0, 15, &P::LinearUpdateRate},
-    {103, Form::U8, Control::Text, "txtDay", "Launch Day", 0, 0, 0, nullptr, {}, false, 2},
-    {104, Form::U16, Control::Text, "txtYear", "Launch Year", 0, 0, 0, nullptr, {}, false, 3},
-    {106, Form::U8, Control::Text, "txtHour", "Launch Hour", 0, 0, 0, nullptr, {}, false, 4},
-    {107, Form::U8, Control::Text, "txtMinute", "Launch Minute", 0, 0, 0, nullptr, {}, false, 5},
-    {108, Form::U8, Control::Text, "txtSecond", "Launch Second", 0, 0, 0, nullptr, {}, false, 6},
-    {109, Form::U8, Control::Text, "txtMonth", "Launch Month", 0, 0, 0, nullptr, {}, false, 1},
+    {31, Storage::U8, Control::NumEdit, "NumEdit31", "Averages", 0, 16, 1, &P::Averages},
+    {32, Storage::U8, Control::NumEdit, "NumEdit32", "Shaker Enable", 0, 1, 0, &P::ShakerEnable},
+    {33, Storage::U8, Control::NumEdit, "NumEdit33", "Filter Level", 0, 5, 1, &P::FilterLevel},
+    {34, Storage::U8, Control::NumEdit, "NumEdit34", "Tare Enable", 0, 1, 1, &P::TareEnable},
+    {42, Storage::U8, Control::NumEdit, "NumEdit42", "Bin(0)/Linear(1) Mode", 0, 1, 1, &P::BinLinearMode},
+    {43, Storage::U8, Control::NumEdit, "NumEdit43", "Linear Channels", 1, 3, 3, &P::LinearChannels},
+    {62, Storage::U16, Control::NumEdit, "NumEdit62", "DAC1", 0, 1024, 512, &P::DAC1},
+    {64, Storage::U16, Control::NumEdit, "NumEdit64", "DAC2", 0, 1024, 512, &P::DAC2},
+    {66, Storage::U16, Control::NumEdit, "NumEdit66", "DAC3", 0, 1024, 512, &P::DAC3},
+    {68, Storage::U16, Control::NumEdit, "NumEdit68", "DAC4", 0, 1024, 512, &P::DAC4},
+    {100, Storage::U16, Control::Text, "txtSerialNumber", "Serial Number", 0, 0, 0, nullptr, {}, false, 0},
+    {102, Storage::U8, Control::Option, "opt15Hz", "15 Hz Linear Update Rate", 0, 0, 15,
+     &P::LinearUpdateRate},
+    {103, Storage::U8, Control::Text, "txtDay", "Launch Day", 0, 0, 0, nullptr, {}, false, 2},
+    {104, Storage::U16, Control::Text, "txtYear", "Launch Year", 0, 0, 0, nullptr, {}, false, 3},
+    {106, Storage::U8, Control::Text, "txtHour", "Launch Hour", 0, 0, 0, nullptr, {}, false, 4},
+    {107, Storage::U8, Control::Text, "txtMinute", "Launch Minute", 0, 0, 0, nullptr, {}, false, 5},
+    {108, Storage::U8, Control::Text, "txtSecond", "Launch Second", 0, 0, 0, nullptr, {}, false, 6},
+    {109, Storage::U8, Control::Text, "txtMonth", "Launch Month", 0, 0, 0, nullptr, {}, false, 1},
 };
 inline constexpr std::size_t ParameterCount = std::size(Parameters);
 
@@ -93,23 +95,24 @@ inline constexpr double UpdateRate15 = 15;
 inline constexpr std::string_view UpdateRate75Caption = "7.5 Hz Linear Update Rate";
 inline constexpr std::string_view UpdateRate15Caption = "15 Hz Linear Update Rate";
 
-constexpr int CellsOf(Form form) {
-  return form == Form::U8 ? 1 : 2;
+constexpr int CellsOf(Storage form) {
+  return form == Storage::U8 ? 1 : 2;
 }
 /// Decimal places that tell one count from the next: 32767 counts for 90 degrees are 0.0027 degrees each.
-constexpr int DecimalsOf(Form form) {
-  return form == Form::Angle180 || form == Form::Angle90 ? 3 : 0;
+constexpr int DecimalsOf(Storage form) {
+  return form == Storage::Angle180 || form == Storage::Angle90 ? 3 : 0;
 }
 /// "2/3", or "30" for a row of one cell.
 std::string AddressText(const Parameter& parameter);
 
-/// The value that the cells of a form hold; 0 for Form::None.
+/// The value that the cells of a form hold; 0 for Storage::None.
 /// @throws std::system_error invalid_argument for fewer bytes than the form has
-double Decode(Form form, std::span<const std::uint8_t> bytes);
+double Decode(Storage form, std::span<const std::uint8_t> bytes);
 
-/// The cells of a value: high byte, low byte; for Form::U8 only the first is used.
-/// @throws std::system_error result_out_of_range for a value that the cells cannot hold, and for Form::None
-std::array<std::uint8_t, 2> Encode(Form form, double value);
+/// The cells of a value: high byte, low byte; for Storage::U8 only the first is used.
+/// @throws std::system_error result_out_of_range for a value that the cells cannot hold, and for
+/// Storage::None
+std::array<std::uint8_t, 2> Encode(Storage form, double value);
 
 // Sequences. ParameterIndex k counts the cells of the table from 2, in ascending order.
 constexpr bool IsWritten(const Parameter& row) {

@@ -26,6 +26,10 @@ constexpr int TickMs = 500;  // the time that the logger gets to store a cell
 
 }  // namespace
 
+std::string CellsText(int k, int done, int all) {
+  return "at " + std::to_string(k) + ", " + std::to_string(done) + " of " + std::to_string(all) + " cells";
+}
+
 Progress Progress::Make(const QString& caption, int maximum, QWidget* parent) {
   auto* frame = platform::MakeFrame("fraProgress", caption, parent);
   auto* bar = platform::MakeProgressBar("PBar", caption, frame);
@@ -71,8 +75,9 @@ void WriteSequence::mnuWrite_Click() {
 
 platform::Activity WriteSequence::Activity() const {
   const int left = plan_.end - Shared.ParameterIndex;
-  return {"Writing", "cell " + std::to_string(Shared.ParameterIndex) + " of " + std::to_string(plan_.end) +
-                         ", " + values::DurationText(left * TickMs / 1000.0) + " left"};
+  const auto cells = CellsText(Shared.ParameterIndex, plan_.cellsWritten(Shared.ParameterIndex),
+                               plan_.cellsWritten(plan_.end));
+  return {"Writing", cells + ", " + values::DurationText(left * TickMs / 1000.0) + " left"};
 }
 
 // If the byte of k cannot be made, the next tick tries k again; if it cannot be sent, k is skipped.
@@ -81,6 +86,7 @@ void WriteSequence::TimerWrite_Timer() {
     if (const auto cell = cellAt_(Shared.ParameterIndex)) WriteRoutine(cell->address, cell->byte);
     const int k = ++Shared.ParameterIndex;
     if (k != plan_.end || plan_.lastTickShown) progress_.Show("Writing", k, k - plan_.barZero);
+    emit screen_.ActivityChanged();
     if (k == plan_.end) Finish();
   });
 }

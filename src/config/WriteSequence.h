@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
@@ -27,7 +28,11 @@ struct WritePlan {
   int barZero;                    ///< the bar shows k minus this
   bool lastTickShown;             ///< bar and caption move at the last tick too
   const char* captionAtEnd;       ///< of the progress frame
+  int (*cellsWritten)(int k);     ///< by the ticks before k
 };
+
+/// "at 28, 26 of 53 cells": the number that the progress frame tells, and how many cells are done.
+std::string CellsText(int k, int done, int all);
 
 /// Where a screen shows how far a sequence has come.
 struct Progress {

@@ -4,6 +4,7 @@
 #include <QProgressBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <exception>
 #include <utility>
 
@@ -13,6 +14,7 @@
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/Records.h"
+#include "values/Conversions.h"
 #include "values/NumberText.h"
 
 namespace bexlow::link {
@@ -22,8 +24,12 @@ using platform::MsgBox;
 namespace {
 
 constexpr auto IdleCaption = "Erase";
-constexpr int PauseBehindCellMs = 12;
+constexpr int PauseAfterCellMs = 12;
 constexpr int EraseLeadMs = 1000;  // the logger accepts LaunchLogging only during an erase
+constexpr int LastPage = 2047;
+constexpr std::size_t LeastBytesOfErase = 4;  // in one tick
+constexpr double BytesLostInTick = 2;
+constexpr double BytesInPage = 3;
 
 }  // namespace
 
@@ -39,7 +45,7 @@ Launch::Launch(platform::Form& main, std::function<void(bool heard)> launched)
   layout->addWidget(PBar);
   fraErase->hide();
   main.OnActivity = [this] {
-    return platform::Activity{"Erasing", "page " + values::NumberText(progress_.ErasedPageCount) + " of " +
+    return platform::Activity{"Erasing", "page " + values::NumberText(ErasedPageCount) + " of " +
                                              values::NumberText(LastPage) + " before the launch"};
   };
   Timer1.OnTimer = [this] { Timer1_Timer(); };
@@ -61,10 +67,12 @@ bool Launch::WriteLaunchTime() {
   try {
     const auto now = platform::Machine::Get().Now();
     OpenCommPort(MSComm1, main_);
-    for (const auto& [address, value] :
-         LaunchCells(now.day, now.month, now.year, now.hour, now.minute, now.second)) {
+    const std::pair<int, int> cells[] = {{103, now.day},  {104, HighByte(now.year)}, {105, LowByte(now.year)},
+                                         {106, now.hour}, {107, now.minute},         {108, now.second},
+                                         {109, now.month}};
+    for (const auto& [address, value] : cells) {
       Send(MSComm1, WriteEeprom(address, value));
-      shared::WaitMilliseconds(PauseBehindCellMs);
+      shared::WaitMilliseconds(PauseAfterCellMs);
     }
     CloseCommPort(MSComm1, main_);
     return true;
@@ -79,7 +87,7 @@ void Launch::EraseAndLaunch() {
   try {
     fraErase->show();
     platform::Machine::Get().Repaint();
-    progress_ = {};
+    ErasedByteCount = ErasedPageCount = 0;
     heard_ = false;
     OpenCommPort(MSComm1, main_);
     Send(MSComm1, EraseData());
@@ -98,10 +106,12 @@ void Launch::Timer1_Timer() {
   shared::Guarded(main_, "Timer1_Timer", [this] {
     const auto count = MSComm1.Input().size();
     heard_ = heard_ || count > 0;
-    if (!progress_.Count(count)) return Finish();
-    const double page = progress_.ErasedPageCount;
-    platform::SetProgress(PBar, page);
-    fraErase->setTitle("Erasing page " + QString::fromStdString(values::NumberText(page)));
+    if (count < LeastBytesOfErase) return Finish();
+    ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
+    ErasedPageCount = std::min(values::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});
+    platform::SetProgress(PBar, ErasedPageCount);
+    fraErase->setTitle("Erasing page " + QString::fromStdString(values::NumberText(ErasedPageCount)));
+    emit main_.ActivityChanged();
   });
 }
 

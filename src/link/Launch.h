@@ -3,7 +3,6 @@
 
 #include <functional>
 
-#include "link/LaunchProgress.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
@@ -37,7 +36,8 @@ class Launch {
   platform::Timer Timer1;
   QGroupBox* fraErase;
   QProgressBar* PBar;
-  LaunchProgress progress_;
+  double ErasedByteCount = 0;
+  double ErasedPageCount = 0;  ///< 0 to 2047
   bool heard_ = false;
 };
 

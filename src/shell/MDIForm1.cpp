@@ -135,6 +135,7 @@ void MDIForm1::ShowChild(Form* child) {
   if (tabs_->indexOf(child) < 0) {
     const int tab = tabs_->addTab(child, child->windowTitle());
     connect(child, &Form::Left, this, [this, child] { OnLeft(child); });
+    connect(child, &Form::ActivityChanged, this, [this] { status_.Refresh(); });
     if (!child->OnCloseRequest) tabs_->tabBar()->setTabButton(tab, QTabBar::RightSide, nullptr);
   }
   tabs_->setCurrentWidget(child);

@@ -75,13 +75,13 @@ QAction* Main::AddPortScreen(QMenu* menu, const char* name, const QString& capti
 void Main::BuildToolsMenu() {
   mnuTools = AddMenu("mnuTools", "&Tools");
   AddEntry(mnuTools, "mnuLaunch", "&Launch", [this] { launch_.mnuLaunch_Click(); });
-  AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration", Make<config::Configuration>);
+  AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration", config::MakeConfiguration);
   AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
                 [this] { return new download::DownloadErase([this] { OpenGraph(); }); });
   AddEntry(mnuTools, "mnuGraph", "&Graph", [this] { ShowScreen("Graph", Make<graph::Graph>); });
   AddEntry(mnuTools, "mnuGBP", "Graph &Button Pushes",
            [this] { ShowScreen("GraphBP", Make<review::GraphBP>); });
-  AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", Make<config::Calibrate>);
+  AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", config::MakeCalibrate);
 }
 
 void Main::BuildDisplayMenu() {

@@ -21,9 +21,9 @@ class StatusLine {
   /// What is known of the logger, such as "Connected on Comm 5".
   void Connection(const std::string& text);
 
- private:
   void Refresh();
 
+ private:
   QStatusBar& bar_;
   QLabel* lblConnection;
   QLabel* lblActivity;

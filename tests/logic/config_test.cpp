@@ -3,7 +3,6 @@
 #include <numeric>
 #include <optional>
 
-#include "config/CalibrationMath.h"
 #include "config/ParameterMap.h"
 #include "logic/Expect.h"
 
@@ -11,24 +10,24 @@ namespace bexlow::config {
 namespace {
 
 TEST(Forms, ValuesBecomeBytesOrAreRefused) {
-  using Row = std::tuple<Form, double, std::optional<std::array<std::uint8_t, 2>>>;
+  using Row = std::tuple<Storage, double, std::optional<std::array<std::uint8_t, 2>>>;
   for (const auto& [form, value, cells] :
-       {Row{Form::U16, 65535, {{0xFF, 0xFF}}}, Row{Form::U16, 2.5, {{0, 2}}}, Row{Form::U16, 3.5, {{0, 4}}},
-        Row{Form::U8, 254.5, {{254, 0}}}, Row{Form::Angle180, -180, {{0x80, 0x01}}},
-        Row{Form::Angle90, 45, {{0x40, 0}}}, Row{Form::Angle180, -0.001, {{0, 0}}},
-        Row{Form::Angle180, 181, {{0x80, 0xB5}}}, Row{Form::U8, 256, {}}, Row{Form::U8, -1, {}},
-        Row{Form::U16, 65536, {}}, Row{Form::U16, -1, {}}, Row{Form::U16, 1e300, {}},
-        Row{Form::Angle180, 1e6, {}}, Row{Form::None, 0, {}}}) {
+       {Row{Storage::U16, 65535, {{0xFF, 0xFF}}}, Row{Storage::U16, 2.5, {{0, 2}}},
+        Row{Storage::U16, 3.5, {{0, 4}}}, Row{Storage::U8, 254.5, {{254, 0}}},
+        Row{Storage::Angle180, -180, {{0x80, 0x01}}}, Row{Storage::Angle90, 45, {{0x40, 0}}},
+        Row{Storage::Angle180, -0.001, {{0, 0}}}, Row{Storage::Angle180, 181, {{0x80, 0xB5}}},
+        Row{Storage::U8, 256, {}}, Row{Storage::U8, -1, {}}, Row{Storage::U16, 65536, {}},
+        Row{Storage::U16, -1, {}}, Row{Storage::U16, 1e300, {}}, Row{Storage::Angle180, 1e6, {}},
+        Row{Storage::None, 0, {}}}) {
     const auto code = FailureOf([&, f = form, v = value, &c = cells] { EXPECT_EQ(Encode(f, v), c); }).code;
     EXPECT_EQ(code, cells ? 0 : ERANGE) << value;
   }
 }
 
 TEST(Forms, RefuseCellsThatThereAreNot) {
-  FailureOf(std::errc::invalid_argument, [] { Decode(Form::U8, {}); });
-  FailureOf(std::errc::invalid_argument, [] { Decode(Form::U16, std::array<std::uint8_t, 1>{}); });
+  FailureOf(std::errc::invalid_argument, [] { Decode(Storage::U8, {}); });
+  FailureOf(std::errc::invalid_argument, [] { Decode(Storage::U16, std::array<std::uint8_t, 1>{}); });
   for (const int k : {1, 55}) FailureOf(std::errc::invalid_argument, [&] { AddressOfIndex(k); });
-  for (const int cell : {1, 14}) FailureOf(std::errc::invalid_argument, [&] { CalibrationByte(cell, {}); });
 }
 
 TEST(Map, AWholeReadBreaksOut) {

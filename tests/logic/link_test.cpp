@@ -1,6 +1,5 @@
 // Cases of requests, replies and progress that no story on the virtual line reaches.
 
-#include "link/LaunchProgress.h"
 #include "link/Protocol.h"
 #include "logic/Expect.h"
 #include "values/Conversions.h"
@@ -20,15 +19,6 @@ TEST(Protocol, RefusesWhatIsNoByteNoWordAndNoSample) {
   for (const std::size_t length : {0u, 3u, 5u, 7u, 12u}) {
     EXPECT_FALSE(AngleWords(Bytes(length))) << length;
     EXPECT_FALSE(AccelerometerReadings(Bytes(length, 0xFF))) << length << ", tested before the range";
-  }
-}
-
-TEST(Launch, ProgressEndsAtTheLastPage) {
-  for (const auto& [before, bytes, page] : {std::tuple{0, 2, 1}, {9000, 9002, 2047}}) {
-    LaunchProgress progress{static_cast<double>(before), 0};
-    EXPECT_TRUE(progress.Count(4));
-    EXPECT_EQ(progress.ErasedByteCount, bytes);
-    EXPECT_EQ(progress.ErasedPageCount, page);
   }
 }
 

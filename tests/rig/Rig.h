@@ -73,9 +73,12 @@ class Program {
   template <class Screen, class... Arguments>
   Screen& Show(Arguments&&... arguments) {
     auto* screen = new Screen(std::forward<Arguments>(arguments)...);
+    Show(screen);
+    return *screen;
+  }
+  void Show(platform::Form* screen) {
     outer.ShowChild(screen);
     outer.show();
-    return *screen;
   }
   /// Triggers a menu entry once the event loop runs, and lets it run until something quits it, or for so
   /// long.

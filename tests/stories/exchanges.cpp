@@ -14,8 +14,8 @@ struct Exchange {
 };
 
 const Exchange All[] = {
-    {"Configuration", "Configuration", "File", "Read", "Reading, cell ", 1s},
-    {"Configuration", "Configuration", "File", "Write", "Writing, cell 2 of 46, 22 s left", 23s},
+    {"Configuration", "Configuration", "File", "Read", "Reading, at ", 1s},
+    {"Configuration", "Configuration", "File", "Write", "Writing, at 2, 0 of 40 cells, 22 s left", 23s},
     {"Calibrate", "Calibrate", "Data", "Sample", "Sampling"},
     {"DownloadErase", "Download", "Data", "Download", "Downloading, page 1, at most 5 min 32 s left"},
     {"DownloadErase", "Download", "Data", "Erase", "Erasing, "},

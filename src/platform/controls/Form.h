@@ -72,6 +72,8 @@ class Form : public QWidget {
 
  signals:
   void Left();
+  /// The numbers of OnActivity are new: the status line tells them now, as the screen does.
+  void ActivityChanged();
 
  protected:
   QMenu* AddMenu(const char* name, const QString& caption);
