@@ -19,14 +19,14 @@
 
 namespace bexlow::link {
 
+using files::LastPage;
 using platform::MsgBox;
 
 namespace {
 
 constexpr auto IdleCaption = "Erase";
 constexpr int PauseAfterCellMs = 12;
-constexpr int EraseLeadMs = 1000;  // the logger accepts LaunchLogging only during an erase
-constexpr int LastPage = 2047;
+constexpr int EraseLeadMs = 1000;             // the logger accepts LaunchLogging only during an erase
 constexpr std::size_t LeastBytesOfErase = 4;  // in one tick
 constexpr double BytesLostInTick = 2;
 constexpr double BytesInPage = 3;
