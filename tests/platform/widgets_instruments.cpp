@@ -62,9 +62,22 @@ TEST(Knob, PointsWhereTheValueStands) {
       knob->Value(value);
       EXPECT_TRUE(Holds(*knob, value));
       const double angle = degrees * std::numbers::pi / 180;
-      const QPoint onNeedle(qRound(200 + 118 * std::sin(angle)), qRound(200 - 118 * std::cos(angle)));
-      EXPECT_EQ(Shown(*knob).pixelColor(onNeedle), Series());
+      const QPointF onNeedle(std::sin(angle), -std::cos(angle));
+      EXPECT_EQ(Shown(*knob).pixelColor((knob->Centre() + 0.4 * knob->Radius() * onNeedle).toPoint()),
+                Series());
     }
+  }
+}
+
+TEST(Knob, TheNeedlePassesNoNumber) {
+  CWKnob knob;
+  knob.resize(400, 400);
+  const auto image = Shown(knob);
+  const auto paper = QApplication::palette().color(QPalette::Base);
+  for (double degrees = 20; degrees <= 340; ++degrees) {  // all around but where it points
+    const auto ray = QLineF::fromPolar(0.53 * knob.Radius(), 90 - degrees).p2();
+    for (double reach = 0.3; reach < 0.98; reach += 0.02)
+      ASSERT_EQ(image.pixelColor((knob.Centre() + reach * ray).toPoint()), paper) << degrees << " " << reach;
   }
 }
 
@@ -107,7 +120,8 @@ TEST(Instruments, StandOnTheirFrameAndAreRedrawnAloneForWhatCanBeSeen) {
     EXPECT_EQ(Shown(frame).pixelColor(12, 32), behind);
     EXPECT_EQ(behind.lightness() < 80, palette == dark);
     knob.show();
-    EXPECT_EQ(Shown(knob).pixelColor(100, 190), palette.color(QPalette::Base));
+    EXPECT_EQ(Shown(knob).pixelColor((knob.Centre() + QPointF(0, 40)).toPoint()),
+              palette.color(QPalette::Base));
   }
   QApplication::processEvents();
   const PaintCounter ofFrame(frame), ofKnob(knob);
@@ -241,12 +255,16 @@ TEST(Instruments, AreReadAloudAndSetByAssistiveTools) {
       EXPECT_EQ(instrument->focusPolicy() != Qt::NoFocus, !dial && settable);
       heard->valueInterface()->setCurrentValue(300);
       EXPECT_EQ(instrument->Value(), dial || !settable ? 12.6 : 300);
+      instrument->setEnabled(false);
+      EXPECT_EQ(heard->text(QAccessible::Value), "") << "what is past is not told as a reading";
+      instrument->setEnabled(true);
     }
   }
 }
 
 TEST(Instruments, MarksAreRoundAndReachTheEnds) {
-  for (const auto& [size, wanted, step] : {std::tuple{359.98, 12, 30.0}, {1024, 8, 128}, {7, 7, 1}})
+  for (const auto& [size, wanted, step] :
+       {std::tuple{359.98, 12, 30.0}, {1024, 8, 128}, {1024, 2, 512}, {7, 7, 1}})
     EXPECT_DOUBLE_EQ(MarkStep(size, wanted), step) << size;
   EXPECT_EQ(Marks(-89.9, 89.9, 30).size(), 7u);
 }

@@ -13,30 +13,22 @@ namespace bexlow::platform {
 
 namespace {
 
-// All lengths are shares of the dial's radius.
+// All lengths are shares of the dial's radius. From the rim inwards: numbers, marks, the needle's point.
 constexpr double RimWidth = 0.03;
-constexpr double ScaleRadius = 0.90;
-constexpr double MajorLength = 0.12;
-constexpr double MinorLength = 0.06;
-constexpr double NumberRadius = 0.635;
-constexpr double NumberHeight = 0.15;
-constexpr double PointerLength = 0.84;
-constexpr double HubRadius = 0.08;
-constexpr double ValueHeight = 0.2;
-constexpr double ValueBelowCentre = 0.32;  // the middle of the window that shows the value
-constexpr double WindowWidth = 0.84;
-constexpr double WindowHeight = 0.26;
+constexpr double NumberRadius = 0.81;
+constexpr double NumberHeight = 0.13;
+constexpr double ScaleRadius = 0.55;
+constexpr double MajorLength = 0.09;
+constexpr double MinorLength = 0.045;
+constexpr double PointerLength = 0.53;
+constexpr double HubRadius = 0.07;
 
 constexpr int ScaleMarkDegrees = 30;  // of the arc between two long marks, roughly
 
-double RadiusOf(const QWidget& widget) {
-  return std::min(widget.width(), widget.height()) / 2.0 - 1;
-}
-
-// Centre at 0, 0 and radius 1, in a square in the middle of the widget.
-void EnterDial(QPainter& painter, const QWidget& widget) {
-  painter.translate(widget.width() / 2.0, widget.height() / 2.0);
-  painter.scale(RadiusOf(widget), RadiusOf(widget));
+// Centre at 0, 0 and radius 1.
+void EnterDial(QPainter& painter, const CWKnob& knob) {
+  painter.translate(knob.Centre());
+  painter.scale(knob.Radius(), knob.Radius());
 }
 
 // Clockwise from nine o'clock, on a screen whose y runs down.
@@ -73,22 +65,40 @@ void CWKnob::SetScale(double minimum, double maximum, double startDegrees, doubl
 }
 
 QSize CWKnob::sizeHint() const {
-  return {190, 190};
+  return {190, heightForWidth(190)};
 }
 QSize CWKnob::minimumSizeHint() const {
-  return {130, 130};
+  return {130, heightForWidth(130)};
+}
+int CWKnob::heightForWidth(int width) const {
+  return width + static_cast<int>(NumberRoom());
+}
+
+QFont CWKnob::NumberFont() const {
+  auto larger = font();
+  larger.setPointSizeF(QFontInfo(font()).pointSizeF() * 1.4);
+  return larger;
+}
+double CWKnob::NumberRoom() const {
+  return QFontMetrics(NumberFont()).height();
+}
+double CWKnob::Radius() const {
+  return std::max(1.0, std::min<double>(width(), height() - NumberRoom()) / 2 - 1);
+}
+QPointF CWKnob::Centre() const {
+  return {width() / 2.0, (height() - NumberRoom()) / 2};
 }
 
 double CWKnob::AngleAt(double fraction) const {
   return startDegrees_ + fraction * arcDegrees_;
 }
 
-// The needle and the window lie within the circle of the needle's point.
-QRect CWKnob::MovingArea() const {
-  const double reach = RadiusOf(*this) * PointerLength;
-  QRectF area(0, 0, 2 * reach, 2 * reach);
-  area.moveCenter(QRectF(rect()).center());
-  return area.toAlignedRect().adjusted(-1, -1, 1, 1);
+QRegion CWKnob::MovingArea() const {
+  const double reach = Radius() * PointerLength;
+  QRectF needle(0, 0, 2 * reach, 2 * reach);
+  needle.moveCenter(Centre());
+  const auto number = QRectF(0, Centre().y() + Radius(), width(), height()).toAlignedRect();
+  return QRegion(needle.toAlignedRect().adjusted(-1, -1, 1, 1)) + number.intersected(rect());
 }
 
 void CWKnob::DrawFace(QPainter& painter) const {
@@ -117,16 +127,15 @@ void CWKnob::DrawScale(QPainter& painter) const {
     const double angle = AngleAt(FractionOf(mark));
     painter.setPen(QPen(colours.text, isMajor ? 0.022 : 0.012, Qt::SolidLine, Qt::FlatCap));
     painter.drawLine(OnCircle(angle, ScaleRadius),
-                     OnCircle(angle, ScaleRadius - (isMajor ? MajorLength : MinorLength)));
+                     OnCircle(angle, ScaleRadius + (isMajor ? MajorLength : MinorLength)));
   }
 }
 
-// On a full circle only every second number fits, and only one where both ends meet.
+// On a full circle the number where both ends meet stands once.
 void CWKnob::DrawNumbers(QPainter& painter) const {
   painter.setPen(ColoursOf(*this).text);
   const bool isFullCircle = arcDegrees_ > 350;
-  const double marks = arcDegrees_ / ScaleMarkDegrees / (isFullCircle ? 2 : 1);
-  const double step = MarkStep(Maximum() - Minimum(), static_cast<int>(marks));
+  const double step = MarkStep(Maximum() - Minimum(), static_cast<int>(arcDegrees_ / ScaleMarkDegrees));
   for (const double mark : Marks(Minimum(), Maximum(), step)) {
     if (isFullCircle && mark < Minimum() + step / 2) continue;
     const bool isMeeting = isFullCircle && mark > Maximum() - step / 2 && Maximum() == -Minimum();
@@ -135,20 +144,12 @@ void CWKnob::DrawNumbers(QPainter& painter) const {
   }
 }
 
-// The value stands in a window above the needle, so that it can be read wherever the needle points.
-void CWKnob::DrawValue(QPainter& painter) const {
-  const auto colours = ColoursOf(*this);
-  QRectF window(0, 0, WindowWidth, WindowHeight);
-  window.moveCenter({0, ValueBelowCentre});
-  painter.setPen(QPen(Blend(colours.paper, colours.text, 0.3), 0.012));
-  painter.setBrush(colours.paper);
-  painter.drawRoundedRect(window, 0.05, 0.05);
-  painter.setPen(colours.text);
-  DrawCentred(painter, window.center(), ValueHeight, ValueText());
-}
-
 void CWKnob::DrawPointer(QPainter& painter) const {
   const auto colours = ColoursOf(*this);
+  const QRectF number(0, Centre().y() + Radius(), width(), NumberRoom());
+  painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+  painter.setFont(NumberFont());
+  painter.drawText(number, Qt::AlignCenter | Qt::TextDontClip, ValueText());
   EnterDial(painter, *this);
   const double angle = AngleAt(Fraction());
   QPainterPath needle(OnCircle(angle, PointerLength));
@@ -162,7 +163,6 @@ void CWKnob::DrawPointer(QPainter& painter) const {
   painter.drawEllipse(QPointF(), HubRadius, HubRadius);
   painter.setBrush(colours.paper);
   painter.drawEllipse(QPointF(), HubRadius / 2, HubRadius / 2);
-  DrawValue(painter);
 }
 
 }  // namespace bexlow::platform

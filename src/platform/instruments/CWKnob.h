@@ -20,18 +20,23 @@ class CWKnob : public Instrument {
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
   bool hasHeightForWidth() const override { return true; }
-  int heightForWidth(int width) const override { return width; }
+  int heightForWidth(int width) const override;
+
+  /// The circle on which the scale lies; the number stands under it.
+  QPointF Centre() const;
+  double Radius() const;
 
  protected:
   void DrawFace(QPainter& painter) const override;
   void DrawPointer(QPainter& painter) const override;
-  QRect MovingArea() const override;
+  QRegion MovingArea() const override;
 
  private:
   double AngleAt(double fraction) const;
   void DrawScale(QPainter& painter) const;
   void DrawNumbers(QPainter& painter) const;
-  void DrawValue(QPainter& painter) const;
+  QFont NumberFont() const;
+  double NumberRoom() const;
 
   double startDegrees_ = 270;
   double arcDegrees_ = 359.9;

@@ -15,10 +15,10 @@ namespace {
 
 // Lengths in the widget's units.
 constexpr double GrooveWidth = 8;
-constexpr double EndRoom = 14;  // half a number beyond the ends of the scale
 constexpr double MajorLength = 10;
 constexpr double MinorLength = 5;
 constexpr double TickGap = 4;
+constexpr double NumberGap = 3;
 constexpr double KnobLength = 12;  // along the groove
 constexpr double KnobBreadth = 24;
 constexpr double MarkLength = 4;  // in place of the knob where only the program moves the pointer
@@ -41,17 +41,24 @@ void CWSlide::SetReadOnly(bool readOnly) {
 }
 
 QSize CWSlide::sizeHint() const {
-  return {96, 240};
+  return {minimumSizeHint().width() + 12, 240};
 }
 QSize CWSlide::minimumSizeHint() const {
-  return {84, 120};
+  return {static_cast<int>(Breadth()) + 4, 120};
+}
+
+// Of knob, marks and numbers.
+double CWSlide::Breadth() const {
+  return KnobBreadth + TickGap + MajorLength + NumberGap +
+         fontMetrics().horizontalAdvance(QString::number(Maximum()));
 }
 
 // The value text stands above the scale.
 QRectF CWSlide::Groove() const {
+  const double endRoom = fontMetrics().height() / 2.0 + 2;  // half a number beyond the ends of the scale
   const double textHeight = fontMetrics().height() + 6.0;
-  const double left = std::max(KnobBreadth / 2, width() / 2.0 - 20) - GrooveWidth / 2;
-  return {left, textHeight + EndRoom, GrooveWidth, std::max(1.0, height() - textHeight - 2 * EndRoom)};
+  const double left = std::max(0.0, width() - Breadth()) / 2 + (KnobBreadth - GrooveWidth) / 2;
+  return {left, textHeight + endRoom, GrooveWidth, std::max(1.0, height() - textHeight - 2 * endRoom)};
 }
 
 QPointF CWSlide::PlaceOf(double fraction) const {
@@ -82,7 +89,7 @@ void CWSlide::DrawFace(QPainter& painter) const {
     const QPointF to = from + QPointF(tick, 0);
     painter.drawLine(from, to);
     if (isMajor)
-      painter.drawText(QRectF(to.x() + 3, to.y() - 20, 60, 40), Qt::AlignLeft | Qt::AlignVCenter,
+      painter.drawText(QRectF(to.x() + NumberGap, to.y() - 20, 60, 40), Qt::AlignLeft | Qt::AlignVCenter,
                        QString::number(mark));
   }
 }

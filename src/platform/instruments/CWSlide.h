@@ -36,6 +36,7 @@ class CWSlide : public Instrument {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  double Breadth() const;
   QRectF Groove() const;
   QPointF PlaceOf(double fraction) const;
   double ValueAt(QPointF place) const;

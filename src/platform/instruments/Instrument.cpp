@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <utility>
 
 namespace bexlow::platform {
 
@@ -59,17 +60,17 @@ Instrument::Instrument(QWidget* parent, const QString& unit) : QWidget(parent), 
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-void Instrument::Value(double value) {
-  const auto before = ValueText();
+void Instrument::Value(double value, const QString& number) {
   value_ = value;
-  if (ValueText() != before)
-    update(MovingArea());  // what cannot be seen is not drawn: samples come faster than frames
+  if (std::exchange(number_, number) == number) return;
+  update(MovingArea());  // what cannot be seen is not drawn: samples come faster than frames
 }
 
 void Instrument::SetRange(double minimum, double maximum, int decimals) {
   minimum_ = std::min(minimum, maximum);
   maximum_ = std::max(minimum, maximum);
   decimals_ = decimals;
+  number_ = TextOf(value_);
   DropFace();
 }
 
@@ -165,7 +166,7 @@ double MarkStep(double span, int wanted) {
     const double parts = span / (factor * power);
     return std::abs(parts - std::round(parts)) < 0.01;
   };
-  for (const double factor : {1.0, 1.28, 2.0, 2.56, 3.0, 4.5, 5.0, 9.0, 10.0}) {
+  for (const double factor : {1.0, 1.28, 2.0, 2.56, 3.0, 4.5, 5.0, 5.12, 9.0, 10.0}) {
     if (suits(factor) && divides(factor)) return factor * power;
   }
   constexpr std::array Plain{1.0, 2.0, 5.0};

@@ -3,6 +3,7 @@
 
 #include <QAccessible>
 #include <QPixmap>
+#include <QRegion>
 #include <QWidget>
 
 #include <vector>
@@ -20,13 +21,18 @@ class Instrument : public QWidget {
   double Value() const { return value_; }
 
   /// Any double. Outside the scale the pointer stands at the end stop; nan is shown as 0.
-  void Value(double value);
+  void Value(double value) { Value(value, TextOf(value)); }
+  /// The same with a number in other digits, such as those that were received.
+  void Value(double value, const QString& number);
 
   double Minimum() const { return minimum_; }
   double Maximum() const { return maximum_; }
 
-  /// The value as it is shown and read aloud.
-  QString ValueText() const { return TextOf(value_); }
+  const QString& Unit() const { return unit_; }
+
+  /// The value as it is shown and read aloud; empty while the instrument is disabled, since the pointer then
+  /// tells the past.
+  QString ValueText() const { return isEnabled() ? number_ : QString(); }
 
   /// What a screen reader calls it.
   virtual QAccessible::Role Role() const = 0;
@@ -43,7 +49,7 @@ class Instrument : public QWidget {
   /// Pointer and value text.
   virtual void DrawPointer(QPainter& painter) const = 0;
   /// The area that a new value changes, in the widget's units.
-  virtual QRect MovingArea() const { return rect(); }
+  virtual QRegion MovingArea() const { return rect(); }
 
   void SetRange(double minimum, double maximum, int decimals);
   void DropFace();
@@ -68,6 +74,7 @@ class Instrument : public QWidget {
   double maximum_ = 1;
   int decimals_ = 0;
   const QString unit_;
+  QString number_;
   QString announced_;
   QPixmap face_;
 };
