@@ -12,6 +12,7 @@
 #include "files/ButtonPushes.h"
 #include "files/LinearCsv.h"
 #include "files/Lines.h"
+#include "files/RunEntry.h"
 #include "files/RunFacts.h"
 #include "files/Series.h"
 #include "values/NumberText.h"
@@ -98,6 +99,19 @@ void TryCsv(std::string_view text, const files::Run& series) {
   }
 }
 
+/// From shorter ends less is known, but nothing else.
+void TryEntry(std::string_view text) {
+  const auto entryOf = [text](std::size_t head, std::size_t tail) {
+    return files::ReadRunEntry(text.substr(0, head), text.substr(text.size() - std::min(tail, text.size())),
+                               text.size());
+  };
+  const auto whole = entryOf(files::HeadBytes, files::TailBytes), ends = entryOf(512, 2048);
+  Require(whole.lastPage >= 0 && whole.lastPage <= files::LastPage, "a page is one of the memory's");
+  Require(whole.seconds.value_or(0) >= 0 && std::isfinite(whole.seconds.value_or(0)), "a duration is one");
+  Require(ends.lastPage == 0 || ends.lastPage == whole.lastPage, "both ends see the same last page");
+  Require(!whole.seconds || !ends.seconds || *whole.seconds == *ends.seconds, "and the same duration");
+}
+
 }  // namespace
 
 void Try(std::string_view text) {
@@ -106,6 +120,7 @@ void Try(std::string_view text) {
   TryReview(text);
   for (const int page : {-1, 1, 3}) TryBins(text, page);
   TryCsv(text, series);
+  TryEntry(text);
 }
 
 }  // namespace bexlow::fuzz

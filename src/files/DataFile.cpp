@@ -52,7 +52,7 @@ std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, c
   AppendLine(text, "Quornell Bexlow Data File Version ", programVersion);
   AppendLine(text, KindText(kind));
   AppendLine(text, "Firmware Version: ", header.FirmwareVersionText);
-  AppendLine(text, "Serial Number: ", NumberText(header.SerialNumber));
+  AppendLine(text, SerialNumberLabel, NumberText(header.SerialNumber));
   AppendLine(text, LaunchTimeLabel, header.LaunchTimeText);
   AppendLine(text, SamplingFrequencyLabel, header.SamplingFrequencyText);
   AppendLine(text, "Channel Gains: ", header.ChannelGainsText);

@@ -27,6 +27,7 @@ enum class DataFileKind { DownloadPages, Accelerometers, Angles };
 std::string_view KindText(DataFileKind kind);
 
 /// The beginnings of the header lines that are read back.
+inline constexpr std::string_view SerialNumberLabel = "Serial Number: ";
 inline constexpr std::string_view LaunchTimeLabel = "Launch Time: ";
 inline constexpr std::string_view SamplingFrequencyLabel = "Firmware Sampling Frequency: ";
 inline constexpr std::string_view ModeLabel = "Bin/Linear Mode = ";

@@ -21,13 +21,6 @@ constexpr std::size_t HeaderLines = 12;
   throw std::system_error(std::make_error_code(code), "Record " + std::to_string(record) + ": " + fault);
 }
 
-/// The page number of a record, 0 where its text is none.
-std::int32_t PageOf(std::string_view line) {
-  const auto number = values::WholeNumber(BeforeFirstComma(line).value_or(""));
-  const bool isPage = number && *number >= 1 && *number <= LastPage && *number == std::floor(*number);
-  return isPage ? static_cast<std::int32_t>(*number) : 0;
-}
-
 std::string PagesText(std::int32_t first, std::int32_t last) {
   const auto text = std::to_string(first);
   if (first == last) return "page " + text + " is missing";
@@ -76,6 +69,12 @@ bool Run::IsPush(std::size_t sample) const {
   return std::ranges::binary_search(pushes, static_cast<double>(sample));
 }
 
+std::int32_t PageOf(std::string_view line) {
+  const auto number = values::WholeNumber(BeforeFirstComma(line).value_or(""));
+  const bool isPage = number && *number >= 1 && *number <= LastPage && *number == std::floor(*number);
+  return isPage ? static_cast<std::int32_t>(*number) : 0;
+}
+
 void AppendRecord(Run& run, std::string_view line, int channel) {
   const std::size_t record = run.records.size() + 1;
   run.records.push_back({PageOf(line), run.Size()});
@@ -121,10 +120,9 @@ bool PagesRise(const Run& run) {
   return !run.records.empty();
 }
 
-std::string PageRemarks(const Run& run) {
+std::string PageRemarks(const Run& run, std::int32_t before) {
   constexpr int MostGaps = 3;  // told one by one
   std::string remarks;
-  std::int32_t before = 0;
   int gaps = 0;
   std::int64_t missing = 0;
   for (const auto& record : run.records) {

@@ -54,6 +54,9 @@ struct Run {
   bool IsPush(std::size_t sample) const;
 };
 
+/// The page number of a record, 0 where its text is none.
+std::int32_t PageOf(std::string_view line);
+
 /// Appends one record, of channel 1, 2 or 3 (both).
 /// @throws std::system_error naming the record, counted from 1, and its fault; samples of it may then be in
 void AppendRecord(Run& run, std::string_view line, int channel);
@@ -67,7 +70,8 @@ bool ReadRun(std::string_view text, int channel, Run& run);
 bool PagesRise(const Run& run);
 /// Which pages are missing, or which number is not above the one before: "page 20 is missing". Empty where
 /// there is nothing to tell.
-std::string PageRemarks(const Run& run);
+/// @param before  the page before the first record
+std::string PageRemarks(const Run& run, std::int32_t before = 0);
 /// When a sample was taken, in sample times since the launch, and which sample was taken then (the next one,
 /// where its page is missing). The page numbers must rise.
 double PeriodsAt(const Run& run, double sample);

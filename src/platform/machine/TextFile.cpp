@@ -1,5 +1,6 @@
 #include "platform/machine/TextFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -41,12 +42,20 @@ class OpenFile {
 
   off_t SizeWhenOpened() const { return size_; }
 
-  std::size_t Read(char* to, std::size_t room) {
-    while (true) {
-      const ssize_t count = ::read(handle_, to, room);
-      if (count >= 0) return static_cast<std::size_t>(count);
-      if (errno != EINTR) Fail(path_, errno);
+  /// So many bytes from a place on, or as many as there are.
+  std::string Read(off_t from, std::size_t most) {
+    std::string text(most, '\0');
+    std::size_t filled = 0;
+    while (filled < most) {
+      const ssize_t count =
+          ::pread(handle_, text.data() + filled, most - filled, from + static_cast<off_t>(filled));
+      if (count < 0 && errno == EINTR) continue;
+      if (count < 0) Fail(path_, errno);
+      if (count == 0) break;
+      filled += static_cast<std::size_t>(count);
     }
+    text.resize(filled);
+    return text;
   }
 
   /// 0, or the error that stopped the writing.
@@ -76,15 +85,15 @@ class OpenFile {
 std::string ReadWhole(const std::filesystem::path& path) {
   OpenFile file(path, O_RDONLY);
   if (file.SizeWhenOpened() > LargestRead) Fail(path, EFBIG);
-  std::string text(static_cast<std::size_t>(file.SizeWhenOpened()), '\0');
-  std::size_t filled = 0;
-  while (filled < text.size()) {
-    const std::size_t count = file.Read(text.data() + filled, text.size() - filled);
-    if (count == 0) break;
-    filled += count;
-  }
-  text.resize(filled);
-  return text;
+  return file.Read(0, static_cast<std::size_t>(file.SizeWhenOpened()));
+}
+
+FileEnds ReadEnds(const std::filesystem::path& path, std::size_t head, std::size_t tail) {
+  OpenFile file(path, O_RDONLY);
+  const off_t size = file.SizeWhenOpened();
+  const off_t end = std::min(size, static_cast<off_t>(tail));
+  return {file.Read(0, head), file.Read(size - end, static_cast<std::size_t>(end)),
+          static_cast<std::uintmax_t>(size)};
 }
 
 void WriteWhole(const std::filesystem::path& path, std::string_view text) {

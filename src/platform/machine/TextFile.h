@@ -2,6 +2,7 @@
 // path and the system's own words; nothing fails in silence, a full disk included.
 #pragma once
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -10,6 +11,12 @@ namespace bexlow::platform {
 
 /// The whole file. A file above 1 GiB is refused: the longest that a logger can fill is some 3.5 MB.
 std::string ReadWhole(const std::filesystem::path& path);
+/// The first and the last bytes of a file; both overlap in a short one.
+struct FileEnds {
+  std::string head, tail;
+  std::uintmax_t size;
+};
+FileEnds ReadEnds(const std::filesystem::path& path, std::size_t head, std::size_t tail);
 /// Creates or empties the file and writes the text.
 void WriteWhole(const std::filesystem::path& path, std::string_view text);
 /// Opens for appending (creating a missing file), writes the text, closes. If not all of the text finds room

@@ -1,0 +1,127 @@
+#include "files/RunEntry.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <system_error>
+
+#include "files/BinPages.h"
+#include "files/DataFile.h"
+#include "files/Lines.h"
+#include "files/RunFacts.h"
+#include "files/Series.h"
+#include "values/NumberText.h"
+
+namespace bexlow::files {
+
+namespace {
+
+constexpr std::size_t PageHeaderLines = 12, RecordingHeaderLines = 10;
+
+/// The whole lines behind the header, or of those the last.
+struct Records {
+  std::string_view first;  ///< begins with the first record
+  std::string_view text;
+  bool all = false, torn = false;
+};
+
+std::optional<Records> FindRecords(std::string_view head, std::string_view tail, std::uintmax_t size,
+                                   std::size_t headerLines) {
+  std::size_t begin = 0;
+  for (; headerLines > 0; --headerLines) {
+    const auto end = head.find('\n', begin);
+    if (end == std::string_view::npos) return std::nullopt;
+    begin = end + 1;
+  }
+  const auto unread = size - std::min<std::uintmax_t>(size, tail.size());
+  Records records{head.substr(begin), {}, unread <= begin};
+  const auto from = records.all ? begin - unread : tail.find('\n') + 1;  // else a line's rest comes first
+  records.text = tail.substr(std::min<std::size_t>(from, tail.size()));
+  records.torn = !records.text.empty() && records.text.back() != '\n';
+  if (records.torn) records.text = records.text.substr(0, records.text.rfind('\n') + 1);
+  return records;
+}
+
+void Remark(RunEntry& entry, std::string_view words) {
+  if (!words.empty() && entry.remark.find(words) == std::string::npos)
+    entry.remark.append(entry.remark.empty() ? "" : ", ").append(words);
+}
+
+void ReadPages(const Records& records, const FileCheck& check, std::optional<double> frequency,
+               RunEntry& entry) {
+  Run run;
+  std::string_view last;
+  LineReader lines(records.text);
+  while (const auto line = lines.Next()) run.records.push_back({PageOf(last = *line), 0});
+  if (!records.all) {
+    Run first;
+    first.records.push_back({PageOf(records.first), 0});
+    Remark(entry, PageRemarks(first));
+  }
+  if (run.records.empty()) return Remark(entry, records.all ? "holds no page" : "ends without a record");
+  Remark(entry, PageRemarks(run, records.all ? 0 : run.records.front().page - 1));
+  entry.lastPage = run.records.back().page;
+  if (check.kind == FileKind::Bin && std::ranges::count(last, ',') < std::ssize(BinPoints{}))
+    return Remark(entry, "the last record is damaged");
+  if (check.channel < 1 || check.channel > 3) return;
+  Run end;
+  try {
+    AppendRecord(end, last, check.channel);
+  } catch (const std::system_error&) {
+    return Remark(entry, "the last record is damaged");
+  }
+  if (frequency && entry.lastPage > 0 && entry.remark.find(" stands ") == std::string::npos)
+    entry.seconds = PeriodsAt(end, static_cast<double>(end.Size() - end.UnwrittenEnd())) / *frequency;
+}
+
+void ReadTimes(const Records& records, RunEntry& entry) {
+  std::string_view last;
+  LineReader lines(records.text);
+  while (const auto line = lines.Next()) last = *line;
+  if (last.empty()) return Remark(entry, records.all ? "holds no sample" : "ends without a sample");
+  const auto from = values::WholeNumber(BeforeFirstComma(records.first).value_or(""));
+  const auto to = values::WholeNumber(BeforeFirstComma(last).value_or(""));
+  if (from && to && *to >= *from) entry.seconds = *to - *from;
+}
+
+std::string KindWords(const FileCheck& check) {
+  constexpr std::string_view Channels[] = {"", " X", " Y", " X and Y"};
+  if (check.kind == FileKind::Bin) return "Bin";
+  if (check.kind != FileKind::Linear) return std::string(KindText(DataFileKind::DownloadPages));
+  return "Linear" + std::string(Channels[check.channel > 3 ? 0 : check.channel]);
+}
+
+}  // namespace
+
+RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax_t size) {
+  RunEntry entry;
+  LineReader lines(head);
+  lines.Next();
+  const auto kind = lines.Next().value_or("");
+  const bool isRecording =
+      kind == KindText(DataFileKind::Angles) || kind == KindText(DataFileKind::Accelerometers);
+  if (!isRecording && kind != KindText(DataFileKind::DownloadPages)) {
+    entry.remark = size == 0 ? "empty" : "no data file";
+    return entry;
+  }
+  const auto check = CheckFile(head);
+  entry.kind = isRecording ? kind : KindWords(check);
+  const auto facts = ReadRunFacts(head);
+  entry.launched = LongTimeText(facts.launch);
+  lines.Next();
+  const auto serialNumber = Behind(SerialNumberLabel, lines.Next().value_or("")).value_or("");
+  if (!isRecording && values::WholeNumber(serialNumber)) entry.serialNumber = serialNumber;
+  const auto records = FindRecords(head, tail, size, isRecording ? RecordingHeaderLines : PageHeaderLines);
+  if (!records) {
+    Remark(entry, "ends within its header");
+    return entry;
+  }
+  if (records->torn) Remark(entry, "ends in the middle of a record");
+  if (isRecording) {
+    ReadTimes(*records, entry);
+    return entry;
+  }
+  ReadPages(*records, check, facts.frequency, entry);
+  return entry;
+}
+
+}  // namespace bexlow::files
