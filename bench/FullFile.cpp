@@ -4,10 +4,12 @@
 #include <array>
 #include <cmath>
 #include <cstdint>
+#include <fstream>
 #include <random>
 
 #include "files/DataFile.h"
 #include "files/PageDecoder.h"
+#include "files/RunEntry.h"
 
 namespace bexlow::bench {
 
@@ -63,6 +65,17 @@ std::string FullDataFile() {
 
 std::string StuckButtonFile() {
   return FileOf(Wearer(OnlyPushes));
+}
+
+void MakeRuns(const std::filesystem::path& folder, int count) {
+  std::filesystem::create_directories(folder);
+  const auto text = FullDataFile();
+  for (int i = 0; i < count; ++i) {
+    std::ofstream file(folder / ("run" + std::to_string(i) + ".qbx"), std::ios::binary);
+    file.write(text.data(), static_cast<std::streamsize>(files::HeadBytes));
+    file.seekp(static_cast<std::streamoff>(text.size() - files::TailBytes));
+    file.write(text.data() + text.size() - files::TailBytes, static_cast<std::streamsize>(files::TailBytes));
+  }
 }
 
 }  // namespace bexlow::bench

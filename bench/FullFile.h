@@ -1,6 +1,7 @@
 // The data file of a logger whose memory is full: 2047 pages of both channels, 540,408 fields.
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace bexlow::bench {
@@ -10,5 +11,7 @@ namespace bexlow::bench {
 std::string FullDataFile();
 /// The same memory when the button was stuck: each of the 270,204 pairs is a push.
 std::string StuckButtonFile();
+/// Makes a folder of so many full files. What lies between their ends is not on the disk.
+void MakeRuns(const std::filesystem::path& folder, int count);
 
 }  // namespace bexlow::bench

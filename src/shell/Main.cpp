@@ -27,6 +27,7 @@
 #include "shell/About.h"
 #include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
+#include "shell/RunsTable.h"
 #include "values/NumberText.h"
 
 namespace bexlow::shell {
@@ -113,16 +114,17 @@ void Main::BuildBody() {
   auto* mark = new QHBoxLayout;
   mark->setSpacing(24);
   mark->addStretch();
-  mark->addWidget(new Emblem("Picture1", 112, this));
+  mark->addWidget(new Emblem("Picture1", 72, this));
   mark->addWidget(label);
+  mark->addWidget(new Trace("Image2", QSize(280, 56), this));
   mark->addStretch();
   auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(32, 32, 32, 32);
-  column->setSpacing(24);
+  column->setContentsMargins(24, 24, 24, 24);
+  column->setSpacing(16);
   column->addStretch(3);
   column->addLayout(mark);
-  column->addWidget(new Trace("Image2", QSize(420, 56), this), 0, Qt::AlignHCenter);
   column->addWidget(lblHint);
+  column->addWidget(new RunsTable(this, [this](const auto& path) { OpenDataFiles({path}); }), 1000);
   column->addWidget(BuildOpenButton(), 0, Qt::AlignHCenter);
   column->addStretch(2);
   column->addWidget(launch_.Frame());

@@ -1,0 +1,107 @@
+// The table of data files on the Main page, which follows the folder.
+#include <QTreeView>
+
+#include <sys/stat.h>
+
+#include "platform/machine/TextFile.h"
+#include "support/Story.h"
+
+namespace bexlow::test {
+
+class Runs : public Story {
+ protected:
+  /// The table's rows, fields parted by bars.
+  std::vector<std::string> Rows() {
+    const auto& model = *The<QTreeView>("tblRuns").model();
+    std::vector<std::string> rows;
+    for (int row = 0; row < model.rowCount(); ++row) {
+      QStringList fields;
+      for (int column = 0; column < model.columnCount(); ++column)
+        fields << model.index(row, column).data().toString();
+      rows.push_back(fields.join('|').toStdString());
+    }
+    return rows;
+  }
+  /// The system tells of a changed folder in its own time.
+  void Becomes(const std::vector<std::string>& rows) {
+    for (int i = 0; i < 1000 && Rows() != rows; ++i) {
+      QCoreApplication::processEvents(QEventLoop::AllEvents, 10);
+      machine.Pass(1s);
+      if (Rows() != rows) ::usleep(5000);
+    }
+    EXPECT_EQ(Rows(), rows);
+    EXPECT_EQ(The<QTreeView>("tblRuns").isVisible(), !rows.empty()) << "an empty folder shows no table";
+  }
+  static std::string Later(const std::string& text) {
+    auto later = text;
+    return later.replace(later.find("/2004"), 5, "/2005");
+  }
+};
+
+TEST_F(Runs, FollowTheFolder) {
+  Start();
+  Becomes({});
+  WriteFile(DataFile("old.qbx"), Header() + Record("1", 264, "1"));
+  const std::string old = "old.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|";
+  Becomes({old});
+  WriteFile(DataFile("new.qbx"), Later(Header()) + Record("1", 264, "1"));
+  WriteFile(DataFile("new.csv"), Later(Header()));
+  Becomes({"new.qbx|2005-03-09 14:05||Linear X and Y|0:00:18|1|", old});
+  platform::Append(DataFile("new.qbx"), Record("3", 264, "1"));
+  Becomes({"new.qbx|2005-03-09 14:05||Linear X and Y|0:00:53|3|page 2 is missing", old});
+  Choose("Help", "About");
+  Close();
+  std::filesystem::remove(DataFile("new.qbx"));
+  Becomes({old});
+  std::filesystem::rename(DataFile("old.qbx"), DataFile("away"));
+  Becomes({"away|2004-03-09 14:05||Linear X and Y|0:00:18|1|"});
+  std::filesystem::remove(DataFile("away"));
+  Becomes({});
+}
+
+TEST_F(Runs, TellHostileFilesInTheirRows) {
+  Start();
+  WriteFile(DataFile("a.qbx"), Header() + Record("1", 264, "1") + "2,1");
+  WriteFile(DataFile("b.qbx"), std::string(100'000, ','));
+  WriteFile(DataFile("c.qbx"), "");
+  WriteFile(DataFile("picture.png"), "PNG");
+  ASSERT_EQ(::mkfifo(DataFile("pipe.qbx").c_str(), 0600), 0);
+  std::filesystem::create_directory(DataFile("folder.qbx"));
+  std::filesystem::create_symlink("/dev/zero", DataFile("zero.qbx"));
+  std::filesystem::create_symlink("round.qbx", DataFile("round.qbx"));
+  The<QTreeView>("tblRuns").sortByColumn(0, Qt::AscendingOrder);
+  std::vector<std::string> rows{
+      "a.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|ends in the middle of a record",
+      "b.qbx||||||no data file", "c.qbx||||||empty"};
+  Becomes(rows);
+  if (::geteuid() == 0) return;  // may read all
+  WriteFile(DataFile("d.qbx"), Header());
+  std::filesystem::permissions(DataFile("d.qbx"), std::filesystem::perms::none);
+  rows.push_back("d.qbx||||||Permission denied");
+  Becomes(rows);
+}
+
+TEST_F(Runs, AreFoundByNameAndOpenInTheGraphThatFits) {
+  Start();
+  WriteFile(DataFile("anna.qbx"), Later(Header()) + Record("1", 264, "1"));
+  WriteFile(DataFile("pushes.qbx"), Header() + Record("1", 264, "BP"));
+  Becomes({"anna.qbx|2005-03-09 14:05||Linear X and Y|0:00:18|1|",
+           "pushes.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|"});
+  auto& table = The<QTreeView>("tblRuns");
+  for (const auto& [typed, screen] : {std::pair{"an", "Graph"}, {"pu", "GraphBP"}}) {
+    SCOPED_TRACE(typed);
+    Front("Main");
+    table.setFocus();
+    table.setCurrentIndex(table.model()->index(0, 3));
+    table.clearSelection();
+    table.keyboardSearch("");  // forgets what was typed before
+    TypeInto(table, typed);
+    Key(Qt::Key_Delete);
+    Key(Qt::Key_Return);
+    EXPECT_EQ(ScreenInFront(), screen);
+  }
+  EXPECT_EQ(table.model()->rowCount(), 2);
+  EXPECT_TRUE(std::filesystem::exists(DataFile("anna.qbx")));
+}
+
+}  // namespace bexlow::test
