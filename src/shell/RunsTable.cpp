@@ -3,6 +3,7 @@
 #include <QDateTime>
 #include <QEvent>
 #include <QFile>
+#include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QHeaderView>
 #include <QTimer>
@@ -44,12 +45,6 @@ bool IsNumber(int column) {
 
 QString Shown(const fs::path& path) {
   return QFile::decodeName(path.c_str());
-}
-
-QString TimeOf(fs::file_time_type time) {
-  const auto seconds = std::chrono::file_clock::to_sys(time).time_since_epoch();
-  const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(seconds).count();
-  return QDateTime::fromMSecsSinceEpoch(ms).toString("yyyy-MM-dd HH:mm:ss");
 }
 
 files::RunEntry Look(const fs::path& path) {
@@ -193,7 +188,8 @@ void RunsTable::Fill(const fs::path& path, Row& row) {
   set(Name, name, name.toLower());
   row.cells[Name]->setData(QByteArray::fromStdString(path.string()), PathRole);
   const auto launched = QString::fromStdString(entry.launched);
-  set(Launched, launched.section(':', 0, 1), launched.isEmpty() ? TimeOf(row.written) : launched);
+  const auto fileTime = QFileInfo(Shown(path)).lastModified().toString("yyyy-MM-dd HH:mm:ss");
+  set(Launched, launched.section(':', 0, 1), launched.isEmpty() ? fileTime : launched);
   const auto number = QString::fromStdString(entry.serialNumber);
   set(Logger, number, number.isEmpty() ? QVariant() : number.toDouble());
   set(Kind, QString::fromStdString(entry.kind), QString::fromStdString(entry.kind));

@@ -4,7 +4,6 @@
 #include <QStandardItemModel>
 #include <QTreeView>
 
-#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <map>
