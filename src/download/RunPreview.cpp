@@ -110,8 +110,7 @@ void RunPreview::Show() {
   txtPages->setText(QString::fromStdString(values::CountText(page_)));
   txtTimeLeft->setText(QString::fromStdString(timeLeft_));
   if (bins_) return ShowBins();
-  graphs_->Plot(*graphs_->CWGraph1, samples_.XLinear);
-  graphs_->Plot(*graphs_->CWGraph2, samples_.YLinear);
+  graphs_->Show(samples_);
 }
 
 // A set is complete when its Y page has come.
@@ -119,7 +118,7 @@ void RunPreview::ShowBins() {
   if (page_ % 2 != 0) return;
   const auto pair = files::FindPair(records_, page_ - 1);
   if (pair.result == files::PairResult::Found)
-    graphs_->Plot(files::SpreadOverDegrees(pair.XPoints, pair.YPoints));
+    graphs_->Show(files::SpreadOverDegrees(pair.XPoints, pair.YPoints), page_ - 1);
 }
 
 }  // namespace bexlow::download

@@ -1,5 +1,8 @@
 #include "files/DataFile.h"
 
+#include <chrono>
+#include <cstdio>
+
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 
@@ -104,6 +107,22 @@ void FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header) {
 
 std::string LaunchTimeText(int month, int day, int year, int hour, int minute, int second) {
   return TwoDigits(month) + "/" + TwoDigits(day) + "/" + NumberText(year) + " " + TwoDigits(hour) + ":" +
+         TwoDigits(minute) + ":" + TwoDigits(second);
+}
+
+std::string ReadableLaunchTime(std::string_view launchTimeText) {
+  std::string text(launchTimeText);
+  int month = 0, day = 0, year = 0, hour = 0, minute = 0, second = 0, length = 0;
+  const int read = std::sscanf(text.c_str(), "%2d/%2d/%4d %2d:%2d:%2d%n", &month, &day, &year, &hour, &minute,
+                               &second, &length);
+  const std::chrono::year_month_day date{std::chrono::year(year),
+                                         std::chrono::month(static_cast<unsigned>(month)),
+                                         std::chrono::day(static_cast<unsigned>(day))};
+  const auto isBelow = [](int value, int limit) { return value >= 0 && value < limit; };
+  if (read != 6 || static_cast<std::size_t>(length) != text.size() || year < 1000 || !date.ok() ||
+      !isBelow(hour, 24) || !isBelow(minute, 60) || !isBelow(second, 60))
+    return text;
+  return std::to_string(year) + "-" + TwoDigits(month) + "-" + TwoDigits(day) + " " + TwoDigits(hour) + ":" +
          TwoDigits(minute) + ":" + TwoDigits(second);
 }
 

@@ -20,7 +20,8 @@ RunFacts ReadRunFacts(std::string_view text) {
   LineReader lines(text);
   for (auto& line : header) line = lines.Next().value_or(std::string_view());
   if (header[1] != KindText(DataFileKind::DownloadPages)) return {};
-  RunFacts facts{std::string(Behind(LaunchTimeLabel, header[4]).value_or("")), std::nullopt};
+  RunFacts facts{std::string(Behind(SerialNumberLabel, header[3]).value_or("")),
+                 ReadableLaunchTime(Behind(LaunchTimeLabel, header[4]).value_or("")), std::nullopt};
   const auto frequency = values::WholeNumber(Behind(SamplingFrequencyLabel, header[5]).value_or(""));
   const bool isLinear = Behind(ModeLabel, header[9]) == "1";
   if (isLinear && frequency && *frequency >= LeastFrequency && *frequency <= GreatestFrequency)

@@ -8,7 +8,8 @@
 namespace bexlow::files {
 
 struct RunFacts {
-  std::string launch;               ///< month, day, year and time as in the file; empty if it has none
+  std::string serialNumber;         ///< empty if the file has none
+  std::string launch;               ///< as ReadableLaunchTime tells it; empty if the file has none
   std::optional<double> frequency;  ///< samples a second of a Linear run
 };
 

@@ -162,8 +162,7 @@ void Graph::OpenLinear(int channel) {
   run_ = {};
   if (channel == 1 || channel == 2) BuildArrays("BuildSingleChannelArray", channel);
   if (channel == 3) BuildArrays("BuildDoubleChannelArrays", channel);
-  if (channel == 1 || channel == 3) graphs_->Plot(*graphs_->CWGraph1, run_.XLinear);
-  if (channel == 2 || channel == 3) graphs_->Plot(*graphs_->CWGraph2, run_.YLinear);
+  if (channel >= 1 && channel <= 3) graphs_->Show(run_);
 }
 
 // Reads the whole file, of channel 1, 2 or 3 (both).
@@ -208,7 +207,7 @@ void Graph::Big(std::int16_t page, const std::string& fileName) {
         return;
       case files::PairResult::Found:
         ConvertPointArraysToDegreeArrays(pair);
-        graphs_->Plot(degrees_);
+        graphs_->Show(degrees_, page);
     }
   });
 }

@@ -4,14 +4,17 @@
 #include <QWidget>
 
 #include <array>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "files/BinPages.h"
 #include "files/RunFacts.h"
 #include "files/Series.h"
+#include "graph/ViewNumbers.h"
 #include "platform/graph/CWGraph.h"
 
+class QLabel;
 class QPushButton;
 
 namespace bexlow::graph {
@@ -29,12 +32,14 @@ class GraphPair : public QWidget {
   void PrepareLinear();
   /// The Bin style: x axes at full scale, y axes auto-scaled.
   void PrepareBin();
-  /// Draws a pair of bin pages.
-  void Plot(const files::DegreeArrays& degrees);
-  /// Draws a run: x axis from 0 to the last index of the series.
-  void Plot(platform::CWGraph& graph, const files::Samples& samples);
-  /// Hands what the file's header says to the read-outs and to the titles of pictures.
+  /// Hands what the file's header says to the read-outs and to the titles of pictures. Call it first.
   void TellFile(const std::string& path, const files::RunFacts& facts);
+  /// Draws a run, which must stay where it is: x axes from 0 to the last index of the series.
+  void Show(const files::Run& run);
+  /// Draws a pair of bin pages, and tells which.
+  void Show(const files::DegreeArrays& degrees, int firstPage);
+  /// When a sample of the run was taken, or so many sample times after it; empty where that is not known.
+  QString TimeWords(double sample, double periodsBehind = 0) const;
   /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
   void PageWith(QPushButton* back, QPushButton* forward);
   /// The x views of both graphs move together, or each by itself.
@@ -48,9 +53,16 @@ class GraphPair : public QWidget {
     return {std::pair{CWGraph1, FullScaleX}, {CWGraph2, FullScaleY}};
   }
   void ShowNumbers(platform::CWGraph& graph);
+  std::optional<ViewNumbers> NumbersOf(const platform::CWGraph& graph) const;
   QString NumbersText() const;
+  void SetHeadings(const std::string& pages);
+  void TellRun(const std::string& words);
+  std::string RunText() const;
 
-  QString heading_;
+  QLabel* lblRun_;  ///< which file, logger and launch the curves belong to, and how long they are
+  std::string fileName_, fileStem_;
+  files::RunFacts facts_;
+  const files::Run* run_ = nullptr;
 };
 
 }  // namespace bexlow::graph

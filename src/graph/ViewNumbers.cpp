@@ -2,70 +2,109 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
-#include "values/Conversions.h"
 #include "values/NumberText.h"
 
 namespace bexlow::graph {
 
 namespace {
 
-std::string Rounded(double value, int decimals) {
-  return values::PlainNumberText(values::RoundToDecimals(value, decimals));
+constexpr std::int64_t HalfCircle = 1800;  // tenths
+
+std::string Degrees(std::int64_t tenths) {
+  return values::TenthsText(tenths) + "°";
 }
 
-std::string Degrees(double value) {
-  return Rounded(value, 1) + "°";
+/// To one decimal; a share that would read as none or as all, and is not, says so.
+std::string Percent(std::int64_t part, std::int64_t whole) {
+  const auto tenths = values::RoundedQuotient(part * 1000, whole);
+  if (tenths == 0 && part > 0) return "below 0.1 %";
+  if (tenths == 1000 && part < whole) return "above 99.9 %";
+  return values::TenthsText(tenths) + " %";
 }
 
-std::string Percent(double share) {
-  return Rounded(share * 100, 1) + " %";
+std::string Count(std::int64_t count, const std::string& one, const std::string& more) {
+  return values::CountText(count) + " " + (count == 1 ? one : more);
 }
 
 }  // namespace
 
-std::optional<ViewNumbers> NumbersInView(std::span<const double> samples, double from, double to,
-                                         double limit) {
-  if (samples.empty() || !(from <= to)) return std::nullopt;
-  const double end = static_cast<double>(samples.size() - 1);
-  if (to < 0 || from > end) return std::nullopt;
-  const auto first = static_cast<std::size_t>(std::ceil(std::max(from, 0.0)));
-  const auto last = static_cast<std::size_t>(std::floor(std::min(to, end)));
-  if (first > last) return std::nullopt;
-  ViewNumbers numbers{first, last, samples[first], 0, samples[first]};
-  double sum = 0;
-  std::size_t above = 0, below = 0;
-  for (const double sample : samples.subspan(first, last - first + 1)) {
-    numbers.least = std::min(numbers.least, sample);
-    numbers.greatest = std::max(numbers.greatest, sample);
-    sum += sample;
-    above += sample > limit ? 1 : 0;
-    below += sample < limit ? 1 : 0;
+std::int64_t ViewNumbers::Mean() const {
+  return counted == 0 ? 0 : values::RoundedQuotient(sum, counted);
+}
+
+ViewNumbers NumbersInView(const files::Run& run, const files::Tenths& tenths, std::size_t first,
+                          std::size_t last, double limit) {
+  ViewNumbers numbers{first, last};
+  const double limitTenths = limit * 10;
+  const std::size_t unwrittenFrom = tenths.size() - run.UnwrittenEnd();
+  auto push = std::ranges::lower_bound(run.pushes, static_cast<double>(first));
+  std::optional<std::int64_t> before;
+  for (std::size_t i = first; i <= last && i < tenths.size(); ++i) {
+    if (push != run.pushes.end() && *push == static_cast<double>(i)) {
+      ++push;
+      ++numbers.pushes;
+      continue;
+    }
+    if (i >= unwrittenFrom) {
+      ++numbers.unwritten;
+      continue;
+    }
+    const std::int64_t tenth = tenths[i];
+    numbers.min = before ? std::min(numbers.min, tenth) : tenth;
+    numbers.max = before ? std::max(numbers.max, tenth) : tenth;
+    numbers.crosses = numbers.crosses || (before && std::abs(tenth - *before) > HalfCircle);
+    numbers.sum += tenth;
+    const auto size = static_cast<double>(tenth);
+    numbers.above += size > limitTenths ? 1 : 0;
+    numbers.below += size < limitTenths ? 1 : 0;
+    ++numbers.counted;
+    before = tenth;
   }
-  const auto count = static_cast<double>(last - first + 1);
-  numbers.mean = sum / count;
-  numbers.above = static_cast<double>(above) / count;
-  numbers.below = static_cast<double>(below) / count;
   return numbers;
 }
 
 std::string NumbersLine(const ViewNumbers& numbers, double limit) {
-  return "In view: least " + Degrees(numbers.least) + ", mean " + Degrees(numbers.mean) + ", greatest " +
-         Degrees(numbers.greatest) + "; above " + Degrees(limit) + ": " + Percent(numbers.above) +
-         ", below: " + Percent(numbers.below);
+  std::string line = "In view: ";
+  if (numbers.counted == 0) {
+    line += "no sample";
+  } else {
+    line += numbers.crosses ? "it crosses ±180°, so there is no min, mean or max"
+                            : "min " + Degrees(numbers.min) + ", mean " + Degrees(numbers.Mean()) + ", max " +
+                                  Degrees(numbers.max);
+    line += "; above " + values::PlainNumberText(limit) + "°: " + Percent(numbers.above, numbers.counted) +
+            ", below: " + Percent(numbers.below, numbers.counted);
+  }
+  const auto leftOut = LeftOutText(numbers.pushes, numbers.unwritten);
+  return leftOut.empty() ? line : line + "; left out: " + leftOut;
+}
+
+std::string LeftOutText(std::int64_t pushes, std::int64_t unwritten) {
+  std::string text;
+  if (pushes > 0) text = Count(pushes, "push", "pushes");
+  if (unwritten > 0)
+    text += (text.empty() ? "" : ", ") + Count(unwritten, "zero at the end", "zeros at the end");
+  return text;
 }
 
 std::string NumbersHead() {
-  return "Axis\tFirst sample\tLast sample\tLeast\tMean\tGreatest\tLimit\tAbove %\tBelow %\n";
+  return "Axis\tFirst sample\tLast sample\tCounted\tPushes left out\tZeros at the end left "
+         "out\tMin\tMean\tMax\t"
+         "Limit\tSamples above\tSamples below\n";
 }
 
-std::string NumbersRow(const std::string& axis, const ViewNumbers& numbers, double limit) {
+std::string NumbersRow(const std::string& axis, const ViewNumbers& numbers, double limit, char decimalPoint) {
   std::string row = axis;
-  for (const double value :
-       {static_cast<double>(numbers.first), static_cast<double>(numbers.last), numbers.least, numbers.mean,
-        numbers.greatest, limit, numbers.above * 100, numbers.below * 100})
-    row += "\t" + Rounded(value, 2);
-  return row + "\n";
+  for (const auto count : {static_cast<std::int64_t>(numbers.first), static_cast<std::int64_t>(numbers.last),
+                           numbers.counted, numbers.pushes, numbers.unwritten})
+    row += "\t" + std::to_string(count);
+  const bool isKnown = numbers.counted > 0 && !numbers.crosses;
+  for (const auto tenths : {numbers.min, numbers.Mean(), numbers.max})
+    row += "\t" + (isKnown ? values::TenthsText(tenths) : std::string());
+  row += "\t" + values::PlainNumberText(limit);
+  std::ranges::replace(row, '.', decimalPoint);
+  return row + "\t" + std::to_string(numbers.above) + "\t" + std::to_string(numbers.below) + "\n";
 }
 
 }  // namespace bexlow::graph

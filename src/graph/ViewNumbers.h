@@ -1,28 +1,41 @@
-// The figures of the samples in view: least, mean and greatest, and how much lies beyond a limit.
+// The figures of the samples in view: min, mean and max, and how many lie beyond a limit.
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
-#include <span>
 #include <string>
+
+#include "files/Series.h"
 
 namespace bexlow::graph {
 
+/// Counts and tenths of a degree, so that all of it is exact. Pushes and the unwritten end of the last page
+/// are no samples; they are left out and counted.
 struct ViewNumbers {
-  std::size_t first = 0, last = 0;  ///< places of the samples counted
-  double least = 0, mean = 0, greatest = 0;
-  double above = 0, below = 0;  ///< shares of the samples, 0 to 1; those on the limit are neither
+  std::size_t first = 0, last = 0;  ///< indices of what is in view, left out or not
+  std::int64_t counted = 0, pushes = 0, unwritten = 0;
+  std::int64_t min = 0, max = 0, sum = 0;
+  std::int64_t above = 0, below = 0;  ///< samples beyond the limit; those on it are neither
+  bool crosses = false;               ///< two neighbours lie more than 180 degrees apart, across +-180
+
+  std::int64_t Mean() const;  ///< rounded, an exact half to the even tenth
 };
 
-/// Of the samples with indices from `from` to `to`, ends included; nothing if there are none.
-std::optional<ViewNumbers> NumbersInView(std::span<const double> samples, double from, double to,
-                                         double limit);
+/// @param tenths  of one axis of the run
+/// @param first, last  indices, ends included
+/// @param limit  in degrees
+ViewNumbers NumbersInView(const files::Run& run, const files::Tenths& tenths, std::size_t first,
+                          std::size_t last, double limit);
 
-/// "In view: least -62°, mean 1.3°, greatest 71°; above 45°: 12.3 %, below: 87.2 %".
+/// "In view: min -62.0°, mean 1.3°, max 71.0°; above 45°: 12.3 %, below: 87.2 %; left out: 2 pushes".
 std::string NumbersLine(const ViewNumbers& numbers, double limit);
 
+/// "5 pushes, 72 zeros at the end"; empty where nothing is left out.
+std::string LeftOutText(std::int64_t pushes, std::int64_t unwritten);
+
 /// The figures as a row for a spreadsheet, separated by tabs; and the row of their names.
-std::string NumbersRow(const std::string& axis, const ViewNumbers& numbers, double limit);
+std::string NumbersRow(const std::string& axis, const ViewNumbers& numbers, double limit, char decimalPoint);
 std::string NumbersHead();
 
 }  // namespace bexlow::graph

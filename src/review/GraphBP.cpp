@@ -67,12 +67,12 @@ QWidget* GraphBP::BuildSteps() {
   cmdForward->setAccessibleName("Forward");
   cmdBack->setToolTip("The push before (Page Up in a graph)");
   cmdForward->setToolTip("The next push (Page Down in a graph)");
-  lblBPCount_ = platform::MakeLabel("lblBPCount", "of 0", frame);
+  lblPush_ = platform::MakeLabel("lblPush", "no file", frame);
   const int width = fontMetrics().horizontalAdvance("0000000000");
   auto* row = new QHBoxLayout(frame);
   row->addWidget(platform::MakeLabel("Label1", "Number", frame, txtBPNumber));
   row->addWidget(txtBPNumber);
-  row->addWidget(lblBPCount_);
+  row->addWidget(lblPush_);
   row->addWidget(platform::MakeLabel("Label2", "Point", frame, txtBPValue));
   row->addWidget(txtBPValue);
   row->addWidget(cmdBack);
@@ -136,22 +136,15 @@ bool GraphBP::HeaderIsAccepted(const std::string& text) {
 
 // Reports a damaged record; the file is then shown with empty series and the pushes before the damage.
 void GraphBP::BuildDoubleChannelArrays(const std::string& text) {
-  files::Run series;
-  Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadRun(text, 3, series); });
-  XLinear = std::move(series.XLinear);
-  YLinear = std::move(series.YLinear);
-  ButtonPushes = std::move(series.pushes);
-  pushCount_ = ButtonPushes.size();
-  if (pushCount_ == 0) ButtonPushes.push_back(0);
+  Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadRun(text, 3, run_); });
+  ButtonPushes = run_.pushes;
+  if (ButtonPushes.empty()) ButtonPushes.push_back(0);
 }
 
 void GraphBP::ShowFile() {
   graphs_->TellFile(FileName(), facts_);
-  lblBPCount_->setText("of " + QString::number(pushCount_));
-  txtBPNumber->setAccessibleDescription(lblBPCount_->text());
   graphs_->PrepareLinear();
-  graphs_->Plot(*graphs_->CWGraph1, XLinear);
-  graphs_->Plot(*graphs_->CWGraph2, YLinear);
+  graphs_->Show(run_);
   ShowPush(0);
 }
 
@@ -159,9 +152,19 @@ void GraphBP::ShowPush(std::size_t number) {
   txtBPNumber->setText(Shown(static_cast<double>(number)));
   txtBPValue->setText(Shown(ButtonPushes[number]));
   const double point = NumberIn(*txtBPValue);
+  lblPush_->setText(PushWords(number));
+  txtBPNumber->setAccessibleDescription(lblPush_->text());
   PlaceCursor(1, point);
   for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->StressCursor(point);
   graphs_->CWGraph1->BringIntoView(point);
+}
+
+// People count from 1, the given number from 0.
+QString GraphBP::PushWords(std::size_t number) const {
+  if (run_.pushes.empty()) return "no push";
+  const auto time = graphs_->TimeWords(ButtonPushes[number]);
+  return QString("push %1 of %2").arg(number + 1).arg(run_.pushes.size()) +
+         (time.isEmpty() ? QString() : ", " + time);
 }
 
 void GraphBP::ChooseCursor(double point) {

@@ -43,6 +43,7 @@ class GraphBP : public platform::Form {
   void BuildDoubleChannelArrays(const std::string& text);
   void ShowFile();
   void ShowPush(std::size_t number);
+  QString PushWords(std::size_t number) const;
   void ChooseCursor(double point);
   void ShowAllPushes();
   void ShowOnePush();
@@ -52,13 +53,12 @@ class GraphBP : public platform::Form {
 
   platform::CommonDialog CommonDialog1;
   files::RunFacts facts_;
-  files::Samples XLinear, YLinear;
+  files::Run run_;
   std::vector<double> ButtonPushes;  ///< index of each push in XLinear; a single 0 for a file without a push
-  std::size_t pushCount_ = 0;
 
   QLineEdit* txtFileName = nullptr;
   graph::GraphPair* graphs_ = nullptr;
-  QLabel* lblBPCount_ = nullptr;
+  QLabel* lblPush_ = nullptr;
   QLineEdit* txtBPNumber = nullptr;
   QLineEdit* txtBPValue = nullptr;
   QPushButton* cmdBack = nullptr;

@@ -5,6 +5,7 @@
 
 #include "files/BinPages.h"
 #include "files/ButtonPushes.h"
+#include "files/DataFile.h"
 #include "files/RunFacts.h"
 #include "files/Series.h"
 #include "graph/ViewNumbers.h"
@@ -56,36 +57,117 @@ TEST(RunFacts, AreReadAndNeverMadeUp) {
     auto text = Header();
     text.replace(text.find(line), line.size(), other);
     const auto facts = files::ReadRunFacts(text);
-    EXPECT_EQ(facts.launch, launched ? "03/09/2004 14:05:07" : "");
+    EXPECT_EQ(facts.launch, launched ? "2004-03-09 14:05:07" : "");
     EXPECT_EQ(facts.frequency.value_or(-1), frequency);
   }
   EXPECT_TRUE(files::ReadRunFacts("1\nDownload Pages\n").launch.empty());
 }
 
-TEST(ViewNumbers, AreThoseOfTheSamplesInView) {
-  const std::vector<double> samples{-10, 20, 20, 30, -61, 1};
-  using Row = std::tuple<double, double, double, const char*>;
-  for (const auto& [from, to, limit, numbers] :
-       {Row{0, 5, 20, "0 5 -61 0 30 20 16.67 50"}, Row{-100, 100, 0, "0 5 -61 0 30 0 66.67 33.33"},
-        Row{0.1, 3.9, 20, "1 3 20 23.33 30 20 33.33 0"}, Row{4, 4, 20, "4 4 -61 -61 -61 20 0 100"},
-        Row{5, 5, 1, "5 5 1 1 1 1 0 0"}}) {
-    const auto seen = graph::NumbersInView(samples, from, to, limit);
-    ASSERT_TRUE(seen) << numbers;
-    auto row = graph::NumbersRow("X", *seen, limit);
-    std::ranges::replace(row, '\t', ' ');
-    EXPECT_EQ(row, std::string("X ") + numbers + "\n");
+/// Pages 1, 2, 4 and 5 of both channels: all 60.5 and -20.5 but for pushes, a spike, and an end of 72 zeros.
+files::Run OddRun() {
+  std::string text = Header();
+  for (const int page : {1, 2, 4, 5}) {
+    text += std::to_string(page);
+    for (int pair = 0; pair < 132; ++pair) {
+      const bool isPush = pair == 40 || (page == 4 && pair < 2);
+      const bool isSpike = page == 2 && pair == 100, isUnwritten = page == 5 && pair >= 60;
+      text += isPush ? ",BP,BP" : isUnwritten ? ",0,0" : isSpike ? ",-.7,90" : ",60.5,-20.5";
+    }
+    text += "\r\n";
   }
-  const double nan = std::numeric_limits<double>::quiet_NaN();
-  for (const auto& [from, to] :
-       {std::pair{0.2, 0.8}, {6.0, 9.0}, {-3.0, -1.0}, {2.0, 1.0}, {nan, 4.0}, {0.0, nan}})
-    EXPECT_FALSE(graph::NumbersInView(samples, from, to, 0)) << from << " to " << to;
-  EXPECT_FALSE(graph::NumbersInView({}, 0, 5, 0));
+  files::Run run;
+  files::ReadRun(text, 3, run);
+  return run;
 }
 
-TEST(ViewNumbers, ReadAsALine) {
-  const graph::ViewNumbers numbers{0, 527, -62, -0.04, 71, 0.1234, 1};
-  EXPECT_EQ(graph::NumbersLine(numbers, 45),
-            "In view: least -62°, mean 0°, greatest 71°; above 45°: 12.3 %, below: 100 %");
+// Of 528 pairs 6 are pushes and 72 the unwritten end: 450 count. Mean of X: (449 * 60.5 - 0.7) / 450
+// = 60.364, of Y: (449 * -20.5 + 90) / 450 = -20.254.
+TEST(ViewNumbers, AreExactAndLeaveOutPushesAndTheUnwrittenEnd) {
+  const auto run = OddRun();
+  using Row = std::tuple<bool, std::size_t, std::size_t, double, const char*>;
+  for (const auto& [isX, first, last, limit, line] :
+       {Row{true, 0, 527, 60,
+            "min -0.7°, mean 60.4°, max 60.5°; above 60°: 99.8 %, below: 0.2 %; left out: 6 pushes, 72 zeros "
+            "at the "
+            "end"},
+        Row{false, 0, 527, -20,
+            "min -20.5°, mean -20.3°, max 90.0°; above -20°: 0.2 %, below: 99.8 %; left out: 6 pushes, 72 "
+            "zeros at "
+            "the end"},
+        Row{true, 0, 39, 61, "min 60.5°, mean 60.5°, max 60.5°; above 61°: 0.0 %, below: 100.0 %"},
+        Row{true, 39, 41, 60,
+            "min 60.5°, mean 60.5°, max 60.5°; above 60°: 100.0 %, below: 0.0 %; left out: 1 push"},
+        Row{true, 40, 40, 0, "no sample; left out: 1 push"},
+        Row{true, 527, 527, 0, "no sample; left out: 1 zero at the end"},
+        Row{true, 231, 232, 0, "min -0.7°, mean 29.9°, max 60.5°; above 0°: 50.0 %, below: 50.0 %"}}) {
+    const auto numbers = graph::NumbersInView(run, isX ? run.XTenths : run.YTenths, first, last, limit);
+    EXPECT_EQ(graph::NumbersLine(numbers, limit), std::string("In view: ") + line);
+  }
+  const auto row = graph::NumbersRow("X", graph::NumbersInView(run, run.XTenths, 0, 527, 60), 60, ',');
+  EXPECT_EQ(row, "X\t0\t527\t450\t6\t72\t-0,7\t60,4\t60,5\t60\t449\t1\n");
+}
+
+TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
+  files::Run run;
+  run.XTenths = {1790, 1800, -1799, -1790, 0, 0};
+  run.XLinear = {179, 180, -180, -179, 0, 0};
+  run.records = {{1, 0}};
+  for (const auto& [first, last, crosses] : {std::tuple<std::size_t, std::size_t, bool>{0, 1, false},
+                                             {1, 2, true},
+                                             {2, 3, false},
+                                             {3, 5, false}}) {
+    const auto numbers = graph::NumbersInView(run, run.XTenths, first, last, 0);
+    EXPECT_EQ(numbers.crosses, crosses) << first;
+    EXPECT_EQ(graph::NumbersLine(numbers, 0).find("min -") != std::string::npos, !crosses && first > 0);
+  }
+  graph::ViewNumbers many{0, 270203, 270204};
+  many.above = 1;
+  many.below = 270203;
+  EXPECT_EQ(graph::NumbersLine(many, 45),
+            "In view: min 0.0°, mean 0.0°, max 0.0°; above 45°: below 0.1 %, below: above 99.9 %");
+}
+
+// 132 pairs a page at 7.5 Hz: page 4 begins 3 * 17.6 s after the launch.
+TEST(Run, TimesFollowThePageNumbers) {
+  const auto run = OddRun();
+  EXPECT_EQ(run.UnwrittenEnd(), 72u);
+  for (const auto& [sample, seconds] :
+       {std::pair{0.0, 0.0}, {263.0, 263 / 7.5}, {264.0, 52.8}, {396.0, 70.4}, {263.5, 263.5 / 7.5}}) {
+    EXPECT_DOUBLE_EQ(files::PeriodsAt(run, sample) / 7.5, seconds);
+    EXPECT_DOUBLE_EQ(files::SampleAt(run, files::PeriodsAt(run, sample)), sample);
+  }
+  EXPECT_EQ(files::SampleAt(run, 300), 264) << "the next one, where the page is missing";
+}
+
+TEST(Run, MissingAndDoubledPagesAreTold) {
+  using Row = std::tuple<std::vector<const char*>, bool, const char*>;
+  for (const auto& [pages, rise, remarks] :
+       {Row{{"1", "2", "3"}, true, ""}, Row{{"1", "2", "4"}, true, "page 3 is missing"},
+        Row{{"3", "7"}, true, "pages 1 to 2 are missing, pages 4 to 6 are missing"},
+        Row{{"2", "4", "6", "8"}, true, "4 pages are missing"}, Row{{"1", "1"}, false, "page 1 stands twice"},
+        Row{{"1", "5", "3"}, false, "page 3 stands after page 5"},
+        Row{{"1", "x"}, false, "a record has no page number"},
+        Row{{"0"}, false, "a record has no page number"}, Row{{"2048"}, false, "a record has no page number"},
+        Row{{"1.5"}, false, "a record has no page number"}, Row{{}, false, ""}}) {
+    SCOPED_TRACE(remarks);
+    std::string text = Header();
+    for (const auto* page : pages) text += Record(page, 264, "1");
+    files::Run run;
+    ASSERT_TRUE(files::ReadRun(text, 1, run));
+    EXPECT_EQ(files::PagesRise(run), rise);
+    EXPECT_EQ(files::PageRemarks(run), remarks);
+  }
+}
+
+TEST(LaunchTime, IsReadableWhereItIsOne) {
+  for (const auto& [text, readable] : {std::pair{"03/09/2004 14:05:07", "2004-03-09 14:05:07"},
+                                       {"13/09/2004 14:05:07", "13/09/2004 14:05:07"},
+                                       {"02/30/2004 14:05:07", "02/30/2004 14:05:07"},
+                                       {"03/09/2004 24:05:07", "03/09/2004 24:05:07"},
+                                       {"255/255/65535 255:255:255", "255/255/65535 255:255:255"},
+                                       {"03/09/2004 14:05:07x", "03/09/2004 14:05:07x"},
+                                       {"", ""}})
+    EXPECT_EQ(files::ReadableLaunchTime(text), readable);
 }
 
 TEST(Series, FieldsGoToTheirPlaces) {

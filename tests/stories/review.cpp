@@ -55,8 +55,8 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
   Upper().CursorClicked(0);
   ExpectShown(" at ", {0});  // no file yet
   Open(Header() + Records(7, {100, 250, 800}));
-  EXPECT_EQ(Text("lblBPCount"), "of 3");
-  EXPECT_TRUE(Upper().NumbersToCopy().startsWith("f.qbx, launched "));
+  EXPECT_EQ(Text("lblPush"), "push 1 of 3, 13.3 s");
+  EXPECT_EQ(Text("lblRun"), "f.qbx: launched 2004-03-09 14:05:07, 921 samples, 3 pushes, 2 min 3 s");
   ExpectShown("0 at 100", {100});
   struct Row {
     const char *press, *push;
@@ -98,7 +98,7 @@ TEST_F(ReviewStory, KeysStepClicksChooseAndAnotherFileKeepsTheCursors) {
   Press("Hide All");
   ExpectShown("0 at 99", {99});
   Open(Header() + Records(1, {}));
-  EXPECT_EQ(Text("lblBPCount"), "of 0");
+  EXPECT_EQ(Text("lblPush"), "no push");
   ExpectShown("0 at 0", {0});
 }
 
