@@ -72,11 +72,9 @@ LiveRig::LiveRig(const char* logger, const std::filesystem::path& folder, const 
 }
 
 void LiveRig::Open(const LiveScreen& screen, bool saving) {
-  if (std::string(screen.name) == "Angles") {
-    form_ = &program_.Show<live::Angles>();
-  } else {
-    form_ = &program_.Show<live::Accelerometers>();
-  }
+  form_ = std::string(screen.name) == "Angles" ? live::MakeAngles() : live::MakeAccelerometers();
+  program_.outer.ShowChild(form_);
+  program_.outer.show();
   probe_ = new QPushButton("probe", form_);
   probe_->show();
   connect(probe_, &QPushButton::clicked, this,

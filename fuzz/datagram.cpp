@@ -15,10 +15,11 @@ void Try(std::string_view text) {
   if (body) Require(body->size() == text.size() - 4, "a body is all that stands between");
   const auto angles = live::AnglesOfBody(body.value_or(text));
   if (!angles.x || !angles.y) return;
-  const double x = *angles.x / 10.0, y = *angles.y / 10.0;
+  const double x = angles.x->whole / 10.0, y = angles.y->whole / 10.0;
   const std::string sent = live::Datagram(x, y);
   const auto back = live::AnglesOfBody(live::DatagramBody(sent).value_or(""));
-  Require(back.x == values::ToInt16(x) && back.y == values::ToInt16(y), "what one sends, another can show");
+  Require(back.x && back.y && back.x->sent == x && back.y->sent == y, "what one sends, another can show");
+  Require(back.x->whole == values::ToInt16(x) && back.y->whole == values::ToInt16(y), "in whole degrees");
 }
 
 }  // namespace bexlow::fuzz

@@ -13,12 +13,11 @@
 #include "config/ParameterMap.h"
 #include "config/WriteSequence.h"
 #include "link/Communications.h"
-#include "link/SamplingChain.h"
+#include "link/SamplingScreen.h"
 #include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/machine/Machine.h"
-#include "shared/Chords.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
@@ -43,7 +42,7 @@ constexpr int ShakerSettleMs = 1000;
 // that is broken, gives far less or more.
 constexpr double UsualGain = 323, FarFromUsual = 100;
 
-class Calibrate : public Form {
+class Calibrate : public link::SamplingScreen {
  public:
   Calibrate();
 
@@ -60,19 +59,17 @@ class Calibrate : public Form {
   Axis BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame);
 
   std::optional<CellByte> CellAt(int k) const;
-  void Take(const link::Bytes& reply);
 
-  void PrepareRun();
-  void FinishRun();
+  void Take(const link::Bytes& reply) override;
+  void Starting() override;
+  void Stopped() override;
+  platform::Activity Activity() override;
   void ClearRun();
   void DisableShaker();
   void Widen(const Axis& axis);
 
-  MSComm MSComm1;
-  link::SamplingChain chain_;
   Progress progress_;
   WriteSequence write_;
-  QAction* mnuSample = nullptr;
   QAction* mnuWrite = nullptr;
   std::array<Axis, 3> axes_{};
   /// Offset X, Y, Z, then gain X, Y, Z, in bits: fixed when a run stops; the write sends these, not the
@@ -82,33 +79,24 @@ class Calibrate : public Form {
 };
 
 Calibrate::Calibrate()
-    : Form("Calibrate", "Calibrate"),
-      MSComm1(*this, "MSComm1"),
-      chain_(*this, MSComm1, link::CommandName::SampleAccelerometers,
-             [this](const link::Bytes& reply) { Take(reply); }),
+    : SamplingScreen("Calibrate", "Calibrate", link::CommandName::SampleAccelerometers),
       progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
       write_(
           *this, CalibrationWrite, progress_, [this](int k) { return CellAt(k); },
           [this](bool enabled) { mnuSample->setEnabled(enabled); }) {
   BuildMenu();
   BuildBody();
-  OnCloseRequest = [this] { Unload(); };
-  OnActivity = [this] { return write_.Running() ? write_.Activity() : chain_.Activity(); };
 }
 
 void Calibrate::BuildMenu() {
-  auto* menu = AddMenu("mnuData", "&Data");
-  mnuSample = AddCheckEntry(
-      menu, "mnuSample", "&Sample",
-      [this] {
-        chain_.Toggle(
-            *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
-      },
-      shared::SampleKey);
-  mnuWrite = AddEntry(menu, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
+  AddSample();
+  mnuWrite = AddEntry(mnuData, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
   mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
-  AddSeparator(menu, "mnuSep");
-  AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
+  AddReturn();
+}
+
+Activity Calibrate::Activity() {
+  return write_.Running() ? write_.Activity() : SamplingScreen::Activity();
 }
 
 void Calibrate::BuildBody() {
@@ -171,7 +159,7 @@ Calibrate::Axis Calibrate::BuildAxis(const char* letter, int line, QGridLayout* 
   return axis;
 }
 
-void Calibrate::PrepareRun() {
+void Calibrate::Starting() {
   ClearRun();
   mnuWrite->setEnabled(false);
   MsgBox("Shaker will be disabled prior to calibration start!");
@@ -221,7 +209,7 @@ void Calibrate::Widen(const Axis& axis) {
   axis.gain->setText(Shown((max - min) / 2));
 }
 
-void Calibrate::FinishRun() {
+void Calibrate::Stopped() {
   mnuWrite->setEnabled(sampled_);
   for (std::size_t i = 0; i < axes_.size(); ++i) {
     CalibrationValues[i] = NumberIn(*axes_[i].offset);

@@ -144,7 +144,7 @@ bool DownloadErase::ChooseFile() {
   Shared.LiveSample.SavingToFile = refusal == nullptr;
   mnuDownload->setEnabled(true);
   if (refusal == nullptr) {
-    live::RecordingScreen::GiveUp(Shared.DataFileName, *this);
+    live::RecordingScreen::EndSavingOfOthers(Shared.DataFileName, *this);
     return true;
   }
   if (!failure.empty()) MsgBox(failure);

@@ -1,10 +1,18 @@
 #include "live/Angles.h"
 
+#include <QGridLayout>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QPushButton>
 
+#include <array>
+#include <functional>
+
 #include "link/Communications.h"
 #include "live/AngleRows.h"
+#include "live/Readings.h"
+#include "live/RecordingScreen.h"
+#include "platform/controls/Controls.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"
 #include "shared/DataFiles.h"
@@ -16,7 +24,7 @@
 
 namespace bexlow::live {
 
-using shared::Guarded;
+using namespace platform;
 using shared::Shared;
 
 namespace {
@@ -24,89 +32,155 @@ namespace {
 constexpr RecordingKind Kind{"Angles", link::CommandName::SampleAngles, files::DataFileKind::Angles,
                              shared::WriteAnglesToFile};
 
+constexpr int TareCharacters = 17;  // "-179.994506668294"; the other boxes are as wide
 constexpr int PauseBetweenCellsMs = 500;
+
+class Angles : public RecordingScreen {
+ public:
+  Angles() : RecordingScreen(Kind) {
+    auto* boxes = new QVBoxLayout;
+    boxes->setSpacing(12);
+    auto* fraRawWord = AddBoxes(*boxes, "fraRawWord", "Raw Word", "counts", &Axis::word, &AngleRow::word);
+    AddBoxes(*boxes, "fraTare", "Tare", "degrees", &Axis::tare, &AngleRow::tare);
+    auto* fraAngles = AddBoxes(*boxes, "fraAngles", "Angles", "degrees", &Axis::angle, &AngleRow::angle);
+    boxes->addStretch();
+    auto* columns = new QHBoxLayout;
+    columns->setSpacing(12);
+    columns->addLayout(boxes);
+    for (auto& axis : axes_) columns->addWidget(MakeDialFrame(axis), 1);
+    AddAngleStrips(*strips_);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(12, 12, 12, 12);
+    rows->setSpacing(12);
+    rows->addLayout(columns, 5);
+    rows->addWidget(strips_, 2);
+
+    for (auto* frame : {fraRawWord, fraAngles}) strips_->DimAlong(frame);
+    for (const auto& axis : axes_) {
+      strips_->DimAlong(axis.dial);
+      axis.tare->setText(shared::Shown(Shared.OnBoardParameters.*axis.row.tareField));
+    }
+    EnableTareButtons(false);
+  }
+
+ private:
+  /// The controls of one axis.
+  struct Axis {
+    const AngleRow& row;
+    QLineEdit *word = nullptr, *tare = nullptr, *angle = nullptr;
+    CWKnob* dial = nullptr;
+    QPushButton* cmdTare = nullptr;
+  };
+  struct Tare {
+    double word = 0, degrees = 0;
+  };
+
+  QGroupBox* AddBoxes(QVBoxLayout& column, const char* name, const char* caption, const char* unit,
+                      QLineEdit* Axis::*box, const char* AngleRow::*boxName) {
+    auto* frame = MakeFrame(name, caption, this);
+    auto* grid = new QGridLayout(frame);
+    grid->setColumnStretch(2, 1);  // keeps the boxes aligned although the units differ in length
+    for (auto& axis : axes_)
+      axis.*box = AddReading(*grid, {axis.row.*boxName, axis.row.caption, unit, TareCharacters}, frame);
+    column.addWidget(frame);
+    return frame;
+  }
+
+  QGroupBox* MakeDialFrame(Axis& axis) {
+    auto* frame = MakeFrame(axis.row.frame, axis.row.caption, this);
+    axis.dial = MakeDial(axis.row, frame);
+    axis.cmdTare =
+        MakeButton(axis.row.cmdTare, axis.row.untareCaption, [this, &axis] { cmdTare_Click(axis); });
+    auto* column = new QVBoxLayout(frame);
+    column->addWidget(axis.dial, 1);
+    column->addWidget(axis.cmdTare, 0, Qt::AlignHCenter);
+    return frame;
+  }
+
+  // No tare is subtracted: if TareEnable is 1, the logger has applied it to the words that it sends.
+  void Decode(const link::Bytes& reply) override {
+    const auto words = link::AngleWords(reply);
+    if (!words) return;
+    received_ = *words;
+    for (std::size_t i = 0; i < axes_.size(); ++i) {
+      DecodeAngle(axes_[i].row, received_, Shared.LiveSample);
+      strips_->Add(i, Shared.LiveSample.*axes_[i].row.angleField);
+    }
+  }
+
+  void Show() override {
+    RecordingScreen::Show();
+    for (const auto& axis : axes_) {
+      axis.word->setText(shared::Shown(received_.*axis.row.received));
+      const double angle = Shared.LiveSample.*axis.row.angleField;
+      axis.angle->setText(shared::Shown(angle));
+      axis.dial->Value(angle);
+    }
+  }
+
+  void Starting() override {
+    RecordingScreen::Starting();
+    EnableTareButtons(true);
+  }
+
+  // The raw words keep their last values.
+  void Stopped() override {
+    RecordingScreen::Stopped();
+    EnableTareButtons(false);
+    for (const auto& axis : axes_) {
+      axis.angle->clear();
+      axis.dial->Value(0);
+    }
+  }
+
+  void EnableTareButtons(bool enabled) {
+    for (const auto& axis : axes_) axis.cmdTare->setEnabled(enabled);
+  }
+
+  // The caption alone decides what the click does; the logger is not asked whether it holds a tare.
+  void cmdTare_Click(const Axis& axis) {
+    const bool untare = axis.cmdTare->text() == axis.row.untareCaption;
+    axis.cmdTare->setEnabled(false);
+    axis.cmdTare->setText(untare ? axis.row.tareCaption : axis.row.untareCaption);
+    untare ? RemoveTare(axis) : GetTare(axis);
+    axis.cmdTare->setEnabled(true);
+  }
+
+  void GetTare(const Axis& axis) {
+    WriteTare("GetTare", axis, [&] {
+      return Tare{shared::NumberIn(*axis.word), shared::NumberIn(*axis.angle)};
+    });
+  }
+
+  void RemoveTare(const Axis& axis) {
+    WriteTare("RemoveTare", axis, [] { return Tare{}; });
+  }
+
+  // The logger keeps the raw word, the program the degrees. Pausing first updates the boxes to the last
+  // sample.
+  void WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare) {
+    shared::Guarded(*this, procedure, [&] {
+      PauseSampling();
+      Machine::Get().Repaint();
+      const auto [word, degrees] = tare();
+      const auto counts = values::ToInt32(word);
+      link::Send(MSComm1, link::WriteEeprom(axis.row.tareAddress, link::HighByte(counts)));
+      shared::WaitMilliseconds(PauseBetweenCellsMs);
+      link::Send(MSComm1, link::WriteEeprom(axis.row.tareAddress + 1, link::LowByte(counts)));
+      Shared.OnBoardParameters.*axis.row.tareField = degrees;
+      axis.tare->setText(shared::Shown(degrees));
+      ResumeSampling();
+    });
+  }
+
+  std::array<Axis, 2> axes_{Axis{AngleRows[0]}, Axis{AngleRows[1]}};
+  link::AnglePair received_{};  ///< the words of the last sample, as received
+};
 
 }  // namespace
 
-Angles::Angles() : RecordingScreen(Kind) {
-  Build();
-  EnableTareButtons(false);
-  for (const auto& axis : axes_)
-    axis.tare->setText(shared::Shown(Shared.OnBoardParameters.*axis.row->tareField));
-}
-
-// No tare is subtracted: if TareEnable is 1, the logger has applied it to the words that it sends.
-void Angles::Decode(const link::Bytes& reply) {
-  const auto words = link::AngleWords(reply);
-  if (!words) return;
-  received_ = *words;
-  for (std::size_t i = 0; i < axes_.size(); ++i) {
-    DecodeAngle(*axes_[i].row, received_, Shared.LiveSample);
-    Strips().Add(i, Shared.LiveSample.*axes_[i].row->angleField);
-  }
-}
-
-void Angles::Show() {
-  for (const auto& axis : axes_) {
-    axis.word->setText(shared::Shown(received_.*axis.row->received));
-    const double angle = Shared.LiveSample.*axis.row->angleField;
-    axis.angle->setText(shared::Shown(angle));
-    axis.dial->Value(angle);
-  }
-}
-
-void Angles::Starting() {
-  EnableTareButtons(true);
-}
-
-// The raw words keep their last values.
-void Angles::Stopped() {
-  EnableTareButtons(false);
-  for (const auto& axis : axes_) {
-    axis.angle->clear();
-    axis.dial->Value(0);
-  }
-}
-
-void Angles::EnableTareButtons(bool enabled) {
-  for (const auto& axis : axes_) axis.cmdTare->setEnabled(enabled);
-}
-
-// The caption alone decides what the click does; the logger is not asked whether it holds a tare.
-void Angles::cmdTare_Click(const Axis& axis) {
-  const bool untare = axis.cmdTare->text() == axis.row->untareCaption;
-  axis.cmdTare->setEnabled(false);
-  axis.cmdTare->setText(untare ? axis.row->tareCaption : axis.row->untareCaption);
-  untare ? RemoveTare(axis) : GetTare(axis);
-  axis.cmdTare->setEnabled(true);
-}
-
-void Angles::GetTare(const Axis& axis) {
-  WriteTare("GetTare", axis, [&] {
-    return Tare{shared::NumberIn(*axis.word), shared::NumberIn(*axis.angle)};
-  });
-}
-
-void Angles::RemoveTare(const Axis& axis) {
-  WriteTare("RemoveTare", axis, [] { return Tare{}; });
-}
-
-// The logger keeps the raw word, the program the degrees. Pausing the chain first updates the boxes to the
-// last sample.
-void Angles::WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare) {
-  Guarded(*this, procedure, [&] {
-    Chain().Pause();
-    platform::Machine::Get().Repaint();
-    const auto [word, degrees] = tare();
-    const int address = axis.row->tareAddress;
-    const auto counts = values::ToInt32(word);
-    link::Send(SerialControl(), link::WriteEeprom(address, link::HighByte(counts)));
-    shared::WaitMilliseconds(PauseBetweenCellsMs);
-    link::Send(SerialControl(), link::WriteEeprom(address + 1, link::LowByte(counts)));
-    Shared.OnBoardParameters.*axis.row->tareField = degrees;
-    axis.tare->setText(shared::Shown(degrees));
-    Chain().Resume();
-  });
+Form* MakeAngles() {
+  return new Angles;
 }
 
 }  // namespace bexlow::live

@@ -6,7 +6,13 @@ namespace bexlow::live {
 
 namespace {
 constexpr std::string_view Mark = "BX";
+
+std::optional<ReceivedAngle> AngleOf(std::string_view text) {
+  const auto whole = values::FieldToInt16(text);
+  if (!whole) return std::nullopt;
+  return ReceivedAngle{*whole, values::LeadingNumber(text)};
 }
+}  // namespace
 
 std::string Datagram(double angleX, double angleY) {
   return std::string(Mark)
@@ -23,8 +29,8 @@ std::optional<std::string_view> DatagramBody(std::string_view text) {
 
 ReceivedAngles AnglesOfBody(std::string_view body) {
   const std::size_t slash = body.find('/');
-  if (slash == std::string_view::npos) return {std::nullopt, values::FieldToInt16(body)};
-  return {values::FieldToInt16(body.substr(0, slash)), values::FieldToInt16(body.substr(slash + 1))};
+  if (slash == std::string_view::npos) return {std::nullopt, AngleOf(body)};
+  return {AngleOf(body.substr(0, slash)), AngleOf(body.substr(slash + 1))};
 }
 
 }  // namespace bexlow::live

@@ -14,9 +14,14 @@ std::string Datagram(double angleX, double angleY);
 /// The text between the two marks; nothing if a mark is missing or there are fewer than 4 bytes.
 std::optional<std::string_view> DatagramBody(std::string_view text);
 
-/// Angles of a received datagram in whole degrees; empty if its text does not fit 16 bits.
+struct ReceivedAngle {
+  std::int16_t whole = 0;  ///< degrees, a half to the even neighbour
+  double sent = 0;         ///< degrees with the decimals that came
+};
+
+/// Angles of a received datagram; empty if they do not fit 16 bits.
 struct ReceivedAngles {
-  std::optional<std::int16_t> x, y;
+  std::optional<ReceivedAngle> x, y;
 };
 
 /// Both angles of a body. Without a "/" there is no X, and Y is the body's leading number.

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "link/SamplingScreen.h"
+#include "live/Readings.h"
 #include "platform/graph/CWGraph.h"
 
 namespace bexlow::live {
@@ -16,14 +18,17 @@ constexpr int LeastHeight = 110;
 }  // namespace
 
 LiveStrips::LiveStrips(QWidget* parent)
-    : QWidget(parent), drawing_(platform::Machine::Get().MakeAlarm([this] {
-        drawing_->Stop();
-        due_ = false;
-        if (!paused_) Draw();
-      })) {}
+    : QWidget(parent), drawing_(platform::Machine::Get().MakeAlarm([this] { Tick(); })) {
+  DimAlong(this);
+}
+
+void LiveStrips::DimAlong(QWidget* widget) {
+  dimmedAlong_.push_back(widget);
+  Dim(*widget, !live_);
+}
 
 void LiveStrips::AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
-                          double maximum) {
+                          double maximum, double crossing) {
   if (layout() == nullptr) {
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
@@ -40,7 +45,7 @@ void LiveStrips::AddStrip(const char* name, const QString& caption, const QStrin
   graph->Clicked = [this] { Pause(); };
   graph->setMinimumHeight(LeastHeight);
   layout()->addWidget(graph);
-  strips_.push_back({graph, {}});
+  strips_.push_back({graph, Strip(crossing)});
 }
 
 void LiveStrips::Add(std::size_t strip, double value) {
@@ -50,13 +55,34 @@ void LiveStrips::Add(std::size_t strip, double value) {
 }
 
 void LiveStrips::Show() {
-  if (std::exchange(due_, true)) return;
-  drawing_->Start(DrawingEvery);
+  undrawn_ = true;
+  shownAt_ = platform::Machine::Get().QueryPerformanceCounter();
+  if (!live_) SetLive(true);
+}
+
+void LiveStrips::Tick() {
+  if (std::exchange(undrawn_, false) && !paused_) Draw();
+  auto& machine = platform::Machine::Get();
+  if (machine.QueryPerformanceCounter() - shownAt_ >=
+      link::SilentAfterSeconds * machine.QueryPerformanceFrequency())
+    SetLive(false);
+}
+
+void LiveStrips::End() {
+  if (live_) Tick();
+  SetLive(false);
+}
+
+// The alarm runs only while samples come.
+void LiveStrips::SetLive(bool live) {
+  live_ = live;
+  live ? drawing_->Start(DrawingEvery) : drawing_->Stop();
+  for (auto* widget : dimmedAlong_) Dim(*widget, !live);
 }
 
 void LiveStrips::Draw() {
   for (const auto& [graph, values] : strips_)
-    graph->PlotY(values.Values(), -Strip::Seconds, 0.5 / Strip::PartsASecond);
+    graph->PlotY(values.Points(), -Strip::Seconds, 1 / (Strip::PartsASecond * Strip::PointsAPart));
 }
 
 void LiveStrips::Pause() {

@@ -1,10 +1,14 @@
 #include "live/Readings.h"
 
+#include <QGraphicsOpacityEffect>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 
+#include "live/AngleRows.h"
+#include "live/LiveStrips.h"
 #include "platform/controls/Controls.h"
+#include "platform/instruments/CWKnob.h"
 
 namespace bexlow::live {
 
@@ -17,6 +21,57 @@ QLineEdit* AddReading(QGridLayout& grid, const Reading& reading, QWidget* parent
   grid.addWidget(box, row, 1);
   grid.addWidget(new QLabel(QString::fromUtf8(reading.unit), parent), row, 2);
   return box;
+}
+
+void AddRow(QGridLayout& grid, const char* caption, QWidget* box) {
+  const int row = grid.rowCount();
+  grid.addWidget(platform::MakeLabel("", caption, grid.parentWidget(), box), row, 0);
+  grid.addWidget(box, row, 1, 1, SpanOfBox);
+}
+
+void AddRow(QGridLayout& grid, const char* caption, QLayout* boxes, QWidget* buddy) {
+  const int row = grid.rowCount();
+  grid.addWidget(platform::MakeLabel("", caption, grid.parentWidget(), buddy), row, 0);
+  grid.addLayout(boxes, row, 1, 1, SpanOfBox);
+}
+
+QLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, const QString& caption,
+                    bool readOnly, QWidget* parent) {
+  auto* row = new QHBoxLayout;
+  row->setSpacing(4);
+  for (std::size_t i = 0; i < boxes.size(); ++i) {
+    const QString number = QString::number(i + 1);
+    const auto make = readOnly ? platform::MakeReadOnlyBox : platform::MakeTextBox;
+    boxes[i] = make((name + number).toLatin1().constData(), caption + " " + number, parent);
+    boxes[i]->setFixedWidth(boxes[i]->fontMetrics().horizontalAdvance("000") + 16);
+    if (i > 0) row->addWidget(new QLabel(".", parent));
+    row->addWidget(boxes[i]);
+  }
+  row->addStretch();
+  return row;
+}
+
+platform::CWKnob* MakeDial(const AngleRow& row, QWidget* parent) {
+  auto* dial = new platform::CWKnob(parent);
+  dial->setObjectName(row.dial);
+  dial->setAccessibleName(row.caption);
+  dial->SetScale(-row.dialEnd, row.dialEnd, row.start, row.arc);
+  return dial;
+}
+
+// From 180 on a jump is a crossing of +-180; Y has no jumps like that.
+void AddAngleStrips(LiveStrips& strips) {
+  constexpr double Crossing = 180;
+  for (const auto& row : AngleRows)
+    strips.AddStrip(row.strip, row.caption, "°", -row.fullScale, row.fullScale, Crossing);
+}
+
+void Dim(QWidget& widget, bool dim) {
+  constexpr double Pale = 0.45;
+  if (auto* instrument = qobject_cast<platform::Instrument*>(&widget)) return instrument->setEnabled(!dim);
+  auto* effect = dim ? new QGraphicsOpacityEffect : nullptr;
+  if (dim) effect->setOpacity(Pale);
+  widget.setGraphicsEffect(effect);
 }
 
 }  // namespace bexlow::live

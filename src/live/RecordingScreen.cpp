@@ -3,10 +3,12 @@
 #include <QApplication>
 
 #include <algorithm>
+#include <filesystem>
+#include <system_error>
 
 #include "link/Communications.h"
 #include "platform/machine/Machine.h"
-#include "shared/Chords.h"
+#include "platform/machine/TextFile.h"
 #include "shared/DataFiles.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"
@@ -25,65 +27,61 @@ bool IsSameFile(const std::string& path, const std::string& other) {
   return path == other || std::filesystem::equivalent(path, other, ignored);
 }
 
+// A file that was moved away or cannot be read counts from 0: the next sample begins it again, or is refused.
+std::int64_t SamplesIn(const std::string& path) {
+  constexpr std::int64_t HeaderLines = 10;
+  try {
+    return std::max<std::int64_t>(0, std::ranges::count(platform::ReadWhole(path), '\n') - HeaderLines);
+  } catch (const std::system_error&) {
+    return 0;
+  }
+}
+
 }  // namespace
 
 RecordingScreen::RecordingScreen(const RecordingKind& kind)
-    : Form(kind.screen, kind.screen),
-      kind_(kind),
-      MSComm1(*this, "MSComm1"),
-      chain_(
-          *this, MSComm1, kind.command, [this](const link::Bytes& reply) { Take(reply); },
-          [this] {
-            Show();
-            strips_->Show();
-          }),
-      strips_(new LiveStrips(this)) {
-  BuildMenu();
-  OnCloseRequest = [this] { Unload(); };
-  OnActivity = [this] { return Activity(); };
+    : SamplingScreen(kind.screen, kind.screen, kind.command), strips_(new LiveStrips(this)), kind_(kind) {
+  mnuSave = AddCheckEntry(mnuData, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });
+  AddSample();
+  AddReturn();
 }
 
-void RecordingScreen::BuildMenu() {
-  auto* menu = AddMenu("mnuData", "&Data");
-  mnuSave = AddCheckEntry(menu, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });
-  mnuSample = AddCheckEntry(
-      menu, "mnuSample", "&Sample",
-      [this] {
-        chain_.Toggle(
-            *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
-      },
-      shared::SampleKey);
-  AddSeparator(menu, "mnuSep");
-  AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
-}
-
-void RecordingScreen::PrepareRun() {
+void RecordingScreen::Starting() {
   mnuSave->setEnabled(false);
   if (mnuSave->isChecked()) {
     SaveToOwnFile();
   } else if (AnotherSaves()) {
     Shared.LiveSample.SavingToFile = false;
   }
+  saved_ = Shared.LiveSample.SavingToFile ? SamplesIn(Shared.DataFileName) : 0;
+  writing_ = true;
   auto& clock = Shared.SampleClock;
   clock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
   clock.CounterStart = clock.CounterNow;
-  saved_ = 0;
   strips_->Clear();
-  Starting();
+}
+
+void RecordingScreen::Stopped() {
+  mnuSave->setEnabled(true);
+  strips_->End();
 }
 
 platform::Activity RecordingScreen::Activity() {
-  auto activity = chain_.Activity();
+  auto activity = SamplingScreen::Activity();
   if (!Shared.LiveSample.SavingToFile) return activity;
-  if (!activity.details.empty()) activity.details += ", ";
-  activity.details += "saving to " + std::filesystem::path(Shared.DataFileName).filename().string() + ", " +
-                      values::CountText(saved_) + " samples";
+  const auto file = std::filesystem::path(Shared.DataFileName).filename().string();
+  const auto samples = link::SamplesText(saved_);
+  const bool saving = writing_ && activity.phase == "Sampling";
+  const auto words =
+      saving ? "saving to " + file + ", " + samples : samples + (saved_ == 1 ? " is in " : " are in ") + file;
+  const auto joint = saving ? ", " : "; ";
+  if (activity.details.empty()) {
+    activity.joint = joint;
+  } else {
+    activity.details += joint;
+  }
+  activity.details += words;
   return activity;
-}
-
-void RecordingScreen::FinishRun() {
-  mnuSave->setEnabled(true);
-  Stopped();
 }
 
 void RecordingScreen::Take(const link::Bytes& reply) {
@@ -91,26 +89,23 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   Shared.LiveSample.SampleTime = values::NumberText(values::ElapsedSeconds(Shared.SampleClock));
   Decode(reply);
   if (!Shared.LiveSample.SavingToFile) return;
-  if (kind_.write(Shared.LiveSample.SampleTime)) {
-    ++saved_;
-  } else {
-    chain_.Rest();
-  }
+  writing_ = kind_.write(Shared.LiveSample.SampleTime);
+  saved_ += writing_;
+  if (!writing_) DelayNextRequest();
 }
 
 // True if another open recording screen has chosen the data file: this one must not write to it.
 bool RecordingScreen::AnotherSaves() const {
   return std::ranges::any_of(QApplication::allWidgets(), [this](const QWidget* widget) {
-    const auto* other = qobject_cast<const RecordingScreen*>(widget);
+    const auto* other = dynamic_cast<const RecordingScreen*>(widget);
     return other != nullptr && other != this && other->mnuSave->isChecked();
   });
 }
 
-void RecordingScreen::GiveUp(const std::string& path, const platform::Form& toScreen) {
+void RecordingScreen::EndSavingOfOthers(const std::string& path, const platform::Form& but) {
   for (auto* widget : QApplication::allWidgets()) {
-    auto* screen = qobject_cast<RecordingScreen*>(widget);
-    if (screen == nullptr || screen == &toScreen || !IsSameFile(screen->CommonDialog1.FileName, path))
-      continue;
+    auto* screen = dynamic_cast<RecordingScreen*>(widget);
+    if (screen == nullptr || screen == &but || !IsSameFile(screen->CommonDialog1.FileName, path)) continue;
     screen->CommonDialog1.FileName.clear();
     screen->mnuSave->setChecked(false);
   }
@@ -134,7 +129,7 @@ void RecordingScreen::mnuSave_Click() {
     const std::string failure = shared::WriteDataFileHeader(CommonDialog1, kind_.file);
     if (!failure.empty()) CommonDialog1.FileName.clear();
     if (!CommonDialog1.FileName.empty()) {
-      GiveUp(CommonDialog1.FileName, *this);
+      EndSavingOfOthers(CommonDialog1.FileName, *this);
       return SaveToOwnFile();
     }
     mnuSave->setChecked(false);

@@ -1,14 +1,12 @@
-// What Accelerometers and Angles share: a chain that shows samples, and a data file to save them to.
+// What Accelerometers and Angles share: strips of the samples, and a data file to save them to.
 #pragma once
 
 #include <string>
 
 #include "files/DataFile.h"
-#include "link/SamplingChain.h"
+#include "link/SamplingScreen.h"
 #include "live/LiveStrips.h"
 #include "platform/controls/CommonDialog.h"
-#include "platform/controls/Form.h"
-#include "platform/controls/MSComm.h"
 
 namespace bexlow::live {
 
@@ -20,47 +18,34 @@ struct RecordingKind {
   bool (*write)(const std::string& time);  ///< appends the sample to the data file
 };
 
-class RecordingScreen : public platform::Form {
-  Q_OBJECT
-
+class RecordingScreen : public link::SamplingScreen {
  public:
-  /// A screen has begun a data file at this path: no other one that has recorded there saves to it any more.
-  static void GiveUp(const std::string& path, const platform::Form& toScreen);
+  /// A data file was begun at this path: no screen but this one goes on saving to it.
+  static void EndSavingOfOthers(const std::string& path, const platform::Form& but);
 
  protected:
   explicit RecordingScreen(const RecordingKind& kind);
 
   /// Decodes a sample into the live sample. An exception ends the chain.
   virtual void Decode(const link::Bytes& reply) = 0;
-  /// Shows the sample that was decoded last.
-  virtual void Show() = 0;
-  /// Sampling is about to start; the port is not open yet.
-  virtual void Starting() {}
-  /// Sampling has stopped: clears what showed samples.
-  virtual void Stopped() = 0;
+  void Show() override { strips_->Show(); }
+  void Starting() override;
+  void Stopped() override;
 
-  link::SamplingChain& Chain() { return chain_; }
-  platform::MSComm& SerialControl() { return MSComm1; }
-  LiveStrips& Strips() { return *strips_; }
+  LiveStrips* strips_;
 
  private:
-  void BuildMenu();
   void mnuSave_Click();
-  void PrepareRun();
-  void FinishRun();
   bool AnotherSaves() const;
   void SaveToOwnFile();
-  void Take(const link::Bytes& reply);
-  platform::Activity Activity();
+  void Take(const link::Bytes& reply) override;
+  platform::Activity Activity() override;
 
   const RecordingKind& kind_;
-  platform::MSComm MSComm1;
   platform::CommonDialog CommonDialog1;
-  link::SamplingChain chain_;
-  LiveStrips* strips_;
-  std::int64_t saved_ = 0;  ///< samples of this run
+  std::int64_t saved_ = 0;  ///< samples in the data file
+  bool writing_ = true;     ///< the last sample could be written
   QAction* mnuSave = nullptr;
-  QAction* mnuSample = nullptr;
 };
 
 }  // namespace bexlow::live

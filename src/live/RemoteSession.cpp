@@ -1,36 +1,57 @@
 #include "live/RemoteSession.h"
 
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
 
+#include <array>
 #include <exception>
+#include <functional>
+#include <optional>
 #include <system_error>
+#include <utility>
 
+#include "link/SamplingScreen.h"
 #include "live/AngleRows.h"
 #include "live/Datagram.h"
 #include "live/IP.h"
 #include "live/LiveStrips.h"
-#include "live/SessionRoles.h"
+#include "live/Readings.h"
 #include "live/SessionTexts.h"
+#include "platform/controls/Controls.h"
+#include "platform/controls/Winsock.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/HostName.h"
 #include "platform/machine/Machine.h"
-#include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
-#include "values/NumberText.h"
+#include "values/Conversions.h"
 
 namespace bexlow::live {
 
-using shared::Guarded;
+using namespace platform;
 using shared::Shared;
 
 namespace {
+
+/// Each role sends to the port that the other binds.
+struct SessionRole {
+  const char *name, *caption;  ///< of the option
+  bool sends;
+  const char* port;  ///< of the peer
+  const char* bind;  ///< of this computer
+};
+
+constexpr SessionRole SessionRoles[] = {
+    {"optSession1", "I will send the data", true, "1002", "1001"},
+    {"optSession2", "I will receive the data", false, "1001", "1002"},
+};
 
 // The peer at first: by name this computer, by address a usual one of a private network.
 constexpr auto DefaultPeerName = "localhost";
@@ -42,185 +63,343 @@ std::string TrimmedText(const QLineEdit& box) {
 
 /// The port in a box, 0 where there is none.
 std::int32_t PortIn(const QLineEdit& box) {
-  const double port = values::RoundHalfEven(values::LeadingNumber(box.text().toStdString()));
-  return port >= 1 && port <= platform::LastUdpPort ? values::ToInt32(port) : 0;
+  const double port = values::RoundHalfEven(shared::NumberIn(box));
+  return port >= 1 && port <= LastUdpPort ? values::ToInt32(port) : 0;
 }
+
+class RemoteSession : public link::SamplingScreen {
+ public:
+  RemoteSession()
+      : SamplingScreen("RemoteSession", "Remote Session", link::CommandName::SampleAngles),
+        udpPeerA(*this, "udpPeerA") {
+    AddSample();
+    AddReturn();
+    auto* columns = new QHBoxLayout(this);
+    columns->setContentsMargins(12, 12, 12, 12);
+    columns->setSpacing(12);
+    columns->addLayout(MakeSettings());
+    columns->addLayout(MakeTextsAndDials(), 1);
+    connect(txtSend, &QPlainTextEdit::textChanged, this, [this] { txtSend_Change(); });
+    udpPeerA.DataArrival = [this] { udpPeerA_DataArrival(); };
+    udpPeerA.PeerLookedUp = [this] { ShowSocket(); };
+    OnListening = [this] { return Listening(); };
+    StartWith([this] { Form_Load(); });
+  }
+
+ private:
+  /// The controls of one axis.
+  struct Axis {
+    const AngleRow& row;
+    QLineEdit* text = nullptr;
+    CWKnob* dial = nullptr;
+  };
+  struct Choice {
+    const char *name, *caption;
+  };
+
+  QVBoxLayout* MakeSettings() {
+    auto* column = new QVBoxLayout;
+    column->addWidget(MakeSession());
+    auto* switches = new QHBoxLayout;
+    fraSend = MakeSwitch("fraSend", "Select Send", {"optSend", "Send"}, {"optNoSend", "No Send"}, optSend);
+    fraDial =
+        MakeSwitch("fraDial", "Display Receive Data", {"optDialYes", "Yes"}, {"optDialNo", "No"}, optDialYes);
+    switches->addWidget(fraSend);
+    switches->addWidget(fraDial);
+    column->addLayout(switches);
+    column->addWidget(MakeParameters());
+    column->addStretch();
+    return column;
+  }
+
+  QGroupBox* MakeSession() {
+    fraSession = MakeFrame("fraSession", "Select Session", this);
+    auto* column = new QVBoxLayout(fraSession);
+    for (const auto& role : SessionRoles)
+      column->addWidget(
+          MakeOption(role.name, role.caption, fraSession, role.sends, [this, &role] { ApplyRole(role); }));
+    return fraSession;
+  }
+
+  // Two options, the second of them marked. They are read at each sample or datagram and need no handlers.
+  QGroupBox* MakeSwitch(const char* name, const char* caption, const Choice& on, const Choice& off,
+                        QRadioButton*& isOn) {
+    auto* frame = MakeFrame(name, caption, this);
+    auto* column = new QVBoxLayout(frame);
+    column->addWidget(isOn = MakeOption(on.name, on.caption, frame, false));
+    column->addWidget(MakeOption(off.name, off.caption, frame, true));
+    return frame;
+  }
+
+  QGroupBox* MakeParameters() {
+    auto* frame = MakeFrame("fraParameters", "Set Session Parameters", this);
+    auto* grid = new QGridLayout(frame);
+    grid->setColumnStretch(1, 1);
+    txtWhoAmI = MakeReadOnlyBox("txtWhoAmI", "Who am I?", frame);
+    AddRow(*grid, "Who am I?", txtWhoAmI);
+    auto* own = AddNumbers(txtLH, "txtLH", "Local Host", true, frame);
+    AddRow(*grid, "Local Host", own, txtLH[0]);
+    AddPeer(*grid);
+    txtPort = MakeTextBox("txtPort", "Remote Port", frame);
+    AddRow(*grid, "Remote Port", txtPort);
+    txtBind = MakeTextBox("txtBind", "Bind", frame);
+    AddRow(*grid, "Bind", txtBind);
+    auto* cmdReset = MakeButton("cmdReset", "Reset", [this] { cmdReset_Click(); });
+    grid->addWidget(cmdReset, grid->rowCount(), SpanOfBox, Qt::AlignRight);
+    lblSocket = MakeLabel("lblSocket", "", frame);
+    lblSocket->setWordWrap(true);
+    lblSocket->setMinimumHeight(4 * lblSocket->fontMetrics().lineSpacing());  // a long name takes 3 lines
+    lblSocket->setAlignment(Qt::AlignTop | Qt::AlignLeft);
+    grid->addWidget(lblSocket, grid->rowCount(), 0, 1, SpanOfBox + 1);
+    return frame;
+  }
+
+  void AddPeer(QGridLayout& grid) {
+    auto* frame = grid.parentWidget();
+    optRemoteHost1 = MakeOption("optRemoteHost1", "Remote Host", frame, false);
+    auto* optRemoteHost2 = MakeOption("optRemoteHost2", "by name", frame, true);
+    int row = grid.rowCount();
+    grid.addWidget(optRemoteHost1, row, 0);
+    grid.addLayout(AddNumbers(txtRH, "txtRH", "Remote Host", false, frame), row, 1, 1, SpanOfBox);
+    txtRH5 = MakeTextBox("txtRH5", "Remote Host 5", frame);
+    grid.addWidget(optRemoteHost2, ++row, 0);
+    grid.addWidget(txtRH5, row, 1, 1, SpanOfBox);
+  }
+
+  QVBoxLayout* MakeTextsAndDials() {
+    auto* texts = new QHBoxLayout;
+    txtSend = AddText(*texts, "txtSend", "Send", "cmdClearSend", [this] { SetSendText(""); });
+    txtReceive = AddText(*texts, "txtReceive", "Receive", "cmdClearReceive", [this] { txtReceive->clear(); });
+    txtReceive->setReadOnly(true);
+    auto* dials = new QHBoxLayout;
+    for (auto& axis : axes_) dials->addWidget(MakeAxis(axis));
+    AddAngleStrips(*strips_);
+    auto* column = new QVBoxLayout;
+    column->addLayout(texts, 1);
+    column->addLayout(dials, 3);
+    column->addWidget(strips_, 2);
+    return column;
+  }
+
+  QPlainTextEdit* AddText(QHBoxLayout& texts, const char* name, const char* caption, const char* clear,
+                          std::function<void()> click) {
+    auto* part = new QWidget(this);
+    auto* box = new QPlainTextEdit(part);
+    box->setObjectName(name);
+    box->setAccessibleName(caption);
+    box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    box->setTabChangesFocus(true);
+    box->setUndoRedoEnabled(false);
+    box->setMinimumHeight(3 * box->fontMetrics().lineSpacing());
+    auto* button = MakeButton(clear, "Clear", std::move(click));
+    button->setAccessibleDescription(QString("Clears ") + caption);
+    auto* grid = new QGridLayout(part);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->addWidget(MakeLabel("", caption, part, box), 0, 0);
+    grid->addWidget(box, 1, 0, 1, 2);
+    grid->addWidget(button, 2, 1);
+    grid->setColumnStretch(0, 1);
+    texts.addWidget(part);
+    return box;
+  }
+
+  QGroupBox* MakeAxis(Axis& axis) {
+    auto* frame = MakeFrame(axis.row.frame, axis.row.caption, this);
+    auto* boxes = new QGridLayout;
+    axis.text = AddReading(*boxes, {axis.row.angle, axis.row.caption, "degrees"}, frame);
+    axis.text->setReadOnly(false);  // what is typed there moves the dial
+    axis.text->setPalette({});
+    boxes->setColumnStretch(3, 1);
+    auto* dial = axis.dial = MakeDial(axis.row, frame);
+    connect(axis.text, &QLineEdit::textChanged, dial, [=] { dial->Value(shared::NumberIn(*axis.text)); });
+    for (QWidget* widget : {static_cast<QWidget*>(axis.text), static_cast<QWidget*>(dial)})
+      strips_->DimAlong(widget);
+    auto* column = new QVBoxLayout(frame);
+    column->addLayout(boxes);
+    column->addWidget(dial, 1);
+    return frame;
+  }
+
+  void Form_Load() {
+    shared::Guarded(*this, "Form_Load", [this] {
+      txtWhoAmI->setText(QString::fromStdString(HostName()));
+      ShowPorts(SessionRoles[0]);
+      txtRH5->setText(DefaultPeerName);
+      for (std::size_t i = 0; i < txtRH.size(); ++i) txtRH[i]->setText(DefaultPeerNumbers[i]);
+      udpPeerA.RemoteHost(DefaultPeerName);
+      udpPeerA.RemotePort(PortIn(*txtPort));
+      BindLocalPort();
+      fraDial->setEnabled(false);
+      const auto numbers = GetIP(*this);
+      if (!numbers) return;
+      for (std::size_t i = 0; i < txtLH.size(); ++i) txtLH[i]->setText(QString::fromStdString((*numbers)[i]));
+    });
+  }
+
+  // The socket keeps its old ports until Reset.
+  void ApplyRole(const SessionRole& role) {
+    mnuSample->setEnabled(role.sends);
+    fraSend->setEnabled(role.sends);
+    fraDial->setEnabled(!role.sends);
+    strips_->Clear();
+    received_.reset();
+    ShowPorts(role);
+  }
+
+  void ShowPorts(const SessionRole& role) {
+    txtPort->setText(role.port);
+    txtBind->setText(role.bind);
+  }
+
+  std::string PeerText() const {
+    if (!optRemoteHost1->isChecked()) return TrimmedText(*txtRH5);
+    std::string address;
+    for (const auto* number : txtRH) address += (number == txtRH.front() ? "" : ".") + TrimmedText(*number);
+    return address;
+  }
+
+  void cmdReset_Click() {
+    udpPeerA.Close();
+    udpPeerA.RemoteHost(PeerText());
+    udpPeerA.RemotePort(PortIn(*txtPort));
+    if (udpPeerA.RemotePort() == 0) MsgBox(NoPortText("Remote Port", txtPort->text().toStdString()));
+    BindLocalPort();
+  }
+
+  void BindLocalPort() {
+    const auto port = PortIn(*txtBind);
+    try {
+      udpPeerA.Bind(port);
+    } catch (const std::system_error& error) {
+      ShowSocket();
+      return MsgBox(port == 0 ? NoPortText("Bind", txtBind->text().toStdString())
+                              : NotBoundText(port, error));
+    }
+    ShowSocket();
+  }
+
+  void ShowSocket() { lblSocket->setText(QString::fromStdString(SocketText(udpPeerA))); }
+
+  void Starting() override {
+    fraSession->setEnabled(false);
+    strips_->Clear();
+  }
+
+  // Nothing tells the peer that the samples have ended.
+  void Stopped() override {
+    strips_->End();
+    fraSession->setEnabled(true);
+    for (const auto& axis : axes_) axis.text->clear();
+  }
+
+  // Each sample is a datagram; boxes, dials and strips follow once a frame.
+  void Take(const link::Bytes& reply) override {
+    const auto words = link::AngleWords(reply);
+    if (!words) return;
+    auto& sample = Shared.LiveSample;
+    for (const auto& row : AngleRows) DecodeAngle(row, *words, sample);
+    strips_->Add(0, sample.AngleX);
+    strips_->Add(1, sample.AngleY);
+    if (!optSend->isChecked()) return;
+    OutgoingText = QString::fromStdString(Datagram(sample.AngleX, sample.AngleY));
+    sendTextDue_ = true;
+    Transmit(OutgoingText);
+  }
+
+  void Show() override {
+    for (const auto& axis : axes_) axis.text->setText(shared::Shown(Shared.LiveSample.*axis.row.angleField));
+    strips_->Show();
+    if (std::exchange(sendTextDue_, false)) ShowSendText(OutgoingText);
+  }
+
+  void ShowSendText(const QString& text) {
+    const QSignalBlocker quiet(txtSend);
+    txtSend->setPlainText(text);
+    sentText_ = text;
+  }
+
+  /// Puts a text into txtSend and sends it, even if it was there already.
+  void SetSendText(const QString& text) {
+    ShowSendText(text);
+    Transmit(text);
+  }
+
+  // The box also emits textChanged when its text is the same.
+  void txtSend_Change() {
+    const QString text = txtSend->toPlainText();
+    if (text == std::exchange(sentText_, text)) return;
+    Transmit(text);
+  }
+
+  // If sending fails, this datagram is lost and sampling goes on.
+  void Transmit(const QString& text) {
+    try {
+      udpPeerA.SendData(DatagramBytes(text));
+    } catch (const std::exception&) {}
+  }
+
+  // Datagrams from any sender are shown; what is not a pair of angles is ignored.
+  void udpPeerA_DataArrival() {
+    const std::string& datagram = udpPeerA.GetData();
+    txtReceive->setPlainText(ReceivedText(datagram));
+    if (!received_) received_.emplace().Begin();
+    received_->Count();
+    if (optDialYes->isChecked()) ShowReceivedAngles(datagram);
+  }
+
+  void ShowReceivedAngles(const std::string& datagram) {
+    const auto body = DatagramBody(datagram);
+    if (!body) return;
+    const auto angles = AnglesOfBody(*body);
+    ReceivedX = angles.x.value_or(ReceivedX);
+    ReceivedY = angles.y.value_or(ReceivedY);
+    ShowReceived(0, ReceivedX);
+    ShowReceived(1, ReceivedY);
+    strips_->Show();
+  }
+
+  // The box tells whole degrees; dial and strip what was sent.
+  void ShowReceived(std::size_t i, const ReceivedAngle& angle) {
+    auto* dial = axes_[i].dial;
+    axes_[i].text->setText(shared::Shown(angle.whole));
+    dial->Value(angle.whole, shared::Shown(angle.sent) + dial->Unit());
+    strips_->Add(i, angle.sent);
+  }
+
+  platform::Activity Listening() {
+    if (mnuSample->isEnabled()) return {};  // the role is to send
+    if (!received_) return {"Nothing received yet", ""};
+    const auto silent = received_->SilentSeconds();
+    if (silent >= link::SilentAfterSeconds)
+      return {"Nothing received", "for " + values::DurationText(static_cast<double>(silent)), " "};
+    const auto rate = received_->PerSecond();
+    return {"Receiving", rate > 0 ? values::CountText(rate) + " a second" : "", " "};
+  }
+
+  Winsock udpPeerA;
+
+  QString OutgoingText;
+  bool sendTextDue_ = false;  ///< OutgoingText is not in txtSend yet
+  QString sentText_;          ///< what txtSend held when it changed last
+  ReceivedAngle ReceivedX, ReceivedY;
+  std::optional<link::Pace> received_;  ///< of datagrams, since the role was chosen
+
+  QGroupBox *fraSession = nullptr, *fraSend = nullptr, *fraDial = nullptr;
+  QRadioButton *optSend = nullptr, *optDialYes = nullptr, *optRemoteHost1 = nullptr;
+  QLineEdit* txtWhoAmI = nullptr;
+  std::array<QLineEdit*, 4> txtLH{};  ///< txtLH1 to txtLH4
+  std::array<QLineEdit*, 4> txtRH{};  ///< txtRH1 to txtRH4
+  QLineEdit *txtRH5 = nullptr, *txtPort = nullptr, *txtBind = nullptr;
+  QLabel* lblSocket = nullptr;
+  QPlainTextEdit *txtSend = nullptr, *txtReceive = nullptr;
+  std::array<Axis, 2> axes_{Axis{AngleRows[0]}, Axis{AngleRows[1]}};
+  LiveStrips* strips_ = new LiveStrips(this);
+};
 
 }  // namespace
 
-RemoteSession::RemoteSession()
-    : Form("RemoteSession", "Remote Session"),
-      MSComm1(*this, "MSComm1"),
-      udpPeerA(*this, "udpPeerA"),
-      chain_(*this, MSComm1, link::CommandName::SampleAngles,
-             [this](const link::Bytes& reply) { Take(reply); }) {
-  BuildMenu();
-  BuildBody();
-  LinkTexts();
-  udpPeerA.DataArrival = [this] { udpPeerA_DataArrival(); };
-  udpPeerA.PeerLookedUp = [this] { ShowSocket(); };
-  OnCloseRequest = [this] { Unload(); };
-  OnActivity = [this] { return chain_.Activity(); };
-  StartWith([this] { Form_Load(); });
-}
-
-void RemoteSession::BuildMenu() {
-  auto* menu = AddMenu("mnuData", "&Data");
-  mnuSample = AddCheckEntry(
-      menu, "mnuSample", "&Sample",
-      [this] {
-        chain_.Toggle(
-            *mnuSample, [this] { PrepareRun(); }, [this] { FinishRun(); });
-      },
-      shared::SampleKey);
-  AddSeparator(menu, "mnuSep");
-  AddEntry(menu, "mnuReturn", "&Return", [this] { Unload(); });
-}
-
-void RemoteSession::LinkTexts() {
-  connect(txtSend, &QPlainTextEdit::textChanged, this, [this] { txtSend_Change(); });
-  for (const auto& axis : axes_) {
-    auto* dial = axis.dial;
-    connect(axis.text, &QLineEdit::textChanged, dial,
-            [dial](const QString& text) { dial->Value(values::LeadingNumber(text.toStdString())); });
-  }
-}
-
-void RemoteSession::Form_Load() {
-  Guarded(*this, "Form_Load", [this] {
-    txtWhoAmI->setText(QString::fromStdString(platform::HostName()));
-    ShowPorts(SessionRoles[0]);
-    txtRH5->setText(DefaultPeerName);
-    for (std::size_t i = 0; i < txtRH.size(); ++i) txtRH[i]->setText(DefaultPeerNumbers[i]);
-    udpPeerA.RemoteHost(DefaultPeerName);
-    udpPeerA.RemotePort(PortIn(*txtPort));
-    BindLocalPort();
-    fraDial->setEnabled(false);
-    const auto numbers = GetIP(*this);
-    if (!numbers) return;
-    for (std::size_t i = 0; i < txtLH.size(); ++i) txtLH[i]->setText(QString::fromStdString((*numbers)[i]));
-  });
-}
-
-bool RemoteSession::SendToPeer() const {
-  return optSend->isChecked();
-}
-
-bool RemoteSession::ShowOnDials() const {
-  return optDialYes->isChecked();
-}
-
-// The socket keeps its old ports until Reset.
-void RemoteSession::ApplyRole(const SessionRole& role) {
-  mnuSample->setEnabled(role.sends);
-  fraSend->setEnabled(role.sends);
-  fraDial->setEnabled(!role.sends);
-  strips_->Clear();
-  ShowPorts(role);
-}
-
-void RemoteSession::ShowPorts(const SessionRole& role) {
-  txtPort->setText(role.port);
-  txtBind->setText(role.bind);
-}
-
-std::string RemoteSession::PeerText() const {
-  if (!optRemoteHost1->isChecked()) return TrimmedText(*txtRH5);
-  std::string address;
-  for (const auto* number : txtRH) address += (number == txtRH.front() ? "" : ".") + TrimmedText(*number);
-  return address;
-}
-
-void RemoteSession::cmdReset_Click() {
-  udpPeerA.Close();
-  udpPeerA.RemoteHost(PeerText());
-  udpPeerA.RemotePort(PortIn(*txtPort));
-  if (udpPeerA.RemotePort() == 0) platform::MsgBox(NoPortText("Remote Port", txtPort->text().toStdString()));
-  BindLocalPort();
-}
-
-void RemoteSession::BindLocalPort() {
-  const auto port = PortIn(*txtBind);
-  try {
-    udpPeerA.Bind(port);
-  } catch (const std::system_error& error) {
-    ShowSocket();
-    return platform::MsgBox(port == 0 ? NoPortText("Bind", txtBind->text().toStdString())
-                                      : NotBoundText(port, error));
-  }
-  ShowSocket();
-}
-
-void RemoteSession::ShowSocket() {
-  lblSocket->setText(QString::fromStdString(SocketText(udpPeerA)));
-}
-
-void RemoteSession::PrepareRun() {
-  fraSession->setEnabled(false);
-  strips_->Clear();
-}
-
-// Nothing tells the peer that the samples have ended.
-void RemoteSession::FinishRun() {
-  fraSession->setEnabled(true);
-  for (const auto& axis : axes_) axis.text->clear();
-}
-
-void RemoteSession::Take(const link::Bytes& reply) {
-  const auto words = link::AngleWords(reply);
-  if (!words) return;
-  auto& sample = Shared.LiveSample;
-  for (const auto& row : AngleRows) DecodeAngle(row, *words, sample);
-  ShowOnAxes(sample.AngleX, sample.AngleY);
-  if (!SendToPeer()) return;
-  OutgoingText = Datagram(sample.AngleX, sample.AngleY);
-  SetSendText(OutgoingText);
-}
-
-void RemoteSession::SetSendText(const std::string& text) {
-  {
-    const QSignalBlocker quiet(txtSend);
-    txtSend->setPlainText(QString::fromStdString(text));
-  }
-  SendText(txtSend->toPlainText());
-}
-
-// The box also emits textChanged when its text is the same.
-void RemoteSession::txtSend_Change() {
-  const QString text = txtSend->toPlainText();
-  if (text != sentText_) SendText(text);
-}
-
-// If sending fails, this datagram is lost and sampling goes on.
-void RemoteSession::SendText(const QString& text) {
-  sentText_ = text;
-  try {
-    udpPeerA.SendData(DatagramBytes(text));
-  } catch (const std::exception&) {}
-}
-
-// Datagrams from any sender are shown; what is not a pair of angles is ignored.
-void RemoteSession::udpPeerA_DataArrival() {
-  const std::string& datagram = udpPeerA.GetData();
-  txtReceive->setPlainText(ReceivedText(datagram));
-  if (ShowOnDials()) ShowReceivedAngles(datagram);
-}
-
-void RemoteSession::ShowReceivedAngles(const std::string& datagram) {
-  const auto body = DatagramBody(datagram);
-  if (!body) return;
-  const auto [x, y] = AnglesOfBody(*body);
-  ReceivedX = x.value_or(ReceivedX);
-  ReceivedY = y.value_or(ReceivedY);
-  ShowOnAxes(ReceivedX, ReceivedY);
-}
-
-void RemoteSession::ShowOnAxes(double x, double y) {
-  axes_[0].text->setText(shared::Shown(x));
-  axes_[1].text->setText(shared::Shown(y));
-  strips_->Add(0, x);
-  strips_->Add(1, y);
-  strips_->Show();
+Form* MakeRemoteSession() {
+  return new RemoteSession;
 }
 
 }  // namespace bexlow::live

@@ -45,7 +45,7 @@ void AcceptCopy(QDropEvent& event) {
 // Asks before an exchange with the logger ends: it may have run for an hour.
 bool MayEnd(const Form* engaged, const char* question) {
   if (engaged == nullptr) return true;
-  const auto activity = engaged->ActivityText();
+  const auto activity = engaged->Doing().Text();
   return platform::AskToConfirm("The screen \"" + engaged->windowTitle().toStdString() +
                                 "\" is using the logger.\r\n" + (activity.empty() ? "" : activity + ".\r\n") +
                                 question);

@@ -87,11 +87,10 @@ void Main::BuildToolsMenu() {
 
 void Main::BuildDisplayMenu() {
   mnuDisplay = AddMenu("mnuDisplay", "&Display");
-  mnuAcc =
-      AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers", Make<live::Accelerometers>);
-  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", Make<live::Angles>);
+  mnuAcc = AddPortScreen(mnuDisplay, "mnuAcc", "A&ccelerometers", "Accelerometers", live::MakeAccelerometers);
+  mnuAngles = AddPortScreen(mnuDisplay, "mnuAngles", "&Angles", "Angles", live::MakeAngles);
   mnuRemote =
-      AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession", Make<live::RemoteSession>);
+      AddPortScreen(mnuDisplay, "mnuRemote", "&Remote Session", "RemoteSession", live::MakeRemoteSession);
   mnuRemote->setVisible(false);
 }
 

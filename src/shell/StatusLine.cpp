@@ -63,9 +63,10 @@ void StatusLine::Connection(const std::string& text) {
 // that has an accessible name. What both texts need beyond the free width is taken from the longer one.
 void StatusLine::Refresh() {
   const auto* engaged = platform::Form::OtherEngaged();
-  const auto activity = engaged == nullptr ? "" : engaged->ActivityText();
-  const auto phase = activity.substr(0, activity.find(','));
-  if (phase != phase_) lblActivity->setAccessibleName(QString::fromStdString(phase_ = phase));
+  const auto* told = engaged != nullptr ? engaged : platform::Form::Active();
+  const auto current = told == nullptr ? platform::Activity{} : told->Doing();
+  const auto activity = current.Text();
+  if (current.phase != phase_) lblActivity->setAccessibleName(QString::fromStdString(phase_ = current.phase));
   const auto& failure = shared::Shared.LastFailure;
   const int free = bar_.width() - lblConnection->width() - Margins;
   const int forFailure =

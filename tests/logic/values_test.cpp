@@ -66,24 +66,67 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
 
 TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
   Strip strip;
-  const auto at = [&](double secondsAgo, std::size_t which) {
+  const auto least = [&](double secondsAgo) {
     const auto part = Strip::Parts - 1 - static_cast<std::size_t>(secondsAgo * Strip::PartsASecond);
-    return strip.Values()[2 * part + which];
+    return strip.Points()[Strip::PointsAPart * part + 1];
   };
-  EXPECT_TRUE(std::isnan(at(0, 0)));
+  EXPECT_TRUE(std::isnan(least(0)));
   for (const double value : {3.0, -170.0, 5.0, 90.0, 4.0}) strip.Add(0.01, value);
-  EXPECT_EQ(at(0, 0), -170);
-  EXPECT_EQ(at(0, 1), 90);
+  EXPECT_EQ(least(0), -170);
+  EXPECT_EQ(strip.Points().back(), 90);
   strip.Add(10.01, 1);
-  EXPECT_EQ(at(0, 1), 1);
-  EXPECT_EQ(at(10, 0), -170) << "older samples have moved";
-  EXPECT_TRUE(std::isnan(at(5, 0))) << "a gap without a sample";
+  EXPECT_EQ(least(0), 1);
+  EXPECT_EQ(least(10), -170) << "older samples have moved";
+  EXPECT_TRUE(std::isnan(least(5))) << "a gap without a sample";
   strip.Add(39.99, 2);
-  EXPECT_EQ(at(29.95, 0), 1) << "the oldest part";
+  EXPECT_EQ(least(29.95), 1) << "the oldest part";
   strip.Add(1000, 7);
-  EXPECT_EQ(std::ranges::count_if(strip.Values(), [](double v) { return !std::isnan(v); }), 2);
+  EXPECT_EQ(std::ranges::count_if(strip.Points(), [](double v) { return !std::isnan(v); }), 6);
   strip.Clear();
-  EXPECT_TRUE(std::isnan(at(0, 0)));
+  EXPECT_TRUE(std::isnan(least(0)));
+}
+
+// The lines that are drawn: pairs of neighbouring points, none of them NaN.
+TEST(Strip, DrawsALineThroughSlowSamplesAndNoneAcrossTheEndOfTheScale) {
+  using Samples = std::vector<std::pair<double, double>>;  // seconds, degrees
+  struct Row {
+    const char* what;
+    Samples samples;
+    double tallest;  // of the lines
+    int breaks;      // between the first and the last point
+    double least, greatest;
+  };
+  for (const auto& [what, samples, tallest, breaks, least, greatest] :
+       {Row{"one a second", {{0, 0}, {1, 20}, {2, 60}}, 2, 0, 0, 60},
+        Row{"silence of 3 s", {{0, 0}, {3, 20}}, 0, 1, 0, 20},
+        Row{"a crossing between two parts",
+            {{0, 170}, {0.06, 179}, {0.11, -179}, {0.16, -170}},
+            9,
+            1,
+            -179,
+            179},
+        Row{"in one part", {{0, 170}, {0.06, 179}, {0.07, -179}, {0.11, -170}}, 0, 3, -179, 179},
+        Row{"to and fro", {{0, 179}, {0.06, 178}, {0.07, -178}, {0.08, 177}, {0.11, 176}}, 1, 3, -178, 179},
+        Row{"slowly", {{0, 170}, {1, -170}}, 0, 1, -170, 170},
+        Row{"a wide swing", {{0, -100}, {0.01, 0}, {0.02, 100}, {0.06, 100}}, 200, 0, -100, 100}}) {
+    SCOPED_TRACE(what);
+    Strip strip(180);
+    for (const auto& [seconds, degrees] : samples) strip.Add(seconds, degrees);
+    const auto points = strip.Points();
+    const auto known = [](double value) { return !std::isnan(value); };
+    double height = 0, low = Infinity, high = -Infinity;
+    int gaps = 0;
+    for (auto at = std::ranges::find_if(points, known); at != points.end(); ++at) {
+      if (known(*at) && known(at[-1])) height = std::max(height, std::abs(*at - at[-1]));
+      gaps += !known(*at) && known(at[-1]);
+      low = std::fmin(low, *at);
+      high = std::fmax(high, *at);
+    }
+    EXPECT_NEAR(height, tallest, 1e-9);
+    EXPECT_EQ(gaps, breaks);
+    EXPECT_EQ(low, least);
+    EXPECT_EQ(high, greatest);
+  }
 }
 
 TEST(NumberText, CountsAndTimesForReading) {

@@ -128,6 +128,8 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
     EXPECT_TRUE(
         Contains(Reads(std::string("Write") + Kind().screen + "ToFile"),
                  "\r\nScreen: General\r\nDescription: " + DataFile("").string() + ": Is a directory"));
+    const auto told = platform::Form::Active()->Doing().Text();
+    EXPECT_TRUE(told.starts_with("Sampling") && told.ends_with("; 3 samples are in ")) << told;
   }
   Shared.DataFileName = path.string();
   machine.Pass(1s + Kind().sampleTime * 3);
@@ -178,6 +180,33 @@ TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
   EXPECT_EQ(Text("txtX") + Text("txtY"), "");
   EXPECT_EQ(Dial("dialX"), 0);
   EXPECT_EQ(Text("txtWordX"), "4097") << "the last one";
+}
+
+TEST_F(AnglesStory, WhatIsPastLooksSo) {
+  const auto look = [this] {
+    const auto pale = [](const QWidget& widget) { return widget.graphicsEffect() != nullptr; };
+    EXPECT_EQ(pale(The("fraAngles")), pale(*The("stripX").parentWidget()));
+    return (pale(The("fraAngles")) ? "pale " : "live ") +
+           The<platform::CWKnob>("dialX").ValueText().toStdString();
+  };
+  EXPECT_EQ(look(), "pale ");
+  Sample();
+  machine.Pass(1s);
+  EXPECT_EQ(look(), "live 16.5°");
+  logger.silent = true;
+  machine.Pass(1900ms);
+  EXPECT_EQ(look(), "live 16.5°");
+  machine.Pass(200ms);
+  EXPECT_EQ(look(), "pale ");
+  EXPECT_EQ(Text("txtX"), "16.5");
+  logger.silent = false;
+  Sample();
+  Sample();
+  EXPECT_EQ(look(), "pale ");
+  machine.Pass(ShownTime);
+  EXPECT_EQ(look(), "live 16.5°");
+  Sample();
+  EXPECT_EQ(look(), "pale ");
 }
 
 // The logger's tare at the start is the word F1C7, -20 degrees.

@@ -101,9 +101,9 @@ const Form* Form::OtherEngaged(const Form* form) {
   return nullptr;
 }
 
-std::string Form::ActivityText() const {
-  const auto [phase, details] = OnActivity ? OnActivity() : Activity{};
-  return details.empty() ? phase : phase + ", " + details;
+Activity Form::Doing() const {
+  const auto& tell = Engaged() ? OnActivity : OnListening;
+  return tell ? tell() : Activity{};
 }
 
 void Form::MousePointer(Pointer pointer) {

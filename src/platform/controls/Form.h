@@ -22,8 +22,10 @@ enum class Pointer { Normal, Busy };
 
 /// What a screen is doing with the logger, in words.
 struct Activity {
-  std::string phase;    ///< "Writing": read aloud when it changes
-  std::string details;  ///< "cell 12 of 46, 17 s left": shown behind it and a comma
+  std::string phase;         ///< "Writing": read aloud when it changes
+  std::string details;       ///< "cell 12 of 46, 17 s left": shown behind it
+  std::string joint = ", ";  ///< stands between the two
+  std::string Text() const { return details.empty() ? phase : phase + joint + details; }
 };
 
 class Form : public QWidget {
@@ -54,8 +56,10 @@ class Form : public QWidget {
   static const Form* OtherEngaged(const Form* form = nullptr);
   /// Tells what an engaged screen is doing.
   std::function<Activity()> OnActivity;
-  /// Both its parts; empty where a screen does not tell.
-  std::string ActivityText() const;
+  /// Tells what a screen is doing without the logger, while it is in front.
+  std::function<Activity()> OnListening;
+  /// What one of the two tells; empty where a screen does not tell.
+  Activity Doing() const;
 
   /// Sets the pointer of the whole program; leaving the screen ends its busy pointer.
   void MousePointer(Pointer pointer);

@@ -1,0 +1,183 @@
+#include "link/SamplingScreen.h"
+
+#include <utility>
+
+#include "link/Communications.h"
+#include "platform/controls/FramePace.h"
+#include "platform/machine/Machine.h"
+#include "shared/Chords.h"
+#include "shared/ErrorHandler.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
+
+namespace bexlow::link {
+
+using platform::Machine;
+using shared::Guarded;
+
+namespace {
+
+constexpr int ShownWithinMs = 50;
+constexpr int DelayMs = 1000;
+constexpr double SecondsAByte = 10 / 19200.0;
+constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
+// Below this many byte times the device is not paced (a pseudo-terminal), and the check is off.
+constexpr double PseudoTerminalByteTimes = 1.5;
+constexpr double LeastByteTimes = 1.5;  // the request and the first byte of its reply take 2
+
+}  // namespace
+
+void Pace::Begin() {
+  *this = {};
+  lastAt_ = countedAt_ = Machine::Get().QueryPerformanceCounter();
+}
+
+void Pace::Count() {
+  ++samples_;
+  lastAt_ = Machine::Get().QueryPerformanceCounter();
+}
+
+std::int64_t Pace::PerSecond() {
+  auto& machine = Machine::Get();
+  const auto counts = machine.QueryPerformanceCounter() - countedAt_;
+  const auto frequency = machine.QueryPerformanceFrequency();
+  if (counts < frequency) return perSecond_;
+  const auto samples = static_cast<double>((samples_ - std::exchange(counted_, samples_)) * frequency);
+  countedAt_ += counts;
+  perSecond_ = static_cast<std::int64_t>(values::RoundHalfEven(samples / static_cast<double>(counts)));
+  return perSecond_;
+}
+
+std::int64_t Pace::SilentSeconds() const {
+  auto& machine = Machine::Get();
+  return (machine.QueryPerformanceCounter() - lastAt_) / machine.QueryPerformanceFrequency();
+}
+
+std::string SamplesText(std::int64_t count) {
+  return values::CountText(count) + (count == 1 ? " sample" : " samples");
+}
+
+SamplingScreen::SamplingScreen(const char* name, const QString& caption, CommandName command)
+    : Form(name, caption),
+      MSComm1(*this, "MSComm1"),
+      mnuData(AddMenu("mnuData", "&Data")),
+      threshold_(static_cast<int>(CommandOf(command).reply)),
+      request_(MakeRequest(command)),
+      showing_(*this, "TimerShowing", ShownWithinMs),
+      delaying_(*this, "TimerDelaying", DelayMs) {
+  MSComm1.OnComm = [this] { MSComm1_OnComm(); };
+  showing_.OnTimer = [this] { ShowWhatWasTaken(); };
+  delaying_.OnTimer = [this] { Guarded(*this, "MSComm1_OnComm", [this] { SendRequest(); }); };
+  OnCloseRequest = [this] { Unload(); };
+  OnActivity = [this] { return Activity(); };
+}
+
+void SamplingScreen::AddSample() {
+  mnuSample = AddCheckEntry(
+      mnuData, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shared::SampleKey);
+}
+
+void SamplingScreen::AddReturn() {
+  AddSeparator(mnuData, "mnuSep");
+  AddEntry(mnuData, "mnuReturn", "&Return", [this] { Unload(); });
+}
+
+void SamplingScreen::mnuSample_Click() {
+  Guarded(*this, "mnuSample_Click", [this] {
+    if (mnuSample->isChecked()) {
+      delaying_.Enabled(false);
+      ShowWhatWasTaken();
+      CloseCommPort(MSComm1, *this);
+      mnuSample->setChecked(false);
+      return Stopped();
+    }
+    if (!LoggerIsFree(*this)) return;
+    mnuSample->setChecked(true);
+    Starting();
+    pace_.Begin();
+    MSComm1.RThreshold(threshold_);
+    OpenCommPort(MSComm1, *this);
+    SendRequest();
+  });
+}
+
+bool SamplingScreen::HasStopped() const {
+  if (MSComm1.RThreshold() == 0) return true;
+  return !MSComm1.AskedAt() && MSComm1.InBufferCount() < threshold_ && !delaying_.Enabled();
+}
+
+platform::Activity SamplingScreen::Activity() {
+  if (HasStopped()) return {"Sampling has stopped", ""};
+  const auto silent = pace_.SilentSeconds();
+  if (silent >= SilentAfterSeconds && MSComm1.InBufferCount() < threshold_)
+    return {"No sample",
+            "for " + values::DurationText(static_cast<double>(silent)) + ", check the cable and start again",
+            " "};
+  const auto rate = pace_.PerSecond();
+  return {"Sampling", rate > 0 ? SamplesText(rate) + " a second" : ""};
+}
+
+void SamplingScreen::PauseSampling() {
+  ShowWhatWasTaken();
+  MSComm1.RThreshold(0);
+}
+
+void SamplingScreen::ResumeSampling() {
+  MSComm1.Input();
+  MSComm1.RThreshold(threshold_);
+  SendRequest();
+}
+
+void SamplingScreen::SendRequest() {
+  delaying_.Enabled(false);
+  requestedAt_ = Machine::Get().QueryPerformanceCounter();
+  Send(MSComm1, request_);
+  platform::FramePace::PaintWhileWaiting(*this, [this] { ShowWhatWasTaken(); });
+  if (unshown_) showing_.Enabled(true);
+}
+
+// Updating boxes and dials takes about 50 us, 2 % of a sample's time on the line, so they are updated once
+// a frame.
+void SamplingScreen::ShowWhatWasTaken() {
+  showing_.Enabled(false);
+  if (std::exchange(unshown_, false)) Show();
+}
+
+// Waiting for the end of every reply would cost a third of the samples. If a reply was too long, its extra
+// bytes start the next one, which is then complete too early, or begins before the logger can have
+// answered. On a line that delivers in bursts the next one has a wrong length.
+bool SamplingScreen::CameTooSoon(std::int64_t firstByteAt) const {
+  auto& machine = Machine::Get();
+  const auto byteTimes = [&](std::int64_t at) {
+    const auto counts = static_cast<double>(at - requestedAt_);
+    return counts / static_cast<double>(machine.QueryPerformanceFrequency()) / SecondsAByte;
+  };
+  const double whole = byteTimes(machine.QueryPerformanceCounter());
+  if (whole < PseudoTerminalByteTimes) return false;
+  return whole < (1 + threshold_) * Tolerance || byteTimes(firstByteAt) < LeastByteTimes;
+}
+
+Bytes SamplingScreen::TakeReply() {
+  const auto expected = static_cast<std::size_t>(threshold_);
+  const auto firstByteAt = MSComm1.FirstByteAt();
+  Bytes reply = MSComm1.Input();
+  if (reply.size() != expected || CameTooSoon(firstByteAt)) EndReply(MSComm1, reply, expected);
+  return reply;
+}
+
+void SamplingScreen::MSComm1_OnComm() {
+  const auto step = [this] {
+    if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
+    const Bytes reply = TakeReply();
+    if (std::ssize(reply) == threshold_) {
+      Take(reply);
+      pace_.Count();
+      unshown_ = true;
+    }
+    if (!std::exchange(delayed_, false)) return SendRequest();
+    delaying_.Enabled(true);
+  };
+  Guarded(*this, "MSComm1_OnComm", step, [this] { ShowWhatWasTaken(); });
+}
+
+}  // namespace bexlow::link
