@@ -48,7 +48,7 @@ std::vector<double> PagesInLog(const fs::path& log) {
 std::vector<double> Download(const fs::path& folder) {
   rig::AnsweredMachine machine(folder, folder / "run.qbx");
   rig::Program program;
-  auto& screen = program.Show<download::DownloadErase>([] {});
+  auto& screen = program.Show(download::MakeDownloadErase([] {}));
   bool completed = false;
   machine.onBox = [&](const std::string& text, platform::Buttons buttons) {
     completed = completed || text == "Download completed!";

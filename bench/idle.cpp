@@ -58,7 +58,7 @@ void WatchScreens(const std::filesystem::path& folder) {
   bench::PrintFigure("Resident memory with a full run in Graph", bench::ResidentMiB(), 57, " MiB",
                      QApplication::platformName().toStdString());
   graph.Unload();
-  program.Show<download::DownloadErase>([] {});
+  program.Show(download::MakeDownloadErase([] {}));
   Watch("Download");
 }
 

@@ -1,24 +1,29 @@
 #include "download/DownloadErase.h"
 
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QVBoxLayout>
 
 #include <algorithm>
 #include <exception>
-#include <filesystem>
-#include <system_error>
+#include <optional>
 #include <utility>
 
+#include "download/Erase.h"
+#include "download/Pace.h"
+#include "download/Retrieval.h"
 #include "download/RunPreview.h"
-#include "files/LinearCsv.h"
 #include "files/PageDecoder.h"
 #include "link/Communications.h"
 #include "live/RecordingScreen.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Controls.h"
+#include "platform/controls/MSComm.h"
+#include "platform/controls/Timer.h"
 #include "platform/machine/Machine.h"
-#include "platform/machine/TextFile.h"
 #include "shared/DataFiles.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
@@ -33,24 +38,121 @@ using platform::Pointer;
 using shared::Guarded;
 using shared::Shared;
 using shared::Shown;
-using values::NumberText;
 
 namespace {
 
 constexpr int LateAfterSeconds = 1;
-constexpr std::int64_t PageUs = 162'000;  // two pauses of 12 ms and 265 bytes at 19200 baud
 
 std::int64_t NowInSeconds() {
   return platform::Machine::Get().Now().seconds;
 }
 
-}  // namespace
+class DownloadErase : public platform::Form {
+ public:
+  explicit DownloadErase(std::function<void()> openGraph);
+
+ private:
+  void BuildMenu();
+  void BuildBody();
+
+  void mnuDownload_Click();
+  void mnuReturn_Click();
+  bool RetrieveAll();
+  bool ChooseFile();
+
+  void StartPages();
+  void RequestPage(std::size_t stepsSent = 0);
+  void MSComm1_OnComm();
+  link::Request BeginNextRequest(const Bytes& reply) const;
+  static bool EndsData(const Bytes& reply);
+  void TakePage(const Bytes& reply, std::size_t stepsSent);
+  void StorePage(std::int32_t number, const Bytes& page);
+  void TimerSampling_Timer();
+
+  void TellPage();
+  void TellTimeLeft();
+  void TellTimeLeft(const std::string& text);
+  platform::Activity Activity() const;
+
+  void FinishDownload();
+  void StopDownload();
+  void BackToIdle();
+
+  std::function<void()> openGraph_;
+  platform::MSComm MSComm1{*this, "MSComm1"};
+  platform::MSComm MSComm3{*this, "MSComm3"};
+  platform::Timer TimerSampling{*this, "TimerSampling", 1000};
+  platform::Timer resting_{*this, "TimerResting", 1000};
+  platform::CommonDialog CommonDialog1;
+  Erase erase_{*this};
+  /// How many bytes of a torn reply waited when the watchdog asked again; nothing if it has not. The new
+  /// reply follows them, so the bytes taken next are never a page, even if on a line that stalls their number
+  /// is that of a page.
+  std::optional<std::size_t> tornBytes_;
+  Pace pace_;
+  std::string page_, timeLeft_;  ///< "page 9", "at most 5 min 12 s": one text for all who tell it
+
+  QAction* mnuDownload = nullptr;
+  QAction* mnuErase = nullptr;
+  QGroupBox* fraPBar = nullptr;
+  QProgressBar* PBar = nullptr;
+  QLineEdit* txtMode = nullptr;
+  QLineEdit* txtChannels = nullptr;
+  QLineEdit* txtTimer = nullptr;
+  QLineEdit* txtBufferLen = nullptr;
+  QLabel* lblWarning = nullptr;
+  RunPreview* preview_ = nullptr;
+};
+
+DownloadErase::DownloadErase(std::function<void()> openGraph)
+    : Form("DownloadErase", "Download"), openGraph_(std::move(openGraph)) {
+  BuildMenu();
+  BuildBody();
+  MSComm1.OnComm = [this] { MSComm1_OnComm(); };
+  TimerSampling.OnTimer = [this] { TimerSampling_Timer(); };
+  resting_.OnTimer = [this] {
+    resting_.Enabled(false);
+    MSComm1.RThreshold(static_cast<int>(link::PageSize));
+  };
+  OnActivity = [this] { return mnuErase->isChecked() ? erase_.Activity() : Activity(); };
+  OnCloseRequest = [this] { mnuReturn_Click(); };
+}
+
+void DownloadErase::BuildMenu() {
+  auto* menu = AddMenu("mnuData", "&Data");
+  mnuDownload = AddCheckEntry(menu, "mnuDownload", "&Download", [this] { mnuDownload_Click(); });
+  mnuErase = AddCheckEntry(menu, "mnuErase", "&Erase", [this] { erase_.mnuErase_Click(); });
+  AddSeparator(menu, "mnuSep");
+  AddEntry(menu, "mnuReturn", "&Return", [this] { mnuReturn_Click(); });
+}
+
+void DownloadErase::BuildBody() {
+  fraPBar = platform::MakeFrame("fraPBar", "Download Progress", this);
+  PBar = platform::MakeProgressBar("PBar", "Download Progress", fraPBar);
+  lblWarning = platform::MakeLabel("lblWarning", "Comm failure: attempting re-sample", fraPBar);
+  lblWarning->setStyleSheet("color: #ffffff; background: #b00020; padding: 2px 6px; font-weight: 600;");
+  lblWarning->hide();
+  auto* progress = new QHBoxLayout(fraPBar);
+  progress->addWidget(PBar, 1);
+  progress->addWidget(lblWarning);
+
+  erase_.Attach(mnuErase, mnuDownload, fraPBar);
+  preview_ = new RunPreview(this);
+  preview_->AddBox(txtMode, "txtMode", "Label4", "Mode");
+  txtMode->setMinimumWidth(fontMetrics().horizontalAdvance("Linear") + 20);
+  preview_->AddBox(txtChannels, "txtChannels", "Label5", "Channels");
+  preview_->AddBox(txtTimer, "txtTimer", "Label3", "Timer Advance");
+  preview_->AddBox(txtBufferLen, "txtBufferLen", "Label1", "Buffer Len");
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(12, 12, 12, 12);
+  column->addWidget(fraPBar);
+  column->addWidget(erase_.Frame());
+  column->addWidget(preview_, 1);
+}
 
 void DownloadErase::mnuDownload_Click() {
-  Guarded(*this, "mnuDownload_Click", [this] {
-    if (mnuDownload->isChecked()) return StopDownload();
-    if (link::LoggerIsFree(*this) && RetrieveAll() && ChooseFile()) StartPages();
-  });
+  if (mnuDownload->isChecked()) return StopDownload();
+  if (link::LoggerIsFree(*this) && RetrieveAll() && ChooseFile()) StartPages();
 }
 
 void DownloadErase::mnuReturn_Click() {
@@ -61,114 +163,64 @@ void DownloadErase::mnuReturn_Click() {
 }
 
 bool DownloadErase::RetrieveAll() {
-  struct Step {
-    bool (DownloadErase::*retrieve)();
-    const char* what;
-  };
-  constexpr Step Steps[] = {{&DownloadErase::RetrieveModeParameters, "MODE"},
-                            {&DownloadErase::RetrieveFirmwareParameters, "FIRMWARE"},
-                            {&DownloadErase::RetrieveHeader1Parameters, "HEADER(1)"},
-                            {&DownloadErase::RetrieveHeader2Parameters, "HEADER(2)"}};
   txtMode->clear();
   txtChannels->clear();
+  preview_->Clear();
   mnuDownload->setEnabled(false);
   mnuErase->setEnabled(false);
   fraPBar->setTitle("Retrieving on-board parameters");
   PBar->setMaximum(4);
   platform::Machine::Get().Repaint();
-  int done = 0;
-  for (const auto& [retrieve, what] : Steps) {
-    if (!(this->*retrieve)()) {
-      shared::TellFailure(std::string("Download ") + what +
-                          " parameters were not retrieved! Download failed!");
-      BackToIdle();
-      return false;
-    }
-    platform::SetProgress(PBar, ++done);
+  const auto& parameters = Shared.OnBoardParameters;
+  const char* failed = RetrieveParameters(MSComm3, *this, [&](int done) {
+    if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
+    if (parameters.BinLinearMode == 1) txtMode->setText("Linear");
+    if (parameters.BinLinearMode == 1) txtChannels->setText(Shown(parameters.LinearChannels));
+    platform::SetProgress(PBar, done);
     platform::Machine::Get().Repaint();
+  });
+  if (failed != nullptr) {
+    shared::TellFailure(std::string("Download ") + failed +
+                        " parameters were not retrieved! Download failed!");
+    BackToIdle();
+    return false;
   }
+  preview_->ShowHeader(Shared.DownloadHeader, parameters.BinLinearMode, parameters.LinearChannels);
   return true;
-}
-
-std::optional<Bytes> DownloadErase::Retrieve(const link::Block& block) {
-  try {
-    const auto reply = link::ReadBlock(MSComm3, *this, block);
-    if (reply.size() == block.reply) return reply;
-  } catch (const std::exception&) {
-    MSComm3.PortOpen(false);
-  }
-  return std::nullopt;
-}
-
-bool DownloadErase::RetrieveModeParameters() {
-  const auto reply = Retrieve(link::ModeBlock());
-  if (!reply) return false;
-  auto& parameters = Shared.OnBoardParameters;
-  parameters.BinLinearMode = (*reply)[0];
-  parameters.LinearChannels = (*reply)[1];
-  if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
-  if (parameters.BinLinearMode == 1) {
-    txtMode->setText("Linear");
-    txtChannels->setText(Shown(parameters.LinearChannels));
-  }
-  return true;
-}
-
-bool DownloadErase::RetrieveFirmwareParameters() {
-  const auto reply = Retrieve(link::FirmwareBlock());
-  if (reply) files::FillFirmware(*reply, Shared.DownloadHeader);
-  return reply.has_value();
-}
-
-bool DownloadErase::RetrieveHeader1Parameters() {
-  const auto reply = Retrieve(link::IdentityBlock());
-  if (reply) files::FillHeader1(*reply, Shared.DownloadHeader);
-  return reply.has_value();
-}
-
-bool DownloadErase::RetrieveHeader2Parameters() {
-  const auto reply = Retrieve(link::CalibrationBlock());
-  if (reply) files::FillHeader2(*reply, Shared.DownloadHeader);
-  return reply.has_value();
 }
 
 bool DownloadErase::ChooseFile() {
   CommonDialog1.FileName.clear();
   const std::string failure = shared::WriteDataFileHeader(CommonDialog1, files::DataFileKind::DownloadPages);
-  const char* refusal = nullptr;
-  if (CommonDialog1.FileName.empty()) {
-    refusal = "Download operation cancelled!";
-  } else if (Shared.DataFileName.empty()) {
-    refusal = "No data file has been selected!";
-  }
-  Shared.LiveSample.SavingToFile = refusal == nullptr;
+  const bool cancelled = CommonDialog1.FileName.empty();
+  const bool chosen = !cancelled && !Shared.DataFileName.empty();
+  Shared.LiveSample.SavingToFile = chosen;
   mnuDownload->setEnabled(true);
-  if (refusal == nullptr) {
+  if (chosen) {
     live::RecordingScreen::EndSavingOfOthers(Shared.DataFileName, *this);
     return true;
   }
   if (!failure.empty()) MsgBox(failure);
-  MsgBox(refusal);
+  MsgBox(cancelled ? "Download operation cancelled!" : "No data file has been selected!");
   BackToIdle();
   return false;
 }
 
 void DownloadErase::StartPages() {
-  const auto& parameters = Shared.OnBoardParameters;
-  preview_->Begin(Shared.DownloadHeader, Shared.DataFileName, parameters.BinLinearMode,
-                  parameters.LinearChannels);
+  preview_->Begin(Shared.DataFileName);
   MousePointer(Pointer::Busy);
   mnuDownload->setChecked(true);
   Shared.DownloadPageNumber = 0;
   Shared.TimerAdvanceCount = 0;
   PBar->setMaximum(Shared.MaxDownloadPages);
-  fraPBar->setTitle("Downloading page 0");
-  PBar->setValue(0);
+  TellPage();
+  TellTimeLeft("");
   MSComm1.RThreshold(static_cast<int>(link::PageSize));
   Shared.EndOfDataReached = false;
-  torn_ = 0;
+  tornBytes_.reset();
   link::OpenCommPort(MSComm1, *this);
   TimerSampling.Enabled(true);
+  pace_.Begin();
   RequestPage();
 }
 
@@ -184,21 +236,27 @@ void DownloadErase::MSComm1_OnComm() {
         if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
         Shared.LastReplyTime = NowInSeconds();
         lblWarning->hide();
+        if (pace_.HeldBack(MSComm1.FirstByteAt())) pace_.Interrupt();
         Bytes reply = MSComm1.Input();
-        const auto torn = std::exchange(torn_, 0);
+        if (tornBytes_) preview_->NoteLate(Shared.DownloadPageNumber);
+        const auto torn = std::exchange(tornBytes_, std::nullopt).value_or(0);
         auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
         try {
           link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
-                         torn == 0 ? link::LineSilenceUs : PageUs);
+                         torn == 0 ? link::LineSilenceUs : Pace::PageUs);
         } catch (const std::exception&) {
           // The line is gone. A page that has come whole is still stored, then the whole request fails again.
           begun.clear();
         }
         txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
         if (torn != 0 || reply.size() != link::PageSize) return RequestPage(begun.size());
+        pace_.PageCame();
         TakePage(reply, begun.size());
       },
-      [this] { MousePointer(Pointer::Normal); });
+      [this] {
+        TellTimeLeft("");
+        MousePointer(Pointer::Normal);
+      });
 }
 
 // Empty if the reply ends the download: no request follows a blank page or the last page.
@@ -223,19 +281,17 @@ void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
   Shared.EndOfDataReached = EndsData(reply);
   if (!Shared.EndOfDataReached) ++Shared.DownloadPageNumber;
   const bool finished = Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1;
-  const auto store = [&] {
-    if (taken != 0 && !Shared.EndOfDataReached) StorePage(taken, reply);
-  };
+  std::exception_ptr failure;
   try {
     if (!finished) RequestPage(stepsSent);
   } catch (const std::exception&) {
-    store();
-    throw;
+    failure = std::current_exception();
   }
-  store();
-  if (finished) return FinishDownload();
-  fraPBar->setTitle(QString::fromStdString("Downloading page " + NumberText(Shared.DownloadPageNumber)));
-  platform::SetProgress(PBar, Shared.DownloadPageNumber);
+  if (!finished) TellPage();
+  if (!finished && !failure) TellTimeLeft();
+  if (taken != 0 && !Shared.EndOfDataReached) StorePage(taken, reply);
+  if (failure) std::rethrow_exception(failure);
+  if (finished) FinishDownload();
 }
 
 // After a failure the next page waits for a second, so that a user who is told of one at each page can stop.
@@ -243,16 +299,13 @@ void DownloadErase::StorePage(std::int32_t number, const Bytes& page) {
   const auto& parameters = Shared.OnBoardParameters;
   Shared.PageDataText = files::DecodePage(files::Page(page.data(), link::PageSize), parameters.BinLinearMode,
                                           parameters.LinearChannels);
-  if (Shared.LiveSample.SavingToFile && !shared::WriteDownloadPagesToFile(number)) {
-    MSComm1.RThreshold(0);
-    resting_.Enabled(true);
-  }
-  preview_->Add(number, Shared.PageDataText, TimeLeft());
-}
-
-void DownloadErase::EndRest() {
-  resting_.Enabled(false);
-  MSComm1.RThreshold(static_cast<int>(link::PageSize));
+  if (Shared.LiveSample.SavingToFile && shared::WriteDownloadPagesToFile(number))
+    return preview_->Add(number, Shared.PageDataText);
+  preview_->NoteLost(number);
+  if (!Shared.LiveSample.SavingToFile) return;
+  pace_.Interrupt();
+  MSComm1.RThreshold(0);
+  resting_.Enabled(true);
 }
 
 // Counts whole seconds of the calendar clock. Repeats without limit: only the user knows when to give up.
@@ -267,7 +320,8 @@ void DownloadErase::TimerSampling_Timer() {
     lblWarning->setVisible(late);
     if (!late) return;
     TimerSampling.Enabled(false);
-    torn_ = static_cast<std::size_t>(MSComm1.InBufferCount());
+    tornBytes_ = static_cast<std::size_t>(MSComm1.InBufferCount());
+    TellTimeLeft("");
     RequestPage();
     TimerSampling.Enabled(true);
   };
@@ -277,21 +331,34 @@ void DownloadErase::TimerSampling_Timer() {
     MSComm1.RThreshold(0);
     Shared.LiveSample.SavingToFile = false;
     lblWarning->hide();
+    TellTimeLeft("");
     MousePointer(Pointer::Normal);
   });
 }
 
-// Only a blank page shows where the data ends, so the time left is that of a full logger.
-platform::Activity DownloadErase::Activity() const {
-  const std::string page = "page " + NumberText(Shared.DownloadPageNumber);
-  if (!TimerSampling.Enabled()) return {"Download has stopped", page};
-  if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page};
-  return {"Downloading", page + ", " + TimeLeft() + " left"};
+void DownloadErase::TellPage() {
+  page_ = "page " + values::NumberText(Shared.DownloadPageNumber);
+  fraPBar->setTitle(QString::fromStdString("Downloading " + page_));
+  platform::SetProgress(PBar, Shared.DownloadPageNumber);
 }
 
-std::string DownloadErase::TimeLeft() const {
-  return "at most " +
-         values::DurationText((Shared.MaxDownloadPages - Shared.DownloadPageNumber) * (PageUs / 1e6));
+// Only a blank page shows where the data ends, so the time left is that of a full logger.
+void DownloadErase::TellTimeLeft() {
+  const auto pages = Shared.MaxDownloadPages - Shared.DownloadPageNumber;
+  TellTimeLeft("at most " + values::DurationText(pages * pace_.Seconds()));
+}
+
+// Empty where it is not known: before page 0 has come, and while no reply comes.
+void DownloadErase::TellTimeLeft(const std::string& text) {
+  timeLeft_ = text;
+  preview_->TellTimeLeft(text);
+  emit ActivityChanged();
+}
+
+platform::Activity DownloadErase::Activity() const {
+  if (!TimerSampling.Enabled()) return {"Download has stopped", page_};
+  if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page_};
+  return {"Downloading", page_ + (timeLeft_.empty() ? "" : ", " + timeLeft_ + " left")};
 }
 
 // Saving ends with the download: a live screen on another tab must not append its samples to this file.
@@ -300,7 +367,9 @@ void DownloadErase::FinishDownload() {
   resting_.Enabled(false);
   Shared.LiveSample.SavingToFile = false;
   link::CloseCommPort(MSComm1, *this);
-  if (Shared.OnBoardParameters.BinLinearMode == 1) MakeLinearCSV(Shared.DataFileName);
+  TellTimeLeft("");
+  if (Shared.OnBoardParameters.BinLinearMode == 1)
+    Guarded(*this, "MakeLinearCSV", [] { shared::WriteLinearCsv(Shared.DataFileName); });
   BackToIdle();
   MsgBox("Download completed!");
   Shared.GraphAfterDownload = platform::AskYesNo("Would you like to graph this download immediately?");
@@ -323,6 +392,7 @@ void DownloadErase::StopDownload() {
 
 void DownloadErase::BackToIdle() {
   preview_->End();
+  TellTimeLeft("");
   fraPBar->setTitle("Download Progress");
   PBar->setValue(0);
   mnuDownload->setChecked(false);
@@ -335,23 +405,10 @@ void DownloadErase::BackToIdle() {
   MousePointer(Pointer::Normal);
 }
 
-void DownloadErase::MakeLinearCSV(const std::string& dataFileName) {
-  Guarded(*this, "MakeLinearCSV", [&] {
-    const std::string csvName = files::CsvFileName(dataFileName);
-    std::error_code none;  // where there is no CSV file yet
-    if (csvName == dataFileName || std::filesystem::equivalent(csvName, dataFileName, none))
-      throw std::system_error(std::make_error_code(std::errc::file_exists),
-                              "The CSV file would replace the data file " + dataFileName);
-    const std::string dataFile = platform::ReadWhole(dataFileName);
-    std::string csv;
-    try {
-      files::AppendLinearCsv(dataFile, csv);
-    } catch (const std::exception&) {
-      platform::WriteWhole(csvName, csv);
-      throw;
-    }
-    platform::WriteWhole(csvName, csv);
-  });
+}  // namespace
+
+platform::Form* MakeDownloadErase(std::function<void()> openGraph) {
+  return new DownloadErase(std::move(openGraph));
 }
 
 }  // namespace bexlow::download

@@ -7,13 +7,10 @@
 #include <QLineEdit>
 #include <QProgressBar>
 
-#include <algorithm>
-
 #include "link/Communications.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
-#include "values/NumberText.h"
 
 namespace bexlow::download {
 
@@ -43,9 +40,10 @@ Erase::Erase(platform::Form& screen)
   TimerErase.OnTimer = [this] { TimerErase_Timer(); };
 }
 
-void Erase::Attach(QAction* mnuErase, QAction* mnuDownload) {
+void Erase::Attach(QAction* mnuErase, QAction* mnuDownload, QGroupBox* idleFrame) {
   mnuErase_ = mnuErase;
   mnuDownload_ = mnuDownload;
+  idleFrame_ = idleFrame;
 }
 
 void Erase::mnuErase_Click() {
@@ -72,6 +70,7 @@ void Erase::Start() {
   PBarErase->setMaximum(CompleteAtBytes);
   fraErase->setTitle("Erasing");
   PBarErase->setValue(0);
+  idleFrame_->hide();
   fraErase->show();
   MSComm2.InBufferSize(EraseBufferSize);
   link::OpenCommPort(MSComm2, screen_);
@@ -86,6 +85,7 @@ void Erase::TimerErase_Timer() {
         const int count = MSComm2.InBufferCount();
         txtInBufferSize->setText(QString::number(count));
         platform::SetProgress(PBarErase, count);
+        emit screen_.ActivityChanged();
         if (count < CompleteAtBytes) return;
         StopWatching();
         screen_.MousePointer(Pointer::Normal);
@@ -95,10 +95,11 @@ void Erase::TimerErase_Timer() {
       [this] { screen_.MousePointer(Pointer::Normal); });
 }
 
+// The number in the box, until which none is known.
 platform::Activity Erase::Activity() const {
   if (!TimerErase.Enabled()) return {"The erase has stopped", ""};
-  const auto count = std::min(MSComm2.InBufferCount(), CompleteAtBytes);  // more may come at once
-  return {"Erasing", values::CountText(count) + " of " + values::CountText(CompleteAtBytes) + " bytes"};
+  const auto count = txtInBufferSize->text().toStdString();
+  return {"Erasing", count.empty() ? "" : count + " of " + std::to_string(CompleteAtBytes) + " bytes"};
 }
 
 void Erase::StopWatching() {
@@ -110,10 +111,12 @@ void Erase::BackToIdle() {
   fraErase->setTitle("Erase Progress");
   PBarErase->setValue(0);
   fraErase->hide();
+  idleFrame_->show();
   mnuErase_->setChecked(false);
   txtInBufferSize->clear();
   mnuDownload_->setEnabled(true);
   screen_.MousePointer(Pointer::Normal);
+  emit screen_.ActivityChanged();
 }
 
 void Erase::End() {

@@ -16,8 +16,9 @@ class Erase {
  public:
   explicit Erase(platform::Form& screen);
 
-  /// The entry that starts and halts the erase, and the one that is disabled meanwhile.
-  void Attach(QAction* mnuErase, QAction* mnuDownload);
+  /// The entry that starts and halts the erase; the entry that is disabled and the frame that is hidden
+  /// meanwhile.
+  void Attach(QAction* mnuErase, QAction* mnuDownload, QGroupBox* idleFrame);
   QGroupBox* Frame() const { return fraErase; }
 
   void mnuErase_Click();
@@ -36,6 +37,7 @@ class Erase {
   platform::Timer TimerErase;
   QAction* mnuErase_ = nullptr;
   QAction* mnuDownload_ = nullptr;
+  QGroupBox* idleFrame_ = nullptr;
   QGroupBox* fraErase;
   QProgressBar* PBarErase;
   QLineEdit* txtInBufferSize;

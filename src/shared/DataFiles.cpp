@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "files/LinearCsv.h"
 #include "platform/machine/Folders.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
@@ -60,6 +61,23 @@ bool WriteAccelerometersToFile(const std::string& time) {
 bool WriteAnglesToFile(const std::string& time) {
   return AppendRecord("WriteAnglesToFile", DataFileKind::Angles,
                       files::AnglesRecord(Shared.LiveSample, time));
+}
+
+void WriteLinearCsv(const std::string& dataFileName) {
+  const std::string csvName = files::CsvFileName(dataFileName);
+  std::error_code none;  // where there is no CSV file yet
+  if (csvName == dataFileName || std::filesystem::equivalent(csvName, dataFileName, none))
+    throw std::system_error(std::make_error_code(std::errc::file_exists),
+                            "The CSV file would replace the data file " + dataFileName);
+  const std::string dataFile = platform::ReadWhole(dataFileName);
+  std::string csv;
+  try {
+    files::AppendLinearCsv(dataFile, csv);
+  } catch (const std::exception&) {
+    platform::WriteWhole(csvName, csv);
+    throw;
+  }
+  platform::WriteWhole(csvName, csv);
 }
 
 }  // namespace bexlow::shared

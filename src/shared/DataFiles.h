@@ -19,4 +19,8 @@ bool WriteDownloadPagesToFile(std::int32_t page);
 bool WriteAccelerometersToFile(const std::string& time);
 bool WriteAnglesToFile(const std::string& time);
 
+/// Makes the CSV file beside a Linear data file. A data file that is damaged gives what can be read of it.
+/// @throws std::system_error for that, and where the CSV file would replace the data file
+void WriteLinearCsv(const std::string& dataFileName);
+
 }  // namespace bexlow::shared

@@ -78,7 +78,7 @@ void Main::BuildToolsMenu() {
   AddEntry(mnuTools, "mnuLaunch", "&Launch", [this] { launch_.mnuLaunch_Click(); });
   AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration", config::MakeConfiguration);
   AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
-                [this] { return new download::DownloadErase([this] { OpenGraph(); }); });
+                [this] { return download::MakeDownloadErase([this] { OpenGraph(); }); });
   AddEntry(mnuTools, "mnuGraph", "&Graph", [this] { ShowScreen("Graph", Make<graph::Graph>); });
   AddEntry(mnuTools, "mnuGBP", "Graph &Button Pushes",
            [this] { ShowScreen("GraphBP", Make<review::GraphBP>); });

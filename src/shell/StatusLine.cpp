@@ -4,10 +4,12 @@
 #include <QStatusBar>
 
 #include <algorithm>
+#include <utility>
 
 #include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "platform/machine/EventGate.h"
+#include "platform/machine/Ports.h"
 #include "shared/Records.h"
 
 namespace bexlow::shell {
@@ -56,6 +58,16 @@ StatusLine::~StatusLine() {
 }
 
 void StatusLine::Connection(const std::string& text) {
+  connection_ = text;
+  TellConnection();
+}
+
+void StatusLine::TellConnection() {
+  const int comm = shared::Shared.CurrentCommPort;
+  std::string text = connection_;
+  if (text.starts_with("Connected") &&
+      platform::Machine::Get().DescribePort(comm).description == platform::NoSuchDevice)
+    text = "The adapter of Comm " + std::to_string(comm) + " is gone";
   SetText(*lblConnection, text, QWIDGETSIZE_MAX);
 }
 
@@ -68,6 +80,8 @@ void StatusLine::Refresh() {
   const auto activity = current.Text();
   if (current.phase != phase_) lblActivity->setAccessibleName(QString::fromStdString(phase_ = current.phase));
   const auto& failure = shared::Shared.LastFailure;
+  // It may come of an adapter that was pulled out; a port that opens again clears it.
+  if (std::exchange(failure_, failure) != failure) TellConnection();
   const int free = bar_.width() - lblConnection->width() - Margins;
   const int forFailure =
       std::min(Need(*lblFailure, failure), std::max(free / 2, free - Need(*lblActivity, activity)));

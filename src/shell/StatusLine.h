@@ -20,15 +20,17 @@ class StatusLine {
 
   /// What is known of the logger, such as "Connected on Comm 5".
   void Connection(const std::string& text);
-
+  /// Asks the engaged screen what it is doing. Happens of itself four times a second.
   void Refresh();
 
  private:
+  void TellConnection();
+
   QStatusBar& bar_;
   QLabel* lblConnection;
   QLabel* lblActivity;
   QLabel* lblFailure;
-  std::string phase_;
+  std::string phase_, connection_, failure_;
   std::unique_ptr<platform::Alarm> alarm_;
 };
 

@@ -47,7 +47,7 @@ fs::path DataFile(const fs::path& folder) {
 Ending Download(const fs::path& folder) {
   rig::AnsweredMachine machine(folder, DataFile(folder));
   rig::Program program;
-  auto& screen = program.Show<download::DownloadErase>([] {});
+  auto& screen = program.Show(download::MakeDownloadErase([] {}));
   auto* entry = screen.findChild<QAction*>("mnuDownload");
   Ending ending;
   machine.onBox = [&](const std::string& text, platform::Buttons buttons) {

@@ -76,9 +76,10 @@ class Program {
     Show(screen);
     return *screen;
   }
-  void Show(platform::Form* screen) {
+  platform::Form& Show(platform::Form* screen) {
     outer.ShowChild(screen);
     outer.show();
+    return *screen;
   }
   /// Triggers a menu entry once the event loop runs, and lets it run until something quits it, or for so
   /// long.

@@ -98,29 +98,64 @@ TEST_F(DownloadStory, AFullLoggerEndsBehindPage2047) {
   EXPECT_EQ(machine.wire[256 * 3 - 1].byte, 0x00) << "page 256";
 }
 
+TEST_F(DownloadStory, TheTimeLeftHoldsOnEveryLine) {
+  Store(300);
+  logger.eeprom[42] = 0;
+  struct Row {
+    const char* line;
+    VirtualLogger::Delivery delivery;
+    std::chrono::milliseconds late, lateFromPage100, aPage;
+  };
+  for (const auto& [line, delivery, late, lateFromPage100, aPage] :
+       {Row{"plain", {}, 0ms, 0ms, 162ms}, Row{"an adapter", {264, 0ms, 16ms}, 0ms, 0ms, 176ms},
+        Row{"a slow logger", {}, 78ms, 78ms, 240ms}, Row{"slower later", {}, 0ms, 78ms, 240ms}}) {
+    SCOPED_TRACE(line);
+    logger.delivery = delivery;
+    logger.spoil = [&](Bytes&, microseconds& delay) {
+      delay = Shared.DownloadPageNumber < 100 ? late : lateFromPage100;
+    };
+    Begin();
+    for (int page = 0; page < 300; page = Shared.DownloadPageNumber) {
+      int minutes = 0, seconds = 0;
+      const std::string text = Text("txtTimeLeft");
+      const int read = std::sscanf(text.c_str(), "at most %d min %d s", &minutes, &seconds);
+      const auto left = aPage * (2048 - page);
+      if (page > 0 && (page > 200 || late == lateFromPage100)) {
+        ASSERT_TRUE(read == 2 && 60s * minutes + 1s * seconds >= left) << page << ": " << text;
+      }
+      if (page > 200) {
+        ASSERT_LT(60s * minutes + 1s * seconds, left + 3s) << page << ": " << text;
+      }
+      machine.Pass(20ms);
+    }
+    Choose("Data", "Download");
+  }
+}
+
 TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
   struct Row {
     std::string what;
     Spoil spoil;
+    bool late = false;    // asked for again by the watchdog
     bool warned = false;  // the warning stands until the first bytes of the repeat complete a threshold
   };
   const Row rows[] = {
-      {"one byte short", [](Bytes& reply, microseconds&) { reply.pop_back(); }},
+      {"one byte short", [](Bytes& reply, microseconds&) { reply.pop_back(); }, true},
       {"one byte long", [](Bytes& reply, microseconds&) { reply.push_back(1); }},
       {"eight bytes in front", [](Bytes& reply, microseconds&) { reply.insert(reply.begin(), 8, 9); }},
       {"doubled", [](Bytes& reply, microseconds&) { reply.insert(reply.end(), 264, 9); }},
       {"tenfold", [](Bytes& reply, microseconds&) { reply.insert(reply.end(), 9 * 264, 9); }},
-      {"lost", Instead({}), true},
+      {"lost", Instead({}), true, true},
       {"late by 0.9 s", [](Bytes&, microseconds& delay) { delay = 900ms; }},
-      {"one byte of it", [](Bytes& reply, microseconds&) { reply.resize(1); }, true},
-      {"one byte of it, then a stall", TornThenStalled(1), true},
-      {"96 bytes of it, then a stall", TornThenStalled(96), true},
-      {"all but one of it, then a stall", TornThenStalled(263)}};
+      {"one byte of it", [](Bytes& reply, microseconds&) { reply.resize(1); }, true, true},
+      {"one byte of it, then a stall", TornThenStalled(1), true, true},
+      {"96 bytes of it, then a stall", TornThenStalled(96), true, true},
+      {"all but one of it, then a stall", TornThenStalled(263), true}};
   for (const auto& [line, delivery] : {std::pair{"byte by byte", VirtualLogger::Delivery{1, 0ms, 1us}},
                                        {"a plain port", {8, ByteTime * 4, 1us}},
                                        {"an adapter", {1, 0ms, 16ms}}}) {
     logger.delivery = delivery;
-    for (const auto& [what, spoil, warned] : rows) {
+    for (const auto& [what, spoil, late, warned] : rows) {
       for (const int struck : {31, 33, 37}) {  // after 30 retrievals: page 0, page 2, the blank page
         SCOPED_TRACE(std::string(line) + ", " + what + ", reply " + std::to_string(struck));
         Store(5);
@@ -134,6 +169,11 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
         }
         ASSERT_FALSE(Running());
         EXPECT_TRUE(struck != 33 || delivery.everyTick > 1us || sawWarning == warned);
+        EXPECT_EQ(Text("lblRemark"), !late && (struck != 31 || what != "late by 0.9 s")
+                                         ? ""
+                                         : "Replies came late at page " +
+                                               std::to_string(struck == 37 ? 6 : struck - 31) +
+                                               "; a page may be in the file twice, under two numbers.");
         ReadsCompletion();
         EXPECT_EQ(PagesInFile(), UpTo(5));
         EXPECT_TRUE(LinesBehind(12)[1].starts_with("2,2.8,2.1,5.6,"))
@@ -187,6 +227,8 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
       machine.Pass(3500ms);
       Reads("TimerSampling_Timer");
       EXPECT_TRUE(The<QLabel>("lblWarning").isHidden()) << "nothing is attempted any more";
+      EXPECT_EQ(Text("txtTimeLeft") + Status("lblActivity"), "Download has stopped, page 6");
+      EXPECT_EQ(Status("lblConnection"), "The adapter of Comm 1 is gone");
     }
     Choose("Data", entry);
     EXPECT_FALSE(Running());
@@ -221,6 +263,50 @@ TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
   machine.Pass(400ms);
   Choose("Data", "Download");
   EXPECT_EQ(PagesInFile(), (std::vector{8, 9, 10})) << "no header in the new file";
+  EXPECT_EQ(Text("txtPages") + "; " + Text("lblRemark"), "9 saved, 1 lost; Not in the file: page 6.");
+}
+
+TEST_F(DownloadStory, TwoPlacesNeverTellTwoNumbers) {
+  Store(100);
+  Begin();
+  for (int ms = 0; ms < 3000; ++ms) {
+    machine.Pass(1ms);
+    const std::string left = Text("txtTimeLeft");
+    ASSERT_EQ(Status("lblActivity"),
+              "Downloading, " + Text("fraPBar").substr(12) + (left.empty() ? "" : ", " + left + " left"));
+  }
+  Choose("Data", "Download");
+  logger.eraseBytes = 2000;
+  machine.WillAnswer(Answer::Yes);
+  Choose("Data", "Erase");
+  machine.boxes.clear();
+  for (int ms = 0; ms < 3000; ++ms) {
+    machine.Pass(1ms);
+    const std::string count = Text("txtInBufferSize");
+    ASSERT_EQ(Status("lblActivity"), count.empty() ? "Erasing" : "Erasing, " + count + " of 2050 bytes");
+  }
+}
+
+TEST_F(DownloadStory, NothingOfTheLoggerBeforeRemains) {
+  Store(2);
+  Begin();
+  Finish();
+  EXPECT_EQ(Text("txtPages") + Text("txtSerialNumber"), "2 saved, 0 lost417");
+  logger.eeprom[101] = 0;
+  const auto expectOther = [&] {
+    EXPECT_EQ(Text("txtSerialNumber"), "256");
+    EXPECT_EQ(Text("txtDataFile") + Text("txtPages") + Text("txtTimeLeft"), "");
+    EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").parentWidget()->parentWidget()->isHidden());
+  };
+  machine.whileBoxIsOpen = expectOther;
+  machine.WillCancelFile();
+  Choose("Data", "Download");
+  Reads("Download operation cancelled!");
+  expectOther();
+  logger.silent = true;
+  Choose("Data", "Download");
+  Reads("Download MODE parameters were not retrieved! Download failed!");
+  EXPECT_EQ(Text("txtSerialNumber") + Text("txtLaunchTime"), "");
 }
 
 TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {

@@ -54,7 +54,7 @@ class Form : public QWidget {
   bool Engaged() const { return engaged_ > 0; }
   /// The engaged screen other than this, null if there is none.
   static const Form* OtherEngaged(const Form* form = nullptr);
-  /// Tells what an engaged screen is doing.
+  /// Tells what an engaged screen is doing; after ActivityChanged it is asked at once.
   std::function<Activity()> OnActivity;
   /// Tells what a screen is doing without the logger, while it is in front.
   std::function<Activity()> OnListening;

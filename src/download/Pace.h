@@ -1,0 +1,53 @@
+// How long the pages of a download take, as measured.
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <deque>
+#include <numeric>
+#include <optional>
+
+#include "platform/machine/Machine.h"
+
+namespace bexlow::download {
+
+class Pace {
+ public:
+  static constexpr std::int64_t PageUs = 162'000;  // two pauses of 12 ms and 265 bytes at 19200 baud
+
+  /// Page 0 is asked for. Its request takes 12 ms more than a later one, which begins within a reply.
+  void Begin() {
+    counts_.clear();
+    auto& machine = platform::Machine::Get();
+    cameAt_ = machine.QueryPerformanceCounter() + machine.QueryPerformanceFrequency() * 12 / 1000;
+  }
+  void PageCame() {
+    const auto now = platform::Machine::Get().QueryPerformanceCounter();
+    if (cameAt_) counts_.push_back(now - *cameAt_);
+    if (counts_.size() > Pages) counts_.pop_front();
+    cameAt_ = now;
+  }
+  /// The time until the next page does not count: a user looks at a box meanwhile.
+  void Interrupt() { cameAt_.reset(); }
+  /// A reply that has waited for a box to be answered. Its bytes take 0.14 s from the first to the last.
+  static bool HeldBack(std::int64_t firstByteAt) {
+    auto& machine = platform::Machine::Get();
+    return machine.QueryPerformanceCounter() - firstByteAt > machine.QueryPerformanceFrequency();
+  }
+  /// Of one page, not too short: the mean of the last pages, but never less than the line needs.
+  double Seconds() const {
+    const auto sum = std::accumulate(counts_.begin(), counts_.end(), std::int64_t{0});
+    const auto frequency = static_cast<double>(platform::Machine::Get().QueryPerformanceFrequency());
+    const double measured = counts_.empty() ? 0 : static_cast<double>(sum) / frequency + HeldSeconds;
+    return std::max(PageUs / 1e6, measured / std::max(1.0, static_cast<double>(counts_.size())));
+  }
+
+ private:
+  static constexpr std::size_t Pages = 64;      // those of some ten seconds
+  static constexpr double HeldSeconds = 0.016;  // an adapter may hand over the last of them so much later
+
+  std::optional<std::int64_t> cameAt_;  ///< readings of the high-resolution counter
+  std::deque<std::int64_t> counts_;     ///< from page to page
+};
+
+}  // namespace bexlow::download
