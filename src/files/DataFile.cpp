@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <iterator>
 
 #include "values/Conversions.h"
 #include "values/NumberText.h"
@@ -110,20 +111,19 @@ std::string LaunchTimeText(int month, int day, int year, int hour, int minute, i
          TwoDigits(minute) + ":" + TwoDigits(second);
 }
 
-std::string ReadableLaunchTime(std::string_view launchTimeText) {
-  std::string text(launchTimeText);
-  int month = 0, day = 0, year = 0, hour = 0, minute = 0, second = 0, length = 0;
-  const int read = std::sscanf(text.c_str(), "%2d/%2d/%4d %2d:%2d:%2d%n", &month, &day, &year, &hour, &minute,
-                               &second, &length);
-  const std::chrono::year_month_day date{std::chrono::year(year),
-                                         std::chrono::month(static_cast<unsigned>(month)),
-                                         std::chrono::day(static_cast<unsigned>(day))};
-  const auto isBelow = [](int value, int limit) { return value >= 0 && value < limit; };
-  if (read != 6 || static_cast<std::size_t>(length) != text.size() || year < 1000 || !date.ok() ||
-      !isBelow(hour, 24) || !isBelow(minute, 60) || !isBelow(second, 60))
-    return text;
-  return std::to_string(year) + "-" + TwoDigits(month) + "-" + TwoDigits(day) + " " + TwoDigits(hour) + ":" +
-         TwoDigits(minute) + ":" + TwoDigits(second);
+std::string ReadableLaunchTime(const std::string& launchTimeText) {
+  unsigned month = 0, day = 0, year = 0, hour = 0, minute = 0, second = 0;
+  int length = 0;
+  const int fields = std::sscanf(launchTimeText.c_str(), "%2u/%2u/%4u %2u:%2u:%2u%n", &month, &day, &year,
+                                 &hour, &minute, &second, &length);
+  const std::chrono::year_month_day date{std::chrono::year(static_cast<int>(year)), std::chrono::month(month),
+                                         std::chrono::day(day)};
+  const bool isTime = fields == 6 && length == std::ssize(launchTimeText) && date.ok() && year > 0 &&
+                      hour < 24 && minute < 60 && second < 60;
+  if (!isTime) return {};
+  char text[32];
+  std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u", year, month, day, hour, minute, second);
+  return text;
 }
 
 }  // namespace bexlow::files

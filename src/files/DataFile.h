@@ -53,8 +53,8 @@ void FillHeader2(std::span<const std::uint8_t> reply, DownloadHeader& header);  
 /// 03/09/2004 14:05:07: month first, two digits each, the year as it is.
 std::string LaunchTimeText(int month, int day, int year, int hour, int minute, int second);
 
-/// A launch time of a file's header as our own boxes and titles tell it: 2004-03-09 14:05:07 for
-/// 03/09/2004 14:05:07, which is month first. A text that is no date and time is left as it is.
-std::string ReadableLaunchTime(std::string_view launchTimeText);
+/// A launch time of a file's header, which is month first, as our own boxes and titles tell it:
+/// 2004-03-09 14:05:07 for 03/09/2004 14:05:07. Empty for a text that is no such time.
+std::string ReadableLaunchTime(const std::string& launchTimeText);
 
 }  // namespace bexlow::files

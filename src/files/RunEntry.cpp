@@ -106,10 +106,8 @@ RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax
   const auto check = CheckFile(head);
   entry.kind = isRecording ? kind : KindWords(check);
   const auto facts = ReadRunFacts(head);
-  entry.launched = LongTimeText(facts.launch);
-  lines.Next();
-  const auto serialNumber = Behind(SerialNumberLabel, lines.Next().value_or("")).value_or("");
-  if (!isRecording && values::WholeNumber(serialNumber)) entry.serialNumber = serialNumber;
+  entry.launched = facts.launch;
+  entry.serialNumber = facts.serialNumber;
   const auto records = FindRecords(head, tail, size, isRecording ? RecordingHeaderLines : PageHeaderLines);
   if (!records) {
     Remark(entry, "ends within its header");

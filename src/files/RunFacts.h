@@ -16,7 +16,4 @@ struct RunFacts {
 /// Of a "Download Pages" file; empty for other kinds. A frequency of 0 or less is ignored.
 RunFacts ReadRunFacts(std::string_view text);
 
-/// The launch of a header with the year first, 2004-03-09 14:05:07; empty for a text that is no such time.
-std::string LongTimeText(const std::string& launch);
-
 }  // namespace bexlow::files

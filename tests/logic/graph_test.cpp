@@ -159,15 +159,11 @@ TEST(Run, MissingAndDoubledPagesAreTold) {
   }
 }
 
-TEST(LaunchTime, IsReadableWhereItIsOne) {
-  for (const auto& [text, readable] : {std::pair{"03/09/2004 14:05:07", "2004-03-09 14:05:07"},
-                                       {"13/09/2004 14:05:07", "13/09/2004 14:05:07"},
-                                       {"02/30/2004 14:05:07", "02/30/2004 14:05:07"},
-                                       {"03/09/2004 24:05:07", "03/09/2004 24:05:07"},
-                                       {"255/255/65535 255:255:255", "255/255/65535 255:255:255"},
-                                       {"03/09/2004 14:05:07x", "03/09/2004 14:05:07x"},
-                                       {"", ""}})
-    EXPECT_EQ(files::ReadableLaunchTime(text), readable);
+TEST(LaunchTime, IsReadableOrLeftOut) {
+  EXPECT_EQ(files::ReadableLaunchTime("03/09/2004 14:05:07"), "2004-03-09 14:05:07");
+  for (const auto* text : {"13/09/2004 14:05:07", "02/30/2004 14:05:07", "03/09/2004 24:05:07",
+                           "255/255/65535 255:255:255", "03/09/2004 14:05:07x", ""})
+    EXPECT_EQ(files::ReadableLaunchTime(text), "") << text;
 }
 
 TEST(Series, FieldsGoToTheirPlaces) {
