@@ -65,7 +65,7 @@ class MSComm {
 
   Form& owner_;
   std::string onComm_;  ///< name of the handler
-  int commPort_ = 1;  ///< for the next opening
+  int commPort_ = 1;    ///< for the next opening
   int openPort_ = 1;
   int inBufferSize_ = 1024;
   int rThreshold_ = 0;
