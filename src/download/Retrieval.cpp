@@ -35,7 +35,7 @@ constexpr Retrieval Retrievals[] = {
 /// Nothing unless exactly the block's bytes came.
 Bytes Retrieve(platform::MSComm& comm, const platform::Form& screen, const link::Block& block) {
   try {
-    const auto reply = link::ReadBlock(comm, screen, block);
+    auto reply = link::ReadBlock(comm, screen, block);
     if (reply.size() == block.reply) return reply;
   } catch (const std::exception&) {
     comm.PortOpen(false);
