@@ -129,8 +129,8 @@ bool MeasureBlock(const char* figure, const link::Block& block) {
     bareMs += block.pauseMs;
     for (const auto& step : request) bareMs += step.pauseMs;
   }
-  if (reply) PrintRead(figure, ms, bareMs);
-  return reply.has_value();
+  if (reply.size() == block.reply) PrintRead(figure, ms, bareMs);
+  return reply.size() == block.reply;
 }
 
 bool PrintWrite(const std::vector<Heard>& heard, double start, double noise, const std::string& cells) {

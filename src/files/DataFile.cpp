@@ -121,7 +121,7 @@ std::string ReadableLaunchTime(const std::string& launchTimeText) {
   const bool isTime = fields == 6 && length == std::ssize(launchTimeText) && date.ok() && year > 0 &&
                       hour < 24 && minute < 60 && second < 60;
   if (!isTime) return {};
-  char text[32];
+  char text[64];
   std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u", year, month, day, hour, minute, second);
   return text;
 }
