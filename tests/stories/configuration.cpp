@@ -20,6 +20,7 @@ class Configuration : public Story {
   void SetUp() override { StartConnected(); }
   void Open() { Choose("Tools", "Configuration"); }
   void FinishRead() {
+    machine.whileBoxIsOpen = [this] { EXPECT_EQ(Status(), "") << "nothing runs any more"; };
     machine.Pass(1s);
     Reads("Read completed!");
   }

@@ -50,7 +50,9 @@ class Form : public QWidget {
 
   /// A port was opened or a timer started (+1), or ended (-1): while any is left, the screen is engaged in an
   /// exchange with the logger.
-  void Engage(int change) { engaged_ += change; }
+  void Engage(int change) {
+    if ((engaged_ += change) == 0) emit ActivityChanged();
+  }
   bool Engaged() const { return engaged_ > 0; }
   /// The engaged screen other than this, null if there is none.
   static const Form* OtherEngaged(const Form* form = nullptr);

@@ -54,7 +54,7 @@ void MSComm::DropLateReplies() {
 }
 
 void MSComm::Close() {
-  if (PortOpen()) owner_.Engage(-1);
+  const bool wasOpen = PortOpen();
   if (std::exchange(bytesToCome_, 0) > 0) {
     auto& machine = Machine::Get();
     machine.lateUntil[openPort_] = requestedAt_ + ReplyTakesSeconds * machine.QueryPerformanceFrequency();
@@ -63,6 +63,7 @@ void MSComm::Close() {
   askedAt_.reset();
   received_.clear();
   EventGate::Get().Withdraw(this);
+  if (wasOpen) owner_.Engage(-1);
 }
 
 void MSComm::Settings(const std::string& settings) {

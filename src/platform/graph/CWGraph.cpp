@@ -179,7 +179,6 @@ void CWGraph::RenewTimes() {
 void CWGraph::SetNumbers(const QString& words) {
   if (numbers_->text() == words) return;
   numbers_->setText(words);
-  numbers_->setVisible(!words.isEmpty());
   RenewMenu();
 }
 
@@ -229,7 +228,6 @@ void CWGraph::DrawSoon() {
   if (isVisible()) plot_->replot(QCustomPlot::rpQueuedReplot);
 }
 
-// SetNumbers may show a label, which resizes the plot; a resized plot is drawn again.
 void CWGraph::FitToView() {
   FitTitles(plot_->size());
   FitCursors();

@@ -94,7 +94,7 @@ class CWGraph : public QWidget {
   void SetCrossing(std::optional<double> degrees);
   /// First and last index of the samples whose points lie in the plot now; nothing where there are none.
   std::optional<std::pair<std::size_t, std::size_t>> DrawnSamples() const;
-  /// A line of text over the plot; an empty text removes it.
+  /// The line of text over the plot, which is there while there is a limit.
   void SetNumbers(const QString& words);
   /// The series on show.
   std::span<const double> Values() const { return values_; }

@@ -195,6 +195,7 @@ void CWGraph::SetLimit(std::optional<double> value) {
     limitLabel_->position->setCoords(1, *value);
     limitLabel_->setText(CWGraphNumber(*value) + QStringLiteral("°"));
   }
+  numbers_->setVisible(value.has_value());  // not with its words, which are made while the plot is drawn
   FitMargins();
   DrawSoon();
 }

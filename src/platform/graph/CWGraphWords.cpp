@@ -54,7 +54,7 @@ QString CWGraph::ReadOutText() const {
 QList<QWidget*> CWGraph::WordsShown() const {
   QList<QWidget*> shown;
   for (auto* words : {numbers_, words_})
-    if (words->isVisibleTo(this)) shown << words;
+    if (words->isVisibleTo(this) && !words->text().isEmpty()) shown << words;
   return shown;
 }
 
