@@ -1,9 +1,6 @@
 #include "config/Calibrate.h"
 
 #include <QGridLayout>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 #include <array>

@@ -2,11 +2,7 @@
 
 #include <QButtonGroup>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProgressBar>
 #include <QRadioButton>
 #include <QScrollArea>
 #include <QVBoxLayout>

@@ -1,7 +1,5 @@
 #include "config/WriteSequence.h"
 
-#include <QGroupBox>
-#include <QProgressBar>
 #include <QVBoxLayout>
 
 #include <utility>

@@ -1,10 +1,6 @@
 #include "download/DownloadErase.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProgressBar>
 #include <QVBoxLayout>
 
 #include <algorithm>

@@ -1,11 +1,7 @@
 #include "download/Erase.h"
 
 #include <QAction>
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProgressBar>
 
 #include "link/Communications.h"
 #include "platform/controls/Controls.h"

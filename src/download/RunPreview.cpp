@@ -1,8 +1,6 @@
 #include "download/RunPreview.h"
 
 #include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 #include <algorithm>

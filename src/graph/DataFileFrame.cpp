@@ -1,7 +1,5 @@
 #include "graph/DataFileFrame.h"
 
-#include <QGroupBox>
-#include <QLineEdit>
 #include <QVBoxLayout>
 
 #include "platform/controls/CommonDialog.h"

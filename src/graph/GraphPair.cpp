@@ -1,7 +1,5 @@
 #include "graph/GraphPair.h"
 
-#include <QGroupBox>
-#include <QLabel>
 #include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>

@@ -1,7 +1,5 @@
 #include "link/Launch.h"
 
-#include <QGroupBox>
-#include <QProgressBar>
 #include <QVBoxLayout>
 
 #include <algorithm>

@@ -1,9 +1,6 @@
 #include "live/Accelerometers.h"
 
 #include <QGridLayout>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 
 #include <array>
@@ -120,7 +117,7 @@ class Accelerometers : public RecordingScreen {
     auto* boxes = new QGridLayout(fraAcc);
     auto* slides = new QHBoxLayout(fraSlider);
     for (auto& axis : axes_) {
-      axis.reading = AddReading(*boxes, {axis.row.reading, axis.row.caption, "bits"}, fraAcc);
+      axis.reading = AddReading(*boxes, axis.row.reading, axis.row.caption, "bits", fraAcc);
       auto* column = new QVBoxLayout;
       axis.readingSlide = AddSlide(*column, axis.row.readingSlide, axis.row.caption, fraSlider);
       slides->addLayout(column);
@@ -199,12 +196,11 @@ class Accelerometers : public RecordingScreen {
       EnableDacButtons(false);
       PauseSampling();
       Machine::Get().Repaint();
-      auto high = WordOf(*axis.dacSlide);
-      WriteDAC(axis.row.address, link::ValueToMSB(high));
-      shared::WaitMilliseconds(PauseAfterCellMs);
-      auto low = WordOf(*axis.dacSlide);
-      WriteDAC(axis.row.address + 1, link::ValueToLSB(low));
-      shared::WaitMilliseconds(PauseAfterCellMs);
+      for (int cell = axis.row.address; const auto byteOf : {link::ValueToMSB, link::ValueToLSB}) {
+        auto word = WordOf(*axis.dacSlide);
+        WriteDAC(cell++, byteOf(word));
+        shared::WaitMilliseconds(PauseAfterCellMs);
+      }
       Shared.OnBoardParameters.*axis.row.dac = axis.dacSlide->Value();
       ResumeSampling();
       EnableDacButtons(true);

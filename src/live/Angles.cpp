@@ -1,15 +1,11 @@
 #include "live/Angles.h"
 
 #include <QGridLayout>
-#include <QGroupBox>
-#include <QLineEdit>
 #include <QPushButton>
 
 #include <array>
-#include <functional>
 
 #include "link/Communications.h"
-#include "live/AngleRows.h"
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
 #include "platform/controls/Controls.h"
@@ -71,9 +67,6 @@ class Angles : public RecordingScreen {
     CWKnob* dial = nullptr;
     QPushButton* cmdTare = nullptr;
   };
-  struct Tare {
-    double word = 0, degrees = 0;
-  };
 
   QGroupBox* AddBoxes(QVBoxLayout& column, const char* name, const char* caption, const char* unit,
                       QLineEdit* Axis::*box, const char* AngleRow::*boxName) {
@@ -81,7 +74,7 @@ class Angles : public RecordingScreen {
     auto* grid = new QGridLayout(frame);
     grid->setColumnStretch(2, 1);  // keeps the boxes aligned although the units differ in length
     for (auto& axis : axes_)
-      axis.*box = AddReading(*grid, {axis.row.*boxName, axis.row.caption, unit, TareCharacters}, frame);
+      axis.*box = AddReading(*grid, axis.row.*boxName, axis.row.caption, unit, frame, TareCharacters);
     column.addWidget(frame);
     return frame;
   }
@@ -102,10 +95,7 @@ class Angles : public RecordingScreen {
     const auto words = link::AngleWords(reply);
     if (!words) return;
     received_ = *words;
-    for (std::size_t i = 0; i < axes_.size(); ++i) {
-      DecodeAngle(axes_[i].row, received_, Shared.LiveSample);
-      strips_->Add(i, Shared.LiveSample.*axes_[i].row.angleField);
-    }
+    TakeAngles(received_, *strips_);
   }
 
   void Show() override {
@@ -137,33 +127,17 @@ class Angles : public RecordingScreen {
     for (const auto& axis : axes_) axis.cmdTare->setEnabled(enabled);
   }
 
-  // The caption alone decides what the click does; the logger is not asked whether it holds a tare.
+  // The caption alone decides what the click does; the logger is not asked whether it holds a tare. It keeps
+  // the raw word, the program the degrees. Pausing first updates the boxes to the last sample.
   void cmdTare_Click(const Axis& axis) {
     const bool untare = axis.cmdTare->text() == axis.row.untareCaption;
     axis.cmdTare->setEnabled(false);
     axis.cmdTare->setText(untare ? axis.row.tareCaption : axis.row.untareCaption);
-    untare ? RemoveTare(axis) : GetTare(axis);
-    axis.cmdTare->setEnabled(true);
-  }
-
-  void GetTare(const Axis& axis) {
-    WriteTare("GetTare", axis, [&] {
-      return Tare{shared::NumberIn(*axis.word), shared::NumberIn(*axis.angle)};
-    });
-  }
-
-  void RemoveTare(const Axis& axis) {
-    WriteTare("RemoveTare", axis, [] { return Tare{}; });
-  }
-
-  // The logger keeps the raw word, the program the degrees. Pausing first updates the boxes to the last
-  // sample.
-  void WriteTare(const char* procedure, const Axis& axis, const std::function<Tare()>& tare) {
-    shared::Guarded(*this, procedure, [&] {
+    shared::Guarded(*this, untare ? "RemoveTare" : "GetTare", [&] {
       PauseSampling();
       Machine::Get().Repaint();
-      const auto [word, degrees] = tare();
-      const auto counts = values::ToInt32(word);
+      const auto counts = untare ? 0 : values::ToInt32(shared::NumberIn(*axis.word));
+      const double degrees = untare ? 0 : shared::NumberIn(*axis.angle);
       link::Send(MSComm1, link::WriteEeprom(axis.row.tareAddress, link::HighByte(counts)));
       shared::WaitMilliseconds(PauseBetweenCellsMs);
       link::Send(MSComm1, link::WriteEeprom(axis.row.tareAddress + 1, link::LowByte(counts)));
@@ -171,6 +145,7 @@ class Angles : public RecordingScreen {
       axis.tare->setText(shared::Shown(degrees));
       ResumeSampling();
     });
+    axis.cmdTare->setEnabled(true);
   }
 
   std::array<Axis, 2> axes_{Axis{AngleRows[0]}, Axis{AngleRows[1]}};

@@ -1,12 +1,13 @@
 #include "live/LiveStrips.h"
 
+#include <QGraphicsOpacityEffect>
 #include <QHBoxLayout>
 
 #include <utility>
 
 #include "link/SamplingScreen.h"
-#include "live/Readings.h"
 #include "platform/graph/CWGraph.h"
+#include "platform/instruments/Instrument.h"
 
 namespace bexlow::live {
 
@@ -14,6 +15,15 @@ namespace {
 
 constexpr std::chrono::milliseconds DrawingEvery{100};
 constexpr int LeastHeight = 110;
+
+// What shows the past is pale: a box stays to be read and copied, an instrument shows no number.
+void Dim(QWidget& widget, bool dim) {
+  constexpr double Pale = 0.45;
+  if (auto* instrument = qobject_cast<platform::Instrument*>(&widget)) return instrument->setEnabled(!dim);
+  auto* effect = dim ? new QGraphicsOpacityEffect : nullptr;
+  if (dim) effect->setOpacity(Pale);
+  widget.setGraphicsEffect(effect);
+}
 
 }  // namespace
 

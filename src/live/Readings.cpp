@@ -1,37 +1,31 @@
 #include "live/Readings.h"
 
-#include <QGraphicsOpacityEffect>
 #include <QGridLayout>
-#include <QLabel>
-#include <QLineEdit>
 
-#include "live/AngleRows.h"
 #include "live/LiveStrips.h"
 #include "platform/controls/Controls.h"
 #include "platform/instruments/CWKnob.h"
+#include "shared/Records.h"
+#include "values/Conversions.h"
 
 namespace bexlow::live {
 
-QLineEdit* AddReading(QGridLayout& grid, const Reading& reading, QWidget* parent) {
-  auto* box = platform::MakeReadOnlyBox(reading.name, reading.caption, parent);
+QLineEdit* AddReading(QGridLayout& grid, const char* name, const char* caption, const char* unit,
+                      QWidget* parent, int characters) {
+  auto* box = platform::MakeReadOnlyBox(name, caption, parent);
   box->setAlignment(Qt::AlignRight);
-  box->setFixedWidth(box->fontMetrics().horizontalAdvance('0') * reading.characters + 24);
+  box->setFixedWidth(box->fontMetrics().horizontalAdvance('0') * characters + 24);
   const int row = grid.rowCount();
-  grid.addWidget(platform::MakeLabel("", reading.caption, parent, box), row, 0);
+  grid.addWidget(platform::MakeLabel("", caption, parent, box), row, 0);
   grid.addWidget(box, row, 1);
-  grid.addWidget(new QLabel(QString::fromUtf8(reading.unit), parent), row, 2);
+  grid.addWidget(new QLabel(QString::fromUtf8(unit), parent), row, 2);
   return box;
 }
 
-void AddRow(QGridLayout& grid, const char* caption, QWidget* box) {
+void AddRow(QGridLayout& grid, const char* caption, QWidget* box, QLayout* boxes) {
   const int row = grid.rowCount();
   grid.addWidget(platform::MakeLabel("", caption, grid.parentWidget(), box), row, 0);
-  grid.addWidget(box, row, 1, 1, SpanOfBox);
-}
-
-void AddRow(QGridLayout& grid, const char* caption, QLayout* boxes, QWidget* buddy) {
-  const int row = grid.rowCount();
-  grid.addWidget(platform::MakeLabel("", caption, grid.parentWidget(), buddy), row, 0);
+  if (boxes == nullptr) return grid.addWidget(box, row, 1, 1, SpanOfBox);
   grid.addLayout(boxes, row, 1, 1, SpanOfBox);
 }
 
@@ -66,12 +60,13 @@ void AddAngleStrips(LiveStrips& strips) {
     strips.AddStrip(row.strip, row.caption, "°", -row.fullScale, row.fullScale, Crossing);
 }
 
-void Dim(QWidget& widget, bool dim) {
-  constexpr double Pale = 0.45;
-  if (auto* instrument = qobject_cast<platform::Instrument*>(&widget)) return instrument->setEnabled(!dim);
-  auto* effect = dim ? new QGraphicsOpacityEffect : nullptr;
-  if (dim) effect->setOpacity(Pale);
-  widget.setGraphicsEffect(effect);
+void TakeAngles(const link::AnglePair& words, LiveStrips& strips) {
+  auto& sample = shared::Shared.LiveSample;
+  for (std::size_t i = 0; const auto& row : AngleRows) {
+    const double word = words.*row.received;
+    sample.*row.wordField = values::SignedSampleWord(word);
+    strips.Add(i++, sample.*row.angleField = values::SampleWordToAngle(word, row.fullScale));
+  }
 }
 
 }  // namespace bexlow::live

@@ -1,9 +1,13 @@
-// What shows a reading: a box with label and unit, a dial; and how all of it looks while there is none.
+// What shows a reading: a box with label and unit, a dial, the rows of both angles.
 #pragma once
 
 #include <QString>
 
 #include <array>
+
+#include "link/Protocol.h"
+#include "values/LiveSample.h"
+#include "values/OnBoardParameters.h"
 
 class QGridLayout;
 class QLayout;
@@ -16,23 +20,42 @@ class CWKnob;
 
 namespace bexlow::live {
 
-struct AngleRow;
+class LiveStrips;
 
-struct Reading {
-  const char* name;     ///< of the box
-  const char* caption;  ///< beside it, and read aloud
-  const char* unit;     ///< after it; empty for none
-  int characters = 8;   ///< of the longest text it shows; "-179.9" and some room
+/// The two angle axes: names of their controls, scales, fields and EEPROM cells.
+struct AngleRow {
+  const char* caption;
+  const char *angle, *word, *tare;  ///< text boxes
+  const char *frame, *dial, *cmdTare, *strip;
+  const char *tareCaption, *untareCaption;
+  double link::AnglePair::*received;
+  double values::LiveSample::*wordField;
+  double values::LiveSample::*angleField;
+  double values::OnBoardParameters::*tareField;
+  double fullScale;            ///< degrees at 32767 counts
+  int tareAddress;             ///< of the tare's high byte; the low byte follows
+  double dialEnd, start, arc;  ///< the dial's scale in degrees, from -dialEnd; see CWKnob for its arc
 };
 
-/// A box as a further row of a grid. Only the program fills it.
-QLineEdit* AddReading(QGridLayout& grid, const Reading& reading, QWidget* parent);
+inline constexpr AngleRow AngleRows[] = {
+    {"X Axis", "txtX", "txtWordX", "txtTareX", "fraX", "dialX", "cmdTareX", "stripX", "Tare X", "Untare X",
+     &link::AnglePair::x, &values::LiveSample::WordX, &values::LiveSample::AngleX,
+     &values::OnBoardParameters::XTare, 180, 14, 179.99, 270, 359.9},
+    {"Y Axis", "txtY", "txtWordY", "txtTareY", "fraY", "dialY", "cmdTareY", "stripY", "Tare Y", "Untare Y",
+     &link::AnglePair::y, &values::LiveSample::WordY, &values::LiveSample::AngleY,
+     &values::OnBoardParameters::YTare, 90, 16, 89.9, 0, 180},
+};
+
+/// A box as a further row of a grid, with its caption before and the unit after it. Only the program fills
+/// it.
+/// @param characters  of the longest text it shows; "-179.9" and some room
+QLineEdit* AddReading(QGridLayout& grid, const char* name, const char* caption, const char* unit,
+                      QWidget* parent, int characters = 8);
 
 /// The other boxes of a grid span this many columns.
 inline constexpr int SpanOfBox = 4;
-/// A box, or a row of boxes of which the first is `buddy`, as a further row of a grid.
-void AddRow(QGridLayout& grid, const char* caption, QWidget* box);
-void AddRow(QGridLayout& grid, const char* caption, QLayout* boxes, QWidget* buddy);
+/// A box, or a row of boxes of which it is the first, as a further row of a grid.
+void AddRow(QGridLayout& grid, const char* caption, QWidget* box, QLayout* boxes = nullptr);
 /// Four numbers side by side, as an address is written.
 QLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, const QString& caption,
                     bool readOnly, QWidget* parent);
@@ -40,11 +63,9 @@ QLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, const
 /// A dial with the scale of its axis.
 platform::CWKnob* MakeDial(const AngleRow& row, QWidget* parent);
 
-class LiveStrips;
 /// The strips of both angles.
 void AddAngleStrips(LiveStrips& strips);
-
-/// Makes what shows the past pale: a box stays to be read and copied, an instrument shows no number.
-void Dim(QWidget& widget, bool dim);
+/// Stores a sample in the shared record, the signed words and the angles, and the angles in their strips.
+void TakeAngles(const link::AnglePair& words, LiveStrips& strips);
 
 }  // namespace bexlow::live

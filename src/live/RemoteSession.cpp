@@ -1,9 +1,6 @@
 #include "live/RemoteSession.h"
 
 #include <QGridLayout>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -13,13 +10,12 @@
 #include <exception>
 #include <functional>
 #include <optional>
+#include <sstream>
 #include <system_error>
 #include <utility>
 
 #include "link/SamplingScreen.h"
-#include "live/AngleRows.h"
 #include "live/Datagram.h"
-#include "live/IP.h"
 #include "live/LiveStrips.h"
 #include "live/Readings.h"
 #include "live/SessionTexts.h"
@@ -93,19 +89,16 @@ class RemoteSession : public link::SamplingScreen {
     QLineEdit* text = nullptr;
     CWKnob* dial = nullptr;
   };
-  struct Choice {
-    const char *name, *caption;
-  };
+  using Choice = std::pair<const char*, const char*>;  // name and caption of an option
 
   QVBoxLayout* MakeSettings() {
     auto* column = new QVBoxLayout;
     column->addWidget(MakeSession());
     auto* switches = new QHBoxLayout;
-    fraSend = MakeSwitch("fraSend", "Select Send", {"optSend", "Send"}, {"optNoSend", "No Send"}, optSend);
-    fraDial =
-        MakeSwitch("fraDial", "Display Receive Data", {"optDialYes", "Yes"}, {"optDialNo", "No"}, optDialYes);
-    switches->addWidget(fraSend);
-    switches->addWidget(fraDial);
+    switches->addWidget(fraSend = MakeFrame("fraSend", "Select Send", this));
+    switches->addWidget(fraDial = MakeFrame("fraDial", "Display Receive Data", this));
+    optSend = AddSwitch(fraSend, {"optSend", "Send"}, {"optNoSend", "No Send"});
+    optDialYes = AddSwitch(fraDial, {"optDialYes", "Yes"}, {"optDialNo", "No"});
     column->addLayout(switches);
     column->addWidget(MakeParameters());
     column->addStretch();
@@ -122,13 +115,12 @@ class RemoteSession : public link::SamplingScreen {
   }
 
   // Two options, the second of them marked. They are read at each sample or datagram and need no handlers.
-  QGroupBox* MakeSwitch(const char* name, const char* caption, const Choice& on, const Choice& off,
-                        QRadioButton*& isOn) {
-    auto* frame = MakeFrame(name, caption, this);
+  QRadioButton* AddSwitch(QGroupBox* frame, const Choice& on, const Choice& off) {
     auto* column = new QVBoxLayout(frame);
-    column->addWidget(isOn = MakeOption(on.name, on.caption, frame, false));
-    column->addWidget(MakeOption(off.name, off.caption, frame, true));
-    return frame;
+    auto* isOn = MakeOption(on.first, on.second, frame, false);
+    column->addWidget(isOn);
+    column->addWidget(MakeOption(off.first, off.second, frame, true));
+    return isOn;
   }
 
   QGroupBox* MakeParameters() {
@@ -138,7 +130,7 @@ class RemoteSession : public link::SamplingScreen {
     txtWhoAmI = MakeReadOnlyBox("txtWhoAmI", "Who am I?", frame);
     AddRow(*grid, "Who am I?", txtWhoAmI);
     auto* own = AddNumbers(txtLH, "txtLH", "Local Host", true, frame);
-    AddRow(*grid, "Local Host", own, txtLH[0]);
+    AddRow(*grid, "Local Host", txtLH[0], own);
     AddPeer(*grid);
     txtPort = MakeTextBox("txtPort", "Remote Port", frame);
     AddRow(*grid, "Remote Port", txtPort);
@@ -168,7 +160,7 @@ class RemoteSession : public link::SamplingScreen {
 
   QVBoxLayout* MakeTextsAndDials() {
     auto* texts = new QHBoxLayout;
-    txtSend = AddText(*texts, "txtSend", "Send", "cmdClearSend", [this] { SetSendText(""); });
+    txtSend = AddText(*texts, "txtSend", "Send", "cmdClearSend", [this] { cmdClearSend_Click(); });
     txtReceive = AddText(*texts, "txtReceive", "Receive", "cmdClearReceive", [this] { txtReceive->clear(); });
     txtReceive->setReadOnly(true);
     auto* dials = new QHBoxLayout;
@@ -183,8 +175,7 @@ class RemoteSession : public link::SamplingScreen {
 
   QPlainTextEdit* AddText(QHBoxLayout& texts, const char* name, const char* caption, const char* clear,
                           std::function<void()> click) {
-    auto* part = new QWidget(this);
-    auto* box = new QPlainTextEdit(part);
+    auto* box = new QPlainTextEdit(this);
     box->setObjectName(name);
     box->setAccessibleName(caption);
     box->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
@@ -193,27 +184,26 @@ class RemoteSession : public link::SamplingScreen {
     box->setMinimumHeight(3 * box->fontMetrics().lineSpacing());
     auto* button = MakeButton(clear, "Clear", std::move(click));
     button->setAccessibleDescription(QString("Clears ") + caption);
-    auto* grid = new QGridLayout(part);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(MakeLabel("", caption, part, box), 0, 0);
+    auto* grid = new QGridLayout;
+    grid->addWidget(MakeLabel("", caption, this, box), 0, 0);
     grid->addWidget(box, 1, 0, 1, 2);
     grid->addWidget(button, 2, 1);
     grid->setColumnStretch(0, 1);
-    texts.addWidget(part);
+    texts.addLayout(grid);
     return box;
   }
 
   QGroupBox* MakeAxis(Axis& axis) {
     auto* frame = MakeFrame(axis.row.frame, axis.row.caption, this);
     auto* boxes = new QGridLayout;
-    axis.text = AddReading(*boxes, {axis.row.angle, axis.row.caption, "degrees"}, frame);
-    axis.text->setReadOnly(false);  // what is typed there moves the dial
-    axis.text->setPalette({});
+    auto* text = axis.text = AddReading(*boxes, axis.row.angle, axis.row.caption, "degrees", frame);
+    text->setReadOnly(false);  // what is typed there moves the dial
+    text->setPalette({});
     boxes->setColumnStretch(3, 1);
     auto* dial = axis.dial = MakeDial(axis.row, frame);
-    connect(axis.text, &QLineEdit::textChanged, dial, [=] { dial->Value(shared::NumberIn(*axis.text)); });
-    for (QWidget* widget : {static_cast<QWidget*>(axis.text), static_cast<QWidget*>(dial)})
-      strips_->DimAlong(widget);
+    connect(text, &QLineEdit::textChanged, dial, [=] { dial->Value(shared::NumberIn(*text)); });
+    strips_->DimAlong(text);
+    strips_->DimAlong(dial);
     auto* column = new QVBoxLayout(frame);
     column->addLayout(boxes);
     column->addWidget(dial, 1);
@@ -223,16 +213,26 @@ class RemoteSession : public link::SamplingScreen {
   void Form_Load() {
     shared::Guarded(*this, "Form_Load", [this] {
       txtWhoAmI->setText(QString::fromStdString(HostName()));
-      ShowPorts(SessionRoles[0]);
+      ApplyRole(SessionRoles[0]);
       txtRH5->setText(DefaultPeerName);
       for (std::size_t i = 0; i < txtRH.size(); ++i) txtRH[i]->setText(DefaultPeerNumbers[i]);
       udpPeerA.RemoteHost(DefaultPeerName);
       udpPeerA.RemotePort(PortIn(*txtPort));
       BindLocalPort();
-      fraDial->setEnabled(false);
-      const auto numbers = GetIP(*this);
-      if (!numbers) return;
-      for (std::size_t i = 0; i < txtLH.size(); ++i) txtLH[i]->setText(QString::fromStdString((*numbers)[i]));
+      GetIP();
+    });
+  }
+
+  // The numbers of the last address in this computer's list.
+  void GetIP() {
+    shared::Guarded(*this, "GetIP", [this] {
+      const auto addresses = HostAddresses();
+      if (addresses.empty()) return MsgBox("Winsock.dll is not responding.");
+      std::istringstream numbers(addresses.back());
+      for (std::string number; auto* box : txtLH) {
+        std::getline(numbers, number, '.');
+        box->setText(QString::fromStdString(number));
+      }
     });
   }
 
@@ -243,10 +243,6 @@ class RemoteSession : public link::SamplingScreen {
     fraDial->setEnabled(!role.sends);
     strips_->Clear();
     received_.reset();
-    ShowPorts(role);
-  }
-
-  void ShowPorts(const SessionRole& role) {
     txtPort->setText(role.port);
     txtBind->setText(role.bind);
   }
@@ -296,12 +292,9 @@ class RemoteSession : public link::SamplingScreen {
   void Take(const link::Bytes& reply) override {
     const auto words = link::AngleWords(reply);
     if (!words) return;
-    auto& sample = Shared.LiveSample;
-    for (const auto& row : AngleRows) DecodeAngle(row, *words, sample);
-    strips_->Add(0, sample.AngleX);
-    strips_->Add(1, sample.AngleY);
+    TakeAngles(*words, *strips_);
     if (!optSend->isChecked()) return;
-    OutgoingText = QString::fromStdString(Datagram(sample.AngleX, sample.AngleY));
+    OutgoingText = QString::fromStdString(Datagram(Shared.LiveSample.AngleX, Shared.LiveSample.AngleY));
     sendTextDue_ = true;
     Transmit(OutgoingText);
   }
@@ -318,17 +311,16 @@ class RemoteSession : public link::SamplingScreen {
     sentText_ = text;
   }
 
-  /// Puts a text into txtSend and sends it, even if it was there already.
-  void SetSendText(const QString& text) {
-    ShowSendText(text);
-    Transmit(text);
+  // An empty text is sent even if the box was empty.
+  void cmdClearSend_Click() {
+    ShowSendText("");
+    Transmit("");
   }
 
   // The box also emits textChanged when its text is the same.
   void txtSend_Change() {
     const QString text = txtSend->toPlainText();
-    if (text == std::exchange(sentText_, text)) return;
-    Transmit(text);
+    if (text != std::exchange(sentText_, text)) Transmit(text);
   }
 
   // If sending fails, this datagram is lost and sampling goes on.

@@ -1,9 +1,6 @@
 #include "review/GraphBP.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 

@@ -1,7 +1,6 @@
 #include "shell/About.h"
 
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 

@@ -1,8 +1,6 @@
 #include "shell/Main.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 

@@ -1,6 +1,5 @@
 #include "shell/StatusLine.h"
 
-#include <QLabel>
 #include <QStatusBar>
 
 #include <algorithm>

@@ -1,10 +1,5 @@
 #include "platform/controls/Controls.h"
 
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProgressBar>
-
 #include <algorithm>
 
 namespace bexlow::platform {

@@ -1,13 +1,11 @@
-// Plain controls with their names: objectName for the program, accessible name for screen readers.
+// Plain controls with their names: objectName for the program, accessible name for screen readers. Whoever
+// includes this has the classes of the controls, too.
 #pragma once
 
-#include <QString>
-
-class QGroupBox;
-class QLabel;
-class QLineEdit;
-class QProgressBar;
-class QWidget;
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
 
 namespace bexlow::platform {
 
