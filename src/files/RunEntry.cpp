@@ -1,8 +1,8 @@
 #include "files/RunEntry.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <system_error>
+#include <vector>
 
 #include "files/BinPages.h"
 #include "files/DataFile.h"
@@ -17,10 +17,10 @@ namespace {
 
 constexpr std::size_t PageHeaderLines = 12, RecordingHeaderLines = 10;
 
-/// The whole lines behind the header, or of those the last.
+/// The whole lines after the header, or of those the last.
 struct Records {
   std::string_view first;  ///< begins with the first record
-  std::string_view text;
+  std::vector<std::string_view> lines;
   bool all = false, torn = false;
 };
 
@@ -35,9 +35,10 @@ std::optional<Records> FindRecords(std::string_view head, std::string_view tail,
   const auto unread = size - std::min<std::uintmax_t>(size, tail.size());
   Records records{head.substr(begin), {}, unread <= begin};
   const auto from = records.all ? begin - unread : tail.find('\n') + 1;  // else a line's rest comes first
-  records.text = tail.substr(std::min<std::size_t>(from, tail.size()));
-  records.torn = !records.text.empty() && records.text.back() != '\n';
-  if (records.torn) records.text = records.text.substr(0, records.text.rfind('\n') + 1);
+  LineReader lines(tail.substr(std::min<std::size_t>(from, tail.size())));
+  while (const auto line = lines.Next()) records.lines.push_back(*line);
+  records.torn = !records.lines.empty() && tail.back() != '\n';
+  if (records.torn) records.lines.pop_back();
   return records;
 }
 
@@ -48,22 +49,17 @@ void Remark(RunEntry& entry, std::string_view words) {
 
 void ReadPages(const Records& records, const FileCheck& check, std::optional<double> frequency,
                RunEntry& entry) {
-  Run run;
-  std::string_view last;
-  LineReader lines(records.text);
-  while (const auto line = lines.Next()) run.records.push_back({PageOf(last = *line), 0});
-  if (!records.all) {
-    Run first;
-    first.records.push_back({PageOf(records.first), 0});
-    Remark(entry, PageRemarks(first));
-  }
-  if (run.records.empty()) return Remark(entry, records.all ? "holds no page" : "ends without a record");
+  Run first, run, end;
+  first.records.push_back({PageOf(records.first), 0});
+  if (!records.all) Remark(entry, PageRemarks(first));
+  if (records.lines.empty()) return Remark(entry, records.all ? "holds no page" : "ends without a record");
+  for (const auto& line : records.lines) run.records.push_back({PageOf(line), 0});
   Remark(entry, PageRemarks(run, records.all ? 0 : run.records.front().page - 1));
   entry.lastPage = run.records.back().page;
+  const auto last = records.lines.back();
   if (check.kind == FileKind::Bin && std::ranges::count(last, ',') < std::ssize(BinPoints{}))
     return Remark(entry, "the last record is damaged");
   if (check.channel < 1 || check.channel > 3) return;
-  Run end;
   try {
     AppendRecord(end, last, check.channel);
   } catch (const std::system_error&) {
@@ -74,12 +70,10 @@ void ReadPages(const Records& records, const FileCheck& check, std::optional<dou
 }
 
 void ReadTimes(const Records& records, RunEntry& entry) {
-  std::string_view last;
-  LineReader lines(records.text);
-  while (const auto line = lines.Next()) last = *line;
-  if (last.empty()) return Remark(entry, records.all ? "holds no sample" : "ends without a sample");
+  if (records.lines.empty() || records.lines.back().empty())
+    return Remark(entry, records.all ? "holds no sample" : "ends without a sample");
   const auto from = values::WholeNumber(BeforeFirstComma(records.first).value_or(""));
-  const auto to = values::WholeNumber(BeforeFirstComma(last).value_or(""));
+  const auto to = values::WholeNumber(BeforeFirstComma(records.lines.back()).value_or(""));
   if (from && to && *to >= *from) entry.seconds = *to - *from;
 }
 
@@ -110,15 +104,11 @@ RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax
   entry.serialNumber = facts.serialNumber;
   const auto records = FindRecords(head, tail, size, isRecording ? RecordingHeaderLines : PageHeaderLines);
   if (!records) {
-    Remark(entry, "ends within its header");
+    entry.remark = "ends within its header";
     return entry;
   }
   if (records->torn) Remark(entry, "ends in the middle of a record");
-  if (isRecording) {
-    ReadTimes(*records, entry);
-    return entry;
-  }
-  ReadPages(*records, check, facts.frequency, entry);
+  isRecording ? ReadTimes(*records, entry) : ReadPages(*records, check, facts.frequency, entry);
   return entry;
 }
 

@@ -1,8 +1,7 @@
 // The data files of the folder "Data Files" as a table, which follows the folder while it is on show.
 #pragma once
 
-#include <QStandardItemModel>
-#include <QTreeView>
+#include <QTreeWidget>
 
 #include <filesystem>
 #include <functional>
@@ -16,9 +15,7 @@ class QFileSystemWatcher;
 
 namespace bexlow::shell {
 
-class RunsTable : public QTreeView {
-  Q_OBJECT
-
+class RunsTable : public QTreeWidget {
  public:
   /// @param open  called with the path of a row that the user opens
   RunsTable(QWidget* page, std::function<void(const std::string& path)> open);
@@ -29,20 +26,13 @@ class RunsTable : public QTreeView {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  /// A file as it was when it was read.
-  struct Row {
-    std::uintmax_t size = 0;
-    std::filesystem::file_time_type written;
-    QList<QStandardItem*> cells;
-  };
+  struct Row;
 
-  void Follow();
   void Renew();
-  void ShowChanged(const QStringList& files);
-  void Fill(const std::filesystem::path& path, Row& row);
+  void RenewSoon();
+  void FitColumns();
 
-  QStandardItemModel model_;
-  std::map<std::filesystem::path, Row> rows_;
+  std::map<std::filesystem::path, std::unique_ptr<Row>> rows_;
   std::unique_ptr<QFileSystemWatcher> watcher_;
   std::unique_ptr<platform::Alarm> renewal_;
   bool due_ = false;  ///< a renewal
