@@ -1,10 +1,12 @@
-// The parameter map: forms, limits, and where each cell of a read goes.
+// The parameter map: forms, limits, and where each cell of a read goes; requests that no story sends.
 #include <bit>
 #include <numeric>
 #include <optional>
 
 #include "config/ParameterMap.h"
+#include "link/Protocol.h"
 #include "logic/Expect.h"
+#include "values/Conversions.h"
 
 namespace bexlow::config {
 namespace {
@@ -44,6 +46,22 @@ TEST(Map, AWholeReadBreaksOut) {
   for (std::size_t i = 0; i < 6; ++i) fields[6 + i] = fields[6 + i] / 32767 * fullScales[i];
   EXPECT_EQ(std::bit_cast<Fields>(parameters), fields);
   EXPECT_EQ(AddressText(Parameters[4]) + " " + AddressText(Parameters[15]), "10/11 31");
+}
+
+TEST(Protocol, RefusesWhatIsNoByteNoWordAndNoSample) {
+  using namespace link;
+  for (const int bad : {-1, 256}) {
+    FailureOf(std::errc::value_too_large, [&] { ReadEeprom(bad); });
+    FailureOf(std::errc::value_too_large, [&] { WriteEeprom(0, bad); });
+  }
+  for (const int bad : {-256, 65536}) FailureOf(std::errc::value_too_large, [&] { DownloadPage(bad); });
+  FailureOf(std::errc::invalid_argument, [] { MakeRequest(CommandName::ReadEeprom); });
+  FailureOf(std::errc::invalid_argument, [] { values::Word(Bytes{1}, 0); });
+  FailureOf(std::errc::invalid_argument, [] { values::Word(Bytes{1, 2}, 1); });
+  for (const std::size_t length : {0u, 3u, 5u, 7u, 12u}) {
+    EXPECT_FALSE(AngleWords(Bytes(length))) << length;
+    EXPECT_FALSE(AccelerometerReadings(Bytes(length, 0xFF))) << length << ", tested before the range";
+  }
 }
 
 }  // namespace

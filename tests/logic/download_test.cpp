@@ -1,5 +1,5 @@
 // Decoded pages, CSV files, and header values that no story writes.
-#include <cmath>
+#include <numeric>
 #include <sstream>
 #include <vector>
 
@@ -8,7 +8,6 @@
 #include "files/PageDecoder.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
-#include "values/NumberText.h"
 
 namespace bexlow::download {
 namespace {
@@ -28,23 +27,17 @@ std::vector<std::string> FieldsOf(const std::string& text) {
   return fields;
 }
 
-/// Tenths of a degree, halves to the even tenth.
-std::string AngleText(int byte, int fullScale) {
-  const int steps = byte > 128 ? byte - 255 : byte;
-  return values::NumberText(std::nearbyint(steps * fullScale * 10 / 128.0) / 10);
-}
-
-TEST(DecodePage, All256BytesOnBothAxes) {
+TEST(DecodePage, StepsAreDegreesToATenthAndHalvesGoToTheEven) {
   PageArray page{};
-  for (std::size_t i = 0; i < 256; ++i) page[i] = static_cast<std::uint8_t>(i);
-  const auto x = FieldsOf(files::DecodePage(page, 1, 1));
-  const auto y = FieldsOf(files::DecodePage(page, 1, 2));
+  std::iota(page.begin(), page.end(), std::uint8_t{0});
+  const auto x = FieldsOf(files::DecodePage(page, 1, 1)), y = FieldsOf(files::DecodePage(page, 1, 2));
   ASSERT_TRUE(x.size() == 264 && y.size() == 264);
-  for (int byte = 0; byte < 256; ++byte) {
-    EXPECT_EQ(x[static_cast<std::size_t>(byte)], AngleText(byte, 180)) << byte;
-    EXPECT_EQ(y[static_cast<std::size_t>(byte)], AngleText(byte, 90)) << byte;
-  }
-  EXPECT_EQ(x[128] + " " + x[129] + " " + y[247], "180 -177.2 -5.6");
+  using Row = std::tuple<std::size_t, const char*, const char*>;
+  for (const auto& [byte, xText, yText] :
+       {Row{0, "0", "0"}, Row{1, "1.4", ".7"}, Row{8, "11.2", "5.6"}, Row{16, "22.5", "11.2"},
+        Row{24, "33.8", "16.9"}, Row{48, "67.5", "33.8"}, Row{127, "178.6", "89.3"}, Row{128, "180", "90"},
+        Row{129, "-177.2", "-88.6"}, Row{247, "-11.2", "-5.6"}, Row{255, "0", "0"}, Row{257, "1.4", ".7"}})
+    EXPECT_EQ(x[byte] + " " + y[byte], std::string(xText) + " " + yText) << byte;
 }
 
 TEST(DecodePage, BinsAndPairs) {

@@ -1,4 +1,5 @@
-// Reading data files back: series, bin pairs and button pushes, hostile files among them.
+// Reading data files back: series, bin pairs, button pushes and rows of the table of runs, hostile files
+// among them.
 #include <algorithm>
 #include <limits>
 #include <vector>
@@ -6,11 +7,13 @@
 #include "files/BinPages.h"
 #include "files/ButtonPushes.h"
 #include "files/DataFile.h"
+#include "files/RunEntry.h"
 #include "files/RunFacts.h"
 #include "files/Series.h"
 #include "graph/ViewNumbers.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
+#include "values/NumberText.h"
 
 namespace bexlow {
 namespace {
@@ -18,6 +21,10 @@ namespace {
 using files::FileKind;
 using files::ReviewCheck;
 using test::Header, test::Record, test::Shortened;
+
+std::string Replaced(std::string text, const std::string& part, const std::string& by) {
+  return text.replace(text.find(part), part.size(), by);
+}
 
 std::string WithLineFeeds(std::string text) {
   std::erase(text, '\r');
@@ -49,14 +56,14 @@ TEST(RunFacts, AreReadAndNeverMadeUp) {
   for (const auto& [line, other, launched, frequency] :
        {Row{"", "", true, 7.5}, Row{"Mode = 1", "Mode = 0", true, -1},
         Row{"Download Pages", "Angles", false, -1}, Row{Launch, "", false, 7.5}, Row{Hertz, "", true, -1},
-        Row{Launch + "03/09/2004 14:05:07", Launch, false, 7.5}, Row{Hertz + "7.5", Hertz, true, -1},
-        Row{Hertz + "7.5", Hertz + "0", true, -1}, Row{Hertz + "7.5", Hertz + "-7.5", true, -1},
-        Row{Hertz + "7.5", Hertz + "7.5 Hz", true, -1}, Row{Hertz + "7.5", Hertz + "6553.6", true, -1},
-        Row{Hertz + "7.5", Hertz + "6553.5", true, 6553.5}}) {
+        Row{Launch + "03/09/2004 14:05:07", Launch, false, 7.5}, Row{"03/09/2004", "02/30/2004", false, 7.5},
+        Row{"14:05:07", "24:05:07", false, 7.5}, Row{"14:05:07", "14:05:07x", false, 7.5},
+        Row{"03/09/2004 14:05:07", "255/255/65535 255:255:255", false, 7.5},
+        Row{Hertz + "7.5", Hertz, true, -1}, Row{Hertz + "7.5", Hertz + "0", true, -1},
+        Row{Hertz + "7.5", Hertz + "-7.5", true, -1}, Row{Hertz + "7.5", Hertz + "7.5 Hz", true, -1},
+        Row{Hertz + "7.5", Hertz + "6553.6", true, -1}, Row{Hertz + "7.5", Hertz + "6553.5", true, 6553.5}}) {
     SCOPED_TRACE(other);
-    auto text = Header();
-    text.replace(text.find(line), line.size(), other);
-    const auto facts = files::ReadRunFacts(text);
+    const auto facts = files::ReadRunFacts(Replaced(Header(), line, other));
     EXPECT_EQ(facts.launch, launched ? "2004-03-09 14:05:07" : "");
     EXPECT_EQ(facts.frequency.value_or(-1), frequency);
   }
@@ -88,12 +95,10 @@ TEST(ViewNumbers, AreExactAndLeaveOutPushesAndTheUnwrittenEnd) {
   for (const auto& [isX, first, last, limit, line] :
        {Row{true, 0, 527, 60,
             "min -0.7°, mean 60.4°, max 60.5°; above 60°: 99.8 %, below: 0.2 %; left out: 6 pushes, 72 zeros "
-            "at the "
-            "end"},
+            "at the end"},
         Row{false, 0, 527, -20,
             "min -20.5°, mean -20.3°, max 90.0°; above -20°: 0.2 %, below: 99.8 %; left out: 6 pushes, 72 "
-            "zeros at "
-            "the end"},
+            "zeros at the end"},
         Row{true, 0, 39, 61, "min 60.5°, mean 60.5°, max 60.5°; above 61°: 0.0 %, below: 100.0 %"},
         Row{true, 39, 41, 60,
             "min 60.5°, mean 60.5°, max 60.5°; above 60°: 100.0 %, below: 0.0 %; left out: 1 push"},
@@ -157,13 +162,6 @@ TEST(Run, MissingAndDoubledPagesAreTold) {
     EXPECT_EQ(files::PagesRise(run), rise);
     EXPECT_EQ(files::PageRemarks(run), remarks);
   }
-}
-
-TEST(LaunchTime, IsReadableOrLeftOut) {
-  EXPECT_EQ(files::ReadableLaunchTime("03/09/2004 14:05:07"), "2004-03-09 14:05:07");
-  for (const auto* text : {"13/09/2004 14:05:07", "02/30/2004 14:05:07", "03/09/2004 24:05:07",
-                           "255/255/65535 255:255:255", "03/09/2004 14:05:07x", ""})
-    EXPECT_EQ(files::ReadableLaunchTime(text), "") << text;
 }
 
 TEST(Series, FieldsGoToTheirPlaces) {
@@ -261,6 +259,61 @@ TEST(BinPages, BinsSpreadOverTheDegrees) {
   EXPECT_EQ(arrays.YDegrees[180], 132);
   EXPECT_EQ(std::ranges::count(arrays.XDegrees, 0.0), 361 - 132) << "no two bins on one degree";
   EXPECT_EQ(std::ranges::count(arrays.YDegrees, 0.0), 181 - 132);
+}
+
+std::string Said(const std::string& text) {
+  const auto tail = text.size() - std::min(text.size(), files::TailBytes);
+  const auto entry = files::ReadRunEntry(text.substr(0, files::HeadBytes), text.substr(tail), text.size());
+  return entry.launched + "|" + entry.serialNumber + "|" + entry.kind + "|" +
+         (entry.seconds ? values::PlainNumberText(*entry.seconds) : "") + "|" +
+         std::to_string(entry.lastPage) + "|" + entry.remark;
+}
+
+/// 400 pages, 741 KiB, without one of them.
+std::string Without(int missing) {
+  std::string text = Header();
+  for (int page = 1; page <= 400; ++page)
+    if (page != missing) text += Record(std::to_string(page), 264, "-177.2");
+  return text;
+}
+
+std::string Recording(const std::string& kind, const std::string& samples) {
+  return test::Shortened(Header("", "", kind), 9) + "Time(seconds)\r\n" + samples;
+}
+
+TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
+  const std::string launch = "2004-03-09 14:05:07|", full = Record("1", 264, "1");
+  const std::string both = launch + "|Linear X and Y|";
+  const std::string xOnly = launch + "|Linear X|", bin = launch + "|Bin|";
+  using Row = std::tuple<const char*, std::string, std::string>;
+  for (const auto& [what, text, said] :
+       {Row{"one page", Header() + full, both + "17.6|1|"},
+        Row{"a serial number", Replaced(Header(), "\r\n4\r\n", "\r\nSerial Number: 417\r\n") + full,
+            launch + "417|Linear X and Y|17.6|1|"},
+        Row{"no date", Replaced(Header(), "03/09", "13/09") + full, "||Linear X and Y|17.6|1|"},
+        Row{"no frequency", Replaced(Header(), "7.5", "0") + full, both + "|1|"},
+        Row{"one channel", Header("1", "1") + full, xOnly + "35.2|1|"},
+        Row{"an end that was not written", Header() + full + Record("2", 264, "0", 2, "3"),
+            both + "17.8666666666667|2|"},
+        Row{"a missing page", Header() + full + Record("3", 264, "1"), both + "52.8|3|page 2 is missing"},
+        Row{"a page twice", Header() + full + full, both + "|1|page 1 stands twice"},
+        Row{"a torn record", Header() + full + "2,1,1", both + "17.6|1|ends in the middle of a record"},
+        Row{"a short record", Header() + full + "2,1,1\r\n", both + "|2|the last record is damaged"},
+        Row{"no page", Header(), both + "|0|holds no page"},
+        Row{"a torn header", test::Shortened(Header(), 11), both + "|0|ends within its header"},
+        Row{"bins", Header("0") + Record("1", 132, "9") + Record("2", 132, "9"), bin + "|2|"},
+        Row{"a short bin page", Header("0") + Record("1", 131, "9"), bin + "|1|the last record is damaged"},
+        Row{"a gap in the middle is not seen", Without(20), both + "7040|400|"},
+        Row{"a gap near the end", Without(390), both + "7040|400|page 390 is missing"},
+        Row{"a gap at the beginning", Without(1), both + "7040|400|page 1 is missing"},
+        Row{"a recording", Recording("Angles", ".5,1,2\r\n3,1,2\r\n12.75,1,2\r\n1"),
+            "||Angles|12.25|0|ends in the middle of a record"},
+        Row{"an empty recording", Recording("Accelerometers", ""), "||Accelerometers||0|holds no sample"},
+        Row{"nothing", "", "||||0|empty"},
+        Row{"a picture", "\x89PNG\r\n\x1a\n", "||||0|no data file"}}) {
+    SCOPED_TRACE(what);
+    EXPECT_EQ(Said(text), said);
+  }
 }
 
 }  // namespace
