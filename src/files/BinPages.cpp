@@ -19,7 +19,7 @@ namespace {
 /// The 132 counts after a line's first comma; the last is the rest of the line.
 BinPoints PointsOf(std::string_view line, std::size_t lineNumber) {
   BinPoints points{};
-  std::optional<std::string_view> rest = BehindFirstComma(line);
+  std::optional<std::string_view> rest = AfterFirstComma(line);
   for (std::size_t i = 0; i < BinCount; ++i) {
     const bool last = i + 1 == BinCount;
     const auto field = !rest || last ? rest : BeforeFirstComma(*rest);
@@ -27,7 +27,7 @@ BinPoints PointsOf(std::string_view line, std::size_t lineNumber) {
     const auto number = values::WholeNumber(*field);
     if (!number) Throw(lineNumber, "field " + std::to_string(i + 1) + " is no number");
     points[i] = *number;
-    rest = BehindFirstComma(*rest);
+    rest = AfterFirstComma(*rest);
   }
   return points;
 }

@@ -23,7 +23,7 @@ ReviewCheck CheckReviewFile(std::string_view text) {
     if (!*line) return ReviewCheck::TooShort;
   }
   const bool supported =
-      Behind(ModeLabel, *mode) == "1" && Behind(ChannelLabel, *channel) == "3" && heads == ColumnHeads(1, 3);
+      After(ModeLabel, *mode) == "1" && After(ChannelLabel, *channel) == "3" && heads == ColumnHeads(1, 3);
   return supported ? ReviewCheck::Ok : ReviewCheck::NotSupported;
 }
 

@@ -66,7 +66,7 @@ void AppendLinearCsv(std::string_view dataFile, std::string& csv) {
   if (head.empty()) return;
   csv.append(head).append(LineEnd);
   while (const auto line = lines.Next()) {
-    const auto fields = BehindFirstComma(*line);
+    const auto fields = AfterFirstComma(*line);
     if (fields && !fields->empty()) AppendSamples(*fields, channel == '3', csv);
   }
 }

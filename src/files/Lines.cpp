@@ -19,7 +19,7 @@ bool LineReader::Skip(std::size_t count) {
   return count == 0;
 }
 
-std::optional<std::string_view> Behind(std::string_view label, std::string_view line) {
+std::optional<std::string_view> After(std::string_view label, std::string_view line) {
   if (!line.starts_with(label)) return std::nullopt;
   return line.substr(label.size());
 }
@@ -29,7 +29,7 @@ std::optional<std::string_view> BeforeFirstComma(std::string_view line) {
   return comma == std::string_view::npos ? std::nullopt : std::optional(line.substr(0, comma));
 }
 
-std::optional<std::string_view> BehindFirstComma(std::string_view line) {
+std::optional<std::string_view> AfterFirstComma(std::string_view line) {
   const std::size_t comma = line.find(',');
   return comma == std::string_view::npos ? std::nullopt : std::optional(line.substr(comma + 1));
 }

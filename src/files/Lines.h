@@ -27,10 +27,10 @@ class LineReader {
 };
 
 /// The text after a label; nothing if the line does not begin with the label.
-std::optional<std::string_view> Behind(std::string_view label, std::string_view line);
+std::optional<std::string_view> After(std::string_view label, std::string_view line);
 /// The text before the first comma; nothing without a comma.
 std::optional<std::string_view> BeforeFirstComma(std::string_view line);
 /// The text after the first comma; nothing without a comma.
-std::optional<std::string_view> BehindFirstComma(std::string_view line);
+std::optional<std::string_view> AfterFirstComma(std::string_view line);
 
 }  // namespace bexlow::files

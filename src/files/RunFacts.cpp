@@ -17,12 +17,12 @@ RunFacts ReadRunFacts(std::string_view text) {
   LineReader lines(text);
   for (auto& line : header) line = lines.Next().value_or(std::string_view());
   if (header[1] != KindText(DataFileKind::DownloadPages)) return {};
-  const auto serialNumber = Behind(SerialNumberLabel, header[3]).value_or("");
+  const auto serialNumber = After(SerialNumberLabel, header[3]).value_or("");
   RunFacts facts{std::string(values::WholeNumber(serialNumber) ? serialNumber : ""),
-                 ReadableLaunchTime(std::string(Behind(LaunchTimeLabel, header[4]).value_or(""))),
+                 ReadableLaunchTime(std::string(After(LaunchTimeLabel, header[4]).value_or(""))),
                  std::nullopt};
-  const auto frequency = values::WholeNumber(Behind(SamplingFrequencyLabel, header[5]).value_or(""));
-  const bool isLinear = Behind(ModeLabel, header[9]) == "1";
+  const auto frequency = values::WholeNumber(After(SamplingFrequencyLabel, header[5]).value_or(""));
+  const bool isLinear = After(ModeLabel, header[9]) == "1";
   if (isLinear && frequency && *frequency >= LeastFrequency && *frequency <= GreatestFrequency)
     facts.frequency = frequency;
   return facts;

@@ -48,7 +48,7 @@ FileCheck CheckFile(std::string_view text) {
     if (!line) return {FileKind::TooShort};
     kept = *line;
   }
-  const auto mode = Behind(ModeLabel, header[9]);
+  const auto mode = After(ModeLabel, header[9]);
   if (header[1] != KindText(DataFileKind::DownloadPages)) return {FileKind::WrongKind};
   if (mode == "0") return {FileKind::Bin};
   if (mode == "1") return {FileKind::Linear, ChannelOf(header[10])};
@@ -78,7 +78,7 @@ std::int32_t PageOf(std::string_view line) {
 void AppendRecord(Run& run, std::string_view line, int channel) {
   const std::size_t record = run.records.size() + 1;
   run.records.push_back({PageOf(line), run.Size()});
-  std::string_view rest = BehindFirstComma(line).value_or(std::string_view());
+  std::string_view rest = AfterFirstComma(line).value_or(std::string_view());
   for (std::size_t place = 0; place < FieldsInRecord; ++place) {
     const bool last = place + 1 == FieldsInRecord;
     const std::size_t end = last ? rest.size() : rest.find(',');
@@ -141,21 +141,21 @@ std::string PageRemarks(const Run& run, std::int32_t before) {
 }
 
 double PeriodsAt(const Run& run, double sample) {
-  const auto behind = std::ranges::upper_bound(
+  const auto next = std::ranges::upper_bound(
       run.records, sample, {}, [](const Run::Record& record) { return static_cast<double>(record.first); });
-  const auto& record = behind == run.records.begin() ? *behind : *std::prev(behind);
+  const auto& record = next == run.records.begin() ? *next : *std::prev(next);
   return static_cast<double>(record.page - 1) * static_cast<double>(SamplesInRecord(run)) + sample -
          static_cast<double>(record.first);
 }
 
 double SampleAt(const Run& run, double periods) {
   const auto size = static_cast<double>(SamplesInRecord(run));
-  const auto behind = std::ranges::upper_bound(
+  const auto next = std::ranges::upper_bound(
       run.records, periods, {}, [&](const Run::Record& record) { return (record.page - 1) * size; });
-  if (behind == run.records.begin()) return 0;
-  const auto& record = *std::prev(behind);
+  if (next == run.records.begin()) return 0;
+  const auto& record = *std::prev(next);
   const double within = periods - (record.page - 1) * size;
-  const bool isMissing = behind != run.records.end() && within > size;
+  const bool isMissing = next != run.records.end() && within > size;
   return static_cast<double>(record.first) + (isMissing ? size : within);
 }
 

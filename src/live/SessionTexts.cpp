@@ -27,7 +27,7 @@ std::string PeerWords(const platform::Winsock& socket) {
   switch (socket.PeerState()) {
     case platform::Winsock::Peer::Unnamed:
       return "The peer has no name.";
-    case platform::Winsock::Peer::LookedUp:
+    case platform::Winsock::Peer::LookingUp:
       return "Looking up the name " + host + ".";
     case platform::Winsock::Peer::NotFound:
       return "No IPv4 address is known for the name " + host + ".";

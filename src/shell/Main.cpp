@@ -49,7 +49,7 @@ Main::Main(MDIForm1& outer)
   BuildDisplayMenu();
   BuildHelpMenu();
   BuildBody();
-  FirstFocus(this);  // Enter once too often behind Connect must open no dialog
+  FirstFocus(this);  // Enter once too often after Connect must open no dialog
   LoggerReached(false);
   outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };
   AddChord(shared::ServiceChord, [this] { mnuRemote->setVisible(!mnuRemote->isVisible()); });

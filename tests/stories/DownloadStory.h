@@ -59,7 +59,7 @@ class DownloadStory : public Story {
   }
   std::vector<int> PagesInFile() const {
     std::vector<int> pages;
-    for (const auto& line : LinesBehind(12)) pages.push_back(std::stoi(line));
+    for (const auto& line : LinesAfter(12)) pages.push_back(std::stoi(line));
     return pages;
   }
   static std::vector<int> UpTo(int last) {

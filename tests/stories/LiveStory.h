@@ -38,7 +38,7 @@ class LiveStory : public Story {
     return static_cast<int>(std::ranges::count(machine.wire, letter, &WireByte::byte));
   }
   void Save(const std::string& name) { ChooseFile("Data", "Save", name); }
-  std::vector<std::string> Records() const { return LinesBehind(10); }
+  std::vector<std::string> Records() const { return LinesAfter(10); }
   /// The different records without their times; a single one means that no sample was torn.
   std::set<std::string> KindsOfRecords() const {
     std::set<std::string> kinds;

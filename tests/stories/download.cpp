@@ -176,7 +176,7 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
                                                "; a page may be in the file twice, under two numbers.");
         ReadsCompletion();
         EXPECT_EQ(PagesInFile(), UpTo(5));
-        EXPECT_TRUE(LinesBehind(12)[1].starts_with("2,2.8,2.1,5.6,"))
+        EXPECT_TRUE(LinesAfter(12)[1].starts_with("2,2.8,2.1,5.6,"))
             << "page 2 begins with the bytes 2, 3, 4";
       }
     }
@@ -367,7 +367,7 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
     EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), xPoints);
     EXPECT_EQ(The<platform::CWGraph>("CWGraph2").Values().size(), yPoints);
     EXPECT_TRUE(Contains(FileText(path), std::string("\r\n") + head + "\r\n1,"));
-    EXPECT_EQ(std::ranges::count(LinesBehind(12).front(), ','), fields);
+    EXPECT_EQ(std::ranges::count(LinesAfter(12).front(), ','), fields);
     EXPECT_EQ(std::filesystem::exists(DataFile("run.csv")), csv);
   }
 }

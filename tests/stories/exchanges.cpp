@@ -226,7 +226,7 @@ TEST_F(Exchanges, TheStatusLineTellsSamplesAndTheLastFailure) {
   logger.silent = true;
   machine.Pass(250ms);
   EXPECT_EQ(Told(),
-            "Sampling, saving to live.qbx, " + values::CountText(std::ssize(LinesBehind(10))) + " samples")
+            "Sampling, saving to live.qbx, " + values::CountText(std::ssize(LinesAfter(10))) + " samples")
       << "no whole second yet, and what the file holds of both runs";
   Choose("Data", "Sample");
 }

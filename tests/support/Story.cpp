@@ -125,7 +125,7 @@ void Story::Open(const std::string& text) {
   ChooseFile("File", "Open", "f.qbx");
 }
 
-std::vector<std::string> Story::LinesBehind(int headerLines) const {
+std::vector<std::string> Story::LinesAfter(int headerLines) const {
   auto lines = LinesOf(FileText(path));
   lines.erase(lines.begin(), lines.begin() + std::min<std::ptrdiff_t>(headerLines, std::ssize(lines)));
   return lines;

@@ -84,8 +84,8 @@ class Story : public ::testing::Test {
   void ChooseFile(const QString& menu, const QString& entry, const std::string& name);
   /// Opens a data file of this text.
   void Open(const std::string& text);
-  /// The lines of `path` behind its header.
-  std::vector<std::string> LinesBehind(int headerLines) const;
+  /// The lines of `path` after its header.
+  std::vector<std::string> LinesAfter(int headerLines) const;
 
   static ::testing::AssertionResult Contains(const std::string& text, const std::string& part) {
     if (text.find(part) != std::string::npos) return ::testing::AssertionSuccess();

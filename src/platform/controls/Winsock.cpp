@@ -65,7 +65,7 @@ void Winsock::RemoteHost(const std::string& host) {
   remoteHost_ = host;
   const QString name = QString::fromStdString(host);
   const bool dotted = peer_.setAddress(name) && peer_.protocol() == QHostAddress::IPv4Protocol;
-  peerState_ = dotted ? Peer::Known : host.empty() ? Peer::Unnamed : Peer::LookedUp;
+  peerState_ = dotted ? Peer::Known : host.empty() ? Peer::Unnamed : Peer::LookingUp;
   if (dotted) return;
   peer_.clear();
   if (!host.empty()) LookUp(name);

@@ -27,7 +27,7 @@ class Winsock {
   Winsock(const Winsock&) = delete;
   Winsock& operator=(const Winsock&) = delete;
 
-  enum class Peer { Unnamed, LookedUp, Known, NotFound };
+  enum class Peer { Unnamed, LookingUp, Known, NotFound };
   const std::string& RemoteHost() const { return remoteHost_; }
   /// A computer name or a dotted address. A name is looked up in the background, and nothing is sent before
   /// it is known.
