@@ -270,15 +270,13 @@ platform::Activity Configuration::Activity() const {
 // limit. A repeat and the next request start with the same letter, so it is sent first; the 12 ms pause after
 // it shows whether more bytes follow.
 void Configuration::MSComm1_OnComm() {
-  Guarded(*this, "MSComm1_OnComm", [this] {
-    const bool last = Shared.ParameterIndex == EndOfRead - 1;
-    const auto begun = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
-    link::Bytes reply = MSComm1.Input();
-    link::EndReply(MSComm1, reply, 1, begun, last ? link::LineSilenceUs : 0);
-    if (reply.size() == 1) TakeCell(reply.front());
-    if (Shared.ParameterIndex == EndOfRead) return FinishRead();
-    RequestCell(begun.size());
-  });
+  const bool last = Shared.ParameterIndex == EndOfRead - 1;
+  const auto begun = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
+  link::Bytes reply = MSComm1.Input();
+  link::EndReply(MSComm1, reply, 1, begun, last ? link::LineSilenceUs : 0);
+  if (reply.size() == 1) TakeCell(reply.front());
+  if (Shared.ParameterIndex == EndOfRead) return FinishRead();
+  RequestCell(begun.size());
 }
 
 void Configuration::TakeCell(std::uint8_t byte) {

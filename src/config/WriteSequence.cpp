@@ -61,14 +61,12 @@ WriteSequence::WriteSequence(platform::Form& screen, const WritePlan& plan, Prog
 
 void WriteSequence::mnuWrite_Click() {
   if (!link::LoggerIsFree(screen_)) return;
-  Guarded(screen_, "mnuWrite_Click", [this] {
-    screen_.MousePointer(Pointer::Busy);
-    enableEntries_(false);
-    Shared.ParameterIndex = FirstIndex;
-    if (plan_.barMaximum) progress_.PBar->setMaximum(*plan_.barMaximum);
-    link::OpenCommPort(MSComm2, screen_);
-    TimerWrite.Enabled(true);
-  });
+  screen_.MousePointer(Pointer::Busy);
+  enableEntries_(false);
+  Shared.ParameterIndex = FirstIndex;
+  if (plan_.barMaximum) progress_.PBar->setMaximum(*plan_.barMaximum);
+  link::OpenCommPort(MSComm2, screen_);
+  TimerWrite.Enabled(true);
 }
 
 platform::Activity WriteSequence::Activity() const {
@@ -80,13 +78,11 @@ platform::Activity WriteSequence::Activity() const {
 
 // If the byte of k cannot be made, the next tick tries k again; if it cannot be sent, k is skipped.
 void WriteSequence::TimerWrite_Timer() {
-  Guarded(screen_, "TimerWrite_Timer", [this] {
-    if (const auto cell = cellAt_(Shared.ParameterIndex)) WriteRoutine(cell->address, cell->byte);
-    const int k = ++Shared.ParameterIndex;
-    if (k != plan_.end || plan_.lastTickShown) progress_.Show("Writing", k, k - plan_.barZero);
-    emit screen_.ActivityChanged();
-    if (k == plan_.end) Finish();
-  });
+  if (const auto cell = cellAt_(Shared.ParameterIndex)) WriteRoutine(cell->address, cell->byte);
+  const int k = ++Shared.ParameterIndex;
+  if (k != plan_.end || plan_.lastTickShown) progress_.Show("Writing", k, k - plan_.barZero);
+  emit screen_.ActivityChanged();
+  if (k == plan_.end) Finish();
 }
 
 void WriteSequence::WriteRoutine(int address, std::uint8_t byte) {

@@ -29,10 +29,4 @@ bool AskForDataFile(platform::CommonDialog& dialog) {
   return dialog.ShowOpen();
 }
 
-bool AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName) {
-  if (!AskForDataFile(dialog)) return false;
-  txtFileName.setText(QString::fromStdString(dialog.FileName));
-  return true;
-}
-
 }  // namespace bexlow::graph

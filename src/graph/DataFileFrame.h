@@ -18,7 +18,5 @@ QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
 /// Asks for a data file; its path is then in the dialog's FileName.
 /// @return false if the dialog was cancelled and its CancelError is not set
 bool AskForDataFile(platform::CommonDialog& dialog);
-/// The same, and puts the path into the box.
-bool AskForDataFile(platform::CommonDialog& dialog, QLineEdit& txtFileName);
 
 }  // namespace bexlow::graph

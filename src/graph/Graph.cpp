@@ -5,6 +5,7 @@
 #include <QVBoxLayout>
 
 #include <exception>
+#include <utility>
 
 #include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
@@ -98,17 +99,16 @@ void Graph::txtPageNumberX_Change() {
 // If the dialog is cancelled or the file cannot be read, no message appears and the graphs stay as they are.
 void Graph::mnuOpen_Click() {
   try {
-    if (AskForFile()) OpenFile();
+    if (std::exchange(Shared.GraphAfterDownload, false)) return Open(Shared.GraphFileName);
+    if (AskForDataFile(CommonDialog1)) Open(CommonDialog1.FileName);
   } catch (const std::exception&) {}
 }
 
-bool Graph::AskForFile() {
-  if (Shared.GraphAfterDownload) {
-    Shared.GraphAfterDownload = false;
-    txtFileName->setText(QString::fromStdString(Shared.GraphFileName));
-    return true;
-  }
-  return AskForDataFile(CommonDialog1, *txtFileName);
+void Graph::Open(const std::string& fileName) {
+  txtFileName->setText(QString::fromStdString(fileName));
+  try {
+    OpenFile();
+  } catch (const std::exception&) {}
 }
 
 void Graph::OpenFile() {
@@ -171,24 +171,20 @@ void Graph::BuildArrays(const char* procedure, int channel) {
 }
 
 void Graph::cmdNext_Click() {
-  Guarded(*this, "cmdNext_Click", [this] {
-    if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
-    if (NumberIn(*txtPageNumberX) == LastPageX) return MsgBox(EndOfFileText);
-    PageNumberX = values::ToInt16(PageNumberX + 2);
-    if (PageNumberX > 0) cmdPrevious->setEnabled(true);
-    PageNumber(PageNumberX);
-    Big(PageNumberX, FileName());
-  });
+  if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
+  if (NumberIn(*txtPageNumberX) == LastPageX) return MsgBox(EndOfFileText);
+  PageNumberX = values::ToInt16(PageNumberX + 2);
+  if (PageNumberX > 0) cmdPrevious->setEnabled(true);
+  PageNumber(PageNumberX);
+  Big(PageNumberX, FileName());
 }
 
 void Graph::cmdPrevious_Click() {
-  Guarded(*this, "cmdPrevious_Click", [this] {
-    if (PageNumberX == 1) return cmdPrevious->setEnabled(false);
-    PageNumberX = values::ToInt16(PageNumberX - 2);
-    cmdPrevious->setEnabled(PageNumberX != 0);
-    PageNumber(PageNumberX);
-    Big(PageNumberX, FileName());
-  });
+  if (PageNumberX == 1) return cmdPrevious->setEnabled(false);
+  PageNumberX = values::ToInt16(PageNumberX - 2);
+  cmdPrevious->setEnabled(PageNumberX != 0);
+  PageNumber(PageNumberX);
+  Big(PageNumberX, FileName());
 }
 
 void Graph::Big(std::int16_t page, const std::string& fileName) {

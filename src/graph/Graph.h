@@ -16,13 +16,12 @@ namespace bexlow::graph {
 class GraphPair;
 
 class Graph : public platform::Form {
-  Q_OBJECT
-
  public:
   Graph();
 
   /// The Open action: asks for a file, or takes the one that a download handed over.
   void mnuOpen_Click();
+  void Open(const std::string& fileName);
 
  private:
   void BuildMenu();
@@ -33,7 +32,6 @@ class Graph : public platform::Form {
   void cmdPrevious_Click();
   void txtPageNumberX_Change();
 
-  bool AskForFile();
   void OpenFile();
   void OpenBin();
   void OpenLinear(int channel);

@@ -28,7 +28,6 @@ namespace bexlow::link {
 
 using platform::MsgBox;
 using platform::Pointer;
-using shared::Guarded;
 using shared::Shared;
 
 namespace {
@@ -180,52 +179,48 @@ bool Connect::LoggerAnswers(std::int16_t port, const std::string& baud) {
 
 void Connect::cmdAutoDetect_Click() {
   if (!LoggerIsFree(*this)) return;
-  Guarded(*this, "cmdAutoDetect_Click", [this] {
-    MousePointer(Pointer::Busy);
-    EnableButtons(false);
-    outcomes_.clear();
-    bool found = false;
-    for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port) {
-      lblDevice->setText(QString("Asking on Comm %1...").arg(port));
-      platform::Machine::Get().Repaint();
-      found = CommPortExists(port) && LoggerAnswers(port, "19200");
-    }
-    if (outcomes_.empty()) outcomes_.emplace_back("Comm 1 to 16: no such device");
-    EnableButtons(true);
-    if (found) NumEditCommPort->Value(DetectedCommPort);
-    ShowDevice();
-    MousePointer(Pointer::Normal);
-    if (!found) return shared::TellFailure("Bexlow not found on Comm 1-16!", Outcomes("; "));
-    MsgBox("Bexlow found on Comm " + values::NumberText(DetectedCommPort) + "!");
-    cmdOK->setFocus();
-  });
+  MousePointer(Pointer::Busy);
+  EnableButtons(false);
+  outcomes_.clear();
+  bool found = false;
+  for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port) {
+    lblDevice->setText(QString("Asking on Comm %1...").arg(port));
+    platform::Machine::Get().Repaint();
+    found = CommPortExists(port) && LoggerAnswers(port, "19200");
+  }
+  if (outcomes_.empty()) outcomes_.emplace_back("Comm 1 to 16: no such device");
+  EnableButtons(true);
+  if (found) NumEditCommPort->Value(DetectedCommPort);
+  ShowDevice();
+  MousePointer(Pointer::Normal);
+  if (!found) return shared::TellFailure("Bexlow not found on Comm 1-16!", Outcomes("; "));
+  MsgBox("Bexlow found on Comm " + values::NumberText(DetectedCommPort) + "!");
+  cmdOK->setFocus();
 }
 
 void Connect::cmdOK_Click() {
   if (NumEditCommPort->Value() != 0 && !LoggerIsFree(*this)) return;
-  Guarded(*this, "cmdOK_Click", [this] {
-    MousePointer(Pointer::Busy);
-    EnableButtons(false);
-    Shared.CurrentCommPort = values::ToInt16(NumEditCommPort->Value());
-    platform::SaveSetting("Startup", "CurrentCommPort", values::NumberText(Shared.CurrentCommPort));
-    MousePointer(Pointer::Normal);
-    if (Shared.CurrentCommPort == 0) {
-      MsgBox("No Comm port has been selected!");
-      return Unload();
-    }
-    outcomes_.clear();
-    platform::Machine::Get().Repaint();
-    const bool retrieved = RetrieveOnBoardParameters();
-    ShowDevice();
-    if (!retrieved)
-      shared::TellFailure(
-          "A communication failure has occurred!\r\n"
-          "On-board parameters were not retrieved from the Bexlow.\r\n"
-          "Check your hardware set-up and try again.",
-          Outcomes("; "));
-    reached_(retrieved);
-    Unload();
-  });
+  MousePointer(Pointer::Busy);
+  EnableButtons(false);
+  Shared.CurrentCommPort = values::ToInt16(NumEditCommPort->Value());
+  platform::SaveSetting("Startup", "CurrentCommPort", values::NumberText(Shared.CurrentCommPort));
+  MousePointer(Pointer::Normal);
+  if (Shared.CurrentCommPort == 0) {
+    MsgBox("No Comm port has been selected!");
+    return Unload();
+  }
+  outcomes_.clear();
+  platform::Machine::Get().Repaint();
+  const bool retrieved = RetrieveOnBoardParameters();
+  ShowDevice();
+  if (!retrieved)
+    shared::TellFailure(
+        "A communication failure has occurred!\r\n"
+        "On-board parameters were not retrieved from the Bexlow.\r\n"
+        "Check your hardware set-up and try again.",
+        Outcomes("; "));
+  reached_(retrieved);
+  Unload();
 }
 
 bool Connect::RetrieveOnBoardParameters() {

@@ -101,16 +101,14 @@ void Launch::EraseAndLaunch() {
 }
 
 void Launch::Timer1_Timer() {
-  shared::Guarded(main_, "Timer1_Timer", [this] {
-    const auto count = MSComm1.Input().size();
-    heard_ = heard_ || count > 0;
-    if (count < LeastBytesOfErase) return Finish();
-    ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
-    ErasedPageCount = std::min(values::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});
-    platform::SetProgress(PBar, ErasedPageCount);
-    fraErase->setTitle("Erasing page " + QString::fromStdString(values::NumberText(ErasedPageCount)));
-    emit main_.ActivityChanged();
-  });
+  const auto count = MSComm1.Input().size();
+  heard_ = heard_ || count > 0;
+  if (count < LeastBytesOfErase) return Finish();
+  ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
+  ErasedPageCount = std::min(values::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});
+  platform::SetProgress(PBar, ErasedPageCount);
+  fraErase->setTitle("Erasing page " + QString::fromStdString(values::NumberText(ErasedPageCount)));
+  emit main_.ActivityChanged();
 }
 
 void Launch::HideProgress() {

@@ -83,22 +83,20 @@ void SamplingScreen::AddReturn() {
 }
 
 void SamplingScreen::mnuSample_Click() {
-  Guarded(*this, "mnuSample_Click", [this] {
-    if (mnuSample->isChecked()) {
-      delaying_.Enabled(false);
-      ShowWhatWasTaken();
-      CloseCommPort(MSComm1, *this);
-      mnuSample->setChecked(false);
-      return Stopped();
-    }
-    if (!LoggerIsFree(*this)) return;
-    mnuSample->setChecked(true);
-    Starting();
-    pace_.Begin();
-    MSComm1.RThreshold(threshold_);
-    OpenCommPort(MSComm1, *this);
-    SendRequest();
-  });
+  if (mnuSample->isChecked()) {
+    delaying_.Enabled(false);
+    ShowWhatWasTaken();
+    CloseCommPort(MSComm1, *this);
+    mnuSample->setChecked(false);
+    return Stopped();
+  }
+  if (!LoggerIsFree(*this)) return;
+  mnuSample->setChecked(true);
+  Starting();
+  pace_.Begin();
+  MSComm1.RThreshold(threshold_);
+  OpenCommPort(MSComm1, *this);
+  SendRequest();
 }
 
 bool SamplingScreen::HasStopped() const {

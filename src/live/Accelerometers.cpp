@@ -40,7 +40,7 @@ struct AxisRow {
   const char* caption;
   const char *reading, *readingSlide, *strip;
   const char *dacSlide, *dacText;
-  const char *cmdWriteDAC, *cmdCaption, *procedure;
+  const char *cmdWriteDAC, *cmdCaption;
   double values::LiveSample::*sample;
   double link::AxisReadings::*received;
   double values::OnBoardParameters::*dac;
@@ -49,14 +49,11 @@ struct AxisRow {
 
 constexpr AxisRow AxisRows[] = {
     {"Acc X", "txtX", "SlideAccX", "stripX", "AxSlider", "txtSX", "cmdWriteDAC1", "Write DAC1",
-     "cmdWriteDAC1_Click", &values::LiveSample::AccX, &link::AxisReadings::x,
-     &values::OnBoardParameters::DAC1, 62},
+     &values::LiveSample::AccX, &link::AxisReadings::x, &values::OnBoardParameters::DAC1, 62},
     {"Acc Y", "txtY", "SlideAccY", "stripY", "AySlider", "txtSY", "cmdWriteDAC2", "Write DAC2",
-     "cmdWriteDAC2_Click", &values::LiveSample::AccY, &link::AxisReadings::y,
-     &values::OnBoardParameters::DAC2, 64},
+     &values::LiveSample::AccY, &link::AxisReadings::y, &values::OnBoardParameters::DAC2, 64},
     {"Acc Z", "txtZ", "SlideAccZ", "stripZ", "AzSlider", "txtSZ", "cmdWriteDAC3", "Write DAC3",
-     "cmdWriteDAC3_Click", &values::LiveSample::AccZ, &link::AxisReadings::z,
-     &values::OnBoardParameters::DAC3, 66},
+     &values::LiveSample::AccZ, &link::AxisReadings::z, &values::OnBoardParameters::DAC3, 66},
 };
 
 // The rounded value of a slide, as the word that its two cells hold.
@@ -192,19 +189,17 @@ class Accelerometers : public RecordingScreen {
   // After a failure the buttons stay disabled and sampling stays stopped: only the user knows what the logger
   // now holds.
   void cmdWriteDAC_Click(const Axis& axis) {
-    Guarded(*this, axis.row.procedure, [&] {
-      EnableDacButtons(false);
-      PauseSampling();
-      Machine::Get().Repaint();
-      for (int cell = axis.row.address; const auto byteOf : {link::ValueToMSB, link::ValueToLSB}) {
-        auto word = WordOf(*axis.dacSlide);
-        WriteDAC(cell++, byteOf(word));
-        shared::WaitMilliseconds(PauseAfterCellMs);
-      }
-      Shared.OnBoardParameters.*axis.row.dac = axis.dacSlide->Value();
-      ResumeSampling();
-      EnableDacButtons(true);
-    });
+    EnableDacButtons(false);
+    PauseSampling();
+    Machine::Get().Repaint();
+    for (int cell = axis.row.address; const auto byteOf : {link::ValueToMSB, link::ValueToLSB}) {
+      auto word = WordOf(*axis.dacSlide);
+      WriteDAC(cell++, byteOf(word));
+      shared::WaitMilliseconds(PauseAfterCellMs);
+    }
+    Shared.OnBoardParameters.*axis.row.dac = axis.dacSlide->Value();
+    ResumeSampling();
+    EnableDacButtons(true);
   }
 
   void WriteDAC(double address, double value) {

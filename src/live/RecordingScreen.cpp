@@ -17,7 +17,6 @@
 
 namespace bexlow::live {
 
-using shared::Guarded;
 using shared::Shared;
 
 namespace {
@@ -121,20 +120,18 @@ void RecordingScreen::SaveToOwnFile() {
 // cannot be created, a box says so. After a cancelled dialog an earlier name stays in use.
 void RecordingScreen::mnuSave_Click() {
   if (!link::LoggerIsFree(*this)) return;
-  Guarded(*this, "mnuSave_Click", [this] {
-    const bool save = !mnuSave->isChecked();
-    mnuSave->setChecked(save);
-    Shared.LiveSample.SavingToFile = false;
-    if (!save) return;
-    const std::string failure = shared::WriteDataFileHeader(CommonDialog1, kind_.file);
-    if (!failure.empty()) CommonDialog1.FileName.clear();
-    if (!CommonDialog1.FileName.empty()) {
-      EndSavingOfOthers(CommonDialog1.FileName, *this);
-      return SaveToOwnFile();
-    }
-    mnuSave->setChecked(false);
-    if (!failure.empty()) platform::MsgBox(failure + "\r\nNo data will be saved.");
-  });
+  const bool save = !mnuSave->isChecked();
+  mnuSave->setChecked(save);
+  Shared.LiveSample.SavingToFile = false;
+  if (!save) return;
+  const std::string failure = shared::WriteDataFileHeader(CommonDialog1, kind_.file);
+  if (!failure.empty()) CommonDialog1.FileName.clear();
+  if (!CommonDialog1.FileName.empty()) {
+    EndSavingOfOthers(CommonDialog1.FileName, *this);
+    return SaveToOwnFile();
+  }
+  mnuSave->setChecked(false);
+  if (!failure.empty()) platform::MsgBox(failure + "\r\nNo data will be saved.");
 }
 
 }  // namespace bexlow::live

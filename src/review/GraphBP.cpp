@@ -93,24 +93,18 @@ std::size_t GraphBP::Number() const {
 void GraphBP::Open(const std::string& fileName) {
   Guarded(*this, "mnuOpen_Click", [&] {
     txtFileName->setText(QString::fromStdString(fileName));
-    ReadAndShow();
+    const auto text = platform::ReadWhole(FileName());
+    if (!HeaderIsAccepted(text)) return;
+    shared::ForgetFailure(*this);
+    BuildDoubleChannelArrays(text);
+    ShowFile();
   });
 }
 
 void GraphBP::mnuOpen_Click() {
-  Guarded(*this, "mnuOpen_Click", [this] {
-    CommonDialog1.CancelError = true;
-    graph::AskForDataFile(CommonDialog1, *txtFileName);
-    ReadAndShow();
-  });
-}
-
-void GraphBP::ReadAndShow() {
-  const auto text = platform::ReadWhole(FileName());
-  if (!HeaderIsAccepted(text)) return;
-  shared::ForgetFailure(*this);
-  BuildDoubleChannelArrays(text);
-  ShowFile();
+  CommonDialog1.CancelError = true;
+  graph::AskForDataFile(CommonDialog1);
+  Open(CommonDialog1.FileName);
 }
 
 bool GraphBP::HeaderIsAccepted(const std::string& text) {

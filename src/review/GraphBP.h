@@ -20,8 +20,6 @@ class GraphPair;
 namespace bexlow::review {
 
 class GraphBP : public platform::Form {
-  Q_OBJECT
-
  public:
   GraphBP();
 
@@ -38,7 +36,6 @@ class GraphBP : public platform::Form {
   void cmdForward_Click();
   void cmdShowAll_Click();
 
-  void ReadAndShow();
   bool HeaderIsAccepted(const std::string& text);
   void BuildDoubleChannelArrays(const std::string& text);
   void ShowFile();

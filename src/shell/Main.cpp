@@ -164,9 +164,7 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
     return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
   }
   if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", Make<review::GraphBP>))->Open(path);
-  shared::Shared.GraphAfterDownload = true;
-  shared::Shared.GraphFileName = path;
-  OpenGraph();
+  static_cast<graph::Graph*>(ShowScreen("Graph", Make<graph::Graph>))->Open(path);
 }
 
 void Main::mnuConnect_Click() {
