@@ -41,7 +41,15 @@ constexpr double UsualGain = 323, FarFromUsual = 100;
 
 class Calibrate : public link::SamplingScreen {
  public:
-  Calibrate();
+  Calibrate()
+      : SamplingScreen("Calibrate", "Calibrate", link::CommandName::SampleAccelerometers),
+        progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
+        write_(
+            *this, CalibrationWrite, progress_, [this](int k) { return CellAt(k); },
+            [this](bool enabled) { mnuSample->setEnabled(enabled); }) {
+    BuildMenu();
+    BuildBody();
+  }
 
  private:
   /// The boxes of one axis.
@@ -50,20 +58,141 @@ class Calibrate : public link::SamplingScreen {
     QLabel* remark;
   };
 
-  void BuildMenu();
-  void BuildBody();
-  void BuildGrid(QWidget* frame);
-  Axis BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame);
+  void BuildMenu() {
+    AddSample();
+    mnuWrite = AddEntry(mnuData, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
+    mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
+    AddReturn();
+  }
 
-  std::optional<CellByte> CellAt(int k) const;
+  platform::Activity Activity() override {
+    return write_.Running() ? write_.Activity() : SamplingScreen::Activity();
+  }
 
-  void Take(const link::Bytes& reply) override;
-  void Starting() override;
-  void Stopped() override;
-  platform::Activity Activity() override;
-  void ClearRun();
-  void DisableShaker();
-  void Widen(const Axis& axis);
+  void BuildBody() {
+    auto* hint = MakeLabel(
+        "lblHint",
+        "Choose Sample from the Data menu and turn the logger slowly through all its positions, so that "
+        "each axis points straight up and straight down once. Choose Sample again to stop, then Write "
+        "to store offset and gain in the logger.",
+        this);
+    hint->setWordWrap(true);
+    auto* frame = MakeFrame("fraAcc", "Accelerometers", this);
+    BuildGrid(frame);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(24, 24, 24, 24);
+    column->setSpacing(16);
+    column->addWidget(hint);
+    column->addWidget(frame);
+    column->addWidget(progress_.fraProgress);
+    column->addStretch();
+  }
+
+  void BuildGrid(QWidget* frame) {
+    auto* grid = new QGridLayout(frame);
+    grid->setHorizontalSpacing(12);
+    grid->setVerticalSpacing(8);
+    const char* headings[] = {"Current Bits", "Min Bits", "Max Bits", "Offset", "Gain"};
+    int column = 1;
+    for (const char* heading : headings) {
+      grid->setColumnStretch(column, 1);
+      grid->addWidget(MakeLabel("", heading, frame), 0, column++, Qt::AlignHCenter);
+    }
+    int line = 1;
+    for (const char* letter : {"X", "Y", "Z"}) {
+      const auto& axis = axes_[static_cast<std::size_t>(line - 1)] = BuildAxis(letter, line, grid, frame);
+      connect(axis.current, &QLineEdit::textChanged, this, [this, axis] { Widen(axis); });
+      grid->addWidget(axis.remark, line++, 6);
+    }
+  }
+
+  Axis BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame) {
+    struct Column {
+      QLineEdit* Axis::*box;
+      const char *name, *heading;
+    };
+    constexpr Column columns[] = {{&Axis::current, "txt", "Current Bits"},
+                                  {&Axis::min, "txtMin", "Min Bits"},
+                                  {&Axis::max, "txtMax", "Max Bits"},
+                                  {&Axis::offset, "txtOffset", "Offset"},
+                                  {&Axis::gain, "txtGain", "Gain"}};
+    const QString caption = QString("Acc ") + letter;
+    Axis axis{};
+    int place = 1;
+    for (const auto& [box, name, heading] : columns) {
+      axis.*box = MakeReadOnlyBox((QByteArray(name) + letter).constData(), caption + " " + heading, frame);
+      (axis.*box)->setAlignment(Qt::AlignRight);
+      grid->addWidget(axis.*box, line, place++);
+    }
+    grid->addWidget(MakeLabel("", caption, frame, axis.current), line, 0);
+    axis.remark = MakeLabel((QByteArray("lblRemark") + letter).constData(), "bits", frame);
+    return axis;
+  }
+
+  void Starting() override {
+    ClearRun();
+    mnuWrite->setEnabled(false);
+    MsgBox("Shaker will be disabled prior to calibration start!");
+    Machine::Get().Repaint();
+    DisableShaker();
+    shared::WaitMilliseconds(ShakerSettleMs);
+  }
+
+  // Clear the current box first: its change handler refills the others.
+  void ClearRun() {
+    CalibrationValues = {};
+    sampled_ = false;
+    for (const Axis& axis : axes_) {
+      for (auto* box : {axis.current, axis.min, axis.max, axis.offset, axis.gain}) box->clear();
+      axis.min->setText("1024");  // above every 10-bit sample, so that the first one becomes both extremes
+      axis.max->setText("0");
+      axis.remark->setText("bits");
+    }
+  }
+
+  // The shaker stays off: only the user knows whether the next run needs it.
+  void DisableShaker() {
+    link::OpenCommPort(MSComm1, *this);
+    link::Send(MSComm1, link::WriteEeprom(ShakerEnableCell, 0));
+    link::CloseCommPort(MSComm1, *this);
+  }
+
+  void Take(const link::Bytes& reply) override {
+    const auto bits = link::AccelerometerReadings(reply);
+    if (!bits) return;
+    auto& sample = Shared.LiveSample;
+    sample.AccX = bits->x;
+    sample.AccY = bits->y;
+    sample.AccZ = bits->z;
+    sampled_ = true;
+    std::size_t i = 0;
+    for (const double reading : {bits->x, bits->y, bits->z}) axes_[i++].current->setText(Shown(reading));
+  }
+
+  void Widen(const Axis& axis) {
+    const double bits = NumberIn(*axis.current);
+    if (bits < NumberIn(*axis.min)) axis.min->setText(axis.current->text());
+    if (bits > NumberIn(*axis.max)) axis.max->setText(axis.current->text());
+    const double min = NumberIn(*axis.min);
+    const double max = NumberIn(*axis.max);
+    axis.offset->setText(Shown((max + min) / 2));
+    axis.gain->setText(Shown((max - min) / 2));
+  }
+
+  void Stopped() override {
+    mnuWrite->setEnabled(sampled_);
+    for (std::size_t i = 0; i < axes_.size(); ++i) {
+      CalibrationValues[i] = NumberIn(*axes_[i].offset);
+      const double gain = CalibrationValues[axes_.size() + i] = NumberIn(*axes_[i].gain);
+      if (sampled_ && std::abs(gain - UsualGain) > FarFromUsual)
+        axes_[i].remark->setText("bits, far from a logger's usual gain of about 323");
+    }
+  }
+
+  std::optional<CellByte> CellAt(int k) const {
+    const auto offset = static_cast<std::size_t>(k - FirstIndex);
+    return CellByte{k, Encode(Storage::U16, CalibrationValues.at(offset / 2))[offset % 2]};
+  }
 
   Progress progress_;
   WriteSequence write_;
@@ -74,152 +203,6 @@ class Calibrate : public link::SamplingScreen {
   std::array<double, 6> CalibrationValues{};
   bool sampled_ = false;  ///< the run has taken a sample
 };
-
-Calibrate::Calibrate()
-    : SamplingScreen("Calibrate", "Calibrate", link::CommandName::SampleAccelerometers),
-      progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
-      write_(
-          *this, CalibrationWrite, progress_, [this](int k) { return CellAt(k); },
-          [this](bool enabled) { mnuSample->setEnabled(enabled); }) {
-  BuildMenu();
-  BuildBody();
-}
-
-void Calibrate::BuildMenu() {
-  AddSample();
-  mnuWrite = AddEntry(mnuData, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
-  mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
-  AddReturn();
-}
-
-Activity Calibrate::Activity() {
-  return write_.Running() ? write_.Activity() : SamplingScreen::Activity();
-}
-
-void Calibrate::BuildBody() {
-  auto* hint = MakeLabel(
-      "lblHint",
-      "Choose Sample from the Data menu and turn the logger slowly through all its positions, so that "
-      "each axis points straight up and straight down once. Choose Sample again to stop, then Write "
-      "to store offset and gain in the logger.",
-      this);
-  hint->setWordWrap(true);
-  auto* frame = MakeFrame("fraAcc", "Accelerometers", this);
-  BuildGrid(frame);
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(24, 24, 24, 24);
-  column->setSpacing(16);
-  column->addWidget(hint);
-  column->addWidget(frame);
-  column->addWidget(progress_.fraProgress);
-  column->addStretch();
-}
-
-void Calibrate::BuildGrid(QWidget* frame) {
-  auto* grid = new QGridLayout(frame);
-  grid->setHorizontalSpacing(12);
-  grid->setVerticalSpacing(8);
-  const char* headings[] = {"Current Bits", "Min Bits", "Max Bits", "Offset", "Gain"};
-  int column = 1;
-  for (const char* heading : headings) {
-    grid->setColumnStretch(column, 1);
-    grid->addWidget(MakeLabel("", heading, frame), 0, column++, Qt::AlignHCenter);
-  }
-  int line = 1;
-  for (const char* letter : {"X", "Y", "Z"}) {
-    const auto& axis = axes_[static_cast<std::size_t>(line - 1)] = BuildAxis(letter, line, grid, frame);
-    connect(axis.current, &QLineEdit::textChanged, this, [this, axis] { Widen(axis); });
-    grid->addWidget(axis.remark, line++, 6);
-  }
-}
-
-Calibrate::Axis Calibrate::BuildAxis(const char* letter, int line, QGridLayout* grid, QWidget* frame) {
-  struct Column {
-    QLineEdit* Axis::*box;
-    const char *name, *heading;
-  };
-  constexpr Column columns[] = {{&Axis::current, "txt", "Current Bits"},
-                                {&Axis::min, "txtMin", "Min Bits"},
-                                {&Axis::max, "txtMax", "Max Bits"},
-                                {&Axis::offset, "txtOffset", "Offset"},
-                                {&Axis::gain, "txtGain", "Gain"}};
-  const QString caption = QString("Acc ") + letter;
-  Axis axis{};
-  int place = 1;
-  for (const auto& [box, name, heading] : columns) {
-    axis.*box = MakeReadOnlyBox((QByteArray(name) + letter).constData(), caption + " " + heading, frame);
-    (axis.*box)->setAlignment(Qt::AlignRight);
-    grid->addWidget(axis.*box, line, place++);
-  }
-  grid->addWidget(MakeLabel("", caption, frame, axis.current), line, 0);
-  axis.remark = MakeLabel((QByteArray("lblRemark") + letter).constData(), "bits", frame);
-  return axis;
-}
-
-void Calibrate::Starting() {
-  ClearRun();
-  mnuWrite->setEnabled(false);
-  MsgBox("Shaker will be disabled prior to calibration start!");
-  Machine::Get().Repaint();
-  DisableShaker();
-  shared::WaitMilliseconds(ShakerSettleMs);
-}
-
-// Clear the current box first: its change handler refills the others.
-void Calibrate::ClearRun() {
-  CalibrationValues = {};
-  sampled_ = false;
-  for (const Axis& axis : axes_) {
-    for (auto* box : {axis.current, axis.min, axis.max, axis.offset, axis.gain}) box->clear();
-    axis.min->setText("1024");  // above every 10-bit sample, so that the first one becomes both extremes
-    axis.max->setText("0");
-    axis.remark->setText("bits");
-  }
-}
-
-// The shaker stays off: only the user knows whether the next run needs it.
-void Calibrate::DisableShaker() {
-  link::OpenCommPort(MSComm1, *this);
-  link::Send(MSComm1, link::WriteEeprom(ShakerEnableCell, 0));
-  link::CloseCommPort(MSComm1, *this);
-}
-
-void Calibrate::Take(const link::Bytes& reply) {
-  const auto bits = link::AccelerometerReadings(reply);
-  if (!bits) return;
-  auto& sample = Shared.LiveSample;
-  sample.AccX = bits->x;
-  sample.AccY = bits->y;
-  sample.AccZ = bits->z;
-  sampled_ = true;
-  std::size_t i = 0;
-  for (const double reading : {bits->x, bits->y, bits->z}) axes_[i++].current->setText(Shown(reading));
-}
-
-void Calibrate::Widen(const Axis& axis) {
-  const double bits = NumberIn(*axis.current);
-  if (bits < NumberIn(*axis.min)) axis.min->setText(axis.current->text());
-  if (bits > NumberIn(*axis.max)) axis.max->setText(axis.current->text());
-  const double min = NumberIn(*axis.min);
-  const double max = NumberIn(*axis.max);
-  axis.offset->setText(Shown((max + min) / 2));
-  axis.gain->setText(Shown((max - min) / 2));
-}
-
-void Calibrate::Stopped() {
-  mnuWrite->setEnabled(sampled_);
-  for (std::size_t i = 0; i < axes_.size(); ++i) {
-    CalibrationValues[i] = NumberIn(*axes_[i].offset);
-    const double gain = CalibrationValues[axes_.size() + i] = NumberIn(*axes_[i].gain);
-    if (sampled_ && std::abs(gain - UsualGain) > FarFromUsual)
-      axes_[i].remark->setText("bits, far from a logger's usual gain of about 323");
-  }
-}
-
-std::optional<CellByte> Calibrate::CellAt(int k) const {
-  const auto offset = static_cast<std::size_t>(k - FirstIndex);
-  return CellByte{k, Encode(Storage::U16, CalibrationValues.at(offset / 2))[offset % 2]};
-}
 
 }  // namespace
 

@@ -77,33 +77,239 @@ void AddRow(QGridLayout* grid, const Parameter& row, QWidget* value, QWidget* pa
 
 class Configuration : public Form {
  public:
-  Configuration();
+  Configuration()
+      : Form("Configuration", "Configuration"),
+        MSComm1(*this, "MSComm1"),
+        progress_(Progress::Make("Progress", EndOfRead - FirstIndex, this)),
+        write_(
+            *this, ConfigurationWrite, progress_, [this](int k) { return CellAt(k); },
+            [this](bool enabled) { EnableSequences(enabled); }) {
+    BuildMenus();
+    BuildBody();
+    MSComm1.OnComm = [this] { MSComm1_OnComm(); };
+    AddChord(shared::ServiceChord, [this] { ToggleHidden(); });
+    OnCloseRequest = [this] { Unload(); };
+    OnActivity = [this] { return Activity(); };
+    StartWith([this] {
+      if (!link::LoggerIsFree(*this)) return Unload();  // boxes that were never filled must not be written
+      mnuRead_Click();
+    });
+  }
 
  private:
-  void BuildMenus();
-  void BuildBody();
-  /// The rows of parameters that have this many cells.
-  QWidget* BuildAddresses(const char* name, int cells);
-  QWidget* BuildIdentity();
-  QWidget* MakeValueBox(const Parameter& row, QWidget* parent);
-  void AddUpdateRate(QGridLayout* grid, const Parameter& row, QWidget* frame);
+  void BuildMenus() {
+    auto* file = AddMenu("mnuFile", "&File");
+    mnuRead = AddEntry(file, "mnuRead", "&Read", [this] { mnuRead_Click(); });
+    mnuWrite = AddEntry(file, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
+    AddSeparator(file, "mnuSep");
+    AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
 
-  void mnuRead_Click();
-  void mnuShow_Click(double Parameter::*value);
-  void mnuShowDefaults_Click();
-  void MSComm1_OnComm();
-  void ToggleHidden();
+    mnuTools = AddMenu("mnuTools", "&Tools");
+    mnuEEPROM = AddEntry(mnuTools, "mnuEEPROM", "&EEPROM", [this] { MakeEEPROM()->ShowModal(window()); });
+    mnuEEPROM->setVisible(false);
+    AddEntry(mnuTools, "mnuShowMin", "&Show Min", [this] { mnuShow_Click(&Parameter::min); });
+    AddEntry(mnuTools, "mnuShowMax", "Show &Max", [this] { mnuShow_Click(&Parameter::max); });
+    AddEntry(mnuTools, "mnuShowDefaults", "Show &Defaults", [this] { mnuShowDefaults_Click(); });
+  }
 
-  platform::Activity Activity() const;
-  void RequestCell(std::size_t stepsSent = 0);
-  void TakeCell(std::uint8_t byte);
-  void FinishRead();
-  void BreakOutReadArray();
-  void ShowParameters();
-  void ClearParameters();
-  void EnableSequences(bool enabled);
-  std::optional<CellByte> CellAt(int k) const;
-  double ValueOf(std::size_t row) const;
+  void BuildBody() {
+    auto* page = new QWidget;
+    auto* columns = new QHBoxLayout(page);
+    columns->setContentsMargins(0, 0, 0, 0);
+    columns->setSpacing(16);
+    columns->addWidget(BuildAddresses("fraAddresses", 2), 1, Qt::AlignTop);
+    auto* right = new QVBoxLayout;
+    right->addWidget(BuildAddresses("fraSingleAddresses", 1));
+    right->addWidget(fra100108 = BuildIdentity());
+    right->addStretch();
+    columns->addLayout(right, 1);
+
+    auto* scroll = new QScrollArea(this);  // for windows and fonts that leave too little height
+    scroll->setWidget(page);
+    scroll->setWidgetResizable(true);
+    scroll->setFrameShape(QFrame::NoFrame);
+    scroll->setFocusPolicy(Qt::NoFocus);
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(16, 12, 16, 12);
+    column->addWidget(scroll, 1);
+    column->addWidget(progress_.fraProgress);
+  }
+
+  QWidget* MakeValueBox(const Parameter& row, QWidget* parent) {
+    auto* edit = new CWNumEdit(parent);
+    edit->setObjectName(Text(row.name));
+    edit->setAccessibleName(Text(row.caption));
+    edit->setAccessibleDescription(RangeOf(row));
+    edit->setToolTip(RangeOf(row));
+    edit->SetLimits(row.min, row.max);
+    edit->SetDecimals(DecimalsOf(row.form));
+    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance("-180.000") + 48);
+    edit->setVisible(row.shown);
+    edits_[static_cast<std::size_t>(&row - Parameters)] = edit;
+    return edit;
+  }
+
+  // The rows of parameters that have this many cells.
+  QWidget* BuildAddresses(const char* name, int cells) {
+    auto* frame = MakeFrame(name, RowsCaption, this);
+    auto* grid = MakeGrid(frame);
+    for (const Parameter& row : Parameters) {
+      if (CellsOf(row.form) != cells) continue;
+      if (row.control == Control::Option) AddUpdateRate(grid, row, frame);
+      if (row.control != Control::NumEdit) continue;
+      auto* box = MakeValueBox(row, frame);
+      if (row.shown) AddRow(grid, row, box, frame);
+    }
+    return frame;
+  }
+
+  void AddUpdateRate(QGridLayout* grid, const Parameter& row, QWidget* frame) {
+    auto* group = new QButtonGroup(frame);
+    int line = grid->rowCount();
+    grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), frame), line, 0);
+    const auto make = [&](const char* name, std::string_view caption) {
+      auto* option = new QRadioButton(Text(caption), frame);
+      option->setObjectName(name);
+      group->addButton(option);
+      grid->addWidget(option, line++, 1, 1, 3);
+      return option;
+    };
+    opt75Hz = make("opt75Hz", UpdateRate75Caption);
+    opt15Hz = make("opt15Hz", UpdateRate15Caption);
+    opt15Hz->setChecked(true);
+  }
+
+  QWidget* BuildIdentity() {
+    auto* frame = MakeFrame("fra100108", RowsCaption, this);
+    auto* grid = MakeGrid(frame);
+    for (const auto& [row, text] : IdentityTexts({})) {
+      auto* box = MakeReadOnlyBox(NameOf(*row).constData(), Text(row->caption), frame);
+      boxes_[static_cast<std::size_t>(row - Parameters)] = box;
+      AddRow(grid, *row, box, frame);
+    }
+    frame->hide();
+    return frame;
+  }
+
+  // A sequence uses the port and the progress bar, which the other menu entries need too.
+  void EnableSequences(bool enabled) {
+    mnuRead->setEnabled(enabled);
+    mnuWrite->setEnabled(enabled);
+    mnuTools->setEnabled(enabled);
+  }
+
+  void mnuRead_Click() {
+    if (!link::LoggerIsFree(*this)) return;
+    Guarded(*this, "mnuRead_Click", [this] {
+      MousePointer(Pointer::Busy);
+      EnableSequences(false);
+      ClearParameters();
+      Shared.ParameterIndex = FirstIndex;
+      progress_.PBar->setMaximum(EndOfRead - FirstIndex);
+      Shared.ReadArray = {};
+      MSComm1.RThreshold(1);
+      link::OpenCommPort(MSComm1, *this);
+      RequestCell();
+    });
+  }
+
+  void RequestCell(std::size_t stepsSent = 0) {
+    const auto request = link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex));
+    link::Send(MSComm1, std::span(request).subspan(stepsSent));
+  }
+
+  platform::Activity Activity() const {
+    if (write_.Running()) return write_.Activity();
+    if (const auto halted = link::Halted(MSComm1, "Reading")) return *halted;
+    return {"Reading",
+            CellsText(Shared.ParameterIndex, Shared.ParameterIndex - FirstIndex, EndOfRead - FirstIndex)};
+  }
+
+  // One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without
+  // limit. A repeat and the next request start with the same letter, so it is sent first; the 12 ms pause
+  // after it shows whether more bytes follow.
+  void MSComm1_OnComm() {
+    const bool last = Shared.ParameterIndex == EndOfRead - 1;
+    const auto begun = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
+    link::Bytes reply = MSComm1.Input();
+    link::EndReply(MSComm1, reply, 1, begun, last ? link::LineSilenceUs : 0);
+    if (reply.size() == 1) TakeCell(reply.front());
+    if (Shared.ParameterIndex == EndOfRead) return FinishRead();
+    RequestCell(begun.size());
+  }
+
+  void TakeCell(std::uint8_t byte) {
+    Shared.ReadArray.at(static_cast<std::size_t>(Shared.ParameterIndex - FirstIndex)) = byte;
+    const int k = ++Shared.ParameterIndex;
+    progress_.Show("Reading", k, k - FirstIndex);
+    emit ActivityChanged();
+  }
+
+  void FinishRead() {
+    EnableSequences(true);
+    link::CloseCommPort(MSComm1, *this);
+    BreakOutReadArray();
+    ShowParameters();
+    progress_.End("Progress");
+    MousePointer(Pointer::Normal);
+    MsgBox("Read completed!");
+  }
+
+  void BreakOutReadArray() {
+    Guarded(*this, "BreakOutReadArray", [this] {
+      BreakOut(Shared.ReadArray, Shared.OnBoardParameters);
+      for (const auto& [row, text] : IdentityTexts(Shared.ReadArray))
+        boxes_[static_cast<std::size_t>(row - Parameters)]->setText(QString::fromStdString(text));
+    });
+  }
+
+  void ShowParameters() {
+    const auto& parameters = Shared.OnBoardParameters;
+    for (std::size_t row = 0; row < ParameterCount; ++row) {
+      const auto field = Parameters[row].field;
+      if (edits_[row] != nullptr && field != nullptr) edits_[row]->Value(parameters.*field);
+    }
+    (parameters.LinearUpdateRate == UpdateRate75 ? opt75Hz : opt15Hz)->setChecked(true);
+  }
+
+  void ClearParameters() {
+    for (auto* edit : edits_) {
+      if (edit != nullptr) edit->Value(0);
+    }
+    auto* rates = opt15Hz->group();
+    rates->setExclusive(false);  // an exclusive group always keeps one of them
+    opt75Hz->setChecked(false);
+    opt15Hz->setChecked(false);
+    rates->setExclusive(true);
+  }
+
+  double ValueOf(std::size_t row) const {
+    if (edits_[row] != nullptr) return edits_[row]->Value();
+    return opt75Hz->isChecked() ? UpdateRate75 : UpdateRate15;
+  }
+
+  std::optional<CellByte> CellAt(int k) const {
+    const auto& tick = WriteCells()[static_cast<std::size_t>(k - FirstIndex)];
+    if (!tick.address) return std::nullopt;
+    return CellByte{*tick.address, Encode(Parameters[tick.row].form, ValueOf(tick.row))[tick.byte]};
+  }
+
+  void mnuShow_Click(double Parameter::*value) {
+    for (std::size_t row = 0; row < ParameterCount; ++row) {
+      if (edits_[row] != nullptr) edits_[row]->Value(Parameters[row].*value);
+    }
+  }
+
+  void mnuShowDefaults_Click() {
+    mnuShow_Click(&Parameter::initial);
+    opt15Hz->setChecked(true);
+  }
+
+  void ToggleHidden() {
+    const bool show = !mnuEEPROM->isVisible();
+    mnuEEPROM->setVisible(show);
+    fra100108->setVisible(show);
+  }
 
   MSComm MSComm1;
   Progress progress_;
@@ -119,238 +325,6 @@ class Configuration : public Form {
   QRadioButton* opt75Hz = nullptr;
   QRadioButton* opt15Hz = nullptr;
 };
-
-Configuration::Configuration()
-    : Form("Configuration", "Configuration"),
-      MSComm1(*this, "MSComm1"),
-      progress_(Progress::Make("Progress", EndOfRead - FirstIndex, this)),
-      write_(
-          *this, ConfigurationWrite, progress_, [this](int k) { return CellAt(k); },
-          [this](bool enabled) { EnableSequences(enabled); }) {
-  BuildMenus();
-  BuildBody();
-  MSComm1.OnComm = [this] { MSComm1_OnComm(); };
-  AddChord(shared::ServiceChord, [this] { ToggleHidden(); });
-  OnCloseRequest = [this] { Unload(); };
-  OnActivity = [this] { return Activity(); };
-  StartWith([this] {
-    if (!link::LoggerIsFree(*this)) return Unload();  // boxes that were never filled must not be written
-    mnuRead_Click();
-  });
-}
-
-void Configuration::BuildMenus() {
-  auto* file = AddMenu("mnuFile", "&File");
-  mnuRead = AddEntry(file, "mnuRead", "&Read", [this] { mnuRead_Click(); });
-  mnuWrite = AddEntry(file, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
-  AddSeparator(file, "mnuSep");
-  AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
-
-  mnuTools = AddMenu("mnuTools", "&Tools");
-  mnuEEPROM = AddEntry(mnuTools, "mnuEEPROM", "&EEPROM", [this] { MakeEEPROM()->ShowModal(window()); });
-  mnuEEPROM->setVisible(false);
-  AddEntry(mnuTools, "mnuShowMin", "&Show Min", [this] { mnuShow_Click(&Parameter::min); });
-  AddEntry(mnuTools, "mnuShowMax", "Show &Max", [this] { mnuShow_Click(&Parameter::max); });
-  AddEntry(mnuTools, "mnuShowDefaults", "Show &Defaults", [this] { mnuShowDefaults_Click(); });
-}
-
-void Configuration::BuildBody() {
-  auto* page = new QWidget;
-  auto* columns = new QHBoxLayout(page);
-  columns->setContentsMargins(0, 0, 0, 0);
-  columns->setSpacing(16);
-  columns->addWidget(BuildAddresses("fraAddresses", 2), 1, Qt::AlignTop);
-  auto* right = new QVBoxLayout;
-  right->addWidget(BuildAddresses("fraSingleAddresses", 1));
-  right->addWidget(fra100108 = BuildIdentity());
-  right->addStretch();
-  columns->addLayout(right, 1);
-
-  auto* scroll = new QScrollArea(this);  // for windows and fonts that leave too little height
-  scroll->setWidget(page);
-  scroll->setWidgetResizable(true);
-  scroll->setFrameShape(QFrame::NoFrame);
-  scroll->setFocusPolicy(Qt::NoFocus);
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(16, 12, 16, 12);
-  column->addWidget(scroll, 1);
-  column->addWidget(progress_.fraProgress);
-}
-
-QWidget* Configuration::MakeValueBox(const Parameter& row, QWidget* parent) {
-  auto* edit = new CWNumEdit(parent);
-  edit->setObjectName(Text(row.name));
-  edit->setAccessibleName(Text(row.caption));
-  edit->setAccessibleDescription(RangeOf(row));
-  edit->setToolTip(RangeOf(row));
-  edit->SetLimits(row.min, row.max);
-  edit->SetDecimals(DecimalsOf(row.form));
-  edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance("-180.000") + 48);
-  edit->setVisible(row.shown);
-  edits_[static_cast<std::size_t>(&row - Parameters)] = edit;
-  return edit;
-}
-
-QWidget* Configuration::BuildAddresses(const char* name, int cells) {
-  auto* frame = MakeFrame(name, RowsCaption, this);
-  auto* grid = MakeGrid(frame);
-  for (const Parameter& row : Parameters) {
-    if (CellsOf(row.form) != cells) continue;
-    if (row.control == Control::Option) AddUpdateRate(grid, row, frame);
-    if (row.control != Control::NumEdit) continue;
-    auto* box = MakeValueBox(row, frame);
-    if (row.shown) AddRow(grid, row, box, frame);
-  }
-  return frame;
-}
-
-void Configuration::AddUpdateRate(QGridLayout* grid, const Parameter& row, QWidget* frame) {
-  auto* group = new QButtonGroup(frame);
-  int line = grid->rowCount();
-  grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), frame), line, 0);
-  const auto make = [&](const char* name, std::string_view caption) {
-    auto* option = new QRadioButton(Text(caption), frame);
-    option->setObjectName(name);
-    group->addButton(option);
-    grid->addWidget(option, line++, 1, 1, 3);
-    return option;
-  };
-  opt75Hz = make("opt75Hz", UpdateRate75Caption);
-  opt15Hz = make("opt15Hz", UpdateRate15Caption);
-  opt15Hz->setChecked(true);
-}
-
-QWidget* Configuration::BuildIdentity() {
-  auto* frame = MakeFrame("fra100108", RowsCaption, this);
-  auto* grid = MakeGrid(frame);
-  for (const auto& [row, text] : IdentityTexts({})) {
-    auto* box = MakeReadOnlyBox(NameOf(*row).constData(), Text(row->caption), frame);
-    boxes_[static_cast<std::size_t>(row - Parameters)] = box;
-    AddRow(grid, *row, box, frame);
-  }
-  frame->hide();
-  return frame;
-}
-
-// A sequence uses the port and the progress bar, which the other menu entries need too.
-void Configuration::EnableSequences(bool enabled) {
-  mnuRead->setEnabled(enabled);
-  mnuWrite->setEnabled(enabled);
-  mnuTools->setEnabled(enabled);
-}
-
-void Configuration::mnuRead_Click() {
-  if (!link::LoggerIsFree(*this)) return;
-  Guarded(*this, "mnuRead_Click", [this] {
-    MousePointer(Pointer::Busy);
-    EnableSequences(false);
-    ClearParameters();
-    Shared.ParameterIndex = FirstIndex;
-    progress_.PBar->setMaximum(EndOfRead - FirstIndex);
-    Shared.ReadArray = {};
-    MSComm1.RThreshold(1);
-    link::OpenCommPort(MSComm1, *this);
-    RequestCell();
-  });
-}
-
-void Configuration::RequestCell(std::size_t stepsSent) {
-  const auto request = link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex));
-  link::Send(MSComm1, std::span(request).subspan(stepsSent));
-}
-
-platform::Activity Configuration::Activity() const {
-  if (write_.Running()) return write_.Activity();
-  if (const auto halted = link::Halted(MSComm1, "Reading")) return *halted;
-  return {"Reading",
-          CellsText(Shared.ParameterIndex, Shared.ParameterIndex - FirstIndex, EndOfRead - FirstIndex)};
-}
-
-// One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without
-// limit. A repeat and the next request start with the same letter, so it is sent first; the 12 ms pause after
-// it shows whether more bytes follow.
-void Configuration::MSComm1_OnComm() {
-  const bool last = Shared.ParameterIndex == EndOfRead - 1;
-  const auto begun = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
-  link::Bytes reply = MSComm1.Input();
-  link::EndReply(MSComm1, reply, 1, begun, last ? link::LineSilenceUs : 0);
-  if (reply.size() == 1) TakeCell(reply.front());
-  if (Shared.ParameterIndex == EndOfRead) return FinishRead();
-  RequestCell(begun.size());
-}
-
-void Configuration::TakeCell(std::uint8_t byte) {
-  Shared.ReadArray.at(static_cast<std::size_t>(Shared.ParameterIndex - FirstIndex)) = byte;
-  const int k = ++Shared.ParameterIndex;
-  progress_.Show("Reading", k, k - FirstIndex);
-  emit ActivityChanged();
-}
-
-void Configuration::FinishRead() {
-  EnableSequences(true);
-  link::CloseCommPort(MSComm1, *this);
-  BreakOutReadArray();
-  ShowParameters();
-  progress_.End("Progress");
-  MousePointer(Pointer::Normal);
-  MsgBox("Read completed!");
-}
-
-void Configuration::BreakOutReadArray() {
-  Guarded(*this, "BreakOutReadArray", [this] {
-    BreakOut(Shared.ReadArray, Shared.OnBoardParameters);
-    for (const auto& [row, text] : IdentityTexts(Shared.ReadArray))
-      boxes_[static_cast<std::size_t>(row - Parameters)]->setText(QString::fromStdString(text));
-  });
-}
-
-void Configuration::ShowParameters() {
-  const auto& parameters = Shared.OnBoardParameters;
-  for (std::size_t row = 0; row < ParameterCount; ++row) {
-    const auto field = Parameters[row].field;
-    if (edits_[row] != nullptr && field != nullptr) edits_[row]->Value(parameters.*field);
-  }
-  (parameters.LinearUpdateRate == UpdateRate75 ? opt75Hz : opt15Hz)->setChecked(true);
-}
-
-void Configuration::ClearParameters() {
-  for (auto* edit : edits_) {
-    if (edit != nullptr) edit->Value(0);
-  }
-  auto* rates = opt15Hz->group();
-  rates->setExclusive(false);  // an exclusive group always keeps one of them
-  opt75Hz->setChecked(false);
-  opt15Hz->setChecked(false);
-  rates->setExclusive(true);
-}
-
-double Configuration::ValueOf(std::size_t row) const {
-  if (edits_[row] != nullptr) return edits_[row]->Value();
-  return opt75Hz->isChecked() ? UpdateRate75 : UpdateRate15;
-}
-
-std::optional<CellByte> Configuration::CellAt(int k) const {
-  const auto& tick = WriteCells()[static_cast<std::size_t>(k - FirstIndex)];
-  if (!tick.address) return std::nullopt;
-  return CellByte{*tick.address, Encode(Parameters[tick.row].form, ValueOf(tick.row))[tick.byte]};
-}
-
-void Configuration::mnuShow_Click(double Parameter::*value) {
-  for (std::size_t row = 0; row < ParameterCount; ++row) {
-    if (edits_[row] != nullptr) edits_[row]->Value(Parameters[row].*value);
-  }
-}
-
-void Configuration::mnuShowDefaults_Click() {
-  mnuShow_Click(&Parameter::initial);
-  opt15Hz->setChecked(true);
-}
-
-void Configuration::ToggleHidden() {
-  const bool show = !mnuEEPROM->isVisible();
-  mnuEEPROM->setVisible(show);
-  fra100108->setVisible(show);
-}
 
 }  // namespace
 

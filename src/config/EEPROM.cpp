@@ -97,20 +97,113 @@ std::uint8_t ByteOf(const QString& text) {
 
 class EEPROM : public Form {
  public:
-  EEPROM();
+  EEPROM()
+      : Form("EEPROM", "EEPROM"),
+        MSComm1(*this, "MSComm1"),
+        TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
+        NumEditAddress(new CWNumEdit(this)),
+        txtValue(new ValueBox("txtValue", "Value", this)),
+        cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),
+        cmdWrite(MakeButton("cmdWrite", "Write", [this] { cmdWrite_Click(); })),
+        cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })) {
+    Build();
+    TimerEEPROM.OnTimer = [this] { TimerEEPROM_Timer(); };
+    OnCloseRequest = [this] { cmdOK_Click(); };
+  }
 
  private:
-  void Build();
-  void cmdRead_Click();
-  void cmdWrite_Click();
-  void cmdOK_Click();
-  void TimerEEPROM_Timer();
+  void Build() {
+    NumEditAddress->setObjectName("NumEditAddress");
+    NumEditAddress->setAccessibleName("Address");
+    NumEditAddress->SetLimits(0, LastAddress);
+    NumEditAddress->setSingleStep(2);
+    NumEditAddress->Value(FirstAddress);
 
-  /// Runs a procedure of the screen; after a reported failure the screen is usable again.
-  void Operate(const char* procedure, const std::function<void()>& body);
-  void EndOperation();
-  void EnableControls(bool enabled);
-  int Address() const;
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(cmdRead);
+    buttons->addWidget(cmdWrite);
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(20, 20, 20, 20);
+    grid->setHorizontalSpacing(16);
+    grid->setVerticalSpacing(12);
+    grid->addWidget(MakeLabel("", "Address", this, NumEditAddress), 0, 0);
+    grid->addWidget(NumEditAddress, 0, 1);
+    grid->addWidget(MakeLabel("", "Value", this, txtValue), 1, 0);
+    grid->addWidget(txtValue, 1, 1);
+    grid->addLayout(buttons, 2, 0, 1, 2);
+    grid->setColumnStretch(1, 1);
+    setMinimumWidth(360);
+    FirstFocus(NumEditAddress);
+  }
+
+  // Runs a procedure of the screen; after a reported failure the screen is usable again.
+  void Operate(const char* procedure, const std::function<void()>& body) {
+    bool done = false;
+    shared::Guarded(*this, procedure, [&] {
+      body();
+      done = true;
+    });
+    if (!done) EndOperation();
+  }
+
+  void EndOperation() {
+    TimerEEPROM.Enabled(false);
+    link::CloseCommPort(MSComm1, *this);
+    EnableControls(true);
+    MousePointer(Pointer::Normal);
+  }
+
+  void EnableControls(bool enabled) {
+    for (QWidget* control : std::initializer_list<QWidget*>{cmdRead, cmdWrite, cmdOK, NumEditAddress})
+      control->setEnabled(enabled);
+  }
+
+  int Address() const { return values::ToInt16(NumEditAddress->Value()); }
+
+  void cmdRead_Click() {
+    if (!link::LoggerIsFree(*this)) return;
+    Operate("cmdRead_Click", [this] {
+      MousePointer(Pointer::Busy);
+      link::OpenCommPort(MSComm1, *this);
+      link::Send(MSComm1, link::ReadEeprom(Address()));
+      txtValue->clear();
+      EnableControls(false);
+      TimerEEPROM.Enabled(true);
+    });
+  }
+
+  void TimerEEPROM_Timer() {
+    Operate("TimerEEPROM_Timer", [this] {
+      const auto reply = MSComm1.Input();
+      if (reply.size() == 1) {
+        txtValue->setText(QString::number(reply.front()));
+      } else {
+        shared::TellFailure("Read EEPROM error: packet length is <> 1 byte!");
+      }
+      EndOperation();
+    });
+  }
+
+  void cmdWrite_Click() {
+    if (!link::LoggerIsFree(*this)) return;
+    Operate("cmdWrite_Click", [this] {
+      if (txtValue->text().isEmpty()) return MsgBox("No value has been entered!");
+      MousePointer(Pointer::Busy);
+      EnableControls(false);
+      link::OpenCommPort(MSComm1, *this);
+      link::Send(MSComm1, link::WriteEeprom(Address(), ByteOf(txtValue->text())));
+      EndOperation();
+    });
+  }
+
+  void cmdOK_Click() {
+    Operate("cmdOK_Click", [this] {
+      link::CloseCommPort(MSComm1, *this);
+      Unload();
+    });
+  }
 
   MSComm MSComm1;
   Timer TimerEEPROM;
@@ -120,114 +213,6 @@ class EEPROM : public Form {
   QPushButton* cmdWrite;
   QPushButton* cmdOK;
 };
-
-EEPROM::EEPROM()
-    : Form("EEPROM", "EEPROM"),
-      MSComm1(*this, "MSComm1"),
-      TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
-      NumEditAddress(new CWNumEdit(this)),
-      txtValue(new ValueBox("txtValue", "Value", this)),
-      cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),
-      cmdWrite(MakeButton("cmdWrite", "Write", [this] { cmdWrite_Click(); })),
-      cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })) {
-  Build();
-  TimerEEPROM.OnTimer = [this] { TimerEEPROM_Timer(); };
-  OnCloseRequest = [this] { cmdOK_Click(); };
-}
-
-void EEPROM::Build() {
-  NumEditAddress->setObjectName("NumEditAddress");
-  NumEditAddress->setAccessibleName("Address");
-  NumEditAddress->SetLimits(0, LastAddress);
-  NumEditAddress->setSingleStep(2);
-  NumEditAddress->Value(FirstAddress);
-
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(cmdRead);
-  buttons->addWidget(cmdWrite);
-  buttons->addStretch();
-  buttons->addWidget(cmdOK);
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(20, 20, 20, 20);
-  grid->setHorizontalSpacing(16);
-  grid->setVerticalSpacing(12);
-  grid->addWidget(MakeLabel("", "Address", this, NumEditAddress), 0, 0);
-  grid->addWidget(NumEditAddress, 0, 1);
-  grid->addWidget(MakeLabel("", "Value", this, txtValue), 1, 0);
-  grid->addWidget(txtValue, 1, 1);
-  grid->addLayout(buttons, 2, 0, 1, 2);
-  grid->setColumnStretch(1, 1);
-  setMinimumWidth(360);
-  FirstFocus(NumEditAddress);
-}
-
-void EEPROM::Operate(const char* procedure, const std::function<void()>& body) {
-  bool done = false;
-  shared::Guarded(*this, procedure, [&] {
-    body();
-    done = true;
-  });
-  if (!done) EndOperation();
-}
-
-void EEPROM::EndOperation() {
-  TimerEEPROM.Enabled(false);
-  link::CloseCommPort(MSComm1, *this);
-  EnableControls(true);
-  MousePointer(Pointer::Normal);
-}
-
-void EEPROM::EnableControls(bool enabled) {
-  for (QWidget* control : std::initializer_list<QWidget*>{cmdRead, cmdWrite, cmdOK, NumEditAddress})
-    control->setEnabled(enabled);
-}
-
-int EEPROM::Address() const {
-  return values::ToInt16(NumEditAddress->Value());
-}
-
-void EEPROM::cmdRead_Click() {
-  if (!link::LoggerIsFree(*this)) return;
-  Operate("cmdRead_Click", [this] {
-    MousePointer(Pointer::Busy);
-    link::OpenCommPort(MSComm1, *this);
-    link::Send(MSComm1, link::ReadEeprom(Address()));
-    txtValue->clear();
-    EnableControls(false);
-    TimerEEPROM.Enabled(true);
-  });
-}
-
-void EEPROM::TimerEEPROM_Timer() {
-  Operate("TimerEEPROM_Timer", [this] {
-    const auto reply = MSComm1.Input();
-    if (reply.size() == 1) {
-      txtValue->setText(QString::number(reply.front()));
-    } else {
-      shared::TellFailure("Read EEPROM error: packet length is <> 1 byte!");
-    }
-    EndOperation();
-  });
-}
-
-void EEPROM::cmdWrite_Click() {
-  if (!link::LoggerIsFree(*this)) return;
-  Operate("cmdWrite_Click", [this] {
-    if (txtValue->text().isEmpty()) return MsgBox("No value has been entered!");
-    MousePointer(Pointer::Busy);
-    EnableControls(false);
-    link::OpenCommPort(MSComm1, *this);
-    link::Send(MSComm1, link::WriteEeprom(Address(), ByteOf(txtValue->text())));
-    EndOperation();
-  });
-}
-
-void EEPROM::cmdOK_Click() {
-  Operate("cmdOK_Click", [this] {
-    link::CloseCommPort(MSComm1, *this);
-    Unload();
-  });
-}
 
 }  // namespace
 

@@ -45,34 +45,310 @@ std::int64_t NowInSeconds() {
 
 class DownloadErase : public platform::Form {
  public:
-  explicit DownloadErase(std::function<void()> openGraph);
+  explicit DownloadErase(std::function<void()> openGraph)
+      : Form("DownloadErase", "Download"), openGraph_(std::move(openGraph)) {
+    BuildMenu();
+    BuildBody();
+    MSComm1.OnComm = [this] { MSComm1_OnComm(); };
+    TimerSampling.OnTimer = [this] { TimerSampling_Timer(); };
+    resting_.OnTimer = [this] {
+      resting_.Enabled(false);
+      MSComm1.RThreshold(static_cast<int>(link::PageSize));
+    };
+    OnActivity = [this] { return mnuErase->isChecked() ? erase_.Activity() : Activity(); };
+    OnCloseRequest = [this] { mnuReturn_Click(); };
+  }
 
  private:
-  void BuildMenu();
-  void BuildBody();
+  void BuildMenu() {
+    auto* menu = AddMenu("mnuData", "&Data");
+    mnuDownload = AddCheckEntry(menu, "mnuDownload", "&Download", [this] { mnuDownload_Click(); });
+    mnuErase = AddCheckEntry(menu, "mnuErase", "&Erase", [this] { erase_.mnuErase_Click(); });
+    AddSeparator(menu, "mnuSep");
+    AddEntry(menu, "mnuReturn", "&Return", [this] { mnuReturn_Click(); });
+  }
 
-  void mnuDownload_Click();
-  void mnuReturn_Click();
-  bool RetrieveAll();
-  bool ChooseFile();
+  void BuildBody() {
+    fraPBar = platform::MakeFrame("fraPBar", "Download Progress", this);
+    PBar = platform::MakeProgressBar("PBar", "Download Progress", fraPBar);
+    lblWarning = platform::MakeLabel("lblWarning", "Comm failure: attempting re-sample", fraPBar);
+    lblWarning->setStyleSheet("color: #ffffff; background: #b00020; padding: 2px 6px; font-weight: 600;");
+    lblWarning->hide();
+    auto* progress = new QHBoxLayout(fraPBar);
+    progress->addWidget(PBar, 1);
+    progress->addWidget(lblWarning);
 
-  void StartPages();
-  void RequestPage(std::size_t stepsSent = 0);
-  void MSComm1_OnComm();
-  link::Request BeginNextRequest(const Bytes& reply) const;
-  static bool EndsData(const Bytes& reply);
-  void TakePage(const Bytes& reply, std::size_t stepsSent);
-  void StorePage(std::int32_t number, const Bytes& page);
-  void TimerSampling_Timer();
+    erase_.Attach(mnuErase, mnuDownload, fraPBar);
+    preview_ = new RunPreview(this);
+    preview_->AddBox(txtMode, "txtMode", "Label4", "Mode");
+    txtMode->setMinimumWidth(fontMetrics().horizontalAdvance("Linear") + 20);
+    preview_->AddBox(txtChannels, "txtChannels", "Label5", "Channels");
+    preview_->AddBox(txtTimer, "txtTimer", "Label3", "Timer Advance");
+    preview_->AddBox(txtBufferLen, "txtBufferLen", "Label1", "Buffer Len");
+    auto* column = new QVBoxLayout(this);
+    column->setContentsMargins(12, 12, 12, 12);
+    column->addWidget(fraPBar);
+    column->addWidget(erase_.Frame());
+    column->addWidget(preview_, 1);
+  }
 
-  void TellPage();
-  void TellTimeLeft();
-  void TellTimeLeft(const std::string& text);
-  platform::Activity Activity() const;
+  void mnuDownload_Click() {
+    if (mnuDownload->isChecked()) return StopDownload();
+    if (link::LoggerIsFree(*this) && RetrieveAll() && ChooseFile()) StartPages();
+  }
 
-  void FinishDownload();
-  void StopDownload();
-  void BackToIdle();
+  void mnuReturn_Click() {
+    if (mnuDownload->isChecked()) StopDownload();
+    erase_.End();
+    if (OtherEngaged(this) == nullptr) Shared.LiveSample.SavingToFile = false;  // others' recordings go on
+    Unload();
+  }
+
+  bool RetrieveAll() {
+    txtMode->clear();
+    txtChannels->clear();
+    preview_->Clear();
+    mnuDownload->setEnabled(false);
+    mnuErase->setEnabled(false);
+    fraPBar->setTitle("Retrieving on-board parameters");
+    PBar->setMaximum(4);
+    platform::Machine::Get().Repaint();
+    const auto& parameters = Shared.OnBoardParameters;
+    const char* failed = RetrieveParameters(MSComm3, *this, [&](int done) {
+      if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
+      if (parameters.BinLinearMode == 1) txtMode->setText("Linear");
+      if (parameters.BinLinearMode == 1) txtChannels->setText(Shown(parameters.LinearChannels));
+      platform::SetProgress(PBar, done);
+      platform::Machine::Get().Repaint();
+    });
+    if (failed != nullptr) {
+      shared::TellFailure(std::string("Download ") + failed +
+                          " parameters were not retrieved! Download failed!");
+      BackToIdle();
+      return false;
+    }
+    preview_->ShowHeader(Shared.DownloadHeader, parameters.BinLinearMode, parameters.LinearChannels);
+    return true;
+  }
+
+  bool ChooseFile() {
+    CommonDialog1.FileName.clear();
+    const std::string failure =
+        shared::WriteDataFileHeader(CommonDialog1, files::DataFileKind::DownloadPages);
+    const bool cancelled = CommonDialog1.FileName.empty();
+    const bool chosen = !cancelled && !Shared.DataFileName.empty();
+    Shared.LiveSample.SavingToFile = chosen;
+    mnuDownload->setEnabled(true);
+    if (chosen) {
+      live::RecordingScreen::EndSavingOfOthers(Shared.DataFileName, *this);
+      return true;
+    }
+    if (!failure.empty()) MsgBox(failure);
+    MsgBox(cancelled ? "Download operation cancelled!" : "No data file has been selected!");
+    BackToIdle();
+    return false;
+  }
+
+  void StartPages() {
+    preview_->Begin(Shared.DataFileName);
+    MousePointer(Pointer::Busy);
+    mnuDownload->setChecked(true);
+    Shared.DownloadPageNumber = 0;
+    Shared.TimerAdvanceCount = 0;
+    PBar->setMaximum(Shared.MaxDownloadPages);
+    TellPage();
+    TellTimeLeft("");
+    MSComm1.RThreshold(static_cast<int>(link::PageSize));
+    Shared.EndOfDataReached = false;
+    tornBytes_.reset();
+    link::OpenCommPort(MSComm1, *this);
+    TimerSampling.Enabled(true);
+    pace_.Begin();
+    RequestPage();
+  }
+
+  void RequestPage(std::size_t stepsSent = 0) {
+    const auto request = link::DownloadPage(Shared.DownloadPageNumber);
+    link::Send(MSComm1, std::span(request).subspan(stepsSent));
+  }
+
+  void MSComm1_OnComm() {
+    Guarded(
+        *this, "MSComm1_OnComm",
+        [this] {
+          if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
+          Shared.LastReplyTime = NowInSeconds();
+          lblWarning->hide();
+          if (pace_.HeldBack(MSComm1.FirstByteAt())) pace_.Interrupt();
+          Bytes reply = MSComm1.Input();
+          if (tornBytes_) preview_->NoteLate(Shared.DownloadPageNumber);
+          const auto torn = std::exchange(tornBytes_, std::nullopt).value_or(0);
+          auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
+          try {
+            link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
+                           torn == 0 ? link::LineSilenceUs : Pace::PageUs);
+          } catch (const std::exception&) {
+            // The line is gone. A page that has come whole is still stored, then the whole request fails
+            // again.
+            begun.clear();
+          }
+          txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
+          if (torn != 0 || reply.size() != link::PageSize) return RequestPage(begun.size());
+          pace_.PageCame();
+          TakePage(reply, begun.size());
+        },
+        [this] {
+          TellTimeLeft("");
+          MousePointer(Pointer::Normal);
+        });
+  }
+
+  // Empty if the reply ends the download: no request follows a blank page or the last page.
+  link::Request BeginNextRequest(const Bytes& reply) const {
+    const auto page = Shared.DownloadPageNumber;
+    if (page == Shared.MaxDownloadPages - 1 || EndsData(reply)) return {};
+    auto request = link::DownloadPage(page);
+    request.erase(std::ranges::mismatch(request, link::DownloadPage(page + 1)).in1, request.end());
+    return request;
+  }
+
+  // Page 0 is skipped, whatever it holds; the data ends before the first blank page after it.
+  static bool EndsData(const Bytes& reply) {
+    return Shared.DownloadPageNumber != 0 && reply.size() >= link::PageSize &&
+           files::IsBlankPage(files::Page(reply.data(), link::PageSize));
+  }
+
+  // The request for the next page is completed before the file is touched. On a slow disk, or while an error
+  // box is open, the logger would wait too long for its last byte and then take it for a command.
+  void TakePage(const Bytes& reply, std::size_t stepsSent) {
+    const auto taken = Shared.DownloadPageNumber;
+    Shared.EndOfDataReached = EndsData(reply);
+    if (!Shared.EndOfDataReached) ++Shared.DownloadPageNumber;
+    const bool finished = Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1;
+    std::exception_ptr failure;
+    try {
+      if (!finished) RequestPage(stepsSent);
+    } catch (const std::exception&) {
+      failure = std::current_exception();
+    }
+    if (!finished) TellPage();
+    if (!finished && !failure) TellTimeLeft();
+    if (taken != 0 && !Shared.EndOfDataReached) StorePage(taken, reply);
+    if (failure) std::rethrow_exception(failure);
+    if (finished) FinishDownload();
+  }
+
+  // After a failure the next page waits for a second, so that a user who is told of one at each page can
+  // stop.
+  void StorePage(std::int32_t number, const Bytes& page) {
+    const auto& parameters = Shared.OnBoardParameters;
+    Shared.PageDataText = files::DecodePage(files::Page(page.data(), link::PageSize),
+                                            parameters.BinLinearMode, parameters.LinearChannels);
+    if (Shared.LiveSample.SavingToFile && shared::WriteDownloadPagesToFile(number))
+      return preview_->Add(number, Shared.PageDataText);
+    preview_->NoteLost(number);
+    if (!Shared.LiveSample.SavingToFile) return;
+    pace_.Interrupt();
+    MSComm1.RThreshold(0);
+    resting_.Enabled(true);
+  }
+
+  // Counts whole seconds of the calendar clock. Repeats without limit: only the user knows when to give up.
+  void TimerSampling_Timer() {
+    const auto tick = [this] {
+      ++Shared.TimerAdvanceCount;
+      txtTimer->setText(Shown(Shared.TimerAdvanceCount));
+      // A clock that was set back must not keep the watchdog silent for as long.
+      Shared.LastReplyTime = std::min(Shared.LastReplyTime, NowInSeconds());
+      const bool waits = MSComm1.InBufferCount() >= static_cast<int>(link::PageSize);  // behind an error box
+      const bool late = !waits && NowInSeconds() - Shared.LastReplyTime > LateAfterSeconds;
+      lblWarning->setVisible(late);
+      if (!late) return;
+      TimerSampling.Enabled(false);
+      tornBytes_ = static_cast<std::size_t>(MSComm1.InBufferCount());
+      TellTimeLeft("");
+      RequestPage();
+      TimerSampling.Enabled(true);
+    };
+    // A line that takes no request is gone for good. The timer stays off, so the warning that the program
+    // tries again is hidden, and nothing more is saved.
+    Guarded(*this, "TimerSampling_Timer", tick, [this] {
+      MSComm1.RThreshold(0);
+      Shared.LiveSample.SavingToFile = false;
+      lblWarning->hide();
+      TellTimeLeft("");
+      MousePointer(Pointer::Normal);
+    });
+  }
+
+  void TellPage() {
+    page_ = "page " + values::NumberText(Shared.DownloadPageNumber);
+    fraPBar->setTitle(QString::fromStdString("Downloading " + page_));
+    platform::SetProgress(PBar, Shared.DownloadPageNumber);
+  }
+
+  // Only a blank page shows where the data ends, so the time left is that of a full logger.
+  void TellTimeLeft() {
+    const auto pages = Shared.MaxDownloadPages - Shared.DownloadPageNumber;
+    TellTimeLeft("at most " + values::DurationText(pages * pace_.Seconds()));
+  }
+
+  // Empty where it is not known: before page 0 has come, and while no reply comes.
+  void TellTimeLeft(const std::string& text) {
+    timeLeft_ = text;
+    preview_->TellTimeLeft(text);
+    emit ActivityChanged();
+  }
+
+  platform::Activity Activity() const {
+    if (!TimerSampling.Enabled()) return {"Download has stopped", page_};
+    if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page_};
+    return {"Downloading", page_ + (timeLeft_.empty() ? "" : ", " + timeLeft_ + " left")};
+  }
+
+  // Saving ends with the download: a live screen on another tab must not append its samples to this file.
+  void FinishDownload() {
+    TimerSampling.Enabled(false);
+    resting_.Enabled(false);
+    Shared.LiveSample.SavingToFile = false;
+    link::CloseCommPort(MSComm1, *this);
+    TellTimeLeft("");
+    if (Shared.OnBoardParameters.BinLinearMode == 1)
+      Guarded(*this, "MakeLinearCSV", [] { shared::WriteLinearCsv(Shared.DataFileName); });
+    BackToIdle();
+    MsgBox("Download completed!");
+    Shared.GraphAfterDownload = platform::AskYesNo("Would you like to graph this download immediately?");
+    if (!Shared.GraphAfterDownload) return;
+    Shared.GraphFileName = Shared.DataFileName;
+    Shared.DataFileName.clear();
+    openGraph_();
+  }
+
+  void StopDownload() {
+    TimerSampling.Enabled(false);
+    resting_.Enabled(false);
+    if (OtherEngaged(this) == nullptr) {
+      Shared.LiveSample.SavingToFile = false;
+      Shared.DataFileName.clear();
+    }
+    link::CloseCommPort(MSComm1, *this);
+    BackToIdle();
+  }
+
+  void BackToIdle() {
+    preview_->End();
+    TellTimeLeft("");
+    fraPBar->setTitle("Download Progress");
+    PBar->setValue(0);
+    mnuDownload->setChecked(false);
+    mnuDownload->setEnabled(true);
+    mnuErase->setEnabled(true);
+    txtBufferLen->clear();
+    txtTimer->clear();
+    lblWarning->hide();
+    CommonDialog1.FileName.clear();
+    MousePointer(Pointer::Normal);
+  }
 
   std::function<void()> openGraph_;
   platform::MSComm MSComm1{*this, "MSComm1"};
@@ -99,307 +375,6 @@ class DownloadErase : public platform::Form {
   QLabel* lblWarning = nullptr;
   RunPreview* preview_ = nullptr;
 };
-
-DownloadErase::DownloadErase(std::function<void()> openGraph)
-    : Form("DownloadErase", "Download"), openGraph_(std::move(openGraph)) {
-  BuildMenu();
-  BuildBody();
-  MSComm1.OnComm = [this] { MSComm1_OnComm(); };
-  TimerSampling.OnTimer = [this] { TimerSampling_Timer(); };
-  resting_.OnTimer = [this] {
-    resting_.Enabled(false);
-    MSComm1.RThreshold(static_cast<int>(link::PageSize));
-  };
-  OnActivity = [this] { return mnuErase->isChecked() ? erase_.Activity() : Activity(); };
-  OnCloseRequest = [this] { mnuReturn_Click(); };
-}
-
-void DownloadErase::BuildMenu() {
-  auto* menu = AddMenu("mnuData", "&Data");
-  mnuDownload = AddCheckEntry(menu, "mnuDownload", "&Download", [this] { mnuDownload_Click(); });
-  mnuErase = AddCheckEntry(menu, "mnuErase", "&Erase", [this] { erase_.mnuErase_Click(); });
-  AddSeparator(menu, "mnuSep");
-  AddEntry(menu, "mnuReturn", "&Return", [this] { mnuReturn_Click(); });
-}
-
-void DownloadErase::BuildBody() {
-  fraPBar = platform::MakeFrame("fraPBar", "Download Progress", this);
-  PBar = platform::MakeProgressBar("PBar", "Download Progress", fraPBar);
-  lblWarning = platform::MakeLabel("lblWarning", "Comm failure: attempting re-sample", fraPBar);
-  lblWarning->setStyleSheet("color: #ffffff; background: #b00020; padding: 2px 6px; font-weight: 600;");
-  lblWarning->hide();
-  auto* progress = new QHBoxLayout(fraPBar);
-  progress->addWidget(PBar, 1);
-  progress->addWidget(lblWarning);
-
-  erase_.Attach(mnuErase, mnuDownload, fraPBar);
-  preview_ = new RunPreview(this);
-  preview_->AddBox(txtMode, "txtMode", "Label4", "Mode");
-  txtMode->setMinimumWidth(fontMetrics().horizontalAdvance("Linear") + 20);
-  preview_->AddBox(txtChannels, "txtChannels", "Label5", "Channels");
-  preview_->AddBox(txtTimer, "txtTimer", "Label3", "Timer Advance");
-  preview_->AddBox(txtBufferLen, "txtBufferLen", "Label1", "Buffer Len");
-  auto* column = new QVBoxLayout(this);
-  column->setContentsMargins(12, 12, 12, 12);
-  column->addWidget(fraPBar);
-  column->addWidget(erase_.Frame());
-  column->addWidget(preview_, 1);
-}
-
-void DownloadErase::mnuDownload_Click() {
-  if (mnuDownload->isChecked()) return StopDownload();
-  if (link::LoggerIsFree(*this) && RetrieveAll() && ChooseFile()) StartPages();
-}
-
-void DownloadErase::mnuReturn_Click() {
-  if (mnuDownload->isChecked()) StopDownload();
-  erase_.End();
-  if (OtherEngaged(this) == nullptr) Shared.LiveSample.SavingToFile = false;  // others' recordings go on
-  Unload();
-}
-
-bool DownloadErase::RetrieveAll() {
-  txtMode->clear();
-  txtChannels->clear();
-  preview_->Clear();
-  mnuDownload->setEnabled(false);
-  mnuErase->setEnabled(false);
-  fraPBar->setTitle("Retrieving on-board parameters");
-  PBar->setMaximum(4);
-  platform::Machine::Get().Repaint();
-  const auto& parameters = Shared.OnBoardParameters;
-  const char* failed = RetrieveParameters(MSComm3, *this, [&](int done) {
-    if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
-    if (parameters.BinLinearMode == 1) txtMode->setText("Linear");
-    if (parameters.BinLinearMode == 1) txtChannels->setText(Shown(parameters.LinearChannels));
-    platform::SetProgress(PBar, done);
-    platform::Machine::Get().Repaint();
-  });
-  if (failed != nullptr) {
-    shared::TellFailure(std::string("Download ") + failed +
-                        " parameters were not retrieved! Download failed!");
-    BackToIdle();
-    return false;
-  }
-  preview_->ShowHeader(Shared.DownloadHeader, parameters.BinLinearMode, parameters.LinearChannels);
-  return true;
-}
-
-bool DownloadErase::ChooseFile() {
-  CommonDialog1.FileName.clear();
-  const std::string failure = shared::WriteDataFileHeader(CommonDialog1, files::DataFileKind::DownloadPages);
-  const bool cancelled = CommonDialog1.FileName.empty();
-  const bool chosen = !cancelled && !Shared.DataFileName.empty();
-  Shared.LiveSample.SavingToFile = chosen;
-  mnuDownload->setEnabled(true);
-  if (chosen) {
-    live::RecordingScreen::EndSavingOfOthers(Shared.DataFileName, *this);
-    return true;
-  }
-  if (!failure.empty()) MsgBox(failure);
-  MsgBox(cancelled ? "Download operation cancelled!" : "No data file has been selected!");
-  BackToIdle();
-  return false;
-}
-
-void DownloadErase::StartPages() {
-  preview_->Begin(Shared.DataFileName);
-  MousePointer(Pointer::Busy);
-  mnuDownload->setChecked(true);
-  Shared.DownloadPageNumber = 0;
-  Shared.TimerAdvanceCount = 0;
-  PBar->setMaximum(Shared.MaxDownloadPages);
-  TellPage();
-  TellTimeLeft("");
-  MSComm1.RThreshold(static_cast<int>(link::PageSize));
-  Shared.EndOfDataReached = false;
-  tornBytes_.reset();
-  link::OpenCommPort(MSComm1, *this);
-  TimerSampling.Enabled(true);
-  pace_.Begin();
-  RequestPage();
-}
-
-void DownloadErase::RequestPage(std::size_t stepsSent) {
-  const auto request = link::DownloadPage(Shared.DownloadPageNumber);
-  link::Send(MSComm1, std::span(request).subspan(stepsSent));
-}
-
-void DownloadErase::MSComm1_OnComm() {
-  Guarded(
-      *this, "MSComm1_OnComm",
-      [this] {
-        if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
-        Shared.LastReplyTime = NowInSeconds();
-        lblWarning->hide();
-        if (pace_.HeldBack(MSComm1.FirstByteAt())) pace_.Interrupt();
-        Bytes reply = MSComm1.Input();
-        if (tornBytes_) preview_->NoteLate(Shared.DownloadPageNumber);
-        const auto torn = std::exchange(tornBytes_, std::nullopt).value_or(0);
-        auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
-        try {
-          link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
-                         torn == 0 ? link::LineSilenceUs : Pace::PageUs);
-        } catch (const std::exception&) {
-          // The line is gone. A page that has come whole is still stored, then the whole request fails again.
-          begun.clear();
-        }
-        txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
-        if (torn != 0 || reply.size() != link::PageSize) return RequestPage(begun.size());
-        pace_.PageCame();
-        TakePage(reply, begun.size());
-      },
-      [this] {
-        TellTimeLeft("");
-        MousePointer(Pointer::Normal);
-      });
-}
-
-// Empty if the reply ends the download: no request follows a blank page or the last page.
-link::Request DownloadErase::BeginNextRequest(const Bytes& reply) const {
-  const auto page = Shared.DownloadPageNumber;
-  if (page == Shared.MaxDownloadPages - 1 || EndsData(reply)) return {};
-  auto request = link::DownloadPage(page);
-  request.erase(std::ranges::mismatch(request, link::DownloadPage(page + 1)).in1, request.end());
-  return request;
-}
-
-// Page 0 is skipped, whatever it holds; the data ends before the first blank page after it.
-bool DownloadErase::EndsData(const Bytes& reply) {
-  return Shared.DownloadPageNumber != 0 && reply.size() >= link::PageSize &&
-         files::IsBlankPage(files::Page(reply.data(), link::PageSize));
-}
-
-// The request for the next page is completed before the file is touched. On a slow disk, or while an error
-// box is open, the logger would wait too long for its last byte and then take it for a command.
-void DownloadErase::TakePage(const Bytes& reply, std::size_t stepsSent) {
-  const auto taken = Shared.DownloadPageNumber;
-  Shared.EndOfDataReached = EndsData(reply);
-  if (!Shared.EndOfDataReached) ++Shared.DownloadPageNumber;
-  const bool finished = Shared.EndOfDataReached || Shared.DownloadPageNumber > Shared.MaxDownloadPages - 1;
-  std::exception_ptr failure;
-  try {
-    if (!finished) RequestPage(stepsSent);
-  } catch (const std::exception&) {
-    failure = std::current_exception();
-  }
-  if (!finished) TellPage();
-  if (!finished && !failure) TellTimeLeft();
-  if (taken != 0 && !Shared.EndOfDataReached) StorePage(taken, reply);
-  if (failure) std::rethrow_exception(failure);
-  if (finished) FinishDownload();
-}
-
-// After a failure the next page waits for a second, so that a user who is told of one at each page can stop.
-void DownloadErase::StorePage(std::int32_t number, const Bytes& page) {
-  const auto& parameters = Shared.OnBoardParameters;
-  Shared.PageDataText = files::DecodePage(files::Page(page.data(), link::PageSize), parameters.BinLinearMode,
-                                          parameters.LinearChannels);
-  if (Shared.LiveSample.SavingToFile && shared::WriteDownloadPagesToFile(number))
-    return preview_->Add(number, Shared.PageDataText);
-  preview_->NoteLost(number);
-  if (!Shared.LiveSample.SavingToFile) return;
-  pace_.Interrupt();
-  MSComm1.RThreshold(0);
-  resting_.Enabled(true);
-}
-
-// Counts whole seconds of the calendar clock. Repeats without limit: only the user knows when to give up.
-void DownloadErase::TimerSampling_Timer() {
-  const auto tick = [this] {
-    ++Shared.TimerAdvanceCount;
-    txtTimer->setText(Shown(Shared.TimerAdvanceCount));
-    // A clock that was set back must not keep the watchdog silent for as long.
-    Shared.LastReplyTime = std::min(Shared.LastReplyTime, NowInSeconds());
-    const bool waits = MSComm1.InBufferCount() >= static_cast<int>(link::PageSize);  // behind an error box
-    const bool late = !waits && NowInSeconds() - Shared.LastReplyTime > LateAfterSeconds;
-    lblWarning->setVisible(late);
-    if (!late) return;
-    TimerSampling.Enabled(false);
-    tornBytes_ = static_cast<std::size_t>(MSComm1.InBufferCount());
-    TellTimeLeft("");
-    RequestPage();
-    TimerSampling.Enabled(true);
-  };
-  // A line that takes no request is gone for good. The timer stays off, so the warning that the program tries
-  // again is hidden, and nothing more is saved.
-  Guarded(*this, "TimerSampling_Timer", tick, [this] {
-    MSComm1.RThreshold(0);
-    Shared.LiveSample.SavingToFile = false;
-    lblWarning->hide();
-    TellTimeLeft("");
-    MousePointer(Pointer::Normal);
-  });
-}
-
-void DownloadErase::TellPage() {
-  page_ = "page " + values::NumberText(Shared.DownloadPageNumber);
-  fraPBar->setTitle(QString::fromStdString("Downloading " + page_));
-  platform::SetProgress(PBar, Shared.DownloadPageNumber);
-}
-
-// Only a blank page shows where the data ends, so the time left is that of a full logger.
-void DownloadErase::TellTimeLeft() {
-  const auto pages = Shared.MaxDownloadPages - Shared.DownloadPageNumber;
-  TellTimeLeft("at most " + values::DurationText(pages * pace_.Seconds()));
-}
-
-// Empty where it is not known: before page 0 has come, and while no reply comes.
-void DownloadErase::TellTimeLeft(const std::string& text) {
-  timeLeft_ = text;
-  preview_->TellTimeLeft(text);
-  emit ActivityChanged();
-}
-
-platform::Activity DownloadErase::Activity() const {
-  if (!TimerSampling.Enabled()) return {"Download has stopped", page_};
-  if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page_};
-  return {"Downloading", page_ + (timeLeft_.empty() ? "" : ", " + timeLeft_ + " left")};
-}
-
-// Saving ends with the download: a live screen on another tab must not append its samples to this file.
-void DownloadErase::FinishDownload() {
-  TimerSampling.Enabled(false);
-  resting_.Enabled(false);
-  Shared.LiveSample.SavingToFile = false;
-  link::CloseCommPort(MSComm1, *this);
-  TellTimeLeft("");
-  if (Shared.OnBoardParameters.BinLinearMode == 1)
-    Guarded(*this, "MakeLinearCSV", [] { shared::WriteLinearCsv(Shared.DataFileName); });
-  BackToIdle();
-  MsgBox("Download completed!");
-  Shared.GraphAfterDownload = platform::AskYesNo("Would you like to graph this download immediately?");
-  if (!Shared.GraphAfterDownload) return;
-  Shared.GraphFileName = Shared.DataFileName;
-  Shared.DataFileName.clear();
-  openGraph_();
-}
-
-void DownloadErase::StopDownload() {
-  TimerSampling.Enabled(false);
-  resting_.Enabled(false);
-  if (OtherEngaged(this) == nullptr) {
-    Shared.LiveSample.SavingToFile = false;
-    Shared.DataFileName.clear();
-  }
-  link::CloseCommPort(MSComm1, *this);
-  BackToIdle();
-}
-
-void DownloadErase::BackToIdle() {
-  preview_->End();
-  TellTimeLeft("");
-  fraPBar->setTitle("Download Progress");
-  PBar->setValue(0);
-  mnuDownload->setChecked(false);
-  mnuDownload->setEnabled(true);
-  mnuErase->setEnabled(true);
-  txtBufferLen->clear();
-  txtTimer->clear();
-  lblWarning->hide();
-  CommonDialog1.FileName.clear();
-  MousePointer(Pointer::Normal);
-}
 
 }  // namespace
 

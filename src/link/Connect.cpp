@@ -38,21 +38,188 @@ constexpr std::chrono::milliseconds LookEvery{500};  // for an adapter that is p
 
 class Connect : public platform::Form {
  public:
-  explicit Connect(std::function<void(bool)> reached);
+  explicit Connect(std::function<void(bool)> reached)
+      : Form("Connect", "Connect"),
+        reached_(std::move(reached)),
+        MSComm1(*this, "MSComm1"),
+        MSCommTare(*this, "MSCommTare"),
+        NumEditCommPort(new platform::CWNumEdit(this)),
+        lblDevice(platform::MakeLabel("lblDevice", "", this)),
+        cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })),
+        cmdAutoDetect(MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); })) {
+    Build();
+    NumEditCommPort->Value(Shared.CurrentCommPort);
+    ShowDevice();
+    FirstFocus(NumEditCommPort);
+    look_ = platform::Machine::Get().MakeAlarm([this] {
+      platform::EventGate::Get().Offer(this, {this, "Connect_Timer"}, [this] { ShowDevice(); });
+    });
+    look_->Start(LookEvery);
+  }
 
  private:
-  void Build();
-  void ShowDevice();
-  void Note(std::int16_t port, const std::string& outcome);
-  std::string Outcomes(const char* between) const;
+  void Build() {
+    auto* label = platform::MakeLabel("Label1", "Select Comm Port", this, NumEditCommPort);
+    NumEditCommPort->setObjectName("NumEditCommPort");
+    NumEditCommPort->setAccessibleName("Select Comm Port");
+    NumEditCommPort->SetLimits(0, platform::LastComm);
+    lblDevice->setWordWrap(true);
+    lblDevice->setMinimumHeight(2 * fontMetrics().lineSpacing());
+    connect(NumEditCommPort, &QDoubleSpinBox::valueChanged, this, [this] { ShowDevice(); });
+    DefaultButton(cmdOK);
+    cmdOK->setDefault(true);  // drawn as what Enter presses
+    OnCloseRequest = [this] { Unload(); };
 
-  void cmdOK_Click();
-  void cmdAutoDetect_Click();
-  void EnableButtons(bool enabled);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(cmdAutoDetect);
+    buttons->addStretch();
+    buttons->addWidget(cmdOK);
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(20, 20, 20, 20);
+    grid->setVerticalSpacing(12);
+    grid->addWidget(label, 0, 0);
+    grid->addWidget(NumEditCommPort, 0, 1);
+    grid->addWidget(lblDevice, 1, 0, 1, 2, Qt::AlignTop);
+    grid->addLayout(buttons, 2, 0, 1, 2);
+    setMinimumWidth(420);
+  }
 
-  bool CommPortExists(std::int16_t port);
-  bool LoggerAnswers(std::int16_t port, const std::string& baud);
-  bool RetrieveOnBoardParameters();
+  std::string DeviceWords(int port) {
+    if (port == 0) return "0 stands for no port.";
+    const auto info = platform::Machine::Get().DescribePort(port);
+    if (info.device.empty()) return "No device stands behind this number.";
+    return "Device " + info.device + (info.description.empty() ? "" : ": " + info.description);
+  }
+
+  /// The device behind the number in the box, as it is now, and what the ports did that were asked last.
+  void ShowDevice() {
+    const auto device = DeviceWords(values::ToInt16(NumEditCommPort->Value()));
+    const auto text = QString::fromStdString(outcomes_.empty() ? device : device + "\n\n" + Outcomes("\n"));
+    if (text == lblDevice->text()) return;
+    lblDevice->setText(text);
+    adjustSize();
+  }
+
+  void Note(std::int16_t port, const std::string& outcome) {
+    const auto device = platform::Machine::Get().DescribePort(port).device;
+    outcomes_.push_back("Comm " + values::NumberText(port) + " (" + device + "): " + outcome);
+  }
+
+  std::string Outcomes(const char* between) const {
+    std::string text;
+    for (const auto& outcome : outcomes_) text += (text.empty() ? "" : between) + outcome;
+    return text;
+  }
+
+  void EnableButtons(bool enabled) {
+    cmdOK->setEnabled(enabled);
+    cmdAutoDetect->setEnabled(enabled);
+  }
+
+  bool CommPortExists(std::int16_t port) {
+    try {
+      MSComm1.CommPort(port);
+      MSComm1.PortOpen(true);
+      MSComm1.PortOpen(false);
+      return true;
+    } catch (const std::system_error& error) {
+      const auto why = platform::WhyNoOpening(error.code().value());
+      if (why != platform::NoSuchDevice) Note(port, why);
+      return false;
+    }
+  }
+
+  bool LoggerAnswers(std::int16_t port, const std::string& baud) {
+    DetectedCommPort = 0;
+    try {
+      MSComm1.CommPort(port);
+      MSComm1.Settings(baud + ",n,8,1");
+      MSComm1.PortOpen(true);
+      Send(MSComm1, Ping());
+      shared::WaitMilliseconds(PingWaitMs);
+      const Bytes reply = MSComm1.Input();
+      MSComm1.PortOpen(false);
+      if (reply == Bytes{Ping().front().byte}) DetectedCommPort = port;
+      Note(port, DetectedCommPort != 0 ? "the logger answered"
+                 : reply.empty()       ? Silent
+                                       : "opened, but the reply is not a logger's");
+    } catch (const std::system_error&) {
+      MSComm1.PortOpen(false);
+      Note(port, Gone);
+    }
+    return DetectedCommPort != 0;
+  }
+
+  void cmdAutoDetect_Click() {
+    if (!LoggerIsFree(*this)) return;
+    MousePointer(Pointer::Busy);
+    EnableButtons(false);
+    outcomes_.clear();
+    bool found = false;
+    for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port) {
+      lblDevice->setText(QString("Asking on Comm %1...").arg(port));
+      platform::Machine::Get().Repaint();
+      found = CommPortExists(port) && LoggerAnswers(port, "19200");
+    }
+    if (outcomes_.empty()) outcomes_.emplace_back("Comm 1 to 16: no such device");
+    EnableButtons(true);
+    if (found) NumEditCommPort->Value(DetectedCommPort);
+    ShowDevice();
+    MousePointer(Pointer::Normal);
+    if (!found) return shared::TellFailure("Bexlow not found on Comm 1-16!", Outcomes("; "));
+    MsgBox("Bexlow found on Comm " + values::NumberText(DetectedCommPort) + "!");
+    cmdOK->setFocus();
+  }
+
+  void cmdOK_Click() {
+    if (NumEditCommPort->Value() != 0 && !LoggerIsFree(*this)) return;
+    MousePointer(Pointer::Busy);
+    EnableButtons(false);
+    Shared.CurrentCommPort = values::ToInt16(NumEditCommPort->Value());
+    platform::SaveSetting("Startup", "CurrentCommPort", values::NumberText(Shared.CurrentCommPort));
+    MousePointer(Pointer::Normal);
+    if (Shared.CurrentCommPort == 0) {
+      MsgBox("No Comm port has been selected!");
+      return Unload();
+    }
+    outcomes_.clear();
+    platform::Machine::Get().Repaint();
+    const bool retrieved = RetrieveOnBoardParameters();
+    ShowDevice();
+    if (!retrieved)
+      shared::TellFailure(
+          "A communication failure has occurred!\r\n"
+          "On-board parameters were not retrieved from the Bexlow.\r\n"
+          "Check your hardware set-up and try again.",
+          Outcomes("; "));
+    reached_(retrieved);
+    Unload();
+  }
+
+  bool RetrieveOnBoardParameters() {
+    const auto port = Shared.CurrentCommPort;
+    if (!CommPortExists(port)) {
+      if (outcomes_.empty()) Note(port, platform::NoSuchDevice);
+      return false;
+    }
+    try {
+      const auto block = TareBlock();
+      const auto reply = ReadBlock(MSCommTare, *this, block);
+      const auto counts = values::NumberText(static_cast<double>(reply.size())) + " bytes came instead of " +
+                          values::NumberText(static_cast<double>(block.reply));
+      if (reply.size() != block.reply) Note(port, reply.empty() ? Silent : "opened, but " + counts);
+      if (reply.size() != block.reply) return false;
+      auto& parameters = Shared.OnBoardParameters;
+      parameters.XTare = values::SampleWordToAngle(values::Word(reply, 0), 180);
+      parameters.YTare = values::SampleWordToAngle(values::Word(reply, 2), 90);
+      parameters.UpdateTimeIncrement = reply[4];
+      return true;
+    } catch (const std::system_error&) {
+      MSCommTare.PortOpen(false);
+      Note(port, Gone);
+      return false;
+    }
+  }
 
   std::function<void(bool)> reached_;
   std::int16_t DetectedCommPort = 0;
@@ -65,188 +232,6 @@ class Connect : public platform::Form {
   std::vector<std::string> outcomes_;  ///< what the ports did that were asked last
   std::unique_ptr<platform::Alarm> look_;
 };
-
-Connect::Connect(std::function<void(bool)> reached)
-    : Form("Connect", "Connect"),
-      reached_(std::move(reached)),
-      MSComm1(*this, "MSComm1"),
-      MSCommTare(*this, "MSCommTare"),
-      NumEditCommPort(new platform::CWNumEdit(this)),
-      lblDevice(platform::MakeLabel("lblDevice", "", this)),
-      cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })),
-      cmdAutoDetect(MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); })) {
-  Build();
-  NumEditCommPort->Value(Shared.CurrentCommPort);
-  ShowDevice();
-  FirstFocus(NumEditCommPort);
-  look_ = platform::Machine::Get().MakeAlarm([this] {
-    platform::EventGate::Get().Offer(this, {this, "Connect_Timer"}, [this] { ShowDevice(); });
-  });
-  look_->Start(LookEvery);
-}
-
-void Connect::Build() {
-  auto* label = platform::MakeLabel("Label1", "Select Comm Port", this, NumEditCommPort);
-  NumEditCommPort->setObjectName("NumEditCommPort");
-  NumEditCommPort->setAccessibleName("Select Comm Port");
-  NumEditCommPort->SetLimits(0, platform::LastComm);
-  lblDevice->setWordWrap(true);
-  lblDevice->setMinimumHeight(2 * fontMetrics().lineSpacing());
-  connect(NumEditCommPort, &QDoubleSpinBox::valueChanged, this, [this] { ShowDevice(); });
-  DefaultButton(cmdOK);
-  cmdOK->setDefault(true);  // drawn as what Enter presses
-  OnCloseRequest = [this] { Unload(); };
-
-  auto* buttons = new QHBoxLayout;
-  buttons->addWidget(cmdAutoDetect);
-  buttons->addStretch();
-  buttons->addWidget(cmdOK);
-  auto* grid = new QGridLayout(this);
-  grid->setContentsMargins(20, 20, 20, 20);
-  grid->setVerticalSpacing(12);
-  grid->addWidget(label, 0, 0);
-  grid->addWidget(NumEditCommPort, 0, 1);
-  grid->addWidget(lblDevice, 1, 0, 1, 2, Qt::AlignTop);
-  grid->addLayout(buttons, 2, 0, 1, 2);
-  setMinimumWidth(420);
-}
-
-std::string DeviceWords(int port) {
-  if (port == 0) return "0 stands for no port.";
-  const auto info = platform::Machine::Get().DescribePort(port);
-  if (info.device.empty()) return "No device stands behind this number.";
-  return "Device " + info.device + (info.description.empty() ? "" : ": " + info.description);
-}
-
-/// The device behind the number in the box, as it is now, and what the ports did that were asked last.
-void Connect::ShowDevice() {
-  const auto device = DeviceWords(values::ToInt16(NumEditCommPort->Value()));
-  const auto text = QString::fromStdString(outcomes_.empty() ? device : device + "\n\n" + Outcomes("\n"));
-  if (text == lblDevice->text()) return;
-  lblDevice->setText(text);
-  adjustSize();
-}
-
-void Connect::Note(std::int16_t port, const std::string& outcome) {
-  const auto device = platform::Machine::Get().DescribePort(port).device;
-  outcomes_.push_back("Comm " + values::NumberText(port) + " (" + device + "): " + outcome);
-}
-
-std::string Connect::Outcomes(const char* between) const {
-  std::string text;
-  for (const auto& outcome : outcomes_) text += (text.empty() ? "" : between) + outcome;
-  return text;
-}
-
-void Connect::EnableButtons(bool enabled) {
-  cmdOK->setEnabled(enabled);
-  cmdAutoDetect->setEnabled(enabled);
-}
-
-bool Connect::CommPortExists(std::int16_t port) {
-  try {
-    MSComm1.CommPort(port);
-    MSComm1.PortOpen(true);
-    MSComm1.PortOpen(false);
-    return true;
-  } catch (const std::system_error& error) {
-    const auto why = platform::WhyNoOpening(error.code().value());
-    if (why != platform::NoSuchDevice) Note(port, why);
-    return false;
-  }
-}
-
-bool Connect::LoggerAnswers(std::int16_t port, const std::string& baud) {
-  DetectedCommPort = 0;
-  try {
-    MSComm1.CommPort(port);
-    MSComm1.Settings(baud + ",n,8,1");
-    MSComm1.PortOpen(true);
-    Send(MSComm1, Ping());
-    shared::WaitMilliseconds(PingWaitMs);
-    const Bytes reply = MSComm1.Input();
-    MSComm1.PortOpen(false);
-    if (reply == Bytes{Ping().front().byte}) DetectedCommPort = port;
-    Note(port, DetectedCommPort != 0 ? "the logger answered"
-               : reply.empty()       ? Silent
-                                     : "opened, but the reply is not a logger's");
-  } catch (const std::system_error&) {
-    MSComm1.PortOpen(false);
-    Note(port, Gone);
-  }
-  return DetectedCommPort != 0;
-}
-
-void Connect::cmdAutoDetect_Click() {
-  if (!LoggerIsFree(*this)) return;
-  MousePointer(Pointer::Busy);
-  EnableButtons(false);
-  outcomes_.clear();
-  bool found = false;
-  for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port) {
-    lblDevice->setText(QString("Asking on Comm %1...").arg(port));
-    platform::Machine::Get().Repaint();
-    found = CommPortExists(port) && LoggerAnswers(port, "19200");
-  }
-  if (outcomes_.empty()) outcomes_.emplace_back("Comm 1 to 16: no such device");
-  EnableButtons(true);
-  if (found) NumEditCommPort->Value(DetectedCommPort);
-  ShowDevice();
-  MousePointer(Pointer::Normal);
-  if (!found) return shared::TellFailure("Bexlow not found on Comm 1-16!", Outcomes("; "));
-  MsgBox("Bexlow found on Comm " + values::NumberText(DetectedCommPort) + "!");
-  cmdOK->setFocus();
-}
-
-void Connect::cmdOK_Click() {
-  if (NumEditCommPort->Value() != 0 && !LoggerIsFree(*this)) return;
-  MousePointer(Pointer::Busy);
-  EnableButtons(false);
-  Shared.CurrentCommPort = values::ToInt16(NumEditCommPort->Value());
-  platform::SaveSetting("Startup", "CurrentCommPort", values::NumberText(Shared.CurrentCommPort));
-  MousePointer(Pointer::Normal);
-  if (Shared.CurrentCommPort == 0) {
-    MsgBox("No Comm port has been selected!");
-    return Unload();
-  }
-  outcomes_.clear();
-  platform::Machine::Get().Repaint();
-  const bool retrieved = RetrieveOnBoardParameters();
-  ShowDevice();
-  if (!retrieved)
-    shared::TellFailure(
-        "A communication failure has occurred!\r\n"
-        "On-board parameters were not retrieved from the Bexlow.\r\n"
-        "Check your hardware set-up and try again.",
-        Outcomes("; "));
-  reached_(retrieved);
-  Unload();
-}
-
-bool Connect::RetrieveOnBoardParameters() {
-  const auto port = Shared.CurrentCommPort;
-  if (!CommPortExists(port)) {
-    if (outcomes_.empty()) Note(port, platform::NoSuchDevice);
-    return false;
-  }
-  try {
-    const auto block = TareBlock();
-    const auto reply = ReadBlock(MSCommTare, *this, block);
-    const auto counts = values::NumberText(static_cast<double>(reply.size())) + " bytes came instead of " +
-                        values::NumberText(static_cast<double>(block.reply));
-    if (reply.size() != block.reply) Note(port, reply.empty() ? Silent : "opened, but " + counts);
-    if (reply.size() != block.reply) return false;
-    auto& parameters = Shared.OnBoardParameters;
-    parameters.XTare = values::SampleWordToAngle(values::Word(reply, 0), 180);
-    parameters.YTare = values::SampleWordToAngle(values::Word(reply, 2), 90);
-    parameters.UpdateTimeIncrement = reply[4];
-    return true;
-  } catch (const std::system_error&) {
-    MSCommTare.PortOpen(false);
-    Note(port, Gone);
-    return false;
-  }
-}
 
 }  // namespace
 
