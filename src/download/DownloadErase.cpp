@@ -232,7 +232,9 @@ class DownloadErase : public platform::Form {
       failure = std::current_exception();
     }
     if (!finished) TellPage();
-    if (!finished && !failure) TellTimeLeft();
+    // Only a blank page shows where the data ends, so the time left is that of a full logger.
+    const auto pages = Shared.MaxDownloadPages - Shared.DownloadPageNumber;
+    if (!finished && !failure) TellTimeLeft("at most " + values::DurationText(pages * pace_.Seconds()));
     if (taken != 0 && !Shared.EndOfDataReached) StorePage(taken, reply);
     if (failure) std::rethrow_exception(failure);
     if (finished) FinishDownload();
@@ -285,12 +287,6 @@ class DownloadErase : public platform::Form {
     page_ = "page " + values::NumberText(Shared.DownloadPageNumber);
     fraPBar->setTitle(QString::fromStdString("Downloading " + page_));
     platform::SetProgress(PBar, Shared.DownloadPageNumber);
-  }
-
-  // Only a blank page shows where the data ends, so the time left is that of a full logger.
-  void TellTimeLeft() {
-    const auto pages = Shared.MaxDownloadPages - Shared.DownloadPageNumber;
-    TellTimeLeft("at most " + values::DurationText(pages * pace_.Seconds()));
   }
 
   // Empty where it is not known: before page 0 has come, and while no reply comes.

@@ -7,7 +7,6 @@
 #include <exception>
 #include <utility>
 
-#include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"

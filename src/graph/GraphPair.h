@@ -15,7 +15,12 @@
 #include "platform/graph/CWGraph.h"
 
 class QLabel;
+class QLineEdit;
 class QPushButton;
+
+namespace bexlow::platform {
+class CommonDialog;
+}
 
 namespace bexlow::graph {
 
@@ -64,5 +69,14 @@ class GraphPair : public QWidget {
   files::RunFacts facts_;
   const files::Run* run_ = nullptr;
 };
+
+inline constexpr auto EndOfFileText = "End of data file has been reached!";
+
+/// The frame, with the box for the name in it.
+QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
+
+/// Asks for a data file; its path is then in the dialog's FileName.
+/// @return false if the dialog was cancelled and its CancelError is not set
+bool AskForDataFile(platform::CommonDialog& dialog);
 
 }  // namespace bexlow::graph

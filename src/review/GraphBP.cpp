@@ -5,7 +5,6 @@
 #include <QVBoxLayout>
 
 #include "files/ButtonPushes.h"
-#include "graph/DataFileFrame.h"
 #include "graph/GraphPair.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
