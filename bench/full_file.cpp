@@ -13,10 +13,10 @@
 #include "files/LinearCsv.h"
 #include "files/Series.h"
 #include "graph/Graph.h"
+#include "graph/GraphPair.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
-#include "shared/Records.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ struct Bench {
   std::string text, csv;
   rig::AnsweredMachine machine;
   rig::Program program;
-  graph::Graph& screen;
+  graph::DataScreen& screen;
   platform::CWGraph* graphs[2] = {};
   double last = 0;  ///< last sample of a series
 };
@@ -43,7 +43,7 @@ Bench::Bench(const fs::path& folder)
       plainFile(folder / "plain.csv"),
       text(bench::FullDataFile()),
       machine(folder),
-      screen(program.Show<graph::Graph>()) {
+      screen(static_cast<graph::DataScreen&>(program.Show(graph::MakeGraph()))) {
   platform::WriteWhole(dataFile, text);
   files::AppendLinearCsv(text, csv);
   graphs[0] = screen.findChild<platform::CWGraph*>("CWGraph1");
@@ -54,9 +54,7 @@ Bench::Bench(const fs::path& folder)
 
 // Opens the file without a dialog, as after a download.
 void Bench::Open() {
-  shared::Shared.GraphFileName = dataFile.string();
-  shared::Shared.GraphAfterDownload = true;
-  screen.mnuOpen_Click();
+  screen.Open(dataFile.string());
   for (auto* graph : graphs) graph->DrawNow();
 }
 

@@ -10,9 +10,9 @@
 #include "LiveRig.h"
 #include "download/DownloadErase.h"
 #include "graph/Graph.h"
+#include "graph/GraphPair.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
-#include "shared/Records.h"
 #include "shell/Main.h"
 
 namespace {
@@ -49,15 +49,14 @@ void WatchScreens(const std::filesystem::path& folder) {
   rig::AnsweredMachine machine(folder);
   rig::Program program;
   program.Show<shell::Main>(program.outer);
-  auto& graph = program.Show<graph::Graph>();
-  shared::Shared.GraphFileName = (folder / "full.qbx").string();
-  platform::WriteWhole(shared::Shared.GraphFileName, bench::FullDataFile());
-  shared::Shared.GraphAfterDownload = true;
-  graph.mnuOpen_Click();
+  auto* graph = graph::MakeGraph();
+  program.Show(graph);
+  platform::WriteWhole(folder / "full.qbx", bench::FullDataFile());
+  graph->Open((folder / "full.qbx").string());
   Watch("Graph");
   bench::PrintFigure("Resident memory with a full run in Graph", bench::ResidentMiB(), 57, " MiB",
                      QApplication::platformName().toStdString());
-  graph.Unload();
+  graph->Unload();
   program.Show(download::MakeDownloadErase([] {}));
   Watch("Download");
 }

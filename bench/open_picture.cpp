@@ -7,9 +7,9 @@
 #include "FullFile.h"
 #include "files/LinearCsv.h"
 #include "graph/Graph.h"
+#include "graph/GraphPair.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
-#include "shared/Records.h"
 
 int main(int argc, char** argv) {
   using namespace bexlow;
@@ -26,9 +26,8 @@ int main(int argc, char** argv) {
   }
   rig::AnsweredMachine machine(scratch.Path());
   rig::Program program;
-  auto& screen = program.Show<graph::Graph>();
-  shared::Shared.GraphFileName = (folder / "full.qbx").string();
-  shared::Shared.GraphAfterDownload = true;
-  screen.mnuOpen_Click();
+  auto* screen = graph::MakeGraph();
+  program.Show(screen);
+  screen->Open((folder / "full.qbx").string());
   return program.outer.grab().save(QString::fromStdString((folder / "bexlow.png").string())) ? 0 : 1;
 }

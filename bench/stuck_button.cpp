@@ -10,6 +10,7 @@
 
 #include "Figure.h"
 #include "FullFile.h"
+#include "graph/GraphPair.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/TextFile.h"
 #include "review/GraphBP.h"
@@ -26,7 +27,7 @@ constexpr double LimitMs = 100;  // a person notices a longer wait
 class Review {
  public:
   explicit Review(const fs::path& folder)
-      : machine_(folder, folder / "stuck.qbx"), screen_(&program_.Show<review::GraphBP>()) {
+      : machine_(folder, folder / "stuck.qbx"), screen_(&program_.Show(review::MakeGraphBP())) {
     platform::WriteWhole(folder / "stuck.qbx", bench::StuckButtonFile());
     QApplication::processEvents();
   }
@@ -46,7 +47,7 @@ class Review {
  private:
   rig::AnsweredMachine machine_;
   rig::Program program_;
-  review::GraphBP* screen_;
+  platform::Form* screen_;
 };
 
 bool Measure(Review& review) {

@@ -5,15 +5,18 @@
 #include <QVBoxLayout>
 
 #include <exception>
-#include <utility>
+#include <string>
 
+#include "files/BinPages.h"
+#include "files/Series.h"
 #include "graph/GraphPair.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Controls.h"
+#include "platform/controls/Form.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
-#include "shared/Records.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 
@@ -22,191 +25,207 @@ namespace bexlow::graph {
 using platform::MsgBox;
 using shared::Guarded;
 using shared::NumberIn;
-using shared::Shared;
 using values::NumberText;
 
 namespace {
 
 constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
 
+class Graph : public DataScreen {
+ public:
+  Graph() : DataScreen("Graph", "Graph") {
+    BuildMenu();
+    BuildBody();
+    PageNumber(0);
+    cmdPrevious->setEnabled(false);
+    graphs_->PrepareLinear();
+    OnCloseRequest = [this] { Unload(); };
+  }
+
+  void Open(const std::string& fileName) override {
+    txtFileName->setText(QString::fromStdString(fileName));
+    try {
+      OpenFile();
+    } catch (const std::exception&) {}
+  }
+
+ private:
+  void BuildMenu() {
+    auto* file = AddMenu("mnuFile", "&File");
+    AddEntry(
+        file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
+    AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
+  }
+
+  void BuildBody() {
+    auto* top = new QHBoxLayout;
+    top->addWidget(MakeDataFileFrame(this, txtFileName), 1);
+    top->addWidget(BuildScroll());
+    graphs_ = new GraphPair(this);
+    graphs_->PageWith(cmdPrevious, cmdNext);
+    FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(top);
+    column->addWidget(graphs_, 1);
+  }
+
+  QWidget* BuildScroll() {
+    auto* frame = platform::MakeFrame("fraScroll", "Scroll Data Bins", this);
+    auto* row = new QHBoxLayout(frame);
+    struct Box {
+      QLineEdit*& box;
+      const char *name, *label, *caption;
+    };
+    for (const auto& [box, name, label, caption] : {Box{txtPageNumberX, "txtPageNumberX", "Label2", "X"},
+                                                    Box{txtPageNumberY, "txtPageNumberY", "Label1", "Y"}}) {
+      box = platform::MakeReadOnlyBox(name, QString("Page ") + caption, frame);
+      box->setFixedWidth(fontMetrics().horizontalAdvance("00000000"));
+      row->addWidget(platform::MakeLabel(label, caption, frame, box));
+      row->addWidget(box);
+    }
+    connect(txtPageNumberX, &QLineEdit::textChanged, this, [this] { txtPageNumberX_Change(); });
+    cmdPrevious = MakeButton("cmdPrevious", "Previous", [this] { cmdPrevious_Click(); });
+    cmdNext = MakeButton("cmdNext", "Next", [this] { cmdNext_Click(); });
+    cmdPrevious->setToolTip("The pair before (Page Up in a graph)");
+    cmdNext->setToolTip("The next pair (Page Down in a graph)");
+    row->addWidget(cmdPrevious);
+    row->addWidget(cmdNext);
+    return frame;
+  }
+
+  std::string FileName() const { return txtFileName->text().toStdString(); }
+
+  void PageNumber(int page) { txtPageNumberX->setText(QString::number(page)); }
+
+  void txtPageNumberX_Change() {
+    txtPageNumberY->setText(QString::number(static_cast<int>(NumberIn(*txtPageNumberX)) + 1));
+  }
+
+  // If the dialog is cancelled or the file cannot be read, no message appears and the graphs stay as they
+  // are.
+  void mnuOpen_Click() {
+    try {
+      if (AskForDataFile(CommonDialog1)) Open(CommonDialog1.FileName);
+    } catch (const std::exception&) {}
+  }
+
+  void OpenFile() {
+    const auto text = platform::ReadWhole(FileName());
+    const auto [kind, channel] = files::CheckFile(text);
+    if (kind == files::FileKind::Bin || kind == files::FileKind::Linear) {
+      shared::ForgetFailure(*this);
+      graphs_->TellFile(FileName(), files::ReadRunFacts(text));
+    }
+    switch (kind) {
+      case files::FileKind::Empty:
+        return MsgBox(WrongFile);
+      case files::FileKind::WrongKind:
+        MsgBox(WrongFile);
+        txtFileName->clear();
+        CommonDialog1.FileName.clear();
+        return;
+      case files::FileKind::Bin:
+        return OpenBin();
+      case files::FileKind::Linear:
+        return OpenLinear(channel);
+      case files::FileKind::TooShort:
+      case files::FileKind::OtherMode:
+        shared::NoteFailure(*this, FileName() + " holds no run; the graphs are unchanged");
+        return;
+    }
+  }
+
+  void OpenBin() {
+    PageNumberX = 1;
+    LastPageX = 0;
+    PageNumber(1);
+    cmdPrevious->setEnabled(false);
+    cmdNext->setEnabled(true);
+    graphs_->PrepareBin();
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->ClearData();
+    Big(PageNumberX, FileName());
+  }
+
+  void OpenLinear(int channel) {
+    PageNumber(0);
+    cmdPrevious->setEnabled(false);
+    cmdNext->setEnabled(false);
+    graphs_->CWGraph1->ClearData();
+    graphs_->CWGraph2->ClearData();
+    graphs_->PrepareLinear();
+    graphs_->MoveTogether(channel == 3);  // with one channel there is nothing to move together
+    run_ = {};
+    if (channel == 1 || channel == 2) BuildArrays("BuildSingleChannelArray", channel);
+    if (channel == 3) BuildArrays("BuildDoubleChannelArrays", channel);
+    if (channel >= 1 && channel <= 3) graphs_->Show(run_);
+  }
+
+  // Reads the whole file, of channel 1, 2 or 3 (both).
+  void BuildArrays(const char* procedure, int channel) {
+    Guarded(*this, procedure, [&] {
+      run_ = {};
+      if (!files::ReadRun(platform::ReadWhole(FileName()), channel, run_)) MsgBox(EndOfFileText);
+    });
+  }
+
+  void cmdNext_Click() {
+    if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
+    if (NumberIn(*txtPageNumberX) == LastPageX) return MsgBox(EndOfFileText);
+    PageNumberX = values::ToInt16(PageNumberX + 2);
+    if (PageNumberX > 0) cmdPrevious->setEnabled(true);
+    PageNumber(PageNumberX);
+    Big(PageNumberX, FileName());
+  }
+
+  void cmdPrevious_Click() {
+    if (PageNumberX == 1) return cmdPrevious->setEnabled(false);
+    PageNumberX = values::ToInt16(PageNumberX - 2);
+    cmdPrevious->setEnabled(PageNumberX != 0);
+    PageNumber(PageNumberX);
+    Big(PageNumberX, FileName());
+  }
+
+  void Big(std::int16_t page, const std::string& fileName) {
+    Guarded(*this, "Big", [&] {
+      degrees_ = {};
+      const files::BinPair pair = files::FindPair(platform::ReadWhole(fileName), page);
+      switch (pair.result) {
+        case files::PairResult::NoPage:
+          return MsgBox("Unable to locate data page " + NumberText(page) + " in this file!");
+        case files::PairResult::NoPartner:
+          MsgBox(EndOfFileText);
+          LastPageX = page;
+          return;
+        case files::PairResult::Found:
+          ConvertPointArraysToDegreeArrays(pair);
+          graphs_->Show(degrees_, page);
+      }
+    });
+  }
+
+  void ConvertPointArraysToDegreeArrays(const files::BinPair& pair) {
+    Guarded(*this, "ConvertPointArraysToDegreeArrays",
+            [&] { degrees_ = files::SpreadOverDegrees(pair.XPoints, pair.YPoints); });
+  }
+
+  platform::CommonDialog CommonDialog1;
+  files::Run run_;
+  files::DegreeArrays degrees_;
+  std::int16_t PageNumberX = 0;
+  std::int16_t LastPageX = 0;
+
+  QLineEdit* txtFileName = nullptr;
+  GraphPair* graphs_ = nullptr;
+  QPushButton* cmdNext = nullptr;
+  QPushButton* cmdPrevious = nullptr;
+  QLineEdit* txtPageNumberX = nullptr;
+  QLineEdit* txtPageNumberY = nullptr;
+};
+
 }  // namespace
 
-Graph::Graph() : Form("Graph", "Graph") {
-  BuildMenu();
-  BuildBody();
-  PageNumber(0);
-  cmdPrevious->setEnabled(false);
-  graphs_->PrepareLinear();
-  OnCloseRequest = [this] { Unload(); };
-}
-
-void Graph::BuildMenu() {
-  auto* file = AddMenu("mnuFile", "&File");
-  AddEntry(
-      file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
-  AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
-}
-
-void Graph::BuildBody() {
-  auto* top = new QHBoxLayout;
-  top->addWidget(MakeDataFileFrame(this, txtFileName), 1);
-  top->addWidget(BuildScroll());
-  graphs_ = new GraphPair(this);
-  graphs_->PageWith(cmdPrevious, cmdNext);
-  FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
-  auto* column = new QVBoxLayout(this);
-  column->addLayout(top);
-  column->addWidget(graphs_, 1);
-}
-
-QWidget* Graph::BuildScroll() {
-  auto* frame = platform::MakeFrame("fraScroll", "Scroll Data Bins", this);
-  auto* row = new QHBoxLayout(frame);
-  struct Box {
-    QLineEdit*& box;
-    const char *name, *label, *caption;
-  };
-  for (const auto& [box, name, label, caption] : {Box{txtPageNumberX, "txtPageNumberX", "Label2", "X"},
-                                                  Box{txtPageNumberY, "txtPageNumberY", "Label1", "Y"}}) {
-    box = platform::MakeReadOnlyBox(name, QString("Page ") + caption, frame);
-    box->setFixedWidth(fontMetrics().horizontalAdvance("00000000"));
-    row->addWidget(platform::MakeLabel(label, caption, frame, box));
-    row->addWidget(box);
-  }
-  connect(txtPageNumberX, &QLineEdit::textChanged, this, [this] { txtPageNumberX_Change(); });
-  cmdPrevious = MakeButton("cmdPrevious", "Previous", [this] { cmdPrevious_Click(); });
-  cmdNext = MakeButton("cmdNext", "Next", [this] { cmdNext_Click(); });
-  cmdPrevious->setToolTip("The pair before (Page Up in a graph)");
-  cmdNext->setToolTip("The next pair (Page Down in a graph)");
-  row->addWidget(cmdPrevious);
-  row->addWidget(cmdNext);
-  return frame;
-}
-
-std::string Graph::FileName() const {
-  return txtFileName->text().toStdString();
-}
-
-void Graph::PageNumber(int page) {
-  txtPageNumberX->setText(QString::number(page));
-}
-
-void Graph::txtPageNumberX_Change() {
-  txtPageNumberY->setText(QString::number(static_cast<int>(NumberIn(*txtPageNumberX)) + 1));
-}
-
-// If the dialog is cancelled or the file cannot be read, no message appears and the graphs stay as they are.
-void Graph::mnuOpen_Click() {
-  try {
-    if (std::exchange(Shared.GraphAfterDownload, false)) return Open(Shared.GraphFileName);
-    if (AskForDataFile(CommonDialog1)) Open(CommonDialog1.FileName);
-  } catch (const std::exception&) {}
-}
-
-void Graph::Open(const std::string& fileName) {
-  txtFileName->setText(QString::fromStdString(fileName));
-  try {
-    OpenFile();
-  } catch (const std::exception&) {}
-}
-
-void Graph::OpenFile() {
-  const auto text = platform::ReadWhole(FileName());
-  const auto [kind, channel] = files::CheckFile(text);
-  if (kind == files::FileKind::Bin || kind == files::FileKind::Linear) {
-    shared::ForgetFailure(*this);
-    graphs_->TellFile(FileName(), files::ReadRunFacts(text));
-  }
-  switch (kind) {
-    case files::FileKind::Empty:
-      return MsgBox(WrongFile);
-    case files::FileKind::WrongKind:
-      MsgBox(WrongFile);
-      txtFileName->clear();
-      CommonDialog1.FileName.clear();
-      return;
-    case files::FileKind::Bin:
-      return OpenBin();
-    case files::FileKind::Linear:
-      return OpenLinear(channel);
-    case files::FileKind::TooShort:
-    case files::FileKind::OtherMode:
-      shared::NoteFailure(*this, FileName() + " holds no run; the graphs are unchanged");
-      return;
-  }
-}
-
-void Graph::OpenBin() {
-  PageNumberX = 1;
-  LastPageX = 0;
-  PageNumber(1);
-  cmdPrevious->setEnabled(false);
-  cmdNext->setEnabled(true);
-  graphs_->PrepareBin();
-  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->ClearData();
-  Big(PageNumberX, FileName());
-}
-
-void Graph::OpenLinear(int channel) {
-  PageNumber(0);
-  cmdPrevious->setEnabled(false);
-  cmdNext->setEnabled(false);
-  graphs_->CWGraph1->ClearData();
-  graphs_->CWGraph2->ClearData();
-  graphs_->PrepareLinear();
-  graphs_->MoveTogether(channel == 3);  // with one channel there is nothing to move together
-  run_ = {};
-  if (channel == 1 || channel == 2) BuildArrays("BuildSingleChannelArray", channel);
-  if (channel == 3) BuildArrays("BuildDoubleChannelArrays", channel);
-  if (channel >= 1 && channel <= 3) graphs_->Show(run_);
-}
-
-// Reads the whole file, of channel 1, 2 or 3 (both).
-void Graph::BuildArrays(const char* procedure, int channel) {
-  Guarded(*this, procedure, [&] {
-    run_ = {};
-    if (!files::ReadRun(platform::ReadWhole(FileName()), channel, run_)) MsgBox(EndOfFileText);
-  });
-}
-
-void Graph::cmdNext_Click() {
-  if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
-  if (NumberIn(*txtPageNumberX) == LastPageX) return MsgBox(EndOfFileText);
-  PageNumberX = values::ToInt16(PageNumberX + 2);
-  if (PageNumberX > 0) cmdPrevious->setEnabled(true);
-  PageNumber(PageNumberX);
-  Big(PageNumberX, FileName());
-}
-
-void Graph::cmdPrevious_Click() {
-  if (PageNumberX == 1) return cmdPrevious->setEnabled(false);
-  PageNumberX = values::ToInt16(PageNumberX - 2);
-  cmdPrevious->setEnabled(PageNumberX != 0);
-  PageNumber(PageNumberX);
-  Big(PageNumberX, FileName());
-}
-
-void Graph::Big(std::int16_t page, const std::string& fileName) {
-  Guarded(*this, "Big", [&] {
-    degrees_ = {};
-    const files::BinPair pair = files::FindPair(platform::ReadWhole(fileName), page);
-    switch (pair.result) {
-      case files::PairResult::NoPage:
-        return MsgBox("Unable to locate data page " + NumberText(page) + " in this file!");
-      case files::PairResult::NoPartner:
-        MsgBox(EndOfFileText);
-        LastPageX = page;
-        return;
-      case files::PairResult::Found:
-        ConvertPointArraysToDegreeArrays(pair);
-        graphs_->Show(degrees_, page);
-    }
-  });
-}
-
-void Graph::ConvertPointArraysToDegreeArrays(const files::BinPair& pair) {
-  Guarded(*this, "ConvertPointArraysToDegreeArrays",
-          [&] { degrees_ = files::SpreadOverDegrees(pair.XPoints, pair.YPoints); });
+DataScreen* MakeGraph() {
+  return new Graph;
 }
 
 }  // namespace bexlow::graph

@@ -12,6 +12,7 @@
 #include "files/RunFacts.h"
 #include "files/Series.h"
 #include "graph/ViewNumbers.h"
+#include "platform/controls/Form.h"
 #include "platform/graph/CWGraph.h"
 
 class QLabel;
@@ -23,6 +24,14 @@ class CommonDialog;
 }
 
 namespace bexlow::graph {
+
+/// A screen that draws a data file.
+class DataScreen : public platform::Form {
+ public:
+  using Form::Form;
+  /// The Open action with a file that is chosen already.
+  virtual void Open(const std::string& fileName) = 0;
+};
 
 class GraphPair : public QWidget {
   Q_OBJECT

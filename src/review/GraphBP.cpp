@@ -4,9 +4,16 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <string>
+#include <vector>
+
 #include "files/ButtonPushes.h"
+#include "files/RunFacts.h"
+#include "files/Series.h"
 #include "graph/GraphPair.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Controls.h"
+#include "platform/controls/Form.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
@@ -20,184 +27,206 @@ using shared::Guarded;
 using shared::NumberIn;
 using shared::Shown;
 
-GraphBP::GraphBP() : Form("GraphBP", "Graph Button Pushes") {
-  BuildMenu();
-  BuildBody();
-  graphs_->PrepareLinear();
-  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
-    graph->SetXAxis(false, 0, 10);
-    graph->EnableCursors();
-    graph->CursorClicked = [this](double point) { ChooseCursor(point); };
+namespace {
+
+class GraphBP : public graph::DataScreen {
+ public:
+  GraphBP() : DataScreen("GraphBP", "Graph Button Pushes") {
+    BuildMenu();
+    BuildBody();
+    graphs_->PrepareLinear();
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
+      graph->SetXAxis(false, 0, 10);
+      graph->EnableCursors();
+      graph->CursorClicked = [this](double point) { ChooseCursor(point); };
+    }
+    OnCloseRequest = [this] { Unload(); };
   }
-  OnCloseRequest = [this] { Unload(); };
-}
 
-void GraphBP::BuildMenu() {
-  auto* file = AddMenu("mnuFile", "&File");
-  AddEntry(
-      file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
-  AddSeparator(file, "mnuSep");
-  AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
-}
-
-void GraphBP::BuildBody() {
-  auto* top = new QHBoxLayout;
-  top->addWidget(graph::MakeDataFileFrame(this, txtFileName), 1);
-  top->addWidget(BuildSteps());
-  graphs_ = new graph::GraphPair(this);
-  graphs_->PageWith(cmdBack, cmdForward);
-  FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
-  auto* column = new QVBoxLayout(this);
-  column->addLayout(top);
-  column->addWidget(graphs_, 1);
-}
-
-QWidget* GraphBP::BuildSteps() {
-  auto* frame = platform::MakeFrame("fraSteps", "Button Pushes", this);
-  txtBPNumber = platform::MakeReadOnlyBox("txtBPNumber", "Number", frame);
-  txtBPValue = platform::MakeReadOnlyBox("txtBPValue", "Point", frame);
-  cmdBack = MakeButton("cmdBack", "<", [this] { cmdBack_Click(); });
-  cmdForward = MakeButton("cmdForward", ">", [this] { cmdForward_Click(); });
-  cmdShowAll = MakeButton("cmdShowAll", "Show All", [this] { cmdShowAll_Click(); });
-  cmdBack->setAccessibleName("Back");
-  cmdForward->setAccessibleName("Forward");
-  cmdBack->setToolTip("The push before (Page Up in a graph)");
-  cmdForward->setToolTip("The next push (Page Down in a graph)");
-  lblPush_ = platform::MakeLabel("lblPush", "no file", frame);
-  const int width = fontMetrics().horizontalAdvance("0000000000");
-  auto* row = new QHBoxLayout(frame);
-  row->addWidget(platform::MakeLabel("Label1", "Number", frame, txtBPNumber));
-  row->addWidget(txtBPNumber);
-  row->addWidget(lblPush_);
-  row->addWidget(platform::MakeLabel("Label2", "Point", frame, txtBPValue));
-  row->addWidget(txtBPValue);
-  row->addWidget(cmdBack);
-  row->addWidget(platform::MakeLabel("Label3", "<--Scroll-->", frame));
-  row->addWidget(cmdForward);
-  row->addWidget(cmdShowAll);
-  for (QWidget* box : {static_cast<QWidget*>(txtBPNumber), static_cast<QWidget*>(txtBPValue)})
-    box->setFixedWidth(width);
-  for (auto* button : {cmdBack, cmdForward}) button->setFixedWidth(width / 2);
-  return frame;
-}
-
-std::string GraphBP::FileName() const {
-  return txtFileName->text().toStdString();
-}
-
-std::size_t GraphBP::Number() const {
-  return static_cast<std::size_t>(NumberIn(*txtBPNumber));
-}
-
-void GraphBP::Open(const std::string& fileName) {
-  Guarded(*this, "mnuOpen_Click", [&] {
-    txtFileName->setText(QString::fromStdString(fileName));
-    const auto text = platform::ReadWhole(FileName());
-    if (!HeaderIsAccepted(text)) return;
-    shared::ForgetFailure(*this);
-    BuildDoubleChannelArrays(text);
-    ShowFile();
-  });
-}
-
-void GraphBP::mnuOpen_Click() {
-  CommonDialog1.CancelError = true;
-  graph::AskForDataFile(CommonDialog1);
-  Open(CommonDialog1.FileName);
-}
-
-bool GraphBP::HeaderIsAccepted(const std::string& text) {
-  switch (files::CheckReviewFile(text)) {
-    case files::ReviewCheck::Ok:
-      facts_ = files::ReadRunFacts(text);
-      return true;
-    case files::ReviewCheck::Empty:
-      MsgBox("This is not a Quornell Download file!");
-      break;
-    case files::ReviewCheck::TooShort:
-      MsgBox(graph::EndOfFileText);
-      break;
-    case files::ReviewCheck::NotSupported:
-      MsgBox("This Quornell Download is not supported in Button Mode!");
-      break;
+  void Open(const std::string& fileName) override {
+    Guarded(*this, "mnuOpen_Click", [&] {
+      txtFileName->setText(QString::fromStdString(fileName));
+      const auto text = platform::ReadWhole(FileName());
+      if (!HeaderIsAccepted(text)) return;
+      shared::ForgetFailure(*this);
+      BuildDoubleChannelArrays(text);
+      ShowFile();
+    });
   }
-  return false;
-}
 
-// Reports a damaged record; the file is then shown with empty series and the pushes before the damage.
-void GraphBP::BuildDoubleChannelArrays(const std::string& text) {
-  Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadRun(text, 3, run_); });
-  ButtonPushes = run_.pushes;
-  if (ButtonPushes.empty()) ButtonPushes.push_back(0);
-}
-
-void GraphBP::ShowFile() {
-  graphs_->TellFile(FileName(), facts_);
-  graphs_->PrepareLinear();
-  graphs_->Show(run_);
-  ShowPush(0);
-}
-
-void GraphBP::ShowPush(std::size_t number) {
-  txtBPNumber->setText(Shown(static_cast<double>(number)));
-  txtBPValue->setText(Shown(ButtonPushes[number]));
-  const double point = NumberIn(*txtBPValue);
-  lblPush_->setText(PushWords(number));
-  txtBPNumber->setAccessibleDescription(lblPush_->text());
-  PlaceCursor(1, point);
-  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->StressCursor(point);
-  graphs_->CWGraph1->BringIntoView(point);
-}
-
-// People count from 1, the given number from 0.
-QString GraphBP::PushWords(std::size_t number) const {
-  if (run_.pushes.empty()) return "no push";
-  const auto time = graphs_->TimeWords(ButtonPushes[number]);
-  return QString("push %1 of %2").arg(number + 1).arg(run_.pushes.size()) +
-         (time.isEmpty() ? QString() : ", " + time);
-}
-
-void GraphBP::ChooseCursor(double point) {
-  if (const auto number = files::PushAt(ButtonPushes, point)) ShowPush(*number);
-}
-
-void GraphBP::PlaceCursor(int cursor, double point) {
-  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->SetCursorPosition(cursor, point, 0);
-}
-
-void GraphBP::cmdBack_Click() {
-  if (Number() > 0) ShowPush(Number() - 1);
-}
-
-void GraphBP::cmdForward_Click() {
-  if (Number() + 1 < ButtonPushes.size()) ShowPush(Number() + 1);
-}
-
-void GraphBP::cmdShowAll_Click() {
-  if (ButtonPushes.empty()) return;
-  if (cmdShowAll->text() == "Show All") {
-    ShowAllPushes();
-  } else {
-    ShowOnePush();
+ private:
+  void BuildMenu() {
+    auto* file = AddMenu("mnuFile", "&File");
+    AddEntry(
+        file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
+    AddSeparator(file, "mnuSep");
+    AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
   }
-}
 
-void GraphBP::ShowAllPushes() {
-  cmdShowAll->setText("Hide All");
-  const int count = static_cast<int>(ButtonPushes.size());
-  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
-    while (graph->CursorCount() < count) graph->AddCursor();
+  void BuildBody() {
+    auto* top = new QHBoxLayout;
+    top->addWidget(graph::MakeDataFileFrame(this, txtFileName), 1);
+    top->addWidget(BuildSteps());
+    graphs_ = new graph::GraphPair(this);
+    graphs_->PageWith(cmdBack, cmdForward);
+    FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(top);
+    column->addWidget(graphs_, 1);
   }
-  for (int i = 0; i < count; ++i) PlaceCursor(i + 1, ButtonPushes[static_cast<std::size_t>(i)]);
-}
 
-void GraphBP::ShowOnePush() {
-  cmdShowAll->setText("Show All");
-  for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
-    graph->RemoveAllCursors();
-    graph->AddCursor();
+  QWidget* BuildSteps() {
+    auto* frame = platform::MakeFrame("fraSteps", "Button Pushes", this);
+    txtBPNumber = platform::MakeReadOnlyBox("txtBPNumber", "Number", frame);
+    txtBPValue = platform::MakeReadOnlyBox("txtBPValue", "Point", frame);
+    cmdBack = MakeButton("cmdBack", "<", [this] { cmdBack_Click(); });
+    cmdForward = MakeButton("cmdForward", ">", [this] { cmdForward_Click(); });
+    cmdShowAll = MakeButton("cmdShowAll", "Show All", [this] { cmdShowAll_Click(); });
+    cmdBack->setAccessibleName("Back");
+    cmdForward->setAccessibleName("Forward");
+    cmdBack->setToolTip("The push before (Page Up in a graph)");
+    cmdForward->setToolTip("The next push (Page Down in a graph)");
+    lblPush_ = platform::MakeLabel("lblPush", "no file", frame);
+    const int width = fontMetrics().horizontalAdvance("0000000000");
+    auto* row = new QHBoxLayout(frame);
+    row->addWidget(platform::MakeLabel("Label1", "Number", frame, txtBPNumber));
+    row->addWidget(txtBPNumber);
+    row->addWidget(lblPush_);
+    row->addWidget(platform::MakeLabel("Label2", "Point", frame, txtBPValue));
+    row->addWidget(txtBPValue);
+    row->addWidget(cmdBack);
+    row->addWidget(platform::MakeLabel("Label3", "<--Scroll-->", frame));
+    row->addWidget(cmdForward);
+    row->addWidget(cmdShowAll);
+    for (QWidget* box : {static_cast<QWidget*>(txtBPNumber), static_cast<QWidget*>(txtBPValue)})
+      box->setFixedWidth(width);
+    for (auto* button : {cmdBack, cmdForward}) button->setFixedWidth(width / 2);
+    return frame;
   }
-  PlaceCursor(1, NumberIn(*txtBPValue));
+
+  std::string FileName() const { return txtFileName->text().toStdString(); }
+
+  std::size_t Number() const { return static_cast<std::size_t>(NumberIn(*txtBPNumber)); }
+
+  void mnuOpen_Click() {
+    CommonDialog1.CancelError = true;
+    graph::AskForDataFile(CommonDialog1);
+    Open(CommonDialog1.FileName);
+  }
+
+  bool HeaderIsAccepted(const std::string& text) {
+    switch (files::CheckReviewFile(text)) {
+      case files::ReviewCheck::Ok:
+        facts_ = files::ReadRunFacts(text);
+        return true;
+      case files::ReviewCheck::Empty:
+        MsgBox("This is not a Quornell Download file!");
+        break;
+      case files::ReviewCheck::TooShort:
+        MsgBox(graph::EndOfFileText);
+        break;
+      case files::ReviewCheck::NotSupported:
+        MsgBox("This Quornell Download is not supported in Button Mode!");
+        break;
+    }
+    return false;
+  }
+
+  // Reports a damaged record; the file is then shown with empty series and the pushes before the damage.
+  void BuildDoubleChannelArrays(const std::string& text) {
+    Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadRun(text, 3, run_); });
+    ButtonPushes = run_.pushes;
+    if (ButtonPushes.empty()) ButtonPushes.push_back(0);
+  }
+
+  void ShowFile() {
+    graphs_->TellFile(FileName(), facts_);
+    graphs_->PrepareLinear();
+    graphs_->Show(run_);
+    ShowPush(0);
+  }
+
+  void ShowPush(std::size_t number) {
+    txtBPNumber->setText(Shown(static_cast<double>(number)));
+    txtBPValue->setText(Shown(ButtonPushes[number]));
+    const double point = NumberIn(*txtBPValue);
+    lblPush_->setText(PushWords(number));
+    txtBPNumber->setAccessibleDescription(lblPush_->text());
+    PlaceCursor(1, point);
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->StressCursor(point);
+    graphs_->CWGraph1->BringIntoView(point);
+  }
+
+  // People count from 1, the given number from 0.
+  QString PushWords(std::size_t number) const {
+    if (run_.pushes.empty()) return "no push";
+    const auto time = graphs_->TimeWords(ButtonPushes[number]);
+    return QString("push %1 of %2").arg(number + 1).arg(run_.pushes.size()) +
+           (time.isEmpty() ? QString() : ", " + time);
+  }
+
+  void ChooseCursor(double point) {
+    if (const auto number = files::PushAt(ButtonPushes, point)) ShowPush(*number);
+  }
+
+  void PlaceCursor(int cursor, double point) {
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->SetCursorPosition(cursor, point, 0);
+  }
+
+  void cmdBack_Click() {
+    if (Number() > 0) ShowPush(Number() - 1);
+  }
+
+  void cmdForward_Click() {
+    if (Number() + 1 < ButtonPushes.size()) ShowPush(Number() + 1);
+  }
+
+  void cmdShowAll_Click() {
+    if (ButtonPushes.empty()) return;
+    if (cmdShowAll->text() == "Show All") {
+      ShowAllPushes();
+    } else {
+      ShowOnePush();
+    }
+  }
+
+  void ShowAllPushes() {
+    cmdShowAll->setText("Hide All");
+    const int count = static_cast<int>(ButtonPushes.size());
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
+      while (graph->CursorCount() < count) graph->AddCursor();
+    }
+    for (int i = 0; i < count; ++i) PlaceCursor(i + 1, ButtonPushes[static_cast<std::size_t>(i)]);
+  }
+
+  void ShowOnePush() {
+    cmdShowAll->setText("Show All");
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
+      graph->RemoveAllCursors();
+      graph->AddCursor();
+    }
+    PlaceCursor(1, NumberIn(*txtBPValue));
+  }
+
+  platform::CommonDialog CommonDialog1;
+  files::RunFacts facts_;
+  files::Run run_;
+  std::vector<double> ButtonPushes;  ///< index of each push in XLinear; a single 0 for a file without a push
+
+  QLineEdit* txtFileName = nullptr;
+  graph::GraphPair* graphs_ = nullptr;
+  QLabel* lblPush_ = nullptr;
+  QLineEdit* txtBPNumber = nullptr;
+  QLineEdit* txtBPValue = nullptr;
+  QPushButton* cmdBack = nullptr;
+  QPushButton* cmdForward = nullptr;
+  QPushButton* cmdShowAll = nullptr;
+};
+
+}  // namespace
+
+graph::DataScreen* MakeGraphBP() {
+  return new GraphBP;
 }
 
 }  // namespace bexlow::review

@@ -33,15 +33,6 @@ namespace bexlow::shell {
 using platform::Form;
 using platform::MsgBox;
 
-namespace {
-
-template <class Screen>
-Form* Make() {
-  return new Screen;
-}
-
-}  // namespace
-
 Main::Main(MDIForm1& outer)
     : Form("Main", "Main"), outer_(outer), launch_(*this, [this](bool heard) { LoggerSentOff(heard); }) {
   BuildFileMenu();
@@ -77,9 +68,9 @@ void Main::BuildToolsMenu() {
   AddPortScreen(mnuTools, "mnuConfiguration", "&Configuration", "Configuration", config::MakeConfiguration);
   AddPortScreen(mnuTools, "mnuDownloadErase", "&Download", "DownloadErase",
                 [this] { return download::MakeDownloadErase([this] { OpenGraph(); }); });
-  AddEntry(mnuTools, "mnuGraph", "&Graph", [this] { ShowScreen("Graph", Make<graph::Graph>); });
+  AddEntry(mnuTools, "mnuGraph", "&Graph", [this] { ShowScreen("Graph", graph::MakeGraph); });
   AddEntry(mnuTools, "mnuGBP", "Graph &Button Pushes",
-           [this] { ShowScreen("GraphBP", Make<review::GraphBP>); });
+           [this] { ShowScreen("GraphBP", review::MakeGraphBP); });
   AddPortScreen(mnuTools, "mnuCalibrate", "Cali&brate", "Calibrate", config::MakeCalibrate);
 }
 
@@ -143,8 +134,9 @@ Form* Main::ShowScreen(const QString& screen, const MakeScreen& make) {
 }
 
 void Main::OpenGraph() {
-  auto* graph = ShowScreen("Graph", Make<graph::Graph>);
-  static_cast<graph::Graph*>(graph)->mnuOpen_Click();
+  shared::Shared.GraphAfterDownload = false;
+  auto* graph = ShowScreen("Graph", graph::MakeGraph);
+  static_cast<graph::DataScreen*>(graph)->Open(shared::Shared.GraphFileName);
 }
 
 void Main::cmdOpenDataFile_Click() {
@@ -163,8 +155,8 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
   } catch (const std::exception& error) {
     return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
   }
-  if (pushes) return static_cast<review::GraphBP*>(ShowScreen("GraphBP", Make<review::GraphBP>))->Open(path);
-  static_cast<graph::Graph*>(ShowScreen("Graph", Make<graph::Graph>))->Open(path);
+  auto* screen = pushes ? ShowScreen("GraphBP", review::MakeGraphBP) : ShowScreen("Graph", graph::MakeGraph);
+  static_cast<graph::DataScreen*>(screen)->Open(path);
 }
 
 void Main::mnuConnect_Click() {
