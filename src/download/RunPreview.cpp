@@ -69,8 +69,8 @@ RunPreview::RunPreview(QWidget* parent)
   };
   widen(txtLaunchTime, "0000-00-00 00:00:00");
   widen(txtTimeLeft, "at most 5 min 55 s");
-  widen(txtPages, "2,047 saved, 0 lost");
-  widen(txtDataFile, "at most 5 min 55 s");
+  widen(txtPages, "2,047 saved");
+  graphs_->HideRunLine();
   lblRemark->hide();
   graphs_->hide();
 }
@@ -152,8 +152,8 @@ void RunPreview::NoteLate(std::int32_t page) {
 }
 
 void RunPreview::TellPages() {
-  SetText(txtPages, values::CountText(saved_) + " saved, " +
-                        values::CountText(static_cast<std::int64_t>(lost_.size())) + " lost");
+  const auto lost = values::CountText(static_cast<std::int64_t>(lost_.size())) + " lost";
+  SetText(txtPages, values::CountText(saved_) + " saved" + (lost_.empty() ? "" : ", " + lost));
   std::string remark;
   if (!lost_.empty()) remark = "Not in the file: " + Listed(lost_) + (late_.empty() ? "." : ". ");
   if (!late_.empty())

@@ -96,7 +96,7 @@ void GraphPair::TellRun(const std::string& words) {
   if (!facts_.serialNumber.empty()) line += "logger " + facts_.serialNumber + ", ";
   if (!facts_.launch.empty()) line += "launched " + facts_.launch + ", ";
   lblRun_->setText(words.empty() ? QString() : QString::fromStdString(line + words));
-  lblRun_->setVisible(!words.empty());
+  lblRun_->setVisible(!words.empty() && (hasRunLine_ || run_ == nullptr));
 }
 
 void GraphPair::Show(const files::Run& run) {

@@ -52,6 +52,9 @@ class GraphPair : public QWidget {
   void Show(const files::Run& run);
   /// Draws a pair of bin pages, and tells which.
   void Show(const files::DegreeArrays& degrees, int firstPage);
+  /// Tells the run in no line of its own, where boxes do; which pair of bin pages is drawn it tells all the
+  /// same.
+  void HideRunLine() { hasRunLine_ = false; }
   /// When a sample of the run was taken, or so many sample times after it; empty where that is not known.
   QString TimeWords(double sample, double periodsBehind = 0) const;
   /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
@@ -74,6 +77,7 @@ class GraphPair : public QWidget {
   std::string RunText() const;
 
   QLabel* lblRun_;  ///< which file, logger and launch the curves belong to, and how long they are
+  bool hasRunLine_ = true;
   std::string fileName_, fileStem_;
   files::RunFacts facts_;
   const files::Run* run_ = nullptr;
