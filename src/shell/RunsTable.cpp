@@ -67,7 +67,7 @@ struct RunsTable::Row : QTreeWidgetItem {
   bool operator<(const QTreeWidgetItem& other) const override {
     const auto rank = data(treeWidget()->sortColumn(), RankRole);
     const auto next = other.data(treeWidget()->sortColumn(), RankRole);
-    return rank.isValid() && (!next.isValid() || QVariant::compare(rank, next) < 0);
+    return rank.isValid() && (!next.isValid() || QVariant::compare(rank, next) == QPartialOrdering::Less);
   }
   void Read();
 };
