@@ -141,6 +141,7 @@ std::string PageRemarks(const Run& run, std::int32_t before) {
 }
 
 double PeriodsAt(const Run& run, double sample) {
+  if (run.records.empty()) return 0;
   const auto next = std::ranges::upper_bound(
       run.records, sample, {}, [](const Run::Record& record) { return static_cast<double>(record.first); });
   const auto& record = next == run.records.begin() ? *next : *std::prev(next);

@@ -134,7 +134,9 @@ class GraphBP : public graph::DataScreen {
 
   // Reports a damaged record; the file is then shown with empty series and the pushes before the damage.
   void BuildDoubleChannelArrays(const std::string& text) {
-    Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadRun(text, 3, run_); });
+    files::Run run;  // while a failure is told, the graphs still show the run before
+    Guarded(*this, "BuildDoubleChannelArrays", [&] { files::ReadRun(text, 3, run); });
+    run_ = std::move(run);
     ButtonPushes = run_.pushes;
     if (ButtonPushes.empty()) ButtonPushes.push_back(0);
   }

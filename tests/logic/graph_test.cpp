@@ -141,6 +141,7 @@ TEST(Run, TimesFollowThePageNumbers) {
     EXPECT_DOUBLE_EQ(files::PeriodsAt(run, sample) / 7.5, seconds);
     EXPECT_DOUBLE_EQ(files::SampleAt(run, files::PeriodsAt(run, sample)), sample);
   }
+  EXPECT_EQ(files::PeriodsAt({}, 5), 0) << "no record";
   EXPECT_EQ(files::SampleAt(run, 300), 264) << "the next one, where the page is missing";
 }
 
