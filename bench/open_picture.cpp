@@ -6,8 +6,8 @@
 
 #include "FullFile.h"
 #include "files/LinearCsv.h"
+#include "graph/DataScreen.h"
 #include "graph/Graph.h"
-#include "graph/GraphPair.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
 

@@ -10,7 +10,7 @@
 
 #include "Figure.h"
 #include "FullFile.h"
-#include "graph/GraphPair.h"
+#include "graph/DataScreen.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/TextFile.h"
 #include "review/GraphBP.h"

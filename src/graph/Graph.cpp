@@ -2,17 +2,14 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 #include <exception>
 #include <string>
 
 #include "files/BinPages.h"
 #include "files/Series.h"
-#include "graph/GraphPair.h"
-#include "platform/controls/CommonDialog.h"
+#include "graph/DataScreen.h"
 #include "platform/controls/Controls.h"
-#include "platform/controls/Form.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
@@ -33,13 +30,11 @@ constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
 
 class Graph : public DataScreen {
  public:
-  Graph() : DataScreen("Graph", "Graph") {
-    BuildMenu();
-    BuildBody();
+  Graph() : DataScreen("Graph", "Graph", false) {
+    auto* scroll = BuildScroll();
+    BuildBody(scroll, cmdPrevious, cmdNext);
     PageNumber(0);
     cmdPrevious->setEnabled(false);
-    graphs_->PrepareLinear();
-    OnCloseRequest = [this] { Unload(); };
   }
 
   void Open(const std::string& fileName) override {
@@ -50,25 +45,6 @@ class Graph : public DataScreen {
   }
 
  private:
-  void BuildMenu() {
-    auto* file = AddMenu("mnuFile", "&File");
-    AddEntry(
-        file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
-    AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
-  }
-
-  void BuildBody() {
-    auto* top = new QHBoxLayout;
-    top->addWidget(MakeDataFileFrame(this, txtFileName), 1);
-    top->addWidget(BuildScroll());
-    graphs_ = new GraphPair(this);
-    graphs_->PageWith(cmdPrevious, cmdNext);
-    FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(top);
-    column->addWidget(graphs_, 1);
-  }
-
   QWidget* BuildScroll() {
     auto* frame = platform::MakeFrame("fraScroll", "Scroll Data Bins", this);
     auto* row = new QHBoxLayout(frame);
@@ -93,8 +69,6 @@ class Graph : public DataScreen {
     return frame;
   }
 
-  std::string FileName() const { return txtFileName->text().toStdString(); }
-
   void PageNumber(int page) { txtPageNumberX->setText(QString::number(page)); }
 
   void txtPageNumberX_Change() {
@@ -103,7 +77,7 @@ class Graph : public DataScreen {
 
   // If the dialog is cancelled or the file cannot be read, no message appears and the graphs stay as they
   // are.
-  void mnuOpen_Click() {
+  void mnuOpen_Click() override {
     try {
       if (AskForDataFile(CommonDialog1)) Open(CommonDialog1.FileName);
     } catch (const std::exception&) {}
@@ -208,14 +182,11 @@ class Graph : public DataScreen {
             [&] { degrees_ = files::SpreadOverDegrees(pair.XPoints, pair.YPoints); });
   }
 
-  platform::CommonDialog CommonDialog1;
   files::Run run_;
   files::DegreeArrays degrees_;
   std::int16_t PageNumberX = 0;
   std::int16_t LastPageX = 0;
 
-  QLineEdit* txtFileName = nullptr;
-  GraphPair* graphs_ = nullptr;
   QPushButton* cmdNext = nullptr;
   QPushButton* cmdPrevious = nullptr;
   QLineEdit* txtPageNumberX = nullptr;

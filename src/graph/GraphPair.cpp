@@ -1,6 +1,5 @@
 #include "graph/GraphPair.h"
 
-#include <QLineEdit>
 #include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -9,10 +8,8 @@
 #include <filesystem>
 
 #include "graph/ViewNumbers.h"
-#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Controls.h"
 #include "platform/graph/CWGraphTicks.h"
-#include "platform/machine/Folders.h"
 #include "values/NumberText.h"
 
 namespace bexlow::graph {
@@ -174,27 +171,6 @@ QString GraphPair::NumbersText() const {
       text += NumbersRow(graph->accessibleName().toStdString(), *numbers, *graph->Limit(), point.at(0));
   }
   return QString::fromStdString(text);
-}
-
-// A long path is scrolled to its end; the tool tip shows all of it.
-QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName) {
-  auto* frame = platform::MakeFrame("fraFileName", "Data File", parent);
-  auto* box = platform::MakeReadOnlyBox("txtFileName", "Data File", frame);
-  QObject::connect(box, &QLineEdit::textChanged, box, [box](const QString& path) {
-    platform::SetPlainToolTip(box, path);
-    box->end(false);
-  });
-  auto* layout = new QVBoxLayout(frame);
-  layout->addWidget(box);
-  txtFileName = box;
-  return frame;
-}
-
-bool AskForDataFile(platform::CommonDialog& dialog) {
-  dialog.InitDir = platform::DataFilesFolder().string();
-  dialog.DefaultExt = "qbx";
-  if (dialog.Filter.empty()) dialog.Filter = "QBX Files (*.qbx)|*.qbx";
-  return dialog.ShowOpen();
 }
 
 }  // namespace bexlow::graph

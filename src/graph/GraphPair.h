@@ -12,26 +12,12 @@
 #include "files/RunFacts.h"
 #include "files/Series.h"
 #include "graph/ViewNumbers.h"
-#include "platform/controls/Form.h"
 #include "platform/graph/CWGraph.h"
 
 class QLabel;
-class QLineEdit;
 class QPushButton;
 
-namespace bexlow::platform {
-class CommonDialog;
-}
-
 namespace bexlow::graph {
-
-/// A screen that draws a data file.
-class DataScreen : public platform::Form {
- public:
-  using Form::Form;
-  /// The Open action with a file that is chosen already.
-  virtual void Open(const std::string& fileName) = 0;
-};
 
 class GraphPair : public QWidget {
   Q_OBJECT
@@ -82,14 +68,5 @@ class GraphPair : public QWidget {
   files::RunFacts facts_;
   const files::Run* run_ = nullptr;
 };
-
-inline constexpr auto EndOfFileText = "End of data file has been reached!";
-
-/// The frame, with the box for the name in it.
-QWidget* MakeDataFileFrame(QWidget* parent, QLineEdit*& txtFileName);
-
-/// Asks for a data file; its path is then in the dialog's FileName.
-/// @return false if the dialog was cancelled and its CancelError is not set
-bool AskForDataFile(platform::CommonDialog& dialog);
 
 }  // namespace bexlow::graph

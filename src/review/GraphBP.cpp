@@ -2,7 +2,6 @@
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 #include <string>
 #include <vector>
@@ -10,10 +9,8 @@
 #include "files/ButtonPushes.h"
 #include "files/RunFacts.h"
 #include "files/Series.h"
-#include "graph/GraphPair.h"
-#include "platform/controls/CommonDialog.h"
+#include "graph/DataScreen.h"
 #include "platform/controls/Controls.h"
-#include "platform/controls/Form.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
@@ -31,16 +28,14 @@ namespace {
 
 class GraphBP : public graph::DataScreen {
  public:
-  GraphBP() : DataScreen("GraphBP", "Graph Button Pushes") {
-    BuildMenu();
-    BuildBody();
-    graphs_->PrepareLinear();
+  GraphBP() : DataScreen("GraphBP", "Graph Button Pushes", true) {
+    auto* steps = BuildSteps();
+    BuildBody(steps, cmdBack, cmdForward);
     for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
       graph->SetXAxis(false, 0, 10);
       graph->EnableCursors();
       graph->CursorClicked = [this](double point) { ChooseCursor(point); };
     }
-    OnCloseRequest = [this] { Unload(); };
   }
 
   void Open(const std::string& fileName) override {
@@ -55,26 +50,6 @@ class GraphBP : public graph::DataScreen {
   }
 
  private:
-  void BuildMenu() {
-    auto* file = AddMenu("mnuFile", "&File");
-    AddEntry(
-        file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
-    AddSeparator(file, "mnuSep");
-    AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
-  }
-
-  void BuildBody() {
-    auto* top = new QHBoxLayout;
-    top->addWidget(graph::MakeDataFileFrame(this, txtFileName), 1);
-    top->addWidget(BuildSteps());
-    graphs_ = new graph::GraphPair(this);
-    graphs_->PageWith(cmdBack, cmdForward);
-    FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
-    auto* column = new QVBoxLayout(this);
-    column->addLayout(top);
-    column->addWidget(graphs_, 1);
-  }
-
   QWidget* BuildSteps() {
     auto* frame = platform::MakeFrame("fraSteps", "Button Pushes", this);
     txtBPNumber = platform::MakeReadOnlyBox("txtBPNumber", "Number", frame);
@@ -104,11 +79,9 @@ class GraphBP : public graph::DataScreen {
     return frame;
   }
 
-  std::string FileName() const { return txtFileName->text().toStdString(); }
-
   std::size_t Number() const { return static_cast<std::size_t>(NumberIn(*txtBPNumber)); }
 
-  void mnuOpen_Click() {
+  void mnuOpen_Click() override {
     CommonDialog1.CancelError = true;
     graph::AskForDataFile(CommonDialog1);
     Open(CommonDialog1.FileName);
@@ -210,13 +183,10 @@ class GraphBP : public graph::DataScreen {
     PlaceCursor(1, NumberIn(*txtBPValue));
   }
 
-  platform::CommonDialog CommonDialog1;
   files::RunFacts facts_;
   files::Run run_;
   std::vector<double> ButtonPushes;  ///< index of each push in XLinear; a single 0 for a file without a push
 
-  QLineEdit* txtFileName = nullptr;
-  graph::GraphPair* graphs_ = nullptr;
   QLabel* lblPush_ = nullptr;
   QLineEdit* txtBPNumber = nullptr;
   QLineEdit* txtBPValue = nullptr;

@@ -1,0 +1,42 @@
+// What the screens that draw a data file share: the File menu, the box for the file's name, the two graphs.
+#pragma once
+
+#include <string>
+
+#include "graph/GraphPair.h"
+#include "platform/controls/CommonDialog.h"
+#include "platform/controls/Form.h"
+
+class QGroupBox;
+class QLineEdit;
+
+namespace bexlow::graph {
+
+class DataScreen : public platform::Form {
+ public:
+  /// The Open action with a file that is chosen already.
+  virtual void Open(const std::string& fileName) = 0;
+
+ protected:
+  /// @param separator  stands between Open and Return in the File menu
+  DataScreen(const char* name, const QString& caption, bool separator);
+
+  /// The box for the file's name with a frame beside it, over the graphs; Page Up and Page Down press its
+  /// buttons.
+  void BuildBody(QWidget* besideName, QPushButton* back, QPushButton* forward);
+  virtual void mnuOpen_Click() = 0;
+  std::string FileName() const;
+
+  platform::CommonDialog CommonDialog1;
+  QGroupBox* fraFileName;
+  QLineEdit* txtFileName;
+  GraphPair* graphs_ = nullptr;
+};
+
+inline constexpr auto EndOfFileText = "End of data file has been reached!";
+
+/// Asks for a data file; its path is then in the dialog's FileName.
+/// @return false if the dialog was cancelled and its CancelError is not set
+bool AskForDataFile(platform::CommonDialog& dialog);
+
+}  // namespace bexlow::graph
