@@ -11,8 +11,7 @@
 #include <stdexcept>
 #include <sys/resource.h>
 
-#include "live/Accelerometers.h"
-#include "live/Angles.h"
+#include "shared/Screens.h"
 
 namespace bexlow::bench {
 

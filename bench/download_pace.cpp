@@ -15,10 +15,10 @@
 
 #include "BareLine.h"
 #include "Figure.h"
-#include "download/DownloadErase.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 
 namespace {
 

@@ -13,10 +13,10 @@
 #include "files/LinearCsv.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
-#include "graph/Graph.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
+#include "shared/Screens.h"
 
 namespace {
 

@@ -8,11 +8,10 @@
 #include "Figure.h"
 #include "FullFile.h"
 #include "LiveRig.h"
-#include "download/DownloadErase.h"
 #include "graph/DataScreen.h"
-#include "graph/Graph.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
+#include "shared/Screens.h"
 #include "shell/Main.h"
 
 namespace {

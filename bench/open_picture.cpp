@@ -7,9 +7,9 @@
 #include "FullFile.h"
 #include "files/LinearCsv.h"
 #include "graph/DataScreen.h"
-#include "graph/Graph.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
+#include "shared/Screens.h"
 
 int main(int argc, char** argv) {
   using namespace bexlow;

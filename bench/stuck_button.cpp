@@ -13,8 +13,8 @@
 #include "graph/DataScreen.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/TextFile.h"
-#include "review/GraphBP.h"
 #include "rig/Rig.h"
+#include "shared/Screens.h"
 
 namespace {
 

@@ -16,10 +16,10 @@
 #include <thread>
 
 #include "Figure.h"
-#include "config/Configuration.h"
 #include "link/Communications.h"
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
+#include "shared/Screens.h"
 
 namespace {
 

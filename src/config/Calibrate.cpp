@@ -1,5 +1,3 @@
-#include "config/Calibrate.h"
-
 #include <QGridLayout>
 #include <QVBoxLayout>
 
@@ -18,6 +16,7 @@
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 
 namespace bexlow::config {
 

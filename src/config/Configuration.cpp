@@ -1,5 +1,3 @@
-#include "config/Configuration.h"
-
 #include <QButtonGroup>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -11,7 +9,6 @@
 #include <array>
 #include <optional>
 
-#include "config/EEPROM.h"
 #include "config/ParameterMap.h"
 #include "config/WriteSequence.h"
 #include "link/Communications.h"
@@ -23,6 +20,7 @@
 #include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "values/NumberText.h"
 
 namespace bexlow::config {

@@ -1,5 +1,3 @@
-#include "config/EEPROM.h"
-
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -18,6 +16,7 @@
 #include "platform/controls/Timer.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 

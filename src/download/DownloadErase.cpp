@@ -1,5 +1,3 @@
-#include "download/DownloadErase.h"
-
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
@@ -24,6 +22,7 @@
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "values/NumberText.h"
 
 namespace bexlow::download {

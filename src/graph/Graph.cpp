@@ -1,5 +1,3 @@
-#include "graph/Graph.h"
-
 #include <QHBoxLayout>
 #include <QPushButton>
 
@@ -14,6 +12,7 @@
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 

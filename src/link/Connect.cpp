@@ -1,5 +1,3 @@
-#include "link/Connect.h"
-
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -21,6 +19,7 @@
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 

@@ -1,5 +1,3 @@
-#include "live/Accelerometers.h"
-
 #include <QGridLayout>
 #include <QPushButton>
 
@@ -18,6 +16,7 @@
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 
 namespace bexlow::live {

@@ -1,5 +1,3 @@
-#include "live/Angles.h"
-
 #include <QGridLayout>
 #include <QPushButton>
 
@@ -16,6 +14,7 @@
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 
 namespace bexlow::live {

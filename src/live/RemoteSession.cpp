@@ -1,5 +1,3 @@
-#include "live/RemoteSession.h"
-
 #include <QGridLayout>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -27,6 +25,7 @@
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 
 namespace bexlow::live {

@@ -1,5 +1,3 @@
-#include "review/GraphBP.h"
-
 #include <QHBoxLayout>
 #include <QPushButton>
 
@@ -16,6 +14,7 @@
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 
 namespace bexlow::review {
 

@@ -1,16 +1,23 @@
-#include "shell/About.h"
-
 #include <QHBoxLayout>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "platform/controls/Controls.h"
+#include "platform/controls/Form.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "shell/Emblem.h"
 
 namespace bexlow::shell {
 
 using platform::MakeLabel;
+
+namespace {
+
+class About : public platform::Form {
+ public:
+  About();
+};
 
 About::About() : Form("About", "About") {
   auto* picture = new Emblem("Picture1", 96, this);
@@ -42,6 +49,12 @@ About::About() : Form("About", "About") {
   setMinimumWidth(540);
   FirstFocus(ok);
   for (auto* label : findChildren<QLabel*>()) label->setWordWrap(true);
+}
+
+}  // namespace
+
+platform::Form* MakeAbout() {
+  return new About;
 }
 
 }  // namespace bexlow::shell

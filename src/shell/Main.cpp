@@ -6,23 +6,14 @@
 
 #include <filesystem>
 
-#include "config/Calibrate.h"
-#include "config/Configuration.h"
-#include "download/DownloadErase.h"
 #include "files/ButtonPushes.h"
 #include "graph/DataScreen.h"
-#include "graph/Graph.h"
-#include "link/Connect.h"
-#include "live/Accelerometers.h"
-#include "live/Angles.h"
-#include "live/RemoteSession.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
-#include "review/GraphBP.h"
 #include "shared/Chords.h"
 #include "shared/Records.h"
-#include "shell/About.h"
+#include "shared/Screens.h"
 #include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
 #include "shell/RunsTable.h"
@@ -87,7 +78,7 @@ void Main::BuildHelpMenu() {
   auto* help = AddMenu("mnuHelp", "&Help");
   help->setToolTipsVisible(true);
   AddEntry(help, "mnuHelpHelp", "&Help", [] { MsgBox(ManualElsewhere); })->setToolTip("F1 opens the manual");
-  AddEntry(help, "mnuAbout", "&About", [this] { (new About)->ShowModal(&outer_); });
+  AddEntry(help, "mnuAbout", "&About", [this] { MakeAbout()->ShowModal(&outer_); });
 }
 
 void Main::BuildBody() {

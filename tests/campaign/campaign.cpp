@@ -14,8 +14,8 @@
 #include <optional>
 #include <random>
 
-#include "download/DownloadErase.h"
 #include "rig/RecordedStandIn.h"
+#include "shared/Screens.h"
 #include "support/DataFiles.h"
 
 namespace {
