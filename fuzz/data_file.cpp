@@ -9,11 +9,10 @@
 
 #include "Target.h"
 #include "files/BinPages.h"
-#include "files/ButtonPushes.h"
+#include "files/DataFile.h"
 #include "files/LinearCsv.h"
 #include "files/Lines.h"
 #include "files/RunEntry.h"
-#include "files/RunFacts.h"
 #include "files/Series.h"
 #include "values/NumberText.h"
 

@@ -7,7 +7,6 @@
 
 #include "Target.h"
 #include "files/BinPages.h"
-#include "files/ButtonPushes.h"
 #include "files/DataFile.h"
 #include "files/PageDecoder.h"
 #include "files/Series.h"

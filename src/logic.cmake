@@ -1,9 +1,9 @@
 # The logic layer: plain functions and records on the standard library alone.
 set(BEXLOW_LOGIC
   values/Conversions values/NumberText
-  files/DataFile files/Lines files/PageDecoder files/LinearCsv files/Series files/BinPages files/RunEntry files/RunFacts files/ButtonPushes
+  files/DataFile files/Lines files/PageDecoder files/LinearCsv files/Series files/BinPages files/RunEntry
   link/Protocol
   config/ParameterMap
   live/Datagram live/Strip
   graph/ViewNumbers)
-set(BEXLOW_LOGIC_HEADERS values/LiveSample values/OnBoardParameters)
+set(BEXLOW_LOGIC_HEADERS values/LoggerValues)

@@ -86,7 +86,6 @@ class Configuration : public Form {
     BuildBody();
     MSComm1.OnComm = [this] { MSComm1_OnComm(); };
     AddChord(shared::ServiceChord, [this] { ToggleHidden(); });
-    OnCloseRequest = [this] { Unload(); };
     OnActivity = [this] { return Activity(); };
     StartWith([this] {
       if (!link::LoggerIsFree(*this)) return Unload();  // boxes that were never filled must not be written

@@ -2,9 +2,8 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPushButton>
-#include <QValidator>
+#include <QRegularExpressionValidator>
 
-#include <algorithm>
 #include <functional>
 #include <system_error>
 
@@ -30,57 +29,22 @@ bool Passes(QChar key, bool boxIsEmpty) {
   return (key >= u'0' && key <= u'9') || (key == u'-' && boxIsEmpty);
 }
 
-/// Removes from inserted text the characters that could not have been typed; keeps the text already there.
-class KeyFilter : public QValidator {
- public:
-  explicit KeyFilter(QLineEdit* box) : QValidator(box) {
-    connect(box, &QLineEdit::textChanged, this, [this](const QString& text) { before_ = text; });
-  }
-
-  State validate(QString& text, int& cursor) const override {
-    const auto head = std::ranges::mismatch(text, before_).in1 - text.begin();
-    const auto most = std::min(text.size(), before_.size()) - head;
-    qsizetype tail = 0;
-    while (tail < most && text[text.size() - 1 - tail] == before_[before_.size() - 1 - tail]) ++tail;
-    QString passed;
-    for (const QChar key : text.sliced(head, text.size() - head - tail)) {
-      if (Passes(key, head + passed.size() + tail == 0)) passed += key;
-    }
-    cursor -= static_cast<int>(text.size() - head - tail - passed.size());
-    text = text.first(head) + passed + text.last(tail);
-    return Acceptable;
-  }
-
- private:
-  QString before_;
-};
-
-/// A text box that takes digits, and a minus sign only while it is empty. Other keys are ignored. Text that
-/// is pasted, dropped or composed by an input method loses the characters that could not have been typed.
+/// A text box that takes digits, and a minus sign only while it is empty; other keys are ignored.
 class ValueBox : public QLineEdit {
  public:
-  ValueBox(const char* name, const QString& accessibleName, QWidget* parent);
+  using QLineEdit::QLineEdit;
 
  protected:
-  void keyPressEvent(QKeyEvent* event) override;
+  // A key that does not pass changes nothing in the box; selected text stays selected.
+  void keyPressEvent(QKeyEvent* event) override {
+    const QString typed = event->text();
+    const bool isCommand =
+        (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+    const bool isCharacter = !isCommand && !typed.isEmpty() && typed.front().isPrint();
+    if (isCharacter && !Passes(typed.front(), text().isEmpty())) return event->accept();
+    QLineEdit::keyPressEvent(event);
+  }
 };
-
-ValueBox::ValueBox(const char* name, const QString& accessibleName, QWidget* parent) : QLineEdit(parent) {
-  setObjectName(name);
-  setAccessibleName(accessibleName);
-  setInputMethodHints(Qt::ImhFormattedNumbersOnly);
-  setValidator(new KeyFilter(this));
-}
-
-// A key that does not pass changes nothing in the box; selected text stays selected.
-void ValueBox::keyPressEvent(QKeyEvent* event) {
-  const QString typed = event->text();
-  const bool isCommand =
-      (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
-  const bool isCharacter = !isCommand && !typed.isEmpty() && typed.front().isPrint();
-  if (isCharacter && !Passes(typed.front(), text().isEmpty())) return event->accept();
-  QLineEdit::keyPressEvent(event);
-}
 
 constexpr int ReplyBudgetMs = 100;  // a reply that comes later is not seen
 constexpr double LastAddress = 263;
@@ -101,7 +65,7 @@ class EEPROM : public Form {
         MSComm1(*this, "MSComm1"),
         TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
         NumEditAddress(new CWNumEdit(this)),
-        txtValue(new ValueBox("txtValue", "Value", this)),
+        txtValue(new ValueBox(this)),
         cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),
         cmdWrite(MakeButton("cmdWrite", "Write", [this] { cmdWrite_Click(); })),
         cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })) {
@@ -112,6 +76,10 @@ class EEPROM : public Form {
 
  private:
   void Build() {
+    txtValue->setObjectName("txtValue");
+    txtValue->setAccessibleName("Value");
+    // What is pasted, dropped or composed by an input method comes without keys.
+    txtValue->setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9-]*"), txtValue));
     NumEditAddress->setObjectName("NumEditAddress");
     NumEditAddress->setAccessibleName("Address");
     NumEditAddress->SetLimits(0, LastAddress);

@@ -11,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "values/OnBoardParameters.h"
+#include "values/LoggerValues.h"
 
 namespace bexlow::config {
 

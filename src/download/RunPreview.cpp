@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "files/BinPages.h"
-#include "files/RunFacts.h"
+#include "files/DataFile.h"
 #include "graph/GraphPair.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"

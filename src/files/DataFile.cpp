@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <iterator>
 
+#include "files/Lines.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 
@@ -13,6 +14,8 @@ namespace {
 
 using values::NumberText;
 using values::PlainNumberText;
+
+constexpr double LeastFrequency = 0.1, GreatestFrequency = 6553.5;  // a word of tenths
 
 void AppendLine(std::string& text, std::string_view label, std::string_view value = {}) {
   text.append(label).append(value).append("\r\n");
@@ -124,6 +127,22 @@ std::string ReadableLaunchTime(const std::string& launchTimeText) {
   char text[64];
   std::snprintf(text, sizeof text, "%04u-%02u-%02u %02u:%02u:%02u", year, month, day, hour, minute, second);
   return text;
+}
+
+RunFacts ReadRunFacts(std::string_view text) {
+  std::string_view header[10];
+  LineReader lines(text);
+  for (auto& line : header) line = lines.Next().value_or(std::string_view());
+  if (header[1] != KindText(DataFileKind::DownloadPages)) return {};
+  const auto serialNumber = After(SerialNumberLabel, header[3]).value_or("");
+  RunFacts facts{std::string(values::WholeNumber(serialNumber) ? serialNumber : ""),
+                 ReadableLaunchTime(std::string(After(LaunchTimeLabel, header[4]).value_or(""))),
+                 std::nullopt};
+  const auto frequency = values::WholeNumber(After(SamplingFrequencyLabel, header[5]).value_or(""));
+  const bool isLinear = After(ModeLabel, header[9]) == "1";
+  if (isLinear && frequency && *frequency >= LeastFrequency && *frequency <= GreatestFrequency)
+    facts.frequency = frequency;
+  return facts;
 }
 
 }  // namespace bexlow::files

@@ -2,11 +2,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
 
-#include "values/LiveSample.h"
+#include "values/LoggerValues.h"
 
 namespace bexlow::files {
 
@@ -56,5 +57,15 @@ std::string LaunchTimeText(int month, int day, int year, int hour, int minute, i
 /// A launch time of a file's header, which is month first, as our own boxes and titles tell it:
 /// 2004-03-09 14:05:07 for 03/09/2004 14:05:07. Empty for a text that is no such time.
 std::string ReadableLaunchTime(const std::string& launchTimeText);
+
+/// What the header of a download says about its run.
+struct RunFacts {
+  std::string serialNumber;         ///< empty if the file has none
+  std::string launch;               ///< as ReadableLaunchTime tells it; empty if the file has none
+  std::optional<double> frequency;  ///< samples a second of a Linear run
+};
+
+/// Of a "Download Pages" file; empty for other kinds. A frequency of 0 or less is ignored.
+RunFacts ReadRunFacts(std::string_view text);
 
 }  // namespace bexlow::files

@@ -15,6 +15,7 @@ namespace bexlow::files {
 namespace {
 
 constexpr std::size_t CheckedLines = 11;
+constexpr std::size_t UncheckedLines = 9;  // of a review
 constexpr std::size_t HeaderLines = 12;
 
 [[noreturn]] void ThrowRecord(std::errc code, std::size_t record, const std::string& fault) {
@@ -53,6 +54,24 @@ FileCheck CheckFile(std::string_view text) {
   if (mode == "0") return {FileKind::Bin};
   if (mode == "1") return {FileKind::Linear, ChannelOf(header[10])};
   return {FileKind::OtherMode};
+}
+
+ReviewCheck CheckReviewFile(std::string_view text) {
+  if (text.empty()) return ReviewCheck::Empty;
+  LineReader lines(text);
+  if (!lines.Skip(UncheckedLines)) return ReviewCheck::TooShort;
+  std::optional<std::string_view> mode, channel, heads;
+  for (auto* line : {&mode, &channel, &heads}) {
+    *line = lines.Next();
+    if (!*line) return ReviewCheck::TooShort;
+  }
+  const bool supported =
+      After(ModeLabel, *mode) == "1" && After(ChannelLabel, *channel) == "3" && heads == ColumnHeads(1, 3);
+  return supported ? ReviewCheck::Ok : ReviewCheck::NotSupported;
+}
+
+bool HoldsPushes(std::string_view text) {
+  return CheckReviewFile(text) == ReviewCheck::Ok && text.find(",BP,") != std::string_view::npos;
 }
 
 std::size_t Run::UnwrittenEnd() const {
@@ -158,6 +177,12 @@ double SampleAt(const Run& run, double periods) {
   const double within = periods - (record.page - 1) * size;
   const bool isMissing = next != run.records.end() && within > size;
   return static_cast<double>(record.first) + (isMissing ? size : within);
+}
+
+std::optional<std::size_t> PushAt(const std::vector<double>& pushes, double point) {
+  const auto found = std::ranges::lower_bound(pushes, point);
+  if (found == pushes.end() || *found != point) return std::nullopt;
+  return static_cast<std::size_t>(found - pushes.begin());
 }
 
 }  // namespace bexlow::files

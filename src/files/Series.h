@@ -30,6 +30,19 @@ struct FileCheck {
 /// Looks at the header of a file that Graph is to open.
 FileCheck CheckFile(std::string_view text);
 
+enum class ReviewCheck {
+  Empty,
+  TooShort,      ///< fewer than 12 lines
+  NotSupported,  ///< not a Linear download of both channels
+  Ok
+};
+
+/// Looks at the header of a file that GraphBP is to open.
+ReviewCheck CheckReviewFile(std::string_view text);
+
+/// True for a file that GraphBP takes and that has a push in it.
+bool HoldsPushes(std::string_view text);
+
 using Samples = std::vector<std::int16_t>;  // whole degrees, in file order
 using Tenths = std::vector<std::int32_t>;   // the same samples in tenths of a degree, as the file has them
 
@@ -76,5 +89,8 @@ std::string PageRemarks(const Run& run, std::int32_t before = 0);
 /// where its page is missing). The page numbers must rise.
 double PeriodsAt(const Run& run, double sample);
 double SampleAt(const Run& run, double periods);
+
+/// The number of the push at a point, from 0.
+std::optional<std::size_t> PushAt(const std::vector<double>& pushes, double point);
 
 }  // namespace bexlow::files

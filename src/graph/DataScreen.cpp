@@ -20,7 +20,6 @@ DataScreen::DataScreen(const char* name, const QString& caption, bool separator)
       file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
   if (separator) AddSeparator(file, "mnuSep");
   AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
-  OnCloseRequest = [this] { Unload(); };
   (new QVBoxLayout(fraFileName))->addWidget(txtFileName);
   connect(txtFileName, &QLineEdit::textChanged, this, [this](const QString& path) {
     platform::SetPlainToolTip(txtFileName, path);

@@ -9,7 +9,7 @@
 #include <utility>
 
 #include "files/BinPages.h"
-#include "files/RunFacts.h"
+#include "files/DataFile.h"
 #include "files/Series.h"
 #include "graph/ViewNumbers.h"
 #include "platform/graph/CWGraph.h"

@@ -67,7 +67,6 @@ class Connect : public platform::Form {
     connect(NumEditCommPort, &QDoubleSpinBox::valueChanged, this, [this] { ShowDevice(); });
     DefaultButton(cmdOK);
     cmdOK->setDefault(true);  // drawn as what Enter presses
-    OnCloseRequest = [this] { Unload(); };
 
     auto* buttons = new QHBoxLayout;
     buttons->addWidget(cmdAutoDetect);

@@ -68,7 +68,6 @@ SamplingScreen::SamplingScreen(const char* name, const QString& caption, Command
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   showing_.OnTimer = [this] { ShowWhatWasTaken(); };
   delaying_.OnTimer = [this] { Guarded(*this, "MSComm1_OnComm", [this] { SendRequest(); }); };
-  OnCloseRequest = [this] { Unload(); };
   OnActivity = [this] { return Activity(); };
 }
 

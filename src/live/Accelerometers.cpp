@@ -11,7 +11,6 @@
 #include "platform/instruments/CWSlide.h"
 #include "platform/machine/Machine.h"
 #include "shared/Chords.h"
-#include "shared/DataFiles.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"

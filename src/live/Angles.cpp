@@ -9,7 +9,6 @@
 #include "platform/controls/Controls.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"
-#include "shared/DataFiles.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"

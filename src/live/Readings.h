@@ -6,8 +6,7 @@
 #include <array>
 
 #include "link/Protocol.h"
-#include "values/LiveSample.h"
-#include "values/OnBoardParameters.h"
+#include "values/LoggerValues.h"
 
 class QGridLayout;
 class QLayout;

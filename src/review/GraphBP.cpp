@@ -4,8 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "files/ButtonPushes.h"
-#include "files/RunFacts.h"
+#include "files/DataFile.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
 #include "platform/controls/Controls.h"

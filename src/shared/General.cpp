@@ -1,12 +1,38 @@
 #include "shared/General.h"
 
 #include <cmath>
+#include <filesystem>
+#include <system_error>
 
+#include "files/LinearCsv.h"
 #include "platform/machine/Folders.h"
 #include "platform/machine/Machine.h"
+#include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
+#include "shared/Records.h"
 
 namespace bexlow::shared {
+
+using files::DataFileKind;
+
+namespace {
+
+std::string HeaderOf(DataFileKind kind) {
+  const auto& parameters = Shared.OnBoardParameters;
+  return files::DataFileHeader(kind, Shared.ProgramVersionText, Shared.DownloadHeader,
+                               parameters.BinLinearMode, parameters.LinearChannels);
+}
+
+// A file that was moved or deleted meanwhile begins again with its header, so that the records can be read.
+bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& record) {
+  return GuardedIn("General", procedure, [&] {
+    std::error_code unknown;
+    const bool begins = !std::filesystem::exists(Shared.DataFileName, unknown) && !unknown;
+    platform::Append(Shared.DataFileName, begins ? HeaderOf(kind) + record : record);
+  });
+}
+
+}  // namespace
 
 // Measured on the fine counter: on the millisecond counter alone a wait could be short by most of a
 // millisecond, and the logger needs the whole pause between two bytes.
@@ -33,6 +59,54 @@ void TestForFileFolders() {
       if (!platform::FolderExists(folder)) platform::CreateFolder(folder);
     }
   });
+}
+
+std::string WriteDataFileHeader(platform::CommonDialog& dialog, DataFileKind kind) {
+  dialog.Flags = platform::OverwritePrompt;
+  dialog.Filter = "All Files (*.*)|*.*|Text Files(*.txt)|*.txt|QBX Files (*.qbx)|*.qbx";
+  dialog.FilterIndex = 3;
+  dialog.InitDir = platform::DataFilesFolder().string();
+  if (!dialog.ShowSave()) return {};  // cancelled: callers look at the dialog's FileName
+  try {
+    platform::WriteWhole(dialog.FileName, HeaderOf(kind));
+  } catch (const std::system_error& error) {
+    Shared.DataFileName.clear();
+    return std::string("The data file cannot be created!\r\n") + error.what();
+  }
+  Shared.DataFileName = dialog.FileName;
+  return {};
+}
+
+bool WriteDownloadPagesToFile(std::int32_t page) {
+  return AppendRecord("WriteDownloadPagesToFile", DataFileKind::DownloadPages,
+                      files::PageRecord(page, Shared.PageDataText));
+}
+
+bool WriteAccelerometersToFile(const std::string& time) {
+  return AppendRecord("WriteAccelerometersToFile", DataFileKind::Accelerometers,
+                      files::AccelerometersRecord(Shared.LiveSample, time));
+}
+
+bool WriteAnglesToFile(const std::string& time) {
+  return AppendRecord("WriteAnglesToFile", DataFileKind::Angles,
+                      files::AnglesRecord(Shared.LiveSample, time));
+}
+
+void WriteLinearCsv(const std::string& dataFileName) {
+  const std::string csvName = files::CsvFileName(dataFileName);
+  std::error_code none;  // where there is no CSV file yet
+  if (csvName == dataFileName || std::filesystem::equivalent(csvName, dataFileName, none))
+    throw std::system_error(std::make_error_code(std::errc::file_exists),
+                            "The CSV file would replace the data file " + dataFileName);
+  const std::string dataFile = platform::ReadWhole(dataFileName);
+  std::string csv;
+  try {
+    files::AppendLinearCsv(dataFile, csv);
+  } catch (const std::exception&) {
+    platform::WriteWhole(csvName, csv);
+    throw;
+  }
+  platform::WriteWhole(csvName, csv);
 }
 
 }  // namespace bexlow::shared

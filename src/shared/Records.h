@@ -5,8 +5,7 @@
 #include <string>
 
 #include "files/DataFile.h"
-#include "values/LiveSample.h"
-#include "values/OnBoardParameters.h"
+#include "values/LoggerValues.h"
 
 namespace bexlow::shared {
 

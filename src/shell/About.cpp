@@ -27,7 +27,6 @@ About::About() : Form("About", "About") {
   auto* ok = MakeButton("cmdOK", "OK", [this] { Unload(); });
   DefaultButton(ok);
   ok->setDefault(true);  // drawn as what Enter presses
-  OnCloseRequest = [this] { Unload(); };
 
   auto* texts = new QVBoxLayout;
   texts->addWidget(title);

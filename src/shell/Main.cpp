@@ -6,7 +6,7 @@
 
 #include <filesystem>
 
-#include "files/ButtonPushes.h"
+#include "files/Series.h"
 #include "graph/DataScreen.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
@@ -31,6 +31,7 @@ Main::Main(MDIForm1& outer)
   BuildDisplayMenu();
   BuildHelpMenu();
   BuildBody();
+  OnCloseRequest = nullptr;
   FirstFocus(this);  // Enter once too often after Connect must open no dialog
   LoggerReached(false);
   outer.OnFilesDropped = [this](const auto& paths) { OpenDataFiles(paths); };

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <span>
 
-#include "values/LiveSample.h"
+#include "values/LoggerValues.h"
 
 namespace bexlow::values {
 

@@ -5,10 +5,8 @@
 #include <vector>
 
 #include "files/BinPages.h"
-#include "files/ButtonPushes.h"
 #include "files/DataFile.h"
 #include "files/RunEntry.h"
-#include "files/RunFacts.h"
 #include "files/Series.h"
 #include "graph/ViewNumbers.h"
 #include "logic/Expect.h"

@@ -73,8 +73,8 @@ class Form : public QWidget {
   /// first one that does more than show a text, or to the screen itself.
   void Activated();
 
-  /// What the window's close button or Escape does in a modal screen or a child window.
-  std::function<void()> OnCloseRequest;
+  /// What the window's close button or Escape does in a modal screen or a child window; null: nothing.
+  std::function<void()> OnCloseRequest = [this] { Unload(); };
 
  signals:
   void Left();
