@@ -6,7 +6,7 @@
 #include <QVBoxLayout>
 
 #include "platform/controls/Controls.h"
-#include "platform/machine/Folders.h"
+#include "platform/machine/System.h"
 
 namespace bexlow::graph {
 

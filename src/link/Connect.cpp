@@ -15,7 +15,7 @@
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/Ports.h"
-#include "platform/machine/Settings.h"
+#include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/Records.h"

@@ -20,8 +20,8 @@
 #include "platform/controls/Controls.h"
 #include "platform/controls/Winsock.h"
 #include "platform/instruments/CWKnob.h"
-#include "platform/machine/HostName.h"
 #include "platform/machine/Machine.h"
+#include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
@@ -222,12 +222,11 @@ class RemoteSession : public link::SamplingScreen {
     });
   }
 
-  // The numbers of the last address in this computer's list.
   void GetIP() {
     shared::Guarded(*this, "GetIP", [this] {
-      const auto addresses = HostAddresses();
-      if (addresses.empty()) return MsgBox("Winsock.dll is not responding.");
-      std::istringstream numbers(addresses.back());
+      const auto address = HostAddress();
+      if (address.empty()) return MsgBox("Winsock.dll is not responding.");
+      std::istringstream numbers(address);
       for (std::string number; auto* box : txtLH) {
         std::getline(numbers, number, '.');
         box->setText(QString::fromStdString(number));

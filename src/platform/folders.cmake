@@ -3,7 +3,7 @@
 # What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs;
 # and the gate through which events come one at a time.
 set(BEXLOW_PLATFORM_MACHINE
-  EventGate Folders HostName Machine Ports ProgramVersion RealMachine SerialDevice Settings TextFile)
+  EventGate Machine Ports RealMachine SerialDevice System TextFile)
 # What screens are made of.
 set(BEXLOW_PLATFORM_CONTROLS
   Colours CommonDialog Controls CWNumEdit FocusKeeper Form FramePace MSComm Timer Winsock)

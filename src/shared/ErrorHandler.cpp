@@ -8,9 +8,8 @@
 
 #include "platform/controls/Form.h"
 #include "platform/machine/EventGate.h"
-#include "platform/machine/Folders.h"
 #include "platform/machine/Machine.h"
-#include "platform/machine/ProgramVersion.h"
+#include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
 #include "shared/Records.h"
 

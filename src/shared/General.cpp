@@ -5,8 +5,8 @@
 #include <system_error>
 
 #include "files/LinearCsv.h"
-#include "platform/machine/Folders.h"
 #include "platform/machine/Machine.h"
+#include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"

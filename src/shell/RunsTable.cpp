@@ -15,7 +15,7 @@
 #include "files/RunEntry.h"
 #include "platform/graph/CWGraphTicks.h"
 #include "platform/machine/EventGate.h"
-#include "platform/machine/Folders.h"
+#include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
 
 namespace bexlow::shell {

@@ -5,8 +5,8 @@
 
 #include <filesystem>
 
-#include "platform/machine/ProgramVersion.h"
 #include "platform/machine/RealMachine.h"
+#include "platform/machine/System.h"
 #include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
 

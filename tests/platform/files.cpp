@@ -18,7 +18,7 @@
 #include "platform/Processes.h"
 #include "platform/controls/CommonDialog.h"
 #include "platform/machine/RealMachine.h"
-#include "platform/machine/RunningCopy.h"
+#include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
 
 namespace bexlow::test {

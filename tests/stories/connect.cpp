@@ -1,6 +1,6 @@
 // The port search and what OK does with the port.
 #include "platform/controls/CWNumEdit.h"
-#include "platform/machine/Settings.h"
+#include "platform/machine/System.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

@@ -7,9 +7,7 @@
 
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
-#include "platform/machine/Folders.h"
-#include "platform/machine/RunningCopy.h"
-#include "platform/machine/Settings.h"
+#include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "support/Story.h"

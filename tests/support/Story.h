@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/machine/Folders.h"
+#include "platform/machine/System.h"
 #include "shared/Records.h"
 #include "shell/MDIForm1.h"
 #include "support/DataFiles.h"

@@ -18,8 +18,8 @@
 #include "platform/controls/CommonDialog.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/EventGate.h"
-#include "platform/machine/Folders.h"
 #include "platform/machine/Machine.h"
+#include "platform/machine/System.h"
 
 namespace bexlow::platform {
 
