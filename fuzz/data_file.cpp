@@ -29,7 +29,9 @@ std::size_t LinesIn(std::string_view text) {
 }
 
 void TryGraph(std::string_view text, files::Run& series) {
-  const auto& [x, y, xTenths, yTenths, pushes, records] = series;
+  const auto &x = series.XLinear, &y = series.YLinear;
+  const auto &xTenths = series.tenths[0], &yTenths = series.tenths[1];
+  const auto& pushes = series.pushes;
   const auto channel = files::CheckFile(text).channel;
   Require(channel >= 0 && channel <= 9, "a channel is a digit");
   const auto frequency = files::ReadRunFacts(text).frequency.value_or(1);

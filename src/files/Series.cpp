@@ -78,7 +78,8 @@ std::size_t Run::UnwrittenEnd() const {
   if (records.empty()) return 0;
   std::size_t end = Size();
   const auto isZero = [&](std::size_t i) {
-    return (XTenths.empty() || XTenths[i] == 0) && (YTenths.empty() || YTenths[i] == 0) && !IsPush(i);
+    const auto isZeroOn = [i](const Tenths& axis) { return axis.empty() || axis[i] == 0; };
+    return std::ranges::all_of(tenths, isZeroOn) && !IsPush(i);
   };
   while (end > records.back().first && isZero(end - 1)) --end;
   return Size() - end;
@@ -112,7 +113,7 @@ void AppendRecord(Run& run, std::string_view line, int channel) {
     const bool isX = channel == 1 || (channel == 3 && place % 2 == 0);
     if (channel == 3 && isX && field == "BP") run.pushes.push_back(static_cast<double>(run.XLinear.size()));
     (isX ? run.XLinear : run.YLinear).push_back(degrees->whole);
-    (isX ? run.XTenths : run.YTenths).push_back(degrees->tenths);
+    run.tenths[isX ? 0 : 1].push_back(degrees->tenths);
     if (!last) rest.remove_prefix(end + 1);
   }
 }
@@ -124,7 +125,9 @@ bool ReadRun(std::string_view text, int channel, Run& run) {
   try {
     while (const auto line = lines.Next()) AppendRecord(run, *line, channel);
   } catch (...) {
-    run = {{}, {}, {}, {}, std::move(run.pushes), {}};
+    auto pushes = std::move(run.pushes);
+    run = {};
+    run.pushes = std::move(pushes);
     throw;
   }
   return true;

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -44,24 +46,36 @@ ReviewCheck CheckReviewFile(std::string_view text);
 bool HoldsPushes(std::string_view text);
 
 using Samples = std::vector<std::int16_t>;  // whole degrees, in file order
-using Tenths = std::vector<std::int32_t>;   // the same samples in tenths of a degree, as the file has them
+using Tenths = std::vector<std::int32_t>;   // the same samples in tenths, as the file has them
 
 inline constexpr std::size_t FieldsInRecord = PageBytes;  // a byte is a sample
 inline constexpr std::size_t PairsInRecord = FieldsInRecord / 2;
 
-/// The samples of a Linear run. A pair of a button push is a sample of 0, 0 here.
+/// What one axis of a run holds, and its full scale.
+struct Axis {
+  std::string_view name, unit;  // counts have no unit
+  double least, greatest;
+  bool wraps = false;  // both ends of the scale are one direction
+};
+inline constexpr Axis AngleAxes[] = {{"X", "°", -180, 180, true}, {"Y", "°", -90, 90}};
+inline constexpr Axis AccelerometerAxes[] = {
+    {"Acc X", "", 0, 1024}, {"Acc Y", "", 0, 1024}, {"Acc Z", "", 0, 1024}};
+
+/// The samples of a Linear run, or of a recording. A pair of a button push is a sample of 0, 0 here.
 struct Run {
   struct Record {
     std::int32_t page;  ///< 0 where its text is no page number
     std::size_t first;  ///< index of its first sample
   };
 
-  Samples XLinear, YLinear;
-  Tenths XTenths, YTenths;
-  std::vector<double> pushes;  ///< index of each pair whose X field is exactly "BP"
+  std::span<const Axis> axes = AngleAxes;
+  Samples XLinear, YLinear;      ///< not of a recording
+  std::array<Tenths, 3> tenths;  ///< of each axis
+  Tenths hundredths;             ///< of a recording: when each sample came, in hundredths of a second
+  std::vector<double> pushes;    ///< index of each pair whose X field is exactly "BP"
   std::vector<Record> records;
 
-  std::size_t Size() const { return std::max(XLinear.size(), YLinear.size()); }
+  std::size_t Size() const { return std::max(tenths[0].size(), tenths[1].size()); }
   /// Samples of 0, or pairs of 0, 0, that end the last record: where the logger wrote no more of its page.
   std::size_t UnwrittenEnd() const;
   bool IsPush(std::size_t sample) const;

@@ -1,5 +1,6 @@
 #include "graph/GraphPair.h"
 
+#include <QGroupBox>
 #include <QLocale>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -16,22 +17,6 @@ namespace bexlow::graph {
 
 using platform::CWGraph;
 
-namespace {
-
-CWGraph* MakeGraph(const char* name, const QString& caption, QVBoxLayout* column, const char* frameName) {
-  auto* frame = platform::MakeFrame(frameName, caption, column->parentWidget());
-  auto* graph = new CWGraph(frame);
-  graph->setObjectName(name);
-  graph->setAccessibleName(caption);
-  auto* layout = new QVBoxLayout(frame);
-  layout->setContentsMargins(4, 4, 4, 4);
-  layout->addWidget(graph);
-  column->addWidget(frame, 1);
-  return graph;
-}
-
-}  // namespace
-
 GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
@@ -39,32 +24,55 @@ GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
   lblRun_->setWordWrap(true);
   lblRun_->hide();
   column->addWidget(lblRun_);
-  CWGraph1 = MakeGraph("CWGraph1", "X", column, "fraGraph1");
-  CWGraph2 = MakeGraph("CWGraph2", "Y", column, "fraGraph2");
-  CWGraph1->LinkXAxis(*CWGraph2);
-  for (auto* graph : {CWGraph1, CWGraph2}) {
-    graph->Moved = [this, graph] { ShowNumbers(*graph); };
-    graph->NumbersToCopy = [this] { return NumbersText(); };
-  }
+  CWGraph1 = AddGraph();
+  CWGraph2 = AddGraph();
+  PrepareLinear();
 }
 
-void GraphPair::PrepareLinear() {
+CWGraph* GraphPair::AddGraph() {
+  const auto axis = graphs_.size();
+  const auto number = QByteArray::number(axis + 1);
+  auto* frame = platform::MakeFrame("fraGraph" + number, "", this);
+  auto* graph = new CWGraph(frame);
+  graph->setObjectName("CWGraph" + number);
+  auto* column = new QVBoxLayout(frame);
+  column->setContentsMargins(4, 4, 4, 4);
+  column->addWidget(graph);
+  static_cast<QVBoxLayout*>(layout())->addWidget(frame, 1);
+  graph->Moved = [this, axis] { ShowNumbers(axis); };
+  graph->NumbersToCopy = [this] { return NumbersText(); };
+  if (axis > 0) CWGraph1->LinkXAxis(*graph);
+  graphs_.push_back(graph);
+  return graph;
+}
+
+void GraphPair::PrepareLinear(std::span<const files::Axis> axes) {
+  for (; graphs_.size() > axes.size(); graphs_.pop_back()) delete graphs_.back()->parentWidget();
+  while (graphs_.size() < axes.size()) AddGraph();
   MoveTogether(true);
-  CWGraph1->SetCrossing(180);
-  for (const auto& [graph, fullScale] : Scales()) {
+  for (std::size_t i = 0; i < axes.size(); ++i) {
+    const auto& [name, unit, least, greatest, wraps] = axes[i];
+    const auto title = QString::fromUtf8(name);
+    auto* graph = graphs_[i];
+    static_cast<QGroupBox*>(graph->parentWidget())->setTitle(title);
+    graph->setAccessibleName(title);
+    graph->SetAxisTitles("", unit.empty() ? title + " (counts)" : "");
+    graph->SetCrossing(wraps ? std::optional(greatest) : std::nullopt);
     graph->SetPlotStyle(platform::PlotStyle::Linear);
     graph->SetXAxis(true, 0, 10);
-    graph->SetYAxis(false, -fullScale, fullScale);
-    if (!graph->Limit()) graph->SetLimit(0);
+    graph->SetYAxis(false, least, greatest);
+    const auto limit = graph->Limit();
+    if (!limit || *limit < least || *limit > greatest) graph->SetLimit((least + greatest) / 2);
   }
 }
 
 void GraphPair::PrepareBin() {
   MoveTogether(false);
   CWGraph1->SetCrossing(std::nullopt);
-  for (const auto& [graph, fullScale] : Scales()) {
+  for (std::size_t i = 0; i < graphs_.size(); ++i) {
+    auto* graph = graphs_[i];
     graph->SetPlotStyle(platform::PlotStyle::Bin);
-    graph->SetXAxis(false, -fullScale, fullScale);
+    graph->SetXAxis(false, files::AngleAxes[i].least, files::AngleAxes[i].greatest);
     graph->SetYAxis(true, 0, 1);
     graph->SetLimit(std::nullopt);
   }
@@ -76,16 +84,17 @@ void GraphPair::TellFile(const std::string& path, const files::RunFacts& facts) 
   fileStem_ = file.stem().string();
   facts_ = facts;
   run_ = nullptr;
+  times_.reset();
   SetHeadings("");
   TellRun("");
-  for (auto* graph : {CWGraph1, CWGraph2}) graph->SetSampleTimes(std::nullopt);
+  for (auto* graph : graphs_) graph->SetSampleTimes(std::nullopt);
 }
 
 void GraphPair::SetHeadings(const std::string& pages) {
   const auto launched = facts_.launch.empty() ? "" : ", launched " + facts_.launch;
   const auto heading = QString::fromStdString(fileName_ + launched + (pages.empty() ? "" : ", " + pages));
   const auto stem = QString::fromStdString(fileStem_ + (pages.empty() ? "" : " " + pages));
-  for (auto* graph : {CWGraph1, CWGraph2}) graph->SetHeading(heading, stem);
+  for (auto* graph : graphs_) graph->SetHeading(heading, stem);
 }
 
 void GraphPair::TellRun(const std::string& words) {
@@ -96,22 +105,29 @@ void GraphPair::TellRun(const std::string& words) {
   lblRun_->setVisible(!words.empty() && (hasRunLine_ || run_ == nullptr));
 }
 
+std::optional<platform::SampleTimes> GraphPair::TimesOf(const files::Run& run) const {
+  if (!facts_.frequency || !files::PagesRise(run)) return std::nullopt;
+  const double rate = *facts_.frequency;
+  return platform::SampleTimes{rate,
+                               [&run, rate](double sample) { return files::PeriodsAt(run, sample) / rate; },
+                               [&run, rate](double seconds) { return files::SampleAt(run, seconds * rate); }};
+}
+
 void GraphPair::Show(const files::Run& run) {
   run_ = &run;
-  std::optional<platform::SampleTimes> times;
-  if (facts_.frequency && files::PagesRise(run)) {
-    const double rate = *facts_.frequency;
-    times = {rate, [&run, rate](double sample) { return files::PeriodsAt(run, sample) / rate; },
-             [&run, rate](double seconds) { return files::SampleAt(run, seconds * rate); }};
-  }
-  for (const auto& [graph, series] : {std::pair{CWGraph1, &run.XLinear}, {CWGraph2, &run.YLinear}}) {
-    if (series->empty() && run.Size() > 0) continue;  // the channel that was not stored
-    graph->SetSampleTimes(times);
-    graph->SetXAxis(false, 0, std::max(0.0, static_cast<double>(series->size()) - 1));
-    graph->PlotY(*series);
+  times_ = TimesOf(run);
+  for (std::size_t i = 0; i < graphs_.size(); ++i) {
+    if (run.tenths[i].empty() && run.Size() > 0) continue;  // the channel that was not stored
+    graphs_[i]->SetSampleTimes(times_);
+    graphs_[i]->SetXAxis(false, 0, std::max(0.0, static_cast<double>(run.tenths[i].size()) - 1));
+    Draw(i);
   }
   const auto remarks = files::PageRemarks(run);
   TellRun(RunText() + (remarks.empty() ? "" : "; " + remarks));
+}
+
+void GraphPair::Draw(std::size_t axis) {
+  graphs_[axis]->PlotY(axis == 0 ? run_->XLinear : run_->YLinear);
 }
 
 // "451 samples, 5 pushes, 72 zeros at the end, 1 min 18 s".
@@ -128,21 +144,22 @@ std::string GraphPair::RunText() const {
 }
 
 QString GraphPair::TimeWords(double sample, double periodsBehind) const {
-  if (run_ == nullptr || !facts_.frequency || !files::PagesRise(*run_) || sample < 0) return {};
-  return platform::DurationWords((files::PeriodsAt(*run_, sample) + periodsBehind) / *facts_.frequency);
+  if (!times_ || sample < 0) return {};
+  return platform::DurationWords(times_->secondsAt(sample) + periodsBehind / times_->rate);
 }
 
 void GraphPair::Show(const files::DegreeArrays& degrees, int firstPage) {
   run_ = nullptr;
-  CWGraph1->PlotY(std::span<const double>(degrees.XDegrees), -FullScaleX, 1);
-  CWGraph2->PlotY(std::span<const double>(degrees.YDegrees), -FullScaleY, 1);
+  times_.reset();
+  CWGraph1->PlotY(std::span<const double>(degrees.XDegrees), files::AngleAxes[0].least, 1);
+  CWGraph2->PlotY(std::span<const double>(degrees.YDegrees), files::AngleAxes[1].least, 1);
   const auto pages = "pages " + std::to_string(firstPage) + " and " + std::to_string(firstPage + 1);
   SetHeadings(pages);
   TellRun(pages);
 }
 
 void GraphPair::PageWith(QPushButton* back, QPushButton* forward) {
-  for (auto* graph : {CWGraph1, CWGraph2}) {
+  for (auto* graph : graphs_) {
     graph->Paged = [back, forward](bool isForward) {
       auto* button = isForward ? forward : back;
       button->click();
@@ -151,24 +168,26 @@ void GraphPair::PageWith(QPushButton* back, QPushButton* forward) {
   }
 }
 
-std::optional<ViewNumbers> GraphPair::NumbersOf(const CWGraph& graph) const {
+std::optional<ViewNumbers> GraphPair::NumbersOf(std::size_t axis) const {
+  const auto& graph = *graphs_[axis];
   const auto drawn = graph.DrawnSamples();
   if (run_ == nullptr || !drawn || !graph.Limit()) return std::nullopt;
-  const auto& tenths = &graph == CWGraph1 ? run_->XTenths : run_->YTenths;
-  return NumbersInView(*run_, tenths, drawn->first, drawn->second, *graph.Limit());
+  return NumbersInView(*run_, axis, drawn->first, drawn->second, *graph.Limit());
 }
 
-void GraphPair::ShowNumbers(CWGraph& graph) {
-  const auto numbers = NumbersOf(graph);
-  graph.SetNumbers(numbers ? QString::fromStdString(NumbersLine(*numbers, *graph.Limit())) : QString());
+void GraphPair::ShowNumbers(std::size_t axis) {
+  const auto numbers = NumbersOf(axis);
+  const auto limit = graphs_[axis]->Limit();
+  graphs_[axis]->SetNumbers(numbers ? QString::fromStdString(NumbersLine(*numbers, *limit)) : QString());
 }
 
 QString GraphPair::NumbersText() const {
   auto text = lblRun_->text().toStdString() + "\n" + NumbersHead();
   const auto point = QLocale().decimalPoint().toLatin1();
-  for (const auto* graph : {CWGraph1, CWGraph2}) {
-    if (const auto numbers = NumbersOf(*graph))
-      text += NumbersRow(graph->accessibleName().toStdString(), *numbers, *graph->Limit(), point.at(0));
+  for (std::size_t i = 0; i < graphs_.size(); ++i) {
+    const auto name = graphs_[i]->accessibleName().toStdString();
+    if (const auto numbers = NumbersOf(i))
+      text += NumbersRow(name, *numbers, *graphs_[i]->Limit(), point.at(0));
   }
   return QString::fromStdString(text);
 }

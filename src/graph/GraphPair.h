@@ -1,12 +1,13 @@
-// The two graphs of a run, X above Y, as Graph and GraphBP show them.
+// The graphs of a run, X above Y, as the screens that draw data files show them; those of accelerometers are
+// three.
 #pragma once
 
 #include <QWidget>
 
-#include <array>
 #include <optional>
+#include <span>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include "files/BinPages.h"
 #include "files/DataFile.h"
@@ -25,16 +26,14 @@ class GraphPair : public QWidget {
  public:
   explicit GraphPair(QWidget* parent);
 
-  /// Full scale of the y axes in degrees: 180 for X, 90 for Y.
-  static constexpr double FullScaleX = 180, FullScaleY = 90;
-
-  /// The Linear style: x axes auto-scaled, y axes at full scale.
-  void PrepareLinear();
+  /// The Linear style: a graph for each axis, x axes auto-scaled, y axes at full scale.
+  void PrepareLinear(std::span<const files::Axis> axes = files::AngleAxes);
   /// The Bin style: x axes at full scale, y axes auto-scaled.
   void PrepareBin();
   /// Hands what the file's header says to the read-outs and to the titles of pictures. Call it first.
   void TellFile(const std::string& path, const files::RunFacts& facts);
-  /// Draws a run, which must stay where it is: x axes from 0 to the last index of the series.
+  /// Draws a run, which must stay where it is: x axes from 0 to the last index of the series. A recording
+  /// shows its tenths, and as much more than the full scale as it holds.
   void Show(const files::Run& run);
   /// Draws a pair of bin pages, and tells which.
   void Show(const files::DegreeArrays& degrees, int firstPage);
@@ -45,28 +44,30 @@ class GraphPair : public QWidget {
   QString TimeWords(double sample, double periodsBehind = 0) const;
   /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
   void PageWith(QPushButton* back, QPushButton* forward);
-  /// The x views of both graphs move together, or each by itself.
+  /// The x views of the graphs move together, or each by itself.
   void MoveTogether(bool together) { CWGraph1->SetXLinkActive(together); }
 
   platform::CWGraph* CWGraph1;
   platform::CWGraph* CWGraph2;
 
  private:
-  std::array<std::pair<platform::CWGraph*, double>, 2> Scales() const {
-    return {std::pair{CWGraph1, FullScaleX}, {CWGraph2, FullScaleY}};
-  }
-  void ShowNumbers(platform::CWGraph& graph);
-  std::optional<ViewNumbers> NumbersOf(const platform::CWGraph& graph) const;
+  platform::CWGraph* AddGraph();
+  void Draw(std::size_t axis);
+  std::optional<platform::SampleTimes> TimesOf(const files::Run& run) const;
+  void ShowNumbers(std::size_t axis);
+  std::optional<ViewNumbers> NumbersOf(std::size_t axis) const;
   QString NumbersText() const;
   void SetHeadings(const std::string& pages);
   void TellRun(const std::string& words);
   std::string RunText() const;
 
+  std::vector<platform::CWGraph*> graphs_;  ///< from top to bottom, one for each axis
   QLabel* lblRun_;  ///< which file, logger and launch the curves belong to, and how long they are
   bool hasRunLine_ = true;
   std::string fileName_, fileStem_;
   files::RunFacts facts_;
   const files::Run* run_ = nullptr;
+  std::optional<platform::SampleTimes> times_;
 };
 
 }  // namespace bexlow::graph

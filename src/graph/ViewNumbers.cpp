@@ -12,10 +12,6 @@ namespace {
 
 constexpr std::int64_t HalfCircle = 1800;  // tenths
 
-std::string Degrees(std::int64_t tenths) {
-  return values::TenthsText(tenths) + "°";
-}
-
 /// To one decimal; a share that would read as none or as all, and is not, says so.
 std::string Percent(std::int64_t part, std::int64_t whole) {
   const auto tenths = values::RoundedQuotient(part * 1000, whole);
@@ -34,9 +30,12 @@ std::int64_t ViewNumbers::Mean() const {
   return counted == 0 ? 0 : values::RoundedQuotient(sum, counted);
 }
 
-ViewNumbers NumbersInView(const files::Run& run, const files::Tenths& tenths, std::size_t first,
-                          std::size_t last, double limit) {
+ViewNumbers NumbersInView(const files::Run& run, std::size_t axis, std::size_t first, std::size_t last,
+                          double limit) {
   ViewNumbers numbers{first, last};
+  numbers.unit = run.axes[axis].unit;
+  const bool wraps = run.axes[axis].wraps;
+  const auto& tenths = run.tenths[axis];
   const double limitTenths = limit * 10;
   const std::size_t unwrittenFrom = tenths.size() - run.UnwrittenEnd();
   auto push = std::ranges::lower_bound(run.pushes, static_cast<double>(first));
@@ -54,7 +53,7 @@ ViewNumbers NumbersInView(const files::Run& run, const files::Tenths& tenths, st
     const std::int64_t tenth = tenths[i];
     numbers.min = before ? std::min(numbers.min, tenth) : tenth;
     numbers.max = before ? std::max(numbers.max, tenth) : tenth;
-    numbers.crosses = numbers.crosses || (before && std::abs(tenth - *before) > HalfCircle);
+    numbers.crosses = numbers.crosses || (wraps && before && std::abs(tenth - *before) > HalfCircle);
     numbers.sum += tenth;
     const auto size = static_cast<double>(tenth);
     numbers.above += size > limitTenths ? 1 : 0;
@@ -67,14 +66,16 @@ ViewNumbers NumbersInView(const files::Run& run, const files::Tenths& tenths, st
 
 std::string NumbersLine(const ViewNumbers& numbers, double limit) {
   std::string line = "In view: ";
+  const std::string unit(numbers.unit);
+  const auto value = [&](std::int64_t tenths) { return values::TenthsText(tenths) + unit; };
   if (numbers.counted == 0) {
     line += "no sample";
   } else {
     line += numbers.crosses ? "it crosses ±180°, so there is no min, mean or max"
-                            : "min " + Degrees(numbers.min) + ", mean " + Degrees(numbers.Mean()) + ", max " +
-                                  Degrees(numbers.max);
-    line += "; above " + values::PlainNumberText(limit) + "°: " + Percent(numbers.above, numbers.counted) +
-            ", below: " + Percent(numbers.below, numbers.counted);
+                            : "min " + value(numbers.min) + ", mean " + value(numbers.Mean()) + ", max " +
+                                  value(numbers.max);
+    line += "; above " + values::PlainNumberText(limit) + unit + ": " +
+            Percent(numbers.above, numbers.counted) + ", below: " + Percent(numbers.below, numbers.counted);
   }
   const auto leftOut = LeftOutText(numbers.pushes, numbers.unwritten);
   return leftOut.empty() ? line : line + "; left out: " + leftOut;

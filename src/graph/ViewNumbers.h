@@ -5,12 +5,13 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "files/Series.h"
 
 namespace bexlow::graph {
 
-/// Counts and tenths of a degree, so that all of it is exact. Pushes and the unwritten end of the last page
+/// Counts and tenths, so that all of it is exact. Pushes and the unwritten end of the last page
 /// are no samples; they are left out and counted.
 struct ViewNumbers {
   std::size_t first = 0, last = 0;  ///< indices of what is in view, left out or not
@@ -18,15 +19,16 @@ struct ViewNumbers {
   std::int64_t min = 0, max = 0, sum = 0;
   std::int64_t above = 0, below = 0;  ///< samples beyond the limit; those on it are neither
   bool crosses = false;               ///< two neighbours lie more than 180 degrees apart, across +-180
+  std::string_view unit = "°";
 
   std::int64_t Mean() const;  ///< rounded, an exact half to the even tenth
 };
 
-/// @param tenths  of one axis of the run
+/// @param axis  of the run, from 0
 /// @param first, last  indices, ends included
-/// @param limit  in degrees
-ViewNumbers NumbersInView(const files::Run& run, const files::Tenths& tenths, std::size_t first,
-                          std::size_t last, double limit);
+/// @param limit  in the unit of the axis
+ViewNumbers NumbersInView(const files::Run& run, std::size_t axis, std::size_t first, std::size_t last,
+                          double limit);
 
 /// "In view: min -62.0°, mean 1.3°, max 71.0°; above 45°: 12.3 %, below: 87.2 %; left out: 2 pushes".
 std::string NumbersLine(const ViewNumbers& numbers, double limit);

@@ -103,23 +103,23 @@ TEST(ViewNumbers, AreExactAndLeaveOutPushesAndTheUnwrittenEnd) {
         Row{true, 40, 40, 0, "no sample; left out: 1 push"},
         Row{true, 527, 527, 0, "no sample; left out: 1 zero at the end"},
         Row{true, 231, 232, 0, "min -0.7°, mean 29.9°, max 60.5°; above 0°: 50.0 %, below: 50.0 %"}}) {
-    const auto numbers = graph::NumbersInView(run, isX ? run.XTenths : run.YTenths, first, last, limit);
+    const auto numbers = graph::NumbersInView(run, isX ? 0 : 1, first, last, limit);
     EXPECT_EQ(graph::NumbersLine(numbers, limit), std::string("In view: ") + line);
   }
-  const auto row = graph::NumbersRow("X", graph::NumbersInView(run, run.XTenths, 0, 527, 60), 60, ',');
+  const auto row = graph::NumbersRow("X", graph::NumbersInView(run, 0, 0, 527, 60), 60, ',');
   EXPECT_EQ(row, "X\t0\t527\t450\t6\t72\t-0,7\t60,4\t60,5\t60\t449\t1\n");
 }
 
 TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
   files::Run run;
-  run.XTenths = {1790, 1800, -1799, -1790, 0, 0};
+  run.tenths[0] = {1790, 1800, -1799, -1790, 0, 0};
   run.XLinear = {179, 180, -180, -179, 0, 0};
   run.records = {{1, 0}};
   for (const auto& [first, last, crosses] : {std::tuple<std::size_t, std::size_t, bool>{0, 1, false},
                                              {1, 2, true},
                                              {2, 3, false},
                                              {3, 5, false}}) {
-    const auto numbers = graph::NumbersInView(run, run.XTenths, first, last, 0);
+    const auto numbers = graph::NumbersInView(run, 0, first, last, 0);
     EXPECT_EQ(numbers.crosses, crosses) << first;
     EXPECT_EQ(graph::NumbersLine(numbers, 0).find("min -") != std::string::npos, !crosses && first > 0);
   }
@@ -170,7 +170,7 @@ TEST(Series, FieldsGoToTheirPlaces) {
   ASSERT_TRUE(run.XLinear.size() == 528 && run.YLinear.empty());
   EXPECT_EQ(std::vector({run.XLinear[0], run.XLinear[263], run.XLinear[264]}),
             (files::Samples{22, -177, -1}));
-  EXPECT_EQ(std::vector({run.XTenths[0], run.XTenths[263], run.XTenths[264]}),
+  EXPECT_EQ(std::vector({run.tenths[0][0], run.tenths[0][263], run.tenths[0][264]}),
             (files::Tenths{225, -1772, -7}));
 
   const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");

@@ -158,7 +158,7 @@ void CWGraph::SetSampleTimes(std::optional<SampleTimes> times) {
 }
 
 void CWGraph::ShowTime(bool time) {
-  for (auto* graph : {this, linked_.data()}) {
+  for (const auto& graph : linked_) {
     if (!graph) continue;
     graph->timeShown_ = time;
     graph->RenewTimes();
@@ -194,22 +194,25 @@ std::optional<std::pair<std::size_t, std::size_t>> CWGraph::DrawnSamples() const
 }
 
 void CWGraph::LinkXAxis(CWGraph& other) {
-  linked_ = &other;
-  other.linked_ = this;
-  other.isSecond_ = true;
-  SetXLinkActive(true);
-  RenewMenu();
-  other.RenewMenu();
+  std::erase_if(linked_, [](const auto& graph) { return graph.isNull(); });
+  linked_.emplace_back(&other);
+  const auto all = linked_;
+  for (const auto& graph : all) {
+    graph->linked_ = all;
+    graph->linkActive_ = true;
+    graph->RenewMenu();
+  }
 }
 
 void CWGraph::SetXLinkActive(bool active) {
-  linkActive_ = active;
-  if (linked_) linked_->linkActive_ = active;
+  for (const auto& graph : linked_)
+    if (graph) graph->linkActive_ = active;
 }
 
-// The linked graph passes it back, which changes nothing and so ends there.
+// Linked graphs pass it back, which changes nothing and so ends there.
 void CWGraph::FollowView() {
-  if (linkActive_ && linked_) linked_->x_.ShowExactly(XView());
+  for (const auto& graph : linked_)
+    if (linkActive_ && graph && graph != this) graph->x_.ShowExactly(XView());
   DrawSoon();
 }
 

@@ -76,15 +76,16 @@ class CWGraph : public QWidget {
   double CursorX(int n) const { return cursors_[CursorIndex(n)].x(); }
   double CursorY(int n) const { return cursors_[CursorIndex(n)].y(); }
 
-  /// Couples the x views of two graphs, so that what the user does to one happens to both. At most one other.
+  /// Couples the x views of graphs, so that what the user does to one happens to all: the other joins those
+  /// that this one is linked with, and stands below them.
   void LinkXAxis(CWGraph& other);
-  /// Switches the coupling, for both; it is on after LinkXAxis.
+  /// Switches the coupling, for all; it is on after LinkXAxis.
   void SetXLinkActive(bool active);
 
   /// When the samples of the series were taken, where it is known: the read-out tells times, and the user
   /// may have them on the x axis.
   void SetSampleTimes(std::optional<SampleTimes> times);
-  /// Times in place of samples on the x axis, also of the linked graph; only where the rate is known.
+  /// Times in place of samples on the x axis, also of linked graphs; only where times are known.
   void ShowTime(bool time);
 
   /// A level line that the user drags up and down; std::nullopt removes it.
@@ -202,9 +203,9 @@ class CWGraph : public QWidget {
   void ZoomByKey(CWGraphAxis& axis, double factor);
   void Page(bool forward);
 
-  // CWGraphPictures.cpp: the menu; pictures of this graph, or of both of a linked pair in the order in which
+  // CWGraphPictures.cpp: the menu; pictures of this graph, or of all that are linked in the order in which
   // they stand
-  enum class Extent { This, Both };
+  enum class Extent { This, All };
   void BuildMenu();
   QAction* AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action);
   void RenewMenu();
@@ -224,6 +225,7 @@ class CWGraph : public QWidget {
   static void InstallAccess();
   QString TitleX() const;
   QString TitleY() const;
+  QString Unit() const;
   QString XWords() const;
   QString CursorWords() const;
 
@@ -243,7 +245,7 @@ class CWGraph : public QWidget {
   QLabel *numbers_ = nullptr, *words_ = nullptr;
   QMenu* menu_ = nullptr;
   QAction *timeEntry_ = nullptr, *numbersEntry_ = nullptr;
-  std::vector<QAction*> pairEntries_;
+  std::vector<QAction*> allEntries_;
 
   std::vector<QPointF> cursors_;  // by number
   std::vector<QPointF> placed_;   // by x, those that can be drawn; empty until it is needed
@@ -265,8 +267,7 @@ class CWGraph : public QWidget {
   QPoint from_, last_;
 
   std::optional<std::pair<CWGraphRange, std::optional<double>>> told_;  // view and limit of the last Moved
-  QPointer<CWGraph> linked_;
-  bool isSecond_ = false;
+  std::vector<QPointer<CWGraph>> linked_{this};                         // from top to bottom
   bool linkActive_ = false;
 };
 

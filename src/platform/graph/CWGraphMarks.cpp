@@ -193,7 +193,7 @@ void CWGraph::SetLimit(std::optional<double> value) {
     limitLine_->point1->setCoords(0, *value);
     limitLine_->point2->setCoords(1, *value);
     limitLabel_->position->setCoords(1, *value);
-    limitLabel_->setText(CWGraphNumber(*value) + QStringLiteral("°"));
+    limitLabel_->setText(CWGraphNumber(*value) + Unit());
   }
   numbers_->setVisible(value.has_value());  // not with its words, which are made while the plot is drawn
   FitMargins();
@@ -251,8 +251,8 @@ std::optional<QPointF> CWGraph::PointRead() const {
 
 // Linked graphs read out the same sample.
 void CWGraph::Read(std::optional<std::size_t> index) {
-  ShowPoint(index);
-  if (linkActive_ && linked_) linked_->ShowPoint(index);
+  for (const auto& graph : linked_)
+    if (graph && (linkActive_ || graph == this)) graph->ShowPoint(index);
 }
 
 void CWGraph::ShowPoint(std::optional<std::size_t> index) {

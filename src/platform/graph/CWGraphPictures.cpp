@@ -66,9 +66,9 @@ void CWGraph::BuildMenu() {
   AddEntry(tr("&Copy Picture"), QKeySequence::Copy, [copy] { copy(Extent::This); });
   AddEntry(tr("&Save Picture As..."), QKeySequence::Save, [this] { SaveByUser(Extent::This); });
   AddEntry(tr("&Print..."), QKeySequence::Print, [this] { PrintByUser(Extent::This); });
-  pairEntries_ = {menu_->addSeparator(), AddEntry(tr("C&opy Both"), {}, [copy] { copy(Extent::Both); }),
-                  AddEntry(tr("Sa&ve Both As..."), {}, [this] { SaveByUser(Extent::Both); }),
-                  AddEntry(tr("P&rint Both..."), {}, [this] { PrintByUser(Extent::Both); })};
+  allEntries_ = {menu_->addSeparator(), AddEntry(tr("C&opy Both"), {}, [copy] { copy(Extent::All); }),
+                 AddEntry(tr("Sa&ve Both As..."), {}, [this] { SaveByUser(Extent::All); }),
+                 AddEntry(tr("P&rint Both..."), {}, [this] { PrintByUser(Extent::All); })};
   AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
   RenewMenu();
 }
@@ -78,7 +78,11 @@ void CWGraph::RenewMenu() {
   timeEntry_->setVisible(times_.has_value());
   timeEntry_->setChecked(timeShown_);
   numbersEntry_->setVisible(NumbersToCopy && !numbers_->text().isEmpty());
-  for (auto* entry : pairEntries_) entry->setVisible(linked_ != nullptr);
+  const auto count = Graphs(Extent::All).size();
+  for (auto* entry : allEntries_) {
+    entry->setVisible(count > 1);
+    entry->setText(entry->text().replace(count > 2 ? "Both" : "All", count > 2 ? "All" : "Both"));
+  }
 }
 
 void CWGraph::OpenMenu() {
@@ -91,9 +95,10 @@ void CWGraph::SetHeading(const QString& heading, const QString& fileStem) {
 }
 
 std::vector<const CWGraph*> CWGraph::Graphs(Extent extent) const {
-  if (extent == Extent::This || !linked_) return {this};
-  if (isSecond_) return {linked_.data(), this};
-  return {this, linked_.data()};
+  if (extent == Extent::This) return {this};
+  std::vector<const CWGraph*> graphs(linked_.begin(), linked_.end());
+  std::erase(graphs, nullptr);
+  return graphs;
 }
 
 // "run1 X", "run1 X and Y".

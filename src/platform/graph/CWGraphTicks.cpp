@@ -54,11 +54,13 @@ class ClockTicker : public QCPAxisTicker {
     decimals_ = step < 1 ? 1 : 0;
     QVector<double> ticks;
     const double first = std::ceil(std::max(0.0, times_.secondsAt(range.lower)) / step);
+    const double tolerance = times_.rate > 0 ? 0.5 / times_.rate : 1e-6;
     for (int i = 0; i <= 2 * tickCount(); ++i) {
       const double seconds = (first + i) * step;
       const double sample = times_.sampleAt(seconds);
-      const bool isMissing = std::abs(times_.secondsAt(sample) - seconds) * times_.rate > 0.5;
-      if (sample <= range.upper && !isMissing) ticks << sample;
+      const bool isMissing = std::abs(times_.secondsAt(sample) - seconds) > tolerance;
+      const bool hasRoom = ticks.isEmpty() || (sample - ticks.last()) * 3 * tickCount() > range.size();
+      if (sample <= range.upper && !isMissing && hasRoom) ticks << sample;
     }
     return ticks;
   }

@@ -13,9 +13,10 @@ namespace bexlow::platform {
 /// Bin: separate counts over degrees. Linear: a run of samples.
 enum class PlotStyle { Bin, Linear };
 
-/// When the samples of a run were taken, in seconds since its launch. A page that is missing is a jump.
+/// When the samples of a run were taken, in seconds since its launch, or since sampling was started. A page
+/// that is missing is a jump.
 struct SampleTimes {
-  double rate = 1;  // samples a second
+  double rate = 1;  // samples a second; 0 where they came unevenly, to hundredths of a second
   std::function<double(double sample)> secondsAt;
   std::function<double(double seconds)> sampleAt;
 };

@@ -61,8 +61,10 @@ QList<QWidget*> CWGraph::WordsShown() const {
 QString CWGraph::TitleX() const {
   if (!titleX_.isEmpty()) return titleX_;
   if (style_ == PlotStyle::Bin) return tr("Angle (degrees)");
-  const auto title = Clock() ? tr("Time since launch (h:mm:ss)") : tr("Sample");
-  return times_ ? tr("%1, at %2 Hz").arg(title, CWGraphNumber(times_->rate)) : title;
+  const bool hasRate = times_ && times_->rate > 0;
+  const auto time = hasRate ? tr("Time since launch (h:mm:ss)") : tr("Sampling time (h:mm:ss)");
+  const auto title = Clock() ? time : tr("Sample");
+  return hasRate ? tr("%1, at %2 Hz").arg(title, CWGraphNumber(times_->rate)) : title;
 }
 
 QString CWGraph::TitleY() const {
@@ -70,14 +72,23 @@ QString CWGraph::TitleY() const {
   return style_ == PlotStyle::Bin ? tr("Count") : tr("Angle (degrees)");
 }
 
-// "Sample 1238, 2 min 45 s at 7.5 Hz: -12°" or "Angle -30°: count 17".
+// A program that gives the axis a title of its own tells the unit there.
+QString CWGraph::Unit() const {
+  return titleY_.isEmpty() ? QStringLiteral("°") : QString();
+}
+
+// "Sample 1238, 2 min 45 s at 7.5 Hz: -12°", "Sample 1238, 0:00:03.34: -12.3°" or "Angle -30°: count 17".
 QString CWGraph::PointText(std::size_t index) const {
   const auto x = CWGraphNumber(X(index));
   const auto value = std::isnan(values_[index]) ? QStringLiteral("-") : CWGraphNumber(values_[index]);
   if (style_ == PlotStyle::Bin) return QStringLiteral("Angle %1°: count %2").arg(x, value);
-  if (!times_) return QStringLiteral("Sample %1: %2°").arg(x, value);
-  return QStringLiteral("Sample %1, %2 at %3 Hz: %4°")
-      .arg(x, DurationWords(times_->secondsAt(X(index))), CWGraphNumber(times_->rate), value);
+  auto time = QString();
+  if (times_) {
+    const double seconds = times_->secondsAt(X(index));
+    time = times_->rate > 0 ? tr(", %1 at %2 Hz").arg(DurationWords(seconds), CWGraphNumber(times_->rate))
+                            : ", " + DurationClock(seconds, 2);
+  }
+  return QStringLiteral("Sample %1%2: %3%4").arg(x, time, value, Unit());
 }
 
 QString CWGraph::Description() const {
