@@ -49,7 +49,7 @@ platform::CWKnob* MakeDial(const AngleRow& row, QWidget* parent) {
   auto* dial = new platform::CWKnob(parent);
   dial->setObjectName(row.dial);
   dial->setAccessibleName(row.caption);
-  dial->SetScale(-row.dialEnd, row.dialEnd, row.start, row.arc);
+  dial->SetScale(row.dialEnd, row.start, row.arc);
   return dial;
 }
 

@@ -350,9 +350,8 @@ class RemoteSession : public link::SamplingScreen {
 
   // The box tells whole degrees; dial and strip what was sent.
   void ShowReceived(std::size_t i, const ReceivedAngle& angle) {
-    auto* dial = axes_[i].dial;
     axes_[i].text->setText(shared::Shown(angle.whole));
-    dial->Value(angle.whole, shared::Shown(angle.sent) + dial->Unit());
+    axes_[i].dial->Value(angle.whole, shared::Shown(angle.sent));
     strips_->Add(i, angle.sent);
   }
 

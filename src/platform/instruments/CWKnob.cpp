@@ -23,7 +23,8 @@ constexpr double MinorLength = 0.045;
 constexpr double PointerLength = 0.53;
 constexpr double HubRadius = 0.07;
 
-constexpr int ScaleMarkDegrees = 30;  // of the arc between two long marks, roughly
+constexpr double LongMarkDegrees = 30;
+constexpr int MarksInLong = 3;
 
 // Centre at 0, 0 and radius 1.
 void EnterDial(QPainter& painter, const CWKnob& knob) {
@@ -51,17 +52,17 @@ void DrawCentred(QPainter& painter, QPointF centre, double height, const QString
 
 }  // namespace
 
-CWKnob::CWKnob(QWidget* parent) : Instrument(parent, QStringLiteral("°")) {
-  SetScale(-179.99, 179.99, 270, 359.9);
+CWKnob::CWKnob(QWidget* parent) : Instrument(parent, 1, QStringLiteral("°")) {
+  SetScale(179.99, 270, 359.9);
   auto policy = QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   policy.setHeightForWidth(true);
   setSizePolicy(policy);
 }
 
-void CWKnob::SetScale(double minimum, double maximum, double startDegrees, double arcDegrees) {
+void CWKnob::SetScale(double end, double startDegrees, double arcDegrees) {
   startDegrees_ = startDegrees;
   arcDegrees_ = arcDegrees;
-  SetRange(minimum, maximum, 1);
+  SetRange(-end, end);
 }
 
 QSize CWKnob::sizeHint() const {
@@ -89,8 +90,8 @@ QPointF CWKnob::Centre() const {
   return {width() / 2.0, (height() - NumberRoom()) / 2};
 }
 
-double CWKnob::AngleAt(double fraction) const {
-  return startDegrees_ + fraction * arcDegrees_;
+double CWKnob::AngleAt(double value) const {
+  return startDegrees_ + FractionOf(value) * arcDegrees_;
 }
 
 QRegion CWKnob::MovingArea() const {
@@ -107,51 +108,34 @@ void CWKnob::DrawFace(QPainter& painter) const {
   painter.setPen(QPen(Blend(colours.paper, colours.text, 0.35), RimWidth));
   painter.setBrush(colours.paper);
   painter.drawEllipse(QPointF(), 1 - RimWidth / 2, 1 - RimWidth / 2);
-  DrawScale(painter);
-  DrawNumbers(painter);
-}
-
-void CWKnob::DrawScale(QPainter& painter) const {
-  const auto colours = ColoursOf(*this);
   const QRectF circle(-ScaleRadius, -ScaleRadius, 2 * ScaleRadius, 2 * ScaleRadius);
-  painter.setBrush(Qt::NoBrush);
   painter.setPen(QPen(Blend(colours.paper, colours.text, 0.5), 0.015, Qt::SolidLine, Qt::FlatCap));
   constexpr double Sixteenths = 16;  // the unit of Qt's arcs, which run against the clock from three o'clock
   painter.drawArc(circle, static_cast<int>((180 - startDegrees_) * Sixteenths),
                   static_cast<int>(-arcDegrees_ * Sixteenths));
-
-  const double major = MarkStep(Maximum() - Minimum(), static_cast<int>(arcDegrees_ / ScaleMarkDegrees));
-  constexpr int MinorsInMajor = 3;
-  for (const double mark : Marks(Minimum(), Maximum(), major / MinorsInMajor)) {
-    const bool isMajor = std::abs(mark / major - std::round(mark / major)) < 0.01;
-    const double angle = AngleAt(FractionOf(mark));
-    painter.setPen(QPen(colours.text, isMajor ? 0.022 : 0.012, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(OnCircle(angle, ScaleRadius),
-                     OnCircle(angle, ScaleRadius + (isMajor ? MajorLength : MinorLength)));
-  }
+  ForEachMark(LongMarkDegrees, MarksInLong, [&](double mark, bool isLong) {
+    const double angle = AngleAt(mark);
+    const double reach = ScaleRadius + (isLong ? MajorLength : MinorLength);
+    painter.setPen(QPen(colours.text, isLong ? 0.022 : 0.012, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(OnCircle(angle, ScaleRadius), OnCircle(angle, reach));
+    if (isLong) DrawCentred(painter, OnCircle(angle, NumberRadius), NumberHeight, NumberAt(mark));
+  });
 }
 
 // On a full circle the number where both ends meet stands once.
-void CWKnob::DrawNumbers(QPainter& painter) const {
-  painter.setPen(ColoursOf(*this).text);
-  const bool isFullCircle = arcDegrees_ > 350;
-  const double step = MarkStep(Maximum() - Minimum(), static_cast<int>(arcDegrees_ / ScaleMarkDegrees));
-  for (const double mark : Marks(Minimum(), Maximum(), step)) {
-    if (isFullCircle && mark < Minimum() + step / 2) continue;
-    const bool isMeeting = isFullCircle && mark > Maximum() - step / 2 && Maximum() == -Minimum();
-    const auto text = isMeeting ? QStringLiteral("±%1").arg(mark) : QString::number(mark);
-    DrawCentred(painter, OnCircle(AngleAt(FractionOf(mark)), NumberRadius), NumberHeight, text);
-  }
+QString CWKnob::NumberAt(double mark) const {
+  if (arcDegrees_ < 350 || std::abs(mark) < Maximum()) return QString::number(mark);
+  return mark > 0 ? QStringLiteral("±%1").arg(mark) : QString();
 }
 
 void CWKnob::DrawPointer(QPainter& painter) const {
   const auto colours = ColoursOf(*this);
   const QRectF number(0, Centre().y() + Radius(), width(), NumberRoom());
-  painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+  painter.setPen(WordsColour());
   painter.setFont(NumberFont());
   painter.drawText(number, Qt::AlignCenter | Qt::TextDontClip, ValueText());
   EnterDial(painter, *this);
-  const double angle = AngleAt(Fraction());
+  const double angle = AngleAt(Value());
   QPainterPath needle(OnCircle(angle, PointerLength));
   needle.lineTo(OnCircle(angle + 90, HubRadius * 0.6));
   needle.lineTo(OnCircle(angle + 180, HubRadius * 2));

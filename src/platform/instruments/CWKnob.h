@@ -11,10 +11,10 @@ class CWKnob : public Instrument {
  public:
   explicit CWKnob(QWidget* parent = nullptr);
 
-  /// The values at both ends of the scale, and where the scale lies. Degrees of the arc run clockwise from
-  /// nine o'clock: an arc of 180 that begins at 0 has its middle at the top, and so has one of 359.9 that
-  /// begins at 270 (six o'clock). A level sensor thus points up, a lean to the negative side to the left.
-  void SetScale(double minimum, double maximum, double startDegrees, double arcDegrees);
+  /// The scale runs from -end to end. Degrees of its arc run clockwise from nine o'clock: an arc of 180 that
+  /// begins at 0 has its middle at the top, and so has one of 359.9 that begins at 270 (six o'clock). A level
+  /// sensor thus points up, a lean to the negative side to the left.
+  void SetScale(double end, double startDegrees, double arcDegrees);
 
   QAccessible::Role Role() const override { return QAccessible::Dial; }
   QSize sizeHint() const override;
@@ -32,9 +32,8 @@ class CWKnob : public Instrument {
   QRegion MovingArea() const override;
 
  private:
-  double AngleAt(double fraction) const;
-  void DrawScale(QPainter& painter) const;
-  void DrawNumbers(QPainter& painter) const;
+  double AngleAt(double value) const;
+  QString NumberAt(double mark) const;
   QFont NumberFont() const;
   double NumberRoom() const;
 

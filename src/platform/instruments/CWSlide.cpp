@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
+#include <map>
 
 #include "platform/controls/Colours.h"
 
@@ -19,17 +19,18 @@ constexpr double MajorLength = 10;
 constexpr double MinorLength = 5;
 constexpr double TickGap = 4;
 constexpr double NumberGap = 3;
-constexpr double KnobLength = 12;  // along the groove
+constexpr double LongDistance = 42;  // of two numbers, at least
+constexpr double KnobLength = 12;    // along the groove
 constexpr double KnobBreadth = 24;
-constexpr double MarkLength = 4;  // in place of the knob where only the program moves the pointer
-constexpr double Step = 1;        // what an arrow key adds; the user's values are multiples of it
-constexpr int PagesInScale = 16;
+constexpr double MarkLength = 4;      // in place of the knob where only the program moves the pointer
+constexpr double Step = 1;            // what an arrow key adds; the user's values are multiples of it
+constexpr double Page = 64;           // what a page key adds
 constexpr double NotchDegrees = 120;  // one notch of a wheel, in eighths of a degree
 
 }  // namespace
 
-CWSlide::CWSlide(QWidget* parent) : Instrument(parent) {
-  SetRange(0, 1024, 0);
+CWSlide::CWSlide(QWidget* parent) : Instrument(parent, 0) {
+  SetRange(0, 1024);
   setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 }
 
@@ -61,15 +62,14 @@ QRectF CWSlide::Groove() const {
   return {left, textHeight + endRoom, GrooveWidth, std::max(1.0, height() - textHeight - 2 * endRoom)};
 }
 
-QPointF CWSlide::PlaceOf(double fraction) const {
+QPointF CWSlide::PlaceOf(double value) const {
   const auto groove = Groove();
-  return {groove.center().x(), groove.bottom() - fraction * groove.height()};
+  return {groove.center().x(), groove.bottom() - FractionOf(value) * groove.height()};
 }
 
 double CWSlide::ValueAt(QPointF place) const {
   const auto groove = Groove();
-  const double fraction = (groove.bottom() - place.y()) / groove.height();
-  return Minimum() + std::clamp(fraction, 0.0, 1.0) * (Maximum() - Minimum());
+  return (groove.bottom() - place.y()) / groove.height() * Maximum();
 }
 
 void CWSlide::DrawFace(QPainter& painter) const {
@@ -78,25 +78,23 @@ void CWSlide::DrawFace(QPainter& painter) const {
   painter.setBrush(colours.paper);
   painter.drawRoundedRect(Groove(), GrooveWidth / 2, GrooveWidth / 2);
 
-  const double major = MarkStep(Maximum() - Minimum(), std::max(2, static_cast<int>(Groove().height() / 48)));
-  const auto readable = ColoursOf(palette()).text;
+  const double height = Groove().height();
+  const double longStep = height >= 8 * LongDistance ? 128 : height >= 4 * LongDistance ? 256 : 512;
   const auto window = palette().color(QPalette::Window);
-  painter.setPen(isEnabled() ? palette().color(QPalette::WindowText) : Blend(window, readable, 0.6));
-  for (const double mark : Marks(Minimum(), Maximum(), major / 4)) {
-    const bool isMajor = std::abs(mark / major - std::round(mark / major)) < 0.01;
-    const double tick = isMajor ? MajorLength : MinorLength;
-    const QPointF from = PlaceOf(FractionOf(mark)) + QPointF(KnobBreadth / 2 + TickGap, 0);
-    const QPointF to = from + QPointF(tick, 0);
+  painter.setPen(isEnabled() ? WordsColour() : Blend(window, ColoursOf(palette()).text, 0.6));
+  ForEachMark(longStep, 4, [&](double mark, bool isLong) {
+    const QPointF from = PlaceOf(mark) + QPointF(KnobBreadth / 2 + TickGap, 0);
+    const QPointF to = from + QPointF(isLong ? MajorLength : MinorLength, 0);
     painter.drawLine(from, to);
-    if (isMajor)
+    if (isLong)
       painter.drawText(QRectF(to.x() + NumberGap, to.y() - 20, 60, 40), Qt::AlignLeft | Qt::AlignVCenter,
                        QString::number(mark));
-  }
+  });
 }
 
 void CWSlide::DrawPointer(QPainter& painter) const {
   const auto colours = ColoursOf(*this);
-  const QPointF place = PlaceOf(Fraction());
+  const QPointF place = PlaceOf(Value());
   painter.setPen(Qt::NoPen);
   painter.setBrush(colours.series);
   const double halfFill = GrooveWidth / 2 - 1;
@@ -116,7 +114,7 @@ void CWSlide::DrawPointer(QPainter& painter) const {
     painter.drawLine(place - half, place + half);
   }
 
-  painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText));
+  painter.setPen(WordsColour());
   painter.drawText(QRectF(0, 0, width(), fontMetrics().height() + 2.0),
                    Qt::AlignHCenter | Qt::AlignTop | Qt::TextDontClip, ValueText());
 }
@@ -154,31 +152,16 @@ void CWSlide::wheelEvent(QWheelEvent* event) {
 }
 
 void CWSlide::keyPressEvent(QKeyEvent* event) {
-  const double page = std::max(Step, (Maximum() - Minimum()) / PagesInScale);
   const double from = std::isnan(Value()) ? 0 : std::clamp(Value(), Minimum(), Maximum());
-  const auto wanted = [&]() -> std::optional<double> {
-    switch (event->key()) {
-      case Qt::Key_Up:
-      case Qt::Key_Right:
-        return from + Step;
-      case Qt::Key_Down:
-      case Qt::Key_Left:
-        return from - Step;
-      case Qt::Key_PageUp:
-        return from + page;
-      case Qt::Key_PageDown:
-        return from - page;
-      case Qt::Key_Home:
-        return Minimum();
-      case Qt::Key_End:
-        return Maximum();
-      default:
-        return std::nullopt;
-    }
-  }();
-  if (!wanted || readOnly_ || event->modifiers().testFlag(Qt::ControlModifier))
+  const std::map<int, double> targets{
+      {Qt::Key_Up, from + Step},   {Qt::Key_Right, from + Step},  {Qt::Key_Down, from - Step},
+      {Qt::Key_Left, from - Step}, {Qt::Key_PageUp, from + Page}, {Qt::Key_PageDown, from - Page},
+      {Qt::Key_Home, Minimum()},   {Qt::Key_End, Maximum()},
+  };
+  const auto target = targets.find(event->key());
+  if (target == targets.end() || readOnly_ || event->modifiers().testFlag(Qt::ControlModifier))
     return QWidget::keyPressEvent(event);
-  MoveByUser(*wanted);
+  MoveByUser(target->second);
 }
 
 }  // namespace bexlow::platform

@@ -38,7 +38,7 @@ class CWSlide : public Instrument {
  private:
   double Breadth() const;
   QRectF Groove() const;
-  QPointF PlaceOf(double fraction) const;
+  QPointF PlaceOf(double value) const;
   double ValueAt(QPointF place) const;
 
   bool readOnly_ = true;

@@ -5,7 +5,6 @@
 #include <QPainter>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
@@ -55,7 +54,8 @@ QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
 
 }  // namespace
 
-Instrument::Instrument(QWidget* parent, const QString& unit) : QWidget(parent), unit_(unit) {
+Instrument::Instrument(QWidget* parent, int decimals, const QString& unit)
+    : QWidget(parent), decimals_(decimals), unit_(unit), number_(TextOf(0)) {
   QAccessible::installFactory(MakeAccess);  // a second time changes nothing
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
@@ -66,28 +66,36 @@ void Instrument::Value(double value, const QString& number) {
   update(MovingArea());  // what cannot be seen is not drawn: samples come faster than frames
 }
 
-void Instrument::SetRange(double minimum, double maximum, int decimals) {
-  minimum_ = std::min(minimum, maximum);
-  maximum_ = std::max(minimum, maximum);
-  decimals_ = decimals;
-  number_ = TextOf(value_);
+void Instrument::SetRange(double minimum, double maximum) {
+  minimum_ = minimum;
+  maximum_ = maximum;
   DropFace();
 }
 
 double Instrument::FractionOf(double value) const {
-  const double span = maximum_ - minimum_;
-  if (!(span > 0)) return 0;
   const double known = std::isnan(value) ? 0 : value;
-  return (std::clamp(known, minimum_, maximum_) - minimum_) / span;
+  return (std::clamp(known, minimum_, maximum_) - minimum_) / (maximum_ - minimum_);
+}
+
+void Instrument::ForEachMark(double step, int parts,
+                             const std::function<void(double mark, bool isLong)>& draw) const {
+  const double slack = (maximum_ - minimum_) / 1000;
+  const double part = step / parts;
+  for (int i = static_cast<int>(std::ceil((minimum_ - slack) / part)); i * part <= maximum_ + slack; ++i)
+    draw(i * part, i % parts == 0);
+}
+
+QColor Instrument::WordsColour() const {
+  return palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::WindowText);
 }
 
 QString Instrument::TextOf(double value) const {
   if (std::isinf(value)) return value > 0 ? QStringLiteral("∞") : QStringLiteral("-∞");
   const double known = std::isnan(value) ? 0 : value;
-  if (std::abs(known) >= LongestPlainNumber) return QString::number(known, 'g', 4) + unit_;
+  if (std::abs(known) >= LongestPlainNumber) return QString::number(known, 'g', 4);
   const double unitStep = std::pow(10.0, -decimals_);
   const double shown = std::abs(known) < unitStep / 2 ? 0 : known;  // no "-0"
-  return QString::number(shown, 'f', decimals_) + unit_;
+  return QString::number(shown, 'f', decimals_);
 }
 
 void Instrument::DropFace() {
@@ -103,16 +111,11 @@ void Instrument::EnsureFace() {
   face_.setDevicePixelRatio(ratio);
   face_.fill(palette().color(QPalette::Window));
   QPainter painter(&face_);
-  DrawGround(painter);
+  // The parent's background is drawn into the face, so that a new value repaints only the instrument.
+  if (!isWindow()) parentWidget()->render(&painter, {}, geometry(), DrawWindowBackground);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setFont(font());
   DrawFace(painter);
-}
-
-// The parent's background is drawn into the face, so that a new value repaints only the instrument.
-void Instrument::DrawGround(QPainter& painter) {
-  if (isWindow()) return;
-  parentWidget()->render(&painter, {}, geometry(), DrawWindowBackground);
 }
 
 void Instrument::paintEvent(QPaintEvent*) {
@@ -153,35 +156,6 @@ void Instrument::changeEvent(QEvent* event) {
       break;
   }
   QWidget::changeEvent(event);
-}
-
-double MarkStep(double span, int wanted) {
-  if (!(span > 0) || !std::isfinite(span) || wanted < 1) return 1;
-  const double rough = span / wanted;
-  const double power = std::pow(10.0, std::floor(std::log10(rough)));
-  const auto suits = [&](double factor) {
-    return factor * power >= rough * 0.8 && factor * power <= rough * 2.5;
-  };
-  const auto divides = [&](double factor) {
-    const double parts = span / (factor * power);
-    return std::abs(parts - std::round(parts)) < 0.01;
-  };
-  for (const double factor : {1.0, 1.28, 2.0, 2.56, 3.0, 4.5, 5.0, 5.12, 9.0, 10.0}) {
-    if (suits(factor) && divides(factor)) return factor * power;
-  }
-  constexpr std::array Plain{1.0, 2.0, 5.0};
-  const auto found = std::ranges::find_if(Plain, suits);
-  return (found == Plain.end() ? 10 : *found) * power;
-}
-
-std::vector<double> Marks(double minimum, double maximum, double step) {
-  std::vector<double> marks;
-  const double slack = (maximum - minimum) / 1000;
-  const double first = std::ceil((minimum - slack) / step);
-  const double last = std::floor((maximum + slack) / step);
-  if (!(last - first < 1000)) return marks;
-  for (double i = first; i <= last; ++i) marks.push_back(i * step);
-  return marks;
 }
 
 }  // namespace bexlow::platform

@@ -6,7 +6,7 @@
 #include <QRegion>
 #include <QWidget>
 
-#include <vector>
+#include <functional>
 
 namespace bexlow::platform {
 
@@ -14,8 +14,9 @@ class Instrument : public QWidget {
   Q_OBJECT
 
  public:
-  /// @param unit  text after the displayed value, "°" for instance
-  explicit Instrument(QWidget* parent, const QString& unit = {});
+  /// @param decimals  of the value on show
+  /// @param unit      text after the value, "°" for instance
+  Instrument(QWidget* parent, int decimals, const QString& unit = {});
 
   /// The value that was set last, even if it lies outside the scale.
   double Value() const { return value_; }
@@ -28,11 +29,9 @@ class Instrument : public QWidget {
   double Minimum() const { return minimum_; }
   double Maximum() const { return maximum_; }
 
-  const QString& Unit() const { return unit_; }
-
   /// The value as it is shown and read aloud; empty while the instrument is disabled, since the pointer then
   /// tells the past.
-  QString ValueText() const { return isEnabled() ? number_ : QString(); }
+  QString ValueText() const { return isEnabled() ? number_ + unit_ : QString(); }
 
   /// What a screen reader calls it.
   virtual QAccessible::Role Role() const = 0;
@@ -51,13 +50,17 @@ class Instrument : public QWidget {
   /// The area that a new value changes, in the widget's units.
   virtual QRegion MovingArea() const { return rect(); }
 
-  void SetRange(double minimum, double maximum, int decimals);
+  void SetRange(double minimum, double maximum);
   void DropFace();
 
-  /// The place of the value on the scale: 0 at its beginning, 1 at its end, never beyond.
-  double Fraction() const { return FractionOf(value_); }
+  /// The marks of the scale: multiples of `step`, which are long, and so many parts of it. The ends may be
+  /// off by a thousandth of the scale, so that one to 179.99 has its mark 180.
+  void ForEachMark(double step, int parts, const std::function<void(double mark, bool isLong)>& draw) const;
+  /// The colour of words on the window.
+  QColor WordsColour() const;
+
+  /// The place of a value on the scale: 0 at its beginning, 1 at its end, never beyond.
   double FractionOf(double value) const;
-  QString TextOf(double value) const;
 
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -65,26 +68,18 @@ class Instrument : public QWidget {
   void changeEvent(QEvent* event) override;
 
  private:
+  QString TextOf(double value) const;
   void EnsureFace();
-  void DrawGround(QPainter& painter);
   void Announce();
 
+  const int decimals_;
+  const QString unit_;
   double value_ = 0;
   double minimum_ = 0;
   double maximum_ = 1;
-  int decimals_ = 0;
-  const QString unit_;
   QString number_;
   QString announced_;
   QPixmap face_;
 };
-
-/// Distance of two numbered marks, so that about `wanted` of them cover the span: a round number, preferably
-/// one that divides the span, as 30 does 360 and 128 does 1024.
-double MarkStep(double span, int wanted);
-
-/// The marks of a scale: multiples of step from minimum to maximum; the ends may be off by a thousandth of
-/// the span, so that a scale to 179.99 has its mark 180.
-std::vector<double> Marks(double minimum, double maximum, double step);
 
 }  // namespace bexlow::platform
