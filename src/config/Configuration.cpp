@@ -98,7 +98,7 @@ class Configuration : public Form {
     auto* file = AddMenu("mnuFile", "&File");
     mnuRead = AddEntry(file, "mnuRead", "&Read", [this] { mnuRead_Click(); });
     mnuWrite = AddEntry(file, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
-    AddSeparator(file, "mnuSep");
+    file->addSeparator()->setObjectName("mnuSep");
     AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
 
     mnuTools = AddMenu("mnuTools", "&Tools");

@@ -63,7 +63,7 @@ class DownloadErase : public platform::Form {
     auto* menu = AddMenu("mnuData", "&Data");
     mnuDownload = AddCheckEntry(menu, "mnuDownload", "&Download", [this] { mnuDownload_Click(); });
     mnuErase = AddCheckEntry(menu, "mnuErase", "&Erase", [this] { erase_.mnuErase_Click(); });
-    AddSeparator(menu, "mnuSep");
+    menu->addSeparator()->setObjectName("mnuSep");
     AddEntry(menu, "mnuReturn", "&Return", [this] { mnuReturn_Click(); });
   }
 

@@ -68,7 +68,7 @@ void Erase::Start() {
   PBarErase->setValue(0);
   idleFrame_->hide();
   fraErase->show();
-  MSComm2.InBufferSize(EraseBufferSize);
+  MSComm2.InBufferSize = EraseBufferSize;
   link::OpenCommPort(MSComm2, screen_);
   link::Send(MSComm2, link::EraseData());
   TimerErase.Enabled(true);

@@ -18,7 +18,7 @@ DataScreen::DataScreen(const char* name, const QString& caption, bool separator)
   auto* file = AddMenu("mnuFile", "&File");
   AddEntry(
       file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
-  if (separator) AddSeparator(file, "mnuSep");
+  if (separator) file->addSeparator()->setObjectName("mnuSep");
   AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
   (new QVBoxLayout(fraFileName))->addWidget(txtFileName);
   connect(txtFileName, &QLineEdit::textChanged, this, [this](const QString& path) {

@@ -14,8 +14,8 @@ using shared::GuardedIn;
 void OpenCommPort(platform::MSComm& comm, const platform::Form& screen) {
   GuardedIn(screen.Name(), "OpenCommPort", [&] {
     if (comm.PortOpen()) return;
-    comm.CommPort(shared::Shared.CurrentCommPort);
-    comm.InputLen(0);
+    comm.CommPort = shared::Shared.CurrentCommPort;
+    comm.InputLen = 0;
     comm.PortOpen(true);
     shared::ForgetFailure(screen);
   });

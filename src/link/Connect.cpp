@@ -116,7 +116,7 @@ class Connect : public platform::Form {
 
   bool CommPortExists(std::int16_t port) {
     try {
-      MSComm1.CommPort(port);
+      MSComm1.CommPort = port;
       MSComm1.PortOpen(true);
       MSComm1.PortOpen(false);
       return true;
@@ -130,8 +130,8 @@ class Connect : public platform::Form {
   bool LoggerAnswers(std::int16_t port, const std::string& baud) {
     DetectedCommPort = 0;
     try {
-      MSComm1.CommPort(port);
-      MSComm1.Settings(baud + ",n,8,1");
+      MSComm1.CommPort = port;
+      MSComm1.Settings = baud + ",n,8,1";
       MSComm1.PortOpen(true);
       Send(MSComm1, Ping());
       shared::WaitMilliseconds(PingWaitMs);

@@ -77,7 +77,7 @@ void SamplingScreen::AddSample() {
 }
 
 void SamplingScreen::AddReturn() {
-  AddSeparator(mnuData, "mnuSep");
+  mnuData->addSeparator()->setObjectName("mnuSep");
   AddEntry(mnuData, "mnuReturn", "&Return", [this] { Unload(); });
 }
 

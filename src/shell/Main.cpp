@@ -42,7 +42,7 @@ Main::Main(MDIForm1& outer)
 void Main::BuildFileMenu() {
   auto* file = AddMenu("mnuFile", "&File");
   AddEntry(file, "mnuConnect", "&Connect", [this] { mnuConnect_Click(); });
-  AddSeparator(file, "mnuSep");
+  file->addSeparator()->setObjectName("mnuSep");
   AddEntry(file, "mnuExit", "E&xit", [] { platform::Machine::Get().EndProgram(); });
 }
 

@@ -6,6 +6,7 @@
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScopeGuard>
 #include <QShortcut>
 #include <QSignalBlocker>
 
@@ -150,7 +151,30 @@ QMenu* Form::AddMenu(const char* name, const QString& caption) {
 bool Form::Act(const std::string& handler, const std::function<void()>& action, const QWidget* pressed) {
   if (unloaded_) return true;
   return EventGate::Get().Click(
-      this, [&] { focusKeeper_.Run(action, pressed); }, handler);
+      this, [&] { KeepFocus(action, pressed); }, handler);
+}
+
+void Form::KeepFocus(const std::function<void()>& action, const QWidget* pressed) {
+  const bool stillWaits = focused_ != nullptr && !focused_->isEnabled() && focusWidget() == movedOnTo_ &&
+                          (pressed == nullptr || pressed != focusWidget());
+  if (!stillWaits) {
+    if (focused_ != nullptr) focused_->removeEventFilter(this);
+    focused_ = focusWidget();
+    if (focused_ != nullptr) focused_->installEventFilter(this);
+  }
+  const auto end = qScopeGuard([this] {
+    acting_ = false;
+    movedOnTo_ = focusWidget();
+  });
+  acting_ = true;
+  action();
+}
+
+bool Form::eventFilter(QObject* watched, QEvent* event) {
+  const bool enabledAgain =
+      event->type() == QEvent::EnabledChange && watched == focused_ && focused_->isEnabled();
+  if (enabledAgain && (acting_ || focusWidget() == movedOnTo_)) focused_->setFocus();
+  return false;
 }
 
 QAction* Form::AddEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
@@ -172,10 +196,6 @@ QAction* Form::AddCheckEntry(QMenu* menu, const char* name, const QString& capti
   auto* entry = AddEntry(menu, name, caption, std::move(handler), key);
   entry->setCheckable(true);
   return entry;
-}
-
-void Form::AddSeparator(QMenu* menu, const char* name) {
-  menu->addSeparator()->setObjectName(name);
 }
 
 QPushButton* Form::MakeButton(const char* name, const QString& caption, std::function<void()> handler) {

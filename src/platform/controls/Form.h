@@ -5,13 +5,12 @@
 #include <QKeySequence>
 #include <QList>
 #include <QMenu>
+#include <QPointer>
 #include <QWidget>
 
 #include <functional>
 #include <string>
 #include <vector>
-
-#include "platform/controls/FocusKeeper.h"
 
 class QPushButton;
 class QRadioButton;
@@ -89,7 +88,6 @@ class Form : public QWidget {
   /// An entry whose check mark only the program sets.
   QAction* AddCheckEntry(QMenu* menu, const char* name, const QString& caption, std::function<void()> handler,
                          const QKeySequence& key = {});
-  void AddSeparator(QMenu* menu, const char* name);
   /// A button whose click goes through the event gate.
   QPushButton* MakeButton(const char* name, const QString& caption, std::function<void()> handler);
   /// An option; options of one parent exclude each other. The handler runs through the event gate, each
@@ -108,16 +106,23 @@ class Form : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool event(QEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   /// Runs a user's action, under the handler's name. False if it was dropped.
   bool Act(const std::string& handler, const std::function<void()>& action, const QWidget* pressed = nullptr);
+  /// Qt moves the focus on when the focused control is disabled. It comes back when the control is enabled
+  /// again, during the action or later, unless the user has moved it meanwhile.
+  /// @param pressed  what the user pressed for the action; null for a menu entry or a key
+  void KeepFocus(const std::function<void()>& action, const QWidget* pressed);
   void End();
 
   QList<QMenu*> menus_;
   std::vector<std::function<void()>> unloadSteps_;
   QPushButton* defaultButton_ = nullptr;
-  FocusKeeper focusKeeper_{*this};
+  QPointer<QWidget> focused_;    ///< when the last action began
+  QPointer<QWidget> movedOnTo_;  ///< has the focus since that action ended
+  bool acting_ = false;
   QWidget* firstFocus_ = nullptr;
   bool shownBefore_ = false;
   bool unloaded_ = false;

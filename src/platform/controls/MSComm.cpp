@@ -1,7 +1,6 @@
 #include "platform/controls/MSComm.h"
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 #include "platform/controls/Form.h"
@@ -12,14 +11,10 @@ namespace bexlow::platform {
 namespace {
 
 // A reply is at most 264 bytes and an erase some 6,200: a line that sends more than this is not a logger.
-constexpr std::size_t NeverDropBelow = std::size_t{64} * 1024;
+constexpr std::size_t BufferSize = std::size_t{64} * 1024;
 
 // The longest that the program itself waits for a reply, a page's, before it asks again.
 constexpr std::int64_t ReplyTakesSeconds = 1;
-
-[[noreturn]] void Refuse(std::errc code, const std::string& words) {
-  throw std::system_error(std::make_error_code(code), words);
-}
 
 std::string PortName(int commPort) {
   return "Comm " + std::to_string(commPort);
@@ -37,9 +32,9 @@ MSComm::~MSComm() {
 
 void MSComm::PortOpen(bool open) {
   if (!open) return Close();
-  if (PortOpen()) Refuse(std::errc::operation_not_permitted, PortName(commPort_) + " is open already");
+  if (PortOpen()) Throw(std::errc::operation_not_permitted, PortName(CommPort) + " is open already");
   received_.clear();
-  openPort_ = commPort_;
+  openPort_ = CommPort;
   line_ = Machine::Get().OpenSerial(openPort_, [this](const Bytes& bytes) { Receive(bytes); });
   owner_.Engage(1);
   DropLateReplies();
@@ -66,22 +61,13 @@ void MSComm::Close() {
   if (wasOpen) owner_.Engage(-1);
 }
 
-void MSComm::Settings(const std::string& settings) {
-  if (settings != "19200,n,8,1")
-    Refuse(std::errc::invalid_argument, "Settings " + settings + " are not supported");
-}
-
-void MSComm::InputLen(int length) {
-  if (length != 0) Refuse(std::errc::invalid_argument, "InputLen takes 0 only");
-}
-
 void MSComm::RThreshold(int count) {
   rThreshold_ = count;
   OfferWhenDue();
 }
 
 void MSComm::Output(std::span<const std::uint8_t> bytes, std::size_t reply) {
-  if (!PortOpen()) Refuse(std::errc::bad_file_descriptor, PortName(commPort_) + " is not open");
+  if (!PortOpen()) Throw(std::errc::bad_file_descriptor, PortName(CommPort) + " is not open");
   line_->Write(bytes);
   askedAt_ = Machine::Get().QueryPerformanceCounter();
   if (reply > 0) requestedAt_ = *askedAt_;
@@ -89,7 +75,7 @@ void MSComm::Output(std::span<const std::uint8_t> bytes, std::size_t reply) {
 }
 
 Bytes MSComm::Input() {
-  if (!PortOpen()) Refuse(std::errc::bad_file_descriptor, PortName(commPort_) + " is not open");
+  if (!PortOpen()) Throw(std::errc::bad_file_descriptor, PortName(CommPort) + " is not open");
   if (!received_.empty()) askedAt_.reset();
   return std::exchange(received_, {});
 }
@@ -97,8 +83,7 @@ Bytes MSComm::Input() {
 void MSComm::Receive(const Bytes& bytes) {
   bytesToCome_ -= std::min(bytesToCome_, bytes.size());
   if (received_.empty()) firstByteAt_ = Machine::Get().QueryPerformanceCounter();
-  const auto room = std::max(NeverDropBelow, static_cast<std::size_t>(std::max(inBufferSize_, 0)));
-  const auto taken = std::min(bytes.size(), room - std::min(room, received_.size()));
+  const auto taken = std::min(bytes.size(), BufferSize - received_.size());
   received_.insert(received_.end(), bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(taken));
   OfferWhenDue();
 }

@@ -23,10 +23,10 @@ class MSComm {
   MSComm(const MSComm&) = delete;
   MSComm& operator=(const MSComm&) = delete;
 
-  /// Takes effect at the next opening.
-  void CommPort(int port) { commPort_ = port; }
-  /// "19200,n,8,1" only, all that the logger speaks. Throws std::system_error for others.
-  void Settings(const std::string& settings);
+  int CommPort = 1;                      ///< takes effect at the next opening
+  std::string Settings = "19200,n,8,1";  ///< all that the logger speaks: the line is opened with no other
+  int InputLen = 0;                      ///< Input takes everything, whatever stands here
+  int InBufferSize = 1024;               ///< the buffer has more room than any exchange needs
 
   bool PortOpen() const { return line_ != nullptr; }
   /// Opening throws std::system_error if the port does not exist, is taken, may not be used, or is open
@@ -34,10 +34,6 @@ class MSComm {
   /// drops what comes. Closing drops what was received and never fails.
   void PortOpen(bool open);
 
-  /// 0 only: Input takes everything.
-  void InputLen(int length);
-  /// Bytes that the receive buffer holds at least; it never drops any below 64 KiB.
-  void InBufferSize(int size) { inBufferSize_ = size; }
   int InBufferCount() const { return static_cast<int>(received_.size()); }
 
   int RThreshold() const { return rThreshold_; }
@@ -65,9 +61,7 @@ class MSComm {
 
   Form& owner_;
   std::string onComm_;  ///< name of the handler
-  int commPort_ = 1;    ///< for the next opening
   int openPort_ = 1;
-  int inBufferSize_ = 1024;
   int rThreshold_ = 0;
   int commEvent_ = 0;
   Bytes received_;

@@ -6,11 +6,12 @@
 #include <QUdpSocket>
 
 #include <algorithm>
-#include <system_error>
+#include <map>
 #include <utility>
 
 #include "platform/controls/Form.h"
 #include "platform/machine/EventGate.h"
+#include "platform/machine/Machine.h"
 
 namespace bexlow::platform {
 
@@ -20,24 +21,15 @@ constexpr std::size_t MostWaiting = 256;  // while a handler runs or a box is op
 constexpr int MostAtOnce = 64;            // so that a flood does not keep the window from its other work
 
 std::errc CodeOf(QAbstractSocket::SocketError error) {
-  switch (error) {
-    case QAbstractSocket::SocketAccessError:
-      return std::errc::permission_denied;
-    case QAbstractSocket::AddressInUseError:
-      return std::errc::address_in_use;
-    case QAbstractSocket::SocketAddressNotAvailableError:
-      return std::errc::address_not_available;
-    case QAbstractSocket::DatagramTooLargeError:
-      return std::errc::message_size;
-    case QAbstractSocket::NetworkError:
-      return std::errc::network_unreachable;
-    default:
-      return std::errc::io_error;
-  }
-}
-
-[[noreturn]] void Refuse(std::errc code, const std::string& words) {
-  throw std::system_error(std::make_error_code(code), words);
+  static const std::map<QAbstractSocket::SocketError, std::errc> Codes{
+      {QAbstractSocket::SocketAccessError, std::errc::permission_denied},
+      {QAbstractSocket::AddressInUseError, std::errc::address_in_use},
+      {QAbstractSocket::SocketAddressNotAvailableError, std::errc::address_not_available},
+      {QAbstractSocket::DatagramTooLargeError, std::errc::message_size},
+      {QAbstractSocket::NetworkError, std::errc::network_unreachable},
+  };
+  const auto found = Codes.find(error);
+  return found == Codes.end() ? std::errc::io_error : found->second;
 }
 
 bool IsPort(std::int32_t port) {
@@ -102,15 +94,15 @@ std::string Winsock::PeerAddress() const {
 
 // Qt's socket tells its first error for ever, so each binding has a socket of its own.
 void Winsock::Bind(std::int32_t port) {
-  if (!IsPort(port)) Refuse(std::errc::invalid_argument, "Port " + std::to_string(port));
-  if (LocalPort() != 0) Refuse(std::errc::already_connected, "The socket is bound already");
+  if (!IsPort(port)) Throw(std::errc::invalid_argument, "Port " + std::to_string(port));
+  if (LocalPort() != 0) Throw(std::errc::already_connected, "The socket is bound already");
   socket_ = std::make_unique<QUdpSocket>();
   QObject::connect(socket_.get(), &QUdpSocket::readyRead, socket_.get(), [this] { Collect(); });
   if (socket_->bind(QHostAddress::AnyIPv4, static_cast<quint16>(port), QUdpSocket::DontShareAddress)) return;
   const auto code = CodeOf(socket_->error());
   const std::string words = socket_->errorString().toStdString();
   Close();
-  Refuse(code, "Port " + std::to_string(port) + ": " + words);
+  Throw(code, "Port " + std::to_string(port) + ": " + words);
 }
 
 int Winsock::LocalPort() const {
@@ -124,12 +116,12 @@ void Winsock::Close() {
 }
 
 void Winsock::SendData(const std::string& text) {
-  if (LocalPort() == 0) Refuse(std::errc::not_connected, "The socket is not bound");
-  if (!IsPort(remotePort_)) Refuse(std::errc::invalid_argument, "Remote port " + std::to_string(remotePort_));
+  if (LocalPort() == 0) Throw(std::errc::not_connected, "The socket is not bound");
+  if (!IsPort(remotePort_)) Throw(std::errc::invalid_argument, "Remote port " + std::to_string(remotePort_));
   if (peerState_ != Peer::Known) return;
   const auto size = static_cast<qint64>(text.size());
   if (socket_->writeDatagram(text.data(), size, peer_, static_cast<quint16>(remotePort_)) == size) return;
-  Refuse(CodeOf(socket_->error()), socket_->errorString().toStdString());
+  Throw(CodeOf(socket_->error()), socket_->errorString().toStdString());
 }
 
 // Qt reports no further datagrams until a socket is read, so those without room are read and dropped.

@@ -4,10 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <system_error>
 
 #include "platform/controls/Colours.h"
 #include "platform/graph/CWGraph.h"
+#include "platform/machine/Machine.h"
 
 namespace bexlow::platform {
 
@@ -134,7 +134,7 @@ void CWGraph::StressCursor(std::optional<double> x) {
 
 std::size_t CWGraph::CursorIndex(int n) const {
   if (n >= 1 && n <= CursorCount()) return static_cast<std::size_t>(n - 1);
-  throw std::system_error(std::make_error_code(std::errc::invalid_argument), "No such cursor");
+  Throw(std::errc::invalid_argument, "No such cursor");
 }
 
 void CWGraph::SetCursorPosition(int n, double x, double y) {

@@ -10,6 +10,10 @@ namespace {
 Machine* installed = nullptr;
 }
 
+void Throw(std::errc code, const std::string& words) {
+  throw std::system_error(std::make_error_code(code), words);
+}
+
 Machine& Machine::Get() {
   assert(installed != nullptr);
   return *installed;

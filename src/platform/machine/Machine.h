@@ -11,6 +11,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <system_error>
 #include <vector>
 
 namespace bexlow::platform {
@@ -18,6 +19,9 @@ namespace bexlow::platform {
 class CommonDialog;
 
 using Bytes = std::vector<std::uint8_t>;
+
+/// Throws std::system_error.
+[[noreturn]] void Throw(std::errc code, const std::string& words);
 
 /// The local date and time in whole seconds.
 struct LocalTime {

@@ -16,8 +16,8 @@
 #include <algorithm>
 #include <csignal>
 #include <ctime>
+#include <map>
 #include <poll.h>
-#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -61,21 +61,6 @@ constexpr BoxLook Looks[] = {
     {QMessageBox::Yes | QMessageBox::No, QMessageBox::No, QMessageBox::No, QMessageBox::Question},
     {QMessageBox::Retry | QMessageBox::Cancel, QMessageBox::Retry, QMessageBox::Retry, QMessageBox::Critical},
 };
-
-Answer AnswerOf(int button) {
-  switch (button) {
-    case QMessageBox::Yes:
-      return Answer::Yes;
-    case QMessageBox::No:
-      return Answer::No;
-    case QMessageBox::Retry:
-      return Answer::Retry;
-    case QMessageBox::Cancel:
-      return Answer::Cancel;
-    default:
-      return Answer::Ok;
-  }
-}
 
 // The parent of the boxes, even while another program is in front and no window of this one is active.
 QWidget* WindowOnTop() {
@@ -182,7 +167,7 @@ PortInfo RealMachine::DescribePort(int comm) {
 std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, std::function<void(Bytes)> received) {
   const std::string label = "Comm " + std::to_string(comm);
   const auto device = DeviceOfComm(comm, programFolder_);
-  if (device.empty()) throw std::system_error(ENODEV, std::generic_category(), label + ": no such port");
+  if (device.empty()) Throw(std::errc::no_such_device, label + ": no such port");
   return std::make_unique<SerialDevice>(open_, label, device, std::move(received));
 }
 
@@ -196,7 +181,12 @@ Answer RealMachine::Ask(const std::string& text, Buttons buttons) {
   box.setTextFormat(Qt::PlainText);
   box.setDefaultButton(look.usual);
   box.setEscapeButton(look.escape);
-  return AnswerOf(box.exec());
+  static const std::map<int, Answer> Answers{{QMessageBox::Yes, Answer::Yes},
+                                             {QMessageBox::No, Answer::No},
+                                             {QMessageBox::Retry, Answer::Retry},
+                                             {QMessageBox::Cancel, Answer::Cancel}};
+  const auto answer = Answers.find(box.exec());
+  return answer == Answers.end() ? Answer::Ok : answer->second;
 }
 
 std::optional<std::string> RealMachine::AskFile(const CommonDialog& question) {

@@ -59,8 +59,8 @@ void SaveSetting(const std::string& section, const std::string& key, const std::
   store.setValue(QString::fromStdString(section + "/" + key), QString::fromStdString(value));
   store.sync();
   if (store.status() != QSettings::NoError)
-    throw std::system_error(std::make_error_code(std::errc::permission_denied),
-                            "The settings store " + store.fileName().toStdString() + " cannot be written");
+    Throw(std::errc::permission_denied,
+          "The settings store " + store.fileName().toStdString() + " cannot be written");
 }
 
 std::string HostName() {
