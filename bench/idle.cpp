@@ -47,7 +47,7 @@ void Watch(const std::string& screen) {
 void WatchScreens(const std::filesystem::path& folder) {
   rig::AnsweredMachine machine(folder);
   rig::Program program;
-  program.Show<shell::Main>(program.outer);
+  program.Show(new shell::Main(program.outer));
   auto* graph = graph::MakeGraph();
   program.Show(graph);
   platform::WriteWhole(folder / "full.qbx", bench::FullDataFile());

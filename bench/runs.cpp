@@ -37,7 +37,7 @@ class Frame : public QObject {
 
 double FillMs() {
   rig::Program program;
-  program.Show<shell::Main>(program.outer);
+  program.Show(new shell::Main(program.outer));
   Frame frame;
   frame.Await(program.outer, 0);
   QElapsedTimer time;

@@ -14,7 +14,7 @@
 #include <optional>
 #include <random>
 
-#include "rig/RecordedStandIn.h"
+#include "rig/Rig.h"
 #include "shared/Screens.h"
 #include "support/DataFiles.h"
 

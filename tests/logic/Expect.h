@@ -1,10 +1,15 @@
 // What several tests need.
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <gtest/gtest.h>
+#include <limits>
+#include <numeric>
+#include <optional>
 #include <string>
 #include <system_error>
+#include <vector>
 
 namespace bexlow {
 

@@ -1,7 +1,5 @@
 // The parameter map: forms, limits, and where each cell of a read goes; requests that no story sends.
 #include <bit>
-#include <numeric>
-#include <optional>
 
 #include "config/ParameterMap.h"
 #include "link/Protocol.h"

@@ -1,7 +1,5 @@
 // Decoded pages, CSV files, and header values that no story writes.
-#include <numeric>
 #include <sstream>
-#include <vector>
 
 #include "files/DataFile.h"
 #include "files/LinearCsv.h"

@@ -1,9 +1,5 @@
 // Reading data files back: series, bin pairs, button pushes and rows of the table of runs, hostile files
 // among them.
-#include <algorithm>
-#include <limits>
-#include <vector>
-
 #include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/RunEntry.h"

@@ -1,7 +1,5 @@
 // Words, degrees and their texts.
-#include <algorithm>
 #include <cmath>
-#include <limits>
 
 #include "live/Strip.h"
 #include "logic/Expect.h"

@@ -1,23 +1,17 @@
-#include <QAccessible>
-#include <QApplication>
-#include <QTest>
 #include <qcustomplot.h>
 
-#include <cmath>
-#include <gtest/gtest.h>
-#include <limits>
 #include <random>
 #include <system_error>
-#include <vector>
 
+#include "platform/Widgets.h"
 #include "platform/controls/Colours.h"
 #include "platform/graph/CWGraph.h"
 
 namespace bexlow::platform {
 namespace {
 
-constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double Inf = std::numeric_limits<double>::infinity();
+using test::Inf, test::Nan;
+
 constexpr std::size_t FullRun = 270204;  // samples of one axis of a full logger: 2047 pages of 132
 
 class Graph : public testing::Test {

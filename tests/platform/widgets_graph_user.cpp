@@ -1,17 +1,11 @@
-#include <QApplication>
-#include <QClipboard>
 #include <QMenu>
 #include <QPrinter>
 #include <QTemporaryDir>
-#include <QTest>
 #include <qcustomplot.h>
 
-#include <cmath>
-#include <gtest/gtest.h>
 #include <stdexcept>
-#include <vector>
 
-#include "platform/Wheel.h"
+#include "platform/Widgets.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/EventGate.h"
 #include "support/VirtualMachine.h"

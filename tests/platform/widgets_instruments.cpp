@@ -1,17 +1,10 @@
-#include <QAccessible>
-#include <QApplication>
 #include <QElapsedTimer>
 #include <QGroupBox>
 #include <QLabel>
-#include <QTest>
 
-#include <cmath>
-#include <gtest/gtest.h>
-#include <limits>
 #include <numbers>
-#include <vector>
 
-#include "platform/Wheel.h"
+#include "platform/Widgets.h"
 #include "platform/controls/Colours.h"
 #include "platform/controls/FramePace.h"
 #include "platform/instruments/CWKnob.h"
@@ -20,8 +13,7 @@
 namespace bexlow::platform {
 namespace {
 
-constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
-constexpr double Inf = std::numeric_limits<double>::infinity();
+using test::Inf, test::Nan;
 
 QImage Shown(QWidget& widget) {
   return widget.grab().toImage();

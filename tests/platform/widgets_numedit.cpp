@@ -1,14 +1,7 @@
-#include <QApplication>
-#include <QClipboard>
 #include <QLineEdit>
-#include <QTest>
 #include <QToolTip>
 
-#include <gtest/gtest.h>
-#include <limits>
-#include <vector>
-
-#include "platform/Wheel.h"
+#include "platform/Widgets.h"
 #include "platform/controls/CWNumEdit.h"
 
 namespace bexlow::platform {

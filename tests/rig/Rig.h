@@ -7,8 +7,11 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <cstdint>
 #include <filesystem>
 #include <functional>
+#include <string>
+#include <vector>
 
 #include "platform/machine/RealMachine.h"
 #include "shell/MDIForm1.h"
@@ -45,6 +48,26 @@ class StandIn {
   QProcess process_;
 };
 
+/// A stand-in logger that records what it holds and sends.
+class RecordedStandIn : public StandIn {
+ public:
+  /// Records in the folder's "stand-in".
+  RecordedStandIn(const std::filesystem::path& logger, const std::filesystem::path& folder,
+                  const QStringList& options);
+
+  std::vector<std::uint8_t> Eeprom() const { return Dump("eeprom.bin", 256); }
+  std::vector<std::uint8_t> Pages() const { return Dump("pages.bin", 2048 * std::size_t{264}); }
+  std::vector<std::vector<int>> Samples() const;  ///< the words of each live sample sent
+
+  /// The data file of a download of what it holds now: its pages in order, until the first blank one.
+  std::string ExpectedDataFile() const;
+
+ private:
+  std::vector<std::uint8_t> Dump(const char* name, std::size_t size) const;
+
+  std::filesystem::path records_;
+};
+
 /// The real machine with a user who closes each box, agrees to nothing, and chooses one file. It installs
 /// itself.
 class AnsweredMachine : public platform::RealMachine {
@@ -70,12 +93,6 @@ class Program {
   /// Requires that the program loads.
   Program();
 
-  template <class Screen, class... Arguments>
-  Screen& Show(Arguments&&... arguments) {
-    auto* screen = new Screen(std::forward<Arguments>(arguments)...);
-    Show(screen);
-    return *screen;
-  }
   platform::Form& Show(platform::Form* screen) {
     outer.ShowChild(screen);
     outer.show();

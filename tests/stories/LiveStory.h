@@ -1,8 +1,6 @@
 // A user on the live screens, with the logger on a virtual line.
 #pragma once
 
-#include <algorithm>
-
 #include "platform/instruments/CWKnob.h"
 #include "platform/instruments/CWSlide.h"
 #include "support/Story.h"

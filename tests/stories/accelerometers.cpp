@@ -1,6 +1,4 @@
 // The accelerometers live, their data file, and the hidden DAC panel.
-#include <QTest>
-
 #include <limits>
 
 #include "platform/graph/CWGraph.h"

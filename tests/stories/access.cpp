@@ -1,8 +1,5 @@
 // Every screen without sight or mouse: each control has a name, Tab goes in reading order.
 #include <QAccessible>
-#include <QGroupBox>
-
-#include <algorithm>
 
 #include "support/Story.h"
 

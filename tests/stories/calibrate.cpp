@@ -1,6 +1,4 @@
 // The Calibrate screen: the sampling chain, the extremes it keeps, and the write of what they give.
-#include <QProgressBar>
-
 #include "support/Story.h"
 
 namespace bexlow::test {

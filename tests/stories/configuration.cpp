@@ -1,7 +1,4 @@
 // The Configuration screen: the block read, the paced write and everything that can go wrong between them.
-#include <QAbstractButton>
-#include <QGroupBox>
-#include <QProgressBar>
 #include <QScrollArea>
 #include <QScrollBar>
 

@@ -1,7 +1,4 @@
 // The four retrievals, the page loop with its watchdog, the files that come of it, and the erase.
-#include <QGroupBox>
-#include <QProgressBar>
-
 #include "stories/DownloadStory.h"
 
 namespace bexlow::test {

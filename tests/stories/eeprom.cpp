@@ -1,8 +1,6 @@
 // The EEPROM screen: one cell read or written, the filter of its value box, and how it recovers.
-#include <QApplication>
 #include <QClipboard>
 #include <QInputMethodEvent>
-#include <QTest>
 
 #include "platform/controls/CWNumEdit.h"
 #include "support/Story.h"

@@ -1,7 +1,4 @@
 // Two screens side by side: what one does never changes what another is saving, reading or writing.
-#include <QAbstractButton>
-#include <QTabBar>
-
 #include "stories/DownloadStory.h"
 #include "values/NumberText.h"
 

@@ -1,8 +1,4 @@
 // Opening data files, paging through the pairs of a Bin file, and the button-push review.
-#include <QTest>
-
-#include <algorithm>
-
 #include "platform/graph/CWGraph.h"
 #include "support/Story.h"
 

@@ -1,6 +1,4 @@
 // The launch on Main: what goes out and when, what the user is told, and each step's failure.
-#include <QGroupBox>
-
 #include "support/Story.h"
 
 namespace bexlow::test {

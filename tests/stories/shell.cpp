@@ -1,13 +1,9 @@
 // Start-up, the menu states, the chords, leaving screens, and the report of an error.
-#include <QAbstractButton>
-#include <QApplication>
 #include <QDropEvent>
 #include <QMimeData>
-#include <QTabBar>
 
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
-#include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "support/Story.h"

@@ -1,11 +1,7 @@
 #include "support/Story.h"
 
-#include <QApplication>
-#include <QGroupBox>
 #include <QKeyEvent>
-#include <QProgressBar>
 #include <QSettings>
-#include <QTest>
 
 #include "platform/machine/EventGate.h"
 #include "shell/Main.h"

@@ -2,9 +2,14 @@
 #pragma once
 
 #include <QApplication>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QProgressBar>
+#include <QTabBar>
+#include <QTest>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 
 #include "platform/machine/System.h"

@@ -15,7 +15,7 @@
 
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
-#include "rig/RecordedStandIn.h"
+#include "rig/Rig.h"
 #include "shell/Emblem.h"
 #include "shell/Main.h"
 #include "support/DataFiles.h"
@@ -196,7 +196,7 @@ int Run(const fs::path& logger, const fs::path& output) {
   platform::RealMachine machine(output);
   platform::Machine::Install(machine);
   rig::Program program;
-  program.Show<shell::Main>(program.outer);
+  program.Show(new shell::Main(program.outer));
   Robot robot(program.outer, output);
   try {
     Tour(robot, logger, output, {"--motion", "turn", "--erase-seconds", "5", "--run-pages", "16"}).Visit();

@@ -1,9 +1,21 @@
+// What the tests of widgets share.
 #pragma once
 
+#include <QAccessible>
 #include <QApplication>
+#include <QClipboard>
+#include <QTest>
 #include <QWheelEvent>
 
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <vector>
+
 namespace bexlow::test {
+
+constexpr double Nan = std::numeric_limits<double>::quiet_NaN();
+constexpr double Inf = std::numeric_limits<double>::infinity();
 
 /// Turns the wheel over a control by eighths of a degree; a notch is 120.
 inline void Wheel(QWidget& control, int eighths, QPoint place = {5, 5}, Qt::KeyboardModifiers keys = {}) {
