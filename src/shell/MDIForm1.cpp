@@ -3,6 +3,7 @@
 #include <QDropEvent>
 #include <QMenuBar>
 #include <QMimeData>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QTabBar>
@@ -118,7 +119,8 @@ void MDIForm1::dropEvent(QDropEvent* event) {
 }
 
 Form* MDIForm1::ChildAt(int tab) const {
-  return qobject_cast<Form*>(tabs_->widget(tab));
+  const auto* page = qobject_cast<QScrollArea*>(tabs_->widget(tab));
+  return page == nullptr ? nullptr : qobject_cast<Form*>(page->widget());
 }
 
 Form* MDIForm1::Child(const QString& name) const {
@@ -129,14 +131,27 @@ Form* MDIForm1::Child(const QString& name) const {
   return nullptr;
 }
 
+int MDIForm1::TabOf(const Form* child) const {
+  int tab = tabs_->count() - 1;
+  while (tab >= 0 && ChildAt(tab) != child) --tab;
+  return tab;
+}
+
+// A screen scrolls where window and letters leave it too little room.
 void MDIForm1::ShowChild(Form* child) {
-  if (tabs_->indexOf(child) < 0) {
-    const int tab = tabs_->addTab(child, child->windowTitle());
+  if (TabOf(child) < 0) {
+    auto* page = new QScrollArea;
+    page->setWidgetResizable(true);
+    page->setFrameShape(QFrame::NoFrame);
+    page->setFocusPolicy(Qt::NoFocus);
+    page->setWidget(child);
+    const int tab = tabs_->addTab(page, child->windowTitle());
+    connect(child, &QObject::destroyed, page, &QObject::deleteLater);
     connect(child, &Form::Left, this, [this, child] { OnLeft(child); });
     connect(child, &Form::ActivityChanged, this, [this] { status_.Refresh(); });
     if (!child->OnCloseRequest) tabs_->tabBar()->setTabButton(tab, QTabBar::RightSide, nullptr);
   }
-  tabs_->setCurrentWidget(child);
+  tabs_->setCurrentIndex(TabOf(child));
   OnActivated(tabs_->currentIndex());
 }
 
@@ -174,7 +189,7 @@ void MDIForm1::OnActivated(int tab) {
 }
 
 void MDIForm1::OnLeft(Form* child) {
-  tabs_->removeTab(tabs_->indexOf(child));
+  tabs_->removeTab(TabOf(child));
   if (auto* main = Child("Main")) ShowChild(main);
 }
 

@@ -53,6 +53,7 @@ class MDIForm1 : public QMainWindow {
   void AskToClose(int tab);
   void ShowManual();
   platform::Form* ChildAt(int tab) const;
+  int TabOf(const platform::Form* child) const;
 
   QTabWidget* tabs_;
   StatusLine status_;

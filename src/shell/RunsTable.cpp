@@ -34,7 +34,7 @@ constexpr auto Right = Qt::AlignRight | Qt::AlignVCenter;  // of numbers
 constexpr Head Heads[Columns] = {
     {"Name", "Name of the data file"},
     {"Launched", "When the logger was launched; where the file tells none it stands at the time of the file"},
-    {"Logger", "Serial number of the logger", Right},
+    {"Logger", "Serial number of the logger"},
     {"Kind", "Kind and channels"},
     {"Duration", "From the launch, or the first sample saved, to the last; h:mm:ss, to the nearest second",
      Right},
@@ -84,7 +84,7 @@ RunsTable::RunsTable(QWidget* page, std::function<void(const std::string& path)>
     headerItem()->setTextAlignment(column++, head.alignment);
   }
   setRootIsDecorated(false);
-  setStyleSheet("QTreeView::item { padding: 2px 6px; }");
+  setStyleSheet("QTreeView::item { padding: 2px 8px; }");
   setUniformRowHeights(true);
   setTextElideMode(Qt::ElideMiddle);
   header()->setDefaultSectionSize(header()->minimumSectionSize());

@@ -4,6 +4,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QScopeGuard>
@@ -79,6 +80,10 @@ void Form::Unload() {
 bool Form::event(QEvent* event) {
   if (event->type() == QEvent::DeferredDelete) Unload();
   return QWidget::event(event);
+}
+
+int Form::heightForWidth(int width) const {
+  return layout() == nullptr ? -1 : layout()->totalMinimumHeightForWidth(width);
 }
 
 void Form::StartWith(std::function<void()> handler) {

@@ -103,6 +103,8 @@ class Form : public QWidget {
   /// What the screen does first: an event after the click that opens it, when the screen is in front.
   void StartWith(std::function<void()> handler);
 
+  /// The least height, not the preferred one: a scroll area gives no less than this.
+  int heightForWidth(int width) const override;
   void keyPressEvent(QKeyEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool event(QEvent* event) override;

@@ -75,6 +75,7 @@ CWGraph::~CWGraph() {
 void CWGraph::BuildPlot() {
   plot_->setAttribute(Qt::WA_TransparentForMouseEvents);  // this widget handles the mouse
   plot_->setFocusPolicy(Qt::NoFocus);
+  plot_->setAttribute(Qt::WA_OpaquePaintEvent, false);  // else a paler graph shows what was there before
   plot_->axisRect()->setupFullAxesBox();
   plot_->xAxis2->setTicks(false);
   plot_->yAxis2->setTicks(false);
