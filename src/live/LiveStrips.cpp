@@ -28,9 +28,7 @@ void Dim(QWidget& widget, bool dim) {
 }  // namespace
 
 LiveStrips::LiveStrips(QWidget* parent)
-    : QWidget(parent), drawing_(platform::Machine::Get().MakeAlarm([this] { Tick(); })) {
-  DimAlong(this);
-}
+    : QWidget(parent), drawing_(platform::Machine::Get().MakeAlarm([this] { Tick(); })) {}
 
 void LiveStrips::DimAlong(QWidget* widget) {
   dimmedAlong_.push_back(widget);
@@ -55,6 +53,7 @@ void LiveStrips::AddStrip(const char* name, const QString& caption, const QStrin
   graph->Clicked = [this] { Pause(); };
   graph->setMinimumHeight(LeastHeight);
   layout()->addWidget(graph);
+  DimAlong(graph);
   strips_.push_back({graph, Strip(crossing)});
 }
 

@@ -84,7 +84,7 @@ RunsTable::RunsTable(QWidget* page, std::function<void(const std::string& path)>
     headerItem()->setTextAlignment(column++, head.alignment);
   }
   setRootIsDecorated(false);
-  setStyleSheet("QTreeView::item { padding: 2px 8px; }");
+  setStyleSheet("QTreeView::item { padding: 2px 12px; }");
   setUniformRowHeights(true);
   setTextElideMode(Qt::ElideMiddle);
   header()->setDefaultSectionSize(header()->minimumSectionSize());

@@ -185,7 +185,7 @@ TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
 TEST_F(AnglesStory, WhatIsPastLooksSo) {
   const auto look = [this] {
     const auto pale = [](const QWidget& widget) { return widget.graphicsEffect() != nullptr; };
-    EXPECT_EQ(pale(The("fraAngles")), pale(*The("stripX").parentWidget()));
+    EXPECT_EQ(pale(The("fraAngles")), pale(The("stripX")));
     return (pale(The("fraAngles")) ? "pale " : "live ") +
            The<platform::CWKnob>("dialX").ValueText().toStdString();
   };
