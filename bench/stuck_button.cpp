@@ -42,7 +42,7 @@ class Review {
 
   void Open() { screen_->Menus().first()->findChild<QAction*>("mnuOpen")->trigger(); }
   void Toggle() { screen_->findChild<QPushButton*>("cmdShowAll")->click(); }
-  int Cursors() { return screen_->findChild<platform::CWGraph*>("CWGraph1")->CursorCount(); }
+  std::size_t Cursors() { return screen_->findChild<platform::CWGraph*>("CWGraph1")->Cursors().size(); }
 
  private:
   rig::AnsweredMachine machine_;
@@ -52,7 +52,7 @@ class Review {
 
 bool Measure(Review& review) {
   std::vector<double> open, show, hide;
-  int most = 0;
+  std::size_t most = 0;
   for (int round = 0; round < Rounds; ++round) {
     open.push_back(review.MsOf([&] { review.Open(); }));
     show.push_back(review.MsOf([&] { review.Toggle(); }));

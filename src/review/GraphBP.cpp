@@ -31,7 +31,7 @@ class GraphBP : public graph::DataScreen {
     BuildBody(steps, cmdBack, cmdForward);
     for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
       graph->SetXAxis(false, 0, 10);
-      graph->EnableCursors();
+      graph->SetCursors({0});
       graph->CursorClicked = [this](double point) { ChooseCursor(point); };
     }
   }
@@ -125,7 +125,9 @@ class GraphBP : public graph::DataScreen {
     const double point = NumberIn(*txtBPValue);
     lblPush_->setText(PushWords(number));
     txtBPNumber->setAccessibleDescription(lblPush_->text());
-    PlaceCursor(1, point);
+    auto cursors = graphs_->CWGraph1->Cursors();
+    cursors.front() = point;
+    SetCursors(cursors);
     for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->StressCursor(point);
     graphs_->CWGraph1->BringIntoView(point);
   }
@@ -142,8 +144,8 @@ class GraphBP : public graph::DataScreen {
     if (const auto number = files::PushAt(ButtonPushes, point)) ShowPush(*number);
   }
 
-  void PlaceCursor(int cursor, double point) {
-    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->SetCursorPosition(cursor, point, 0);
+  void SetCursors(const std::vector<double>& points) {
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->SetCursors(points);
   }
 
   void cmdBack_Click() {
@@ -156,29 +158,9 @@ class GraphBP : public graph::DataScreen {
 
   void cmdShowAll_Click() {
     if (ButtonPushes.empty()) return;
-    if (cmdShowAll->text() == "Show All") {
-      ShowAllPushes();
-    } else {
-      ShowOnePush();
-    }
-  }
-
-  void ShowAllPushes() {
-    cmdShowAll->setText("Hide All");
-    const int count = static_cast<int>(ButtonPushes.size());
-    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
-      while (graph->CursorCount() < count) graph->AddCursor();
-    }
-    for (int i = 0; i < count; ++i) PlaceCursor(i + 1, ButtonPushes[static_cast<std::size_t>(i)]);
-  }
-
-  void ShowOnePush() {
-    cmdShowAll->setText("Show All");
-    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) {
-      graph->RemoveAllCursors();
-      graph->AddCursor();
-    }
-    PlaceCursor(1, NumberIn(*txtBPValue));
+    const bool all = cmdShowAll->text() == "Show All";
+    cmdShowAll->setText(all ? "Hide All" : "Show All");
+    SetCursors(all ? ButtonPushes : std::vector{NumberIn(*txtBPValue)});
   }
 
   files::RunFacts facts_;

@@ -260,8 +260,7 @@ TEST_F(GraphUser, TheLimitIsDraggedAndStepped) {
 TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
   std::vector<double> cursors;
   int clicks = 0;
-  graph.EnableCursors();
-  graph.SetCursorPosition(1, 300, 0);
+  graph.SetCursors({300});
   graph.DrawNow();
   graph.CursorClicked = [&](double x) { cursors.push_back(x); };
   graph.Clicked = [&] { ++clicks; };

@@ -176,17 +176,10 @@ class ReviewStory : public GraphScreen {
     StartConnected();
     Choose("Tools", "Graph Button Pushes");
   }
-  /// The x positions of the cursors, which must be the same on both graphs and lie at y 0.
+  /// The x positions of the cursors, which must be the same on both graphs.
   std::vector<double> Cursors() const {
-    EXPECT_EQ(X().CursorCount(), Y().CursorCount());
-    std::vector<double> places;
-    for (int n = 1; n <= X().CursorCount(); ++n) {
-      places.push_back(X().CursorX(n));
-      EXPECT_EQ(Y().CursorX(n), places.back());
-      EXPECT_EQ(X().CursorY(n), 0);
-      EXPECT_EQ(Y().CursorY(n), 0);
-    }
-    return places;
+    EXPECT_EQ(X().Cursors(), Y().Cursors());
+    return X().Cursors();
   }
   void ExpectShown(const std::string& push, const std::vector<double>& cursors) const {
     EXPECT_EQ(Text("txtBPNumber") + " at " + Text("txtBPValue"), push);

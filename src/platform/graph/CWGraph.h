@@ -62,19 +62,11 @@ class CWGraph : public QWidget {
   /// Titles with units; an empty one stands for the style's own ("Sample", "Angle (degrees)", "Count").
   void SetAxisTitles(const QString& x, const QString& y);
 
-  /// Gives the graph its first cursor, at 0, 0.
-  void EnableCursors();
-  int CursorCount() const { return static_cast<int>(cursors_.size()); }
-  /// A cursor at 0, 0 in the look of the first.
-  void AddCursor();
-  void RemoveAllCursors();
+  /// Cursors at these x, with a mark at y 0 each; one at a place that is no finite number is not drawn.
+  void SetCursors(std::vector<double> places);
+  const std::vector<double>& Cursors() const { return cursors_; }
   /// Draws the cursor at x thicker, if there are several.
   void StressCursor(std::optional<double> x);
-  /// Moves cursor n, counted from 1.
-  /// @throws std::system_error (invalid argument) where there is no cursor n; so do the next two
-  void SetCursorPosition(int n, double x, double y);
-  double CursorX(int n) const { return cursors_[CursorIndex(n)].x(); }
-  double CursorY(int n) const { return cursors_[CursorIndex(n)].y(); }
 
   /// Couples the x views of graphs, so that what the user does to one happens to all: the other joins those
   /// that this one is linked with, and stands below them.
@@ -176,7 +168,6 @@ class CWGraph : public QWidget {
   void BuildMarks();
   void ColourMarks(const QPalette& palette) const;
   void FitCursors();
-  std::size_t CursorIndex(int n) const;
   std::optional<double> CursorNear(double pixel) const;
   bool IsOnLimit(QPoint place) const;
   void MoveLimit(double value);
@@ -247,8 +238,8 @@ class CWGraph : public QWidget {
   QAction *timeEntry_ = nullptr, *numbersEntry_ = nullptr;
   std::vector<QAction*> allEntries_;
 
-  std::vector<QPointF> cursors_;  // by number
-  std::vector<QPointF> placed_;   // by x, those that can be drawn; empty until it is needed
+  std::vector<double> cursors_;  // in the order given
+  std::vector<double> placed_;   // in order of x, those that can be drawn
   std::optional<double> stressed_;
   QCPGraph *cursorLines_ = nullptr, *cursorMarks_ = nullptr;
   QCPItemLine* stressedLine_ = nullptr;

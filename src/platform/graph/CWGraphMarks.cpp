@@ -7,7 +7,6 @@
 
 #include "platform/controls/Colours.h"
 #include "platform/graph/CWGraph.h"
-#include "platform/machine/Machine.h"
 
 namespace bexlow::platform {
 
@@ -111,19 +110,11 @@ void CWGraph::ColourMarks(const QPalette& palette) const {
   rectangle_->setBrush(fill);
 }
 
-void CWGraph::EnableCursors() {
-  if (cursors_.empty()) AddCursor();
-}
-
-void CWGraph::AddCursor() {
-  cursors_.emplace_back();
-  placed_.clear();
-  DrawSoon();
-}
-
-void CWGraph::RemoveAllCursors() {
-  cursors_.clear();
-  placed_.clear();
+void CWGraph::SetCursors(std::vector<double> places) {
+  cursors_ = std::move(places);
+  placed_ = cursors_;
+  std::erase_if(placed_, [](double x) { return !std::isfinite(x); });
+  if (!std::ranges::is_sorted(placed_)) std::ranges::sort(placed_);
   DrawSoon();
 }
 
@@ -132,35 +123,17 @@ void CWGraph::StressCursor(std::optional<double> x) {
   DrawSoon();
 }
 
-std::size_t CWGraph::CursorIndex(int n) const {
-  if (n >= 1 && n <= CursorCount()) return static_cast<std::size_t>(n - 1);
-  Throw(std::errc::invalid_argument, "No such cursor");
-}
-
-void CWGraph::SetCursorPosition(int n, double x, double y) {
-  cursors_[CursorIndex(n)] = {x, y};
-  placed_.clear();
-  DrawSoon();
-}
-
 // One line in a column of pixels is enough, and one mark in four: a hundred thousand cursors cost no more
 // than a hundred.
 void CWGraph::FitCursors() {
-  if (placed_.empty()) {
-    std::ranges::copy_if(cursors_, std::back_inserter(placed_),
-                         [](QPointF at) { return std::isfinite(at.x()); });
-    if (!std::ranges::is_sorted(placed_, {}, &QPointF::x)) std::ranges::stable_sort(placed_, {}, &QPointF::x);
-  }
   const auto view = plot_->xAxis->range();
   const double pixel = PixelSize(*plot_->xAxis);
   QVector<QCPGraphData> lines, marks;
-  for (auto at = std::ranges::lower_bound(placed_, view.lower, {}, &QPointF::x);
-       at != placed_.end() && at->x() <= view.upper;) {
-    lines << QCPGraphData(at->x(), 1);
-    if (marks.isEmpty() || at->x() - marks.last().key >= MarkSize / 2 * pixel)
-      marks << QCPGraphData(at->x(), at->y());
-    const double next = view.lower + (std::floor((at->x() - view.lower) / pixel) + 1) * pixel;
-    at = std::ranges::lower_bound(at + 1, placed_.end(), next, {}, &QPointF::x);
+  for (auto at = std::ranges::lower_bound(placed_, view.lower); at != placed_.end() && *at <= view.upper;) {
+    lines << QCPGraphData(*at, 1);
+    if (marks.isEmpty() || *at - marks.last().key >= MarkSize / 2 * pixel) marks << QCPGraphData(*at, 0);
+    const double next = view.lower + (std::floor((*at - view.lower) / pixel) + 1) * pixel;
+    at = std::lower_bound(at + 1, placed_.end(), next);
   }
   auto colour = cursorMarks_->pen().color();
   const bool isDense = static_cast<double>(marks.size()) * DenseDistance * pixel > view.size();
@@ -177,11 +150,11 @@ void CWGraph::FitCursors() {
 std::optional<double> CWGraph::CursorNear(double pixel) const {
   std::optional<double> nearest;
   double least = ClickReach;
-  for (const auto& cursor : cursors_) {
-    const double distance = std::abs(plot_->xAxis->coordToPixel(cursor.x()) - pixel);
-    if (!(distance <= least)) continue;
+  for (const double x : placed_) {
+    const double distance = std::abs(plot_->xAxis->coordToPixel(x) - pixel);
+    if (distance > least) continue;
     least = distance;
-    nearest = cursor.x();
+    nearest = x;
   }
   return nearest;
 }

@@ -2,8 +2,8 @@
 #include <QAccessibleWidget>
 #include <QLabel>
 
-#include <algorithm>
 #include <cmath>
+#include <ranges>
 
 #include "platform/graph/CWGraph.h"
 
@@ -100,7 +100,7 @@ QString CWGraph::Description() const {
     words << tr("least value %1, greatest value %2")
                  .arg(CWGraphNumber(valueRange_->lower), CWGraphNumber(valueRange_->upper));
   if (!numbers_->text().isEmpty()) words << numbers_->text();
-  if (CursorCount() > 0) words << CursorWords();
+  if (!cursors_.empty()) words << CursorWords();
   return words.join(QStringLiteral("; "));
 }
 
@@ -112,9 +112,9 @@ QString CWGraph::XWords() const {
 
 QString CWGraph::CursorWords() const {
   QStringList places;
-  for (int n = 1; n <= std::min(CursorCount(), CursorsInWords); ++n) places << CWGraphNumber(CursorX(n));
-  const auto more = CursorCount() > CursorsInWords ? tr(" and more") : QString();
-  const auto count = CursorCount() == 1 ? tr("1 cursor") : tr("%1 cursors").arg(CursorCount());
+  for (const double x : cursors_ | std::views::take(CursorsInWords)) places << CWGraphNumber(x);
+  const auto more = std::ssize(cursors_) > CursorsInWords ? tr(" and more") : QString();
+  const auto count = cursors_.size() == 1 ? tr("1 cursor") : tr("%1 cursors").arg(cursors_.size());
   return tr("%1 at %2%3").arg(count, places.join(QStringLiteral(", ")), more);
 }
 
