@@ -7,6 +7,7 @@
 #include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/Lines.h"
+#include "files/Recording.h"
 #include "files/Series.h"
 #include "values/NumberText.h"
 
@@ -14,7 +15,7 @@ namespace bexlow::files {
 
 namespace {
 
-constexpr std::size_t PageHeaderLines = 12, RecordingHeaderLines = 10;
+constexpr std::size_t PageHeaderLines = 12;
 
 /// The whole lines after the header, or of those the last.
 struct Records {
@@ -90,8 +91,7 @@ RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax
   LineReader lines(head);
   lines.Next();
   const auto kind = lines.Next().value_or("");
-  const bool isRecording =
-      kind == KindText(DataFileKind::Angles) || kind == KindText(DataFileKind::Accelerometers);
+  const bool isRecording = RecordingKind(head).has_value();
   if (!isRecording && kind != KindText(DataFileKind::DownloadPages)) {
     entry.remark = size == 0 ? "empty" : "no data file";
     return entry;

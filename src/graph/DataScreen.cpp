@@ -30,10 +30,11 @@ DataScreen::DataScreen(const char* name, const QString& caption, bool separator)
 void DataScreen::BuildBody(QWidget* besideName, QPushButton* back, QPushButton* forward) {
   auto* top = new QHBoxLayout;
   top->addWidget(fraFileName, 1);
-  top->addWidget(besideName);
   graphs_ = new GraphPair(this);
-  graphs_->PageWith(back, forward);
-  graphs_->PrepareLinear();
+  if (besideName) {
+    top->addWidget(besideName);
+    graphs_->PageWith(back, forward);
+  }
   FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
   auto* column = new QVBoxLayout(this);
   column->addLayout(top);

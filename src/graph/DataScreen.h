@@ -21,9 +21,9 @@ class DataScreen : public platform::Form {
   /// @param separator  stands between Open and Return in the File menu
   DataScreen(const char* name, const QString& caption, bool separator);
 
-  /// The box for the file's name with a frame beside it, over the graphs; Page Up and Page Down press its
+  /// The box for the file's name over the graphs, and a frame beside it; Page Up and Page Down press its
   /// buttons.
-  void BuildBody(QWidget* besideName, QPushButton* back, QPushButton* forward);
+  void BuildBody(QWidget* besideName = nullptr, QPushButton* back = nullptr, QPushButton* forward = nullptr);
   virtual void mnuOpen_Click() = 0;
   std::string FileName() const;
 

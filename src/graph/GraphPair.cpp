@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "files/Recording.h"
 #include "graph/ViewNumbers.h"
 #include "platform/controls/Controls.h"
 #include "platform/graph/CWGraphTicks.h"
@@ -106,6 +107,10 @@ void GraphPair::TellRun(const std::string& words) {
 }
 
 std::optional<platform::SampleTimes> GraphPair::TimesOf(const files::Run& run) const {
+  if (!run.hundredths.empty()) {
+    return platform::SampleTimes{0, [&run](double sample) { return files::SecondsAt(run, sample); },
+                                 [&run](double seconds) { return files::SampleAtSecond(run, seconds); }};
+  }
   if (!facts_.frequency || !files::PagesRise(run)) return std::nullopt;
   const double rate = *facts_.frequency;
   return platform::SampleTimes{rate,
@@ -122,12 +127,20 @@ void GraphPair::Show(const files::Run& run) {
     graphs_[i]->SetXAxis(false, 0, std::max(0.0, static_cast<double>(run.tenths[i].size()) - 1));
     Draw(i);
   }
-  const auto remarks = files::PageRemarks(run);
+  const auto remarks = files::PageRemarks(run) + run.remarks;
   TellRun(RunText() + (remarks.empty() ? "" : "; " + remarks));
 }
 
 void GraphPair::Draw(std::size_t axis) {
-  graphs_[axis]->PlotY(axis == 0 ? run_->XLinear : run_->YLinear);
+  auto* graph = graphs_[axis];
+  if (run_->hundredths.empty()) return graph->PlotY(axis == 0 ? run_->XLinear : run_->YLinear);
+  std::vector<double> values;
+  std::ranges::transform(run_->tenths[axis], std::back_inserter(values),
+                         [](auto tenths) { return tenths / 10.0; });
+  const auto [least, greatest] = std::ranges::minmax(values);
+  const auto& scale = run_->axes[axis];
+  graph->SetYAxis(false, std::min(scale.least, least), std::max(scale.greatest, greatest));
+  graph->PlotY(std::span<const double>(values));
 }
 
 // "451 samples, 5 pushes, 72 zeros at the end, 1 min 18 s".
@@ -138,8 +151,11 @@ std::string GraphPair::RunText() const {
   const auto written = static_cast<std::int64_t>(run_->Size()) - unwritten;
   auto text = values::CountText(written - pushes) + (written - pushes == 1 ? " sample" : " samples");
   if (const auto leftOut = LeftOutText(pushes, unwritten); !leftOut.empty()) text += ", " + leftOut;
-  // A sample lasts until the next one.
-  const auto duration = TimeWords(static_cast<double>(written) - 1, 1);
+  // A sample of a run lasts until the next one; when a recording's first one began is not known.
+  const auto last = static_cast<double>(written) - 1;
+  const auto duration = run_->hundredths.empty()
+                            ? TimeWords(last, 1)
+                            : platform::DurationWords(times_->secondsAt(last) - times_->secondsAt(0));
   return duration.isEmpty() ? text : text + ", " + duration.toStdString();
 }
 

@@ -48,6 +48,8 @@ DataScreen* MakeGraph();
 namespace review {
 /// Reviews a two-channel run: the angles, and a cursor at each push of the wearer's button.
 graph::DataScreen* MakeGraphBP();
+/// Draws what Angles or Accelerometers saved, over the seconds recorded.
+graph::DataScreen* MakeRecording();
 }  // namespace review
 
 namespace shell {

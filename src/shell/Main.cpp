@@ -6,6 +6,7 @@
 
 #include <filesystem>
 
+#include "files/Recording.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
 #include "platform/controls/Controls.h"
@@ -141,14 +142,15 @@ void Main::OpenDataFiles(const std::vector<std::string>& paths) {
   const std::string& path = paths.front();
   if (paths.size() > 1)
     MsgBox("Only the first of these files is opened:\r\n" + std::filesystem::path(path).filename().string());
-  bool pushes = false;
+  std::pair<const char*, MakeScreen> screen{"Graph", graph::MakeGraph};
   try {
-    pushes = files::HoldsPushes(platform::ReadWhole(path));
+    const auto text = platform::ReadWhole(path);
+    if (files::HoldsPushes(text)) screen = {"GraphBP", review::MakeGraphBP};
+    if (files::RecordingKind(text)) screen = {"Recording", review::MakeRecording};
   } catch (const std::exception& error) {
     return MsgBox(std::string("The file cannot be read!\r\n") + error.what());
   }
-  auto* screen = pushes ? ShowScreen("GraphBP", review::MakeGraphBP) : ShowScreen("Graph", graph::MakeGraph);
-  static_cast<graph::DataScreen*>(screen)->Open(path);
+  static_cast<graph::DataScreen*>(ShowScreen(screen.first, screen.second))->Open(path);
 }
 
 void Main::mnuConnect_Click() {

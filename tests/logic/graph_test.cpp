@@ -2,6 +2,7 @@
 // among them.
 #include "files/BinPages.h"
 #include "files/DataFile.h"
+#include "files/Recording.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
 #include "graph/ViewNumbers.h"
@@ -273,7 +274,70 @@ std::string Without(int missing) {
 }
 
 std::string Recording(const std::string& kind, const std::string& samples) {
-  return test::Shortened(Header("", "", kind), 9) + "Time(seconds)\r\n" + samples;
+  return Shortened(Header("", "", kind), 9) +
+         (kind == "Angles" ? "Time(seconds),Angle X,Angle Y\r\n" : "Time(seconds),Acc X,Acc Y,Acc Z\r\n") +
+         samples;
+}
+
+/// Times in hundredths and tenths of each axis, axes parted by bars, and what is told.
+std::string Recorded(const std::string& text) {
+  files::Run run;
+  if (!files::ReadRecording(text, run)) return "refused";
+  std::string said;
+  const auto add = [&](const files::Tenths& values) {
+    for (const auto value : values) said += std::to_string(value) + " ";
+    said += "|";
+  };
+  add(run.hundredths);
+  for (std::size_t axis = 0; axis < run.axes.size(); ++axis) add(run.tenths[axis]);
+  return said + run.remarks;
+}
+
+TEST(Recordings, KeepWhatCanBeReadAndTellTheRest) {
+  const std::string first = "0,16.5,-2.7\r\n", last = ".02,-179.9,90\r\n", both = "0 2 |165 -1799 |-27 900 |";
+  for (const auto* line : {"x,1,2", ",1,2", "1,x,2", "1,1,", "1,1", "1", "", "1,1,2,3", "1,1,2x", "1,1,1e999",
+                           "1,nan,2", "1,inf,2", "1,-32768.1,2", "1,1,32769", "-.01,1,2", "10000001,1,2"})
+    EXPECT_EQ(Recorded(Recording("Angles", first + line + "\r\n" + last)), both + "line 12 is damaged")
+        << line;
+  using Row = std::tuple<const char*, std::string, std::string>;
+  for (const auto& [what, text, said] :
+       {Row{"both", Recording("Angles", first + last), both},
+        Row{"line feeds alone", WithLineFeeds(Recording("Angles", first + last)), both},
+        Row{"three", Recording("Accelerometers", "0,330,408,322\r\n.5,0,1024,32767\r\n"),
+            "0 50 |3300 0 |4080 10240 |3220 327670 |"},
+        Row{"four fields", Recording("Accelerometers", first), "||||line 11 is damaged"},
+        Row{"several", Recording("Angles", "a\r\n" + first + "b\r\n" + last + "c"),
+            both + "2 lines are damaged, the first is line 11, the last line is torn"},
+        Row{"torn within a number", Recording("Angles", first + last + "1,10.5,-7"),
+            both + "the last line is torn"},
+        Row{"stopped and started", Recording("Angles", "1,1,1\r\n3,2,2\r\n.5,3,3\r\n1,4,4\r\n"),
+            "100 300 350 400 |10 20 30 40 |10 20 30 40 |line 13 starts the time again"},
+        Row{"a time beyond all", Recording("Angles", "10000000,1,1\r\n1,2,2\r\n"),
+            "1000000000 |10 |10 |line 12 is damaged"},
+        Row{"empty", Recording("Angles", ""), "|||"},
+        Row{"a torn header", Shortened(Recording("Angles", ""), 9), "refused"},
+        Row{"a header of another kind", Replaced(Recording("Angles", first), "Angle X", "Acc X"), "refused"},
+        Row{"a download", Header() + Record("1", 264, "1"), "refused"}, Row{"nothing", "", "refused"}}) {
+    SCOPED_TRACE(what);
+    EXPECT_EQ(Recorded(text), said);
+  }
+}
+
+TEST(Recordings, KnowTheirTimesAndNumbers) {
+  files::Run run;
+  ASSERT_TRUE(files::ReadRecording(
+      Recording("Accelerometers", ".1,330,0,0\r\n.2,531,0,0\r\n.2,332,0,0\r\n1.2,334,0,0\r\n"), run));
+  using Row = std::pair<double, double>;
+  for (const auto& [sample, seconds] : {Row{0, 0.1}, Row{0.5, 0.15}, Row{2.5, 0.7}, Row{3, 1.2}}) {
+    EXPECT_DOUBLE_EQ(files::SecondsAt(run, sample), seconds);
+    EXPECT_DOUBLE_EQ(files::SampleAtSecond(run, seconds), sample);
+  }
+  for (const auto& [asked, sample, seconds] : {std::tuple{-1.0, 0, 0.1}, std::tuple{9.0, 3, 1.2}}) {
+    EXPECT_EQ(files::SampleAtSecond(run, asked), sample);
+    EXPECT_EQ(files::SecondsAt(run, asked), seconds);
+  }
+  EXPECT_EQ(graph::NumbersLine(graph::NumbersInView(run, 0, 0, 3, 333), 333),
+            "In view: min 330.0, mean 381.8, max 531.0; above 333: 50.0 %, below: 50.0 %");
 }
 
 TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {

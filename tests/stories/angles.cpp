@@ -1,4 +1,8 @@
 // The angles live: the chain that both recording screens share, saving, and the tares.
+#include <QTest>
+
+#include "platform/graph/CWGraph.h"
+#include "platform/machine/TextFile.h"
 #include "stories/LiveStory.h"
 
 namespace bexlow::test {
@@ -92,6 +96,43 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTime) {
   Sample();
   machine.Pass(100ms);
   EXPECT_EQ(Records().size(), records.size());
+}
+
+TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
+  const bool isAngles = GetParam() == 0;
+  Save("live.qbx");
+  Sample();
+  machine.Pass(2s);
+  Sample();
+  const auto count = Records().size();
+  platform::Append(path, "2.1,7\r\n2.2,");
+  Leave();
+  machine.WillChooseFile(path.string());
+  Press("Open a data file...");
+  EXPECT_EQ(ScreenInFront(), "Recording");
+  EXPECT_EQ(Text("lblRun"), "live.qbx: " + values::CountText(static_cast<std::int64_t>(count)) +
+                                " samples, 2.0 s; line " + std::to_string(count + 11) +
+                                " is damaged, the last line is torn");
+  auto& first = The<platform::CWGraph>("CWGraph1");
+  auto& last = The<platform::CWGraph>(isAngles ? "CWGraph2" : "CWGraph3");
+  EXPECT_EQ(last.Values().size(), count);
+  QTest::keyClick(&first, Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(last.ReadOutText().toStdString(),
+            "Sample " + std::to_string(count - 1) + (isAngles ? ", 0:00:02.00: 2.7°" : ", 0:00:02.00: 322"));
+  last.DrawNow();
+  const auto words = last.Description();
+  EXPECT_TRUE(words.contains("Sampling time (h:mm:ss) from 0:00:00 to 0:00:02"));
+  EXPECT_TRUE(words.contains(isAngles ? "In view: min 2.7°, mean 2.7°" : "Acc Z (counts) from 0 to 1024"));
+  const auto offers = [&](const char* entry) {
+    const auto entries = first.actions();
+    return std::ranges::any_of(entries,
+                               [&](auto* each) { return each->isVisible() && Plain(each->text()) == entry; });
+  };
+  EXPECT_TRUE(offers(isAngles ? "Copy Both" : "Copy All"));
+  Story::Open(Header());
+  Reads("This is not a recording of Angles or Accelerometers, or its header is damaged!");
+  EXPECT_TRUE(Contains(Text("txtFileName"), "live.qbx"));
+  EXPECT_EQ(last.Values().size(), count) << "what was on show stays";
 }
 
 TEST_P(RecorderStory, SavesToItsOwnFileOnceItHasOneWhateverAnotherTabDid) {
