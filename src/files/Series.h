@@ -53,7 +53,7 @@ inline constexpr std::size_t PairsInRecord = FieldsInRecord / 2;
 
 /// What one axis of a run holds, and its full scale.
 struct Axis {
-  std::string_view name, unit;  // counts have no unit
+  std::string_view name, unit;  // readings in bits have no sign of one
   double least, greatest;
   bool wraps = false;  // both ends of the scale are one direction
 };

@@ -57,7 +57,7 @@ void GraphPair::PrepareLinear(std::span<const files::Axis> axes) {
     auto* graph = graphs_[i];
     static_cast<QGroupBox*>(graph->parentWidget())->setTitle(title);
     graph->setAccessibleName(title);
-    graph->SetAxisTitles("", unit.empty() ? title + " (counts)" : "");
+    graph->SetAxisTitles("", unit.empty() ? title + " (bits)" : "");
     graph->SetCrossing(wraps ? std::optional(greatest) : std::nullopt);
     graph->SetPlotStyle(platform::PlotStyle::Linear);
     graph->SetXAxis(true, 0, 10);

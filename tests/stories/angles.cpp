@@ -122,7 +122,7 @@ TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
   last.DrawNow();
   const auto words = last.Description();
   EXPECT_TRUE(words.contains("Sampling time (h:mm:ss) from 0:00:00 to 0:00:02"));
-  EXPECT_TRUE(words.contains(isAngles ? "In view: min 2.7°, mean 2.7°" : "Acc Z (counts) from 0 to 1024"));
+  EXPECT_TRUE(words.contains(isAngles ? "In view: min 2.7°, mean 2.7°" : "Acc Z (bits) from 0 to 1024"));
   const auto offers = [&](const char* entry) {
     const auto entries = first.actions();
     return std::ranges::any_of(entries,
