@@ -10,6 +10,7 @@
 #include "files/DataFile.h"
 #include "files/PageDecoder.h"
 #include "files/RunEntry.h"
+#include "values/NumberText.h"
 
 namespace bexlow::bench {
 
@@ -65,6 +66,18 @@ std::string FullDataFile() {
 
 std::string StuckButtonFile() {
   return FileOf(Wearer(OnlyPushes));
+}
+
+std::string HourRecording() {
+  constexpr int SamplesASecond = 370, Samples = 3600 * SamplesASecond;
+  std::string text = files::DataFileHeader(files::DataFileKind::Angles, "3.2.3", {}, 0, 0);
+  values::LiveSample sample;
+  for (int i = 0; i < Samples; ++i) {
+    sample.AngleX = std::round(1700 * std::sin(i / 3000.0) + i % 7) / 10;
+    sample.AngleY = std::round(800 * std::sin(i / 1700.0) + i % 5) / 10;
+    text += files::AnglesRecord(sample, values::NumberText(std::floor(i * 100.0 / SamplesASecond) / 100));
+  }
+  return text;
 }
 
 void MakeRuns(const std::filesystem::path& folder, int count) {

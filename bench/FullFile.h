@@ -11,6 +11,8 @@ namespace bexlow::bench {
 std::string FullDataFile();
 /// The same memory when the button was stuck: each of the 270,204 pairs is a push.
 std::string StuckButtonFile();
+/// An hour of Angles at the 370 samples a second of the line: 1,332,000 samples.
+std::string HourRecording();
 /// Makes a folder of so many full files. What lies between their ends is not on the disk.
 void MakeRuns(const std::filesystem::path& folder, int count);
 

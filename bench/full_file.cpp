@@ -11,6 +11,7 @@
 #include "Figure.h"
 #include "FullFile.h"
 #include "files/LinearCsv.h"
+#include "files/Recording.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
 #include "platform/graph/CWGraph.h"
@@ -28,11 +29,11 @@ struct Bench {
   explicit Bench(const fs::path& folder);
   void Open();
 
-  fs::path dataFile, csvFile, plainFile;
-  std::string text, csv;
+  fs::path dataFile, csvFile, plainFile, recordingFile;
+  std::string text, csv, recordingText;
   rig::AnsweredMachine machine;
   rig::Program program;
-  graph::DataScreen& screen;
+  graph::DataScreen &recording, &screen;
   platform::CWGraph* graphs[2] = {};
   double last = 0;  ///< last sample of a series
 };
@@ -41,10 +42,14 @@ Bench::Bench(const fs::path& folder)
     : dataFile(folder / "full.qbx"),
       csvFile(folder / "full.csv"),
       plainFile(folder / "plain.csv"),
+      recordingFile(folder / "hour.qbx"),
       text(bench::FullDataFile()),
+      recordingText(bench::HourRecording()),
       machine(folder),
+      recording(static_cast<graph::DataScreen&>(program.Show(review::MakeRecording()))),
       screen(static_cast<graph::DataScreen&>(program.Show(graph::MakeGraph()))) {
   platform::WriteWhole(dataFile, text);
+  platform::WriteWhole(recordingFile, recordingText);
   files::AppendLinearCsv(text, csv);
   graphs[0] = screen.findChild<platform::CWGraph*>("CWGraph1");
   graphs[1] = screen.findChild<platform::CWGraph*>("CWGraph2");
@@ -79,6 +84,22 @@ void ReadSeries(benchmark::State& state, const Bench& bench) {
     files::Run series;
     benchmark::DoNotOptimize(files::ReadRun(bench.text, 3, series));
   }
+}
+
+void ReadRecording(benchmark::State& state, const Bench& bench) {
+  for (auto _ : state) {
+    files::Run run;
+    benchmark::DoNotOptimize(files::ReadRecording(bench.recordingText, run));
+  }
+}
+
+void OpenRecording(benchmark::State& state, Bench& bench) {
+  bench.program.outer.ShowChild(&bench.recording);
+  for (auto _ : state) {
+    bench.recording.Open(bench.recordingFile.string());
+    for (auto* graph : bench.recording.findChildren<platform::CWGraph*>()) graph->DrawNow();
+  }
+  bench.program.outer.ShowChild(&bench.screen);
 }
 
 void OpenInGraph(benchmark::State& state, Bench& bench) {
@@ -134,6 +155,8 @@ void Register(Bench& bench) {
   const std::pair<const char*, std::function<void(benchmark::State&)>> cases[] = {
       {"FromCharsPass", [&](auto& state) { FromCharsPass(state, bench); }},
       {"ReadSeries", [&](auto& state) { ReadSeries(state, bench); }},
+      {"ReadRecording", [&](auto& state) { ReadRecording(state, bench); }},
+      {"OpenRecording", [&](auto& state) { OpenRecording(state, bench); }},
       {"OpenInGraph", [&](auto& state) { OpenInGraph(state, bench); }},
       {"DrawWhole", [&](auto& state) { DrawViews(state, bench, 1); }},
       {"DrawTenth", [&](auto& state) { DrawViews(state, bench, 0.1); }},
@@ -164,6 +187,10 @@ void PrintFigures(const Medians& medians) {
              "FromCharsPass", bench::NoLimit);
   bench::PrintFigure("Drawing the whole run", medians.Of("DrawWhole"), 10, " ms", views);
   bench::PrintFigure("Dragging a tenth of the run, a frame", medians.Of("DrawTenth"), 4, " ms", views);
+  bench::PrintFigure("Reading an hour's recording, 1,332,000 samples", medians.Of("ReadRecording"),
+                     bench::NoLimit, " ms", "Angles");
+  bench::PrintFigure("Opening an hour's recording, first frame included", medians.Of("OpenRecording"), 1500,
+                     " ms", views);
   PrintRatio(medians, "MakeLinearCSV of a full file, over reading it and writing as many bytes", "WriteCsv",
              "ReadAndWriteAsMuch", 3);
 }

@@ -1,4 +1,4 @@
-// Data files in their four readers: Graph, its pairs of Bin pages, GraphBP, and MakeLinearCSV. What two of
+// Data files in their readers: Graph, its pairs of Bin pages, GraphBP, MakeLinearCSV, recordings. What two of
 // them read from one file must be the same.
 #include <algorithm>
 #include <cmath>
@@ -12,6 +12,7 @@
 #include "files/DataFile.h"
 #include "files/LinearCsv.h"
 #include "files/Lines.h"
+#include "files/Recording.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
 #include "values/NumberText.h"
@@ -100,6 +101,22 @@ void TryCsv(std::string_view text, const files::Run& series) {
   }
 }
 
+void TryRecording(std::string_view text) {
+  files::Run run;
+  if (!files::ReadRecording(text, run)) return;
+  const auto samples = run.hundredths.size(), lines = files::RecordingHeaderLines + samples;
+  Require(LinesIn(text) >= lines, "a sample is a line");
+  Require(LinesIn(text) == lines || !run.remarks.empty(), "what is left out is told");
+  Require(std::ranges::is_sorted(run.hundredths), "times do not run back");
+  for (std::size_t axis = 0; axis < run.axes.size(); ++axis)
+    Require(run.tenths[axis].size() == samples, "a sample has all axes");
+  for (const auto hundredths : run.hundredths) {
+    const double seconds = hundredths / 100.0,
+                 found = files::SecondsAt(run, files::SampleAtSecond(run, seconds));
+    Require(std::abs(found - seconds) < 1e-4, "a time leads back");
+  }
+}
+
 /// From shorter ends less is known, but nothing else.
 void TryEntry(std::string_view text) {
   const auto entryOf = [text](std::size_t head, std::size_t tail) {
@@ -122,6 +139,7 @@ void Try(std::string_view text) {
   for (const int page : {-1, 1, 3}) TryBins(text, page);
   TryCsv(text, series);
   TryEntry(text);
+  TryRecording(text);
 }
 
 }  // namespace bexlow::fuzz

@@ -55,6 +55,7 @@ void GraphPair::PrepareLinear(std::span<const files::Axis> axes) {
     const auto& [name, unit, least, greatest, wraps] = axes[i];
     const auto title = QString::fromUtf8(name);
     auto* graph = graphs_[i];
+    const bool isOther = graph->accessibleName() != title;
     static_cast<QGroupBox*>(graph->parentWidget())->setTitle(title);
     graph->setAccessibleName(title);
     graph->SetAxisTitles("", unit.empty() ? title + " (bits)" : "");
@@ -62,8 +63,7 @@ void GraphPair::PrepareLinear(std::span<const files::Axis> axes) {
     graph->SetPlotStyle(platform::PlotStyle::Linear);
     graph->SetXAxis(true, 0, 10);
     graph->SetYAxis(false, least, greatest);
-    const auto limit = graph->Limit();
-    if (!limit || *limit < least || *limit > greatest) graph->SetLimit((least + greatest) / 2);
+    if (isOther || !graph->Limit()) graph->SetLimit((least + greatest) / 2);
   }
 }
 
