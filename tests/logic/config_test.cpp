@@ -1,10 +1,8 @@
-// The parameter map: forms, limits, and where each cell of a read goes; requests that no story sends.
+// The parameter map: forms, and where each cell of a read goes.
 #include <bit>
 
 #include "config/ParameterMap.h"
-#include "link/Protocol.h"
 #include "logic/Expect.h"
-#include "values/Conversions.h"
 
 namespace bexlow::config {
 namespace {
@@ -24,12 +22,6 @@ TEST(Forms, ValuesBecomeBytesOrAreRefused) {
   }
 }
 
-TEST(Forms, RefuseCellsThatThereAreNot) {
-  FailureOf(std::errc::invalid_argument, [] { Decode(Storage::U8, {}); });
-  FailureOf(std::errc::invalid_argument, [] { Decode(Storage::U16, std::array<std::uint8_t, 1>{}); });
-  for (const int k : {1, 55}) FailureOf(std::errc::invalid_argument, [&] { AddressOfIndex(k); });
-}
-
 TEST(Map, AWholeReadBreaksOut) {
   values::ReadArray cells;
   std::iota(cells.begin(), cells.end(), std::uint8_t{2});  // k, which begins with 2
@@ -44,22 +36,6 @@ TEST(Map, AWholeReadBreaksOut) {
   for (std::size_t i = 0; i < 6; ++i) fields[6 + i] = fields[6 + i] / 32767 * fullScales[i];
   EXPECT_EQ(std::bit_cast<Fields>(parameters), fields);
   EXPECT_EQ(AddressText(Parameters[4]) + " " + AddressText(Parameters[15]), "10/11 31");
-}
-
-TEST(Protocol, RefusesWhatIsNoByteNoWordAndNoSample) {
-  using namespace link;
-  for (const int bad : {-1, 256}) {
-    FailureOf(std::errc::value_too_large, [&] { ReadEeprom(bad); });
-    FailureOf(std::errc::value_too_large, [&] { WriteEeprom(0, bad); });
-  }
-  for (const int bad : {-256, 65536}) FailureOf(std::errc::value_too_large, [&] { DownloadPage(bad); });
-  FailureOf(std::errc::invalid_argument, [] { MakeRequest(CommandName::ReadEeprom); });
-  FailureOf(std::errc::invalid_argument, [] { values::Word(Bytes{1}, 0); });
-  FailureOf(std::errc::invalid_argument, [] { values::Word(Bytes{1, 2}, 1); });
-  for (const std::size_t length : {0u, 3u, 5u, 7u, 12u}) {
-    EXPECT_FALSE(AngleWords(Bytes(length))) << length;
-    EXPECT_FALSE(AccelerometerReadings(Bytes(length, 0xFF))) << length << ", tested before the range";
-  }
 }
 
 }  // namespace

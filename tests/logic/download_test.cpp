@@ -106,15 +106,6 @@ TEST(LinearCsv, OneSampleALine) {
   }
 }
 
-TEST(LinearCsv, ATornHeaderKeepsWhatWasRead) {
-  std::string csv;
-  const auto words =
-      FailureOf(std::errc::no_message_available, [&] { files::AppendLinearCsv("a\r\nb", csv); });
-  EXPECT_NE(words.find("line 3"), std::string::npos) << words;
-  EXPECT_EQ(csv, "a\r\nb\r\n");
-  FailureOf(std::errc::no_message_available, [&] { files::AppendLinearCsv(Lines11('1'), csv); });
-}
-
 TEST(CsvFileName, CutsFourCharactersOfTheNameAndNeverOfTheFolder) {
   EXPECT_EQ(files::CsvFileName("/Data Files/a long name"), "/Data Files/a long .csv");
   EXPECT_EQ(files::CsvFileName("Data Files/run1"), "Data Files/.csv");

@@ -37,14 +37,6 @@ TEST(Conversions, NumbersRefuseWhatDoesNotFit) {
     EXPECT_EQ(FailureOf([&] { values::AngleToInteger90(angle); }).code, EDOM) << angle;
 }
 
-TEST(Conversions, ElapsedSecondsCountFromTheStart) {
-  EXPECT_EQ(values::ElapsedSeconds({0, 500, 0}), 0) << "frequency not read yet";
-  EXPECT_DOUBLE_EQ(
-      values::ElapsedSeconds({1'000'000'000, 9'000'000'001'234'000'000, 9'000'000'000'000'000'000}), 1.23);
-  const auto most = std::numeric_limits<std::int64_t>::max();
-  EXPECT_TRUE(std::isfinite(values::ElapsedSeconds({1, most, -most}))) << "difference beyond 64 bits";
-}
-
 TEST(NumberText, TwoFormsOfTheSameDigits) {
   using Row = std::tuple<double, const char*, const char*>;
   for (const auto& [value, file, box] :
@@ -161,9 +153,7 @@ TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
 // Compares the quick way with the general one, by LeadingNumber, which a field with a sign + always takes.
 TEST(FieldToInt16, RoundsLikeTheLeadingNumber) {
   for (const std::string_view field :
-       {".5",     ".50",     ".49999", "BP",  "",          "-",     "-.",  ".51",
-        "1.5",    "2.5",     "1.5x",   "22.", "2.5.5",     "2.5e0", "1e2", "22.5000000000000",
-        "-177.2", "32767.4", " 100",   "-.7", "-176.5001", "+100",  "x5",  "0000000000000000100"})
+       {".5", ".49999", "-.51", "1.5", "1.5x", "2.5.5", "2.5e0", "22.5000000000000", "-176.5001", "32767.4"})
     EXPECT_EQ(values::FieldToInt16(field), values::ToInt16(values::LeadingNumber(field))) << field;
   EXPECT_EQ(values::FieldToInt16("-32768.5"), -32768);
   EXPECT_EQ(values::FieldToInt16("22.5"), 22);

@@ -1,7 +1,9 @@
 // Bytes as the texts that a protocol record shows: "64 01 2C".
 #pragma once
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
+#include <gtest/gtest.h>
 #include <span>
 #include <sstream>
 #include <string>

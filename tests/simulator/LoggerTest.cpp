@@ -1,10 +1,9 @@
-// The logger's answers, its memory and the runs in it.
-#include <algorithm>
-#include <gtest/gtest.h>
-#include <string>
-
+// The stand-in logger's answers, the runs in its memory, and what becomes of a reply on its way to the line.
 #include "Bytes.h"
+#include "Faults.h"
 #include "Logger.h"
+#include "Options.h"
+#include "Outbox.h"
 #include "Run.h"
 
 namespace bexlow::simulator {
@@ -53,32 +52,142 @@ TEST(LoggerTest, DropsARequestThatWasBrokenOff) {
   EXPECT_EQ(ToHex(logger.Take(0x66, 1h + 6001ms)->bytes), "66");
 }
 
-std::size_t PushesIn(std::span<const std::uint8_t> bytes) {
-  std::size_t count = 0;
-  for (std::size_t n = 0; n + 1 < bytes.size(); n += 2) count += bytes[n] == 127 && bytes[n + 1] == 127;
-  return count;
-}
-
 TEST(StoreRun, WritesWhatThePlanSays) {
-  using Row = std::tuple<const char*, int, std::size_t, PushPlan, std::size_t, std::ptrdiff_t>;
+  using Row = std::tuple<const char*, int, std::size_t, PushPlan, int, std::ptrdiff_t>;
   for (const auto& [what, channels, pages, pushes, wantedPushes, unwritten] :
        {Row{"seven", 3, 3, {.count = 7}, 7, 88}, Row{"more than pairs", 3, 3, {.count = 5000}, 352, 88},
-        Row{"a quarter", 3, 3, {.share = 0.25}, 88, 88},
         Row{"stuck button, full memory", 3, 2047, {.share = 1}, 270204, 0},
-        Row{"X alone", 1, 3, {.count = 7}, 0, 88}, Row{"Y alone", 2, 3, {.count = 7}, 0, 88},
-        Row{"nothing", 3, 0, {.count = 7}, 0, 0}}) {
+        Row{"X alone", 1, 3, {.count = 7}, 0, 88}, Row{"nothing", 3, 0, {.count = 7}, 0, 0}}) {
     SCOPED_TRACE(what);
     DataMemory memory;
     std::ranges::fill(memory.Pages(0, PageCount), std::uint8_t{0x11});
     StoreRun(memory, {.linear = true, .channels = channels, .pages = pages, .pushes = pushes, .seed = 3});
     const auto run = memory.Pages(1, pages);
-    EXPECT_EQ(PushesIn(run), wantedPushes);
-    EXPECT_EQ(std::ranges::count(run, 0xFF), unwritten);
-    const auto last = run.last(static_cast<std::size_t>(unwritten));
-    EXPECT_EQ(std::ranges::count(last, 0xFF), unwritten);
-    const auto untouched = static_cast<std::ptrdiff_t>((PageCount - pages) * PageSize);
-    EXPECT_GE(std::ranges::count(memory.All(), 0x11), untouched);
-    EXPECT_EQ(memory.Page(0)[0], 0x11);
+    int marks = 0;
+    for (std::size_t n = 0; n + 1 < run.size(); n += 2) marks += run[n] == 127 && run[n + 1] == 127;
+    EXPECT_EQ(marks, wantedPushes);
+    EXPECT_EQ(std::ranges::count(run.last(static_cast<std::size_t>(unwritten)), 0xFF), unwritten);
+    EXPECT_GE(std::ranges::count(memory.All(), 0x11),
+              static_cast<std::ptrdiff_t>((PageCount - pages) * PageSize));
+  }
+}
+
+Reply Bytes(std::size_t count, std::uint8_t value = 1) {
+  Reply reply;
+  reply.bytes.assign(count, value);
+  return reply;
+}
+
+// What may leave at each moment, bytes or the number of many; moments in byte times from the start.
+std::string Moments(Outbox& outbox, Time start) {
+  std::string text;
+  for (auto due = outbox.NextDue(); due; due = outbox.NextDue()) {
+    outbox.Advance(*due - 1ns);
+    EXPECT_TRUE(outbox.Ready().empty()) << "early";
+    outbox.Advance(*due);
+    const auto ready = outbox.Ready();
+    if (ready.empty()) continue;
+    text += (text.empty() ? "" : "|") + std::to_string((*due - start) / ByteTime) + " " +
+            (ready.size() > 2 ? "x" + std::to_string(ready.size()) : ToHex(ready));
+    outbox.Written(ready.size());
+  }
+  return text;
+}
+
+TEST(Outbox, PutsAByteTimeBetweenBytesFromTheRequestOn) {
+  Outbox outbox(ByteTime);
+  outbox.Send(Bytes(2, 1), 0ns);
+  outbox.Send(Bytes(2, 2), 0ns);            // asked for at once: behind the first
+  outbox.Send(Bytes(1, 3), 10 * ByteTime);  // asked for later
+  EXPECT_EQ(Moments(outbox, 0ns), "1 01|2 01|3 02|4 02|11 03");
+  outbox.Send(Bytes(264), 5s);
+  outbox.Advance(5s + 137'490us);
+  EXPECT_EQ(outbox.Ready().size(), 263U) << "a page takes 137.5 ms";
+  EXPECT_EQ(outbox.Advance(5s + 137'510us).size(), 1U) << "and is reported when it is complete";
+}
+
+TEST(Outbox, LetsRepliesIntoAStreamWithoutCrowdingTheLine) {
+  Outbox outbox(ByteTime);
+  Reply stream = Bytes(4, 0xEE);
+  stream.stream = true;
+  stream.spacing = 3 * ByteTime;
+  outbox.Send(stream, 0ns);
+  outbox.Send(Bytes(2, 1), 4 * ByteTime);
+  EXPECT_EQ(Moments(outbox, 0ns), "3 EE|5 01|6 01|7 EE|9 EE|12 EE");
+}
+
+TEST(Outbox, HandsBytesOnAsTheHostsPortGathersThem) {
+  using Row = std::tuple<HostPort, std::size_t, const char*>;
+  for (const auto& [port, bytes, moments] :
+       {Row{{}, 3, "1 01|2 01|3 01"}, Row{PlainPort, 16, "8 x8|16 x8"},
+        Row{PlainPort, 18, "8 x8|16 x8|22 01 01"}, Row{AdapterPort, 6, "30 x6"},
+        Row{AdapterPort, 70, "30 x30|61 x31|92 x9"}}) {
+    Outbox outbox(ByteTime, port);
+    outbox.Send(Bytes(bytes), 0ns);
+    EXPECT_EQ(Moments(outbox, 0ns), moments);
+  }
+}
+
+Reply Six(char command = 'a') {
+  Reply reply;
+  reply.command = command;
+  reply.bytes = FromHex("01 02 03 04 05 06");
+  return reply;
+}
+
+TEST(Faults, SpoilAReplyEachInItsWay) {
+  using Row = std::tuple<const char*, const char*, Time, std::optional<Time>>;
+  for (const auto& [fault, bytes, delay, vanish] :
+       {Row{"silence", "", 0ms, {}}, Row{"drop", "", 0ms, {}}, Row{"short", "01 02 03 04 05", 0ms, {}},
+        Row{"short:9", "", 0ms, {}}, Row{"long:2", "01 02 03 04 05 06 55 55", 0ms, {}},
+        Row{"late:40", "01 02 03 04 05 06", 40ms, {}},
+        Row{"double", "01 02 03 04 05 06 01 02 03 04 05 06", 0ms, {}}, Row{"cut:2", "01 02 05 06", 0ms, {}},
+        Row{"cut:9", "", 0ms, {}}, Row{"vanish", "01 02 03", 0ms, Time::max()},
+        Row{"vanish:250", "01 02 03", 0ms, 250ms}, Row{"short/d", "01 02 03 04 05 06", 0ms, {}}}) {
+    SCOPED_TRACE(fault);
+    FaultPlan plan({ParseFault(fault)}, 1);
+    Reply reply = Six();
+    const bool goesOut = plan.Apply(reply, 0ns);
+    EXPECT_EQ(goesOut, !reply.bytes.empty());
+    EXPECT_EQ(ToHex(reply.bytes), bytes);
+    EXPECT_EQ(reply.delay, delay);
+    EXPECT_EQ(reply.vanish, vanish);
+  }
+}
+
+// Of so many replies, to 'a' and 'd' in turn, a second apart: x for each that is lost.
+std::string Pattern(const char* fault, int replies, std::uint64_t seed = 1) {
+  FaultPlan plan({ParseFault(fault)}, seed);
+  std::string seen;
+  for (int n = 0; n < replies; ++n) {
+    Reply reply = Six(n % 2 == 0 ? 'a' : 'd');
+    seen += plan.Apply(reply, std::chrono::seconds(n)) ? '-' : 'x';
+  }
+  return seen;
+}
+
+TEST(Faults, StrikeTheRepliesThatTheyName) {
+  using Row = std::pair<const char*, const char*>;
+  for (const auto& [fault, pattern] :
+       {Row{"drop@3", "--x---------"}, Row{"drop%5", "----x----x--"}, Row{"drop/d@3", "-----x------"},
+        Row{"drop/d%2", "---x---x---x"}, Row{"drop~0", "------------"}, Row{"drop~1", "xxxxxxxxxxxx"},
+        Row{"silence@9", "--------xxxx"}, Row{"silence:2500@4", "---xxx------"}})
+    EXPECT_EQ(Pattern(fault, 12), pattern) << fault;
+  const auto byChance = Pattern("drop~0.25", 1000);
+  EXPECT_EQ(byChance, Pattern("drop~0.25", 1000));
+  EXPECT_NE(byChance, Pattern("drop~0.25", 1000, 2)) << "another seed";
+  EXPECT_NEAR(static_cast<double>(std::ranges::count(byChance, 'x')), 250, 60);
+}
+
+TEST(Options, RefuseWhatTheyDoNotKnow) {
+  using Arguments = std::vector<const char*>;
+  for (const auto& arguments :
+       {Arguments{"--nonsense"}, Arguments{"stray"}, Arguments{"--pages"}, Arguments{"--pages", "2048"},
+        Arguments{"--pages=3x"}, Arguments{"--mode", "both"}, Arguments{"--still=1"},
+        Arguments{"--erase-seconds", "nan"}, Arguments{"--pushes", "101%"}, Arguments{"--fault", "explode"},
+        Arguments{"--fault", "drop@0"}, Arguments{"--fault", "late:soon"}, Arguments{"--fault", ""}}) {
+    SCOPED_TRACE(arguments.back());
+    EXPECT_THROW(ParseOptions(arguments), std::invalid_argument);
   }
 }
 
