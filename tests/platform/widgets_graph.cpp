@@ -158,23 +158,6 @@ TEST_F(Graph, TakesAnyNumbers) {
   }
 }
 
-TEST_F(Graph, AxesShowWhatTheyAreSetTo) {
-  using Axis = std::tuple<const char*, bool, double, double, std::vector<double>, CWGraphRange, CWGraphRange>;
-  for (const auto& [what, autoScale, minimum, maximum, values, x, y] :
-       {Axis{"by the data", true, 0, 10, {-5, 50, 1}, {-90, -88}, {-5, 50}},
-        Axis{"no data", true, 0, 10, {}, {0, 10}, {0, 10}},
-        Axis{"reversed", false, 10, 0, {1, 2}, {0, 10}, {0, 10}},
-        Axis{"without length", false, 0, 0, {}, {-0.5, 0.5}, {-0.5, 0.5}},
-        Axis{"one point", true, 0, 10, {4}, {-90.5, -89.5}, {3.5, 4.5}}}) {
-    SCOPED_TRACE(what);
-    graph.SetXAxis(autoScale, minimum, maximum);
-    graph.SetYAxis(autoScale, minimum, maximum);
-    graph.PlotY(values, -90, 1);
-    EXPECT_EQ(graph.XView(), x);
-    EXPECT_EQ(graph.YView(), y);
-  }
-}
-
 TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
   graph.SetPlotStyle(PlotStyle::Bin);
   graph.SetXAxis(false, -180, 180);

@@ -122,15 +122,5 @@ TEST_F(NumEdit, StepsEndAtTheLimits) {
   EXPECT_EQ(edit.Value(), 10) << "a page, or without the focus";
 }
 
-TEST_F(NumEdit, NewLimitsHoldForTheNextChange) {
-  Prepare(0, 16, 0, 3);
-  edit.SetLimits(5, 9);
-  EXPECT_EQ(edit.Value(), 3);
-  QTest::keyClick(&edit, Qt::Key_Up);
-  EXPECT_EQ(edit.Value(), 5);
-  edit.setValue(400);  // as an assistive tool does, without keys
-  EXPECT_EQ(edit.Value(), 9);
-}
-
 }  // namespace
 }  // namespace bexlow::platform

@@ -147,17 +147,6 @@ TEST_F(Exchanges, AReplyOnItsWayWhenAnExchangeIsLeftIsNotTheNextOnes) {
   Reads("Read completed!");
   EXPECT_EQ(machine.wire.size(), 54 * 2U);
   EXPECT_EQ(Text("NumEdit2"), "323");
-  ServiceChord();
-  Choose("Tools", "EEPROM");
-  logger.SpoilOne(1, Instead({77}, 150ms));
-  Press("Read");
-  machine.Pass(100ms);
-  Reads("Read EEPROM error: packet length is <> 1 byte!");
-  logger.spoil = {};
-  Press("Read");
-  machine.Pass(100ms);
-  EXPECT_EQ(Text("txtValue"), "1");
-  Press("OK");
 }
 
 // Each way to close asks, with No in front, and only one question stands at a time; Return asks nothing.
@@ -265,21 +254,6 @@ TEST_F(Exchanges, EachKeepsToItsOwnFile) {
   EXPECT_GT(FileText(path).size(), size);
   Front("Angles");
   Choose("Data", "Sample");
-}
-
-TEST_F(Exchanges, ATickThatWaitedIsFollowedByAWholeInterval) {
-  Front("Configuration");
-  machine.wire.clear();
-  Choose("File", "Write");
-  machine.Pass(1300ms);
-  machine.whileBoxIsOpen = [&] { machine.Pass(4300ms); };
-  platform::MsgBox("open");
-  Reads("open");
-  machine.Pass(22s);
-  Reads("Write completed!");
-  ASSERT_EQ(machine.wire.size(), 40 * 3U);
-  for (std::size_t i = 3; i < machine.wire.size(); i += 3)
-    EXPECT_GE(machine.wire[i].at - machine.wire[i - 3].at, 500ms) << "cell " << i / 3;
 }
 
 }  // namespace bexlow::test

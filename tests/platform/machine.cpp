@@ -1,26 +1,143 @@
-// The serial control on a real pseudo-terminal.
+// The real machine: its files and their dialog, the copy that runs, and the serial control on a
+// pseudo-terminal.
 #include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLineEdit>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
+#include <QTreeView>
 
+#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
 #include <termios.h>
+#include <unistd.h>
 
-#include "platform/Processes.h"
+#include "logic/Expect.h"
+#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/RealMachine.h"
+#include "platform/machine/System.h"
+#include "platform/machine/TextFile.h"
 
 namespace bexlow::test {
 
 using platform::Bytes;
 using platform::MSComm;
 namespace fs = std::filesystem;
+
+/// Whether something is so in another process.
+bool InAnotherProcess(const std::function<bool()>& so) {
+  const pid_t child = fork();
+  if (child == 0) ::_exit(so() ? 0 : 1);
+  int status = -1;
+  ::waitpid(child, &status, 0);
+  return status == 0;
+}
+
+/// Checks something while another process, which has done something, stands still; then kills that process.
+void WithStillProcess(const std::function<void()>& action, const std::function<void()>& check) {
+  int ready[2];
+  ASSERT_EQ(::pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    action();
+    [[maybe_unused]] const auto written = ::write(ready[1], "x", 1);
+    ::pause();
+  }
+  ::close(ready[1]);
+  char mark = 0;
+  EXPECT_EQ(::read(ready[0], &mark, 1), 1);
+  ::close(ready[0]);
+  check();
+  ::kill(child, SIGKILL);
+  ::waitpid(child, nullptr, 0);
+}
+
+class Files : public ::testing::Test {
+ protected:
+  static int ErrorOf(const std::function<void()>& action) { return FailureOf(action).code; }
+  const QTemporaryDir temporary;
+  const fs::path folder{temporary.path().toStdString()};
+};
+
+TEST_F(Files, NothingWaitsForTheOtherEndOfAPipe) {
+  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(folder / "none"); }), ENOENT);
+  const auto pipe = folder / "x.qbx";
+  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(pipe); }), EINVAL);
+  EXPECT_EQ(ErrorOf([&] { platform::Append(pipe, "x"); }), ENXIO);
+}
+
+// A disk that fills up in the middle of a record must not leave half of it.
+TEST_F(Files, APartOfARecordIsCutBack) {
+  const auto path = folder / "full.qbx";
+  platform::WriteWhole(path, "whole\r\n");
+  EXPECT_TRUE(InAnotherProcess([&] {
+    const platform::RealMachine machine(folder);  // without this object the signal ends the program
+    const rlimit limit{10, 10};
+    setrlimit(RLIMIT_FSIZE, &limit);
+    return ErrorOf([&] { platform::Append(path, "a record"); }) == EFBIG;
+  }));
+  EXPECT_EQ(platform::ReadWhole(path), "whole\r\n");
+}
+
+TEST_F(Files, ACopyThatWasKilledLeavesNoLock) {
+  WithStillProcess([] { static const platform::RunningCopy copy; },
+                   [] { EXPECT_TRUE(platform::RunningCopy().AnotherRuns()); });
+  EXPECT_FALSE(platform::RunningCopy().AnotherRuns());
+}
+
+/// Goes so many filters down, types the name, and saves.
+void Answer(int filtersDown, const char* name) {
+  auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+  ASSERT_NE(dialog, nullptr);
+  QTimer::singleShot(0, dialog, &QDialog::reject);  // where saving is refused the test goes on
+  const auto& sizes = *dialog->findChild<QTreeView*>("treeView")->header();
+  EXPECT_EQ(sizes.sortIndicatorSection(), 3);
+  EXPECT_EQ(sizes.sortIndicatorOrder(), Qt::DescendingOrder) << "the newest first";
+  auto* filters = dialog->findChild<QComboBox*>("fileTypeCombo");
+  for (int i = 0; i < filtersDown; ++i) QTest::keyClick(filters, Qt::Key_Down);
+  dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+  dialog->findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Save)->click();
+}
+
+TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
+  constexpr auto Pictures = "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
+  platform::RealMachine machine("/tmp");
+  using Row = std::tuple<const char*, const char*, int, const char*, int, const char*, const char*>;
+  for (const auto& [what, filter, first, suffix, down, name, saved] :
+       {Row{"the first filter", Pictures, 1, "png", 0, "a", "a.png"},
+        Row{"another at first", Pictures, 3, "png", 0, "a", "a.svg"},
+        Row{"another chosen", Pictures, 1, "png", 1, "a", "a.pdf"},
+        Row{"a suffix of the user's own", Pictures, 1, "png", 2, "a.b", "a.b"},
+        Row{"a filter for any name", "All Files (*.*)|*.*", 1, "qbx", 0, "a", "a.qbx"},
+        Row{"no default", Pictures, 1, "", 1, "a", "a"}}) {
+    SCOPED_TRACE(what);
+    QTimer::singleShot(0, [&] { Answer(down, name); });
+    platform::CommonDialog dialog;
+    dialog.InitDir = folder;
+    dialog.Filter = filter;
+    dialog.FilterIndex = first;
+    dialog.DefaultExt = suffix;
+    dialog.Saves = true;
+    EXPECT_EQ(machine.AskFile(dialog).value_or(""), folder / saved);
+  }
+}
 
 /// A scratch program folder whose Comm 1 is the slave of a pseudo-terminal.
 class Serial : public ::testing::Test {
