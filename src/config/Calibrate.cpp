@@ -1,5 +1,3 @@
-#include <QGridLayout>
-#include <QVBoxLayout>
 
 #include <array>
 #include <cmath>
@@ -9,7 +7,6 @@
 #include "config/WriteSequence.h"
 #include "link/Communications.h"
 #include "link/SamplingScreen.h"
-#include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/machine/Machine.h"

@@ -1,9 +1,5 @@
 #include <QButtonGroup>
-#include <QGridLayout>
-#include <QHBoxLayout>
-#include <QRadioButton>
 #include <QScrollArea>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <array>
@@ -13,7 +9,6 @@
 #include "config/WriteSequence.h"
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/machine/Machine.h"

@@ -1,7 +1,4 @@
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QKeyEvent>
-#include <QPushButton>
 #include <QRegularExpressionValidator>
 
 #include <functional>
@@ -9,7 +6,6 @@
 
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"

@@ -1,12 +1,9 @@
 #include "config/WriteSequence.h"
 
-#include <QVBoxLayout>
-
 #include <utility>
 
 #include "config/ParameterMap.h"
 #include "link/Communications.h"
-#include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"

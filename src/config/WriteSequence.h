@@ -10,9 +10,6 @@
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 
-class QGroupBox;
-class QProgressBar;
-
 namespace bexlow::config {
 
 /// One byte to write.

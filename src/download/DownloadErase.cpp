@@ -1,5 +1,3 @@
-#include <QHBoxLayout>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <exception>
@@ -13,8 +11,6 @@
 #include "files/PageDecoder.h"
 #include "link/Communications.h"
 #include "live/RecordingScreen.h"
-#include "platform/controls/CommonDialog.h"
-#include "platform/controls/Controls.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 #include "platform/machine/Machine.h"

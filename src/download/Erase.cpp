@@ -1,10 +1,6 @@
 #include "download/Erase.h"
 
-#include <QAction>
-#include <QHBoxLayout>
-
 #include "link/Communications.h"
-#include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 

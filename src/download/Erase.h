@@ -5,11 +5,6 @@
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 
-class QAction;
-class QGroupBox;
-class QLineEdit;
-class QProgressBar;
-
 namespace bexlow::download {
 
 class Erase {

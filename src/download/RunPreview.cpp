@@ -1,8 +1,5 @@
 #include "download/RunPreview.h"
 
-#include <QGridLayout>
-#include <QVBoxLayout>
-
 #include <algorithm>
 #include <filesystem>
 

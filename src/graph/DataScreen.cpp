@@ -1,11 +1,5 @@
 #include "graph/DataScreen.h"
 
-#include <QGroupBox>
-#include <QHBoxLayout>
-#include <QLineEdit>
-#include <QVBoxLayout>
-
-#include "platform/controls/Controls.h"
 #include "platform/machine/System.h"
 
 namespace bexlow::graph {

@@ -4,11 +4,8 @@
 #include <string>
 
 #include "graph/GraphPair.h"
-#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
-
-class QGroupBox;
-class QLineEdit;
+#include "platform/machine/Machine.h"
 
 namespace bexlow::graph {
 

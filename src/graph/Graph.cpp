@@ -1,5 +1,3 @@
-#include <QHBoxLayout>
-#include <QPushButton>
 
 #include <exception>
 #include <string>
@@ -7,7 +5,6 @@
 #include "files/BinPages.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
-#include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"

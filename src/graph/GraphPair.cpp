@@ -1,9 +1,7 @@
 #include "graph/GraphPair.h"
 
-#include <QGroupBox>
 #include <QLocale>
 #include <QPushButton>
-#include <QVBoxLayout>
 
 #include <algorithm>
 #include <filesystem>

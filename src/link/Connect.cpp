@@ -1,6 +1,3 @@
-#include <QGridLayout>
-#include <QHBoxLayout>
-#include <QPushButton>
 
 #include <memory>
 #include <system_error>
@@ -9,7 +6,6 @@
 
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/machine/EventGate.h"

@@ -1,13 +1,10 @@
 #include "link/Launch.h"
 
-#include <QVBoxLayout>
-
 #include <algorithm>
 #include <exception>
 #include <utility>
 
 #include "link/Communications.h"
-#include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"

@@ -7,9 +7,6 @@
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 
-class QGroupBox;
-class QProgressBar;
-
 namespace bexlow::link {
 
 class Launch {

@@ -1,5 +1,3 @@
-#include <QGridLayout>
-#include <QPushButton>
 
 #include <array>
 #include <system_error>
@@ -7,7 +5,6 @@
 #include "link/Communications.h"
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
-#include "platform/controls/Controls.h"
 #include "platform/instruments/CWSlide.h"
 #include "platform/machine/Machine.h"
 #include "shared/Chords.h"

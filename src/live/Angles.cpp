@@ -1,12 +1,9 @@
-#include <QGridLayout>
-#include <QPushButton>
 
 #include <array>
 
 #include "link/Communications.h"
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
-#include "platform/controls/Controls.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"

@@ -1,7 +1,6 @@
 #include "live/LiveStrips.h"
 
 #include <QGraphicsOpacityEffect>
-#include <QHBoxLayout>
 
 #include <utility>
 

@@ -1,7 +1,5 @@
 #include "live/Readings.h"
 
-#include <QGridLayout>
-
 #include "live/LiveStrips.h"
 #include "platform/controls/Controls.h"
 #include "platform/instruments/CWKnob.h"

@@ -6,7 +6,7 @@
 #include "files/DataFile.h"
 #include "link/SamplingScreen.h"
 #include "live/LiveStrips.h"
-#include "platform/controls/CommonDialog.h"
+#include "platform/machine/Machine.h"
 
 namespace bexlow::live {
 

@@ -1,7 +1,4 @@
-#include <QGridLayout>
 #include <QPlainTextEdit>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QSignalBlocker>
 
 #include <array>
@@ -17,7 +14,6 @@
 #include "live/LiveStrips.h"
 #include "live/Readings.h"
 #include "live/SessionTexts.h"
-#include "platform/controls/Controls.h"
 #include "platform/controls/Winsock.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/Machine.h"

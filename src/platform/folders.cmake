@@ -6,7 +6,7 @@ set(BEXLOW_PLATFORM_MACHINE
   EventGate Machine Ports RealMachine SerialDevice System TextFile)
 # What screens are made of.
 set(BEXLOW_PLATFORM_CONTROLS
-  Colours CommonDialog Controls CWNumEdit Form FramePace MSComm Timer Winsock)
+  Colours Controls CWNumEdit Form FramePace MSComm Timer Winsock)
 # The graph control, on the plot library.
 set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphCurve CWGraphTicks)
 # Dials and upright gauges.

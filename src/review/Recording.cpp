@@ -1,4 +1,3 @@
-#include <QLineEdit>
 
 #include "files/Recording.h"
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "files/DataFile.h"
-#include "platform/controls/CommonDialog.h"
+#include "platform/machine/Machine.h"
 
 namespace bexlow::shared {
 

@@ -1,8 +1,4 @@
-#include <QHBoxLayout>
-#include <QPushButton>
-#include <QVBoxLayout>
 
-#include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"

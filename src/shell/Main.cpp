@@ -1,15 +1,10 @@
 #include "shell/Main.h"
 
-#include <QHBoxLayout>
-#include <QPushButton>
-#include <QVBoxLayout>
-
 #include <filesystem>
 
 #include "files/Recording.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
-#include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/Chords.h"

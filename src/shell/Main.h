@@ -6,10 +6,8 @@
 #include <vector>
 
 #include "link/Launch.h"
-#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
-
-class QLabel;
+#include "platform/machine/Machine.h"
 
 namespace bexlow::shell {
 

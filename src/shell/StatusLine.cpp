@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/controls/Controls.h"
 #include "platform/controls/Form.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Ports.h"

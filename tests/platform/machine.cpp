@@ -25,7 +25,6 @@
 #include <unistd.h>
 
 #include "logic/Expect.h"
-#include "platform/controls/CommonDialog.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/machine/EventGate.h"

@@ -11,7 +11,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/controls/CommonDialog.h"
 #include "platform/machine/Machine.h"
 
 namespace bexlow::test {

@@ -1,7 +1,9 @@
 // Plain controls with their names: objectName for the program, accessible name for screen readers. Whoever
-// includes this has the classes of the controls, too.
+// includes this has the classes of the controls and of the layouts, too.
 #pragma once
 
+#include <QBoxLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>

@@ -4,9 +4,6 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
-#include <QLayout>
-#include <QPushButton>
-#include <QRadioButton>
 #include <QScopeGuard>
 #include <QShortcut>
 #include <QSignalBlocker>

@@ -6,14 +6,15 @@
 #include <QList>
 #include <QMenu>
 #include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
 #include <QWidget>
 
 #include <functional>
 #include <string>
 #include <vector>
 
-class QPushButton;
-class QRadioButton;
+#include "platform/controls/Controls.h"
 
 namespace bexlow::platform {
 

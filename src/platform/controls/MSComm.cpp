@@ -34,8 +34,7 @@ void MSComm::PortOpen(bool open) {
   if (!open) return Close();
   if (PortOpen()) Throw(std::errc::operation_not_permitted, PortName(CommPort) + " is open already");
   received_.clear();
-  openPort_ = CommPort;
-  line_ = Machine::Get().OpenSerial(openPort_, [this](const Bytes& bytes) { Receive(bytes); });
+  line_ = Machine::Get().OpenSerial(CommPort, [this](const Bytes& bytes) { Receive(bytes); });
   owner_.Engage(1);
   DropLateReplies();
 }
@@ -43,7 +42,7 @@ void MSComm::PortOpen(bool open) {
 // The late reply of an exchange that was left would be taken for the reply to the next one's first request.
 void MSComm::DropLateReplies() {
   auto& machine = Machine::Get();
-  while (machine.QueryPerformanceCounter() < machine.lateUntil[openPort_])
+  while (machine.QueryPerformanceCounter() < machine.lateUntil[CommPort])
     machine.Idle(std::chrono::milliseconds(1));
   received_.clear();
 }
@@ -52,7 +51,7 @@ void MSComm::Close() {
   const bool wasOpen = PortOpen();
   if (std::exchange(bytesToCome_, 0) > 0) {
     auto& machine = Machine::Get();
-    machine.lateUntil[openPort_] = requestedAt_ + ReplyTakesSeconds * machine.QueryPerformanceFrequency();
+    machine.lateUntil[CommPort] = requestedAt_ + ReplyTakesSeconds * machine.QueryPerformanceFrequency();
   }
   line_.reset();
   askedAt_.reset();

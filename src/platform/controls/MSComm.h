@@ -23,7 +23,7 @@ class MSComm {
   MSComm(const MSComm&) = delete;
   MSComm& operator=(const MSComm&) = delete;
 
-  int CommPort = 1;                      ///< takes effect at the next opening
+  int CommPort = 1;                      ///< stays as it is while the port is open
   std::string Settings = "19200,n,8,1";  ///< all that the logger speaks: the line is opened with no other
   int InputLen = 0;                      ///< Input takes everything, whatever stands here
   int InBufferSize = 1024;               ///< the buffer has more room than any exchange needs
@@ -61,7 +61,6 @@ class MSComm {
 
   Form& owner_;
   std::string onComm_;  ///< name of the handler
-  int openPort_ = 1;
   int rThreshold_ = 0;
   int commEvent_ = 0;
   Bytes received_;

@@ -15,7 +15,6 @@
 #include <algorithm>
 
 #include "platform/controls/Colours.h"
-#include "platform/controls/CommonDialog.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"

@@ -8,7 +8,19 @@ namespace bexlow::platform {
 
 namespace {
 Machine* installed = nullptr;
+
+class DialogCategory : public std::error_category {
+ public:
+  const char* name() const noexcept override { return "dialog"; }
+  std::string message(int) const override { return "Cancel was selected."; }
+};
+
+[[noreturn]] void ThrowCancelled() {
+  static const DialogCategory category;
+  throw std::system_error(CancelSelected, category);
 }
+
+}  // namespace
 
 void Throw(std::errc code, const std::string& words) {
   throw std::system_error(std::make_error_code(code), words);
@@ -36,6 +48,15 @@ bool AskYesNo(const std::string& text) {
 bool AskToConfirm(const std::string& text) {
   const EventGate::Hold hold;
   return Machine::Get().Ask(text, Buttons::Confirm) == Answer::Yes;
+}
+
+bool CommonDialog::Show(bool save) {
+  const EventGate::Hold hold;
+  Saves = save;
+  const auto chosen = Machine::Get().AskFile(*this);
+  if (chosen) FileName = *chosen;
+  if (!chosen && CancelError) ThrowCancelled();
+  return chosen.has_value();
 }
 
 }  // namespace bexlow::platform

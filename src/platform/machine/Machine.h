@@ -16,8 +16,6 @@
 
 namespace bexlow::platform {
 
-class CommonDialog;
-
 using Bytes = std::vector<std::uint8_t>;
 
 /// Throws std::system_error.
@@ -58,6 +56,8 @@ enum class Buttons {
   RetryCancel
 };
 enum class Answer { Ok, Yes, No, Retry, Cancel };
+
+class CommonDialog;
 
 class Machine {
  public:
@@ -103,5 +103,30 @@ void MsgBox(const std::string& text);
 bool AskYesNo(const std::string& text);
 /// The same before data are lost: Enter is No.
 bool AskToConfirm(const std::string& text);
+
+inline constexpr int OverwritePrompt = 2;     ///< ask before replacing an existing file
+inline constexpr int CancelSelected = 32755;  ///< error number of a cancelled dialog
+
+/// The file dialogs of a screen. What is set stays set; FileName keeps the last choice until it is emptied.
+class CommonDialog {
+ public:
+  bool CancelError = false;  ///< a cancelled dialog throws std::system_error with CancelSelected
+  int Flags = 0;
+  std::string Filter;   ///< "words|pattern|words|pattern"
+  int FilterIndex = 1;  ///< of the pair chosen at first, from 1
+  std::string InitDir;
+  std::string DefaultExt;     ///< empty: the name is taken as typed
+  std::string SuggestedName;  ///< empty: none
+  std::string FileName;
+  bool Saves = false;  ///< set by Show
+
+  /// True if a file was chosen: its path is in FileName.
+  bool ShowSave() { return Show(true); }
+  /// The file must exist.
+  bool ShowOpen() { return Show(false); }
+
+ private:
+  bool Show(bool save);
+};
 
 }  // namespace bexlow::platform

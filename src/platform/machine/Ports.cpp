@@ -3,7 +3,6 @@
 #include <cerrno>
 #include <fstream>
 #include <string>
-#include <unistd.h>
 
 namespace bexlow::platform {
 
@@ -50,14 +49,6 @@ fs::path DeviceOfComm(int comm, const fs::path& programFolder) {
     if (comm >= range.first && comm <= range.last) return range.prefix + std::to_string(comm - range.first);
   }
   return {};
-}
-
-PortInfo DescribeComm(int comm, const fs::path& programFolder) {
-  const fs::path device = DeviceOfComm(comm, programFolder);
-  if (device.empty()) return {};
-  std::error_code ignored;
-  if (::access(device.c_str(), R_OK | W_OK) != 0) return {device.string(), WhyNoOpening(errno)};
-  return {device.string(), AdapterWords("/sys/class/tty" / device.filename() / "device")};
 }
 
 // The maker and the product stand in the folder of the USB device, some folders above that of its line.

@@ -4,8 +4,6 @@
 #include <filesystem>
 #include <string>
 
-#include "platform/machine/Machine.h"
-
 namespace bexlow::platform {
 
 inline constexpr int LastComm = 16;
@@ -21,8 +19,5 @@ std::string WhyNoOpening(int error);
 /// Maker and product of the adapter to which a device of the system (a folder below /sys) belongs; empty
 /// where the system knows neither.
 std::string AdapterWords(const std::filesystem::path& systemDevice);
-
-/// The device and what the system knows of it, or why it will not open.
-PortInfo DescribeComm(int comm, const std::filesystem::path& programFolder);
 
 }  // namespace bexlow::platform

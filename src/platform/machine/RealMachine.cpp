@@ -14,6 +14,7 @@
 #include <QUrl>
 
 #include <algorithm>
+#include <cerrno>
 #include <csignal>
 #include <ctime>
 #include <map>
@@ -21,8 +22,8 @@
 #include <unistd.h>
 #include <utility>
 
-#include "platform/controls/CommonDialog.h"
 #include "platform/controls/FramePace.h"
+#include "platform/machine/Machine.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/SerialDevice.h"
 
@@ -72,19 +73,12 @@ QWidget* WindowOnTop() {
   return outer == windows.end() ? nullptr : *outer;
 }
 
-// "words|pattern|words|pattern" in Qt's form: "words (pattern)". Qt's *.* would hide names without a dot, so
-// it becomes *.
+// "words (pattern)|pattern|words (pattern)|pattern" in Qt's form, which is the words. Qt's *.* would hide
+// names without a dot, so it becomes *.
 QStringList NameFilters(const std::string& filter) {
-  const QStringList parts = QString::fromStdString(filter).split('|');
+  const QStringList parts = QString::fromStdString(filter).replace("*.*", "*").split('|');
   QStringList filters;
-  for (qsizetype i = 0; i + 1 < parts.size(); i += 2) {
-    if (parts[i].contains('(') && parts[i + 1] != "*.*") {
-      filters << parts[i];
-    } else {
-      filters << parts[i].section('(', 0, 0).trimmed() + " (" + QString(parts[i + 1]).replace("*.*", "*") +
-                     ")";
-    }
-  }
+  for (qsizetype i = 0; i < parts.size(); i += 2) filters << parts[i];
   return filters;
 }
 
@@ -161,7 +155,10 @@ void RealMachine::Repaint() {
 }
 
 PortInfo RealMachine::DescribePort(int comm) {
-  return DescribeComm(comm, programFolder_);
+  const auto device = DeviceOfComm(comm, programFolder_);
+  if (device.empty()) return {};
+  if (::access(device.c_str(), R_OK | W_OK) != 0) return {device.string(), WhyNoOpening(errno)};
+  return {device.string(), AdapterWords("/sys/class/tty" / device.filename() / "device")};
 }
 
 std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, std::function<void(Bytes)> received) {
