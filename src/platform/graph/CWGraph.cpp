@@ -101,14 +101,15 @@ void CWGraph::TakeSeries(std::vector<double> values, double firstX, double stepX
   values_ = std::move(values);
   firstX_ = IsPlace(firstX) ? firstX : 0;
   stepX_ = IsPlace(stepX) && stepX > 0 ? stepX : 1;
-  valueRange_.reset();
+  double least = std::numeric_limits<double>::infinity(), greatest = -least;
   for (double& value : values_) {
-    value = std::isfinite(value) ? std::clamp(value, -CWGraphLargest, CWGraphLargest)
-                                 : std::numeric_limits<double>::quiet_NaN();
-    if (std::isnan(value)) continue;
-    if (!valueRange_) valueRange_ = {value, value};
-    valueRange_ = {std::min(valueRange_->lower, value), std::max(valueRange_->upper, value)};
+    if (!IsPlace(value))
+      value = std::isfinite(value) ? std::copysign(CWGraphLargest, value)
+                                   : std::numeric_limits<double>::quiet_NaN();
+    least = value < least ? value : least;  // no number is neither
+    greatest = value > greatest ? value : greatest;
   }
+  valueRange_ = least <= greatest ? std::optional(CWGraphRange{least, greatest}) : std::nullopt;
   RenewCurve();
 }
 
