@@ -63,6 +63,9 @@ bool ReadRecording(std::string_view text, Run& run) {
   LineReader lines(whole);
   if (!kind || !lines.Skip(RecordingHeaderLines - 1) || lines.Next() != RecordingHeads(*kind)) return false;
   if (kind == DataFileKind::Accelerometers) run.axes = AccelerometerAxes;
+  const auto most = static_cast<std::size_t>(std::ranges::count(whole, '\n'));
+  run.hundredths.reserve(most);
+  for (std::size_t i = 0; i < run.axes.size(); ++i) run.tenths[i].reserve(most);
   Lines damaged, starts;
   std::int32_t start = 0, before = 0;
   while (const auto line = lines.Next()) {

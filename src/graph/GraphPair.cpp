@@ -132,9 +132,8 @@ void GraphPair::Show(const files::Run& run) {
 void GraphPair::Draw(std::size_t axis) {
   auto* graph = graphs_[axis];
   if (run_->hundredths.empty()) return graph->PlotY(axis == 0 ? run_->XLinear : run_->YLinear);
-  std::vector<double> values;
-  std::ranges::transform(run_->tenths[axis], std::back_inserter(values),
-                         [](auto tenths) { return tenths / 10.0; });
+  std::vector<double> values(run_->tenths[axis].begin(), run_->tenths[axis].end());
+  for (auto& value : values) value /= 10;
   const auto [least, greatest] = std::ranges::minmax(values);
   const auto& scale = run_->axes[axis];
   graph->SetYAxis(false, std::min(scale.least, least), std::max(scale.greatest, greatest));

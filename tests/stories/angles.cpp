@@ -133,6 +133,12 @@ TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
   Reads("This is not a recording of Angles or Accelerometers, or its header is damaged!");
   EXPECT_TRUE(Contains(Text("txtFileName"), "live.qbx"));
   EXPECT_EQ(last.Values().size(), count) << "what was on show stays";
+  const auto& other = Recorders[1 - GetParam()];
+  Story::Open(Shortened(Header("", "", other.screen), 9) + other.columns + "\r\n1," + other.record + "\r\n");
+  EXPECT_EQ(Text("lblRun"), "f.qbx: 1 sample, 0.0 s");
+  EXPECT_EQ(first.accessibleName(), isAngles ? "Acc X" : "X");
+  EXPECT_EQ(first.Limit(), isAngles ? 512 : 0);
+  EXPECT_TRUE(offers(isAngles ? "Copy All" : "Copy Both"));
 }
 
 TEST_P(RecorderStory, SavesToItsOwnFileOnceItHasOneWhateverAnotherTabDid) {
