@@ -3,6 +3,7 @@
 #include "link/Communications.h"
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
+#include "shared/Records.h"
 
 namespace bexlow::download {
 
@@ -43,7 +44,7 @@ void Erase::mnuErase_Click() {
       screen_, "mnuErase_Click",
       [this] {
         if (!mnuErase_->isChecked()) return Start();
-        StopWatching();
+        Halt();
         MsgBox("Erase halted by user! Erase may not be complete.");
         BackToIdle();
       },
@@ -94,6 +95,12 @@ platform::Activity Erase::Activity() const {
   return {"Erasing", count.empty() ? "" : count + " of " + std::to_string(CompleteAtBytes) + " bytes"};
 }
 
+// The logger goes on erasing by itself, and reports it.
+void Erase::Halt() {
+  StopWatching();
+  shared::Shared.HaltedEraseCommPort = shared::Shared.CurrentCommPort;
+}
+
 void Erase::StopWatching() {
   TimerErase.Enabled(false);
   link::CloseCommPort(MSComm2, screen_);
@@ -113,7 +120,7 @@ void Erase::BackToIdle() {
 
 void Erase::End() {
   if (!mnuErase_->isChecked()) return;
-  StopWatching();
+  Halt();
   BackToIdle();
 }
 

@@ -24,6 +24,7 @@ class Erase {
  private:
   void Start();
   void TimerErase_Timer();
+  void Halt();
   void StopWatching();
   void BackToIdle();
 

@@ -1,5 +1,8 @@
 #include "link/Communications.h"
 
+#include <system_error>
+#include <utility>
+
 #include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
@@ -27,9 +30,33 @@ void CloseCommPort(platform::MSComm& comm, const platform::Form& screen) {
   });
 }
 
+namespace {
+
+// A byte of its progress, of which four and more come in 250 ms, would be taken for a reply.
+bool HaltedEraseGoesOn() {
+  constexpr int ListenMs = 500;
+  const auto port = std::exchange(shared::Shared.HaltedEraseCommPort, std::int16_t{0});
+  if (port == 0) return false;
+  std::size_t count = 0;
+  try {
+    const auto line = platform::Machine::Get().OpenSerial(
+        port, [&count](const platform::Bytes& bytes) { count += bytes.size(); });
+    shared::WaitMilliseconds(ListenMs);
+  } catch (const std::system_error&) {}  // there is no logger
+  if (count > 0) shared::Shared.HaltedEraseCommPort = port;
+  return count > 0;
+}
+
+}  // namespace
+
 bool LoggerIsFree(const platform::Form& screen) {
   const auto* other = platform::Form::OtherEngaged(&screen);
-  if (other == nullptr) return true;
+  if (other == nullptr) {
+    if (!HaltedEraseGoesOn()) return true;
+    platform::MsgBox(
+        "The logger is still erasing: the halted erase goes on in it.\r\nPlease try again later!");
+    return false;
+  }
   const bool canBeLeft = other->findChild<QAction*>("mnuReturn") != nullptr;
   platform::MsgBox("The screen \"" + other->windowTitle().toStdString() +
                    "\" is using the logger. Please wait until it has ended, or stop it there!" +

@@ -16,8 +16,8 @@ namespace bexlow::link {
 void OpenCommPort(platform::MSComm& comm, const platform::Form& screen);
 void CloseCommPort(platform::MSComm& comm, const platform::Form& screen);
 
-/// True if no other screen has the logger: no port open, no timer running. Otherwise a box names that screen,
-/// and the caller starts nothing and changes nothing.
+/// True if no other screen has the logger (no port open, no timer running) and no halted erase goes on in it.
+/// Otherwise a box tells which, and the caller starts nothing and changes nothing.
 bool LoggerIsFree(const platform::Form& screen);
 
 /// Writes a request byte by byte, with its pauses. Throws std::system_error if the port is closed or the line

@@ -28,6 +28,7 @@ struct Records {
   bool EndOfDataReached = false;
   std::int64_t LastReplyTime = 0;  ///< whole seconds, of the last page reply; not reset by a new download
   double TimerAdvanceCount = 0;
+  std::int16_t HaltedEraseCommPort = 0;  ///< where a halted erase may go on in the logger; 0: nowhere
   bool GraphAfterDownload = false;
   std::string GraphFileName;
 

@@ -431,6 +431,21 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
   ExpectEnded();
 }
 
+TEST_F(EraseStory, AHaltedEraseThatGoesOnInTheLoggerKeepsItFromOthers) {
+  Begin(60000);
+  machine.Pass(1s);
+  Halt();
+  for (const char* entry : {"Download", "Erase"}) {
+    Choose("Data", entry);
+    Reads("The logger is still erasing: the halted erase goes on in it.\r\nPlease try again later!");
+    EXPECT_EQ(machine.wire.size(), 1U);
+  }
+  machine.Pass(30s);
+  machine.WillCancelFile();
+  Choose("Data", "Download");
+  Reads("Download operation cancelled!");
+}
+
 TEST_F(EraseStory, ASilentLoggerOrAFailedStartLastsUntilTheUserHalts) {
   logger.silent = true;
   Begin(0);
