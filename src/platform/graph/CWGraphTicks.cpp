@@ -43,15 +43,15 @@ class ClockTicker : public QCPAxisTicker {
  protected:
   double getTickStep(const QCPRange& range) override {
     const double rough = (times_.secondsAt(range.upper) - times_.secondsAt(range.lower)) / (tickCount() + 1);
-    for (const double step :
-         {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 60.0, 120.0, 300.0, 600.0, 900.0, 1800.0}) {
+    for (const double step : {0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 60.0, 120.0,
+                              300.0, 600.0, 900.0, 1800.0}) {
       if (step >= rough) return step;
     }
     return 3600 * std::ceil(rough / 3600);
   }
   int getSubTickCount(double) override { return 0; }
   QVector<double> createTickVector(double step, const QCPRange& range) override {
-    decimals_ = step < 1 ? 1 : 0;
+    decimals_ = step < 0.1 ? 2 : step < 1 ? 1 : 0;
     QVector<double> ticks;
     const double first = std::ceil(std::max(0.0, times_.secondsAt(range.lower)) / step);
     const double tolerance = times_.rate > 0 ? 0.5 / times_.rate : 1e-6;
