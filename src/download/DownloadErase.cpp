@@ -178,14 +178,12 @@ class DownloadErase : public platform::Form {
           Bytes reply = MSComm1.Input();
           if (tornBytes_) preview_->NoteLate(Shared.DownloadPageNumber);
           const auto torn = std::exchange(tornBytes_, std::nullopt).value_or(0);
-          auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
+          const auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
           try {
             link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
                            torn == 0 ? link::LineSilenceUs : Pace::PageUs);
           } catch (const std::exception&) {
-            // The line is gone. A page that has come whole is still stored, then the whole request fails
-            // again.
-            begun.clear();
+            // The line is gone. A page that has come whole is still stored, then the request fails again.
           }
           txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
           if (torn != 0 || reply.size() != link::PageSize) return RequestPage(begun.size());

@@ -112,10 +112,9 @@ TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
   run.tenths[0] = {1790, 1800, -1799, -1790, 0, 0};
   run.XLinear = {179, 180, -180, -179, 0, 0};
   run.records = {{1, 0}};
-  for (const auto& [first, last, crosses] : {std::tuple<std::size_t, std::size_t, bool>{0, 1, false},
-                                             {1, 2, true},
-                                             {2, 3, false},
-                                             {3, 5, false}}) {
+  using Row = std::tuple<std::size_t, std::size_t, bool>;
+  for (const auto& [first, last, crosses] :
+       {Row{0, 1, false}, Row{1, 2, true}, Row{2, 3, false}, Row{3, 5, false}}) {
     const auto numbers = graph::NumbersInView(run, 0, first, last, 0);
     EXPECT_EQ(numbers.crosses, crosses) << first;
     EXPECT_EQ(graph::NumbersLine(numbers, 0).find("min -") != std::string::npos, !crosses && first > 0);

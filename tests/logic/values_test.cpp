@@ -83,26 +83,18 @@ TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
 // The lines that are drawn: pairs of neighbouring points, none of them NaN.
 TEST(Strip, DrawsALineThroughSlowSamplesAndNoneAcrossTheEndOfTheScale) {
   using Samples = std::vector<std::pair<double, double>>;  // seconds, degrees
-  struct Row {
-    const char* what;
-    Samples samples;
-    double tallest;  // of the lines
-    int breaks;      // between the first and the last point
-    double least, greatest;
-  };
+  // The tallest line, gaps between the first and the last point, the least and the greatest value.
+  using Row = std::tuple<const char*, Samples, double, int, double, double>;
+  const Samples between{{0, 170}, {0.06, 179}, {0.11, -179}, {0.16, -170}};
+  const Samples within{{0, 170}, {0.06, 179}, {0.07, -179}, {0.11, -170}};
+  const Samples toAndFro{{0, 179}, {0.06, 178}, {0.07, -178}, {0.08, 177}, {0.11, 176}};
+  const Samples swing{{0, -100}, {0.01, 0}, {0.02, 100}, {0.06, 100}};
   for (const auto& [what, samples, tallest, breaks, least, greatest] :
        {Row{"one a second", {{0, 0}, {1, 20}, {2, 60}}, 2, 0, 0, 60},
-        Row{"silence of 3 s", {{0, 0}, {3, 20}}, 0, 1, 0, 20},
-        Row{"a crossing between two parts",
-            {{0, 170}, {0.06, 179}, {0.11, -179}, {0.16, -170}},
-            9,
-            1,
-            -179,
-            179},
-        Row{"in one part", {{0, 170}, {0.06, 179}, {0.07, -179}, {0.11, -170}}, 0, 3, -179, 179},
-        Row{"to and fro", {{0, 179}, {0.06, 178}, {0.07, -178}, {0.08, 177}, {0.11, 176}}, 1, 3, -178, 179},
+        Row{"silence of 3 s", {{0, 0}, {3, 20}}, 0, 1, 0, 20}, Row{"between parts", between, 9, 1, -179, 179},
+        Row{"in one part", within, 0, 3, -179, 179}, Row{"to and fro", toAndFro, 1, 3, -178, 179},
         Row{"slowly", {{0, 170}, {1, -170}}, 0, 1, -170, 170},
-        Row{"a wide swing", {{0, -100}, {0.01, 0}, {0.02, 100}, {0.06, 100}}, 200, 0, -100, 100}}) {
+        Row{"a wide swing", swing, 200, 0, -100, 100}}) {
     SCOPED_TRACE(what);
     Strip strip(180);
     for (const auto& [seconds, degrees] : samples) strip.Add(seconds, degrees);

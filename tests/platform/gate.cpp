@@ -173,10 +173,11 @@ TEST_F(Gate, EnterAndEscapeInARealBox) {
     });
     return machine.Ask("?", buttons);
   };
-  for (const auto& [buttons, enter, escape] : {std::tuple{Buttons::Ok, Answer::Ok, Answer::Ok},
-                                               {Buttons::YesNo, Answer::Yes, Answer::No},
-                                               {Buttons::Confirm, Answer::No, Answer::No},
-                                               {Buttons::RetryCancel, Answer::Retry, Answer::Retry}}) {
+  using Row = std::tuple<Buttons, Answer, Answer>;
+  for (const auto& [buttons, enter, escape] :
+       {Row{Buttons::Ok, Answer::Ok, Answer::Ok}, Row{Buttons::YesNo, Answer::Yes, Answer::No},
+        Row{Buttons::Confirm, Answer::No, Answer::No},
+        Row{Buttons::RetryCancel, Answer::Retry, Answer::Retry}}) {
     EXPECT_EQ(answer(buttons, Qt::Key_Return), enter);
     EXPECT_EQ(answer(buttons, Qt::Key_Escape), escape);
   }

@@ -334,12 +334,10 @@ TEST_F(GraphMenu, SavesOneGraphOrBothByTheName) {
   Choose("Save Picture As...");
   EXPECT_TRUE(machine.boxes.empty());
   for (const auto* entry : {"Save Picture As...", "Save Both As..."}) {
-    for (const auto& [name, written, start] : {std::tuple{"a.png", "", "\x89PNG"},
-                                               {"a.pdf", "", "%PDF-"},
-                                               {"a.SVG", "", "<?xml"},
-                                               {"plain", "plain.png", "\x89PNG"},
-                                               {"a.bmp", "", ""},
-                                               {"none/a.png", "", ""}}) {
+    using Row = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [name, written, start] :
+         {Row{"a.png", "", "\x89PNG"}, Row{"a.pdf", "", "%PDF-"}, Row{"a.SVG", "", "<?xml"},
+          Row{"plain", "plain.png", "\x89PNG"}, Row{"a.bmp", "", ""}, Row{"none/a.png", "", ""}}) {
       SCOPED_TRACE(std::string(entry) + " " + name);
       const auto bytes = Saved(graph, entry, name, written);
       EXPECT_TRUE(bytes.startsWith(start) && bytes.isEmpty() == (*start == 0));

@@ -115,18 +115,4 @@ TEST_F(Calibrate, TheWriteSendsTwelveCellsAndASecondStartsOver) {
   ExpectIdle();
 }
 
-TEST_F(Calibrate, APortThatVanishesAtEachByte) {
-  for (int bytes = 0; bytes <= 5; ++bytes) {  // three of the shaker's cell, then requests of samples
-    SCOPED_TRACE(bytes);
-    logger.PlugFor(machine, 1, bytes);
-    StartSampling();
-    machine.Pass(1s);
-    if (bytes == 0 || bytes == 3) Reads("OpenCommPort");
-    if (bytes <= 3) Reads("mnuSample_Click");
-    Stop();
-    EXPECT_EQ(Offered("Data", "Write"), bytes == 5);
-    ExpectIdle();
-  }
-}
-
 }  // namespace bexlow::test

@@ -83,6 +83,9 @@ TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
     ReadCell();
     EXPECT_EQ(Text("txtValue"), "1") << "a late byte is not the next read's";
   }
+  Press("Read");
+  Close();
+  ExpectIdle();
 }
 
 TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
@@ -113,25 +116,6 @@ TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
   Reads("No value has been entered!");
   EXPECT_TRUE(machine.wire.empty());
   ExpectReady(true);
-}
-
-TEST_F(Eeprom, APortThatVanishesAtEachByteOrAScreenThatIsLeft) {
-  for (const std::string button : {"Read", "Write"}) {
-    for (int bytes = 0; bytes <= (button == "Read" ? 2 : 3); ++bytes) {
-      SCOPED_TRACE(button + std::to_string(bytes));
-      logger.PlugFor(machine, 1, bytes);
-      Box().setText("5");
-      Press(button.c_str());
-      machine.Pass(100ms);
-      if (bytes == 0) Reads("OpenCommPort");
-      if (bytes < 3) Reads(bytes == 2 && button == "Read" ? WrongLength : "cmd" + button + "_Click");
-      ExpectReady(true);
-    }
-  }
-  machine.Plug(logger, 1);
-  Press("Read");
-  Close();
-  ExpectIdle();
 }
 
 TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {

@@ -253,15 +253,6 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
   EXPECT_TRUE(Until([&] { return Contains(Text("lblSocket"), "No IPv4 address is known"); }));
 }
 
-TEST_F(RemoteStory, LeavingEndsTheBinding) {
-  Reset();
-  Sample();
-  peer.Send("on its way", own);
-  Leave();
-  QUdpSocket next;
-  EXPECT_TRUE(next.bind(QHostAddress::AnyIPv4, static_cast<quint16>(own), QUdpSocket::DontShareAddress));
-}
-
 TEST(Winsock, DatagramsWaitInOrderWhileEventsAreHeldAndAFloodIsBounded) {
   VirtualMachine machine;
   platform::Form form{"Owner", "Owner"};
