@@ -13,8 +13,6 @@
 namespace bexlow {
 namespace {
 
-using files::FileKind;
-using files::ReviewCheck;
 using test::Header, test::Record, test::Shortened;
 
 std::string Replaced(std::string text, const std::string& part, const std::string& by) {
@@ -24,24 +22,6 @@ std::string Replaced(std::string text, const std::string& part, const std::strin
 std::string WithLineFeeds(std::string text) {
   std::erase(text, '\r');
   return text;
-}
-
-TEST(Files, AreTakenOrRefused) {
-  using Row = std::tuple<const char*, std::string, FileKind, int, ReviewCheck>;
-  for (const auto& [what, text, kind, channel, review] :
-       {Row{"LF alone", WithLineFeeds(Header()), FileKind::Linear, 3, ReviewCheck::Ok},
-        Row{"no channel", Header("1", "x"), FileKind::Linear, 0, ReviewCheck::NotSupported},
-        Row{"mode with a tail", Header("1 "), FileKind::OtherMode, 0, ReviewCheck::NotSupported},
-        Row{"Angles", Header("1", "3", "Angles"), FileKind::WrongKind, 0, ReviewCheck::Ok},
-        Row{"wrong kind, 10 lines", Shortened(Header("1", "3", "Angles"), 10), FileKind::TooShort, 0,
-            ReviewCheck::TooShort},
-        Row{"binary", std::string(5000, '\0'), FileKind::TooShort, 0, ReviewCheck::TooShort}}) {
-    SCOPED_TRACE(what);
-    const auto check = files::CheckFile(text);
-    EXPECT_EQ(check.kind, kind);
-    EXPECT_EQ(check.channel, channel);
-    EXPECT_EQ(files::CheckReviewFile(text), review);
-  }
 }
 
 // With a text of the header replaced by another. A frequency of -1: none.
@@ -198,22 +178,6 @@ TEST(Series, BrokenRecordsAreNamed) {
     EXPECT_TRUE(series.XLinear.empty() && series.YLinear.empty());
     EXPECT_EQ(series.pushes, std::vector<double>{3}) << "what was found before the fault stays";
   }
-}
-
-TEST(BinPages, PairsAreFoundByTheirNumber) {
-  const std::string text = Header("0") + Record("1", 132, "1", 131, "7.5") + Record("9", 132, "2") +
-                           Record("3", 132, "3") + Record("13", 132, "4") + Record("5", 132, "5");
-  using Row = std::tuple<int, files::PairResult, double, double>;
-  for (const auto& [page, result, x, y] :
-       {Row{1, files::PairResult::Found, 1, 2}, Row{3, files::PairResult::Found, 3, 4},
-        Row{5, files::PairResult::NoPartner, 5, 0}, Row{-1, files::PairResult::NoPage, 0, 0}}) {
-    SCOPED_TRACE(page);
-    const auto pair = files::FindPair(text, page);
-    EXPECT_EQ(pair.result, result);
-    EXPECT_EQ(pair.XPoints[0], x);
-    EXPECT_EQ(pair.YPoints[131], y);
-  }
-  EXPECT_EQ(files::FindPair(text, 1).XPoints[131], 7.5);
 }
 
 TEST(BinPages, FieldsMustBeNumbers) {

@@ -34,6 +34,8 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
       "1,1.4,1.4,4.2,2.8,"))
       << text.substr(0, 600);
   EXPECT_EQ(PagesInFile(), UpTo(2));
+  EXPECT_EQ(Text("txtPages"), "2 saved");
+  EXPECT_LE(outer->minimumSizeHint().width(), 790) << "fits a screen of 800 pixels";
   const std::string csv = FileText(DataFile("run.csv"));
   EXPECT_TRUE(Contains(csv, "\r\nLinear Channel = 3\r\nX angle,Y angle\r\n1.4,1.4\r\n4.2,2.8\r\n"));
   EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 12 + 2 * 132);
@@ -273,38 +275,6 @@ TEST_F(DownloadStory, TwoPlacesNeverTellTwoNumbers) {
               "Downloading, " + Text("fraPBar").substr(12) + (left.empty() ? "" : ", " + left + " left"));
   }
   Choose("Data", "Download");
-  logger.eraseBytes = 2000;
-  machine.WillAnswer(Answer::Yes);
-  Choose("Data", "Erase");
-  machine.boxes.clear();
-  for (int ms = 0; ms < 3000; ++ms) {
-    machine.Pass(1ms);
-    const std::string count = Text("txtInBufferSize");
-    ASSERT_EQ(Status("lblActivity"), count.empty() ? "Erasing" : "Erasing, " + count + " of 2050 bytes");
-  }
-}
-
-TEST_F(DownloadStory, NothingOfTheLoggerBeforeRemains) {
-  Store(2);
-  Begin();
-  Finish();
-  EXPECT_EQ(Text("txtPages") + Text("txtSerialNumber"), "2 saved417");
-  EXPECT_LE(outer->minimumSizeHint().width(), 790) << "fits a screen of 800 pixels";
-  logger.eeprom[101] = 0;
-  const auto expectOther = [&] {
-    EXPECT_EQ(Text("txtSerialNumber"), "256");
-    EXPECT_EQ(Text("txtDataFile") + Text("txtPages") + Text("txtTimeLeft"), "");
-    EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").parentWidget()->parentWidget()->isHidden());
-  };
-  machine.whileBoxIsOpen = expectOther;
-  machine.WillCancelFile();
-  Choose("Data", "Download");
-  Reads("Download operation cancelled!");
-  expectOther();
-  logger.silent = true;
-  Choose("Data", "Download");
-  Reads("Download MODE parameters were not retrieved! Download failed!");
-  EXPECT_EQ(Text("txtSerialNumber") + Text("txtLaunchTime"), "");
 }
 
 TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
@@ -418,6 +388,7 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
   EXPECT_TRUE(PointerIsBusy());
   machine.Pass(5s);
   EXPECT_EQ(Text("txtInBufferSize"), "2049");
+  EXPECT_EQ(Status("lblActivity"), "Erasing, 2049 of 2050 bytes");
   EXPECT_EQ(The<QProgressBar>("PBarErase").value(), 2049);
   EXPECT_FALSE(The<QGroupBox>("fraErase").isHidden());
   machine.Deliver(1, {0});

@@ -96,10 +96,6 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   Open(Header() + Record("1", 264, "11.2"));
   X().DrawNow();
   EXPECT_TRUE(offers("Time on the Axis"));
-  X().SetXView({10, 90});
-  EXPECT_EQ(Y().XView(), X().XView());
-  X().ShowAll();
-  X().DrawNow();
   EXPECT_TRUE(X().Description().contains(
       QString::fromUtf8("In view: min 11.2°, mean 11.2°, max 11.2°; above 0°: 100.0 %, below: 0.0 %")));
   const auto copied = X().NumbersToCopy();
@@ -107,9 +103,6 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   EXPECT_TRUE(
       copied.endsWith("\nX\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"
                       "Y\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"));
-  X().SetXView({0, 20});
-  QTest::keyClick(&X(), Qt::Key_PageDown);
-  EXPECT_EQ(X().XView().lower, 18) << "a run has no pages to step";
   Open(BinFile(2));
   X().DrawNow();
   EXPECT_FALSE(offers("Time on the Axis") || offers("Copy Numbers"));
