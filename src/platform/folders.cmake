@@ -8,7 +8,7 @@ set(BEXLOW_PLATFORM_MACHINE
 set(BEXLOW_PLATFORM_CONTROLS
   Colours Controls CWNumEdit Form FramePace MSComm Timer Winsock)
 # The graph control, on the plot library.
-set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphCurve CWGraphTicks)
+set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphTicks)
 # Dials and upright gauges.
 set(BEXLOW_PLATFORM_INSTRUMENTS CWKnob CWSlide Instrument)
 

@@ -112,11 +112,7 @@ Activity Form::Doing() const {
 void Form::MousePointer(Pointer pointer) {
   const bool busy = pointer == Pointer::Busy;
   if (busy == std::exchange(busy_, busy)) return;
-  if (busy) {
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-  } else {
-    QApplication::restoreOverrideCursor();
-  }
+  busy ? QApplication::setOverrideCursor(Qt::WaitCursor) : QApplication::restoreOverrideCursor();
 }
 
 Form* Form::Active() {

@@ -10,7 +10,6 @@
 #include <limits>
 
 #include "platform/controls/Colours.h"
-#include "platform/graph/CWGraphCurve.h"
 
 namespace bexlow::platform {
 

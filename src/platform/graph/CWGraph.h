@@ -5,7 +5,6 @@
 #include <QPointer>
 #include <QWidget>
 
-#include <cstdint>
 #include <functional>
 #include <optional>
 #include <span>
@@ -41,10 +40,7 @@ class CWGraph : public QWidget {
 
   /// Draws a series: values[i] stands at firstX + i * stepX. Empty empties the plot. Auto-scaled axes fit
   /// themselves, the others keep what is on show. A value that is no finite number leaves a gap.
-  void PlotY(std::span<const double> values, double firstX = 0, double stepX = 1) {
-    TakeSeries({values.begin(), values.end()}, firstX, stepX);
-  }
-  void PlotY(std::span<const std::int16_t> values, double firstX = 0, double stepX = 1) {
+  void PlotY(const auto& values, double firstX = 0, double stepX = 1) {
     TakeSeries({values.begin(), values.end()}, firstX, stepX);
   }
 
@@ -162,6 +158,11 @@ class CWGraph : public QWidget {
   void FollowView();
   double X(std::size_t index) const { return firstX_ + static_cast<double>(index) * stepX_; }
   const std::optional<SampleTimes>& Clock() const;
+
+  // CWGraphCurve.cpp
+  /// The plot library's graph, but a value that is no number is a gap, and where several samples share a
+  /// column of pixels it is drawn from the least to the greatest, so that no spike is lost.
+  static QCPGraph* MakeCurve(QCPAxis* x, QCPAxis* y);
 
   // CWGraphMarks.cpp: cursors, limit, read-out
   void BuildCursors();

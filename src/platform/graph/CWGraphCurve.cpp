@@ -1,4 +1,4 @@
-#include "platform/graph/CWGraphCurve.h"
+// The curve of a graph: one that draws no line where two samples lie across a gap.
 
 #include <qcustomplot.h>
 
@@ -7,7 +7,7 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/graph/CWGraphAxis.h"
+#include "platform/graph/CWGraph.h"
 
 namespace bexlow::platform {
 
@@ -91,7 +91,7 @@ class Curve : public QCPGraph {
 
 }  // namespace
 
-QCPGraph* MakeCurve(QCPAxis* x, QCPAxis* y) {
+QCPGraph* CWGraph::MakeCurve(QCPAxis* x, QCPAxis* y) {
   return new Curve(x, y);
 }
 

@@ -33,13 +33,9 @@ struct CWGraph::Key {
 const CWGraph::Key* CWGraph::Find(Qt::KeyboardModifiers modifiers, int key) {
   static constexpr Key Keys[] = {
       {Qt::Key_Plus, [](CWGraph& graph) { graph.ZoomByKey(graph.x_, KeyZoom); }},
-      {Qt::Key_Equal, [](CWGraph& graph) { graph.ZoomByKey(graph.x_, KeyZoom); }},
       {Qt::Key_Minus, [](CWGraph& graph) { graph.ZoomByKey(graph.x_, 1 / KeyZoom); }},
-      {Qt::Key_Underscore, [](CWGraph& graph) { graph.ZoomByKey(graph.x_, 1 / KeyZoom); }},
       {Qt::CTRL | Qt::Key_Plus, [](CWGraph& graph) { graph.ZoomByKey(graph.y_, KeyZoom); }},
-      {Qt::CTRL | Qt::Key_Equal, [](CWGraph& graph) { graph.ZoomByKey(graph.y_, KeyZoom); }},
       {Qt::CTRL | Qt::Key_Minus, [](CWGraph& graph) { graph.ZoomByKey(graph.y_, 1 / KeyZoom); }},
-      {Qt::CTRL | Qt::Key_Underscore, [](CWGraph& graph) { graph.ZoomByKey(graph.y_, 1 / KeyZoom); }},
       {Qt::Key_Left, [](CWGraph& graph) { graph.x_.Pan(-KeyPan); }},
       {Qt::Key_Right, [](CWGraph& graph) { graph.x_.Pan(KeyPan); }},
       {Qt::Key_Up, [](CWGraph& graph) { graph.y_.Pan(KeyPan); }},
@@ -60,6 +56,8 @@ const CWGraph::Key* CWGraph::Find(Qt::KeyboardModifiers modifiers, int key) {
       {Qt::SHIFT | Qt::Key_Down, [](CWGraph& graph) { graph.StepLimit(-1); }},
       {Qt::SHIFT | Qt::Key_F10, [](CWGraph& graph) { graph.OpenMenu(); }},  // Qt knows the Menu key alone
   };
+  if (key == Qt::Key_Equal) key = Qt::Key_Plus;  // the same keys, without Shift or with it
+  if (key == Qt::Key_Underscore) key = Qt::Key_Minus;
   for (const Qt::KeyboardModifiers dropped : {Qt::NoModifier, Qt::ShiftModifier, Qt::ControlModifier}) {
     const QKeyCombination wanted(modifiers & ~dropped & ~Qt::KeypadModifier, static_cast<Qt::Key>(key));
     const auto* found = std::ranges::find(Keys, wanted, &Key::keys);
