@@ -30,7 +30,7 @@ class GraphPair : public QWidget {
   void PrepareLinear(std::span<const files::Axis> axes = files::AngleAxes);
   /// The Bin style: x axes at full scale, y axes auto-scaled.
   void PrepareBin();
-  /// Hands what the file's header says to the read-outs and to the titles of pictures. Call it first.
+  /// Hands what the file's header says to the read-outs and to the titles of pictures. Call it before Show.
   void TellFile(const std::string& path, const files::RunFacts& facts);
   /// Draws a run, which must stay where it is: x axes from 0 to the last index of the series. A recording
   /// shows its tenths, and as much more than the full scale as it holds.

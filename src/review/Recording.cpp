@@ -25,8 +25,8 @@ class Recording : public graph::DataScreen {
       shared::ForgetFailure(*this);
       txtFileName->setText(QString::fromStdString(fileName));
       run_ = std::move(run);
-      graphs_->TellFile(fileName, {});
       graphs_->PrepareLinear(run_.axes);
+      graphs_->TellFile(fileName, {});
       graphs_->CWGraph1->ShowTime(true);
       graphs_->Show(run_);
     });
