@@ -14,6 +14,7 @@ namespace bexlow::platform {
 
 namespace {
 
+constexpr int ExactDecimals = 22;            // of the base class: from 1e-5 on a double keeps its 17 digits
 constexpr double LongestPlainNumber = 1e12;  // beyond it digits would fill the box
 
 bool IsPlainZero(const QString& text) {
@@ -33,75 +34,56 @@ CWNumEdit::CWNumEdit(QWidget* parent) : QDoubleSpinBox(parent) {
   plain.setNumberOptions(QLocale::OmitGroupSeparator | QLocale::RejectGroupSeparator);
   setLocale(plain);
   setGroupSeparatorShown(false);
-  setDecimals(0);
+  setDecimals(ExactDecimals);
   setFocusPolicy(Qt::StrongFocus);
   setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  FitBaseRange();
-  connect(this, &QDoubleSpinBox::valueChanged, this, &CWNumEdit::OnBaseChange);
+  // An assistive tool uses the base's range, which holds a value that was given outside the limits.
+  connect(this, &QDoubleSpinBox::valueChanged, this, [this](double value) {
+    if (value != given_ && !IsInside(value)) Value(std::clamp(value, lower_, upper_));
+  });
   connect(lineEdit(), &QLineEdit::textEdited, this, &CWNumEdit::OnEdited);
   connect(lineEdit(), &QLineEdit::inputRejected, this, [this] {
-    Refuse((decimals() > 0 ? "Only a number goes here, " : "Only a whole number goes here, ") +
+    Refuse((decimals_ > 0 ? "Only a number goes here, " : "Only a whole number goes here, ") +
            LimitsInWords());
   });
   connect(this, &QDoubleSpinBox::editingFinished, this, &CWNumEdit::OnFinished);
+  Value(0);
 }
 
 double CWNumEdit::Value() const {
   const auto typed = outside_.isEmpty() ? std::nullopt : NumberOf(lineEdit()->text());
-  return typed ? std::clamp(*typed, lower_, upper_) : value_;
+  return typed ? std::clamp(*typed, lower_, upper_) : value();
 }
 
 void CWNumEdit::Value(double value) {
   if (!std::isfinite(value)) return;
-  assigning_ = true;
+  given_ = value;
   outside_.clear();
   EndRefusal();
-  value_ = value;
-  FitBaseRange();
+  setRange(std::min(lower_, value), std::max(upper_, value));
   setValue(value);
-  shown_ = QDoubleSpinBox::value();
-  lineEdit()->setText(textFromValue(shown_));  // replaces half-typed text, too
-  assigning_ = false;
+  lineEdit()->setText(textFromValue(value));  // replaces half-typed text, too
 }
 
 void CWNumEdit::SetLimits(double minimum, double maximum) {
-  lower_ = std::min(minimum, maximum);
-  upper_ = std::max(minimum, maximum);
-  Value(value_);
+  lower_ = minimum;
+  upper_ = maximum;
+  Value(value());
 }
 
 void CWNumEdit::SetDecimals(int decimals) {
-  assigning_ = true;
-  setDecimals(decimals);
-  assigning_ = false;
-  Value(value_);
-}
-
-// The base class limits every value to its range, so the range must include an assigned value.
-void CWNumEdit::FitBaseRange() {
-  const double least = std::min(lower_, value_);
-  const double greatest = std::max(upper_, value_);
-  if (least != minimum() || greatest != maximum()) setRange(least, greatest);
-}
-
-void CWNumEdit::OnBaseChange(double shown) {
-  if (assigning_ || shown == shown_) return;  // Enter reports values that have not changed
-  shown_ = shown;
-  if (IsInside(shown)) {
-    value_ = shown;
-  } else {
-    Value(std::clamp(shown, lower_, upper_));  // an assistive tool uses the base's range, maybe a wider one
-  }
+  decimals_ = decimals;
+  Value(value());
 }
 
 // A typed number may lie outside the limits: if 1025 were refused at a limit of 1024, 102 would be left.
 QValidator::State CWNumEdit::validate(QString& text, int& position) const {
   if (text == textFromValue(value())) return QValidator::Acceptable;
   text = text.trimmed();
-  if (decimals() > 0) text.replace(u',', u'.');
+  if (decimals_ > 0) text.replace(u',', u'.');
   position = std::min(position, static_cast<int>(text.size()));
   const QString sign = lower_ < 0 ? "-?" : "";
-  const QString fraction = decimals() > 0 ? "(\\.[0-9]*)?" : "";
+  const QString fraction = decimals_ > 0 ? "(\\.[0-9]*)?" : "";
   const QRegularExpression number("\\A" + sign + "[0-9]*" + fraction + "\\z");
   if (!number.match(text).hasMatch()) return QValidator::Invalid;
   const auto typed = NumberOf(text);
@@ -150,17 +132,21 @@ void CWNumEdit::EndRefusal() {
 
 QString CWNumEdit::textFromValue(double value) const {
   if (std::abs(value) >= LongestPlainNumber) return QLocale::c().toString(value, 'g', 6);
-  const auto text = QLocale::c().toString(value, 'f', decimals()).remove(u',');
+  const auto text = QLocale::c().toString(value, 'f', decimals_).remove(u',');
   return text.startsWith(u'-') && IsPlainZero(text) ? text.mid(1) : text;
 }
 
 double CWNumEdit::valueFromText(const QString& text) const {
   if (text == textFromValue(value())) return value();
-  return QLocale::c().toDouble(QLocale::c().toString(NumberOf(text).value_or(0), 'f', decimals()));
+  return Rounded(NumberOf(text).value_or(0));
+}
+
+double CWNumEdit::Rounded(double value) const {
+  return QString::number(value, 'f', decimals_).toDouble();
 }
 
 void CWNumEdit::stepBy(int steps) {
-  const double from = outside_.isEmpty() ? value() : Value();
+  const double from = Rounded(Value());
   outside_.clear();
   EndRefusal();
   setValue(std::clamp(from + steps * singleStep(), lower_, upper_));
@@ -170,8 +156,8 @@ void CWNumEdit::stepBy(int steps) {
 QAbstractSpinBox::StepEnabled CWNumEdit::stepEnabled() const {
   StepEnabled enabled = StepNone;
   if (isReadOnly()) return enabled;
-  if (value_ < upper_) enabled |= StepUpEnabled;
-  if (value_ > lower_) enabled |= StepDownEnabled;
+  if (value() < upper_) enabled |= StepUpEnabled;
+  if (value() > lower_) enabled |= StepDownEnabled;
   return enabled;
 }
 

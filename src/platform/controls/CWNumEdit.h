@@ -41,8 +41,6 @@ class CWNumEdit : public QDoubleSpinBox {
 
  private:
   bool IsInside(double value) const { return value >= lower_ && value <= upper_; }
-  void FitBaseRange();
-  void OnBaseChange(double shown);
   void OnEdited();
   void OnFinished();
   QString LimitsInWords() const;
@@ -50,11 +48,12 @@ class CWNumEdit : public QDoubleSpinBox {
   void Refuse(const QString& words);
   void EndRefusal();  ///< the tool tip stays for a while
 
-  double value_ = 0;
-  double shown_ = 0;  // the same, rounded to the decimals on show
+  double Rounded(double value) const;  ///< to the decimals on show
+
+  double given_ = 0;  ///< by the program, maybe outside the limits
   double lower_ = 0;
   double upper_ = 100;
-  bool assigning_ = false;
+  int decimals_ = 0;
   QString outside_;                     ///< the typed text while it lies outside the limits
   std::optional<QString> description_;  ///< the accessible one, while a refusal replaces it
 };

@@ -8,10 +8,8 @@
 
 namespace bexlow::platform {
 
-namespace {
 constexpr int FrameMs = 16;
 constexpr int LiveFrameMs = 30;
-}  // namespace
 
 FramePace::FramePace(QWidget& window) : QObject(&window), window_(window) {
   painted_.start();

@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
-#include <QRegularExpression>
 #include <QScreen>
 #include <QTimer>
 #include <QTreeView>
@@ -82,13 +81,6 @@ QStringList NameFilters(const std::string& filter) {
   return filters;
 }
 
-// The suffix of a filter "words (*.png)"; `otherwise` if the filter takes several suffixes or any.
-QString SuffixOf(const QString& nameFilter, const QString& otherwise) {
-  static const QRegularExpression oneSuffix(QStringLiteral(R"(\(\*\.(\w+)\)$)"));
-  const auto match = oneSuffix.match(nameFilter);
-  return match.hasMatch() ? match.captured(1) : otherwise;
-}
-
 // A name without a suffix gets that of the filter on show. Without a default suffix it is taken as typed.
 void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
   if (defaultSuffix.isEmpty()) {
@@ -98,7 +90,8 @@ void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
     return;
   }
   const auto follow = [&dialog, defaultSuffix](const QString& nameFilter) {
-    dialog.setDefaultSuffix(SuffixOf(nameFilter, defaultSuffix));
+    const auto suffix = nameFilter.section("*.", 1).remove(')');  // of "words (*.png)"
+    dialog.setDefaultSuffix(suffix.isEmpty() ? defaultSuffix : suffix);
   };
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
   follow(dialog.selectedNameFilter());
