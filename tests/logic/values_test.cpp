@@ -1,5 +1,4 @@
-// Words, degrees and their texts; the forms of parameters, and where each cell of a read goes.
-#include <bit>
+// Words, degrees and their texts; the forms of parameters.
 #include <cmath>
 
 #include "config/ParameterMap.h"
@@ -56,28 +55,6 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
   EXPECT_EQ(values::NumberText(Huge).size(), 309u);
   for (const double value : {NaN, -Infinity})
     EXPECT_EQ(FailureOf([&] { values::NumberText(value); }).code, EDOM) << value;
-}
-
-TEST(Strip, KeepsWhatSticksOutForHalfAMinute) {
-  Strip strip;
-  const auto least = [&](double secondsAgo) {
-    const auto part = Strip::Parts - 1 - static_cast<std::size_t>(secondsAgo * Strip::PartsASecond);
-    return strip.Points()[Strip::PointsAPart * part + 1];
-  };
-  EXPECT_TRUE(std::isnan(least(0)));
-  for (const double value : {3.0, -170.0, 5.0, 90.0, 4.0}) strip.Add(0.01, value);
-  EXPECT_EQ(least(0), -170);
-  EXPECT_EQ(strip.Points().back(), 90);
-  strip.Add(10.01, 1);
-  EXPECT_EQ(least(0), 1);
-  EXPECT_EQ(least(10), -170) << "older samples have moved";
-  EXPECT_TRUE(std::isnan(least(5))) << "a gap without a sample";
-  strip.Add(39.99, 2);
-  EXPECT_EQ(least(29.95), 1) << "the oldest part";
-  strip.Add(1000, 7);
-  EXPECT_EQ(std::ranges::count_if(strip.Points(), [](double v) { return !std::isnan(v); }), 6);
-  strip.Clear();
-  EXPECT_TRUE(std::isnan(least(0)));
 }
 
 // The lines that are drawn: pairs of neighbouring points, none of them NaN.
@@ -171,23 +148,6 @@ TEST(Forms, ValuesBecomeBytesOrAreRefused) {
         FailureOf([&, f = form, v = value, &c = cells] { EXPECT_EQ(config::Encode(f, v), c); }).code;
     EXPECT_EQ(code, cells ? 0 : ERANGE) << value;
   }
-}
-
-TEST(Map, AWholeReadBreaksOut) {
-  values::ReadArray cells;
-  std::iota(cells.begin(), cells.end(), std::uint8_t{2});  // k, which begins with 2
-  cells[12] = 0xF1;
-  cells[13] = 0xC7;
-  values::OnBoardParameters parameters;
-  config::BreakOut(cells, parameters);
-  using Fields = std::array<double, 24>;  // in the order of the record, the angles as counts first
-  Fields fields = {515, 1029, 1543, 2057, 2571, 3085, -3641, 4113, 4627,  5141,  5655,  6169,
-                   30,  31,   32,   33,   34,   35,   36,    9510, 10024, 10538, 11052, 47};
-  const double fullScales[] = {180, 90, 180, 180, 90, 90};
-  for (std::size_t i = 0; i < 6; ++i) fields[6 + i] = fields[6 + i] / 32767 * fullScales[i];
-  EXPECT_EQ(std::bit_cast<Fields>(parameters), fields);
-  EXPECT_EQ(config::AddressText(config::Parameters[4]) + " " + config::AddressText(config::Parameters[15]),
-            "10/11 31");
 }
 
 }  // namespace

@@ -177,26 +177,6 @@ TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
   EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80})) << "and fits an automatic one";
 }
 
-TEST_F(Graph, LinkedGraphsMoveTogether) {
-  CWGraph other;
-  other.SetXAxis(true, 0, 10);
-  for (auto* each : {&graph, &other}) each->PlotY(std::vector<double>(1000, 1));
-  graph.LinkXAxis(other);
-  other.SetXView({300, 500});
-  EXPECT_EQ(graph.XView(), (CWGraphRange{300, 500}));
-  QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
-  EXPECT_EQ(other.ReadOutText(), QString::fromUtf8("Sample 400: 1°"));
-  other.SetXLinkActive(false);
-  graph.ShowAll();
-  EXPECT_EQ(other.XView(), (CWGraphRange{300, 500}));
-  {
-    CWGraph brief;
-    graph.LinkXAxis(brief);
-  }
-  graph.SetXView({1, 50});  // the linked one is gone
-  EXPECT_EQ(graph.XView(), (CWGraphRange{1, 50}));
-}
-
 TEST_F(Graph, AsManyCursorsAsSamples) {
   graph.SetXAxis(false, 0, FullRun - 1);
   std::vector<double> places(FullRun);

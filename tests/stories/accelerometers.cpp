@@ -47,26 +47,6 @@ TEST_F(AccStory, ShowsReadingsClearsThemAtTheStopAndAClickHoldsTheStrips) {
   EXPECT_EQ(strip.XView().Size(), 30) << "nothing moves it";
 }
 
-TEST_F(AccStory, AReadingAbove32767EndsTheChainUntilTheNextStart) {
-  for (const std::size_t high : {0U, 2U, 4U}) {
-    SCOPED_TRACE(high);
-    logger.SpoilOne(1, [high](Bytes& reply, microseconds&) { reply[high] = 0x80; });
-    machine.wire.clear();
-    Sample();
-    machine.Pass(50ms);
-    Reads("MSComm1_OnComm");
-    EXPECT_EQ(Requests('a'), 1);
-    EXPECT_EQ(platform::Form::Active()->OnActivity().phase, "Sampling has stopped");
-    logger.accelerometers[high] = 0x7F;  // the highest that is accepted
-    Sample();
-    Sample();
-    machine.Pass(50ms);
-    EXPECT_GT(Requests('a'), 5);
-    Sample();
-    machine.Pass(1s);  // what was on its way
-  }
-}
-
 TEST_F(AccStory, SlideAndTextFollowEachOtherOnAPanelThatTheChordOpens) {
   Shared.OnBoardParameters.DAC2 = 513;
   Open("Accelerometers");

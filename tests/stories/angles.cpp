@@ -190,6 +190,26 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
   EXPECT_EQ(Records().size(), 6U);
 }
 
+TEST_P(RecorderStory, SavingOutlivesTheScreen) {
+  Save("outlives.qbx");
+  Sample();
+  machine.Pass(Kind().sampleTime * 2);
+  EXPECT_EQ(Records().size(), 2U);
+  for (const auto& next : Recorders) {
+    SCOPED_TRACE(next.screen);
+    Leave();
+    machine.Pass(10ms);  // the reply that was on its way finds nobody
+    Choose("Display", next.screen);
+    EXPECT_FALSE(Sampling());
+    EXPECT_FALSE(Checked("Data", "Save"));
+    const auto before = Records().size();
+    Sample();
+    machine.Pass(next.sampleTime * 2);
+    EXPECT_EQ(Records().size(), before + 2);
+    EXPECT_TRUE(Records().back().ends_with(next.record));
+  }
+}
+
 class AnglesStory : public LiveStory {
  protected:
   void SetUp() override { Open("Angles"); }

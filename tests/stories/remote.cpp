@@ -1,7 +1,6 @@
 // The remote session: roles, addresses, ports, what goes out and comes in, all of it on this computer.
 #include <QHostInfo>
 #include <QPlainTextEdit>
-#include <QRadioButton>
 #include <QUdpSocket>
 
 #include "live/SessionTexts.h"

@@ -2,9 +2,7 @@
 #pragma once
 
 #include <QMainWindow>
-#include <QMenu>
 #include <QMenuBar>
-#include <QPushButton>
 
 #include <stdexcept>
 #include <string>

@@ -2,16 +2,13 @@
 #pragma once
 
 #include <QApplication>
-#include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QProgressBar>
 #include <QTabBar>
 #include <QTest>
 
 #include <algorithm>
 #include <gtest/gtest.h>
 
+#include "platform/controls/Controls.h"
 #include "platform/machine/System.h"
 #include "shared/Records.h"
 #include "shell/MDIForm1.h"
