@@ -5,5 +5,5 @@ set(BEXLOW_LOGIC
   link/Protocol
   config/ParameterMap
   live/Datagram live/Strip
-  graph/ViewNumbers)
+  graph/Report graph/ViewNumbers)
 set(BEXLOW_LOGIC_HEADERS values/LoggerValues)

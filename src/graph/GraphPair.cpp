@@ -1,20 +1,57 @@
 #include "graph/GraphPair.h"
 
+#include <QClipboard>
+#include <QDateTime>
+#include <QGuiApplication>
 #include <QLocale>
 #include <QPushButton>
 
 #include <algorithm>
-#include <filesystem>
+#include <cmath>
+#include <memory>
+#include <numeric>
 
 #include "files/Recording.h"
-#include "graph/ViewNumbers.h"
 #include "platform/controls/Controls.h"
 #include "platform/graph/CWGraphTicks.h"
+#include "platform/machine/Machine.h"
+#include "platform/machine/System.h"
+#include "platform/machine/TextFile.h"
 #include "values/NumberText.h"
 
 namespace bexlow::graph {
 
 using platform::CWGraph;
+using platform::MsgBox;
+
+namespace {
+
+char DecimalPoint() {
+  return QLocale().decimalPoint().toLatin1().at(0);
+}
+
+void Copy(const std::string& text) {
+  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
+}
+
+std::unique_ptr<CWGraph> MakeHistogram(const View& view, std::size_t axis) {
+  const auto& [name, unit, least, greatest, wraps] = view.run.axes[axis];
+  const auto [step, shares] = HistogramInView(view, axis);
+  const double first = (static_cast<double>(step) + 0.5) * HistogramStep;  // the middle of the step
+  const double last = first + HistogramStep * (static_cast<double>(shares.size()) - 1);
+  auto graph = std::make_unique<CWGraph>();
+  graph->setAccessibleName(QString::fromUtf8(name) + QString(" in view, in steps of %1").arg(HistogramStep) +
+                           QString::fromUtf8(unit));
+  graph->SetAxisTitles(unit.empty() ? "Bits" : "", "Samples (%)");
+  graph->SetPlotStyle(platform::PlotStyle::Bin);
+  graph->SetXAxis(false, std::min(least, first), std::max(greatest, last));
+  graph->SetYAxis(true, 0, 1);
+  graph->PlotY(shares, first, HistogramStep);
+  graph->DrawNow();
+  return graph;
+}
+
+}  // namespace
 
 GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
   auto* column = new QVBoxLayout(this);
@@ -39,9 +76,9 @@ CWGraph* GraphPair::AddGraph() {
   column->addWidget(graph);
   static_cast<QVBoxLayout*>(layout())->addWidget(frame, 1);
   graph->Moved = [this, axis] { ShowNumbers(axis); };
-  graph->NumbersToCopy = [this] { return NumbersText(); };
   if (axis > 0) CWGraph1->LinkXAxis(*graph);
   graphs_.push_back(graph);
+  BuildMenu(axis);
   return graph;
 }
 
@@ -78,9 +115,7 @@ void GraphPair::PrepareBin() {
 }
 
 void GraphPair::TellFile(const std::string& path, const files::RunFacts& facts) {
-  const std::filesystem::path file(path);
-  fileName_ = file.filename().string();
-  fileStem_ = file.stem().string();
+  file_ = path;
   facts_ = facts;
   run_ = nullptr;
   times_.reset();
@@ -91,13 +126,15 @@ void GraphPair::TellFile(const std::string& path, const files::RunFacts& facts) 
 
 void GraphPair::SetHeadings(const std::string& pages) {
   const auto launched = facts_.launch.empty() ? "" : ", launched " + facts_.launch;
-  const auto heading = QString::fromStdString(fileName_ + launched + (pages.empty() ? "" : ", " + pages));
-  const auto stem = QString::fromStdString(fileStem_ + (pages.empty() ? "" : " " + pages));
-  for (auto* graph : graphs_) graph->SetHeading(heading, stem);
+  const auto heading =
+      QString::fromStdString(file_.filename().string() + launched + (pages.empty() ? "" : ", " + pages));
+  stem_ = file_.stem().string() + (pages.empty() ? "" : " " + pages);
+  for (auto* graph : graphs_) graph->SetHeading(heading, QString::fromStdString(stem_));
 }
 
 void GraphPair::TellRun(const std::string& words) {
-  std::string line = fileName_ + ": ";
+  words_ = words;
+  std::string line = file_.filename().string() + ": ";
   if (!facts_.serialNumber.empty()) line += "logger " + facts_.serialNumber + ", ";
   if (!facts_.launch.empty()) line += "launched " + facts_.launch + ", ";
   lblRun_->setText(words.empty() ? QString() : QString::fromStdString(line + words));
@@ -194,15 +231,96 @@ void GraphPair::ShowNumbers(std::size_t axis) {
   graphs_[axis]->SetNumbers(numbers ? QString::fromStdString(NumbersLine(*numbers, *limit)) : QString());
 }
 
-QString GraphPair::NumbersText() const {
+void GraphPair::BuildMenu(std::size_t axis) {
+  auto* graph = graphs_[axis];
+  graph->AddMenuEntry(
+      "Copy &Numbers", [this] { Copy(NumbersText()); }, [this, axis] { return NumbersOf(axis).has_value(); });
+  graph->AddMenuEntry(
+      "Copy P&ushes", [this] { Copy(PushTable(*InView(), DecimalPoint())); },
+      [this] { return InView() && !InView()->Pushes().empty(); });
+  graph->AddMenuEntry(
+      "Save What &Is in View...", [this] { SaveView(); }, [this] { return InView().has_value(); });
+  graph->AddMenuEntry(
+      "R&eport...", [this, graph] { Report(*graph); },
+      [this] { return InView() || (run_ == nullptr && !CWGraph1->Values().empty()); });
+}
+
+// Graphs of a run of several axes have the same view.
+std::optional<View> GraphPair::InView() const {
+  for (const auto* graph : graphs_) {
+    const auto drawn = graph->DrawnSamples();
+    if (run_ == nullptr || !drawn) continue;
+    View view{*run_, drawn->first, drawn->second};
+    if (!times_) return view;
+    view.rate = times_->rate;
+    view.secondsAt = times_->secondsAt;
+    view.lengthText = [](double seconds) { return platform::DurationClock(seconds).toStdString(); };
+    auto launch = QDateTime::fromString(QString::fromStdString(facts_.launch), "yyyy-MM-dd HH:mm:ss");
+    launch.setTimeSpec(Qt::UTC);  // the logger's clock knows no summer time
+    if (launch.isValid())
+      view.clockText = [launch](double seconds) {
+        return launch.addSecs(std::llrint(seconds)).toString("yyyy-MM-dd HH:mm:ss").toStdString();
+      };
+    return view;
+  }
+  return std::nullopt;
+}
+
+std::string GraphPair::NumbersText() const {
   auto text = lblRun_->text().toStdString() + "\n" + NumbersHead();
-  const auto point = QLocale().decimalPoint().toLatin1();
   for (std::size_t i = 0; i < graphs_.size(); ++i) {
     const auto name = graphs_[i]->accessibleName().toStdString();
     if (const auto numbers = NumbersOf(i))
-      text += NumbersRow(name, *numbers, *graphs_[i]->Limit(), point.at(0));
+      text += NumbersRow(name, *numbers, *graphs_[i]->Limit(), DecimalPoint());
   }
-  return QString::fromStdString(text);
+  return text;
+}
+
+void GraphPair::SaveView() {
+  const auto view = *InView();
+  platform::CommonDialog question;
+  question.Flags = platform::OverwritePrompt;
+  question.InitDir = platform::DataFilesFolder().string();
+  question.Filter = "CSV Files (*.csv)|*.csv";
+  question.DefaultExt = "csv";
+  question.SuggestedName =
+      stem_ + " " + std::to_string(view.first) + " to " + std::to_string(view.last) + ".csv";
+  if (!question.ShowSave()) return;
+  std::error_code unknown;
+  const auto& path = question.FileName;
+  const auto reason = std::filesystem::equivalent(path, file_, unknown)
+                          ? "it is the data file that is on show"
+                          : platform::Replace(path, SamplesCsv(view));
+  if (!reason.empty()) MsgBox("The table cannot be saved as " + path + ": " + reason);
+}
+
+void GraphPair::Report(CWGraph& graph) const {
+  const auto view = InView();
+  std::vector<CWGraph::SheetRow> rows;
+  const auto add = [&](const std::string& text) { rows.push_back({QString::fromStdString(text), {}}); };
+  const auto safe = [](const std::string& text) {
+    return QString::fromStdString(text).toHtmlEscaped().toStdString();
+  };
+  add(HeadText(safe(file_.filename().string()), facts_, safe(words_), view ? &*view : nullptr));
+  std::vector<double> limits;
+  std::string totals;
+  std::vector<std::unique_ptr<CWGraph>> histograms;
+  for (std::size_t axis = 0; axis < graphs_.size(); ++axis) {
+    const auto* each = graphs_[axis];
+    limits.push_back(each->Limit().value_or(0));
+    if (each->Values().empty()) continue;
+    rows.push_back({{}, {each}});
+    if (view) histograms.push_back(MakeHistogram(*view, axis));
+    const auto total = std::accumulate(each->Values().begin(), each->Values().end(), 0.0);
+    totals += (totals.empty() ? ": " : ", ") + each->accessibleName().toStdString() + " " +
+              values::PlainNumberText(total);
+  }
+  add(view ? FiguresText(*view, limits) : "Counts in all" + totals);
+  rows.push_back({});
+  for (const auto& histogram : histograms) rows.back().graphs.push_back(histogram.get());
+  add(view ? PushesText(*view) : "");
+  add("Bexlow " + platform::ProgramVersion());
+  graph.PrintReport(QString::fromStdString(stem_ + " report"), rows);
 }
 
 }  // namespace bexlow::graph

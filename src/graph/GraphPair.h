@@ -4,6 +4,7 @@
 
 #include <QWidget>
 
+#include <filesystem>
 #include <optional>
 #include <span>
 #include <string>
@@ -12,6 +13,7 @@
 #include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/Series.h"
+#include "graph/Report.h"
 #include "graph/ViewNumbers.h"
 #include "platform/graph/CWGraph.h"
 
@@ -56,7 +58,11 @@ class GraphPair : public QWidget {
   std::optional<platform::SampleTimes> TimesOf(const files::Run& run) const;
   void ShowNumbers(std::size_t axis);
   std::optional<ViewNumbers> NumbersOf(std::size_t axis) const;
-  QString NumbersText() const;
+  void BuildMenu(std::size_t axis);
+  std::optional<View> InView() const;
+  std::string NumbersText() const;
+  void SaveView();
+  void Report(platform::CWGraph& graph) const;
   void SetHeadings(const std::string& pages);
   void TellRun(const std::string& words);
   std::string RunText() const;
@@ -64,7 +70,8 @@ class GraphPair : public QWidget {
   std::vector<platform::CWGraph*> graphs_;  ///< from top to bottom, one for each axis
   QLabel* lblRun_;  ///< which file, logger and launch the curves belong to, and how long they are
   bool hasRunLine_ = true;
-  std::string fileName_, fileStem_;
+  std::filesystem::path file_;
+  std::string stem_, words_;  ///< of the file and what is drawn of it
   files::RunFacts facts_;
   const files::Run* run_ = nullptr;
   std::optional<platform::SampleTimes> times_;

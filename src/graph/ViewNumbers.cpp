@@ -12,14 +12,6 @@ namespace {
 
 constexpr std::int64_t HalfCircle = 1800;  // tenths
 
-/// To one decimal; a share that would read as none or as all, and is not, says so.
-std::string Percent(std::int64_t part, std::int64_t whole) {
-  const auto tenths = values::RoundedQuotient(part * 1000, whole);
-  if (tenths == 0 && part > 0) return "below 0.1 %";
-  if (tenths == 1000 && part < whole) return "above 99.9 %";
-  return values::TenthsText(tenths) + " %";
-}
-
 std::string Count(std::int64_t count, const std::string& one, const std::string& more) {
   return values::CountText(count) + " " + (count == 1 ? one : more);
 }
@@ -28,6 +20,19 @@ std::string Count(std::int64_t count, const std::string& one, const std::string&
 
 std::int64_t ViewNumbers::Mean() const {
   return counted == 0 ? 0 : values::RoundedQuotient(sum, counted);
+}
+
+// The product of an hour's count and squares has more digits than 64 bits hold.
+std::int64_t ViewNumbers::Deviation() const {
+  const auto n = static_cast<long double>(counted), total = static_cast<long double>(sum);
+  return counted == 0 ? 0 : std::llrint(std::sqrt(std::max(0.0L, n * squares - total * total)) / n);
+}
+
+std::string Percent(std::int64_t part, std::int64_t whole) {
+  const auto tenths = values::RoundedQuotient(part * 1000, whole);
+  if (tenths == 0 && part > 0) return "below 0.1 %";
+  if (tenths == 1000 && part < whole) return "above 99.9 %";
+  return values::TenthsText(tenths) + " %";
 }
 
 ViewNumbers NumbersInView(const files::Run& run, std::size_t axis, std::size_t first, std::size_t last,
@@ -56,6 +61,7 @@ ViewNumbers NumbersInView(const files::Run& run, std::size_t axis, std::size_t f
     numbers.crosses = numbers.crosses || (wraps && before && std::abs(tenth - *before) > HalfCircle);
     numbers.sum += tenth;
     const auto size = static_cast<double>(tenth);
+    numbers.squares += size * size;
     numbers.above += size > limitTenths ? 1 : 0;
     numbers.below += size < limitTenths ? 1 : 0;
     ++numbers.counted;

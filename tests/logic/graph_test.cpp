@@ -1,13 +1,18 @@
 // Reading data files back: series, bin pairs, button pushes and rows of the table of runs, hostile files
 // among them.
+#include <cmath>
+#include <regex>
+
 #include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/Recording.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
+#include "graph/Report.h"
 #include "graph/ViewNumbers.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
+#include "values/Conversions.h"
 #include "values/NumberText.h"
 
 namespace bexlow {
@@ -87,6 +92,109 @@ TEST(ViewNumbers, AreExactAndLeaveOutPushesAndTheUnwrittenEnd) {
   EXPECT_EQ(row, "X\t0\t527\t450\t6\t72\t-0,7\t60,4\t60,5\t60\t449\t1\n");
 }
 
+/// At 7.5 samples a second; lengths in whole seconds, and the clock reads so much past noon.
+graph::View ViewOf(const files::Run& run, std::size_t first, std::size_t last) {
+  const auto length = [](double seconds) { return std::to_string(std::llrint(seconds)) + "s"; };
+  return {run,
+          first,
+          last,
+          7.5,
+          [&run](double sample) { return files::PeriodsAt(run, sample) / 7.5; },
+          length,
+          [length](double seconds) { return "12:00+" + length(seconds); }};
+}
+
+/// Rich text with a bar for each tag or several.
+std::string Plain(const std::string& html) {
+  return std::regex_replace(html, std::regex("(<[^>]*>)+"), "|");
+}
+
+// Samples 264 and 265 are pushes, page 3 is missing before them, and from 456 on nothing was written.
+TEST(View, IsAExactTableOfSamples) {
+  auto run = OddRun();
+  files::Run bits;
+  bits.axes = files::AccelerometerAxes;
+  bits.tenths = {files::Tenths{3770, 20}, {910, -5}, {4060, 10240}};
+  files::Run oneChannel;
+  ASSERT_TRUE(files::ReadRun(Header("1", "2") + Record("2", 264, "-.7"), 2, oneChannel));
+  auto noTimes = ViewOf(run, 39, 40);
+  noTimes.secondsAt = nullptr;
+  using Row = std::tuple<const char*, graph::View, const char*>;
+  for (const auto& [what, view, csv] :
+       {Row{"a spike", ViewOf(run, 231, 233),
+            "Sample,Time(seconds),X angle,Y angle,Push\r\n231,30.8,60.5,-20.5,\r\n232,30.933,-.7,90,\r\n"
+            "233,31.067,60.5,-20.5,\r\n"},
+        Row{"pushes after a gap", ViewOf(run, 263, 266),
+            "Sample,Time(seconds),X angle,Y angle,Push\r\n263,35.067,60.5,-20.5,\r\n264,52.8,,,BP\r\n"
+            "265,52.933,,,BP\r\n266,53.067,60.5,-20.5,\r\n"},
+        Row{"unwritten end", ViewOf(run, 455, 527),
+            "Sample,Time(seconds),X angle,Y angle,Push\r\n455,78.267,60.5,-20.5,\r\n"},
+        Row{"no times", noTimes, "Sample,X angle,Y angle,Push\r\n39,60.5,-20.5,\r\n40,,,BP\r\n"},
+        Row{"one channel", ViewOf(oneChannel, 1, 1), "Sample,Time(seconds),Y angle\r\n1,35.333,-.7\r\n"},
+        Row{"a recording",
+            {bits, 0, 1, 0, [](double sample) { return 0.01 + sample; }},
+            "Sample,Time(seconds),Acc X,Acc Y,Acc Z\r\n0,.01,377,91,406\r\n1,1.01,2,-.5,1024\r\n"}}) {
+    EXPECT_EQ(graph::SamplesCsv(view), csv) << what;
+  }
+}
+
+TEST(View, ListsItsPushesWithTheSampleBefore) {
+  const auto run = OddRun();
+  const std::string head = "Push\tSample\tTime\tClock time\tX before\tY before\n";
+  EXPECT_EQ(graph::PushTable(ViewOf(run, 100, 304), ','),
+            head +
+                "2\t172\t23s\t12:00+23s\t60,5\t-20,5\n3\t264\t53s\t12:00+53s\t\t\n"
+                "4\t265\t53s\t12:00+53s\t\t\n5\t304\t58s\t12:00+58s\t60,5\t-20,5\n");
+  auto view = ViewOf(run, 0, 527);
+  view.secondsAt = nullptr;
+  view.clockText = nullptr;
+  EXPECT_TRUE(
+      graph::PushTable(view, '.').starts_with("Push\tSample\tX before\tY before\n1\t40\t60.5\t-20.5\n"));
+  files::Run many;
+  ASSERT_TRUE(files::ReadRun(Header() + Record("1", 264, "BP"), 3, many));
+  EXPECT_TRUE(graph::PushTable(ViewOf(many, 0, 0), '.').ends_with("1\t0\t0s\t12:00+0s\t\t\n"))
+      << "none before";
+  const auto text = Plain(graph::PushesText(ViewOf(many, 0, 131)));
+  EXPECT_TRUE(text.starts_with("|Push|Sample|Time|Clock time|Push|"));
+  EXPECT_TRUE(text.ends_with("|30|29|4s|12:00+4s|and 102 more|")) << text;
+  EXPECT_EQ(graph::PushesText(ViewOf(run, 0, 39)), "");
+}
+
+// Deviation of X: 61.2 * sqrt(449) / 450 = 2.882, of Y: 110.5 * sqrt(449) / 450 = 5.203; 449 samples last
+// 59.87 s.
+TEST(View, IsReportedInFiguresAndHistograms) {
+  const auto run = OddRun();
+  const auto text = Plain(graph::FiguresText(ViewOf(run, 0, 527), std::vector<double>{60, -20.5}));
+  EXPECT_EQ(
+      text.substr(text.find("|X|")),
+      "|X|-0.7°|60.4°|60.5°|2.9°|60°|99.8 %, 60s|0.2 %, 0s|Y|-20.5°|-20.3°|90.0°|5.2°|-20.5°|0.2 %, 0s|"
+      "0.0 %, 0s|450 samples counted, left out: 6 pushes, 72 zeros at the end; a push has no angles; where "
+      "the zeros stand the logger had not filled its last page. Figures and shares are rounded to one "
+      "decimal, times to seconds.|");
+  EXPECT_TRUE(Plain(graph::FiguresText(ViewOf(run, 40, 40), std::vector<double>{0, 0}))
+                  .find("|X|-|-|-|-|0°|-|-|Y|-") != std::string::npos);
+  const auto late = ViewOf(run, 264, 527);
+  const auto head = Plain(graph::HeadText("a", {"417", "", 7.5}, "b", &late));
+  EXPECT_EQ(head,
+            "|a|Logger|417|Rate|7.5 samples a second|Run|b|In view|samples 264 to 527, 53s to 88s since the "
+            "launch|");
+  const auto shares = [](const files::Run& of, std::size_t axis, std::size_t last) {
+    const auto [first, percent] = graph::HistogramInView(ViewOf(of, 0, last), axis);
+    std::string told;
+    for (std::size_t i = 0; i < percent.size(); ++i)
+      if (percent[i] > 0)
+        told += std::to_string(first + static_cast<std::int64_t>(i)) + ": " +
+                values::NumberText(values::RoundToDecimals(percent[i], 4)) + " ";
+    return told;
+  };
+  EXPECT_EQ(shares(run, 0, 527), "-1: .2222 12: 99.7778 ");
+  EXPECT_EQ(shares(run, 1, 527), "-5: 99.7778 17: .2222 ");
+  files::Run edges;
+  edges.tenths[0] = {-1800, -1750, -1749, -1, 0, 49, 50, 1799, 1800, 1801};
+  EXPECT_EQ(shares(edges, 0, 9), "-36: 10 -35: 20 -1: 10 0: 20 1: 10 35: 20 36: 10 ");
+  EXPECT_EQ(shares({}, 0, 0), "");
+}
+
 TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
   files::Run run;
   run.tenths[0] = {1790, 1800, -1799, -1790, 0, 0};
@@ -98,6 +206,9 @@ TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
     const auto numbers = graph::NumbersInView(run, 0, first, last, 0);
     EXPECT_EQ(numbers.crosses, crosses) << first;
     EXPECT_EQ(graph::NumbersLine(numbers, 0).find("min -") != std::string::npos, !crosses && first > 0);
+    const auto report = Plain(graph::FiguresText({run, first, last}, std::vector<double>{0}));
+    EXPECT_EQ(report.find("|X|-|-|-|-|0°|") != std::string::npos, crosses) << report;
+    EXPECT_EQ(report.find("|X crosses ±180°, so it has no min,") != std::string::npos, crosses) << report;
   }
   graph::ViewNumbers many{0, 270203, 270204};
   many.above = 1;

@@ -123,17 +123,12 @@ TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
   const auto words = last.Description();
   EXPECT_TRUE(words.contains("Sampling time (h:mm:ss) from 0:00:00 to 0:00:02"));
   EXPECT_TRUE(words.contains(isAngles ? "In view: min 2.7°, mean 2.7°" : "Acc Z (bits) from 0 to 1024"));
-  const auto choose = [](platform::CWGraph& graph, const char* caption) {
-    for (auto* entry : graph.actions())
-      if (entry->isVisible() && Plain(entry->text()) == caption) return entry->trigger();
-    ADD_FAILURE() << "no entry " << caption;
-  };
   for (const auto& [entry, name] :
        {std::pair{"Save Picture As...", isAngles ? "live Y.png" : "live Acc Z.png"},
         isAngles ? std::pair{"Save Both As...", "live X and Y.png"}
                  : std::pair{"Save All As...", "live Acc X and Acc Y and Acc Z.png"}}) {
     machine.WillCancelFile();
-    choose(last, entry);
+    FindOffered(last, entry)->trigger();
     EXPECT_EQ(machine.fileQuestions.back().SuggestedName, name);
   }
   Story::Open(Header());
@@ -145,7 +140,7 @@ TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
   EXPECT_EQ(Text("lblRun"), "f.qbx: 1 sample, 0.0 s");
   EXPECT_EQ(first.accessibleName(), isAngles ? "Acc X" : "X");
   EXPECT_EQ(first.Limit(), isAngles ? 512 : 0);
-  choose(first, isAngles ? "Copy All" : "Copy Both");
+  EXPECT_TRUE(FindOffered(first, isAngles ? "Copy All" : "Copy Both"));
 }
 
 TEST_P(RecorderStory, SavesToItsOwnFileOnceItHasOneWhateverAnotherTabDid) {

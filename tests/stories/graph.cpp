@@ -1,5 +1,9 @@
 // Opening data files, paging through the pairs of a Bin file, and the button-push review.
+#include <QClipboard>
+#include <QPrinter>
+
 #include "platform/graph/CWGraph.h"
+#include "platform/machine/TextFile.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -37,6 +41,7 @@ class GraphScreen : public Story {
  protected:
   platform::CWGraph& X() const { return The<platform::CWGraph>("CWGraph1"); }
   platform::CWGraph& Y() const { return The<platform::CWGraph>("CWGraph2"); }
+  QAction* InMenu(const QString& entry) const { return FindOffered(X(), entry); }
 };
 
 class GraphStory : public GraphScreen {
@@ -88,27 +93,90 @@ TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
 }
 
 TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
-  const auto offers = [&](const QString& caption) {
-    const auto entries = X().actions();
-    return std::ranges::any_of(
-        entries, [&](QAction* entry) { return entry->text().remove('&') == caption && entry->isVisible(); });
-  };
   Open(Header() + Record("1", 264, "11.2"));
   X().DrawNow();
-  EXPECT_TRUE(offers("Time on the Axis"));
+  EXPECT_TRUE(InMenu("Time on the Axis"));
   EXPECT_TRUE(X().Description().contains(
       QString::fromUtf8("In view: min 11.2°, mean 11.2°, max 11.2°; above 0°: 100.0 %, below: 0.0 %")));
-  const auto copied = X().NumbersToCopy();
+  InMenu("Copy Numbers")->trigger();
+  const auto copied = QApplication::clipboard()->text();
   EXPECT_TRUE(copied.startsWith("f.qbx: launched 2004-03-09 14:05:07, 132 samples, 17.6 s\nAxis\t"));
   EXPECT_TRUE(
       copied.endsWith("\nX\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"
                       "Y\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"));
   Open(BinFile(2));
   X().DrawNow();
-  EXPECT_FALSE(offers("Time on the Axis") || offers("Copy Numbers"));
+  for (const auto* entry : {"Time on the Axis", "Copy Numbers", "Copy Pushes", "Save What Is in View..."})
+    EXPECT_EQ(InMenu(entry), nullptr) << entry;
   EXPECT_FALSE(X().Description().contains("In view"));
   EXPECT_EQ(X().XView(), (platform::CWGraphRange{-180, 180}));
   EXPECT_EQ(Y().XView(), (platform::CWGraphRange{-90, 90}));
+}
+
+TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
+  Open(Header() + Records(2, {2, 131}));
+  X().SetXView({1, 4});
+  X().DrawNow();
+  const auto save = [&](const std::filesystem::path& file) {
+    machine.WillChooseFile(file.string());
+    InMenu("Save What Is in View...")->trigger();
+  };
+  save(DataFile("part.csv"));
+  EXPECT_EQ(platform::ReadWhole(DataFile("part.csv")),
+            "Sample,Time(seconds),X angle,Y angle,Push\r\n1,.133,11.2,-5.6,\r\n2,.267,,,BP\r\n"
+            "3,.4,11.2,-5.6,\r\n4,.533,11.2,-5.6,\r\n");
+  EXPECT_EQ(machine.fileQuestions.back().SuggestedName, "f 1 to 4.csv");
+  EXPECT_EQ(machine.fileQuestions.back().Flags, platform::OverwritePrompt);
+  std::filesystem::create_symlink(path, DataFile("link.csv"));
+  for (const auto& [file, reason] : {std::pair{path, "it is the data file"},
+                                     {DataFile("link.csv"), "it is the"},
+                                     {DataFile("none/a.csv"), "No such file"}}) {
+    const auto before = platform::ReadWhole(path);
+    save(file);
+    ASSERT_EQ(machine.boxes.size(), 1);
+    EXPECT_TRUE(Contains(machine.boxes.front(), file.string() + ": " + reason));
+    machine.boxes.clear();
+    EXPECT_EQ(platform::ReadWhole(path), before);
+  }
+  InMenu("Copy Pushes")->trigger();
+  EXPECT_EQ(
+      QApplication::clipboard()->text(),
+      "Push\tSample\tTime\tClock time\tX before\tY before\n1\t2\t0:00:00\t2004-03-09 14:05:07\t11.2\t-5.6\n");
+  X().SetXView({100, 140});
+  X().DrawNow();
+  InMenu("Copy Pushes")->trigger();
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("\n2\t131\t0:00:17\t2004-03-09 14:05:24\t"));
+  X().SetXView({200, 210});
+  X().DrawNow();
+  EXPECT_EQ(InMenu("Copy Pushes"), nullptr);
+}
+
+TEST_F(GraphStory, AReportIsOneSheetWholeOrNotAtAll) {
+  QString preset;
+  std::filesystem::path chosen;
+  EXPECT_EQ(InMenu("Report..."), nullptr) << "no file";
+  for (const auto& [text, suggested, view] :
+       {std::tuple{Header() + Records(2, {1, 2, 3, 4, 5, 6}), "f report.pdf", platform::CWGraphRange{0, 263}},
+        {Header() + Records(1, {1, 2, 3, 4, 5, 6}), "f report.pdf", {2, 5}},
+        {Header("1", "2") + Record("1", 264, "5"), "f report.pdf", {0, 263}},
+        {BinFile(2), "f pages 1 and 2 report.pdf", {-180, 180}}}) {
+    SCOPED_TRACE(text);
+    Open(text);
+    X().SetXView(view);
+    for (auto* graph : {&X(), &Y()}) graph->DrawNow();
+    X().AskPrinter = [&](QPrinter& printer) {
+      preset = printer.outputFileName();
+      return printer.setOutputFileName(QString::fromStdString(chosen.string())), true;
+    };
+    chosen = DataFile("sheet.pdf");
+    InMenu("Report...")->trigger();
+    EXPECT_EQ(preset.toStdString(), DataFile(suggested));
+    EXPECT_EQ(QByteArray::fromStdString(platform::ReadWhole(chosen)).count("/Type /Page\n"), 1);
+    chosen = DataFile("none/a.pdf");
+    InMenu("Report...")->trigger();
+    EXPECT_TRUE(Contains(machine.boxes.back(), chosen.string() + " cannot be written: No such file"));
+    machine.boxes.clear();
+  }
 }
 
 TEST_F(GraphStory, BinPairsArePagedThrough) {

@@ -25,6 +25,15 @@ inline QAction* FindEntry(const QMainWindow& outer, const QString& menu, const Q
   return nullptr;
 }
 
+/// An entry that the menu of a control offers now; null if there is none.
+inline QAction* FindOffered(const QWidget& control, const QString& entry) {
+  auto* menu = control.findChild<QMenu*>();
+  emit menu->aboutToShow();
+  for (auto* action : menu->actions())
+    if (action->isVisible() && Plain(action->text()) == entry) return action;
+  return nullptr;
+}
+
 /// Neither the entry nor its menu is hidden or disabled.
 inline bool IsOffered(const QAction* entry) {
   if (entry == nullptr || !entry->isEnabled() || !entry->isVisible()) return false;

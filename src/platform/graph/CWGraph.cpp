@@ -173,14 +173,11 @@ const std::optional<SampleTimes>& CWGraph::Clock() const {
 
 void CWGraph::RenewTimes() {
   SetTickers(*plot_, style_, Clock());
-  RenewMenu();
   DrawSoon();
 }
 
 void CWGraph::SetNumbers(const QString& words) {
-  if (numbers_->text() == words) return;
   numbers_->setText(words);
-  RenewMenu();
 }
 
 // An edge that differs from a sample by the rounding of doubles shows it.
@@ -201,7 +198,6 @@ void CWGraph::LinkXAxis(CWGraph& other) {
   for (const auto& graph : all) {
     graph->linked_ = all;
     graph->linkActive_ = true;
-    graph->RenewMenu();
   }
 }
 

@@ -89,8 +89,8 @@ class CWGraph : public QWidget {
   std::span<const double> Values() const { return values_; }
   /// Called before a redraw when series, x view or limit have changed.
   std::function<void()> Moved;
-  /// The text that the menu copies, while there are numbers.
-  std::function<QString()> NumbersToCopy;
+  /// An entry for what this graph's owner makes of it, in the menu while it applies.
+  void AddMenuEntry(const QString& caption, std::function<void()> action, std::function<bool()> applies);
 
   /// Text after the graph's name in the title of a picture, as file and launch, and before it in the name
   /// suggested for one.
@@ -121,6 +121,14 @@ class CWGraph : public QWidget {
   /// The lines of text around the plot that are on show: numbers, read-out.
   QList<QWidget*> WordsShown() const;
 
+  /// What stands on a sheet from top to bottom: text, as rich text, or graphs side by side. Text takes the
+  /// height it needs, rows of graphs share the rest.
+  struct SheetRow {
+    QString text;
+    std::vector<const CWGraph*> graphs;
+  };
+  /// Prints an upright sheet, in a PDF file of this name among the data files unless the user chooses else.
+  void PrintReport(const QString& name, const std::vector<SheetRow>& rows);
   /// Asks for a printer and its settings; false for none. Preset to a print dialog.
   std::function<bool(QPrinter&)> AskPrinter;
 
@@ -207,11 +215,13 @@ class CWGraph : public QWidget {
   QSize PictureSize(Extent extent) const;
   int TitleHeight() const;
   void PaintPart(QCPPainter& painter, QSize size) const;
-  bool Paint(Extent extent, QPaintDevice& device, QSize size, bool asVectors) const;
+  std::vector<SheetRow> Rows(Extent extent) const;
+  static bool Paint(const std::vector<SheetRow>& rows, QPaintDevice& device, QSize size, bool asVectors);
   QImage Picture(Extent extent) const;
   QByteArray PictureFile(Extent extent, const QString& extension) const;
   void SaveByUser(Extent extent);
   void PrintByUser(Extent extent);
+  void PrintSheet(QPrinter& printer, const std::vector<SheetRow>& rows);
 
   // CWGraphWords.cpp
   static void InstallAccess();
@@ -236,7 +246,8 @@ class CWGraph : public QWidget {
   QCPGraph* curve_ = nullptr;
   QLabel *numbers_ = nullptr, *words_ = nullptr;
   QMenu* menu_ = nullptr;
-  QAction *timeEntry_ = nullptr, *numbersEntry_ = nullptr;
+  QAction *timeEntry_ = nullptr, *pictures_ = nullptr;
+  std::vector<std::pair<QAction*, std::function<bool()>>> ownersEntries_;
   std::vector<QAction*> allEntries_;
 
   std::vector<double> cursors_;  // in the order given

@@ -1,24 +1,28 @@
 // The context menu of a graph, and its pictures for reports.
+#include <QAbstractTextDocumentLayout>
 #include <QBuffer>
 #include <QClipboard>
 #include <QFileInfo>
 #include <QGuiApplication>
 #include <QLabel>
+#include <QLocale>
 #include <QMenu>
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QSaveFile>
 #include <QSvgGenerator>
+#include <QTextDocument>
 #include <qcustomplot.h>
 
 #include <algorithm>
+#include <deque>
 
 #include "platform/controls/Colours.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
+#include "platform/machine/TextFile.h"
 
 namespace bexlow::platform {
 
@@ -28,14 +32,15 @@ constexpr auto PictureFilter =
     "PNG picture (*.png)|*.png|PDF document (*.pdf)|*.pdf|SVG drawing (*.svg)|*.svg";
 constexpr int PaperDotsPerInch = 96;  // those of the screen: fonts and lines keep their proportion
 constexpr double PointsPerInch = 72;
-constexpr int TitleRoom = 8;  // pixels above and below a title
+constexpr int SheetPoints = 8;  // of text on a sheet
+constexpr int TitleRoom = 8;    // pixels above and below a title
 
-/// Writes a file whole or not at all; false on failure, with the system's words in reason.
-bool SaveBytes(const QString& path, const QByteArray& bytes, QString& reason) {
-  QSaveFile file(path);
-  const bool isSaved = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-  if (!isSaved) reason = file.errorString();
-  return isSaved;
+void LayOut(QTextDocument& document, const QString& text, QPaintDevice& device, int width) {
+  document.documentLayout()->setPaintDevice(&device);
+  document.setDefaultFont(QFont(QGuiApplication::font().family(), SheetPoints));
+  document.setDocumentMargin(0);
+  document.setHtml("<body style='color: black'>" + text);
+  document.setTextWidth(width);
 }
 
 }  // namespace
@@ -44,10 +49,8 @@ QAction* CWGraph::AddEntry(const QString& caption, const QKeySequence& keys, std
   auto* entry = new QAction(caption, this);
   entry->setShortcut(keys);
   entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs, the one with the focus
-  connect(entry, &QAction::triggered, this, [this, action = std::move(action)] {
-    EventGate::Get().Click(this, action);
-    RenewMenu();
-  });
+  connect(entry, &QAction::triggered, this,
+          [this, action = std::move(action)] { EventGate::Get().Click(this, action); });
   addAction(entry);
   menu_->addAction(entry);
   return entry;
@@ -56,12 +59,12 @@ QAction* CWGraph::AddEntry(const QString& caption, const QKeySequence& keys, std
 void CWGraph::BuildMenu() {
   const auto copy = [this](Extent extent) { QGuiApplication::clipboard()->setImage(Picture(extent)); };
   menu_ = new QMenu(this);
+  connect(menu_, &QMenu::aboutToShow, this, [this] { RenewMenu(); });
   AddEntry(tr("&Whole Run"), {}, [this] { ShowAll(); });
   timeEntry_ = AddEntry(tr("&Time on the Axis"), {}, [this] { ShowTime(!timeShown_); });
   timeEntry_->setCheckable(true);
   menu_->addSeparator();
-  numbersEntry_ =
-      AddEntry(tr("Copy &Numbers"), {}, [this] { QGuiApplication::clipboard()->setText(NumbersToCopy()); });
+  pictures_ = menu_->addSeparator();
   AddEntry(tr("&Copy Picture"), QKeySequence::Copy, [copy] { copy(Extent::This); });
   AddEntry(tr("&Save Picture As..."), QKeySequence::Save, [this] { SaveByUser(Extent::This); });
   AddEntry(tr("&Print..."), QKeySequence::Print, [this] { PrintByUser(Extent::This); });
@@ -69,14 +72,22 @@ void CWGraph::BuildMenu() {
                  AddEntry(tr("Sa&ve Both As..."), {}, [this] { SaveByUser(Extent::All); }),
                  AddEntry(tr("P&rint Both..."), {}, [this] { PrintByUser(Extent::All); })};
   AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
-  RenewMenu();
+}
+
+void CWGraph::AddMenuEntry(const QString& caption, std::function<void()> action,
+                           std::function<bool()> applies) {
+  auto* entry = AddEntry(caption, {}, [action, applies] {
+    if (applies()) action();  // a screen reader presses what is not on show, too
+  });
+  menu_->insertAction(pictures_, entry);
+  ownersEntries_.emplace_back(entry, std::move(applies));
 }
 
 // Hides entries that do not apply and sets the check mark.
 void CWGraph::RenewMenu() {
   timeEntry_->setVisible(times_.has_value());
   timeEntry_->setChecked(timeShown_);
-  numbersEntry_->setVisible(NumbersToCopy && !numbers_->text().isEmpty());
+  for (const auto& [entry, applies] : ownersEntries_) entry->setVisible(applies());
   const auto count = Graphs(Extent::All).size();
   for (auto* entry : allEntries_) {
     entry->setVisible(count > 1);
@@ -142,15 +153,32 @@ void CWGraph::PaintPart(QCPPainter& painter, QSize size) const {
   plot_->replot(QCustomPlot::rpQueuedReplot);  // lays it out for the screen again
 }
 
-bool CWGraph::Paint(Extent extent, QPaintDevice& device, QSize size, bool asVectors) const {
+std::vector<CWGraph::SheetRow> CWGraph::Rows(Extent extent) const {
+  std::vector<SheetRow> rows;
+  for (const auto* graph : Graphs(extent)) rows.push_back({{}, {graph}});
+  return rows;
+}
+
+bool CWGraph::Paint(const std::vector<SheetRow>& rows, QPaintDevice& device, QSize size, bool asVectors) {
   QCPPainter painter;
   if (!painter.begin(&device)) return false;
   painter.setModes(asVectors ? QCPPainter::pmVectorized | QCPPainter::pmNoCaching : QCPPainter::pmNoCaching);
-  const auto graphs = Graphs(extent);
-  const QSize part(size.width(), size.height() / static_cast<int>(graphs.size()));
-  for (const auto* graph : graphs) {
-    graph->PaintPart(painter, part);
-    painter.translate(0, part.height());
+  std::deque<QTextDocument> texts(rows.size());
+  int room = size.height(), graphRows = 0;
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    LayOut(texts[i], rows[i].text, device, size.width());
+    if (rows[i].graphs.empty()) room -= texts[i].size().toSize().height();
+    graphRows += rows[i].graphs.empty() ? 0 : 1;
+  }
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const auto count = static_cast<int>(rows[i].graphs.size());
+    if (count == 0) texts[i].drawContents(&painter);
+    const QSize part(size.width() / std::max(count, 1), std::max(0, room) / std::max(graphRows, 1));
+    for (const auto* graph : rows[i].graphs) {
+      graph->PaintPart(painter, part);
+      painter.translate(part.width(), 0);
+    }
+    painter.translate(-part.width() * count, count == 0 ? texts[i].size().toSize().height() : part.height());
   }
   return true;
 }
@@ -160,7 +188,7 @@ QImage CWGraph::Picture(Extent extent) const {
   QImage image(size * devicePixelRatioF(), QImage::Format_RGB32);
   image.setDevicePixelRatio(devicePixelRatioF());
   image.fill(Qt::white);
-  Paint(extent, image, size, false);
+  Paint(Rows(extent), image, size, false);
   return image;
 }
 
@@ -178,7 +206,7 @@ QByteArray CWGraph::PictureFile(Extent extent, const QString& extension) const {
     svg.setSize(size);
     svg.setViewBox(QRect(QPoint(), size));
     svg.setResolution(PaperDotsPerInch);
-    Paint(extent, svg, size, true);
+    Paint(Rows(extent), svg, size, true);
   }
   if (kind == QStringLiteral("pdf")) {
     QPdfWriter pdf(&file);
@@ -186,7 +214,7 @@ QByteArray CWGraph::PictureFile(Extent extent, const QString& extension) const {
     const auto points = QSizeF(size) * PointsPerInch / PaperDotsPerInch;
     pdf.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
     pdf.setPageMargins({});
-    Paint(extent, pdf, size, true);
+    Paint(Rows(extent), pdf, size, true);
   }
   return bytes;
 }
@@ -202,21 +230,48 @@ void CWGraph::SaveByUser(Extent extent) {
   auto path = QString::fromStdString(question.FileName);
   if (QFileInfo(path).suffix().isEmpty()) path += QStringLiteral(".png");
   const auto bytes = PictureFile(extent, QFileInfo(path).suffix());
-  auto reason = tr("the name of a picture ends in .png, .pdf or .svg");
-  if (!bytes.isEmpty() && SaveBytes(path, bytes, reason)) return;
-  MsgBox(tr("The picture cannot be saved as %1: %2").arg(path, reason).toStdString());
+  const auto reason = bytes.isEmpty() ? "the name of a picture ends in .png, .pdf or .svg"
+                                      : Replace(path.toStdString(), bytes.toStdString());
+  if (!reason.empty()) MsgBox("The picture cannot be saved as " + path.toStdString() + ": " + reason);
 }
 
-// Fills one sheet. The dialog makes the name of a PDF file of the document's.
+// The dialog makes the name of a PDF file of the document's.
 void CWGraph::PrintByUser(Extent extent) {
   QPrinter printer;
   printer.setPageOrientation(QPageLayout::Landscape);
   printer.setDocName(SuggestedName(extent));
+  PrintSheet(printer, Rows(extent));
+}
+
+void CWGraph::PrintReport(const QString& name, const std::vector<SheetRow>& rows) {
+  QPrinter printer;
+  const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
+  printer.setOutputFormat(QPrinter::PdfFormat);
+  printer.setOutputFileName(QString::fromStdString(DataFilesFolder().string()) + '/' + name + ".pdf");
+  printer.setPageMargins({15, 12, 15, 12}, QPageLayout::Millimeter);
+  printer.setPageSize(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4));
+  PrintSheet(printer, rows);
+}
+
+// Fills one sheet. A PDF file is made in memory first, so that a full disk leaves no half file.
+void CWGraph::PrintSheet(QPrinter& printer, const std::vector<SheetRow>& rows) {
   if (!AskPrinter(printer)) return;
   printer.setResolution(PaperDotsPerInch);
-  if (Paint(extent, printer, printer.pageLayout().paintRectPixels(PaperDotsPerInch).size(), true)) return;
-  const auto file = printer.outputFileName().toStdString();
-  MsgBox(file.empty() ? "The printer cannot be used" : file + " cannot be written");
+  const auto size = printer.pageLayout().paintRectPixels(PaperDotsPerInch).size();
+  const auto path = printer.outputFileName().toStdString();
+  if (path.empty()) {
+    if (!Paint(rows, printer, size, true)) MsgBox("The printer cannot be used");
+    return;
+  }
+  QByteArray bytes;
+  QBuffer file(&bytes);
+  file.open(QIODevice::WriteOnly);
+  QPdfWriter pdf(&file);
+  pdf.setPageLayout(printer.pageLayout());
+  pdf.setResolution(PaperDotsPerInch);
+  Paint(rows, pdf, size, true);
+  const auto reason = Replace(path, bytes.toStdString());
+  if (!reason.empty()) MsgBox(path + " cannot be written: " + reason);
 }
 
 }  // namespace bexlow::platform

@@ -1,5 +1,7 @@
 #include "platform/machine/TextFile.h"
 
+#include <QSaveFile>
+
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
@@ -94,6 +96,13 @@ FileEnds ReadEnds(const std::filesystem::path& path, std::size_t head, std::size
   const off_t end = std::min(size, static_cast<off_t>(tail));
   return {file.Read(0, head), file.Read(size - end, static_cast<std::size_t>(end)),
           static_cast<std::uintmax_t>(size)};
+}
+
+std::string Replace(const std::filesystem::path& path, std::string_view bytes) {
+  QSaveFile file(QString::fromStdString(path.string()));
+  const bool isSaved = file.open(QIODevice::WriteOnly) &&
+                       file.write(bytes.data(), std::ssize(bytes)) == std::ssize(bytes) && file.commit();
+  return isSaved ? std::string() : file.errorString().toStdString();
 }
 
 void WriteWhole(const std::filesystem::path& path, std::string_view text) {

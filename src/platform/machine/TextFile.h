@@ -17,6 +17,9 @@ struct FileEnds {
   std::uintmax_t size;
 };
 FileEnds ReadEnds(const std::filesystem::path& path, std::size_t head, std::size_t tail);
+/// Puts a file of these bytes in the place of the one that is there, whole or not at all.
+/// @return  the system's words where it fails, else nothing
+std::string Replace(const std::filesystem::path& path, std::string_view bytes);
 /// Creates or empties the file and writes the text.
 void WriteWhole(const std::filesystem::path& path, std::string_view text);
 /// Opens for appending (creating a missing file), writes the text, closes. If not all of the text finds room

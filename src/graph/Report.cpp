@@ -1,0 +1,172 @@
+#include "graph/Report.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "graph/ViewNumbers.h"
+#include "values/Conversions.h"
+#include "values/NumberText.h"
+
+namespace bexlow::graph {
+
+namespace {
+
+constexpr std::size_t PushesInRow = 2, MostPushes = 15 * PushesInRow;
+const std::string TableStart = "<table width='100%' cellpadding='2' cellspacing='0'><tr>";
+using Cells = std::vector<std::string>;
+
+/// @param tag  th or td
+std::string Row(const std::string& tag, const Cells& cells) {
+  std::string row;
+  for (const auto& cell : cells)
+    row += "<" + tag + " align='left' style='white-space: nowrap'>" + cell + "</" + tag + ">";
+  return row;
+}
+
+/// What is known of a push; the names of that for nullptr.
+Cells PushCells(const View& view, const double* push) {
+  Cells cells{push ? std::to_string(push - view.run.pushes.data() + 1) : "Push",
+              push ? std::to_string(static_cast<std::size_t>(*push)) : "Sample"};
+  if (view.secondsAt) cells.push_back(push ? view.lengthText(view.secondsAt(*push)) : "Time");
+  if (view.clockText) cells.push_back(push ? view.clockText(view.secondsAt(*push)) : "Clock time");
+  return cells;
+}
+
+}  // namespace
+
+std::span<const double> View::Pushes() const {
+  return {std::ranges::lower_bound(run.pushes, static_cast<double>(first)),
+          std::ranges::upper_bound(run.pushes, static_cast<double>(last))};
+}
+
+std::string SamplesCsv(const View& view) {
+  const auto& run = view.run;
+  const bool canHoldPushes = !run.XLinear.empty() && !run.YLinear.empty();
+  std::string csv = view.secondsAt ? "Sample,Time(seconds)" : "Sample";
+  for (std::size_t i = 0; i < run.axes.size(); ++i) {
+    if (!run.tenths[i].empty())
+      csv.append(",").append(run.axes[i].name).append(run.axes[i].unit.empty() ? "" : " angle");
+  }
+  csv += canHoldPushes ? ",Push\r\n" : "\r\n";
+  const auto end = std::min(view.last + 1, run.Size() - run.UnwrittenEnd());
+  for (auto i = view.first; i < end; ++i) {
+    const bool isPush = run.IsPush(i);
+    csv += std::to_string(i);
+    if (view.secondsAt)
+      csv += "," + values::NumberText(values::RoundToDecimals(view.secondsAt(static_cast<double>(i)), 3));
+    for (const auto& axis : run.tenths)
+      if (!axis.empty()) csv += isPush ? "," : "," + values::NumberText(axis[i] / 10.0);
+    if (canHoldPushes) csv += isPush ? ",BP" : ",";
+    csv += "\r\n";
+  }
+  return csv;
+}
+
+std::string PushTable(const View& view, char decimalPoint) {
+  const auto& run = view.run;
+  std::string table;
+  const auto add = [&](const Cells& cells, const std::string& x, const std::string& y) {
+    for (const auto& cell : cells) table += cell + "\t";
+    table += x + "\t" + y + "\n";
+  };
+  add(PushCells(view, nullptr), "X before", "Y before");
+  for (const auto& push : view.Pushes()) {
+    auto before = static_cast<std::size_t>(push);
+    while (before > 0 && run.IsPush(before)) --before;
+    const auto place = static_cast<double>(before);
+    const bool isKnown =
+        !run.IsPush(before) && files::PeriodsAt(run, push) - files::PeriodsAt(run, place) == push - place;
+    const auto angle = [&](std::size_t axis) {
+      auto text = isKnown ? values::TenthsText(run.tenths[axis][before]) : "";
+      std::ranges::replace(text, '.', decimalPoint);
+      return text;
+    };
+    add(PushCells(view, &push), angle(0), angle(1));
+  }
+  return table;
+}
+
+Histogram HistogramInView(const View& view, std::size_t axis) {
+  const auto numbers = NumbersInView(view.run, axis, view.first, view.last, 0);
+  const double top = view.run.axes[axis].greatest * 10;
+  const auto stepOf = [top](auto tenths) {
+    const auto value = static_cast<double>(tenths);
+    return static_cast<std::int64_t>(std::floor((value == top ? value - 1 : value) / (10 * HistogramStep)));
+  };
+  Histogram histogram{stepOf(numbers.min), {}};
+  histogram.shares.resize(static_cast<std::size_t>(stepOf(numbers.max) - histogram.first) + 1);
+  const auto end = std::min(view.last + 1, view.run.Size() - view.run.UnwrittenEnd());
+  for (auto i = view.first; i < end; ++i)
+    if (!view.run.IsPush(i))
+      ++histogram.shares[static_cast<std::size_t>(stepOf(view.run.tenths[axis][i]) - histogram.first)];
+  for (auto& share : histogram.shares) share *= 100 / std::max(1.0, static_cast<double>(numbers.counted));
+  return histogram;
+}
+
+std::string HeadText(const std::string& fileName, const files::RunFacts& facts, const std::string& words,
+                     const View* view) {
+  auto text = "<h2>" + fileName + "</h2>" + TableStart;
+  const auto tell = [&](const std::string& name, const std::string& value) {
+    if (!value.empty()) text += "<tr><td width='12%'><b>" + name + "</b></td><td>" + value + "</td></tr>";
+  };
+  tell("Logger", facts.serialNumber);
+  tell("Launched", facts.launch);
+  if (facts.frequency) tell("Rate", values::PlainNumberText(*facts.frequency) + " samples a second");
+  tell("Run", words);
+  if (view == nullptr) return text + "</table>";
+  auto range = "samples " + std::to_string(view->first) + " to " + std::to_string(view->last);
+  const auto timeOf = [&](std::size_t sample) {
+    return view->lengthText(view->secondsAt(static_cast<double>(sample)));
+  };
+  if (view->secondsAt)
+    range += ", " + timeOf(view->first) + " to " + timeOf(view->last) + " since " +
+             (view->rate > 0 ? "the launch" : "sampling was started");
+  tell("In view", range);
+  return text + "</table>";
+}
+
+std::string FiguresText(const View& view, std::span<const double> limits) {
+  auto text = TableStart + Row("th", {"In view", "Min", "Mean", "Max", "Standard deviation", "Limit",
+                                      "Above the limit", "Below the limit"});
+  std::string notes;
+  ViewNumbers numbers;
+  for (std::size_t axis = 0; axis < view.run.axes.size(); ++axis) {
+    if (view.run.tenths[axis].empty()) continue;
+    const std::string name(view.run.axes[axis].name), unit(view.run.axes[axis].unit);
+    numbers = NumbersInView(view.run, axis, view.first, view.last, limits[axis]);
+    const auto value = [&](std::int64_t tenths) {
+      return numbers.counted == 0 || numbers.crosses ? "-" : values::TenthsText(tenths) + unit;
+    };
+    const auto beyond = [&](std::int64_t count) {
+      if (numbers.counted == 0) return std::string("-");
+      const auto time = view.rate > 0 ? ", " + view.lengthText(static_cast<double>(count) / view.rate) : "";
+      return Percent(count, numbers.counted) + time;
+    };
+    text += "<tr>" + Row("td", {name, value(numbers.min), value(numbers.Mean()), value(numbers.max),
+                                value(numbers.Deviation()), values::PlainNumberText(limits[axis]) + unit,
+                                beyond(numbers.above), beyond(numbers.below)});
+    if (numbers.crosses)
+      notes += name + " crosses ±180°, so it has no min, mean, max and standard deviation. ";
+  }
+  notes += values::CountText(numbers.counted) + " samples counted";
+  const auto leftOut = LeftOutText(numbers.pushes, numbers.unwritten);
+  if (!leftOut.empty()) notes += ", left out: " + leftOut;
+  if (numbers.pushes > 0) notes += "; a push has no angles";
+  if (numbers.unwritten > 0) notes += "; where the zeros stand the logger had not filled its last page";
+  return text + "</table><p>" + notes +
+         ". Figures and shares are rounded to one decimal, times to seconds.</p>";
+}
+
+std::string PushesText(const View& view) {
+  const auto pushes = view.Pushes();
+  if (pushes.empty()) return {};
+  auto text = TableStart;
+  for (std::size_t i = 0; i < PushesInRow; ++i) text += Row("th", PushCells(view, nullptr));
+  const auto told = std::min(pushes.size(), MostPushes);
+  for (std::size_t i = 0; i < told; ++i)
+    text += (i % PushesInRow == 0 ? "<tr>" : "") + Row("td", PushCells(view, &pushes[i]));
+  const auto more = static_cast<std::int64_t>(pushes.size() - told);
+  return text + "</table>" + (more == 0 ? "" : "<p>and " + values::CountText(more) + " more</p>");
+}
+
+}  // namespace bexlow::graph
