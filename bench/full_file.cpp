@@ -11,7 +11,6 @@
 #include "Figure.h"
 #include "FullFile.h"
 #include "files/LinearCsv.h"
-#include "files/Recording.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
 #include "platform/graph/CWGraph.h"

@@ -12,7 +12,6 @@
 #include "files/DataFile.h"
 #include "files/LinearCsv.h"
 #include "files/Lines.h"
-#include "files/Recording.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
 #include "values/NumberText.h"

@@ -1,7 +1,7 @@
 # The logic layer: plain functions and records on the standard library alone.
 set(BEXLOW_LOGIC
   values/Conversions values/NumberText
-  files/DataFile files/Lines files/PageDecoder files/LinearCsv files/Series files/BinPages files/Recording files/RunEntry
+  files/DataFile files/Lines files/PageDecoder files/LinearCsv files/Series files/BinPages files/RunEntry
   link/Protocol
   config/ParameterMap
   live/Datagram live/Strip

@@ -48,10 +48,6 @@ std::string_view ColumnHeads(double mode, double channels) {
   return {};
 }
 
-std::string_view RecordingHeads(DataFileKind kind) {
-  return kind == DataFileKind::Angles ? "Time(seconds),Angle X,Angle Y" : "Time(seconds),Acc X,Acc Y,Acc Z";
-}
-
 std::string_view KindText(DataFileKind kind) {
   constexpr std::string_view Texts[] = {"Download Pages", "Accelerometers", "Angles"};
   return Texts[static_cast<std::size_t>(kind)];
@@ -69,10 +65,9 @@ std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, c
   AppendLine(text, "Channel Gains: ", header.ChannelGainsText);
   AppendLine(text, "Channel Offsets: ", header.ChannelOffsetsText);
   AppendLine(text, "Tares: ", header.TaresText);
-  if (kind != DataFileKind::DownloadPages) {
-    AppendLine(text, RecordingHeads(kind));
-    return text;
-  }
+  if (kind == DataFileKind::Accelerometers) AppendLine(text, "Time(seconds),Acc X,Acc Y,Acc Z");
+  if (kind == DataFileKind::Angles) AppendLine(text, "Time(seconds),Angle X,Angle Y");
+  if (kind != DataFileKind::DownloadPages) return text;
   AppendLine(text, ModeLabel, NumberText(BinLinearMode));
   AppendLine(text, ChannelLabel, NumberText(LinearChannels));
   AppendLine(text, ColumnHeads(BinLinearMode, LinearChannels));

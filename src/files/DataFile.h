@@ -35,8 +35,6 @@ inline constexpr std::string_view ModeLabel = "Bin/Linear Mode = ";
 inline constexpr std::string_view ChannelLabel = "Linear Channel = ";
 /// The column names in line 12; empty for a mode or number of channels that has no record layout.
 std::string_view ColumnHeads(double mode, double channels);
-/// Likewise line 10 of a recording.
-std::string_view RecordingHeads(DataFileKind kind);
 
 /// All header lines, each with CR LF. Only "Download Pages" uses mode and channels.
 std::string DataFileHeader(DataFileKind kind, std::string_view programVersion, const DownloadHeader& header,

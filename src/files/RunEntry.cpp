@@ -7,7 +7,6 @@
 #include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/Lines.h"
-#include "files/Recording.h"
 #include "files/Series.h"
 #include "values/NumberText.h"
 

@@ -1,4 +1,4 @@
-// From the text of a "Download Pages" file to the series that the graphs draw.
+// From the text of a data file to the series that the graphs draw.
 #pragma once
 
 #include <algorithm>
@@ -11,6 +11,7 @@
 #include <string_view>
 #include <vector>
 
+#include "files/DataFile.h"
 #include "files/PageDecoder.h"
 
 namespace bexlow::files {
@@ -104,6 +105,18 @@ std::string PageRemarks(const Run& run, std::int32_t before = 0);
 /// where its page is missing). The page numbers must rise.
 double PeriodsAt(const Run& run, double sample);
 double SampleAt(const Run& run, double periods);
+
+inline constexpr std::size_t RecordingHeaderLines = 10;
+/// What line 2 of a text says; nothing where it names no recording.
+std::optional<DataFileKind> RecordingKind(std::string_view text);
+/// Reads what Angles or Accelerometers saved into a run that is emptied first; false for a text that is none,
+/// or ends within its header. Damaged lines and a torn last one are left out and told in the run's remarks.
+/// Where sampling was started again, the file counts from 0; the run counts on, without the pause.
+bool ReadRecording(std::string_view text, Run& run);
+/// When a sample of a recording came, and which came then; between two samples, in proportion. At most the
+/// first and the last. The recording must hold a sample.
+double SecondsAt(const Run& run, double sample);
+double SampleAtSecond(const Run& run, double seconds);
 
 /// The number of the push at a point, from 0.
 std::optional<std::size_t> PushAt(const std::vector<double>& pushes, double point);

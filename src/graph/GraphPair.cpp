@@ -11,7 +11,6 @@
 #include <memory>
 #include <numeric>
 
-#include "files/Recording.h"
 #include "platform/controls/Controls.h"
 #include "platform/graph/CWGraphTicks.h"
 #include "platform/machine/Machine.h"
@@ -185,17 +184,15 @@ std::string GraphPair::RunText() const {
   const auto written = static_cast<std::int64_t>(run_->Size()) - unwritten;
   auto text = values::CountText(written - pushes) + (written - pushes == 1 ? " sample" : " samples");
   if (const auto leftOut = LeftOutText(pushes, unwritten); !leftOut.empty()) text += ", " + leftOut;
-  // A sample of a run lasts until the next one; when a recording's first one began is not known.
-  const auto last = static_cast<double>(written) - 1;
-  const auto duration = run_->hundredths.empty()
-                            ? TimeWords(last, 1)
-                            : platform::DurationWords(times_->secondsAt(last) - times_->secondsAt(0));
-  return duration.isEmpty() ? text : text + ", " + duration.toStdString();
+  if (!times_ || written == 0) return text;
+  // A sample of a run lasts until the next one; a recording is told from its first sample to its last.
+  const double begin = times_->rate > 0 ? -1 / times_->rate : times_->secondsAt(0);
+  const double end = times_->secondsAt(static_cast<double>(written) - 1);
+  return text + ", " + platform::DurationWords(end - begin).toStdString();
 }
 
-QString GraphPair::TimeWords(double sample, double periodsBehind) const {
-  if (!times_ || sample < 0) return {};
-  return platform::DurationWords(times_->secondsAt(sample) + periodsBehind / times_->rate);
+QString GraphPair::TimeWords(double sample) const {
+  return times_ ? platform::DurationWords(times_->secondsAt(sample)) : QString();
 }
 
 void GraphPair::Show(const files::DegreeArrays& degrees, int firstPage) {

@@ -42,8 +42,8 @@ class GraphPair : public QWidget {
   /// Tells the run in no line of its own, where boxes do; which pair of bin pages is drawn it tells all the
   /// same.
   void HideRunLine() { hasRunLine_ = false; }
-  /// When a sample of the run was taken, or so many sample times after it; empty where that is not known.
-  QString TimeWords(double sample, double periodsBehind = 0) const;
+  /// When a sample of the run was taken; empty where that is not known.
+  QString TimeWords(double sample) const;
   /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
   void PageWith(QPushButton* back, QPushButton* forward);
   /// The x views of the graphs move together, or each by itself.

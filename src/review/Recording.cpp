@@ -1,5 +1,4 @@
 
-#include "files/Recording.h"
 
 #include "graph/DataScreen.h"
 #include "platform/machine/Machine.h"

@@ -2,7 +2,6 @@
 
 #include <filesystem>
 
-#include "files/Recording.h"
 #include "files/Series.h"
 #include "graph/DataScreen.h"
 #include "platform/machine/Machine.h"

@@ -5,7 +5,6 @@
 
 #include "files/BinPages.h"
 #include "files/DataFile.h"
-#include "files/Recording.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
 #include "graph/Report.h"
@@ -381,7 +380,6 @@ TEST(Recordings, KeepWhatCanBeReadAndTellTheRest) {
             "1000000000 |10 |10 |line 12 is damaged"},
         Row{"empty", Recording("Angles", ""), "|||"},
         Row{"a torn header", Shortened(Recording("Angles", ""), 9), "refused"},
-        Row{"a header of another kind", Replaced(Recording("Angles", first), "Angle X", "Acc X"), "refused"},
         Row{"a download", Header() + Record("1", 264, "1"), "refused"}, Row{"nothing", "", "refused"}}) {
     SCOPED_TRACE(what);
     EXPECT_EQ(Recorded(text), said);

@@ -82,13 +82,12 @@ QString CWGraph::PointText(std::size_t index) const {
   const auto x = CWGraphNumber(X(index));
   const auto value = std::isnan(values_[index]) ? QStringLiteral("-") : CWGraphNumber(values_[index]);
   if (style_ == PlotStyle::Bin) return QStringLiteral("Angle %1°: count %2").arg(x, value);
-  auto time = QString();
-  if (times_) {
-    const double seconds = times_->secondsAt(X(index));
-    time = times_->rate > 0 ? tr(", %1 at %2 Hz").arg(DurationWords(seconds), CWGraphNumber(times_->rate))
-                            : ", " + DurationClock(seconds, 2);
-  }
-  return QStringLiteral("Sample %1%2: %3%4").arg(x, time, value, Unit());
+  if (!times_) return QStringLiteral("Sample %1: %2%3").arg(x, value, Unit());
+  const double seconds = times_->secondsAt(X(index));
+  const auto time = times_->rate > 0
+                        ? tr("%1 at %2 Hz").arg(DurationWords(seconds), CWGraphNumber(times_->rate))
+                        : DurationClock(seconds, 2);
+  return QStringLiteral("Sample %1, %2: %3%4").arg(x, time, value, Unit());
 }
 
 QString CWGraph::Description() const {
