@@ -57,12 +57,12 @@ std::optional<std::array<std::int32_t, 4>> FieldsOf(std::string_view line, std::
   return fields;
 }
 
-/// "line 20 is damaged", "3 lines are damaged, the first is line 20"; empty for no line.
+/// "; line 20 is damaged", "; 3 lines are damaged, the first is line 20"; empty for no line.
 std::string LinesText(const std::vector<std::size_t>& lines, const char* one, const char* more) {
   if (lines.empty()) return {};
   const auto first = "line " + std::to_string(lines.front());
-  if (lines.size() == 1) return first + one;
-  return values::CountText(std::ssize(lines)) + " lines" + more + ", the first is " + first;
+  if (lines.size() == 1) return "; " + first + one;
+  return "; " + values::CountText(std::ssize(lines)) + " lines" + more + ", the first is " + first;
 }
 
 }  // namespace
@@ -250,10 +250,9 @@ bool ReadRecording(std::string_view text, Run& run) {
     run.hundredths.push_back(start + before);
     for (std::size_t i = 0; i < run.axes.size(); ++i) run.tenths[i].push_back((*fields)[i + 1]);
   }
-  for (const auto& words : {LinesText(damaged, " is damaged", " are damaged"),
-                            LinesText(starts, " starts the time again", " start the time again"),
-                            std::string(whole.size() < text.size() ? "the last line is torn" : "")})
-    if (!words.empty()) run.remarks.append(run.remarks.empty() ? "" : ", ").append(words);
+  run.remarks = LinesText(damaged, " is damaged", " are damaged") +
+                LinesText(starts, " starts the time again", " start the time again") +
+                (whole.size() < text.size() ? "; the last line is torn" : "");
   return true;
 }
 

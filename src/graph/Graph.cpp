@@ -97,7 +97,7 @@ class Graph : public DataScreen {
       case files::FileKind::Bin:
         return OpenBin();
       case files::FileKind::Linear:
-        return OpenLinear(channel);
+        return OpenLinear(channel, text);
       case files::FileKind::TooShort:
       case files::FileKind::OtherMode:
         shared::NoteFailure(*this, FileName() + " holds no run; the graphs are unchanged");
@@ -116,26 +116,19 @@ class Graph : public DataScreen {
     Big(PageNumberX, FileName());
   }
 
-  void OpenLinear(int channel) {
+  void OpenLinear(int channel, const std::string& text) {
     PageNumber(0);
     cmdPrevious->setEnabled(false);
     cmdNext->setEnabled(false);
-    graphs_->CWGraph1->ClearData();
-    graphs_->CWGraph2->ClearData();
+    for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->ClearData();
     graphs_->PrepareLinear();
     graphs_->MoveTogether(channel == 3);  // with one channel there is nothing to move together
     run_ = {};
-    if (channel == 1 || channel == 2) BuildArrays("BuildSingleChannelArray", channel);
-    if (channel == 3) BuildArrays("BuildDoubleChannelArrays", channel);
-    if (channel >= 1 && channel <= 3) graphs_->Show(run_);
-  }
-
-  // Reads the whole file, of channel 1, 2 or 3 (both).
-  void BuildArrays(const char* procedure, int channel) {
-    Guarded(*this, procedure, [&] {
-      run_ = {};
-      if (!files::ReadRun(platform::ReadWhole(FileName()), channel, run_)) MsgBox(EndOfFileText);
+    if (channel < 1 || channel > 3) return;
+    Guarded(*this, channel == 3 ? "BuildDoubleChannelArrays" : "BuildSingleChannelArray", [&] {
+      if (!files::ReadRun(text, channel, run_)) MsgBox(EndOfFileText);
     });
+    graphs_->Show(run_);
   }
 
   void cmdNext_Click() {

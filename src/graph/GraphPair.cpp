@@ -161,8 +161,8 @@ void GraphPair::Show(const files::Run& run) {
     graphs_[i]->SetXAxis(false, 0, std::max(0.0, static_cast<double>(run.tenths[i].size()) - 1));
     Draw(i);
   }
-  const auto remarks = files::PageRemarks(run) + run.remarks;
-  TellRun(RunText() + (remarks.empty() ? "" : "; " + remarks));
+  const auto remarks = files::PageRemarks(run);
+  TellRun(RunText() + (remarks.empty() ? "" : "; " + remarks) + run.remarks);
 }
 
 void GraphPair::Draw(std::size_t axis) {

@@ -361,7 +361,7 @@ TEST(Recordings, KeepWhatCanBeReadAndTellTheRest) {
   const std::string first = "0,16.5,-2.7\r\n", last = ".02,-179.9,90\r\n", both = "0 2 |165 -1799 |-27 900 |";
   for (const auto* line : {"x,1,2", ",1,2", "1,x,2", "1,1,", "1,1", "1", "", "1,1,2,3", "1,1,2x", "1,1,1e999",
                            "1,nan,2", "1,inf,2", "1,-32768.1,2", "1,1,32769", "-.01,1,2", "10000001,1,2"})
-    EXPECT_EQ(Recorded(Recording("Angles", first + line + "\r\n" + last)), both + "line 12 is damaged")
+    EXPECT_EQ(Recorded(Recording("Angles", first + line + "\r\n" + last)), both + "; line 12 is damaged")
         << line;
   using Row = std::tuple<const char*, std::string, std::string>;
   for (const auto& [what, text, said] :
@@ -369,15 +369,15 @@ TEST(Recordings, KeepWhatCanBeReadAndTellTheRest) {
         Row{"line feeds alone", WithLineFeeds(Recording("Angles", first + last)), both},
         Row{"three", Recording("Accelerometers", "0,330,408,322\r\n.5,0,1024,32767\r\n"),
             "0 50 |3300 0 |4080 10240 |3220 327670 |"},
-        Row{"four fields", Recording("Accelerometers", first), "||||line 11 is damaged"},
+        Row{"four fields", Recording("Accelerometers", first), "||||; line 11 is damaged"},
         Row{"several", Recording("Angles", "a\r\n" + first + "b\r\n" + last + "c"),
-            both + "2 lines are damaged, the first is line 11, the last line is torn"},
+            both + "; 2 lines are damaged, the first is line 11; the last line is torn"},
         Row{"torn within a number", Recording("Angles", first + last + "1,10.5,-7"),
-            both + "the last line is torn"},
+            both + "; the last line is torn"},
         Row{"stopped and started", Recording("Angles", "1,1,1\r\n3,2,2\r\n.5,3,3\r\n1,4,4\r\n"),
-            "100 300 350 400 |10 20 30 40 |10 20 30 40 |line 13 starts the time again"},
+            "100 300 350 400 |10 20 30 40 |10 20 30 40 |; line 13 starts the time again"},
         Row{"a time beyond all", Recording("Angles", "10000000,1,1\r\n1,2,2\r\n"),
-            "1000000000 |10 |10 |line 12 is damaged"},
+            "1000000000 |10 |10 |; line 12 is damaged"},
         Row{"empty", Recording("Angles", ""), "|||"},
         Row{"a torn header", Shortened(Recording("Angles", ""), 9), "refused"},
         Row{"a download", Header() + Record("1", 264, "1"), "refused"}, Row{"nothing", "", "refused"}}) {

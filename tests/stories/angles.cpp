@@ -112,7 +112,7 @@ TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
   EXPECT_EQ(ScreenInFront(), "Recording");
   EXPECT_EQ(Text("lblRun"), "live.qbx: " + values::CountText(static_cast<std::int64_t>(count)) +
                                 " samples, 2.0 s; line " + std::to_string(count + 11) +
-                                " is damaged, the last line is torn");
+                                " is damaged; the last line is torn");
   auto& first = The<platform::CWGraph>("CWGraph1");
   auto& last = The<platform::CWGraph>(isAngles ? "CWGraph2" : "CWGraph3");
   EXPECT_EQ(last.Values().size(), count);
