@@ -1,15 +1,21 @@
-// Decoded pages, CSV files, and header values that no story writes.
+// Decoded pages, CSV files, header values that no story writes, pairs of bins, and rows of the table of runs.
 #include <sstream>
 
+#include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/LinearCsv.h"
 #include "files/PageDecoder.h"
+#include "files/RunEntry.h"
+#include "files/Series.h"
+#include "graph/ViewNumbers.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
+#include "values/NumberText.h"
 
 namespace bexlow::download {
 namespace {
 
+using test::Header, test::Record, test::Replaced, test::Shortened, test::WithLineFeeds;
 using PageArray = std::array<std::uint8_t, files::PageBytes>;
 
 PageArray Filled(std::uint8_t byte) {
@@ -69,15 +75,10 @@ TEST(IsBlankPage, LooksAtSixBytesOnly) {
 }
 
 TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
-  const std::string empty =
-      "Firmware Version: \r\nSerial Number: 0\r\nLaunch Time: \r\nFirmware Sampling Frequency: \r\n"
-      "Channel Gains: \r\nChannel Offsets: \r\nTares: \r\n";
-  const std::string start = "Quornell Bexlow Data File Version 4\r\n";
   EXPECT_EQ(files::DataFileHeader(files::DataFileKind::Accelerometers, "4", {}, 0, 0),
-            start + "Accelerometers\r\n" + empty + "Time(seconds),Acc X,Acc Y,Acc Z\r\n");
-  EXPECT_EQ(
-      files::DataFileHeader(files::DataFileKind::DownloadPages, "4", {}, 0, 7),
-      start + "Download Pages\r\n" + empty + "Bin/Linear Mode = 0\r\nLinear Channel = 7\r\nPage,Data-->\r\n");
+            "Quornell Bexlow Data File Version 4\r\nAccelerometers\r\nFirmware Version: \r\n"
+            "Serial Number: 0\r\nLaunch Time: \r\nFirmware Sampling Frequency: \r\nChannel Gains: \r\n"
+            "Channel Offsets: \r\nTares: \r\nTime(seconds),Acc X,Acc Y,Acc Z\r\n");
   files::DownloadHeader header;
   files::FillFirmware(std::vector<std::uint8_t>{0, 5, 0, 7}, header);
   EXPECT_EQ(header.FirmwareVersionText + " " + header.SamplingFrequencyText, "0.005 0.7") << "leading zeros";
@@ -112,6 +113,154 @@ TEST(CsvFileName, CutsFourCharactersOfTheNameAndNeverOfTheFolder) {
   EXPECT_EQ(files::CsvFileName("Läufe/zweiäöüß"), "Läufe/zwei.csv");
   for (const char* name : {"qbx", "/Data Files/abc", "/Data Files/"})
     FailureOf(std::errc::invalid_argument, [&] { files::CsvFileName(name); });
+}
+
+TEST(BinPages, FieldsMustBeNumbers) {
+  const auto good = Record("2", 132, "1");
+  using Row = std::pair<std::string, std::string>;
+  for (const auto& [record, partner] :
+       {Row{Record("1", 131, "1"), good}, Row{Record("1", 133, "1"), good},
+        Row{Record("1", 132, "1", 5, ""), good}, Row{Record("1", 132, "1", 5, "1x"), good},
+        Row{Record("1", 132, "1", 5, "1e999"), good}, Row{Record("1", 132, "1"), "no comma\r\n"}}) {
+    const auto text = record + partner;
+    const auto words = FailureOf(std::errc::invalid_argument, [&] { files::FindPair(text, 1); });
+    EXPECT_TRUE(words.starts_with(partner == good ? "Line 1: " : "Line 2: ")) << words;
+  }
+}
+
+TEST(BinPages, BinsSpreadOverTheDegrees) {
+  using Row = std::tuple<std::size_t, int, int>;
+  for (const auto& [bin, x, y] : {Row{0, -180, -90}, Row{1, -177, -89}, Row{65, -2, -1}, Row{66, 0, 0},
+                                  Row{67, 3, 2}, Row{131, 178, 90}}) {
+    SCOPED_TRACE(bin);
+    EXPECT_EQ(files::DegreeOfBin(bin, 361), x);
+    EXPECT_EQ(files::DegreeOfBin(bin, 181), y);
+  }
+  files::BinPoints points;
+  for (std::size_t bin = 0; bin < files::BinCount; ++bin) points[bin] = static_cast<double>(bin) + 1;
+  const auto arrays = files::SpreadOverDegrees(points, points);
+  EXPECT_EQ(arrays.XDegrees[0], 1);
+  EXPECT_EQ(arrays.XDegrees[358], 132);
+  EXPECT_EQ(arrays.YDegrees[180], 132);
+  EXPECT_EQ(std::ranges::count(arrays.XDegrees, 0.0), 361 - 132) << "no two bins on one degree";
+  EXPECT_EQ(std::ranges::count(arrays.YDegrees, 0.0), 181 - 132);
+}
+
+std::string Said(const std::string& text) {
+  const auto tail = text.size() - std::min(text.size(), files::TailBytes);
+  const auto entry = files::ReadRunEntry(text.substr(0, files::HeadBytes), text.substr(tail), text.size());
+  return entry.launched + "|" + entry.serialNumber + "|" + entry.kind + "|" +
+         (entry.seconds ? values::PlainNumberText(*entry.seconds) : "") + "|" +
+         std::to_string(entry.lastPage) + "|" + entry.remark;
+}
+
+/// 400 pages, 741 KiB, without one of them.
+std::string Without(int missing) {
+  std::string text = Header();
+  for (int page = 1; page <= 400; ++page)
+    if (page != missing) text += Record(std::to_string(page), 264, "-177.2");
+  return text;
+}
+
+std::string Recording(const std::string& kind, const std::string& samples) {
+  return Shortened(Header("", "", kind), 9) +
+         (kind == "Angles" ? "Time(seconds),Angle X,Angle Y\r\n" : "Time(seconds),Acc X,Acc Y,Acc Z\r\n") +
+         samples;
+}
+
+/// Times in hundredths and tenths of each axis, axes parted by bars, and what is told.
+std::string Recorded(const std::string& text) {
+  files::Run run;
+  if (!files::ReadRecording(text, run)) return "refused";
+  std::string said;
+  const auto add = [&](const files::Tenths& values) {
+    for (const auto value : values) said += std::to_string(value) + " ";
+    said += "|";
+  };
+  add(run.hundredths);
+  for (std::size_t axis = 0; axis < run.axes.size(); ++axis) add(run.tenths[axis]);
+  return said + run.remarks;
+}
+
+TEST(Recordings, KeepWhatCanBeReadAndTellTheRest) {
+  const std::string first = "0,16.5,-2.7\r\n", last = ".02,-179.9,90\r\n", both = "0 2 |165 -1799 |-27 900 |";
+  for (const auto* line : {"x,1,2", ",1,2", "1,x,2", "1,1,", "1,1", "1", "", "1,1,2,3", "1,1,2x", "1,1,1e999",
+                           "1,nan,2", "1,inf,2", "1,-32768.1,2", "1,1,32769", "-.01,1,2", "10000001,1,2"})
+    EXPECT_EQ(Recorded(Recording("Angles", first + line + "\r\n" + last)), both + "; line 12 is damaged")
+        << line;
+  using Row = std::tuple<const char*, std::string, std::string>;
+  for (const auto& [what, text, said] :
+       {Row{"both", Recording("Angles", first + last), both},
+        Row{"line feeds alone", WithLineFeeds(Recording("Angles", first + last)), both},
+        Row{"three", Recording("Accelerometers", "0,330,408,322\r\n.5,0,1024,32767\r\n"),
+            "0 50 |3300 0 |4080 10240 |3220 327670 |"},
+        Row{"four fields", Recording("Accelerometers", first), "||||; line 11 is damaged"},
+        Row{"several", Recording("Angles", "a\r\n" + first + "b\r\n" + last + "c"),
+            both + "; 2 lines are damaged, the first is line 11; the last line is torn"},
+        Row{"torn within a number", Recording("Angles", first + last + "1,10.5,-7"),
+            both + "; the last line is torn"},
+        Row{"stopped and started", Recording("Angles", "1,1,1\r\n3,2,2\r\n.5,3,3\r\n1,4,4\r\n"),
+            "100 300 350 400 |10 20 30 40 |10 20 30 40 |; line 13 starts the time again"},
+        Row{"a time beyond all", Recording("Angles", "10000000,1,1\r\n1,2,2\r\n"),
+            "1000000000 |10 |10 |; line 12 is damaged"},
+        Row{"empty", Recording("Angles", ""), "|||"},
+        Row{"a torn header", Shortened(Recording("Angles", ""), 9), "refused"},
+        Row{"a download", Header() + Record("1", 264, "1"), "refused"}, Row{"nothing", "", "refused"}}) {
+    SCOPED_TRACE(what);
+    EXPECT_EQ(Recorded(text), said);
+  }
+}
+
+TEST(Recordings, KnowTheirTimesAndNumbers) {
+  files::Run run;
+  ASSERT_TRUE(files::ReadRecording(
+      Recording("Accelerometers", ".1,330,0,0\r\n.2,531,0,0\r\n.2,332,0,0\r\n1.2,334,0,0\r\n"), run));
+  using Row = std::pair<double, double>;
+  for (const auto& [sample, seconds] : {Row{0, 0.1}, Row{0.5, 0.15}, Row{2.5, 0.7}, Row{3, 1.2}}) {
+    EXPECT_DOUBLE_EQ(files::SecondsAt(run, sample), seconds);
+    EXPECT_DOUBLE_EQ(files::SampleAtSecond(run, seconds), sample);
+  }
+  for (const auto& [asked, sample, seconds] : {std::tuple{-1.0, 0, 0.1}, std::tuple{9.0, 3, 1.2}}) {
+    EXPECT_EQ(files::SampleAtSecond(run, asked), sample);
+    EXPECT_EQ(files::SecondsAt(run, asked), seconds);
+  }
+  EXPECT_EQ(graph::NumbersLine(graph::NumbersInView(run, 0, 0, 3, 333), 333),
+            "In view: min 330.0, mean 381.8, max 531.0; above 333: 50.0 %, below: 50.0 %");
+}
+
+TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
+  const std::string launch = "2004-03-09 14:05:07|", full = Record("1", 264, "1");
+  const std::string both = launch + "|Linear X and Y|";
+  const std::string xOnly = launch + "|Linear X|", bin = launch + "|Bin|";
+  using Row = std::tuple<const char*, std::string, std::string>;
+  for (const auto& [what, text, said] :
+       {Row{"one page", Header() + full, both + "17.6|1|"},
+        Row{"a serial number", Replaced(Header(), "\r\n4\r\n", "\r\nSerial Number: 417\r\n") + full,
+            launch + "417|Linear X and Y|17.6|1|"},
+        Row{"no date", Replaced(Header(), "03/09", "13/09") + full, "||Linear X and Y|17.6|1|"},
+        Row{"no frequency", Replaced(Header(), "7.5", "0") + full, both + "|1|"},
+        Row{"one channel", Header("1", "1") + full, xOnly + "35.2|1|"},
+        Row{"an end that was not written", Header() + full + Record("2", 264, "0", 2, "3"),
+            both + "17.8666666666667|2|"},
+        Row{"a missing page", Header() + full + Record("3", 264, "1"), both + "52.8|3|page 2 is missing"},
+        Row{"a page twice", Header() + full + full, both + "|1|page 1 stands twice"},
+        Row{"a torn record", Header() + full + "2,1,1", both + "17.6|1|ends in the middle of a record"},
+        Row{"a short record", Header() + full + "2,1,1\r\n", both + "|2|the last record is damaged"},
+        Row{"no page", Header(), both + "|0|holds no page"},
+        Row{"a torn header", test::Shortened(Header(), 11), both + "|0|ends within its header"},
+        Row{"bins", Header("0") + Record("1", 132, "9") + Record("2", 132, "9"), bin + "|2|"},
+        Row{"a short bin page", Header("0") + Record("1", 131, "9"), bin + "|1|the last record is damaged"},
+        Row{"a gap in the middle is not seen", Without(20), both + "7040|400|"},
+        Row{"a gap near the end", Without(390), both + "7040|400|page 390 is missing"},
+        Row{"a gap at the beginning", Without(1), both + "7040|400|page 1 is missing"},
+        Row{"a recording", Recording("Angles", ".5,1,2\r\n3,1,2\r\n12.75,1,2\r\n1"),
+            "||Angles|12.25|0|ends in the middle of a record"},
+        Row{"an empty recording", Recording("Accelerometers", ""), "||Accelerometers||0|holds no sample"},
+        Row{"nothing", "", "||||0|empty"},
+        Row{"a picture", "\x89PNG\r\n\x1a\n", "||||0|no data file"}}) {
+    SCOPED_TRACE(what);
+    EXPECT_EQ(Said(text), said);
+  }
 }
 
 }  // namespace

@@ -269,5 +269,33 @@ TEST_F(Graph, TheEndsOfTheScaleAreToldInLargeLetters) {
   }
 }
 
+TEST_F(Graph, BinsReadOutTheOnesThatCount) {
+  std::vector<double> counts(361, 0);
+  for (const auto& [degree, count] : {std::pair{0U, 4}, {3U, 17}, {20U, 5}}) counts[180 + degree] = count;
+  graph.SetPlotStyle(PlotStyle::Bin);
+  graph.SetXAxis(false, -180, 180);
+  graph.PlotY(counts, -180, 1);
+  for (const char* text :
+       {"Angle 0°: count 4", "Angle 3°: count 17", "Angle 20°: count 5", "Angle 20°: count 5"}) {
+    QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text));
+  }
+}
+
+// Words that got their place only while they were drawn stayed unpainted until the next event.
+TEST_F(Graph, WordsMadeWhileDrawingMoveNothing) {
+  const auto& plot = *graph.findChild<QCustomPlot*>();
+  const int height = plot.height();
+  graph.SetLimit(1);
+  ASSERT_TRUE(QTest::qWaitFor([&] { return plot.height() < height; }));
+  const auto place = plot.geometry();
+  graph.Moved = [&] { graph.SetNumbers("in view"); };
+  graph.PlotY(std::vector<double>{1, 2});
+  graph.DrawNow();
+  EXPECT_EQ(graph.WordsShown().size(), 2);
+  QCoreApplication::sendPostedEvents();
+  EXPECT_EQ(plot.geometry(), place);
+}
+
 }  // namespace
 }  // namespace bexlow::platform

@@ -141,19 +141,6 @@ TEST_F(GraphUser, PointerAndKeysReadOut) {
   QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
 }
 
-TEST_F(GraphUser, BinsReadOutTheOnesThatCount) {
-  std::vector<double> counts(361, 0);
-  for (const auto& [degree, count] : {std::pair{0U, 4}, {3U, 17}, {20U, 5}}) counts[180 + degree] = count;
-  graph.SetPlotStyle(PlotStyle::Bin);
-  graph.SetXAxis(false, -180, 180);
-  graph.PlotY(counts, -180, 1);
-  for (const char* text :
-       {"Angle 0°: count 4", "Angle 3°: count 17", "Angle 20°: count 5", "Angle 20°: count 5"}) {
-    QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
-    EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text));
-  }
-}
-
 TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
   QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {5, 5}, graph.mapToGlobal(QPoint(5, 5)));
   for (const auto& open : std::vector<std::function<void()>>{
@@ -207,21 +194,6 @@ TEST_F(GraphUser, TimesAreToldAndShownWhereTheyAreKnown) {
     EXPECT_EQ(axis.label(), x) << height;
     EXPECT_EQ(graph.findChild<QCustomPlot*>()->yAxis->label(), y) << height;
   }
-}
-
-// Words that got their place only while they were drawn stayed unpainted until the next event.
-TEST_F(GraphUser, WordsMadeWhileDrawingMoveNothing) {
-  const auto& plot = *graph.findChild<QCustomPlot*>();
-  const int height = plot.height();
-  graph.SetLimit(1);
-  ASSERT_TRUE(QTest::qWaitFor([&] { return plot.height() < height; }));
-  const auto place = plot.geometry();
-  graph.Moved = [&] { graph.SetNumbers("in view"); };
-  graph.PlotY(std::vector<double>{1, 2});
-  graph.DrawNow();
-  EXPECT_EQ(graph.WordsShown().size(), 2);
-  QCoreApplication::sendPostedEvents();
-  EXPECT_EQ(plot.geometry(), place);
 }
 
 TEST_F(GraphUser, APageKeyHasOneReceiver) {

@@ -40,6 +40,16 @@ inline std::string Record(const std::string& page, std::size_t fields, const std
   return text + "\r\n";
 }
 
+/// A text with its first such part replaced.
+inline std::string Replaced(std::string text, const std::string& part, const std::string& by) {
+  return text.replace(text.find(part), part.size(), by);
+}
+
+inline std::string WithLineFeeds(std::string text) {
+  std::erase(text, '\r');
+  return text;
+}
+
 /// The first lines of a text.
 inline std::string Shortened(const std::string& text, std::size_t lines) {
   std::size_t end = 0;
