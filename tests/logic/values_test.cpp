@@ -16,17 +16,6 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double Huge = std::numeric_limits<double>::max();
 
-TEST(Conversions, HalvesGoToTheEvenNeighbourAndNoZeroBearsASign) {
-  using Row = std::tuple<double, int, double>;
-  for (const auto& [value, decimals, rounded] :
-       {Row{3.5, 0, 4}, Row{-2.5, 0, -2}, Row{-0.5, 0, 0}, Row{-11.25, 1, -11.2}, Row{0.375, 2, 0.38},
-        Row{1e308, 2, 1e308}, Row{Infinity, 1, Infinity}}) {
-    SCOPED_TRACE(value);
-    EXPECT_DOUBLE_EQ(values::RoundToDecimals(value, decimals), rounded);
-    EXPECT_EQ(std::signbit(values::RoundToDecimals(value, decimals)), rounded < 0);
-  }
-}
-
 TEST(Conversions, NumbersRefuseWhatDoesNotFit) {
   EXPECT_EQ(values::ToInt16(32767.4), 32767);
   EXPECT_EQ(values::ToInt16(-32768.5), -32768);
