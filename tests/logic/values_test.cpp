@@ -16,6 +16,11 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double Huge = std::numeric_limits<double>::max();
 
+TEST(Conversions, NoZeroBearsASignAndNoNumberIsTooLargeToRound) {
+  EXPECT_FALSE(std::signbit(values::RoundToDecimals(-0.5, 0)));
+  for (const double value : {1e308, Infinity}) EXPECT_EQ(values::RoundToDecimals(value, 2), value);
+}
+
 TEST(Conversions, NumbersRefuseWhatDoesNotFit) {
   EXPECT_EQ(values::ToInt16(32767.4), 32767);
   EXPECT_EQ(values::ToInt16(-32768.5), -32768);
