@@ -5,9 +5,11 @@
 
 #include "platform/Widgets.h"
 #include "platform/controls/Form.h"
+#include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/RealMachine.h"
+#include "support/VirtualLogger.h"
 #include "support/VirtualMachine.h"
 
 namespace bexlow::test {
@@ -122,6 +124,19 @@ TEST_F(Gate, AFormThatIsDeletedEndsAndNeverStarts) {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   QCoreApplication::processEvents();
   EXPECT_EQ(heard, "u");
+}
+
+TEST_F(Gate, ALineThatPoursIsHeldToItsBuffer) {
+  VirtualMachine machine;
+  VirtualLogger peer;
+  machine.Plug(peer, 1);
+  Form form("Form", "Form");
+  platform::MSComm comm(form, "MSComm1");
+  comm.PortOpen(true);
+  machine.Deliver(1, {1, 2});
+  for (int i = 0; i < 80; ++i) machine.Deliver(1, platform::Bytes(1000, 9));
+  EXPECT_EQ(comm.InBufferCount(), 65536);
+  EXPECT_EQ(comm.Input().at(1), 2) << "the newest are dropped";
 }
 
 TEST_F(Gate, AClickBelowAModalScreenIsDropped) {
