@@ -30,6 +30,17 @@ class Gate : public ::testing::Test {
   int a = 0, b = 0, c = 0;
 };
 
+TEST_F(Gate, KeepsOneDeliveryASourceInTheOrderOfOffers) {
+  Offer(&a, 'a');
+  Offer(&c, 'c');
+  Offer(&b, 'b');
+  Offer(&a, 'A');
+  EXPECT_EQ(heard, "") << "never delivered on the spot";
+  gate.Withdraw(&c);
+  while (gate.DeliverOne()) {}
+  EXPECT_EQ(heard, "ab");
+}
+
 TEST_F(Gate, DeliversNothingWhileHeldHoweverDeepOrWithinADelivery) {
   gate.Offer(&a, {}, [this] {
     heard += 'a';

@@ -256,4 +256,19 @@ TEST_F(Exchanges, EachKeepsToItsOwnFile) {
   Choose("Data", "Sample");
 }
 
+TEST_F(Exchanges, ATickThatWaitedIsFollowedByAWholeInterval) {
+  Front("Configuration");
+  machine.wire.clear();
+  Choose("File", "Write");
+  machine.Pass(1300ms);
+  machine.whileBoxIsOpen = [&] { machine.Pass(4300ms); };
+  platform::MsgBox("open");
+  Reads("open");
+  machine.Pass(22s);
+  Reads("Write completed!");
+  ASSERT_EQ(machine.wire.size(), 40 * 3U);
+  for (std::size_t i = 3; i < machine.wire.size(); i += 3)
+    EXPECT_GE(machine.wire[i].at - machine.wire[i - 3].at, 500ms) << "cell " << i / 3;
+}
+
 }  // namespace bexlow::test
