@@ -177,6 +177,14 @@ TEST_F(Graph, BinsStandOnZeroAndEmptyOnesShowNothing) {
   EXPECT_EQ(graph.YView(), (CWGraphRange{0, 80})) << "and fits an automatic one";
 }
 
+TEST_F(Graph, LinkedGraphsReadOutOneSample) {
+  CWGraph other;
+  for (auto* each : {&graph, &other}) each->PlotY(std::vector<double>(1000, 1));
+  graph.LinkXAxis(other);
+  QTest::keyClick(&graph, Qt::Key_End, Qt::ShiftModifier);
+  EXPECT_EQ(other.ReadOutText(), QString::fromUtf8("Sample 999: 1°"));
+}
+
 TEST_F(Graph, AsManyCursorsAsSamples) {
   graph.SetXAxis(false, 0, FullRun - 1);
   std::vector<double> places(FullRun);

@@ -104,7 +104,17 @@ TEST_F(NumEdit, AssignedValueIsKeptToTheLastBit) {
   EXPECT_EQ(edit.text(), "4.0") << "an assignment replaces half-typed text";
 }
 
-TEST_F(NumEdit, TheWheelMovesNoOtherBoxAndNoPage) {
+TEST_F(NumEdit, StepsEndAtTheLimits) {
+  for (const auto& [what, before, notches, after] :
+       {std::tuple{"up", 2, 1, 4}, std::tuple{"to the upper limit", 262, 1, 263},
+        std::tuple{"at the upper limit", 263, 3, 263}, std::tuple{"to the lower limit", 1, -1, 0},
+        std::tuple{"from above", 5000, -1, 263}, std::tuple{"from below", -40, 1, 0}}) {
+    SCOPED_TRACE(what);
+    Prepare(0, 263, 0, before);
+    edit.setSingleStep(2);
+    test::Wheel(edit, 120 * notches);
+    EXPECT_EQ(edit.Value(), after);
+  }
   Prepare(0, 263, 0, 10);
   for (const auto key : {Qt::ControlModifier, Qt::ShiftModifier}) test::Wheel(edit, 120, {5, 5}, key);
   edit.clearFocus();

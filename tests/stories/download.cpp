@@ -277,6 +277,28 @@ TEST_F(DownloadStory, TwoPlacesNeverTellTwoNumbers) {
   Choose("Data", "Download");
 }
 
+TEST_F(DownloadStory, NothingOfTheLoggerBeforeRemains) {
+  Store(2);
+  Begin();
+  Finish();
+  EXPECT_EQ(Text("txtPages") + Text("txtSerialNumber"), "2 saved417");
+  logger.eeprom[101] = 0;
+  const auto expectOther = [&] {
+    EXPECT_EQ(Text("txtSerialNumber"), "256");
+    EXPECT_EQ(Text("txtDataFile") + Text("txtPages") + Text("txtTimeLeft"), "");
+    EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").parentWidget()->parentWidget()->isHidden());
+  };
+  machine.whileBoxIsOpen = expectOther;
+  machine.WillCancelFile();
+  Choose("Data", "Download");
+  Reads("Download operation cancelled!");
+  expectOther();
+  logger.silent = true;
+  Choose("Data", "Download");
+  Reads("Download MODE parameters were not retrieved! Download failed!");
+  EXPECT_EQ(Text("txtSerialNumber") + Text("txtLaunchTime"), "");
+}
+
 TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
   Store(1);
   // A device, a folder that is not there, and one that takes no files even from root.
