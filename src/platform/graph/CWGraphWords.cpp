@@ -2,8 +2,8 @@
 #include <QAccessibleWidget>
 #include <QLabel>
 
+#include <algorithm>
 #include <cmath>
-#include <ranges>
 
 #include "platform/graph/CWGraph.h"
 
@@ -11,7 +11,7 @@ namespace bexlow::platform {
 
 namespace {
 
-constexpr int CursorsInWords = 10;  // more would take too long to read aloud
+constexpr std::size_t CursorsInWords = 10;  // more would take too long to read aloud
 
 QString RangeWords(CWGraphRange range) {
   return QStringLiteral("%1 to %2").arg(CWGraphNumber(range.lower), CWGraphNumber(range.upper));
@@ -111,8 +111,9 @@ QString CWGraph::XWords() const {
 
 QString CWGraph::CursorWords() const {
   QStringList places;
-  for (const double x : cursors_ | std::views::take(CursorsInWords)) places << CWGraphNumber(x);
-  const auto more = std::ssize(cursors_) > CursorsInWords ? tr(" and more") : QString();
+  for (const double x : std::span(cursors_).first(std::min(cursors_.size(), CursorsInWords)))
+    places << CWGraphNumber(x);
+  const auto more = cursors_.size() > CursorsInWords ? tr(" and more") : QString();
   const auto count = cursors_.size() == 1 ? tr("1 cursor") : tr("%1 cursors").arg(cursors_.size());
   return tr("%1 at %2%3").arg(count, places.join(QStringLiteral(", ")), more);
 }
