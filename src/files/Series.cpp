@@ -49,7 +49,7 @@ std::optional<std::array<std::int32_t, 4>> FieldsOf(std::string_view line, std::
     const auto number = values::WholeNumber(line.substr(0, end));
     const bool isLast = end == line.size();
     if (!number || isLast != (i == axes)) return std::nullopt;
-    const double least = i == 0 ? 0 : -MostSize, most = i == 0 ? MostHundredths / 100 : MostSize;
+    const double least = i == 0 ? 0 : -MostSize, most = i == 0 ? MostHundredths / 100.0 : MostSize;
     if (*number < least || *number > most) return std::nullopt;
     fields[i] = static_cast<std::int32_t>(values::RoundHalfEven(*number * (i == 0 ? 100 : 10)));
     line.remove_prefix(isLast ? end : end + 1);

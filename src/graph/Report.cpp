@@ -18,8 +18,10 @@ using Cells = std::vector<std::string>;
 /// @param tag  th or td
 std::string Row(const std::string& tag, const Cells& cells) {
   std::string row;
-  for (const auto& cell : cells)
-    row += "<" + tag + " align='left' style='white-space: nowrap'>" + cell + "</" + tag + ">";
+  for (const auto& cell : cells) {
+    row.append("<").append(tag).append(" align='left' style='white-space: nowrap'>");
+    row.append(cell).append("</").append(tag).append(">");
+  }
   return row;
 }
 

@@ -62,7 +62,7 @@ void CWNumEdit::Value(double value) {
   EndRefusal();
   setRange(std::min(lower_, value), std::max(upper_, value));
   setValue(value);
-  lineEdit()->setText(textFromValue(value));  // replaces half-typed text, too
+  lineEdit()->setText(CWNumEdit::textFromValue(value));  // replaces half-typed text, too
 }
 
 void CWNumEdit::SetLimits(double minimum, double maximum) {

@@ -90,7 +90,8 @@ class CWGraph : public QWidget {
   /// Called before a redraw when series, x view or limit have changed.
   std::function<void()> Moved;
   /// An entry for what this graph's owner makes of it, in the menu while it applies.
-  void AddMenuEntry(const QString& caption, std::function<void()> action, std::function<bool()> applies);
+  void AddMenuEntry(const QString& caption, const std::function<void()>& action,
+                    const std::function<bool()>& applies);
 
   /// Text after the graph's name in the title of a picture, as file and launch, and before it in the name
   /// suggested for one.

@@ -74,13 +74,13 @@ void CWGraph::BuildMenu() {
   AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
 }
 
-void CWGraph::AddMenuEntry(const QString& caption, std::function<void()> action,
-                           std::function<bool()> applies) {
+void CWGraph::AddMenuEntry(const QString& caption, const std::function<void()>& action,
+                           const std::function<bool()>& applies) {
   auto* entry = AddEntry(caption, {}, [action, applies] {
     if (applies()) action();  // a screen reader presses what is not on show, too
   });
   menu_->insertAction(pictures_, entry);
-  ownersEntries_.emplace_back(entry, std::move(applies));
+  ownersEntries_.emplace_back(entry, applies);
 }
 
 // Hides entries that do not apply and sets the check mark.

@@ -100,9 +100,13 @@ FileEnds ReadEnds(const std::filesystem::path& path, std::size_t head, std::size
 
 std::string Replace(const std::filesystem::path& path, std::string_view bytes) {
   QSaveFile file(QString::fromStdString(path.string()));
-  const bool isSaved = file.open(QIODevice::WriteOnly) &&
-                       file.write(bytes.data(), std::ssize(bytes)) == std::ssize(bytes) && file.commit();
-  return isSaved ? std::string() : file.errorString().toStdString();
+  bool isWhole = file.open(QIODevice::WriteOnly);
+  while (isWhole && !bytes.empty()) {  // on a full disk the write after a short one tells the reason
+    const auto count = file.write(bytes.data(), std::ssize(bytes));
+    isWhole = count > 0;
+    bytes.remove_prefix(isWhole ? static_cast<std::size_t>(count) : 0);
+  }
+  return isWhole && file.commit() ? std::string() : file.errorString().toStdString();
 }
 
 void WriteWhole(const std::filesystem::path& path, std::string_view text) {
