@@ -105,8 +105,8 @@ class Configuration : public Form {
   }
 
   void BuildBody() {
-    auto* page = new QWidget;
-    auto* columns = new QHBoxLayout(page);
+    page_ = new QWidget;
+    auto* columns = new QHBoxLayout(page_);
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(16);
     columns->addWidget(BuildAddresses("fraAddresses", 2), 1, Qt::AlignTop);
@@ -117,7 +117,7 @@ class Configuration : public Form {
     columns->addLayout(right, 1);
 
     auto* scroll = new QScrollArea(this);  // for windows and fonts that leave too little height
-    scroll->setWidget(page);
+    scroll->setWidget(page_);
     scroll->setWidgetResizable(true);
     scroll->setFrameShape(QFrame::NoFrame);
     scroll->setFocusPolicy(Qt::NoFocus);
@@ -195,6 +195,7 @@ class Configuration : public Form {
     Guarded(*this, "mnuRead_Click", [this] {
       MousePointer(Pointer::Busy);
       EnableSequences(false);
+      page_->setEnabled(false);  // its zeros are no settings of the logger
       ClearParameters();
       Shared.ParameterIndex = FirstIndex;
       progress_.PBar->setMaximum(EndOfRead - FirstIndex);
@@ -239,12 +240,14 @@ class Configuration : public Form {
 
   void FinishRead() {
     EnableSequences(true);
+    page_->setEnabled(true);
     link::CloseCommPort(MSComm1, *this);
     BreakOutReadArray();
     ShowParameters();
     progress_.End("Progress");
     MousePointer(Pointer::Normal);
     MsgBox("Read completed!");
+    if (Active() == this) Activated();  // the keyboard goes back to the boxes
   }
 
   void BreakOutReadArray() {
@@ -309,6 +312,7 @@ class Configuration : public Form {
   std::array<CWNumEdit*, ParameterCount> edits_{};  ///< indexed as Parameters, null for other rows
   std::array<QLineEdit*, ParameterCount> boxes_{};
 
+  QWidget* page_ = nullptr;  ///< holds the values
   QMenu* mnuTools = nullptr;
   QAction* mnuRead = nullptr;
   QAction* mnuWrite = nullptr;

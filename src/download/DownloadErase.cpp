@@ -290,7 +290,8 @@ class DownloadErase : public platform::Form {
   }
 
   platform::Activity Activity() const {
-    if (!TimerSampling.Enabled()) return {"Download has stopped", page_};
+    const bool asks = MSComm1.RThreshold() > 0 || resting_.Enabled();
+    if (!asks) return {"Download has stopped", page_};
     if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page_};
     return {"Downloading", page_ + (timeLeft_.empty() ? "" : ", " + timeLeft_ + " left")};
   }

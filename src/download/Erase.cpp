@@ -69,6 +69,7 @@ void Erase::Start() {
   link::OpenCommPort(MSComm2, screen_);
   link::Send(MSComm2, link::EraseData());
   TimerErase.Enabled(true);
+  pace_.Begin();
 }
 
 void Erase::TimerErase_Timer() {
@@ -76,7 +77,10 @@ void Erase::TimerErase_Timer() {
       screen_, "TimerErase_Timer",
       [this] {
         const int count = MSComm2.InBufferCount();
-        txtInBufferSize->setText(QString::number(count));
+        if (const auto text = QString::number(count); txtInBufferSize->text() != text) {
+          txtInBufferSize->setText(text);
+          pace_.Count();
+        }
         platform::SetProgress(PBarErase, count);
         emit screen_.ActivityChanged();
         if (count < CompleteAtBytes) return;
@@ -92,7 +96,10 @@ void Erase::TimerErase_Timer() {
 platform::Activity Erase::Activity() const {
   if (!TimerErase.Enabled()) return {"The erase has stopped", ""};
   const auto count = txtInBufferSize->text().toStdString();
-  return {"Erasing", count.empty() ? "" : count + " of " + std::to_string(CompleteAtBytes) + " bytes"};
+  const auto bytes = count.empty() ? "" : count + " of " + std::to_string(CompleteAtBytes) + " bytes";
+  const auto silent = pace_.SilentSeconds();
+  if (silent < link::SilentAfterSeconds) return {"Erasing", bytes};
+  return {"Nothing heard of the erase", "for " + std::to_string(silent) + " s; " + bytes, " "};
 }
 
 // The logger goes on erasing by itself, and reports it.

@@ -1,6 +1,7 @@
 // The erase of the Download screen: one command; the number of bytes that come back tells the progress.
 #pragma once
 
+#include "link/SamplingScreen.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
@@ -31,6 +32,7 @@ class Erase {
   platform::Form& screen_;
   platform::MSComm MSComm2;
   platform::Timer TimerErase;
+  link::Pace pace_;  ///< of the bytes
   QAction* mnuErase_ = nullptr;
   QAction* mnuDownload_ = nullptr;
   QGroupBox* idleFrame_ = nullptr;

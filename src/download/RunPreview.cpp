@@ -154,8 +154,7 @@ void RunPreview::TellPages() {
   std::string remark;
   if (!lost_.empty()) remark = "Not in the file: " + Listed(lost_) + (late_.empty() ? "." : ". ");
   if (!late_.empty())
-    remark +=
-        "Replies came late at " + Listed(late_) + "; a page may be in the file twice, under two numbers.";
+    remark += "Asked again for " + Listed(late_) + "; a page may be in the file twice, under two numbers.";
   lblRemark->setText(QString::fromStdString(remark));
   lblRemark->setVisible(!remark.empty());
 }

@@ -51,6 +51,7 @@ void ReadPages(const Records& records, const FileCheck& check, std::optional<dou
   Run first, run, end;
   first.records.push_back({PageOf(records.first), 0});
   if (!records.all) Remark(entry, PageRemarks(first));
+  if (records.lines.empty() && records.torn) return;
   if (records.lines.empty()) return Remark(entry, records.all ? "holds no page" : "ends without a record");
   for (const auto& line : records.lines) run.records.push_back({PageOf(line), 0});
   Remark(entry, PageRemarks(run, records.all ? 0 : run.records.front().page - 1));
@@ -64,8 +65,9 @@ void ReadPages(const Records& records, const FileCheck& check, std::optional<dou
   } catch (const std::system_error&) {
     return Remark(entry, "the last record is damaged");
   }
-  if (frequency && entry.lastPage > 0 && entry.remark.find(" stands ") == std::string::npos)
-    entry.seconds = PeriodsAt(end, static_cast<double>(end.Size() - end.UnwrittenEnd())) / *frequency;
+  const auto written = static_cast<double>(end.Size() - end.UnwrittenEnd());
+  const bool isKnown = first.records.front().page > 0 && PagesRise(run) && PeriodsAt(end, written) > 0;
+  if (frequency && isKnown) entry.seconds = PeriodsAt(end, written) / *frequency;
 }
 
 void ReadTimes(const Records& records, RunEntry& entry) {

@@ -175,9 +175,8 @@ std::string PageRemarks(const Run& run, std::int32_t before) {
   int gaps = 0;
   std::int64_t missing = 0;
   for (const auto& record : run.records) {
-    if (record.page == 0) return "a record has no page number";
-    if (record.page == before) return "page " + std::to_string(before) + " stands twice";
-    if (record.page < before)
+    if (record.page == 0) return "a record has no page number from 1 to " + std::to_string(LastPage);
+    if (record.page <= before)
       return "page " + std::to_string(record.page) + " stands after page " + std::to_string(before);
     if (record.page > before + 1) {
       missing += record.page - before - 1;

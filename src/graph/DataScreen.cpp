@@ -35,8 +35,9 @@ void DataScreen::BuildBody(QWidget* besideName, QPushButton* back, QPushButton* 
   column->addWidget(graphs_, 1);
 }
 
-std::string DataScreen::FileName() const {
-  return txtFileName->text().toStdString();
+void DataScreen::FileName(const std::string& path) {
+  fileName_ = path;
+  txtFileName->setText(QString::fromStdString(path));
 }
 
 bool AskForDataFile(platform::CommonDialog& dialog) {

@@ -22,12 +22,16 @@ class DataScreen : public platform::Form {
   /// buttons.
   void BuildBody(QWidget* besideName = nullptr, QPushButton* back = nullptr, QPushButton* forward = nullptr);
   virtual void mnuOpen_Click() = 0;
-  std::string FileName() const;
+  void FileName(const std::string& path);
+  const std::string& FileName() const { return fileName_; }
 
   platform::CommonDialog CommonDialog1;
   QGroupBox* fraFileName;
   QLineEdit* txtFileName;
   GraphPair* graphs_ = nullptr;
+
+ private:
+  std::string fileName_;  ///< its bytes; a name that is no UTF-8 cannot be read back from the box
 };
 
 inline constexpr auto EndOfFileText = "End of data file has been reached!";

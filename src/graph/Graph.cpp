@@ -34,7 +34,7 @@ class Graph : public DataScreen {
   }
 
   void Open(const std::string& fileName) override {
-    txtFileName->setText(QString::fromStdString(fileName));
+    FileName(fileName);
     try {
       OpenFile();
     } catch (const std::exception&) {}
@@ -91,7 +91,7 @@ class Graph : public DataScreen {
         return MsgBox(WrongFile);
       case files::FileKind::WrongKind:
         MsgBox(WrongFile);
-        txtFileName->clear();
+        FileName("");
         CommonDialog1.FileName.clear();
         return;
       case files::FileKind::Bin:
@@ -132,7 +132,7 @@ class Graph : public DataScreen {
   }
 
   void cmdNext_Click() {
-    if (txtFileName->text().isEmpty()) return MsgBox("No data file has been selected!");
+    if (FileName().empty()) return MsgBox("No data file has been selected!");
     if (NumberIn(*txtPageNumberX) == LastPageX) return MsgBox(EndOfFileText);
     PageNumberX = values::ToInt16(PageNumberX + 2);
     if (PageNumberX > 0) cmdPrevious->setEnabled(true);

@@ -178,7 +178,7 @@ void GraphPair::Draw(std::size_t axis) {
 
 // "451 samples, 5 pushes, 72 zeros at the end, 1 min 18 s".
 std::string GraphPair::RunText() const {
-  if (run_->Size() == 0) return "no sample";
+  if (run_->Size() == 0) return "no sample could be read";
   const auto pushes = std::ssize(run_->pushes);
   const auto unwritten = static_cast<std::int64_t>(run_->UnwrittenEnd());
   const auto written = static_cast<std::int64_t>(run_->Size()) - unwritten;

@@ -30,8 +30,8 @@ std::int64_t ViewNumbers::Deviation() const {
 
 std::string Percent(std::int64_t part, std::int64_t whole) {
   const auto tenths = values::RoundedQuotient(part * 1000, whole);
-  if (tenths == 0 && part > 0) return "below 0.1 %";
-  if (tenths == 1000 && part < whole) return "above 99.9 %";
+  if (tenths == 0 && part > 0) return "less than 0.1 %";
+  if (tenths == 1000 && part < whole) return "more than 99.9 %";
   return values::TenthsText(tenths) + " %";
 }
 

@@ -35,7 +35,7 @@ ViewNumbers NumbersInView(const files::Run& run, std::size_t axis, std::size_t f
 /// "In view: min -62.0°, mean 1.3°, max 71.0°; above 45°: 12.3 %, below: 87.2 %; left out: 2 pushes".
 std::string NumbersLine(const ViewNumbers& numbers, double limit);
 
-/// To one decimal; a share that would read as none or as all, and is not, says so: "below 0.1 %".
+/// To one decimal; a share that would read as none or as all, and is not, says so: "less than 0.1 %".
 std::string Percent(std::int64_t part, std::int64_t whole);
 
 /// "5 pushes, 72 zeros at the end"; empty where nothing is left out.

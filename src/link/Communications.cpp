@@ -94,7 +94,7 @@ std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std
   if (seconds < SilentAfterSeconds) return std::nullopt;
   return platform::Activity{"No reply from the logger",
                             "silent for " + values::DurationText(static_cast<double>(seconds)) +
-                                ", check the cable and start again"};
+                                ", check the cable, return and open the screen again"};
 }
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun,

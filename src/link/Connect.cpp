@@ -40,8 +40,8 @@ class Connect : public platform::Form {
         MSCommTare(*this, "MSCommTare"),
         NumEditCommPort(new platform::CWNumEdit(this)),
         lblDevice(platform::MakeLabel("lblDevice", "", this)),
-        cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })),
-        cmdAutoDetect(MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); })) {
+        cmdAutoDetect(MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); })),
+        cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })) {
     Build();
     NumEditCommPort->Value(Shared.CurrentCommPort);
     ShowDevice();
@@ -221,8 +221,8 @@ class Connect : public platform::Form {
   platform::MSComm MSCommTare;
   platform::CWNumEdit* NumEditCommPort;
   QLabel* lblDevice;
-  QPushButton* cmdOK;
   QPushButton* cmdAutoDetect;
+  QPushButton* cmdOK;
   std::vector<std::string> outcomes_;  ///< what the ports did that were asked last
   std::unique_ptr<platform::Alarm> look_;
 };

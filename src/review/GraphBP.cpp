@@ -35,7 +35,7 @@ class GraphBP : public graph::DataScreen {
 
   void Open(const std::string& fileName) override {
     Guarded(*this, "mnuOpen_Click", [&] {
-      txtFileName->setText(QString::fromStdString(fileName));
+      FileName(fileName);
       const auto text = platform::ReadWhole(FileName());
       if (!HeaderIsAccepted(text)) return;
       shared::ForgetFailure(*this);

@@ -22,7 +22,7 @@ class Recording : public graph::DataScreen {
         return platform::MsgBox(
             "This is not a recording of Angles or Accelerometers, or its header is damaged!");
       shared::ForgetFailure(*this);
-      txtFileName->setText(QString::fromStdString(fileName));
+      FileName(fileName);
       run_ = std::move(run);
       graphs_->PrepareLinear(run_.axes);
       graphs_->TellFile(fileName, {});

@@ -67,6 +67,7 @@ struct RunsTable::Row : QTreeWidgetItem {
   bool operator<(const QTreeWidgetItem& other) const override {
     const auto rank = data(treeWidget()->sortColumn(), RankRole);
     const auto next = other.data(treeWidget()->sortColumn(), RankRole);
+    if (rank == next) return text(Name) < other.text(Name);
     return rank.isValid() && (!next.isValid() || QVariant::compare(rank, next) == QPartialOrdering::Less);
   }
   void Read();
@@ -190,7 +191,9 @@ void RunsTable::Row::Read() {
   const std::pair<QString, QVariant> cells[Columns] = {
       // text and rank
       {name, name.toLower()},
-      {launched.section(':', 0, 1), launched.isEmpty() ? fileTime : launched},
+      {launched.section(':', 0, 1), !launched.isEmpty() ? launched
+                                    : kind.isEmpty()    ? QVariant()
+                                                        : fileTime},
       {number, number.isEmpty() ? QVariant() : number.toDouble()},
       {kind, kind},
       {seconds ? platform::DurationClock(*seconds) : QString(), seconds ? *seconds : QVariant()},

@@ -16,7 +16,7 @@ namespace {
 
 constexpr std::chrono::milliseconds RefreshEvery{250};
 constexpr int Indent = 16;
-constexpr int Margins = 48;  // of the bar and its three labels
+constexpr int Margins = 64;  // of the bar and its three labels
 
 int Need(const QLabel& label, const std::string& text) {
   return label.fontMetrics().horizontalAdvance(QString::fromStdString(text)) + 1;
@@ -42,6 +42,7 @@ StatusLine::StatusLine(QStatusBar& bar)
         platform::EventGate::Get().Offer(this, {nullptr, "StatusLine_Timer"}, [this] { Refresh(); });
       })) {
   bar.setSizeGripEnabled(false);
+  bar.setContentsMargins(8, 0, 8, 2);
   bar.addWidget(lblConnection);
   bar.addWidget(lblActivity, 1);
   lblActivity->setIndent(Indent);

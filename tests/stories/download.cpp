@@ -170,7 +170,7 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
         EXPECT_TRUE(struck != 33 || delivery.everyTick > 1us || sawWarning == warned);
         EXPECT_EQ(Text("lblRemark"), !late && (struck != 31 || what != "late by 0.9 s")
                                          ? ""
-                                         : "Replies came late at page " +
+                                         : "Asked again for page " +
                                                std::to_string(struck == 37 ? 6 : struck - 31) +
                                                "; a page may be in the file twice, under two numbers.");
         ReadsCompletion();

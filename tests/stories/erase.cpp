@@ -38,7 +38,7 @@ TEST_F(EraseStory, EndsAt2050BytesOrMore) {
   EXPECT_TRUE(PointerIsBusy());
   machine.Pass(5s);
   EXPECT_EQ(Text("txtInBufferSize"), "2049");
-  EXPECT_EQ(Status("lblActivity"), "Erasing, 2049 of 2050 bytes");
+  EXPECT_EQ(Status("lblActivity"), "Nothing heard of the erase for 2 s; 2049 of 2050 bytes");
   EXPECT_EQ(The<QProgressBar>("PBarErase").value(), 2049);
   EXPECT_FALSE(The<QGroupBox>("fraErase").isHidden());
   machine.Deliver(1, {0});

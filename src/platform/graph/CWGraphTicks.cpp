@@ -19,13 +19,13 @@ class WholeTicker : public QCPAxisTicker {
   int getSubTickCount(double step) override { return step < 2 ? 0 : QCPAxisTicker::getSubTickCount(step); }
 };
 
-/// Steps that divide both full scales, so that their ends are told.
+/// Steps that divide both full scales, so that their ends are told; usual steps for other values.
 class DegreeTicker : public QCPAxisTicker {
  protected:
   double getTickStep(const QCPRange& range) override {
     const double rough = range.size() / (tickCount() + 1);
     for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 90.0, 180.0}) {
-      if (step >= rough) return step;
+      if (step >= rough && range.size() <= 400) return step;
     }
     return QCPAxisTicker::getTickStep(range);
   }
