@@ -1,15 +1,9 @@
-
-#include <array>
 #include <cmath>
-#include <optional>
 
 #include "config/ParameterMap.h"
 #include "config/WriteSequence.h"
 #include "link/Communications.h"
 #include "link/SamplingScreen.h"
-#include "platform/controls/Form.h"
-#include "platform/controls/MSComm.h"
-#include "platform/machine/Machine.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"

@@ -1,17 +1,10 @@
 #include <QButtonGroup>
 #include <QScrollArea>
 
-#include <algorithm>
-#include <array>
-#include <optional>
-
 #include "config/ParameterMap.h"
 #include "config/WriteSequence.h"
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/controls/Form.h"
-#include "platform/controls/MSComm.h"
-#include "platform/machine/Machine.h"
 #include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"

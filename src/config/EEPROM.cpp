@@ -1,15 +1,9 @@
 #include <QKeyEvent>
 #include <QRegularExpressionValidator>
 
-#include <functional>
-#include <system_error>
-
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/controls/Form.h"
-#include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
-#include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Screens.h"
 #include "values/Conversions.h"

@@ -4,7 +4,6 @@
 
 #include "config/ParameterMap.h"
 #include "link/Communications.h"
-#include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"
 #include "values/NumberText.h"

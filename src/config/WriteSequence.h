@@ -1,11 +1,6 @@
 // The paced write of EEPROM cells, one a tick, which the Configuration and Calibrate screens share.
 #pragma once
 
-#include <cstdint>
-#include <functional>
-#include <optional>
-#include <string>
-
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"

@@ -1,25 +1,17 @@
-
-#include <algorithm>
 #include <exception>
-#include <optional>
 #include <utility>
 
 #include "download/Erase.h"
 #include "download/Pace.h"
 #include "download/Retrieval.h"
 #include "download/RunPreview.h"
-#include "files/PageDecoder.h"
 #include "link/Communications.h"
 #include "live/RecordingScreen.h"
-#include "platform/controls/MSComm.h"
-#include "platform/controls/Timer.h"
-#include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"
-#include "values/NumberText.h"
 
 namespace bexlow::download {
 

@@ -1,7 +1,6 @@
 #include "download/Erase.h"
 
 #include "link/Communications.h"
-#include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"
 

@@ -2,9 +2,6 @@
 #pragma once
 
 #include "link/SamplingScreen.h"
-#include "platform/controls/Form.h"
-#include "platform/controls/MSComm.h"
-#include "platform/controls/Timer.h"
 
 namespace bexlow::download {
 

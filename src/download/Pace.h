@@ -2,10 +2,8 @@
 #pragma once
 
 #include <algorithm>
-#include <cstdint>
 #include <deque>
 #include <numeric>
-#include <optional>
 
 #include "platform/machine/Machine.h"
 

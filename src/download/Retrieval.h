@@ -1,8 +1,6 @@
 // What a download reads of the logger before its pages: mode and channels, and the values of the header.
 #pragma once
 
-#include <functional>
-
 #include "platform/controls/MSComm.h"
 
 namespace bexlow::download {

@@ -1,10 +1,5 @@
 #include "download/RunPreview.h"
 
-#include <algorithm>
-#include <filesystem>
-
-#include "files/BinPages.h"
-#include "files/DataFile.h"
 #include "graph/GraphPair.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"

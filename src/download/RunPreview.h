@@ -3,11 +3,6 @@
 
 #include <QWidget>
 
-#include <cstdint>
-#include <string>
-#include <vector>
-
-#include "files/DataFile.h"
 #include "files/Series.h"
 
 class QGridLayout;

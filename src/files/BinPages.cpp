@@ -1,6 +1,5 @@
 #include "files/BinPages.h"
 
-#include <string>
 #include <system_error>
 
 #include "files/Lines.h"

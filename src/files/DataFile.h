@@ -1,10 +1,8 @@
 // The text of a data file: header lines, records, and the header values of a download.
 #pragma once
 
-#include <cstdint>
 #include <optional>
 #include <span>
-#include <string>
 #include <string_view>
 
 #include "values/LoggerValues.h"

@@ -1,8 +1,6 @@
 #include "files/PageDecoder.h"
 
 #include <algorithm>
-#include <array>
-#include <string_view>
 
 #include "values/Conversions.h"
 #include "values/NumberText.h"

@@ -1,11 +1,8 @@
 #include "files/RunEntry.h"
 
-#include <algorithm>
 #include <system_error>
-#include <vector>
 
 #include "files/BinPages.h"
-#include "files/DataFile.h"
 #include "files/Lines.h"
 #include "files/Series.h"
 #include "values/NumberText.h"

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <iterator>
-#include <string>
 #include <system_error>
 #include <utility>
 

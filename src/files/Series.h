@@ -2,13 +2,6 @@
 #pragma once
 
 #include <algorithm>
-#include <array>
-#include <cstddef>
-#include <cstdint>
-#include <optional>
-#include <span>
-#include <string>
-#include <string_view>
 #include <vector>
 
 #include "files/DataFile.h"

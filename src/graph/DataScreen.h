@@ -1,8 +1,6 @@
 // What the screens that draw a data file share: the File menu, the box for the file's name, the two graphs.
 #pragma once
 
-#include <string>
-
 #include "graph/GraphPair.h"
 #include "platform/controls/Form.h"
 #include "platform/machine/Machine.h"

@@ -1,17 +1,11 @@
-
 #include <exception>
-#include <string>
 
-#include "files/BinPages.h"
-#include "files/Series.h"
 #include "graph/DataScreen.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Screens.h"
 #include "values/Conversions.h"
-#include "values/NumberText.h"
 
 namespace bexlow::graph {
 

@@ -6,13 +6,10 @@
 #include <QLocale>
 #include <QPushButton>
 
-#include <algorithm>
 #include <cmath>
-#include <memory>
 #include <numeric>
 
 #include "platform/controls/Controls.h"
-#include "platform/graph/CWGraphTicks.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"

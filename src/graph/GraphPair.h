@@ -2,17 +2,9 @@
 // three.
 #pragma once
 
-#include <QWidget>
-
 #include <filesystem>
-#include <optional>
-#include <span>
-#include <string>
-#include <vector>
 
 #include "files/BinPages.h"
-#include "files/DataFile.h"
-#include "files/Series.h"
 #include "graph/Report.h"
 #include "graph/ViewNumbers.h"
 #include "platform/graph/CWGraph.h"

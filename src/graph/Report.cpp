@@ -1,6 +1,5 @@
 #include "graph/Report.h"
 
-#include <algorithm>
 #include <cmath>
 
 #include "graph/ViewNumbers.h"

@@ -1,13 +1,8 @@
 // What is in view of a run, as a report and as tables.
 #pragma once
 
-#include <cstdint>
 #include <functional>
-#include <span>
-#include <string>
-#include <vector>
 
-#include "files/DataFile.h"
 #include "files/Series.h"
 
 namespace bexlow::graph {

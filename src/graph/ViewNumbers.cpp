@@ -1,6 +1,5 @@
 #include "graph/ViewNumbers.h"
 
-#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 

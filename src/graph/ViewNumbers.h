@@ -1,12 +1,6 @@
 // The figures of the samples in view: min, mean and max, and how many lie beyond a limit.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
-#include <optional>
-#include <string>
-#include <string_view>
-
 #include "files/Series.h"
 
 namespace bexlow::graph {

@@ -1,9 +1,7 @@
 #include "link/Communications.h"
 
-#include <system_error>
 #include <utility>
 
-#include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/Records.h"

@@ -1,10 +1,6 @@
 // Module Communications: opening and closing the selected port, writing requests, the block reads.
 #pragma once
 
-#include <cstdint>
-#include <optional>
-#include <span>
-
 #include "link/Protocol.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"

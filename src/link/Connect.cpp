@@ -1,15 +1,8 @@
-
-#include <memory>
-#include <system_error>
 #include <utility>
-#include <vector>
 
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/controls/Form.h"
-#include "platform/controls/MSComm.h"
 #include "platform/machine/EventGate.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "link/Communications.h"
-#include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/Records.h"

@@ -1,8 +1,6 @@
 // The launch of a logging run, on Main: stamps the time, erases, tells the logger to log, follows the erase.
 #pragma once
 
-#include <functional>
-
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"

@@ -1,6 +1,5 @@
 #include "link/Protocol.h"
 
-#include <array>
 #include <initializer_list>
 #include <iterator>
 #include <system_error>

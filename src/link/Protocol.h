@@ -1,10 +1,7 @@
 // The wire format between program and logger: ten one-letter commands; only its length identifies a reply.
 #pragma once
 
-#include <cstddef>
-#include <cstdint>
 #include <optional>
-#include <span>
 #include <vector>
 
 #include "files/PageDecoder.h"

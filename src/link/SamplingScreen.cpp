@@ -4,7 +4,6 @@
 
 #include "link/Communications.h"
 #include "platform/controls/FramePace.h"
-#include "platform/machine/Machine.h"
 #include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "values/Conversions.h"

@@ -2,8 +2,6 @@
 // the logger and the line set the pace. There is no timer and no stop command.
 #pragma once
 
-#include <cstdint>
-
 #include "link/Protocol.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"

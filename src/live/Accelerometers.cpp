@@ -1,12 +1,7 @@
-
-#include <array>
-#include <system_error>
-
 #include "link/Communications.h"
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
 #include "platform/instruments/CWSlide.h"
-#include "platform/machine/Machine.h"
 #include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"

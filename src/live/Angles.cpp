@@ -1,11 +1,7 @@
-
-#include <array>
-
 #include "link/Communications.h"
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
 #include "platform/instruments/CWKnob.h"
-#include "platform/machine/Machine.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"

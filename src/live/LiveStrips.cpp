@@ -2,8 +2,6 @@
 
 #include <QGraphicsOpacityEffect>
 
-#include <utility>
-
 #include "link/SamplingScreen.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/instruments/Instrument.h"

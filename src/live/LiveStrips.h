@@ -4,11 +4,6 @@
 
 #include <QWidget>
 
-#include <cstdint>
-#include <limits>
-#include <memory>
-#include <vector>
-
 #include "live/Strip.h"
 #include "platform/machine/Machine.h"
 

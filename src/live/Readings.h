@@ -3,8 +3,6 @@
 
 #include <QString>
 
-#include <array>
-
 #include "link/Protocol.h"
 #include "values/LoggerValues.h"
 

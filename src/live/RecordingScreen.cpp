@@ -3,11 +3,8 @@
 #include <QApplication>
 
 #include <algorithm>
-#include <filesystem>
-#include <system_error>
 
 #include "link/Communications.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"

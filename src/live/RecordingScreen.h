@@ -1,12 +1,9 @@
 // What Accelerometers and Angles share: strips of the samples, and a data file to save them to.
 #pragma once
 
-#include <string>
-
 #include "files/DataFile.h"
 #include "link/SamplingScreen.h"
 #include "live/LiveStrips.h"
-#include "platform/machine/Machine.h"
 
 namespace bexlow::live {
 

@@ -1,12 +1,8 @@
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 
-#include <array>
 #include <exception>
-#include <functional>
-#include <optional>
 #include <sstream>
-#include <system_error>
 #include <utility>
 
 #include "link/SamplingScreen.h"
@@ -16,7 +12,6 @@
 #include "live/SessionTexts.h"
 #include "platform/controls/Winsock.h"
 #include "platform/instruments/CWKnob.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"

@@ -1,11 +1,4 @@
-
-#include <string>
-#include <vector>
-
-#include "files/DataFile.h"
-#include "files/Series.h"
 #include "graph/DataScreen.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"

@@ -1,7 +1,4 @@
-
-
 #include "graph/DataScreen.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Screens.h"

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstdio>
 #include <exception>
-#include <optional>
-#include <system_error>
 
 #include "platform/controls/Form.h"
 #include "platform/machine/EventGate.h"

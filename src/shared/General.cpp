@@ -1,11 +1,8 @@
 #include "shared/General.h"
 
 #include <cmath>
-#include <filesystem>
-#include <system_error>
 
 #include "files/LinearCsv.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"

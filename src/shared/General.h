@@ -1,9 +1,6 @@
 // Module General: the routines that many screens need.
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 #include "files/DataFile.h"
 #include "platform/machine/Machine.h"
 

@@ -1,11 +1,7 @@
 // The values that several screens share, one instance of each for the whole run of the program.
 #pragma once
 
-#include <cstdint>
-#include <string>
-
 #include "files/DataFile.h"
-#include "values/LoggerValues.h"
 
 namespace bexlow::shared {
 

@@ -1,4 +1,3 @@
-
 #include "platform/controls/Form.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"

@@ -11,7 +11,6 @@
 
 #include "platform/controls/FramePace.h"
 #include "platform/machine/EventGate.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
 #include "shared/Chords.h"
 #include "shared/ErrorHandler.h"

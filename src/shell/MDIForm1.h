@@ -3,11 +3,6 @@
 
 #include <QMainWindow>
 
-#include <functional>
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "platform/controls/Form.h"
 #include "shell/StatusLine.h"
 

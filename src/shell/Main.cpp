@@ -1,10 +1,6 @@
 #include "shell/Main.h"
 
-#include <filesystem>
-
-#include "files/Series.h"
 #include "graph/DataScreen.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/TextFile.h"
 #include "shared/Chords.h"
 #include "shared/Records.h"

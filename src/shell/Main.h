@@ -1,13 +1,7 @@
 // The start-up screen: the menu that leads to every other screen, and the launch.
 #pragma once
 
-#include <functional>
-#include <string>
-#include <vector>
-
 #include "link/Launch.h"
-#include "platform/controls/Form.h"
-#include "platform/machine/Machine.h"
 
 namespace bexlow::shell {
 

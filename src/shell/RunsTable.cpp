@@ -2,14 +2,12 @@
 
 #include <QDateTime>
 #include <QEvent>
-#include <QFile>
 #include <QFileInfo>
 #include <QFileSystemWatcher>
 #include <QHeaderView>
 #include <QTimer>
 
 #include <algorithm>
-#include <system_error>
 #include <utility>
 
 #include "files/RunEntry.h"

@@ -3,12 +3,6 @@
 
 #include <QTreeWidget>
 
-#include <filesystem>
-#include <functional>
-#include <map>
-#include <memory>
-#include <string>
-
 #include "platform/machine/Machine.h"
 
 class QFileSystemWatcher;

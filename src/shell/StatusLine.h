@@ -1,9 +1,6 @@
 // The line at the foot of the window: the logger, what a screen is doing with it, and the last failure.
 #pragma once
 
-#include <memory>
-#include <string>
-
 #include "platform/machine/Machine.h"
 
 class QLabel;

@@ -3,8 +3,6 @@
 
 #include <QApplication>
 
-#include <filesystem>
-
 #include "platform/machine/RealMachine.h"
 #include "platform/machine/System.h"
 #include "shell/Emblem.h"

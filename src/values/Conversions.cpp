@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <limits>
-#include <string>
 #include <system_error>
 
 namespace bexlow::values {

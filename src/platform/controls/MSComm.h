@@ -1,11 +1,6 @@
 // The serial control: a receive buffer, a threshold that raises OnComm, and a port that is open or closed.
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <optional>
-#include <string>
-
 #include "platform/machine/Machine.h"
 
 namespace bexlow::platform {

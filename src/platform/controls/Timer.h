@@ -1,10 +1,6 @@
 // A timer whose ticks are events of the program's one thread. At most one tick waits.
 #pragma once
 
-#include <functional>
-#include <memory>
-#include <string>
-
 #include "platform/machine/Machine.h"
 
 namespace bexlow::platform {

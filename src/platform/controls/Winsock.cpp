@@ -6,7 +6,6 @@
 #include <QUdpSocket>
 
 #include <algorithm>
-#include <map>
 #include <utility>
 
 #include "platform/controls/Form.h"

@@ -5,8 +5,6 @@
 #include <QPointer>
 #include <QWidget>
 
-#include <functional>
-#include <optional>
 #include <span>
 #include <utility>
 #include <vector>

@@ -15,7 +15,6 @@
 #include <qcustomplot.h>
 
 #include <algorithm>
-#include <deque>
 
 #include "platform/controls/Colours.h"
 #include "platform/graph/CWGraph.h"

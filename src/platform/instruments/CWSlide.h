@@ -1,8 +1,6 @@
 // An upright scale with a pointer: shows a reading, or lets the user set a value.
 #pragma once
 
-#include <functional>
-
 #include "platform/instruments/Instrument.h"
 
 namespace bexlow::platform {

@@ -2,7 +2,6 @@
 
 #include <cerrno>
 #include <fstream>
-#include <string>
 
 namespace bexlow::platform {
 

@@ -8,7 +8,6 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QScreen>
-#include <QTimer>
 #include <QTreeView>
 #include <QUrl>
 
@@ -16,13 +15,11 @@
 #include <cerrno>
 #include <csignal>
 #include <ctime>
-#include <map>
 #include <poll.h>
 #include <unistd.h>
 #include <utility>
 
 #include "platform/controls/FramePace.h"
-#include "platform/machine/Machine.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/SerialDevice.h"
 

@@ -5,9 +5,7 @@
 
 #include <QSocketNotifier>
 
-#include <filesystem>
 #include <list>
-#include <memory>
 
 #include "platform/machine/Machine.h"
 

@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <system_error>
 
 #include "platform/machine/Machine.h"
 
