@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QDateTime>
 #include <QLineEdit>
+#include <QPrinter>
 #include <QRadioButton>
 #include <QTest>
 #include <QUdpSocket>
@@ -43,6 +44,7 @@ class Tour {
     Calibrate();
     WatchAccelerometers();
     WatchAngles();
+    OpenRecording();
     ShareAngles();
     DownloadRun("first", "");
     ReviewPushes();
@@ -161,7 +163,25 @@ class Tour {
   void ReviewPushes() {
     robot_.Do({"Tools > Graph Button Pushes"});
     robot_.NextFile(dataFiles_ / "first.qbx");
-    robot_.Do({"File > Open", "press: >", "press: Show All", "picture: review", "File > Return"});
+    robot_.Do({"File > Open", "press: >", "press: Show All", "picture: review"});
+    Report();
+    robot_.Do({"File > Return"});
+  }
+  void Report() {
+    const auto path = dataFiles_.parent_path() / "report.pdf";
+    auto& graph = test::FindControl<platform::CWGraph>("CWGraph1");
+    graph.AskPrinter = [&](QPrinter& printer) {
+      printer.setOutputFileName(QString::fromStdString(path.string()));
+      return true;
+    };
+    for (auto* entry : graph.actions()) {
+      if (entry->text() == "R&eport...") entry->trigger();
+    }
+    Require(test::FileText(path).starts_with("%PDF"), "there is no report");
+  }
+  void OpenRecording() {
+    robot_.NextFile(dataFiles_ / "angles.qbx");
+    robot_.Do({"press: Open a data file...", "screen: Recording", "picture: recording", "File > Return"});
   }
 
   bool MemoryIsBlank() const {
