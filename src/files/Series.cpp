@@ -187,6 +187,14 @@ std::string PageRemarks(const Run& run, std::int32_t before) {
   return gaps <= MostGaps ? remarks : values::CountText(missing) + " pages are missing";
 }
 
+std::vector<std::size_t> BreaksOf(const Run& run) {
+  std::vector<std::size_t> breaks;
+  for (std::size_t i = 1; i < run.records.size(); ++i) {
+    if (run.records[i].page != run.records[i - 1].page + 1) breaks.push_back(run.records[i].first);
+  }
+  return breaks;
+}
+
 double PeriodsAt(const Run& run, double sample) {
   if (run.records.empty()) return 0;
   const auto next = std::ranges::upper_bound(

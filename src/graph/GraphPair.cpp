@@ -72,6 +72,7 @@ CWGraph* GraphPair::AddGraph() {
   column->addWidget(graph);
   static_cast<QVBoxLayout*>(layout())->addWidget(frame, 1);
   graph->Moved = [this, axis] { ShowNumbers(axis); };
+  graph->NoteOf = [this](std::size_t sample) { return NoteOf(sample); };
   if (axis > 0) CWGraph1->LinkXAxis(*graph);
   graphs_.push_back(graph);
   BuildMenu(axis);
@@ -152,9 +153,11 @@ std::optional<platform::SampleTimes> GraphPair::TimesOf(const files::Run& run) c
 void GraphPair::Show(const files::Run& run) {
   run_ = &run;
   times_ = TimesOf(run);
+  writtenEnd_ = run.Size() - run.UnwrittenEnd();
   for (std::size_t i = 0; i < graphs_.size(); ++i) {
     if (run.tenths[i].empty() && run.Size() > 0) continue;  // the channel that was not stored
     graphs_[i]->SetSampleTimes(times_);
+    graphs_[i]->SetBreaks(files::BreaksOf(run));
     graphs_[i]->SetXAxis(false, 0, std::max(0.0, static_cast<double>(run.tenths[i].size()) - 1));
     Draw(i);
   }
@@ -177,8 +180,8 @@ void GraphPair::Draw(std::size_t axis) {
 std::string GraphPair::RunText() const {
   if (run_->Size() == 0) return "no sample could be read";
   const auto pushes = std::ssize(run_->pushes);
-  const auto unwritten = static_cast<std::int64_t>(run_->UnwrittenEnd());
-  const auto written = static_cast<std::int64_t>(run_->Size()) - unwritten;
+  const auto written = static_cast<std::int64_t>(writtenEnd_);
+  const auto unwritten = static_cast<std::int64_t>(run_->Size()) - written;
   auto text = values::CountText(written - pushes) + (written - pushes == 1 ? " sample" : " samples");
   if (const auto leftOut = LeftOutText(pushes, unwritten); !leftOut.empty()) text += ", " + leftOut;
   if (!times_ || written == 0) return text;
@@ -223,6 +226,12 @@ void GraphPair::ShowNumbers(std::size_t axis) {
   const auto numbers = NumbersOf(axis);
   const auto limit = graphs_[axis]->Limit();
   graphs_[axis]->SetNumbers(numbers ? QString::fromStdString(NumbersLine(*numbers, *limit)) : QString());
+}
+
+QString GraphPair::NoteOf(std::size_t sample) const {
+  if (run_ == nullptr) return {};
+  if (run_->IsPush(sample)) return "push";
+  return sample < writtenEnd_ ? QString() : "not written";
 }
 
 void GraphPair::BuildMenu(std::size_t axis) {

@@ -50,6 +50,7 @@ class GraphPair : public QWidget {
   std::optional<platform::SampleTimes> TimesOf(const files::Run& run) const;
   void ShowNumbers(std::size_t axis);
   std::optional<ViewNumbers> NumbersOf(std::size_t axis) const;
+  QString NoteOf(std::size_t sample) const;
   void BuildMenu(std::size_t axis);
   std::optional<View> InView() const;
   std::string NumbersText() const;
@@ -67,6 +68,7 @@ class GraphPair : public QWidget {
   files::RunFacts facts_;
   const files::Run* run_ = nullptr;
   std::optional<platform::SampleTimes> times_;
+  std::size_t writtenEnd_ = 0;  ///< one past the last sample that was written
 };
 
 }  // namespace bexlow::graph

@@ -98,6 +98,10 @@ TEST_F(Graph, TheLineRunsFromFrameToFrameAndNotOverAGap) {
   const auto middle = PixelOf(3, 45), before = PixelOf(0.5, 45);
   EXPECT_TRUE(StandsOut(Picture(), before));
   EXPECT_FALSE(StandsOut(Picture(), middle));
+  graph.SetBreaks({3});
+  graph.PlotY(std::vector<double>(7, 45));
+  EXPECT_FALSE(StandsOut(Picture(), PixelOf(2.75, 45))) << "before it a page is missing";
+  EXPECT_TRUE(StandsOut(Picture(), middle));
 }
 
 // Every fourth sample lies at the other end of the scale, alone between two crossings.

@@ -41,6 +41,7 @@ TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
   Open();
   ExpectBusy(true);
   EXPECT_EQ(Text("NumEdit30"), "0") << "below its limit";
+  EXPECT_FALSE(The("NumEdit30").isEnabled()) << "its 0 is no setting";
   EXPECT_FALSE(Selected("opt75Hz") || Selected("opt15Hz"));
   machine.Pass(1100us);
   ExpectProgress("Reading 3", 1);
@@ -48,6 +49,8 @@ TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
   FinishRead();
   ExpectProgress("Progress", 0);
   ExpectBusy(false);
+  EXPECT_TRUE(The("NumEdit30").isEnabled());
+  EXPECT_EQ(platform::Form::Active()->focusWidget(), &The("NumEdit2"));
   EXPECT_FALSE(machine.AnyPortOpen());
 
   ASSERT_EQ(machine.wire.size(), 2 * 53u);

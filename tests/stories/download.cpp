@@ -202,6 +202,10 @@ TEST_F(DownloadStory, ASilentLoggerIsAskedOnceASecondForAnHour) {
   logger.silent = true;
   for (int i = 0; i < 900 && The<QLabel>("lblWarning").isHidden(); ++i) machine.Pass(10ms);
   EXPECT_EQ(machine.Now().seconds, Shared.LastReplyTime + 2) << "more than one whole second later";
+  for (int i = 0; i < 50; ++i) {
+    machine.Pass(100ms);
+    EXPECT_FALSE(Contains(Status("lblActivity"), "stopped"));
+  }
   const auto before = logger.replies;
   machine.Pass(1h);
   EXPECT_NEAR(logger.replies - before, 3600, 60 * 3);  // each repeat also holds the thread for its pauses

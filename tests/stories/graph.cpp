@@ -113,6 +113,24 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   EXPECT_EQ(Y().XView(), (platform::CWGraphRange{-90, 90}));
 }
 
+TEST_F(GraphStory, AMissingPageBreaksTheCurveAndTheReadOutTellsWhatIsNoSample) {
+  std::string first = "1", last = "3";
+  for (std::size_t pair = 0; pair < PairsInRecord; ++pair) {
+    first += pair == 130 ? ",BP,BP" : ",30,20";
+    last += pair < 3 ? ",30,20" : ",0,0";
+  }
+  Open(Header() + first + "\r\n" + last + "\r\n");
+  QTest::keyClick(&X(), Qt::Key_Home, Qt::ShiftModifier);
+  for (const char* told :
+       {"Sample 130, 17.3 s at 7.5 Hz: push", "Sample 131, 17.5 s at 7.5 Hz: 30°",
+        "Sample 132, 35.2 s at 7.5 Hz: 30°", "Sample 133, 35.3 s at 7.5 Hz: 30°",
+        "Sample 134, 35.5 s at 7.5 Hz: 30°", "Sample 135, 35.6 s at 7.5 Hz: not written"}) {
+    for (int i = 0; i < 200 && !X().ReadOutText().startsWith(QString(told).left(10)); ++i)
+      QTest::keyClick(&X(), Qt::Key_Right, Qt::ShiftModifier);
+    EXPECT_EQ(X().ReadOutText(), QString::fromUtf8(told));
+  }
+}
+
 TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
   Open(Header() + Records(2, {2, 131}));
   X().SetXView({1, 4});

@@ -3,6 +3,7 @@
 
 #include <sys/stat.h>
 
+#include "platform/graph/CWGraph.h"
 #include "platform/machine/TextFile.h"
 #include "support/Story.h"
 
@@ -102,6 +103,25 @@ TEST_F(Runs, AreFoundByNameAndOpenInTheGraphThatFits) {
   }
   EXPECT_EQ(table.model()->rowCount(), 2);
   EXPECT_TRUE(std::filesystem::exists(DataFile("anna.qbx")));
+}
+
+// The graphs fail, not the page of the table; and they are told by the bytes of a name, not by its letters.
+TEST_F(Runs, OpenWhateverTheirNameAndFailUnderTheGraphsName) {
+  Start();
+  WriteFile(DataFile("x\xE9.qbx"), Header() + Record("1", 264, "1"));
+  WriteFile(DataFile("z.qbx"), Header() + Record("1", 263, "1"));
+  Becomes({"z.qbx|2004-03-09 14:05||Linear X and Y||1|the last record is damaged",
+           "x\xEF\xBF\xBD.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|"});
+  auto& table = The<QTreeView>("tblRuns");
+  for (const auto& [row, points, failure] : {std::tuple{0, 0U, "Graph"}, {1, 132U, ""}}) {
+    Front("Main");
+    table.setFocus();
+    table.setCurrentIndex(table.model()->index(row, 0));
+    Key(Qt::Key_Return);
+    if (row == 0) Reads("BuildDoubleChannelArrays");
+    EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), points);
+    EXPECT_EQ(Shared.LastFailure.empty() ? "" : Shared.LastFailureScreen, failure);
+  }
 }
 
 }  // namespace bexlow::test

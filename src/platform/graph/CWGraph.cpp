@@ -116,9 +116,13 @@ void CWGraph::RenewCurve() {
   const bool isBin = style_ == PlotStyle::Bin;
   QVector<QCPGraphData> points;
   points.reserve(std::ssize(values_));
+  auto atBreak = breaks_.begin();
   for (std::size_t i = 0; i < values_.size(); ++i) {
+    const bool isBreak = atBreak != breaks_.end() && *atBreak == i;
+    if (isBreak) ++atBreak;
     if (isBin && !Counts(static_cast<std::ptrdiff_t>(i))) continue;
-    if (!isBin && crossing_ && i > 0 && std::abs(values_[i] - values_[i - 1]) > *crossing_)
+    const bool crosses = crossing_ && i > 0 && std::abs(values_[i] - values_[i - 1]) > *crossing_;
+    if (!isBin && (crosses || isBreak))
       points << QCPGraphData(X(i) - stepX_ / 2, std::numeric_limits<double>::quiet_NaN());
     points << QCPGraphData(X(i), values_[i]);
   }

@@ -79,6 +79,11 @@ class CWGraph : public QWidget {
   std::optional<double> Limit() const { return limit_; }
   /// Two neighbouring samples further apart than this are not joined by a line; std::nullopt joins all.
   void SetCrossing(std::optional<double> degrees);
+  /// No line leads to these samples, in rising order: what came before each is missing. Takes effect with the
+  /// next series.
+  void SetBreaks(std::vector<std::size_t> samples) { breaks_ = std::move(samples); }
+  /// What the read-out tells of a sample in place of its value; empty for most.
+  std::function<QString(std::size_t sample)> NoteOf;
   /// First and last index of the samples whose points lie in the plot now; nothing where there are none.
   std::optional<std::pair<std::size_t, std::size_t>> DrawnSamples() const;
   /// The line of text over the plot, which is there while there is a limit.
@@ -236,6 +241,7 @@ class CWGraph : public QWidget {
   PlotStyle style_ = PlotStyle::Linear;
   QString titleX_, titleY_;
   std::optional<double> crossing_;
+  std::vector<std::size_t> breaks_;
   std::optional<SampleTimes> times_;
   bool timeShown_ = false;
   QString heading_, fileStem_;

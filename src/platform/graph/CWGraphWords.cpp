@@ -80,14 +80,16 @@ QString CWGraph::Unit() const {
 // "Sample 1238, 2 min 45 s at 7.5 Hz: -12°", "Sample 1238, 0:00:03.34: -12.3°" or "Angle -30°: count 17".
 QString CWGraph::PointText(std::size_t index) const {
   const auto x = CWGraphNumber(X(index));
-  const auto value = std::isnan(values_[index]) ? QStringLiteral("-") : CWGraphNumber(values_[index]);
+  const auto note = NoteOf ? NoteOf(index) : QString();
+  const auto number = std::isnan(values_[index]) ? QStringLiteral("-") : CWGraphNumber(values_[index]);
+  const auto value = note.isEmpty() ? number + (style_ == PlotStyle::Bin ? QString() : Unit()) : note;
   if (style_ == PlotStyle::Bin) return QStringLiteral("Angle %1°: count %2").arg(x, value);
-  if (!times_) return QStringLiteral("Sample %1: %2%3").arg(x, value, Unit());
+  if (!times_) return QStringLiteral("Sample %1: %2").arg(x, value);
   const double seconds = times_->secondsAt(X(index));
   const auto time = times_->rate > 0
                         ? tr("%1 at %2 Hz").arg(DurationWords(seconds), CWGraphNumber(times_->rate))
                         : DurationClock(seconds, 2);
-  return QStringLiteral("Sample %1, %2: %3%4").arg(x, time, value, Unit());
+  return QStringLiteral("Sample %1, %2: %3").arg(x, time, value);
 }
 
 QString CWGraph::Description() const {
