@@ -5,7 +5,6 @@
 #include "config/WriteSequence.h"
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"

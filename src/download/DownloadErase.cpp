@@ -16,8 +16,7 @@
 namespace bexlow::download {
 
 using link::Bytes;
-using platform::MsgBox;
-using platform::Pointer;
+using namespace platform;
 using shared::Guarded;
 using shared::Shared;
 using shared::Shown;

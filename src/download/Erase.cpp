@@ -6,8 +6,7 @@
 
 namespace bexlow::download {
 
-using platform::MsgBox;
-using platform::Pointer;
+using namespace platform;
 using shared::Guarded;
 
 namespace {

@@ -17,8 +17,7 @@
 
 namespace bexlow::graph {
 
-using platform::CWGraph;
-using platform::MsgBox;
+using namespace platform;
 
 namespace {
 

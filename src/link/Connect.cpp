@@ -14,8 +14,7 @@
 
 namespace bexlow::link {
 
-using platform::MsgBox;
-using platform::Pointer;
+using namespace platform;
 using shared::Shared;
 
 namespace {

@@ -4,8 +4,8 @@
 
 #include "link/Communications.h"
 #include "platform/controls/FramePace.h"
-#include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 

@@ -2,7 +2,6 @@
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
 #include "platform/instruments/CWSlide.h"
-#include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"

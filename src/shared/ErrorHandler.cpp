@@ -99,22 +99,17 @@ std::string CaptionOfRunning() {
   return widget == nullptr ? "Start" : widget->windowTitle().toStdString();
 }
 
-void Handle(const Failure& failure, const std::string& source, const std::string& screen,
-            const std::string& caption) {
-  const platform::EventGate::Hold hold;
-  Note(caption, OneLine(failure.description));
-  try {
-    LogAndAsk(Report(failure.number, source, screen, failure.description));
-  } catch (const std::exception&) {
-    platform::MsgBox("The SimpleErrorHandler sub routine has errored!");
-  }
-}
-
 }  // namespace
 
 void SimpleErrorHandler(int number, const std::string& source, const std::string& screen,
-                        const std::string& description) {
-  Handle({number, description}, source, screen, CaptionOfRunning());
+                        const std::string& description, const std::string& caption) {
+  const platform::EventGate::Hold hold;
+  Note(caption.empty() ? CaptionOfRunning() : caption, OneLine(description));
+  try {
+    LogAndAsk(Report(number, source, screen, description));
+  } catch (const std::exception&) {
+    platform::MsgBox("The SimpleErrorHandler sub routine has errored!");
+  }
 }
 
 void Guarded(const platform::Form& form, const char* procedure, const std::function<void()>& body,
@@ -123,14 +118,15 @@ void Guarded(const platform::Form& form, const char* procedure, const std::funct
   const auto failure = FailureOf(body);
   if (!failure) return;
   if (beforeReport) beforeReport();
-  Handle(*failure, procedure, ScreenInFront(form.Name()), form.windowTitle().toStdString());
+  SimpleErrorHandler(failure->number, procedure, ScreenInFront(form.Name()), failure->description,
+                     form.windowTitle().toStdString());
 }
 
 void GuardHandlers() {
   platform::EventGate::Get().GuardWith(
       [](const platform::EventGate::Handler& handler, const std::function<void()>& body) {
         if (const auto failure = FailureOf(body))
-          Handle(*failure, handler.name, ScreenInFront("MDIForm1"), CaptionOfRunning());
+          SimpleErrorHandler(failure->number, handler.name, ScreenInFront("MDIForm1"), failure->description);
       });
 }
 
@@ -138,7 +134,7 @@ bool GuardedIn(const std::string& place, const char* procedure, const std::funct
   const platform::EventGate::Hold hold;
   const auto failure = FailureOf(body);
   if (!failure) return true;
-  Handle(*failure, procedure, place, CaptionOfRunning());
+  SimpleErrorHandler(failure->number, procedure, place, failure->description);
   return false;
 }
 

@@ -15,8 +15,9 @@ namespace bexlow::shared {
 /// @param source       the procedure that failed
 /// @param screen       where it failed
 /// @param description  the system's words
+/// @param caption      of the screen, for the status line; empty: of the one whose handler runs
 void SimpleErrorHandler(int number, const std::string& source, const std::string& screen,
-                        const std::string& description);
+                        const std::string& description, const std::string& caption = {});
 
 /// Runs a procedure of a screen: holds all other events meanwhile and reports a failure once, under the name
 /// of the screen then in front.

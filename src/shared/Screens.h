@@ -1,5 +1,8 @@
-// Makes the screens. Each is known by its base alone; its class lies in the file of its name.
+// Makes the screens, each known by its base alone: its class lies in the file of its name. And the keys that
+// more than one of them has.
 #pragma once
+
+#include <QKeyCombination>
 
 #include <functional>
 
@@ -8,6 +11,13 @@ namespace bexlow {
 namespace platform {
 class Form;
 }
+
+namespace shared {
+inline constexpr QKeyCombination ServiceChord = Qt::CTRL | Qt::Key_F11;
+inline constexpr QKeyCombination DisplayChord = Qt::CTRL | Qt::Key_F12;
+inline constexpr QKeyCombination SampleKey = Qt::Key_F5;
+inline constexpr QKeyCombination ManualKey = Qt::Key_F1;
+}  // namespace shared
 
 namespace link {
 /// The modal screen that picks the serial port, finds the logger, and reads what the program needs at first.

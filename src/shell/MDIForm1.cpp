@@ -12,17 +12,16 @@
 #include "platform/controls/FramePace.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/System.h"
-#include "shared/Chords.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/Records.h"
+#include "shared/Screens.h"
 #include "values/Conversions.h"
 #include "values/NumberText.h"
 
 namespace bexlow::shell {
 
-using platform::EventGate;
-using platform::Form;
+using namespace platform;
 
 namespace {
 

@@ -2,7 +2,6 @@
 
 #include "graph/DataScreen.h"
 #include "platform/machine/TextFile.h"
-#include "shared/Chords.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"
 #include "shell/Emblem.h"
@@ -12,8 +11,7 @@
 
 namespace bexlow::shell {
 
-using platform::Form;
-using platform::MsgBox;
+using namespace platform;
 
 Main::Main(MDIForm1& outer)
     : Form("Main", "Main"), outer_(outer), launch_(*this, [this](bool heard) { LoggerSentOff(heard); }) {
