@@ -36,9 +36,7 @@ BareLine::BareLine(const char* logger, const std::filesystem::path& folder, bool
   ::tcsetattr(line_, TCSANOW, &raw);
 }
 
-BareLine::~BareLine() {
-  ::close(line_);
-}
+BareLine::~BareLine() { ::close(line_); }
 
 void BareLine::Exchange(std::initializer_list<std::uint8_t> request, std::size_t reply,
                         double pauseMs) const {

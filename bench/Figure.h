@@ -14,9 +14,7 @@ struct Limit {
   double value;
   bool atLeast;
 };
-constexpr Limit AtLeast(double value) {
-  return {value, true};
-}
+constexpr Limit AtLeast(double value) { return {value, true}; }
 /// The limit of a figure that is only reported.
 inline constexpr double NoLimit = std::numeric_limits<double>::infinity();
 

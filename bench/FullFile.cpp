@@ -60,13 +60,9 @@ std::string FileOf(Wearer wearer) {
 
 }  // namespace
 
-std::string FullDataFile() {
-  return FileOf(Wearer(SomePushes));
-}
+std::string FullDataFile() { return FileOf(Wearer(SomePushes)); }
 
-std::string StuckButtonFile() {
-  return FileOf(Wearer(OnlyPushes));
-}
+std::string StuckButtonFile() { return FileOf(Wearer(OnlyPushes)); }
 
 std::string HourRecording() {
   constexpr int SamplesASecond = 370, Samples = 3600 * SamplesASecond;

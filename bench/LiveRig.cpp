@@ -83,9 +83,7 @@ void LiveRig::Open(const LiveScreen& screen, bool saving) {
   if (saving) Trigger("mnuSave");
 }
 
-void LiveRig::Trigger(const char* entry) {
-  form_->findChild<QAction*>(entry)->trigger();
-}
+void LiveRig::Trigger(const char* entry) { form_->findChild<QAction*>(entry)->trigger(); }
 
 bool LiveRig::eventFilter(QObject*, QEvent* event) {
   if (event->type() == QEvent::Paint) ++repaints_;

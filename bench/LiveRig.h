@@ -35,9 +35,7 @@ struct LiveScreen {
 inline constexpr LiveScreen LiveScreens[] = {{"Angles", 'A', 1 + 4}, {"Accelerometers", 'a', 1 + 6}};
 
 /// What the line allows: 10 bits a byte at 19200 baud.
-inline double LineLimit(const LiveScreen& screen) {
-  return 1920.0 / screen.bytesASample;
-}
+inline double LineLimit(const LiveScreen& screen) { return 1920.0 / screen.bytesASample; }
 
 struct Figures {
   double samplesASecond = 0;

@@ -22,9 +22,7 @@ class EndAtFirstPaint : public QObject {
   }
 };
 
-void Watch() {
-  qApp->installEventFilter(new EndAtFirstPaint(qApp));
-}
+void Watch() { qApp->installEventFilter(new EndAtFirstPaint(qApp)); }
 
 }  // namespace
 

@@ -24,9 +24,7 @@ struct Window {
   double longestClickMs = 0, medianClickMs = 0;
 };
 
-std::string Percent(double share) {
-  return Fixed(share * 100, 0) + " %";
-}
+std::string Percent(double share) { return Fixed(share * 100, 0) + " %"; }
 
 struct Rates {
   double samplesASecond, cpuShare;

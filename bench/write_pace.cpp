@@ -35,9 +35,7 @@ constexpr int LimitMs = 60'000;
 /// The 40 cells of the write; after cell 25 four ticks send nothing.
 constexpr int Written[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21,
                            22, 23, 24, 25, 30, 31, 32, 33, 34, 42, 43, 62, 63, 64, 65, 66, 67, 68, 69, 102};
-constexpr int TickOf(std::size_t cell) {
-  return static_cast<int>(cell) + (cell < 24 ? 1 : 5);
-}
+constexpr int TickOf(std::size_t cell) { return static_cast<int>(cell) + (cell < 24 ? 1 : 5); }
 
 double NowMs() {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now().time_since_epoch())

@@ -10,9 +10,7 @@ namespace {
 constexpr double FullScaleCounts = 32767;
 constexpr double Radians = std::numbers::pi / 180;
 
-double Wave(double seconds, double period) {
-  return std::sin(2 * std::numbers::pi * seconds / period);
-}
+double Wave(double seconds, double period) { return std::sin(2 * std::numbers::pi * seconds / period); }
 
 int Counts(double degrees, double fullScale) {
   return static_cast<int>(std::lround(degrees / fullScale * FullScaleCounts));

@@ -130,13 +130,9 @@ std::optional<Time> Logger::NextEvent() const {
   return *eraseStart_ + setup_.eraseTime;
 }
 
-std::optional<Reply> Logger::Ping(Operands, Time) {
-  return Bytes({'f'});
-}
+std::optional<Reply> Logger::Ping(Operands, Time) { return Bytes({'f'}); }
 
-std::optional<Reply> Logger::ReadEeprom(Operands operands, Time) {
-  return Bytes({cells_[operands[0]]});
-}
+std::optional<Reply> Logger::ReadEeprom(Operands operands, Time) { return Bytes({cells_[operands[0]]}); }
 
 std::optional<Reply> Logger::WriteEeprom(Operands operands, Time) {
   cells_[operands[0]] = operands[1];
@@ -187,9 +183,7 @@ std::optional<Reply> Logger::ReadSamplingFrequency(Operands, Time) {
 }
 
 // Page 0 holds no samples; the stand-in keeps the serial number and the launch time there.
-void Logger::WritePageZero() {
-  std::copy_n(cells_.begin() + 100, 10, memory_.Pages(0, 1).begin());
-}
+void Logger::WritePageZero() { std::copy_n(cells_.begin() + 100, 10, memory_.Pages(0, 1).begin()); }
 
 void Logger::LogLaunchedRun() {
   launched_ = false;

@@ -21,9 +21,7 @@ bool Outbox::Send(Reply reply, Time arrived) {
   return true;
 }
 
-Time Outbox::DueAt(const std::deque<Chunk>& lane) {
-  return lane.empty() ? Time::max() : lane.front().Due();
-}
+Time Outbox::DueAt(const std::deque<Chunk>& lane) { return lane.empty() ? Time::max() : lane.front().Due(); }
 
 std::deque<Outbox::Chunk>& Outbox::NextLane() {
   return DueAt(replies_) <= DueAt(streams_) ? replies_ : streams_;

@@ -65,12 +65,8 @@ void Recorder::Note(const char* text, Time now) {
   Check(log_);
 }
 
-void Recorder::DumpPages(const Logger& logger) const {
-  Replace(dumpPages_, logger.Memory().All());
-}
+void Recorder::DumpPages(const Logger& logger) const { Replace(dumpPages_, logger.Memory().All()); }
 
-void Recorder::DumpEeprom(const Logger& logger) const {
-  Replace(dumpEeprom_, logger.Cells());
-}
+void Recorder::DumpEeprom(const Logger& logger) const { Replace(dumpEeprom_, logger.Cells()); }
 
 }  // namespace bexlow::simulator

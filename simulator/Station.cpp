@@ -16,12 +16,8 @@ namespace {
 volatile sig_atomic_t stopAsked = 0;
 volatile sig_atomic_t cableAsked = 0;  // SIGUSR1 or SIGUSR2, whichever came last
 
-void AskStop(int) {
-  stopAsked = 1;
-}
-void AskCable(int signal) {
-  cableAsked = signal;
-}
+void AskStop(int) { stopAsked = 1; }
+void AskCable(int signal) { cableAsked = signal; }
 
 // Signals are blocked except during the wait itself, so that none comes between the test and the wait.
 void HoldSignals() {
@@ -39,9 +35,7 @@ void HoldSignals() {
   ::signal(SIGPIPE, SIG_IGN);
 }
 
-Time Now() {
-  return std::chrono::steady_clock::now().time_since_epoch();
-}
+Time Now() { return std::chrono::steady_clock::now().time_since_epoch(); }
 
 timespec Span(Time time) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);

@@ -26,9 +26,7 @@ constexpr Posture Postures[] = {
     {{96, -11}, 0.6, 60, 240},  // lying on the front
 };
 
-double Wave(double seconds, double period) {
-  return std::sin(2 * std::numbers::pi * seconds / period);
-}
+double Wave(double seconds, double period) { return std::sin(2 * std::numbers::pi * seconds / period); }
 
 }  // namespace
 

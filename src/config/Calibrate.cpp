@@ -196,8 +196,6 @@ class Calibrate : public link::SamplingScreen {
 
 }  // namespace
 
-Form* MakeCalibrate() {
-  return new Calibrate;
-}
+Form* MakeCalibrate() { return new Calibrate; }
 
 }  // namespace bexlow::config

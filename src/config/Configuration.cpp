@@ -33,9 +33,7 @@ QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QByteArray NameOf(const Parameter& row) {
-  return Text(row.name).toUtf8();
-}
+QByteArray NameOf(const Parameter& row) { return Text(row.name).toUtf8(); }
 
 QString RangeOf(const Parameter& row) {
   const auto limits = values::PlainNumberText(row.min) + " to " + values::PlainNumberText(row.max);
@@ -316,8 +314,6 @@ class Configuration : public Form {
 
 }  // namespace
 
-Form* MakeConfiguration() {
-  return new Configuration;
-}
+Form* MakeConfiguration() { return new Configuration; }
 
 }  // namespace bexlow::config

@@ -173,8 +173,6 @@ class EEPROM : public Form {
 
 }  // namespace
 
-Form* MakeEEPROM() {
-  return new EEPROM;
-}
+Form* MakeEEPROM() { return new EEPROM; }
 
 }  // namespace bexlow::config

@@ -89,9 +89,7 @@ constexpr auto WriteTicks = MakeWriteCells();
   throw std::system_error(std::make_error_code(code), words);
 }
 
-double FullScale(Storage form) {
-  return form == Storage::Angle180 ? 180 : 90;
-}
+double FullScale(Storage form) { return form == Storage::Angle180 ? 180 : 90; }
 
 double CountOf(Storage form, double degrees) {
   return form == Storage::Angle180 ? values::AngleToInteger180(degrees) : values::AngleToInteger90(degrees);
@@ -147,9 +145,7 @@ int AddressOfIndex(int k) {
   return AddressOf(ReadCells[static_cast<std::size_t>(k - FirstIndex)]);
 }
 
-std::span<const WriteCell> WriteCells() {
-  return WriteTicks;
-}
+std::span<const WriteCell> WriteCells() { return WriteTicks; }
 
 void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters) {
   for (std::size_t i = 0; i < ReadCount; ++i) {

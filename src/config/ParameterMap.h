@@ -92,9 +92,7 @@ inline constexpr double UpdateRate15 = 15;
 inline constexpr std::string_view UpdateRate75Caption = "7.5 Hz Linear Update Rate";
 inline constexpr std::string_view UpdateRate15Caption = "15 Hz Linear Update Rate";
 
-constexpr int CellsOf(Storage form) {
-  return form == Storage::U8 ? 1 : 2;
-}
+constexpr int CellsOf(Storage form) { return form == Storage::U8 ? 1 : 2; }
 /// Decimal places that tell one count from the next: 32767 counts for 90 degrees are 0.0027 degrees each.
 constexpr int DecimalsOf(Storage form) {
   return form == Storage::Angle180 || form == Storage::Angle90 ? 3 : 0;
@@ -112,12 +110,8 @@ double Decode(Storage form, std::span<const std::uint8_t> bytes);
 std::array<std::uint8_t, 2> Encode(Storage form, double value);
 
 // Sequences. ParameterIndex k counts the cells of the table from 2, in ascending order.
-constexpr bool IsWritten(const Parameter& row) {
-  return row.control != Control::Text;
-}
-constexpr bool IsIdentity(const Parameter& row) {
-  return row.control == Control::Text;
-}
+constexpr bool IsWritten(const Parameter& row) { return row.control != Control::Text; }
+constexpr bool IsIdentity(const Parameter& row) { return row.control == Control::Text; }
 constexpr int CellCount(bool (*counts)(const Parameter&)) {
   int cells = 0;
   for (const Parameter& row : Parameters) cells += counts(row) ? CellsOf(row.form) : 0;

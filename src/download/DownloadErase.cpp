@@ -25,9 +25,7 @@ namespace {
 
 constexpr int LateAfterSeconds = 1;
 
-std::int64_t NowInSeconds() {
-  return platform::Machine::Get().Now().seconds;
-}
+std::int64_t NowInSeconds() { return platform::Machine::Get().Now().seconds; }
 
 class DownloadErase : public platform::Form {
  public:

@@ -16,9 +16,7 @@ constexpr int BoxesALine = 4;
 constexpr std::int64_t DrawingsASecond = 10;  // at most: a page of a real line takes 162 ms
 constexpr std::size_t MostListed = 10;        // pages named in a remark
 
-void SetText(QLineEdit* box, const std::string& text) {
-  box->setText(QString::fromStdString(text));
-}
+void SetText(QLineEdit* box, const std::string& text) { box->setText(QString::fromStdString(text)); }
 
 /// "page 2", "pages 2, 17", "pages 1, 2, ... and 5 more".
 std::string Listed(const std::vector<std::int32_t>& pages) {
@@ -154,9 +152,7 @@ void RunPreview::TellPages() {
   lblRemark->setVisible(!remark.empty());
 }
 
-void RunPreview::TellTimeLeft(const std::string& text) {
-  SetText(txtTimeLeft, text);
-}
+void RunPreview::TellTimeLeft(const std::string& text) { SetText(txtTimeLeft, text); }
 
 void RunPreview::End() {
   if (!drawn_) Draw();

@@ -178,8 +178,6 @@ class Graph : public DataScreen {
 
 }  // namespace
 
-DataScreen* MakeGraph() {
-  return new Graph;
-}
+DataScreen* MakeGraph() { return new Graph; }
 
 }  // namespace bexlow::graph

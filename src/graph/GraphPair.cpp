@@ -21,13 +21,9 @@ using namespace platform;
 
 namespace {
 
-char DecimalPoint() {
-  return QLocale().decimalPoint().toLatin1().at(0);
-}
+char DecimalPoint() { return QLocale().decimalPoint().toLatin1().at(0); }
 
-void Copy(const std::string& text) {
-  QGuiApplication::clipboard()->setText(QString::fromStdString(text));
-}
+void Copy(const std::string& text) { QGuiApplication::clipboard()->setText(QString::fromStdString(text)); }
 
 std::unique_ptr<CWGraph> MakeHistogram(const View& view, std::size_t axis) {
   const auto& [name, unit, least, greatest, wraps] = view.run.axes[axis];

@@ -17,9 +17,7 @@ std::string Count(std::int64_t count, const std::string& one, const std::string&
 
 }  // namespace
 
-std::int64_t ViewNumbers::Mean() const {
-  return counted == 0 ? 0 : values::RoundedQuotient(sum, counted);
-}
+std::int64_t ViewNumbers::Mean() const { return counted == 0 ? 0 : values::RoundedQuotient(sum, counted); }
 
 // The product of an hour's count and squares has more digits than 64 bits hold.
 std::int64_t ViewNumbers::Deviation() const {

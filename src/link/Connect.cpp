@@ -221,8 +221,6 @@ class Connect : public platform::Form {
 
 }  // namespace
 
-platform::Form* MakeConnect(std::function<void(bool)> reached) {
-  return new Connect(std::move(reached));
-}
+platform::Form* MakeConnect(std::function<void(bool)> reached) { return new Connect(std::move(reached)); }
 
 }  // namespace bexlow::link

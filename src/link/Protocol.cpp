@@ -53,9 +53,7 @@ Request MakeRequest(CommandName name, std::span<const int> operands) {
   return request;
 }
 
-Request ReadEeprom(int address) {
-  return MakeRequest(CommandName::ReadEeprom, std::array{address});
-}
+Request ReadEeprom(int address) { return MakeRequest(CommandName::ReadEeprom, std::array{address}); }
 
 Request WriteEeprom(int address, int value) {
   return MakeRequest(CommandName::WriteEeprom, std::array{address, value});
@@ -67,18 +65,10 @@ Request DownloadPage(int page) {
   return MakeRequest(CommandName::DownloadPage, std::array{HighByte(page), LowByte(page)});
 }
 
-Block TareBlock() {
-  return EepromBlock(0, 250, {{14, 17}, {30, 30}});
-}
-Block ModeBlock() {
-  return EepromBlock(250, 250, {{42, 43}});
-}
-Block IdentityBlock() {
-  return EepromBlock(0, 100, {{100, 109}});
-}
-Block CalibrationBlock() {
-  return EepromBlock(0, 100, {{2, 17}});
-}
+Block TareBlock() { return EepromBlock(0, 250, {{14, 17}, {30, 30}}); }
+Block ModeBlock() { return EepromBlock(250, 250, {{42, 43}}); }
+Block IdentityBlock() { return EepromBlock(0, 100, {{100, 109}}); }
+Block CalibrationBlock() { return EepromBlock(0, 100, {{2, 17}}); }
 
 Block FirmwareBlock() {
   const auto version = MakeRequest(CommandName::ReadFirmwareVersion);

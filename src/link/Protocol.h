@@ -57,33 +57,23 @@ inline constexpr Command Commands[] = {
     {CommandName::ReadSamplingFrequency, 'm', 0, 0, 0, 2},
 };
 
-constexpr const Command& CommandOf(CommandName name) {
-  return Commands[static_cast<std::size_t>(name)];
-}
+constexpr const Command& CommandOf(CommandName name) { return Commands[static_cast<std::size_t>(name)]; }
 
 /// The bytes of a command with their pauses.
 /// @throws std::system_error value_too_large for an operand outside 0 to 255, invalid_argument for too many
 /// or too few
 Request MakeRequest(CommandName name, std::span<const int> operands = {});
 
-inline Request Ping() {
-  return MakeRequest(CommandName::Ping);
-}
+inline Request Ping() { return MakeRequest(CommandName::Ping); }
 Request ReadEeprom(int address);
 Request WriteEeprom(int address, int value);
 Request DownloadPage(int page);  ///< page 0 to 65535, sent high byte first
-inline Request EraseData() {
-  return MakeRequest(CommandName::EraseData);
-}
+inline Request EraseData() { return MakeRequest(CommandName::EraseData); }
 
 /// value / 256, truncated toward zero.
-constexpr int HighByte(int value) {
-  return value / 256;
-}
+constexpr int HighByte(int value) { return value / 256; }
 /// value AND 255.
-constexpr int LowByte(int value) {
-  return value & 255;
-}
+constexpr int LowByte(int value) { return value & 255; }
 
 /// Several requests whose replies collect in the receive buffer and are taken by one Input.
 struct Block {

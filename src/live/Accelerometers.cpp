@@ -203,8 +203,6 @@ class Accelerometers : public RecordingScreen {
 
 }  // namespace
 
-Form* MakeAccelerometers() {
-  return new Accelerometers;
-}
+Form* MakeAccelerometers() { return new Accelerometers; }
 
 }  // namespace bexlow::live

@@ -145,8 +145,6 @@ class Angles : public RecordingScreen {
 
 }  // namespace
 
-Form* MakeAngles() {
-  return new Angles;
-}
+Form* MakeAngles() { return new Angles; }
 
 }  // namespace bexlow::live

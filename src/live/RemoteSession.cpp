@@ -43,9 +43,7 @@ constexpr SessionRole SessionRoles[] = {
 constexpr auto DefaultPeerName = "localhost";
 constexpr const char* DefaultPeerNumbers[] = {"192", "168", "1", "2"};
 
-std::string TrimmedText(const QLineEdit& box) {
-  return box.text().trimmed().toStdString();
-}
+std::string TrimmedText(const QLineEdit& box) { return box.text().trimmed().toStdString(); }
 
 /// The port in a box, 0 where there is none.
 std::int32_t PortIn(const QLineEdit& box) {
@@ -378,8 +376,6 @@ class RemoteSession : public link::SamplingScreen {
 
 }  // namespace
 
-Form* MakeRemoteSession() {
-  return new RemoteSession;
-}
+Form* MakeRemoteSession() { return new RemoteSession; }
 
 }  // namespace bexlow::live

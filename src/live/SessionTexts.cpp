@@ -12,9 +12,7 @@ constexpr qsizetype MostShownOfName = 60;
 constexpr char16_t SymbolForNull = 0x2400;  // the symbols of the control characters follow in their order
 constexpr char16_t SymbolForDelete = 0x2421;
 
-bool IsControl(QChar c) {
-  return c.unicode() < 0x20 && c != '\t' && c != '\r' && c != '\n';
-}
+bool IsControl(QChar c) { return c.unicode() < 0x20 && c != '\t' && c != '\r' && c != '\n'; }
 
 std::string Beginning(const std::string& text) {
   const QString whole = QString::fromStdString(text);

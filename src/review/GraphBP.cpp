@@ -167,8 +167,6 @@ class GraphBP : public graph::DataScreen {
 
 }  // namespace
 
-graph::DataScreen* MakeGraphBP() {
-  return new GraphBP;
-}
+graph::DataScreen* MakeGraphBP() { return new GraphBP; }
 
 }  // namespace bexlow::review

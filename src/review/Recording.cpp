@@ -38,8 +38,6 @@ class Recording : public graph::DataScreen {
 
 }  // namespace
 
-graph::DataScreen* MakeRecording() {
-  return new Recording;
-}
+graph::DataScreen* MakeRecording() { return new Recording; }
 
 }  // namespace bexlow::review

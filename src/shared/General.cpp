@@ -33,9 +33,7 @@ bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& r
 
 // Measured on the fine counter: on the millisecond counter alone a wait could be short by most of a
 // millisecond, and the logger needs the whole pause between two bytes.
-void WaitMilliseconds(int milliseconds) {
-  WaitMicroseconds(std::int64_t{1000} * milliseconds);
-}
+void WaitMilliseconds(int milliseconds) { WaitMicroseconds(std::int64_t{1000} * milliseconds); }
 
 void WaitMicroseconds(std::int64_t microseconds) {
   if (microseconds <= 0) return;

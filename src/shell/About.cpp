@@ -47,8 +47,6 @@ About::About() : Form("About", "About") {
 
 }  // namespace
 
-platform::Form* MakeAbout() {
-  return new About;
-}
+platform::Form* MakeAbout() { return new About; }
 
 }  // namespace bexlow::shell

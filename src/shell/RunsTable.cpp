@@ -41,9 +41,7 @@ constexpr Head Heads[Columns] = {
 constexpr int RankRole = Qt::UserRole;                 // what a column is sorted by
 constexpr std::chrono::milliseconds RenewEvery{1000};  // a file may grow at each of 370 samples a second
 
-QString Shown(const fs::path& path) {
-  return QFile::decodeName(path.c_str());
-}
+QString Shown(const fs::path& path) { return QFile::decodeName(path.c_str()); }
 
 files::RunEntry Look(const fs::path& path) {
   try {
@@ -100,9 +98,7 @@ RunsTable::RunsTable(QWidget* page, std::function<void(const std::string& path)>
   page->installEventFilter(this);
 }
 
-RunsTable::~RunsTable() {
-  EventGate::Get().Withdraw(this);
-}
+RunsTable::~RunsTable() { EventGate::Get().Withdraw(this); }
 
 void RunsTable::keyboardSearch(const QString& typed) {
   if (currentIndex().isValid()) setCurrentIndex(currentIndex().siblingAtColumn(Name));

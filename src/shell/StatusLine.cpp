@@ -52,9 +52,7 @@ StatusLine::StatusLine(QStatusBar& bar)
   alarm_->Start(RefreshEvery);
 }
 
-StatusLine::~StatusLine() {
-  platform::EventGate::Get().Withdraw(this);
-}
+StatusLine::~StatusLine() { platform::EventGate::Get().Withdraw(this); }
 
 void StatusLine::Connection(const std::string& text) {
   connection_ = text;

@@ -32,9 +32,7 @@ double AngleToInteger(double angle, double divisor) {
 
 }  // namespace
 
-double RoundHalfEven(double value) {
-  return std::nearbyint(value) + 0.0;
-}  // -0 + 0 is 0
+double RoundHalfEven(double value) { return std::nearbyint(value) + 0.0; }  // -0 + 0 is 0
 
 double RoundToDecimals(double value, int decimals) {
   const double scale = std::pow(10.0, decimals);
@@ -48,37 +46,23 @@ double Word(std::span<const std::uint8_t> bytes, std::size_t index) {
   return 256.0 * bytes[index] + bytes[index + 1];
 }
 
-double UnsignedToSigned16(double value) {
-  return value > FullScaleCounts ? value - WordCount : value;
-}
+double UnsignedToSigned16(double value) { return value > FullScaleCounts ? value - WordCount : value; }
 
-double SignedSampleWord(double word) {
-  return word > FullScaleCounts ? word - (WordCount - 1) : word;
-}
+double SignedSampleWord(double word) { return word > FullScaleCounts ? word - (WordCount - 1) : word; }
 
 double SampleWordToAngle(double word, double fullScale) {
   return RoundToDecimals(SignedSampleWord(word) / FullScaleCounts * fullScale, 1);
 }
 
-double AngleToInteger90(double angle) {
-  return AngleToInteger(angle, 90);
-}
+double AngleToInteger90(double angle) { return AngleToInteger(angle, 90); }
 
-double AngleToInteger180(double angle) {
-  return AngleToInteger(angle, 180);
-}
+double AngleToInteger180(double angle) { return AngleToInteger(angle, 180); }
 
-std::int16_t ToInt16(double value) {
-  return Rounded<std::int16_t>(value, "-32768 to 32767");
-}
+std::int16_t ToInt16(double value) { return Rounded<std::int16_t>(value, "-32768 to 32767"); }
 
-std::int32_t ToInt32(double value) {
-  return Rounded<std::int32_t>(value, "the 32-bit range");
-}
+std::int32_t ToInt32(double value) { return Rounded<std::int32_t>(value, "the 32-bit range"); }
 
-std::uint8_t ToByte(double value) {
-  return Rounded<std::uint8_t>(value, "0 to 255");
-}
+std::uint8_t ToByte(double value) { return Rounded<std::uint8_t>(value, "0 to 255"); }
 
 double ElapsedSeconds(const SampleClock& clock) {
   if (clock.CounterFrequency == 0) return 0;

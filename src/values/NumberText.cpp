@@ -16,12 +16,8 @@ namespace {
 
 constexpr int SignificantDigits = 15;
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
-bool IsBlank(char c) {
-  return c == ' ' || c == '\t';
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 std::string_view WithoutLeadingBlanks(std::string_view text) {
   const auto first = std::find_if_not(text.begin(), text.end(), IsBlank);
@@ -159,17 +155,11 @@ std::optional<std::pair<std::int64_t, std::int64_t>> WholeAndTenths(std::string_
 
 }  // namespace
 
-std::string NumberText(double value) {
-  return TextOf(value, "");
-}
+std::string NumberText(double value) { return TextOf(value, ""); }
 
-std::string PlainNumberText(double value) {
-  return TextOf(value, "0");
-}
+std::string PlainNumberText(double value) { return TextOf(value, "0"); }
 
-double LeadingNumber(std::string_view text) {
-  return Scan(WithoutLeadingBlanks(text)).value;
-}
+double LeadingNumber(std::string_view text) { return Scan(WithoutLeadingBlanks(text)).value; }
 
 std::optional<double> WholeNumber(std::string_view text) {
   const std::string_view number = WithoutLeadingBlanks(text);

@@ -38,9 +38,7 @@ struct Ending {
 };
 
 /// The data file that a download in a program's folder writes.
-fs::path DataFile(const fs::path& folder) {
-  return folder / "run.qbx";
-}
+fs::path DataFile(const fs::path& folder) { return folder / "run.qbx"; }
 
 /// Downloads with the real screen from the logger that the folder has as Comm 1, and gives up at the first
 /// error.

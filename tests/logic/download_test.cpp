@@ -85,9 +85,7 @@ TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
   EXPECT_EQ(files::LaunchTimeText(255, 0, 65535, 255, 0, 9), "255/00/65535 255:00:09");
 }
 
-std::string Lines11(char channel) {
-  return test::Shortened(test::Header("1", {channel}), 11);
-}
+std::string Lines11(char channel) { return test::Shortened(test::Header("1", {channel}), 11); }
 
 TEST(LinearCsv, OneSampleALine) {
   const std::string heads = "Page,heads\r\n";

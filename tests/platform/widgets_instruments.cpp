@@ -15,9 +15,7 @@ namespace {
 
 using test::Inf, test::Nan;
 
-QImage Shown(QWidget& widget) {
-  return widget.grab().toImage();
-}
+QImage Shown(QWidget& widget) { return widget.grab().toImage(); }
 
 const auto Series = [] { return ColoursOf(QApplication::palette()).series; };
 

@@ -47,9 +47,7 @@ StandIn::StandIn(const std::filesystem::path& logger, const std::filesystem::pat
           "the stand-in logger does not start");
 }
 
-StandIn::~StandIn() {
-  End();
-}
+StandIn::~StandIn() { End(); }
 
 void StandIn::End() {
   if (process_.state() == QProcess::NotRunning) return;

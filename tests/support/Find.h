@@ -11,9 +11,7 @@
 
 namespace bexlow::test {
 
-inline QString Plain(const QString& caption) {
-  return QString(caption).remove('&');
-}
+inline QString Plain(const QString& caption) { return QString(caption).remove('&'); }
 
 /// An entry of a menu, offered or not; null if there is none.
 inline QAction* FindEntry(const QMainWindow& outer, const QString& menu, const QString& entry) {

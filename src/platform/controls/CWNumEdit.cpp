@@ -113,9 +113,7 @@ void CWNumEdit::OnFinished() {
   if (!typed.isEmpty()) Refuse(typed + " is outside " + LimitsInWords() + ": the box now holds " + text());
 }
 
-QString CWNumEdit::LimitsInWords() const {
-  return textFromValue(lower_) + " to " + textFromValue(upper_);
-}
+QString CWNumEdit::LimitsInWords() const { return textFromValue(lower_) + " to " + textFromValue(upper_); }
 
 // Shown after the running event, since Qt hides a tool tip when the focus changes.
 void CWNumEdit::Refuse(const QString& words) {
@@ -141,9 +139,7 @@ double CWNumEdit::valueFromText(const QString& text) const {
   return Rounded(NumberOf(text).value_or(0));
 }
 
-double CWNumEdit::Rounded(double value) const {
-  return QString::number(value, 'f', decimals_).toDouble();
-}
+double CWNumEdit::Rounded(double value) const { return QString::number(value, 'f', decimals_).toDouble(); }
 
 void CWNumEdit::stepBy(int steps) {
   const double from = Rounded(Value());

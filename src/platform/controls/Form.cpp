@@ -19,9 +19,7 @@ namespace {
 // Property of an option's parent: the option that is marked again when a click is dropped.
 constexpr auto MarkedBefore = "markedBefore";
 
-std::string ClickOf(const QObject& control) {
-  return control.objectName().toStdString() + "_Click";
-}
+std::string ClickOf(const QObject& control) { return control.objectName().toStdString() + "_Click"; }
 
 bool TakesKeys(const QWidget& control, const QWidget& screen) {
   return screen.isAncestorOf(&control) && (control.focusPolicy() & Qt::TabFocus) != 0 &&
@@ -52,9 +50,7 @@ Form::Form(const char* name, const QString& caption) {
   setFocusPolicy(Qt::ClickFocus);
 }
 
-Form::~Form() {
-  End();
-}
+Form::~Form() { End(); }
 
 void Form::End() {
   EventGate::Get().Withdraw(this);

@@ -16,9 +16,7 @@ constexpr std::size_t BufferSize = std::size_t{64} * 1024;
 // The longest that the program itself waits for a reply, a page's, before it asks again.
 constexpr std::int64_t ReplyTakesSeconds = 1;
 
-std::string PortName(int commPort) {
-  return "Comm " + std::to_string(commPort);
-}
+std::string PortName(int commPort) { return "Comm " + std::to_string(commPort); }
 
 }  // namespace
 
@@ -26,9 +24,7 @@ MSComm::MSComm(Form& owner, const std::string& name) : owner_(owner), onComm_(na
   owner.AtUnload([this] { Close(); });
 }
 
-MSComm::~MSComm() {
-  Close();
-}
+MSComm::~MSComm() { Close(); }
 
 void MSComm::PortOpen(bool open) {
   if (!open) return Close();

@@ -22,9 +22,7 @@ Timer::Timer(Form& owner, const std::string& name, int interval) : owner_(owner)
   owner.AtUnload([this] { Enabled(false); });
 }
 
-Timer::~Timer() {
-  EventGate::Get().Withdraw(this);
-}
+Timer::~Timer() { EventGate::Get().Withdraw(this); }
 
 // The machine's alarm ticks at fixed times. After a tick that a handler or an open box has delayed, the next
 // one comes a whole interval later, since the logger needs it.

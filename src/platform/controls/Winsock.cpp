@@ -31,9 +31,7 @@ std::errc CodeOf(QAbstractSocket::SocketError error) {
   return found == Codes.end() ? std::errc::io_error : found->second;
 }
 
-bool IsPort(std::int32_t port) {
-  return port >= 1 && port <= LastUdpPort;
-}
+bool IsPort(std::int32_t port) { return port >= 1 && port <= LastUdpPort; }
 
 }  // namespace
 
@@ -41,9 +39,7 @@ Winsock::Winsock(Form& owner, std::string name) : owner_(owner), name_(std::move
   owner.AtUnload([this] { End(); });
 }
 
-Winsock::~Winsock() {
-  End();
-}
+Winsock::~Winsock() { End(); }
 
 void Winsock::End() {
   Close();
@@ -104,9 +100,7 @@ void Winsock::Bind(std::int32_t port) {
   Throw(code, "Port " + std::to_string(port) + ": " + words);
 }
 
-int Winsock::LocalPort() const {
-  return socket_ ? socket_->localPort() : 0;
-}
+int Winsock::LocalPort() const { return socket_ ? socket_->localPort() : 0; }
 
 void Winsock::Close() {
   socket_.reset();

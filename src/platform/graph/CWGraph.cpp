@@ -41,9 +41,7 @@ void ColourAxis(QCPAxis& axis, const Colours& colours) {
   axis.grid()->setZeroLinePen(QPen(Blend(colours.paper, colours.text, 0.4), 1));
 }
 
-bool IsPlace(double x) {
-  return std::isfinite(x) && std::abs(x) <= CWGraphLargest;
-}
+bool IsPlace(double x) { return std::isfinite(x) && std::abs(x) <= CWGraphLargest; }
 
 }  // namespace
 
@@ -67,9 +65,7 @@ CWGraph::CWGraph(QWidget* parent)
 }
 
 // The plot goes while what it calls is still there.
-CWGraph::~CWGraph() {
-  delete plot_;
-}
+CWGraph::~CWGraph() { delete plot_; }
 
 void CWGraph::BuildPlot() {
   plot_->setAttribute(Qt::WA_TransparentForMouseEvents);  // this widget handles the mouse
@@ -180,9 +176,7 @@ void CWGraph::RenewTimes() {
   DrawSoon();
 }
 
-void CWGraph::SetNumbers(const QString& words) {
-  numbers_->setText(words);
-}
+void CWGraph::SetNumbers(const QString& words) { numbers_->setText(words); }
 
 // An edge that differs from a sample by the rounding of doubles shows it.
 std::optional<std::pair<std::size_t, std::size_t>> CWGraph::DrawnSamples() const {

@@ -35,9 +35,7 @@ void CWGraphAxis::SetData(std::optional<CWGraphRange> data, double leastSize) {
   if (autoScale_) ShowWhole();
 }
 
-CWGraphRange CWGraphAxis::Whole() const {
-  return autoScale_ && data_ ? Sound(*data_) : given_;
-}
+CWGraphRange CWGraphAxis::Whole() const { return autoScale_ && data_ ? Sound(*data_) : given_; }
 
 void CWGraphAxis::Show(CWGraphRange wanted) {
   if (!std::isfinite(wanted.lower) || !std::isfinite(wanted.upper)) return;

@@ -91,8 +91,6 @@ class Curve : public QCPGraph {
 
 }  // namespace
 
-QCPGraph* CWGraph::MakeCurve(QCPAxis* x, QCPAxis* y) {
-  return new Curve(x, y);
-}
+QCPGraph* CWGraph::MakeCurve(QCPAxis* x, QCPAxis* y) { return new Curve(x, y); }
 
 }  // namespace bexlow::platform

@@ -88,9 +88,7 @@ void CWGraph::Page(bool forward) {
   if (!Paged || !Paged(forward)) x_.Pan(forward ? PagePan : -PagePan);
 }
 
-void CWGraph::StepLimit(double degrees) {
-  limit_ ? MoveLimit(*limit_ + degrees) : y_.Pan(degrees * KeyPan);
-}
+void CWGraph::StepLimit(double degrees) { limit_ ? MoveLimit(*limit_ + degrees) : y_.Pan(degrees * KeyPan); }
 
 void CWGraph::SetInteractive(bool interactive) {
   interactive_ = interactive;
@@ -101,9 +99,7 @@ void CWGraph::SetInteractive(bool interactive) {
   for (auto* entry : actions()) entry->setEnabled(interactive);
 }
 
-QPoint CWGraph::PlotPlace(QPointF place) const {
-  return place.toPoint() - plot_->pos();
-}
+QPoint CWGraph::PlotPlace(QPointF place) const { return place.toPoint() - plot_->pos(); }
 
 void CWGraph::ClickAt(QPoint place) {
   const auto cursor = CursorNear(place.x());

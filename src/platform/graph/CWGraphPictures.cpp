@@ -94,9 +94,7 @@ void CWGraph::RenewMenu() {
   }
 }
 
-void CWGraph::OpenMenu() {
-  menu_->popup(mapToGlobal(rect().center()));
-}
+void CWGraph::OpenMenu() { menu_->popup(mapToGlobal(rect().center())); }
 
 void CWGraph::SetHeading(const QString& heading, const QString& fileStem) {
   heading_ = heading;
@@ -118,9 +116,7 @@ QString CWGraph::SuggestedName(Extent extent) const {
   return QStringLiteral("%1 %2").arg(fileStem_, name.isEmpty() ? tr("Graph") : name).trimmed();
 }
 
-int CWGraph::TitleHeight() const {
-  return fontMetrics().height() + TitleRoom;
-}
+int CWGraph::TitleHeight() const { return fontMetrics().height() + TitleRoom; }
 
 QSize CWGraph::PictureSize(Extent extent) const {
   QSize part(0, 0);

@@ -47,9 +47,7 @@ void CWGraph::InstallAccess() {
   });
 }
 
-QString CWGraph::ReadOutText() const {
-  return words_->text();
-}
+QString CWGraph::ReadOutText() const { return words_->text(); }
 
 QList<QWidget*> CWGraph::WordsShown() const {
   QList<QWidget*> shown;
@@ -73,9 +71,7 @@ QString CWGraph::TitleY() const {
 }
 
 // A program that gives the axis a title of its own tells the unit there.
-QString CWGraph::Unit() const {
-  return titleY_.isEmpty() ? QStringLiteral("°") : QString();
-}
+QString CWGraph::Unit() const { return titleY_.isEmpty() ? QStringLiteral("°") : QString(); }
 
 // "Sample 1238, 2 min 45 s at 7.5 Hz: -12°", "Sample 1238, 0:00:03.34: -12.3°" or "Angle -30°: count 17".
 QString CWGraph::PointText(std::size_t index) const {

@@ -65,34 +65,22 @@ void CWKnob::SetScale(double end, double startDegrees, double arcDegrees) {
   SetRange(-end, end);
 }
 
-QSize CWKnob::sizeHint() const {
-  return {190, heightForWidth(190)};
-}
-QSize CWKnob::minimumSizeHint() const {
-  return {130, heightForWidth(130)};
-}
-int CWKnob::heightForWidth(int width) const {
-  return width + static_cast<int>(NumberRoom());
-}
+QSize CWKnob::sizeHint() const { return {190, heightForWidth(190)}; }
+QSize CWKnob::minimumSizeHint() const { return {130, heightForWidth(130)}; }
+int CWKnob::heightForWidth(int width) const { return width + static_cast<int>(NumberRoom()); }
 
 QFont CWKnob::NumberFont() const {
   auto larger = font();
   larger.setPointSizeF(QFontInfo(font()).pointSizeF() * 1.4);
   return larger;
 }
-double CWKnob::NumberRoom() const {
-  return QFontMetrics(NumberFont()).height();
-}
+double CWKnob::NumberRoom() const { return QFontMetrics(NumberFont()).height(); }
 double CWKnob::Radius() const {
   return std::max(1.0, std::min<double>(width(), height() - NumberRoom()) / 2 - 1);
 }
-QPointF CWKnob::Centre() const {
-  return {width() / 2.0, (height() - NumberRoom()) / 2};
-}
+QPointF CWKnob::Centre() const { return {width() / 2.0, (height() - NumberRoom()) / 2}; }
 
-double CWKnob::AngleAt(double value) const {
-  return startDegrees_ + FractionOf(value) * arcDegrees_;
-}
+double CWKnob::AngleAt(double value) const { return startDegrees_ + FractionOf(value) * arcDegrees_; }
 
 QRegion CWKnob::MovingArea() const {
   const double reach = Radius() * PointerLength;

@@ -41,12 +41,8 @@ void CWSlide::SetReadOnly(bool readOnly) {
   DropFace();
 }
 
-QSize CWSlide::sizeHint() const {
-  return {minimumSizeHint().width() + 12, 240};
-}
-QSize CWSlide::minimumSizeHint() const {
-  return {static_cast<int>(Breadth()) + 4, 120};
-}
+QSize CWSlide::sizeHint() const { return {minimumSizeHint().width() + 12, 240}; }
+QSize CWSlide::minimumSizeHint() const { return {static_cast<int>(Breadth()) + 4, 120}; }
 
 // Of knob, marks and numbers.
 double CWSlide::Breadth() const {
@@ -138,9 +134,7 @@ void CWSlide::mouseMoveEvent(QMouseEvent* event) {
   if (dragging_) MoveByUser(ValueAt(event->position()));
 }
 
-void CWSlide::mouseReleaseEvent(QMouseEvent*) {
-  dragging_ = false;
-}
+void CWSlide::mouseReleaseEvent(QMouseEvent*) { dragging_ = false; }
 
 // Touch pads send parts of a notch; they are gathered until they make a step.
 void CWSlide::wheelEvent(QWheelEvent* event) {

@@ -136,13 +136,9 @@ void Instrument::Announce() {
   QAccessible::updateAccessibility(&event);
 }
 
-void Instrument::resizeEvent(QResizeEvent*) {
-  DropFace();
-}
+void Instrument::resizeEvent(QResizeEvent*) { DropFace(); }
 
-void Instrument::moveEvent(QMoveEvent*) {
-  DropFace();
-}
+void Instrument::moveEvent(QMoveEvent*) { DropFace(); }
 
 void Instrument::changeEvent(QEvent* event) {
   switch (event->type()) {

@@ -75,9 +75,7 @@ void EventGate::Wake() {
       Qt::QueuedConnection);
 }
 
-EventGate::Hold::Hold() {
-  ++Get().depth_;
-}
+EventGate::Hold::Hold() { ++Get().depth_; }
 
 EventGate::Hold::~Hold() {
   --Get().depth_;

@@ -31,9 +31,7 @@ Machine& Machine::Get() {
   return *installed;
 }
 
-void Machine::Install(Machine& machine) {
-  installed = &machine;
-}
+void Machine::Install(Machine& machine) { installed = &machine; }
 
 void MsgBox(const std::string& text) {
   const EventGate::Hold hold;

@@ -112,13 +112,9 @@ RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(s
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
-std::int64_t RealMachine::QueryPerformanceCounter() {
-  return steady_clock::now().time_since_epoch().count();
-}
+std::int64_t RealMachine::QueryPerformanceCounter() { return steady_clock::now().time_since_epoch().count(); }
 
-std::int64_t RealMachine::QueryPerformanceFrequency() {
-  return steady_clock::period::den;
-}
+std::int64_t RealMachine::QueryPerformanceFrequency() { return steady_clock::period::den; }
 
 LocalTime RealMachine::Now() {
   const std::time_t now = std::time(nullptr);
@@ -197,8 +193,6 @@ bool RealMachine::OpenDocument(const std::filesystem::path& file) {
   return QDesktopServices::openUrl(QUrl::fromLocalFile(QString::fromStdString(file.string())));
 }
 
-void RealMachine::EndProgram() {
-  ::_exit(0);
-}
+void RealMachine::EndProgram() { ::_exit(0); }
 
 }  // namespace bexlow::platform

@@ -18,15 +18,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-QSettings Store() {
-  return {QSettings::IniFormat, QSettings::UserScope, "Quornell", "Bexlow"};
-}
+QSettings Store() { return {QSettings::IniFormat, QSettings::UserScope, "Quornell", "Bexlow"}; }
 
 }  // namespace
 
-std::string ProgramVersion() {
-  return BEXLOW_VERSION;
-}
+std::string ProgramVersion() { return BEXLOW_VERSION; }
 
 bool FolderExists(const fs::path& folder) {
   std::error_code ignored;
@@ -38,13 +34,9 @@ void CreateFolder(const fs::path& folder) {
     throw std::system_error(errno, std::generic_category(), folder.string());
 }
 
-fs::path DataFilesFolder() {
-  return Machine::Get().ProgramFolder() / "Data Files";
-}
+fs::path DataFilesFolder() { return Machine::Get().ProgramFolder() / "Data Files"; }
 
-fs::path LogsFolder() {
-  return Machine::Get().ProgramFolder() / "Logs";
-}
+fs::path LogsFolder() { return Machine::Get().ProgramFolder() / "Logs"; }
 
 std::string GetSetting(const std::string& section, const std::string& key, const std::string& otherwise) {
   const auto path = QString::fromStdString(section + "/" + key);
@@ -62,9 +54,7 @@ void SaveSetting(const std::string& section, const std::string& key, const std::
           "The settings store " + store.fileName().toStdString() + " cannot be written");
 }
 
-std::string HostName() {
-  return QSysInfo::machineHostName().toStdString();
-}
+std::string HostName() { return QSysInfo::machineHostName().toStdString(); }
 
 std::string HostAddress() {
   std::string last;
