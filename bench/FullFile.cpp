@@ -8,7 +8,7 @@
 #include <random>
 
 #include "files/DataFile.h"
-#include "files/PageDecoder.h"
+#include "files/Pages.h"
 #include "files/RunEntry.h"
 #include "values/NumberText.h"
 

@@ -8,10 +8,10 @@
 #include <vector>
 
 #include "Target.h"
-#include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/LinearCsv.h"
 #include "files/Lines.h"
+#include "files/Pages.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
 #include "values/NumberText.h"

@@ -6,9 +6,8 @@
 #include <string>
 
 #include "Target.h"
-#include "files/BinPages.h"
 #include "files/DataFile.h"
-#include "files/PageDecoder.h"
+#include "files/Pages.h"
 #include "files/Series.h"
 
 namespace bexlow::fuzz {

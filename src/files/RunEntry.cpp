@@ -2,8 +2,8 @@
 
 #include <system_error>
 
-#include "files/BinPages.h"
 #include "files/Lines.h"
+#include "files/Pages.h"
 #include "files/Series.h"
 #include "values/NumberText.h"
 

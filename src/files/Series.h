@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "files/DataFile.h"
-#include "files/PageDecoder.h"
+#include "files/Pages.h"
 
 namespace bexlow::files {
 

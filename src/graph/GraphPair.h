@@ -4,9 +4,8 @@
 
 #include <filesystem>
 
-#include "files/BinPages.h"
+#include "files/Pages.h"
 #include "graph/Report.h"
-#include "graph/ViewNumbers.h"
 #include "platform/graph/CWGraph.h"
 
 class QLabel;

@@ -4,7 +4,7 @@
 #include <optional>
 #include <vector>
 
-#include "files/PageDecoder.h"
+#include "files/Pages.h"
 
 namespace bexlow::link {
 

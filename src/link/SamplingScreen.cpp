@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "link/Communications.h"
-#include "platform/controls/FramePace.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Screens.h"
 #include "values/Conversions.h"
@@ -16,7 +15,8 @@ using shared::Guarded;
 
 namespace {
 
-constexpr int ShownWithinMs = 50;
+constexpr std::chrono::milliseconds ShownWithin{50};
+constexpr int FrameMs = 30;
 constexpr int DelayMs = 1000;
 constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
@@ -62,10 +62,9 @@ SamplingScreen::SamplingScreen(const char* name, const QString& caption, Command
       mnuData(AddMenu("mnuData", "&Data")),
       threshold_(static_cast<int>(CommandOf(command).reply)),
       request_(MakeRequest(command)),
-      showing_(*this, "TimerShowing", ShownWithinMs),
+      showing_(Machine::Get().MakeAlarm([this] { ShowWhatWasTaken(); })),
       delaying_(*this, "TimerDelaying", DelayMs) {
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
-  showing_.OnTimer = [this] { ShowWhatWasTaken(); };
   delaying_.OnTimer = [this] { Guarded(*this, "MSComm1_OnComm", [this] { SendRequest(); }); };
   OnActivity = [this] { return Activity(); };
 }
@@ -128,14 +127,19 @@ void SamplingScreen::SendRequest() {
   delaying_.Enabled(false);
   requestedAt_ = Machine::Get().QueryPerformanceCounter();
   Send(MSComm1, request_);
-  platform::FramePace::PaintWhileWaiting(*this, [this] { ShowWhatWasTaken(); });
-  if (unshown_) showing_.Enabled(true);
+  if (requestedAt_ - shownAt_ >= Machine::Get().QueryPerformanceFrequency() * FrameMs / 1000)
+    ShowWhatWasTaken();
 }
 
-// Updating boxes and dials takes about 50 us, 2 % of a sample's time on the line, so they are updated once
-// a frame.
+void SamplingScreen::ShowSoon() {
+  if (!std::exchange(unshown_, true)) showing_->Start(ShownWithin);
+}
+
+// Painting each of some 370 samples a second would leave the line waiting, so boxes and dials are updated
+// once a frame. Right after a request, they are painted while its reply is on the line.
 void SamplingScreen::ShowWhatWasTaken() {
-  showing_.Enabled(false);
+  showing_->Stop();
+  shownAt_ = Machine::Get().QueryPerformanceCounter();
   if (std::exchange(unshown_, false)) Show();
 }
 
@@ -168,7 +172,7 @@ void SamplingScreen::MSComm1_OnComm() {
     if (std::ssize(reply) == threshold_) {
       Take(reply);
       pace_.Count();
-      unshown_ = true;
+      ShowSoon();
     }
     if (!std::exchange(delayed_, false)) return SendRequest();
     delaying_.Enabled(true);

@@ -36,8 +36,9 @@ class SamplingScreen : public platform::Form {
   /// reported under "MSComm1_OnComm", and no request follows.
   virtual void Take(const Bytes& reply) = 0;
   /// Shows what was taken last; must not fail. It is called for each frame, not for each sample, and within
-  /// 50 ms of the last sample.
+  /// 50 ms of a sample or of ShowSoon.
   virtual void Show() {}
+  void ShowSoon();
   /// Sampling is about to start; the port is not open yet.
   virtual void Starting() {}
   /// Sampling has stopped: clears what showed samples.
@@ -73,10 +74,11 @@ class SamplingScreen : public platform::Form {
 
   const int threshold_;
   const Request request_;
-  platform::Timer showing_;  ///< shows a sample that no other follows
+  std::unique_ptr<platform::Alarm> showing_;  ///< shows a sample that no other follows
   platform::Timer delaying_;
   bool delayed_ = false;
-  bool unshown_ = false;  ///< a sample was taken since the last frame
+  bool unshown_ = false;      ///< a sample was taken since the last frame
+  std::int64_t shownAt_ = 0;  ///< reading of the high-resolution counter
   Pace pace_;
   std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
 };

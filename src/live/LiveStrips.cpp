@@ -10,8 +10,14 @@ namespace bexlow::live {
 
 namespace {
 
-constexpr std::chrono::milliseconds DrawingEvery{100};
+constexpr double DrawingSeconds = 0.1;
 constexpr int LeastHeight = 110;
+
+double SecondsSince(std::int64_t reading) {
+  auto& machine = platform::Machine::Get();
+  const auto counts = machine.QueryPerformanceCounter() - reading;
+  return static_cast<double>(counts) / static_cast<double>(machine.QueryPerformanceFrequency());
+}
 
 // What shows the past is pale: a box stays to be read and copied, an instrument shows no number.
 void Dim(QWidget& widget, bool dim) {
@@ -55,34 +61,36 @@ void LiveStrips::AddStrip(const char* name, const QString& caption, const QStrin
 }
 
 void LiveStrips::Add(std::size_t strip, double value) {
-  auto& machine = platform::Machine::Get();
-  const auto counts = static_cast<double>(machine.QueryPerformanceCounter() - startedAt_);
-  strips_[strip].values.Add(counts / static_cast<double>(machine.QueryPerformanceFrequency()), value);
+  strips_[strip].values.Add(SecondsSince(startedAt_), value);
 }
 
 void LiveStrips::Show() {
   undrawn_ = true;
   shownAt_ = platform::Machine::Get().QueryPerformanceCounter();
   if (!live_) SetLive(true);
+  if (SecondsSince(drawnAt_) >= DrawingSeconds) DrawNewest();
 }
 
+// Only what no frame has drawn, since a frame comes when the line does not have to wait for it.
 void LiveStrips::Tick() {
+  if (SecondsSince(shownAt_) >= DrawingSeconds) DrawNewest();
+  if (SecondsSince(shownAt_) >= link::SilentAfterSeconds) SetLive(false);
+}
+
+void LiveStrips::DrawNewest() {
+  drawnAt_ = platform::Machine::Get().QueryPerformanceCounter();
   if (std::exchange(undrawn_, false) && !paused_) Draw();
-  auto& machine = platform::Machine::Get();
-  if (machine.QueryPerformanceCounter() - shownAt_ >=
-      link::SilentAfterSeconds * machine.QueryPerformanceFrequency())
-    SetLive(false);
 }
 
 void LiveStrips::End() {
-  if (live_) Tick();
+  DrawNewest();
   SetLive(false);
 }
 
 // The alarm runs only while samples come.
 void LiveStrips::SetLive(bool live) {
   live_ = live;
-  live ? drawing_->Start(DrawingEvery) : drawing_->Stop();
+  live ? drawing_->Start(std::chrono::milliseconds(100)) : drawing_->Stop();
   for (auto* widget : dimmedAlong_) Dim(*widget, !live);
 }
 

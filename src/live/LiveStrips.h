@@ -27,7 +27,7 @@ class LiveStrips : public QWidget {
   void DimAlong(QWidget* widget);
   /// Stores a sample, even while a click holds the curves still.
   void Add(std::size_t strip, double value);
-  /// Draws the stored samples within 0.1 s.
+  /// Draws the stored samples within 0.2 s.
   void Show();
   /// Empties the curves, and starts their time.
   void Clear();
@@ -40,6 +40,7 @@ class LiveStrips : public QWidget {
     Strip values;
   };
   void Tick();
+  void DrawNewest();
   void Draw();
   void Pause();
   void SetLive(bool live);
@@ -48,8 +49,8 @@ class LiveStrips : public QWidget {
   std::vector<QWidget*> dimmedAlong_;
   std::unique_ptr<platform::Alarm> drawing_;
   bool paused_ = false, live_ = false;
-  bool undrawn_ = false;                      ///< samples were stored since the last drawing
-  std::int64_t startedAt_ = 0, shownAt_ = 0;  ///< readings of the high-resolution counter
+  bool undrawn_ = false;                                    ///< samples were stored since the last drawing
+  std::int64_t startedAt_ = 0, shownAt_ = 0, drawnAt_ = 0;  ///< readings of the high-resolution counter
 };
 
 }  // namespace bexlow::live

@@ -3,10 +3,10 @@
 # What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs;
 # and the gate through which events come one at a time.
 set(BEXLOW_PLATFORM_MACHINE
-  EventGate Machine Ports RealMachine SerialDevice System TextFile)
+  EventGate Machine Ports RealMachine System TextFile)
 # What screens are made of.
 set(BEXLOW_PLATFORM_CONTROLS
-  Colours Controls CWNumEdit Form FramePace MSComm Timer Winsock)
+  Colours Controls CWNumEdit Form MSComm Timer Winsock)
 # The graph control, on the plot library.
 set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphTicks)
 # Dials and upright gauges.

@@ -1,7 +1,6 @@
 #include "platform/controls/Form.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"
-#include "shell/Emblem.h"
 
 namespace bexlow::shell {
 
@@ -15,7 +14,7 @@ class About : public platform::Form {
 };
 
 About::About() : Form("About", "About") {
-  auto* picture = new Emblem("Picture1", 96, this);
+  auto* picture = platform::MakePicture("Picture1", platform::Emblem, {96, 96}, this);
   auto* title = MakeLabel("Label1", "Bexlow Software", this);
   title->setStyleSheet("font-size: 16pt; font-weight: 600;");
   const QString version = QString::fromStdString("Version " + shared::Shared.ProgramVersionText + " Beta");

@@ -9,7 +9,6 @@
 #include <QTabBar>
 #include <QTabWidget>
 
-#include "platform/controls/FramePace.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
@@ -60,7 +59,6 @@ MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   tabs_->setTabsClosable(true);
   setCentralWidget(tabs_);
   setAcceptDrops(true);
-  new platform::FramePace(*this);
   connect(tabs_, &QTabWidget::currentChanged, this, &MDIForm1::OnActivated);
   connect(tabs_, &QTabWidget::tabCloseRequested, this, &MDIForm1::AskToClose);
   shared::GuardHandlers();

@@ -4,7 +4,6 @@
 #include "platform/machine/TextFile.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"
-#include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
 #include "shell/RunsTable.h"
 #include "values/NumberText.h"
@@ -83,9 +82,9 @@ void Main::BuildBody() {
   auto* mark = new QHBoxLayout;
   mark->setSpacing(24);
   mark->addStretch();
-  mark->addWidget(new Emblem("Picture1", 72, this));
+  mark->addWidget(MakePicture("Picture1", Emblem, {72, 72}, this));
   mark->addWidget(label);
-  mark->addWidget(new Trace("Image2", QSize(280, 56), this));
+  mark->addWidget(MakePicture("Image2", ":/trace.svg", {280, 56}, this));
   mark->addStretch();
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(24, 24, 24, 24);

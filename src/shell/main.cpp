@@ -5,7 +5,6 @@
 
 #include "platform/machine/RealMachine.h"
 #include "platform/machine/System.h"
-#include "shell/Emblem.h"
 #include "shell/MDIForm1.h"
 
 int main(int argc, char** argv) {
@@ -13,7 +12,7 @@ int main(int argc, char** argv) {
   QApplication::setApplicationName("Bexlow");
   QGuiApplication::setDesktopFileName("bexlow");  // by which a Wayland desktop finds the icon
   QApplication::setApplicationVersion(QString::fromStdString(bexlow::platform::ProgramVersion()));
-  QApplication::setWindowIcon(bexlow::shell::DrawEmblem(64, 1));
+  QApplication::setWindowIcon(bexlow::platform::Drawing(bexlow::platform::Emblem, {64, 64}));
 
   bexlow::platform::RealMachine machine(std::filesystem::read_symlink("/proc/self/exe").parent_path());
   bexlow::platform::Machine::Install(machine);

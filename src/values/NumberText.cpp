@@ -66,23 +66,10 @@ struct Scanned {
   bool tooLarge = false;
 };
 
-std::size_t DigitRun(std::string_view text, std::size_t from) {
-  std::size_t at = from;
-  while (at < text.size() && IsDigit(text[at])) ++at;
-  return at - from;
-}
-
-/// Length of an exponent at a place, 0 where no digits follow its letter.
-std::size_t ExponentLength(std::string_view text, std::size_t from) {
-  if (from >= text.size() || (text[from] != 'e' && text[from] != 'E')) return 0;
-  std::size_t at = from + 1;
-  if (at < text.size() && (text[at] == '+' || text[at] == '-')) ++at;
-  const std::size_t digits = DigitRun(text, at);
-  return digits == 0 ? 0 : at + digits - from;
-}
-
 /// Whether a number that from_chars calls out of range is too large, not too close to 0.
-bool IsAboveOne(std::string_view mantissa, std::string_view exponent) {
+bool IsAboveOne(std::string_view number) {
+  const auto mantissa = number.substr(0, number.find_first_of("eE"));
+  auto exponent = number.substr(mantissa.size());
   const auto point = static_cast<double>(std::min(mantissa.find('.'), mantissa.size()));
   const auto lead = static_cast<double>(mantissa.find_first_of("123456789"));
   if (exponent.empty()) return lead < point;
@@ -95,21 +82,15 @@ bool IsAboveOne(std::string_view mantissa, std::string_view exponent) {
 
 Scanned Scan(std::string_view text) {
   const bool negative = text.starts_with('-');
-  const std::size_t begin = negative || text.starts_with('+') ? 1 : 0;
-  const std::size_t whole = DigitRun(text, begin);
-  std::size_t end = begin + whole;
-  if (end < text.size() && text[end] == '.') {
-    const std::size_t fraction = DigitRun(text, end + 1);
-    if (whole + fraction == 0) return {};
-    end += 1 + fraction;
-  } else if (whole == 0) {
-    return {};
-  }
-  const std::size_t exponent = ExponentLength(text, end);
-  Scanned scanned{0, end + exponent, false};
-  const auto read = std::from_chars(text.data() + begin, text.data() + scanned.length, scanned.value);
+  const auto number = text.substr(negative || text.starts_with('+') ? 1 : 0);
+  if (number.empty() || (!IsDigit(number[0]) && number[0] != '.'))
+    return {};  // from_chars takes inf, nan, --1
+  Scanned scanned;
+  const auto read = std::from_chars(number.data(), number.data() + number.size(), scanned.value);
+  if (read.ec == std::errc::invalid_argument) return {};
+  scanned.length = static_cast<std::size_t>(read.ptr - text.data());
   if (read.ec == std::errc::result_out_of_range) {
-    scanned.tooLarge = IsAboveOne(text.substr(begin, end - begin), text.substr(end, exponent));
+    scanned.tooLarge = IsAboveOne({number.data(), read.ptr});
     scanned.value = scanned.tooLarge ? std::numeric_limits<double>::max() : 0;
   }
   if (negative) scanned.value = -scanned.value;

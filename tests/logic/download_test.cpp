@@ -1,13 +1,12 @@
 // Decoded pages, CSV files, header values that no story writes, pairs of bins, and rows of the table of runs.
 #include <sstream>
 
-#include "files/BinPages.h"
 #include "files/DataFile.h"
 #include "files/LinearCsv.h"
-#include "files/PageDecoder.h"
+#include "files/Pages.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
-#include "graph/ViewNumbers.h"
+#include "graph/Report.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
 #include "values/NumberText.h"

@@ -4,7 +4,6 @@
 #include "files/DataFile.h"
 #include "files/Series.h"
 #include "graph/Report.h"
-#include "graph/ViewNumbers.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
 #include "values/Conversions.h"

@@ -6,7 +6,6 @@
 
 #include "platform/Widgets.h"
 #include "platform/controls/Colours.h"
-#include "platform/controls/FramePace.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/instruments/CWSlide.h"
 
@@ -124,38 +123,6 @@ TEST(Instruments, StandOnTheirFrameAndAreRedrawnAloneForWhatCanBeSeen) {
   QApplication::processEvents();
   EXPECT_EQ(ofKnob.paints, 1);
   EXPECT_EQ(ofFrame.paints, 0);
-}
-
-TEST(FramePaces, GatherWhatComesFasterThanFrames) {
-  QWidget window;
-  QLabel label(&window);
-  Expose(window);
-  new FramePace(window);
-  for (const bool live : {false, true}) {
-    SCOPED_TRACE(live);
-    const PaintCounter counter(label);
-    QElapsedTimer time;
-    time.start();
-    int changes = 0;
-    for (; time.elapsed() < 200; ++changes) {
-      const auto show = [&] { label.setText(QString::number(changes)); };
-      if (live) FramePace::PaintWhileWaiting(label, show);
-      if (!live) show();
-      QApplication::processEvents();
-    }
-    EXPECT_LE(counter.paints, time.elapsed() / (live ? 30 : 16) + 1) << changes << " changes";
-    EXPECT_GE(counter.paints, 1);
-    const int before = counter.paints;
-    label.setText("last");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return counter.paints > before; })) << "the last value is shown";
-    const int shown = counter.paints;
-    for (const char* text : {"once more", "and again"}) {
-      label.setText(text);
-      QApplication::processEvents();
-      FramePace::PaintNow(window);
-    }
-    EXPECT_EQ(counter.paints, shown + 2) << "PaintNow delays nothing";
-  }
 }
 
 class UserSlide : public testing::Test {

@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 #include "files/DataFile.h"
-#include "files/PageDecoder.h"
+#include "files/Pages.h"
 #include "shared/Records.h"
 #include "support/DataFiles.h"
 

@@ -17,7 +17,6 @@
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
 #include "rig/Rig.h"
-#include "shell/Emblem.h"
 #include "shell/Main.h"
 #include "support/DataFiles.h"
 #include "tour/Robot.h"
@@ -237,6 +236,6 @@ int main(int argc, char** argv) {
   if (argc != 3) return 2;
   const bexlow::rig::Scratch scratch;
   QApplication application(argc, argv);
-  QApplication::setWindowIcon(bexlow::shell::DrawEmblem(64, 1));
+  QApplication::setWindowIcon(bexlow::platform::Drawing(bexlow::platform::Emblem, {64, 64}));
   return bexlow::tour::Run(std::filesystem::absolute(argv[1]), std::filesystem::absolute(argv[2]));
 }

@@ -1,5 +1,8 @@
 #include "platform/controls/Controls.h"
 
+#include <QPainter>
+#include <QSvgRenderer>
+
 #include <algorithm>
 
 namespace bexlow::platform {
@@ -44,6 +47,21 @@ QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, Q
   bar->setRange(0, 100);
   bar->setValue(0);
   return bar;
+}
+
+QPixmap Drawing(const QString& resource, QSize size, double devicePixelRatio) {
+  QPixmap pixmap(size * devicePixelRatio);
+  pixmap.setDevicePixelRatio(devicePixelRatio);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  QSvgRenderer(resource).render(&painter, QRectF({}, size));
+  return pixmap;
+}
+
+QLabel* MakePicture(const char* name, const QString& resource, QSize size, QWidget* parent) {
+  auto* picture = MakeLabel(name, "", parent);
+  picture->setPixmap(Drawing(resource, size, parent->devicePixelRatioF()));
+  return picture;
 }
 
 void SetPlainToolTip(QWidget* widget, const QString& text) {

@@ -22,6 +22,12 @@ QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget*
 /// A bar from 0 that shows no number of its own.
 QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent);
 
+inline constexpr auto Emblem = ":/bexlow.svg";
+/// A drawing of the program's resources on a transparent ground.
+QPixmap Drawing(const QString& resource, QSize size, double devicePixelRatio = 1);
+/// A decoration.
+QLabel* MakePicture(const char* name, const QString& resource, QSize size, QWidget* parent);
+
 /// A tool tip that shows any text as it is, and reads it aloud; Qt would take some for HTML.
 void SetPlainToolTip(QWidget* widget, const QString& text);
 

@@ -20,15 +20,8 @@ constexpr std::size_t MostWaiting = 256;  // while a handler runs or a box is op
 constexpr int MostAtOnce = 64;            // so that a flood does not keep the window from its other work
 
 std::errc CodeOf(QAbstractSocket::SocketError error) {
-  static const std::map<QAbstractSocket::SocketError, std::errc> Codes{
-      {QAbstractSocket::SocketAccessError, std::errc::permission_denied},
-      {QAbstractSocket::AddressInUseError, std::errc::address_in_use},
-      {QAbstractSocket::SocketAddressNotAvailableError, std::errc::address_not_available},
-      {QAbstractSocket::DatagramTooLargeError, std::errc::message_size},
-      {QAbstractSocket::NetworkError, std::errc::network_unreachable},
-  };
-  const auto found = Codes.find(error);
-  return found == Codes.end() ? std::errc::io_error : found->second;
+  if (error == QAbstractSocket::SocketAccessError) return std::errc::permission_denied;
+  return error == QAbstractSocket::AddressInUseError ? std::errc::address_in_use : std::errc::io_error;
 }
 
 bool IsPort(std::int32_t port) { return port >= 1 && port <= LastUdpPort; }

@@ -42,7 +42,7 @@ class Winsock {
   void RemotePort(std::int32_t port) { remotePort_ = port; }
 
   /// Takes a local port, for this program alone. Throws std::system_error: invalid_argument for no port,
-  /// permission_denied, address_in_use, or the system's own reason; the socket stays closed then.
+  /// permission_denied, address_in_use, or io_error with the system's words; the socket stays closed then.
   void Bind(std::int32_t port);
   /// The bound port, 0 for none.
   int LocalPort() const;

@@ -8,6 +8,7 @@
 #include <QMainWindow>
 #include <QMessageBox>
 #include <QScreen>
+#include <QTimer>
 #include <QTreeView>
 #include <QUrl>
 
@@ -19,9 +20,7 @@
 #include <unistd.h>
 #include <utility>
 
-#include "platform/controls/FramePace.h"
 #include "platform/machine/Ports.h"
-#include "platform/machine/SerialDevice.h"
 
 namespace bexlow::platform {
 
@@ -135,10 +134,7 @@ void RealMachine::Idle(microseconds atMost) {
   for (auto* device : open_) device->Collect();
 }
 
-void RealMachine::Repaint() {
-  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  for (auto* window : QApplication::topLevelWidgets()) FramePace::PaintNow(*window);
-}
+void RealMachine::Repaint() { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); }
 
 PortInfo RealMachine::DescribePort(int comm) {
   const auto device = DeviceOfComm(comm, programFolder_);

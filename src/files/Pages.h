@@ -1,11 +1,26 @@
-// The pairs of bin pages in a data file, and their bins spread over whole degrees.
+// The pages of a run: from their 264 bytes to the text in a data file, and from that to pairs of bin pages
+// and their counts over whole degrees.
 #pragma once
 
 #include <array>
 #include <cstddef>
-#include <string_view>
+#include <cstdint>
+#include <span>
+#include <string>
 
 namespace bexlow::files {
+
+inline constexpr std::size_t PageBytes = 264;
+inline constexpr int LastPage = 2047;  ///< page 0 holds no samples
+using Page = std::span<const std::uint8_t, PageBytes>;
+
+/// The fields of a page, separated by commas; empty for a mode or number of channels that has no layout.
+/// @param mode      0 = Bin, 1 = Linear
+/// @param channels  of a Linear page: 1 = X, 2 = Y, 3 = X and Y
+std::string DecodePage(Page page, double mode, double channels);
+
+/// The first six bytes are all 255: the page was never written, the data ends before it.
+bool IsBlankPage(Page page);
 
 inline constexpr std::size_t BinCount = 132;
 using BinPoints = std::array<double, BinCount>;
