@@ -12,7 +12,6 @@
 #include "platform/machine/TextFile.h"
 #include "rig/Rig.h"
 #include "shared/Screens.h"
-#include "shell/Main.h"
 
 namespace {
 
@@ -47,7 +46,7 @@ void Watch(const std::string& screen) {
 void WatchScreens(const std::filesystem::path& folder) {
   rig::AnsweredMachine machine(folder);
   rig::Program program;
-  program.Show(new shell::Main(program.outer));
+  program.Show(shell::MakeMain(program.outer));
   auto* graph = graph::MakeGraph();
   program.Show(graph);
   platform::WriteWhole(folder / "full.qbx", bench::FullDataFile());

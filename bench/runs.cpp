@@ -6,7 +6,6 @@
 #include "Figure.h"
 #include "FullFile.h"
 #include "rig/Rig.h"
-#include "shell/Main.h"
 
 namespace {
 
@@ -37,7 +36,7 @@ class Frame : public QObject {
 
 double FillMs() {
   rig::Program program;
-  program.Show(new shell::Main(program.outer));
+  program.Show(shell::MakeMain(program.outer));
   Frame frame;
   frame.Await(program.outer, 0);
   QElapsedTimer time;

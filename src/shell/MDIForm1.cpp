@@ -9,7 +9,11 @@
 #include <QTabBar>
 #include <QTabWidget>
 
+#include <algorithm>
+#include <utility>
+
 #include "platform/machine/EventGate.h"
+#include "platform/machine/Ports.h"
 #include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
@@ -42,12 +46,80 @@ void AcceptCopy(QDropEvent& event) {
 bool MayEnd(const Form* engaged, const char* question) {
   if (engaged == nullptr) return true;
   const auto activity = engaged->Doing().Text();
-  return platform::AskToConfirm("The screen \"" + engaged->windowTitle().toStdString() +
-                                "\" is using the logger.\r\n" + (activity.empty() ? "" : activity + ".\r\n") +
-                                question);
+  return AskToConfirm("The screen \"" + engaged->windowTitle().toStdString() + "\" is using the logger.\r\n" +
+                      (activity.empty() ? "" : activity + ".\r\n") + question);
+}
+
+constexpr std::chrono::milliseconds RefreshEvery{250};
+constexpr int Indent = 16;
+constexpr int Margins = 64;  // of the bar and its three labels
+
+int Need(const QLabel& label, const std::string& text) {
+  return label.fontMetrics().horizontalAdvance(QString::fromStdString(text)) + 1;
+}
+
+// A text that is too long loses its middle: its end tells why something failed, or how much is saved.
+void SetText(QLabel& label, const std::string& text, int width) {
+  const auto whole = QString::fromStdString(text);
+  const auto shown = label.fontMetrics().elidedText(whole, Qt::ElideMiddle, width);
+  if (label.text() == shown) return;
+  label.setText(shown);
+  SetPlainToolTip(&label, whole);
 }
 
 }  // namespace
+
+StatusLine::StatusLine(QStatusBar& bar)
+    : bar_(bar),
+      lblConnection(MakeLabel("lblConnection", "", &bar)),
+      lblActivity(MakeLabel("lblActivity", "", &bar)),
+      lblFailure(MakeLabel("lblFailure", "", &bar)),
+      alarm_(Machine::Get().MakeAlarm([this] {
+        EventGate::Get().Offer(this, {nullptr, "StatusLine_Timer"}, [this] { Refresh(); });
+      })) {
+  bar.setSizeGripEnabled(false);
+  bar.setContentsMargins(8, 0, 8, 2);
+  bar.addWidget(lblConnection);
+  bar.addWidget(lblActivity, 1);
+  lblActivity->setIndent(Indent);
+  bar.addPermanentWidget(lblFailure);
+  for (auto* label : {lblActivity, lblFailure})
+    label->setMinimumWidth(1);  // a long text must not widen the window
+  alarm_->Start(RefreshEvery);
+}
+
+StatusLine::~StatusLine() { EventGate::Get().Withdraw(this); }
+
+void StatusLine::Connection(const std::string& text) {
+  connection_ = text;
+  TellConnection();
+}
+
+void StatusLine::TellConnection() {
+  const int comm = shared::Shared.CurrentCommPort;
+  std::string text = connection_;
+  if (text.starts_with("Connected") && Machine::Get().DescribePort(comm).description == NoSuchDevice)
+    text = "The adapter of Comm " + std::to_string(comm) + " is gone";
+  SetText(*lblConnection, text, QWIDGETSIZE_MAX);
+}
+
+// A screen reader reads each new phase, but not each number: Qt does not announce a changed text of a label
+// that has an accessible name. What both texts need beyond the free width is taken from the longer one.
+void StatusLine::Refresh() {
+  const auto* engaged = Form::OtherEngaged();
+  const auto* told = engaged != nullptr ? engaged : Form::Active();
+  const auto current = told == nullptr ? Activity{} : told->Doing();
+  const auto activity = current.Text();
+  if (current.phase != phase_) lblActivity->setAccessibleName(QString::fromStdString(phase_ = current.phase));
+  const auto& failure = shared::Shared.LastFailure;
+  // It may come of an adapter that was pulled out; a port that opens again clears it.
+  if (std::exchange(failure_, failure) != failure) TellConnection();
+  const int free = bar_.width() - lblConnection->width() - Margins;
+  const int forFailure =
+      std::min(Need(*lblFailure, failure), std::max(free / 2, free - Need(*lblActivity, activity)));
+  SetText(*lblActivity, activity, free - forFailure);
+  SetText(*lblFailure, failure, forFailure);
+}
 
 MDIForm1::MDIForm1() : tabs_(new QTabWidget(this)), status_(*statusBar()) {
   setObjectName("MDIForm1");
@@ -86,15 +158,15 @@ MDIForm1::~MDIForm1() {
 bool MDIForm1::Load() {
   bool first = true;
   shared::GuardedIn("MDIForm1", "MDIForm_Load", [&] {
-    runningCopy_ = std::make_unique<platform::RunningCopy>();
+    runningCopy_ = std::make_unique<RunningCopy>();
     if (runningCopy_->AnotherRuns()) {
       first = false;
-      return platform::MsgBox("The program is already running!");
+      return MsgBox("The program is already running!");
     }
-    shared::Shared.SampleClock.CounterFrequency = platform::Machine::Get().QueryPerformanceFrequency();
-    shared::Shared.ProgramVersionText = platform::ProgramVersion();
+    shared::Shared.SampleClock.CounterFrequency = Machine::Get().QueryPerformanceFrequency();
+    shared::Shared.ProgramVersionText = ProgramVersion();
     shared::Shared.MaxDownloadPages = 2048;
-    const auto stored = platform::GetSetting("Startup", "CurrentCommPort", "1");
+    const auto stored = GetSetting("Startup", "CurrentCommPort", "1");
     shared::Shared.CurrentCommPort = values::ToInt16(values::LeadingNumber(stored));
     shared::TestForFileFolders();
   });
@@ -168,11 +240,10 @@ void MDIForm1::closeEvent(QCloseEvent* event) {
 }
 
 void MDIForm1::ShowManual() {
-  auto& machine = platform::Machine::Get();
+  auto& machine = Machine::Get();
   const auto manual = machine.ProgramFolder() / "manual.html";
   std::error_code ignored;
-  if (!std::filesystem::exists(manual, ignored) || !machine.OpenDocument(manual))
-    platform::MsgBox(ManualElsewhere);
+  if (!std::filesystem::exists(manual, ignored) || !machine.OpenDocument(manual)) MsgBox(ManualElsewhere);
 }
 
 void MDIForm1::OnActivated(int tab) {

@@ -4,8 +4,9 @@
 #include <QMainWindow>
 
 #include "platform/controls/Form.h"
-#include "shell/StatusLine.h"
+#include "platform/machine/Machine.h"
 
+class QStatusBar;
 class QTabWidget;
 
 namespace bexlow::platform {
@@ -17,6 +18,30 @@ namespace bexlow::shell {
 /// Shown if there is no manual to open.
 inline constexpr auto ManualElsewhere =
     "Please refer to the Software Help Manual located on the distribution media!";
+
+/// The line at the foot of the window: the logger, what a screen is doing with it, and the last failure.
+class StatusLine {
+ public:
+  explicit StatusLine(QStatusBar& bar);
+  ~StatusLine();
+  StatusLine(const StatusLine&) = delete;
+  StatusLine& operator=(const StatusLine&) = delete;
+
+  /// What is known of the logger, such as "Connected on Comm 5".
+  void Connection(const std::string& text);
+  /// Asks the engaged screen what it is doing. Happens of itself four times a second.
+  void Refresh();
+
+ private:
+  void TellConnection();
+
+  QStatusBar& bar_;
+  QLabel* lblConnection;
+  QLabel* lblActivity;
+  QLabel* lblFailure;
+  std::string phase_, connection_, failure_;
+  std::unique_ptr<platform::Alarm> alarm_;
+};
 
 class MDIForm1 : public QMainWindow {
   Q_OBJECT
@@ -54,5 +79,8 @@ class MDIForm1 : public QMainWindow {
   QPointer<platform::Form> front_;  ///< whose menus are on show
   std::unique_ptr<platform::RunningCopy> runningCopy_;
 };
+
+/// The start-up screen: the menu that leads to every other screen, the table of runs, and the launch.
+platform::Form* MakeMain(MDIForm1& outer);
 
 }  // namespace bexlow::shell

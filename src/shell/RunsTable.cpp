@@ -13,6 +13,7 @@
 #include "files/RunEntry.h"
 #include "platform/graph/CWGraphTicks.h"
 #include "platform/machine/EventGate.h"
+#include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
 
@@ -52,10 +53,8 @@ files::RunEntry Look(const fs::path& path) {
   }
 }
 
-}  // namespace
-
 /// A file as it was when it was read, and its row; a file that is no data file has no place in the table.
-struct RunsTable::Row : QTreeWidgetItem {
+struct Row : QTreeWidgetItem {
   fs::path path;
   std::uintmax_t size = 0;
   fs::file_time_type written;
@@ -66,139 +65,155 @@ struct RunsTable::Row : QTreeWidgetItem {
     if (rank == next) return text(Name) < other.text(Name);
     return rank.isValid() && (!next.isValid() || QVariant::compare(rank, next) == QPartialOrdering::Less);
   }
-  void Read();
+
+  void Read() {
+    const auto entry = Look(path);
+    if (treeWidget() == nullptr && entry.kind.empty() && path.extension() != ".qbx")
+      return;  // a picture, or a text of the user's
+    const auto name = Shown(path.filename());
+    const auto launched = QString::fromStdString(entry.launched);
+    const auto fileTime = QFileInfo(Shown(path)).lastModified().toString("yyyy-MM-dd HH:mm:ss");
+    const auto number = QString::fromStdString(entry.serialNumber), kind = QString::fromStdString(entry.kind);
+    const auto seconds = entry.seconds;
+    const auto page = entry.lastPage;
+    const auto remark = QString::fromStdString(entry.remark);
+    const auto tip = "<span>" + Shown(path).toHtmlEscaped() + "<br>" + remark.toHtmlEscaped() + "</span>";
+    const std::pair<QString, QVariant> cells[Columns] = {
+        // text and rank
+        {name, name.toLower()},
+        {launched.section(':', 0, 1), !launched.isEmpty() ? launched
+                                      : kind.isEmpty()    ? QVariant()
+                                                          : fileTime},
+        {number, number.isEmpty() ? QVariant() : number.toDouble()},
+        {kind, kind},
+        {seconds ? platform::DurationClock(*seconds) : QString(), seconds ? *seconds : QVariant()},
+        {page > 0 ? QString::number(page) : QString(), page > 0 ? page : QVariant()},
+        {remark, remark}};
+    for (int column = 0; column < Columns; ++column) {
+      setText(column, cells[column].first);
+      setData(column, RankRole, cells[column].second);
+      setToolTip(column, tip);
+      setTextAlignment(column, Heads[column].alignment);
+    }
+  }
 };
 
-RunsTable::RunsTable(QWidget* page, std::function<void(const std::string& path)> open)
-    : QTreeWidget(page), renewal_(platform::Machine::Get().MakeAlarm([this] {
-        EventGate::Get().Offer(this, {nullptr, "tblRuns_Timer"}, [this] { Renew(); });
-      })) {
-  setObjectName("tblRuns");
-  setAccessibleName("Data Files");
-  for (int column = 0; const auto& head : Heads) {
-    headerItem()->setText(column, head.caption);
-    headerItem()->setToolTip(column, head.tip);
-    headerItem()->setTextAlignment(column++, head.alignment);
+class RunsTable : public QTreeWidget {
+ public:
+  RunsTable(QWidget* page, std::function<void(const std::string& path)> open)
+      : QTreeWidget(page), renewal_(platform::Machine::Get().MakeAlarm([this] {
+          EventGate::Get().Offer(this, {nullptr, "tblRuns_Timer"}, [this] { Renew(); });
+        })) {
+    setObjectName("tblRuns");
+    setAccessibleName("Data Files");
+    for (int column = 0; const auto& head : Heads) {
+      headerItem()->setText(column, head.caption);
+      headerItem()->setToolTip(column, head.tip);
+      headerItem()->setTextAlignment(column++, head.alignment);
+    }
+    setRootIsDecorated(false);
+    setStyleSheet("QTreeView::item { padding: 2px 12px; }");
+    setUniformRowHeights(true);
+    setTextElideMode(Qt::ElideMiddle);
+    header()->setDefaultSectionSize(header()->minimumSectionSize());
+    setAllColumnsShowFocus(true);
+    setSortingEnabled(true);
+    sortByColumn(Launched, Qt::DescendingOrder);
+    connect(this, &QTreeWidget::itemActivated, this, [this, open = std::move(open)](QTreeWidgetItem* item) {
+      const auto path = static_cast<const Row*>(item)->path.string();
+      EventGate::Get().Click(
+          this, [&] { open(path); }, "tblRuns_DblClick");
+    });
+    std::error_code unknown;
+    setVisible(!fs::is_empty(platform::DataFilesFolder(), unknown) && !unknown);
+    page->installEventFilter(this);
   }
-  setRootIsDecorated(false);
-  setStyleSheet("QTreeView::item { padding: 2px 12px; }");
-  setUniformRowHeights(true);
-  setTextElideMode(Qt::ElideMiddle);
-  header()->setDefaultSectionSize(header()->minimumSectionSize());
-  setAllColumnsShowFocus(true);
-  setSortingEnabled(true);
-  sortByColumn(Launched, Qt::DescendingOrder);
-  connect(this, &QTreeWidget::itemActivated, this, [this, open = std::move(open)](QTreeWidgetItem* item) {
-    const auto path = static_cast<const Row*>(item)->path.string();
-    EventGate::Get().Click(
-        this, [&] { open(path); }, "tblRuns_DblClick");
-  });
-  std::error_code unknown;
-  setVisible(!fs::is_empty(platform::DataFilesFolder(), unknown) && !unknown);
-  page->installEventFilter(this);
-}
 
-RunsTable::~RunsTable() { EventGate::Get().Withdraw(this); }
+  ~RunsTable() override { EventGate::Get().Withdraw(this); }
 
-void RunsTable::keyboardSearch(const QString& typed) {
-  if (currentIndex().isValid()) setCurrentIndex(currentIndex().siblingAtColumn(Name));
-  QTreeWidget::keyboardSearch(typed);
-}
+ protected:
+  void keyboardSearch(const QString& typed) override {
+    if (currentIndex().isValid()) setCurrentIndex(currentIndex().siblingAtColumn(Name));
+    QTreeWidget::keyboardSearch(typed);
+  }
 
-// The folder is read after a frame, so that the page is there at once, and not while another screen is in
-// front, which may save hundreds of records a second.
-bool RunsTable::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != parentWidget()) return QTreeWidget::eventFilter(watched, event);
-  if (event->type() == QEvent::Hide) {
-    watcher_.reset();
-    EventGate::Get().Withdraw(this);
+  // The folder is read after a frame, so that the page is there at once, and not while another screen is in
+  // front, which may save hundreds of records a second.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (watched != parentWidget()) return QTreeWidget::eventFilter(watched, event);
+    if (event->type() == QEvent::Hide) {
+      watcher_.reset();
+      EventGate::Get().Withdraw(this);
+      renewal_->Stop();
+    } else if (event->type() == QEvent::Paint && watcher_ == nullptr) {
+      watcher_ = std::make_unique<QFileSystemWatcher>();
+      for (const auto changed : {&QFileSystemWatcher::directoryChanged, &QFileSystemWatcher::fileChanged})
+        connect(watcher_.get(), changed, this, [this] { RenewSoon(); });
+      QTimer::singleShot(0, watcher_.get(), [this] { Renew(); });
+    }
+    return false;
+  }
+
+ private:
+  void RenewSoon() {
+    if (!std::exchange(due_, true)) renewal_->Start(RenewEvery);
+  }
+
+  // Reads the files that are new or have changed. A file may grow between the look at it and the beginning of
+  // the watch: then it is looked at again.
+  void Renew() {
     renewal_->Stop();
-  } else if (event->type() == QEvent::Paint && watcher_ == nullptr) {
-    watcher_ = std::make_unique<QFileSystemWatcher>();
-    for (const auto changed : {&QFileSystemWatcher::directoryChanged, &QFileSystemWatcher::fileChanged})
-      connect(watcher_.get(), changed, this, [this] { RenewSoon(); });
-    QTimer::singleShot(0, watcher_.get(), [this] { Renew(); });
+    due_ = false;
+    setSortingEnabled(false);
+    const bool first = watcher_->directories().isEmpty();
+    if (first) watcher_->addPath(Shown(platform::DataFilesFolder()));
+    decltype(rows_) before;
+    before.swap(rows_);
+    QStringList watched;
+    std::error_code unknown;
+    fs::directory_iterator file(platform::DataFilesFolder(), unknown);
+    for (; file != fs::directory_iterator(); file.increment(unknown)) {
+      if (!file->is_regular_file(unknown) || file->path().extension() == ".csv") continue;
+      auto& row = rows_[file->path()];
+      if (auto known = before.extract(file->path())) row = std::move(known.mapped());
+      if (row == nullptr) row = std::make_unique<Row>();
+      const auto size = std::exchange(row->size, file->file_size(unknown));
+      const auto written = std::exchange(row->written, file->last_write_time(unknown));
+      const bool changed = row->size != size || row->written != written;
+      if (changed || first) watched << Shown(row->path = file->path());
+      if (!changed) continue;
+      row->Read();
+      if (row->treeWidget() == nullptr && !row->text(Name).isEmpty()) addTopLevelItem(row.get());
+    }
+    before.clear();  // takes the rows of files that are gone out of the table
+    setSortingEnabled(true);
+    if (!watched.isEmpty()) {
+      watcher_->addPaths(watched);
+      RenewSoon();
+      FitColumns();
+    }
+    setVisible(topLevelItemCount() > 0);
   }
-  return false;
-}
 
-void RunsTable::RenewSoon() {
-  if (!std::exchange(due_, true)) renewal_->Start(RenewEvery);
-}
+  void FitColumns() {
+    const int widest = std::max(header()->sectionSizeHint(Name), viewport()->width() / 4);
+    for (int column = 0; column < Remarks; ++column) {
+      const int needed = std::max(header()->sectionSizeHint(column), sizeHintForColumn(column));
+      setColumnWidth(column,
+                     std::max(columnWidth(column), column == Name ? std::min(needed, widest) : needed));
+    }
+  }
 
-// Reads the files that are new or have changed. A file may grow between the look at it and the beginning of
-// the watch: then it is looked at again.
-void RunsTable::Renew() {
-  renewal_->Stop();
-  due_ = false;
-  setSortingEnabled(false);
-  const bool first = watcher_->directories().isEmpty();
-  if (first) watcher_->addPath(Shown(platform::DataFilesFolder()));
-  decltype(rows_) before;
-  before.swap(rows_);
-  QStringList watched;
-  std::error_code unknown;
-  fs::directory_iterator file(platform::DataFilesFolder(), unknown);
-  for (; file != fs::directory_iterator(); file.increment(unknown)) {
-    if (!file->is_regular_file(unknown) || file->path().extension() == ".csv") continue;
-    auto& row = rows_[file->path()];
-    if (auto known = before.extract(file->path())) row = std::move(known.mapped());
-    if (row == nullptr) row = std::make_unique<Row>();
-    const auto size = std::exchange(row->size, file->file_size(unknown));
-    const auto written = std::exchange(row->written, file->last_write_time(unknown));
-    const bool changed = row->size != size || row->written != written;
-    if (changed || first) watched << Shown(row->path = file->path());
-    if (!changed) continue;
-    row->Read();
-    if (row->treeWidget() == nullptr && !row->text(Name).isEmpty()) addTopLevelItem(row.get());
-  }
-  before.clear();  // takes the rows of files that are gone out of the table
-  setSortingEnabled(true);
-  if (!watched.isEmpty()) {
-    watcher_->addPaths(watched);
-    RenewSoon();
-    FitColumns();
-  }
-  setVisible(topLevelItemCount() > 0);
-}
+  std::map<fs::path, std::unique_ptr<Row>> rows_;
+  std::unique_ptr<QFileSystemWatcher> watcher_;
+  std::unique_ptr<platform::Alarm> renewal_;
+  bool due_ = false;  ///< a renewal
+};
 
-void RunsTable::FitColumns() {
-  const int widest = std::max(header()->sectionSizeHint(Name), viewport()->width() / 4);
-  for (int column = 0; column < Remarks; ++column) {
-    const int needed = std::max(header()->sectionSizeHint(column), sizeHintForColumn(column));
-    setColumnWidth(column, std::max(columnWidth(column), column == Name ? std::min(needed, widest) : needed));
-  }
-}
+}  // namespace
 
-void RunsTable::Row::Read() {
-  const auto entry = Look(path);
-  if (treeWidget() == nullptr && entry.kind.empty() && path.extension() != ".qbx")
-    return;  // a picture, or a text of the user's
-  const auto name = Shown(path.filename());
-  const auto launched = QString::fromStdString(entry.launched);
-  const auto fileTime = QFileInfo(Shown(path)).lastModified().toString("yyyy-MM-dd HH:mm:ss");
-  const auto number = QString::fromStdString(entry.serialNumber), kind = QString::fromStdString(entry.kind);
-  const auto seconds = entry.seconds;
-  const auto page = entry.lastPage;
-  const auto remark = QString::fromStdString(entry.remark);
-  const auto tip = "<span>" + Shown(path).toHtmlEscaped() + "<br>" + remark.toHtmlEscaped() + "</span>";
-  const std::pair<QString, QVariant> cells[Columns] = {
-      // text and rank
-      {name, name.toLower()},
-      {launched.section(':', 0, 1), !launched.isEmpty() ? launched
-                                    : kind.isEmpty()    ? QVariant()
-                                                        : fileTime},
-      {number, number.isEmpty() ? QVariant() : number.toDouble()},
-      {kind, kind},
-      {seconds ? platform::DurationClock(*seconds) : QString(), seconds ? *seconds : QVariant()},
-      {page > 0 ? QString::number(page) : QString(), page > 0 ? page : QVariant()},
-      {remark, remark}};
-  for (int column = 0; column < Columns; ++column) {
-    setText(column, cells[column].first);
-    setData(column, RankRole, cells[column].second);
-    setToolTip(column, tip);
-    setTextAlignment(column, Heads[column].alignment);
-  }
+QTreeWidget* MakeRunsTable(QWidget* page, std::function<void(const std::string& path)> open) {
+  return new RunsTable(page, std::move(open));
 }
 
 }  // namespace bexlow::shell

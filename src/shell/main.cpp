@@ -1,5 +1,4 @@
 // Bexlow: the desktop companion of a wearable posture logger.
-#include "shell/Main.h"
 
 #include <QApplication>
 
@@ -18,7 +17,7 @@ int main(int argc, char** argv) {
   bexlow::platform::Machine::Install(machine);
   bexlow::shell::MDIForm1 outer;
   if (!outer.Load()) return 0;
-  outer.ShowChild(new bexlow::shell::Main(outer));
+  outer.ShowChild(bexlow::shell::MakeMain(outer));
   outer.show();
   QApplication::exec();
   machine.EndProgram();  // at once, also while the name of a peer is still looked up

@@ -4,7 +4,6 @@
 #include <QSettings>
 
 #include "platform/machine/EventGate.h"
-#include "shell/Main.h"
 
 namespace bexlow::test {
 
@@ -25,7 +24,7 @@ Story::~Story() {
 void Story::Start() {
   outer = std::make_unique<shell::MDIForm1>();
   if (!outer->Load()) return;
-  outer->ShowChild(new shell::Main(*outer));
+  outer->ShowChild(shell::MakeMain(*outer));
   outer->show();
   machine.Settle();
 }

@@ -17,7 +17,6 @@
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
 #include "rig/Rig.h"
-#include "shell/Main.h"
 #include "support/DataFiles.h"
 #include "tour/Robot.h"
 #include "values/Conversions.h"
@@ -215,7 +214,7 @@ int Run(const fs::path& logger, const fs::path& output) {
   platform::RealMachine machine(output);
   platform::Machine::Install(machine);
   rig::Program program;
-  program.Show(new shell::Main(program.outer));
+  program.Show(shell::MakeMain(program.outer));
   Robot robot(program.outer, output);
   try {
     Tour(robot, logger, output, {"--motion", "turn", "--erase-seconds", "5", "--run-pages", "16"}).Visit();
