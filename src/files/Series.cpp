@@ -151,9 +151,10 @@ bool ReadRun(std::string_view text, int channel, Run& run) {
   try {
     while (const auto line = lines.Next()) AppendRecord(run, *line, channel);
   } catch (...) {
-    auto pushes = std::move(run.pushes);
-    run = {};
-    run.pushes = std::move(pushes);
+    Run damaged;
+    damaged.pushes = std::move(run.pushes);
+    damaged.remarks = "; record " + std::to_string(run.records.size()) + " is damaged";
+    run = std::move(damaged);
     throw;
   }
   return true;

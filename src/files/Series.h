@@ -68,7 +68,7 @@ struct Run {
   Tenths hundredths;             ///< of a recording: when each sample came, in hundredths of a second
   std::vector<double> pushes;    ///< index of each pair whose X field is exactly "BP"
   std::vector<Record> records;
-  std::string remarks;  ///< on the lines of a recording, each after "; "
+  std::string remarks;  ///< on damaged records, or on the lines of a recording, each after "; "
 
   std::size_t Size() const { return std::max(tenths[0].size(), tenths[1].size()); }
   /// Samples of 0, or pairs of 0, 0, that end the last record: where the logger wrote no more of its page.

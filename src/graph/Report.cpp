@@ -123,13 +123,13 @@ std::string NumbersHead() {
 }
 
 std::string NumbersRow(const std::string& axis, const ViewNumbers& numbers, double limit, char decimalPoint) {
-  std::string row = axis;
+  std::string row = axis + " (" + std::string(numbers.unit.empty() ? "bits" : numbers.unit) + ")";
   for (const auto count : {static_cast<std::int64_t>(numbers.first), static_cast<std::int64_t>(numbers.last),
                            numbers.counted, numbers.pushes, numbers.unwritten})
     row += "\t" + std::to_string(count);
-  const bool isKnown = numbers.counted > 0 && !numbers.crosses;
+  const std::string unknown = numbers.crosses ? "crosses ±180°" : "";
   for (const auto tenths : {numbers.min, numbers.Mean(), numbers.max})
-    row += "\t" + (isKnown ? values::TenthsText(tenths) : std::string());
+    row += "\t" + (numbers.counted == 0 || numbers.crosses ? unknown : values::TenthsText(tenths));
   row += "\t" + values::PlainNumberText(limit);
   std::ranges::replace(row, '.', decimalPoint);
   return row + "\t" + std::to_string(numbers.above) + "\t" + std::to_string(numbers.below) + "\n";

@@ -74,7 +74,7 @@ TEST(ViewNumbers, AreExactAndLeaveOutPushesAndTheUnwrittenEnd) {
     EXPECT_EQ(graph::NumbersLine(numbers, limit), std::string("In view: ") + line);
   }
   const auto row = graph::NumbersRow("X", graph::NumbersInView(run, 0, 0, 527, 60), 60, ',');
-  EXPECT_EQ(row, "X\t0\t527\t450\t6\t72\t-0,7\t60,4\t60,5\t60\t449\t1\n");
+  EXPECT_EQ(row, "X (°)\t0\t527\t450\t6\t72\t-0,7\t60,4\t60,5\t60\t449\t1\n");
 }
 
 /// At 7.5 samples a second; lengths in whole seconds, and the clock reads so much past noon.
@@ -199,6 +199,7 @@ TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
        {Row{0, 1, false}, Row{1, 2, true}, Row{2, 3, false}, Row{3, 5, false}}) {
     const auto numbers = graph::NumbersInView(run, 0, first, last, 0);
     EXPECT_EQ(numbers.crosses, crosses) << first;
+    EXPECT_EQ(graph::NumbersRow("X", numbers, 0, '.').find("\tcrosses ±180°\t") != std::string::npos, crosses);
     EXPECT_EQ(graph::NumbersLine(numbers, 0).find("min -") != std::string::npos, !crosses && first > 0);
     const auto report = Plain(graph::FiguresText({run, first, last}, std::vector<double>{0}));
     EXPECT_EQ(report.find("|X|-|-|-|-|0°|") != std::string::npos, crosses) << report;

@@ -102,8 +102,8 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   const auto copied = QApplication::clipboard()->text();
   EXPECT_TRUE(copied.startsWith("f.qbx: launched 2004-03-09 14:05:07, 132 samples, 17.6 s\nAxis\t"));
   EXPECT_TRUE(
-      copied.endsWith("\nX\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"
-                      "Y\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"));
+      copied.endsWith("\nX (°)\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"
+                      "Y (°)\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"));
   Open(BinFile(2));
   X().DrawNow();
   for (const auto* entry : {"Time on the Axis", "Copy Numbers", "Copy Pushes", "Save What Is in View..."})
@@ -338,6 +338,7 @@ TEST_F(ReviewStory, RefusedFilesKeepWhatIsOnShowAndBrokenOnesShowWhatWasFound) {
     EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
     ExpectShown(push, cursors);
     EXPECT_EQ(X().Values().empty(), text.ends_with(broken));
+    EXPECT_EQ(Text("lblRun").ends_with("no sample could be read; record 2 is damaged"), text.ends_with(broken));
   }
   machine.WillCancelFile();
   Choose("File", "Open");

@@ -23,6 +23,7 @@ class QCPPainter;
 class QCustomPlot;
 class QLabel;
 class QMenu;
+class QPageLayout;
 class QPrinter;
 
 namespace bexlow::platform {
@@ -221,6 +222,7 @@ class CWGraph : public QWidget {
   void PaintPart(QCPPainter& painter, QSize size) const;
   std::vector<SheetRow> Rows(Extent extent) const;
   static bool Paint(const std::vector<SheetRow>& rows, QPaintDevice& device, QSize size, bool asVectors);
+  static QByteArray Pdf(const std::vector<SheetRow>& rows, const QPageLayout& layout);
   QImage Picture(Extent extent) const;
   QByteArray PictureFile(Extent extent, const QString& extension) const;
   void SaveByUser(Extent extent);

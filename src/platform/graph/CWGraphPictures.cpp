@@ -203,14 +203,19 @@ QByteArray CWGraph::PictureFile(Extent extent, const QString& extension) const {
     svg.setResolution(PaperDotsPerInch);
     Paint(Rows(extent), svg, size, true);
   }
-  if (kind == QStringLiteral("pdf")) {
-    QPdfWriter pdf(&file);
-    pdf.setResolution(PaperDotsPerInch);
-    const auto points = QSizeF(size) * PointsPerInch / PaperDotsPerInch;
-    pdf.setPageSize(QPageSize(points, QPageSize::Point, QString(), QPageSize::ExactMatch));
-    pdf.setPageMargins({});
-    Paint(Rows(extent), pdf, size, true);
-  }
+  const auto points = QSizeF(size) * PointsPerInch / PaperDotsPerInch;
+  const QPageSize page(points, QPageSize::Point, QString(), QPageSize::ExactMatch);
+  return kind == QStringLiteral("pdf") ? Pdf(Rows(extent), {page, QPageLayout::Portrait, {}}) : bytes;
+}
+
+QByteArray CWGraph::Pdf(const std::vector<SheetRow>& rows, const QPageLayout& layout) {
+  QByteArray bytes;
+  QBuffer file(&bytes);
+  file.open(QIODevice::WriteOnly);
+  QPdfWriter pdf(&file);
+  pdf.setPageLayout(layout);
+  pdf.setResolution(PaperDotsPerInch);
+  Paint(rows, pdf, layout.paintRectPixels(PaperDotsPerInch).size(), true);
   return bytes;
 }
 
@@ -252,20 +257,14 @@ void CWGraph::PrintReport(const QString& name, const std::vector<SheetRow>& rows
 void CWGraph::PrintSheet(QPrinter& printer, const std::vector<SheetRow>& rows) {
   if (!AskPrinter(printer)) return;
   printer.setResolution(PaperDotsPerInch);
-  const auto size = printer.pageLayout().paintRectPixels(PaperDotsPerInch).size();
+  const auto layout = printer.pageLayout();
   const auto path = printer.outputFileName().toStdString();
   if (path.empty()) {
-    if (!Paint(rows, printer, size, true)) MsgBox("The printer cannot be used");
+    if (!Paint(rows, printer, layout.paintRectPixels(PaperDotsPerInch).size(), true))
+      MsgBox("The printer cannot be used");
     return;
   }
-  QByteArray bytes;
-  QBuffer file(&bytes);
-  file.open(QIODevice::WriteOnly);
-  QPdfWriter pdf(&file);
-  pdf.setPageLayout(printer.pageLayout());
-  pdf.setResolution(PaperDotsPerInch);
-  Paint(rows, pdf, size, true);
-  const auto reason = Replace(path, bytes.toStdString());
+  const auto reason = Replace(path, Pdf(rows, layout).toStdString());
   if (!reason.empty()) MsgBox(path + " cannot be written: " + reason);
 }
 
