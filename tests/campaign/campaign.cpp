@@ -3,10 +3,7 @@
 //
 // bexlow-campaign LOGGER fault|kill SEED [BURST]
 // bexlow-campaign FOLDER
-#include <QAction>
-#include <QApplication>
-#include <QProcess>
-#include <QTimer>
+#include <QtWidgets>
 
 #include <algorithm>
 #include <cstdio>

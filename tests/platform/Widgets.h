@@ -1,11 +1,8 @@
 // What the tests of widgets share.
 #pragma once
 
-#include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
 #include <QTest>
-#include <QWheelEvent>
+#include <QtWidgets>
 
 #include <cmath>
 #include <gtest/gtest.h>

@@ -1,8 +1,4 @@
 // The event gate, alone and on the real machine with a real message box.
-#include <QMainWindow>
-#include <QMessageBox>
-#include <QTimer>
-
 #include "platform/Widgets.h"
 #include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"

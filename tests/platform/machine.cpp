@@ -1,22 +1,10 @@
 // The real machine: its files and their dialog, the copy that runs, and the serial control on a
 // pseudo-terminal.
-#include <QAbstractEventDispatcher>
-#include <QApplication>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QHeaderView>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
-#include <QTimer>
-#include <QTreeView>
+#include <QtWidgets>
 
-#include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
-#include <filesystem>
 #include <fstream>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -39,7 +27,7 @@ using platform::Bytes;
 using platform::MSComm;
 namespace fs = std::filesystem;
 
-/// Whether something is so in another process.
+/// Whether something is so in another process, which ends as if it were killed.
 bool InAnotherProcess(const std::function<bool()>& so) {
   const pid_t child = fork();
   if (child == 0) ::_exit(so() ? 0 : 1);
@@ -48,38 +36,18 @@ bool InAnotherProcess(const std::function<bool()>& so) {
   return status == 0;
 }
 
-/// Checks something while another process, which has done something, stands still; then kills that process.
-void WithStillProcess(const std::function<void()>& action, const std::function<void()>& check) {
-  int ready[2];
-  ASSERT_EQ(::pipe(ready), 0);
-  const pid_t child = fork();
-  if (child == 0) {
-    action();
-    [[maybe_unused]] const auto written = ::write(ready[1], "x", 1);
-    ::pause();
-  }
-  ::close(ready[1]);
-  char mark = 0;
-  EXPECT_EQ(::read(ready[0], &mark, 1), 1);
-  ::close(ready[0]);
-  check();
-  ::kill(child, SIGKILL);
-  ::waitpid(child, nullptr, 0);
-}
-
 class Files : public ::testing::Test {
  protected:
-  static int ErrorOf(const std::function<void()>& action) { return FailureOf(action).code; }
   const QTemporaryDir temporary;
   const fs::path folder{temporary.path().toStdString()};
 };
 
 TEST_F(Files, NothingWaitsForTheOtherEndOfAPipe) {
-  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(folder / "none"); }), ENOENT);
+  EXPECT_EQ(FailureOf([&] { platform::ReadWhole(folder / "none"); }).code, ENOENT);
   const auto pipe = folder / "x.qbx";
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  EXPECT_EQ(ErrorOf([&] { platform::ReadWhole(pipe); }), EINVAL);
-  EXPECT_EQ(ErrorOf([&] { platform::Append(pipe, "x"); }), ENXIO);
+  EXPECT_EQ(FailureOf([&] { platform::ReadWhole(pipe); }).code, EINVAL);
+  EXPECT_EQ(FailureOf([&] { platform::Append(pipe, "x"); }).code, ENXIO);
 }
 
 // A disk that fills up in the middle of a record must not leave half of it.
@@ -90,15 +58,18 @@ TEST_F(Files, APartOfARecordIsCutBack) {
     const platform::RealMachine machine(folder);  // without this object the signal ends the program
     const rlimit limit{10, 10};
     setrlimit(RLIMIT_FSIZE, &limit);
-    return ErrorOf([&] { platform::Append(path, "a record"); }) == EFBIG;
+    return FailureOf([&] { platform::Append(path, "a record"); }).code == EFBIG;
   }));
   EXPECT_EQ(platform::ReadWhole(path), "whole\r\n");
 }
 
 TEST_F(Files, ACopyThatWasKilledLeavesNoLock) {
-  WithStillProcess([] { static const platform::RunningCopy copy; },
-                   [] { EXPECT_TRUE(platform::RunningCopy().AnotherRuns()); });
-  EXPECT_FALSE(platform::RunningCopy().AnotherRuns());
+  const auto anotherRuns = [] { return platform::RunningCopy().AnotherRuns(); };
+  EXPECT_TRUE(InAnotherProcess([&] {
+    const platform::RunningCopy first;
+    return !first.AnotherRuns() && InAnotherProcess(anotherRuns);
+  }));
+  EXPECT_FALSE(anotherRuns());
 }
 
 /// Goes so many filters down, types the name, and saves.
@@ -139,7 +110,7 @@ TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
 }
 
 /// A scratch program folder whose Comm 1 is the slave of a pseudo-terminal.
-class Serial : public ::testing::Test {
+class Serial : public Files {
  protected:
   Serial() {
     fs::create_directories(folder / "Ports");
@@ -162,10 +133,12 @@ class Serial : public ::testing::Test {
   void LoggerSends(const Bytes& bytes) {
     ASSERT_EQ(::write(master, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
   }
-  static std::string Words(const std::function<void()>& action) { return FailureOf(action).words; }
+  /// Waits until so many bytes are in the control's buffer, without an event loop.
+  void Collect(int bytes) {
+    for (int i = 0; i < 5000 && comm.InBufferCount() < bytes; ++i)
+      machine->Idle(std::chrono::milliseconds(2));
+  }
 
-  const QTemporaryDir temporary;
-  const fs::path folder{temporary.path().toStdString()};
   fs::path device;
   int master = -1;
   std::unique_ptr<platform::RealMachine> machine;
@@ -241,18 +214,18 @@ TEST_F(Serial, CollectsWhileTheProgramWaits) {
   comm.PortOpen(true);
   LoggerSends(Bytes(3000, 7));
   const platform::EventGate::Hold hold;
-  for (int i = 0; i < 100 && comm.InBufferCount() < 3000; ++i) machine->Idle(std::chrono::milliseconds(2));
+  Collect(3000);
   EXPECT_EQ(comm.InBufferCount(), 3000) << "none of it lost";
   comm.PortOpen(false);
   LoggerSends({9, 9, 9});
   comm.PortOpen(true);
   LoggerSends({5});
-  for (int i = 0; i < 1000 && comm.InBufferCount() == 0; ++i) machine->Idle(std::chrono::milliseconds(2));
+  Collect(1);
   EXPECT_EQ(comm.Input(), Bytes{5}) << "stale bytes do not outlive an opening";
 }
 
 TEST_F(Serial, IsHeldByOneControlAloneAndFreedByAKill) {
-  const auto opens = [&](MSComm& control) { return Words([&] { control.PortOpen(true); }); };
+  const auto opens = [](MSComm& control) { return FailureOf([&] { control.PortOpen(true); }).words; };
   Link(2, folder / "Ports" / "COM1");  // the same device through another name
   MSComm second(form, "MSComm2");
   second.CommPort = 2;
@@ -262,7 +235,7 @@ TEST_F(Serial, IsHeldByOneControlAloneAndFreedByAKill) {
   EXPECT_TRUE(InAnotherProcess(inUse));
   EXPECT_NE(opens(comm), "") << "opening twice is an error too";
   comm.PortOpen(false);
-  WithStillProcess([&] { comm.PortOpen(true); }, [&] { EXPECT_TRUE(inUse()); });
+  EXPECT_TRUE(InAnotherProcess([&] { return opens(comm).empty() && InAnotherProcess(inUse); }));
   EXPECT_EQ(opens(second), "");
 }
 
@@ -273,7 +246,7 @@ TEST_F(Serial, AVanishedLineFailsAtTheNextUseAndCostsNothing) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return !dispatcher.processEvents(QEventLoop::AllEvents); }))
       << "a vanished line raises events without end";
   const std::uint8_t byte = 'f';
-  EXPECT_NE(Words([&] { comm.Output({&byte, 1}); }).find("takes no bytes"), std::string::npos);
+  EXPECT_NE(FailureOf([&] { comm.Output({&byte, 1}); }).words.find("takes no bytes"), std::string::npos);
   EXPECT_TRUE(comm.PortOpen());
 }
 
@@ -287,7 +260,7 @@ TEST_F(Serial, SaysWhyAPortDoesNotOpen) {
         std::pair{17, "no such port"}, std::pair{4, "dialout"}}) {
     if (number == 4 && geteuid() == 0) continue;  // nothing is forbidden to root
     comm.CommPort = number;
-    EXPECT_NE(Words([&] { comm.PortOpen(true); }).find(words), std::string::npos) << number;
+    EXPECT_NE(FailureOf([&] { comm.PortOpen(true); }).words.find(words), std::string::npos) << number;
   }
 }
 

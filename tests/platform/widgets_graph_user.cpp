@@ -1,6 +1,4 @@
-#include <QMenu>
 #include <QPrinter>
-#include <QTemporaryDir>
 #include <qcustomplot.h>
 
 #include <stdexcept>

@@ -1,7 +1,3 @@
-#include <QElapsedTimer>
-#include <QGroupBox>
-#include <QLabel>
-
 #include <numbers>
 
 #include "platform/Widgets.h"

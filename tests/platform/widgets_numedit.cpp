@@ -1,6 +1,3 @@
-#include <QLineEdit>
-#include <QToolTip>
-
 #include "platform/Widgets.h"
 #include "platform/controls/CWNumEdit.h"
 

@@ -40,8 +40,6 @@ class DownloadStory : public Story {
       });
     };
   }
-  /// A label of the status line.
-  std::string Status(const char* label) { return outer->findChild<QLabel*>(label)->text().toStdString(); }
   bool Running() const { return Checked("Data", "Download"); }
   void RunToTheEnd() {
     const auto until = machine.Time() + 600s;

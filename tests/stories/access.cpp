@@ -1,6 +1,4 @@
 // Every screen without sight or mouse: each control has a name, Tab goes in reading order.
-#include <QAccessible>
-
 #include "support/Story.h"
 
 namespace bexlow::test {

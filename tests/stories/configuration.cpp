@@ -1,7 +1,4 @@
 // The Configuration screen: the block read, the paced write and everything that can go wrong between them.
-#include <QScrollArea>
-#include <QScrollBar>
-
 #include "platform/controls/CWNumEdit.h"
 #include "support/Story.h"
 
@@ -17,7 +14,7 @@ class Configuration : public Story {
   void SetUp() override { StartConnected(); }
   void Open() { Choose("Tools", "Configuration"); }
   void FinishRead() {
-    machine.whileBoxIsOpen = [this] { EXPECT_EQ(Status(), "") << "nothing runs any more"; };
+    machine.whileBoxIsOpen = [this] { EXPECT_EQ(Status("lblActivity"), "") << "nothing runs any more"; };
     machine.Pass(1s);
     Reads("Read completed!");
   }
@@ -27,7 +24,6 @@ class Configuration : public Story {
     machine.wire.clear();
   }
   bool Selected(const char* option) { return The<QAbstractButton>(option).isChecked(); }
-  std::string Status() { return outer->findChild<QLabel*>("lblActivity")->text().toStdString(); }
   void ExpectBusy(bool busy) {
     EXPECT_EQ(PointerIsBusy(), busy);
     EXPECT_NE(Offered("File", "Read"), busy);
@@ -45,7 +41,7 @@ TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
   EXPECT_FALSE(Selected("opt75Hz") || Selected("opt15Hz"));
   machine.Pass(1100us);
   ExpectProgress("Reading 3", 1);
-  EXPECT_EQ(Status(), "Reading, at 3, 1 of 53 cells");
+  EXPECT_EQ(Status("lblActivity"), "Reading, at 3, 1 of 53 cells");
   FinishRead();
   ExpectProgress("Progress", 0);
   ExpectBusy(false);
@@ -147,7 +143,7 @@ TEST_F(Configuration, AWriteSends40CellsIn44TicksAsTheyAreThen) {
   expected[43] = 2;
   machine.Pass(14s - 1ms);
   ExpectProgress("Writing 31", 29);  // the bin cells move it, too
-  EXPECT_EQ(Status(), "Writing, at 31, 25 of 40 cells, 8 s left");
+  EXPECT_EQ(Status("lblActivity"), "Writing, at 31, 25 of 40 cells, 8 s left");
   machine.Pass(7475ms);
   EXPECT_TRUE(machine.boxes.empty());
   machine.Pass(1ms);

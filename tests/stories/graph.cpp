@@ -1,5 +1,4 @@
 // Opening data files, paging through the pairs of a Bin file, and the button-push review.
-#include <QClipboard>
 #include <QPrinter>
 
 #include "platform/graph/CWGraph.h"

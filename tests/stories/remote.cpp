@@ -1,6 +1,5 @@
 // The remote session: roles, addresses, ports, what goes out and comes in, all of it on this computer.
 #include <QHostInfo>
-#include <QPlainTextEdit>
 #include <QUdpSocket>
 
 #include "live/SessionTexts.h"
@@ -183,7 +182,7 @@ TEST_F(RemoteStory, DecodesWhatBearsTheMarksAndShowsTheRestOnly) {
 TEST_F(RemoteStory, TheReceiverTellsWhatWasSentAndWhenNothingComes) {
   const auto told = [this](milliseconds later) {
     machine.Pass(later);
-    return outer->findChild<QLabel*>("lblActivity")->text().toStdString();
+    return Status("lblActivity");
   };
   const auto dial = [this] { return The<platform::CWKnob>("dialX").ValueText().toStdString(); };
   Pick("optSession2");

@@ -1,6 +1,4 @@
 // The table of data files on the Main page, which follows the folder.
-#include <QTreeView>
-
 #include <sys/stat.h>
 
 #include "platform/graph/CWGraph.h"
@@ -33,10 +31,7 @@ class Runs : public Story {
     EXPECT_EQ(Rows(), rows);
     EXPECT_EQ(The<QTreeView>("tblRuns").isVisible(), !rows.empty()) << "an empty folder shows no table";
   }
-  static std::string Later(const std::string& text) {
-    auto later = text;
-    return later.replace(later.find("/2004"), 5, "/2005");
-  }
+  static std::string Later(const std::string& text) { return Replaced(text, "/2004", "/2005"); }
 };
 
 TEST_F(Runs, FollowTheFolder) {

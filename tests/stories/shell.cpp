@@ -1,7 +1,4 @@
 // Start-up, the menu states, the chords, leaving screens, and the report of an error.
-#include <QDropEvent>
-#include <QMimeData>
-
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 #include "shared/ErrorHandler.h"

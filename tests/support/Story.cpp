@@ -1,8 +1,5 @@
 #include "support/Story.h"
 
-#include <QKeyEvent>
-#include <QSettings>
-
 #include "platform/machine/EventGate.h"
 
 namespace bexlow::test {

@@ -1,9 +1,8 @@
 // Whole stories: the real screens on the virtual machine, and a user who chooses, presses and reads.
 #pragma once
 
-#include <QApplication>
-#include <QTabBar>
 #include <QTest>
+#include <QtWidgets>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -62,6 +61,10 @@ class Story : public ::testing::Test {
     return FindControl<T>(name);
   }
   std::string Text(const char* name) const;
+  /// A label of the status line.
+  std::string Status(const char* label) const {
+    return outer->findChild<QLabel*>(label)->text().toStdString();
+  }
   /// Types into a box, replacing what it holds, key by key.
   void Type(const char* name, const QString& text);
   static std::string ScreenInFront() {

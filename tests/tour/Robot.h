@@ -2,14 +2,8 @@
 // usual button, and takes pictures.
 #pragma once
 
-#include <QApplication>
-#include <QElapsedTimer>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QScreen>
 #include <QTest>
-#include <QTimer>
+#include <QtWidgets>
 
 #include <algorithm>
 #include <iostream>

@@ -2,21 +2,11 @@
 // file with what the stand-in holds, and leaves a picture of each screen.
 //
 // bexlow-tour LOGGER FOLDER
-#include <QApplication>
-#include <QDateTime>
-#include <QLineEdit>
 #include <QPrinter>
-#include <QRadioButton>
-#include <QTest>
 #include <QUdpSocket>
-
-#include <algorithm>
-#include <iostream>
-#include <stdexcept>
 
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
-#include "rig/Rig.h"
 #include "support/DataFiles.h"
 #include "tour/Robot.h"
 #include "values/Conversions.h"
