@@ -1,11 +1,10 @@
 #include <QPrinter>
 #include <qcustomplot.h>
 
-#include <stdexcept>
-
 #include "platform/Widgets.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/EventGate.h"
+#include "support/Find.h"
 #include "support/VirtualMachine.h"
 
 namespace bexlow::platform {
@@ -46,14 +45,7 @@ class GraphUser : public testing::Test {
     EXPECT_NEAR(seen.upper, wanted.upper, by);
   }
   QMenu& Menu() { return *graph.findChild<QMenu*>(); }
-  QAction& Entry(const QString& caption) { return Entry(graph, caption); }
-  static QAction& Entry(CWGraph& of, const QString& caption) {
-    emit of.findChild<QMenu*>()->aboutToShow();
-    for (auto* entry : of.findChild<QMenu*>()->actions())
-      if (entry->text().remove('&') == caption) return *entry;
-    throw std::runtime_error(caption.toStdString());
-  }
-  void Choose(const QString& caption) { Entry(caption).trigger(); }
+  void Choose(const QString& caption) { test::FindOffered(graph, caption)->trigger(); }
 
   CWGraph graph;
 };
@@ -109,7 +101,12 @@ TEST_F(GraphUser, RightButtonDrawsARectangleToZoomInto) {
   Near(graph.XView(), {200, 400});
   Near(graph.YView(), {-45, 90});
   EXPECT_FALSE(Menu().isVisible());
-  graph.ShowAll();
+  {
+    const EventGate::Hold hold;
+    Choose("Whole Run");  // a screen reader's press, while a handler runs or a box is open
+  }
+  Near(graph.XView(), {200, 400});
+  Choose("Whole Run");
   graph.DrawNow();
   QTest::mousePress(&graph, Qt::RightButton, {}, PlaceOf(200, 90));
   QTest::mouseMove(&graph, PlaceOf(400, -45));
@@ -154,14 +151,13 @@ TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
 TEST_F(GraphUser, TimesAreToldAndShownWhereTheyAreKnown) {
   CWGraph other;
   graph.LinkXAxis(other);
-  const auto offered = [&] { return Entry("Time on the Axis").isVisible(); };
-  EXPECT_FALSE(offered());
+  const auto entry = [&] { return test::FindOffered(graph, "Time on the Axis"); };
+  EXPECT_FALSE(entry());
   for (auto* each : {&graph, &other}) each->SetSampleTimes(Times);
-  EXPECT_TRUE(offered());
   QTest::keyClick(&graph, Qt::Key_End, Qt::ShiftModifier);
   EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8("Sample 1000, 3 min 20 s at 10 Hz: 0°"));
   Choose("Time on the Axis");
-  EXPECT_TRUE(Entry("Time on the Axis").isChecked());
+  EXPECT_TRUE(entry()->isChecked());
   const QString title = "Time since launch (h:mm:ss), at 10 Hz";
   for (auto* each : {&graph, &other}) EXPECT_TRUE(each->Description().contains(title));
   EXPECT_TRUE(graph.Description().contains(title + " from 0:00:00 to 0:03:20"));
@@ -184,7 +180,7 @@ TEST_F(GraphUser, TimesAreToldAndShownWhereTheyAreKnown) {
     EXPECT_EQ(axis.tickVectorLabels().join(' '), labels);
   }
   graph.SetSampleTimes({});
-  EXPECT_FALSE(offered());
+  EXPECT_FALSE(entry());
   for (const auto& [height, x, y] :
        {std::tuple{300, "Sample", "Angle (degrees)"}, {140, "Sample", "degrees"}, {90, "", ""}}) {
     graph.resize(400, height);
@@ -270,7 +266,7 @@ TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
   QTest::keyClick(&graph, Qt::Key_Plus);
   QTest::mouseClick(&graph, Qt::RightButton, {}, PlaceOf(500, 0));
   Near(graph.XView(), {0, 1000}, 0);
-  EXPECT_FALSE(Menu().isVisible() || Entry("Whole Run").isEnabled());
+  EXPECT_FALSE(Menu().isVisible() || test::FindOffered(graph, "Whole Run")->isEnabled());
 }
 
 class GraphMenu : public GraphUser {
@@ -288,7 +284,7 @@ class GraphMenu : public GraphUser {
   QByteArray Saved(CWGraph& from, const char* entry, const QString& name, const QString& written = {}) {
     machine.boxes.clear();
     machine.WillChooseFile(folder.filePath(name).toStdString());
-    Entry(from, entry).trigger();
+    test::FindOffered(from, entry)->trigger();
     QFile file(folder.filePath(written.isEmpty() ? name : written));
     const auto bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     file.remove();
@@ -336,47 +332,6 @@ TEST_F(GraphMenu, PicturesBearATitleAndHoldBothInOrder) {
   Choose("Copy Both");
   EXPECT_EQ(QApplication::clipboard()->image().height(), 2 * one.height());
   EXPECT_EQ(one.pixelColor(1, 1), QColor(Qt::white));
-}
-
-TEST_F(GraphMenu, PrintsOnOneSheetAndTellsFailures) {
-  graph.AskPrinter = [](QPrinter&) { return false; };
-  Choose("Print...");
-  QString path, name;
-  graph.AskPrinter = [&](QPrinter& printer) {
-    name = printer.docName();
-    return printer.setOutputFileName(path), true;
-  };
-  for (const auto& [entry, suggested] :
-       {std::pair{"Print...", "run1 X"}, {"Print Both...", "run1 X and Y"}}) {
-    path = folder.filePath("paper.pdf");
-    Choose(entry);
-    EXPECT_EQ(name, suggested);
-    QFile paper(path);
-    ASSERT_TRUE(paper.open(QIODevice::ReadOnly));
-    EXPECT_EQ(paper.readAll().count("/Type /Page\n"), 1);
-    EXPECT_TRUE(machine.boxes.empty());
-  }
-  path = folder.filePath("none/a.pdf");
-  Choose("Print...");
-  ASSERT_EQ(machine.boxes.size(), 1);
-  EXPECT_TRUE(QString::fromStdString(machine.boxes.front()).contains("a.pdf"));
-}
-
-TEST_F(GraphMenu, EntriesPassTheGate) {
-  bool applies = false;
-  int chosen = 0;
-  graph.AddMenuEntry(
-      "Of &Its Owner", [&] { ++chosen; }, [&] { return applies; });
-  EXPECT_FALSE(Entry("Of Its Owner").isVisible());
-  applies = true;
-  EXPECT_TRUE(Entry("Of Its Owner").isVisible());
-  {
-    const EventGate::Hold hold;
-    Choose("Of Its Owner");  // a screen reader's press, while a handler runs or a box is open
-    EXPECT_EQ(chosen, 0);
-  }
-  Choose("Of Its Owner");
-  EXPECT_EQ(chosen, 1);
 }
 
 }  // namespace

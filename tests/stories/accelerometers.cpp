@@ -74,11 +74,8 @@ TEST_F(AccStory, SlideAndTextFollowEachOtherOnAPanelThatTheChordOpens) {
 }
 
 TEST_F(AccStory, WritesADacInTheMiddleOfTheChainOrNotAtAll) {
-  struct Row {
-    std::size_t dac;
-    const char *typed, *wire;          // "": nothing goes out
-    std::vector<const char*> sources;  // of failures, in order
-  };
+  // The sources of failures, in order.
+  using Row = std::tuple<std::size_t, const char*, const char*, std::vector<const char*>>;
   using P = values::OnBoardParameters;
   double P::*dacs[] = {&P::DAC1, &P::DAC2, &P::DAC3};
   for (const auto& [dac, typed, wire, sources] :

@@ -92,11 +92,7 @@ TEST_F(Configuration, PageKeysScrollThePageAndChangeNoValue) {
 }
 
 TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
-  struct Row {
-    const char* what;
-    Spoil spoil;
-    std::size_t requests;  // 0: the read stands still
-  };
+  using Row = std::tuple<std::string, Spoil, std::size_t>;  // requests; 0: the read stands still
   const auto torn = [this](Bytes& reply, microseconds&) {
     reply = {9};
     logger.Send({9}, 600us);
@@ -168,9 +164,6 @@ TEST_F(Configuration, AWriteSends40CellsIn44TicksAsTheyAreThen) {
 }
 
 TEST_F(Configuration, WhatIsShownOrHiddenBecomesTheseBytes) {
-  struct Row {
-    const char *entry, *xTare, *hiddenMinBin, *cells;
-  };
   OpenAndRead();
   for (const bool shown : {true, false, true}) {
     ServiceChord();
@@ -180,6 +173,7 @@ TEST_F(Configuration, WhatIsShownOrHiddenBecomesTheseBytes) {
   for (const char* hidden : {"NumEdit26", "NumEdit28"})
     EXPECT_FALSE(The<platform::CWNumEdit>(hidden).isVisible());
   The<QAbstractButton>("opt75Hz").click();
+  using Row = std::array<const char*, 4>;
   for (const auto& [entry, xTare, hiddenMinBin, cells] :
        {Row{"Show Min", "-180.000", "-90", "2=0 10=0 14=128 15=1 18=128 30=1 33=0 43=1 69=0 102=75"},
         Row{"Show Max", "180.000", "90", "2=4 3=0 10=4 14=127 18=127 24=127 31=16 33=5 43=3 68=4"},

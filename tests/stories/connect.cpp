@@ -84,11 +84,8 @@ TEST_F(ConnectStory, OkRetrievesTheTareBlockAndPortZeroNothing) {
 
 TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
   Shared.OnBoardParameters.XTare = 77;
-  struct Row {
-    int struck;  ///< a reply that is missing, one that is doubled; 0: a port that is taken, -1: one that is
-                 ///< gone
-    const char* told;
-  };
+  // A reply that is missing, one that is doubled; 0: a port that is taken, -1: one that is gone.
+  using Row = std::pair<int, const char*>;
   for (const auto& [struck, told] :
        {Row{3, "opened, but 4 bytes came instead of 5"}, Row{5, "opened, but 6 bytes came instead of 5"},
         Row{0, "it is in use"}, Row{-1, "no such device"}}) {

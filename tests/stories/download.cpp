@@ -100,25 +100,21 @@ TEST_F(DownloadStory, AFullLoggerEndsBehindPage2047) {
 TEST_F(DownloadStory, TheTimeLeftHoldsOnEveryLine) {
   Store(300);
   logger.eeprom[42] = 0;
-  struct Row {
-    const char* line;
-    VirtualLogger::Delivery delivery;
-    std::chrono::milliseconds late, lateFromPage100, aPage;
-  };
+  using Row = std::tuple<const char*, VirtualLogger::Delivery, int, int, int>;  // milliseconds
   for (const auto& [line, delivery, late, lateFromPage100, aPage] :
-       {Row{"plain", {}, 0ms, 0ms, 162ms}, Row{"an adapter", {264, 0ms, 16ms}, 0ms, 0ms, 176ms},
-        Row{"a slow logger", {}, 78ms, 78ms, 240ms}, Row{"slower later", {}, 0ms, 78ms, 240ms}}) {
+       {Row{"plain", {}, 0, 0, 162}, Row{"an adapter", {264, 0ms, 16ms}, 0, 0, 176},
+        Row{"a slow logger", {}, 78, 78, 240}, Row{"slower later", {}, 0, 78, 240}}) {
     SCOPED_TRACE(line);
     logger.delivery = delivery;
     logger.spoil = [&](Bytes&, microseconds& delay) {
-      delay = Shared.DownloadPageNumber < 100 ? late : lateFromPage100;
+      delay = milliseconds(Shared.DownloadPageNumber < 100 ? late : lateFromPage100);
     };
     Begin();
     for (int page = 0; page < 300; page = Shared.DownloadPageNumber) {
       int minutes = 0, seconds = 0;
       const std::string text = Text("txtTimeLeft");
       const int read = std::sscanf(text.c_str(), "at most %d min %d s", &minutes, &seconds);
-      const auto left = aPage * (2048 - page);
+      const auto left = milliseconds(aPage) * (2048 - page);
       if (page > 0 && (page > 200 || late == lateFromPage100)) {
         ASSERT_TRUE(read == 2 && 60s * minutes + 1s * seconds >= left) << page << ": " << text;
       }
@@ -337,13 +333,7 @@ TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {
 }
 
 TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
-  struct Row {
-    int mode, channels;
-    const char *head, *modeText, *channelText;
-    std::ptrdiff_t fields;
-    int xPoints, yPoints;
-    bool csv;
-  };
+  using Row = std::tuple<int, int, const char*, const char*, const char*, std::ptrdiff_t, int, int, bool>;
   Store(1);
   for (const auto& [mode, channels, head, modeText, channelText, fields, xPoints, yPoints, csv] :
        {Row{0, 3, "Page,Data-->", "Bin", "", 132, 0, 0, false},

@@ -63,11 +63,7 @@ TEST_F(Eeprom, ReadsAndWritesAnyCell) {
 }
 
 TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
-  struct Row {
-    Bytes reply;
-    microseconds late;
-    std::string shown;
-  };
+  using Row = std::tuple<Bytes, microseconds, std::string>;
   for (const auto& [reply, late, shown] : {Row{{9}, 98ms, "9"}, Row{{9}, 100ms, ""}, Row{{9}, 150ms, ""},
                                            Row{{}, 0ms, ""}, Row{{9, 9}, 0ms, ""}}) {
     SCOPED_TRACE(reply.size());
@@ -86,11 +82,7 @@ TEST_F(Eeprom, AReplyCountsIfItIsOneByteWithin100Ms) {
 }
 
 TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
-  struct Row {
-    const char* button;
-    double address;
-    const char* value;
-  };
+  using Row = std::tuple<const char*, double, const char*>;
   const auto before = logger.eeprom;
   for (const auto& [button, address, value] :
        {Row{"Read", 256, ""}, Row{"Write", 256, "1"}, Row{"Write", 2, "256"}, Row{"Write", 2, "-1"},
@@ -116,14 +108,12 @@ TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
 }
 
 TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
-  struct Row {
-    const char *before, *typed, *after;
-    bool inFront = false;
-  };
+  using Row = std::tuple<const char*, const char*, const char*, bool>;
   Box().setFocus();
   for (const auto& [before, typed, after, inFront] :
-       {Row{"", "1a2 .+e3", "123"}, Row{"", "-5-6", "-56"}, Row{"1", "-2", "12"},
-        Row{"", "\u0663\uFF15\u2212", ""}, Row{"12", "-3", "312", true}, Row{"-5", "1", "1-5", true}}) {
+       {Row{"", "1a2 .+e3", "123", false}, Row{"", "-5-6", "-56", false}, Row{"1", "-2", "12", false},
+        Row{"", "\u0663\uFF15\u2212", "", false}, Row{"12", "-3", "312", true},
+        Row{"-5", "1", "1-5", true}}) {
     SCOPED_TRACE(std::string(before) + " and " + typed);
     Box().setText(before);
     inFront ? Box().home(false) : Box().end(false);

@@ -69,16 +69,12 @@ TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
 }
 
 TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
-  struct Row {
-    std::string text;
-    const char* box;
-    bool keepsName = true;
-  };
   const std::string page = Record("1", 264, "5"), broken = Record("2", 263, "1");
   Open(Header() + page);
-  for (const auto& [text, box, keepsName] :
+  using Row = std::pair<std::string, const char*>;
+  for (const auto& [text, box] :
        {Row{Header() + page + broken, "BuildDoubleChannelArrays"}, Row{"", WrongFile},
-        Row{Header("1", "3", "Angles"), WrongFile, false}, Row{Header("2"), nullptr},
+        Row{Header("1", "3", "Angles"), WrongFile}, Row{Header("2"), nullptr},
         Row{Shortened(Header(), 10), nullptr}, Row{Shortened(Header(), 11), EndOfFile},
         Row{Header("1", "1") + page + broken, "BuildSingleChannelArray"},
         Row{Header("0") + Record("1", 132, "x") + Record("2", 132, "2"), "Big"}}) {
@@ -86,7 +82,7 @@ TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
     Open(text);
     if (box != nullptr) Reads(box);
     EXPECT_EQ(Shared.LastFailure.ends_with("the graphs are unchanged"), box == nullptr);
-    EXPECT_EQ(Text("txtFileName"), keepsName ? DataFile("f.qbx").string() : "");
+    EXPECT_EQ(Text("txtFileName"), text == Header("1", "3", "Angles") ? "" : DataFile("f.qbx").string());
     EXPECT_EQ(Points(), "0 / 0");
   }
 }
@@ -168,31 +164,35 @@ TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
   EXPECT_EQ(InMenu("Copy Pushes"), nullptr);
 }
 
-TEST_F(GraphStory, AReportIsOneSheetWholeOrNotAtAll) {
-  QString preset;
-  std::filesystem::path chosen;
+TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
+  const std::string run = Header() + Records(2, {1, 2, 3, 4, 5, 6});
+  const auto report = DataFile("f report.pdf");
   EXPECT_EQ(InMenu("Report..."), nullptr) << "no file";
-  for (const auto& [text, suggested, view] :
-       {std::tuple{Header() + Records(2, {1, 2, 3, 4, 5, 6}), "f report.pdf", platform::CWGraphRange{0, 263}},
-        {Header() + Records(1, {1, 2, 3, 4, 5, 6}), "f report.pdf", {2, 5}},
-        {Header("1", "2") + Record("1", 264, "5"), "f report.pdf", {0, 263}},
-        {BinFile(2), "f pages 1 and 2 report.pdf", {-180, 180}}}) {
-    SCOPED_TRACE(text);
+  using Row = std::tuple<const char*, std::string, std::filesystem::path, platform::CWGraphRange>;
+  for (const auto& [entry, text, suggested, view] :
+       {Row{"Report...", run, report, {0, 263}}, Row{"Report...", run, report, {2, 5}},
+        Row{"Report...", Header("1", "2") + Record("1", 264, "5"), report, {0, 263}},
+        Row{"Report...", BinFile(2), DataFile("f pages 1 and 2 report.pdf"), {-180, 180}},
+        Row{"Print...", run, "f X", {0, 263}}, Row{"Print Both...", run, "f X and Y", {0, 263}}}) {
+    SCOPED_TRACE(suggested);
     Open(text);
     X().SetXView(view);
     for (auto* graph : {&X(), &Y()}) graph->DrawNow();
-    X().AskPrinter = [&](QPrinter& printer) {
-      preset = printer.outputFileName();
-      return printer.setOutputFileName(QString::fromStdString(chosen.string())), true;
-    };
-    chosen = DataFile("sheet.pdf");
-    InMenu("Report...")->trigger();
-    EXPECT_EQ(preset.toStdString(), DataFile(suggested));
-    EXPECT_EQ(QByteArray::fromStdString(platform::ReadWhole(chosen)).count("/Type /Page\n"), 1);
-    chosen = DataFile("none/a.pdf");
-    InMenu("Report...")->trigger();
-    EXPECT_TRUE(Contains(machine.boxes.back(), chosen.string() + " cannot be written: No such file"));
+    for (const std::filesystem::path chosen : {"", "sheet.pdf", "none/a.pdf"}) {
+      X().AskPrinter = [&, suggested = suggested](QPrinter& printer) {
+        const auto preset = suggested.is_absolute() ? printer.outputFileName() : printer.docName();
+        EXPECT_EQ(preset.toStdString(), suggested);
+        printer.setOutputFileName(QString::fromStdString(DataFile(chosen)));
+        return !chosen.empty();
+      };
+      InMenu(entry)->trigger();
+      EXPECT_EQ(machine.boxes.empty(), !chosen.has_parent_path());
+    }
+    EXPECT_EQ(QByteArray::fromStdString(platform::ReadWhole(DataFile("sheet.pdf"))).count("/Type /Page\n"),
+              1);
+    EXPECT_TRUE(Contains(machine.boxes.back(), "none/a.pdf cannot be written: No such file"));
     machine.boxes.clear();
+    std::filesystem::remove(DataFile("sheet.pdf"));
   }
 }
 
@@ -209,11 +209,7 @@ TEST_F(GraphStory, BinPairsArePagedThrough) {
     EXPECT_EQ(X().XView().lower, 0);
     EXPECT_EQ(Text("txtPageNumberX"), page);
   }
-  struct Row {
-    const char *press, *message, *pages;
-    bool previous;
-    const char* greatestX;
-  };
+  using Row = std::tuple<const char*, const char*, const char*, bool, const char*>;
   for (const auto& [press, message, pages, previous, greatest] :
        {Row{"Next", nullptr, "34", true, "33"},
         Row{"Next", "Unable to locate data page 5 in this file!", "56", true, "33"},
@@ -273,10 +269,7 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
   EXPECT_EQ(Text("lblPush"), "push 1 of 3, 13.3 s");
   EXPECT_EQ(Text("lblRun"), "f.qbx: launched 2004-03-09 14:05:07, 921 samples, 3 pushes, 2 min 3 s");
   ExpectShown("0 at 100", {100});
-  struct Row {
-    const char *press, *push;
-    std::vector<double> cursors;
-  };
+  using Row = std::tuple<const char*, const char*, std::vector<double>>;
   for (const auto& [press, push, cursors] :
        {Row{"<", "0 at 100", {100}}, Row{">", "1 at 250", {250}}, Row{">", "2 at 800", {800}},
         Row{">", "2 at 800", {800}}, Row{"Show All", "2 at 800", {100, 250, 800}},
@@ -318,11 +311,7 @@ TEST_F(ReviewStory, KeysStepClicksChooseAndAnotherFileKeepsTheCursors) {
 }
 
 TEST_F(ReviewStory, RefusedFilesKeepWhatIsOnShowAndBrokenOnesShowWhatWasFound) {
-  struct Row {
-    std::string text;
-    const char *box, *push;
-    std::vector<double> cursors;
-  };
+  using Row = std::tuple<std::string, const char*, const char*, std::vector<double>>;
   const std::string broken = "2,1,1\r\n";
   Open(Header() + Records(2, {7}));
   for (const auto& [text, box, push, cursors] :

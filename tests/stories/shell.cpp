@@ -227,10 +227,7 @@ TEST_F(Shell, AFileIsShownWithoutALogger) {
   WriteFile(DataFile("run.qbx"), Header() + Record("1", 264, "1"));
   WriteFile(DataFile("pushes.qbx"), Header() + Record("1", 264, "BP"));
   WriteFile(DataFile("words.txt"), std::string(12, '\n'));
-  struct Row {
-    std::vector<const char*> dropped;
-    std::string words, screen;
-  };
+  using Row = std::tuple<std::vector<const char*>, std::string, std::string>;
   for (const auto& [dropped, words, screen] :
        {Row{{"run.qbx"}, "", "Graph"}, Row{{"pushes.qbx"}, "", "GraphBP"},
         Row{{"words.txt"}, "This is not a Quornell Download Pages file!", "Graph"},
