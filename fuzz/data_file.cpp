@@ -1,17 +1,10 @@
 // Data files in their readers: Graph, its pairs of Bin pages, GraphBP, MakeLinearCSV, recordings. What two of
 // them read from one file must be the same.
-#include <algorithm>
 #include <cmath>
-#include <optional>
-#include <string>
-#include <tuple>
-#include <vector>
 
 #include "Target.h"
-#include "files/DataFile.h"
 #include "files/LinearCsv.h"
 #include "files/Lines.h"
-#include "files/Pages.h"
 #include "files/RunEntry.h"
 #include "files/Series.h"
 #include "values/NumberText.h"

@@ -1,8 +1,6 @@
 // Datagrams of a remote session, which anybody on the network may send.
 #include "live/Datagram.h"
 
-#include <string>
-
 #include "Target.h"
 #include "values/Conversions.h"
 

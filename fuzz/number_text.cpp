@@ -3,7 +3,6 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
-#include <string>
 
 #include "Target.h"
 #include "values/Conversions.h"

@@ -1,13 +1,6 @@
 // Pages of the logger: two bytes for mode and channels, then a page. A decoded page must come back through
 // every reader of data files.
-#include <algorithm>
-#include <array>
-#include <cstdint>
-#include <string>
-
 #include "Target.h"
-#include "files/DataFile.h"
-#include "files/Pages.h"
 #include "files/Series.h"
 
 namespace bexlow::fuzz {

@@ -2,14 +2,10 @@
 #pragma once
 
 #include <algorithm>
-#include <functional>
 #include <gtest/gtest.h>
-#include <limits>
 #include <numeric>
 #include <optional>
-#include <string>
 #include <system_error>
-#include <vector>
 
 namespace bexlow {
 

@@ -1,11 +1,6 @@
 // Decoded pages, CSV files, header values that no story writes, pairs of bins, and rows of the table of runs.
-#include <sstream>
-
-#include "files/DataFile.h"
 #include "files/LinearCsv.h"
-#include "files/Pages.h"
 #include "files/RunEntry.h"
-#include "files/Series.h"
 #include "graph/Report.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
@@ -23,11 +18,9 @@ PageArray Filled(std::uint8_t byte) {
   return page;
 }
 
-std::vector<std::string> FieldsOf(const std::string& text) {
-  std::vector<std::string> fields;
-  std::istringstream stream(text);
-  for (std::string field; std::getline(stream, field, ',');) fields.push_back(field);
-  return fields;
+std::vector<std::string> FieldsOf(std::string text) {
+  std::ranges::replace(text, ',', '\n');
+  return test::LinesOf(text);
 }
 
 TEST(DecodePage, StepsAreDegreesToATenthAndHalvesGoToTheEven) {
@@ -84,7 +77,7 @@ TEST(DataFile, HeaderOfWhatWasNotRetrievedOrIsStrange) {
   EXPECT_EQ(files::LaunchTimeText(255, 0, 65535, 255, 0, 9), "255/00/65535 255:00:09");
 }
 
-std::string Lines11(char channel) { return test::Shortened(test::Header("1", {channel}), 11); }
+std::string Lines11(char channel) { return Shortened(Header("1", {channel}), 11); }
 
 TEST(LinearCsv, OneSampleALine) {
   const std::string heads = "Page,heads\r\n";

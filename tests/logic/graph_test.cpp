@@ -1,8 +1,6 @@
 // Reading runs back: their facts, series and numbers in view, hostile files among them.
 #include <cmath>
 
-#include "files/DataFile.h"
-#include "files/Series.h"
 #include "graph/Report.h"
 #include "logic/Expect.h"
 #include "support/DataFiles.h"
@@ -199,7 +197,8 @@ TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
        {Row{0, 1, false}, Row{1, 2, true}, Row{2, 3, false}, Row{3, 5, false}}) {
     const auto numbers = graph::NumbersInView(run, 0, first, last, 0);
     EXPECT_EQ(numbers.crosses, crosses) << first;
-    EXPECT_EQ(graph::NumbersRow("X", numbers, 0, '.').find("\tcrosses ±180°\t") != std::string::npos, crosses);
+    EXPECT_EQ(graph::NumbersRow("X", numbers, 0, '.').find("\tcrosses ±180°\t") != std::string::npos,
+              crosses);
     EXPECT_EQ(graph::NumbersLine(numbers, 0).find("min -") != std::string::npos, !crosses && first > 0);
     const auto report = Plain(graph::FiguresText({run, first, last}, std::vector<double>{0}));
     EXPECT_EQ(report.find("|X|-|-|-|-|0°|") != std::string::npos, crosses) << report;

@@ -16,12 +16,9 @@ constexpr double Infinity = std::numeric_limits<double>::infinity();
 constexpr double NaN = std::numeric_limits<double>::quiet_NaN();
 constexpr double Huge = std::numeric_limits<double>::max();
 
-TEST(Conversions, NoZeroBearsASignAndNoNumberIsTooLargeToRound) {
+TEST(Conversions, RoundAnyNumberToNoSignedZeroAndRefuseWhatDoesNotFit) {
   EXPECT_FALSE(std::signbit(values::RoundToDecimals(-0.5, 0)));
   for (const double value : {1e308, Infinity}) EXPECT_EQ(values::RoundToDecimals(value, 2), value);
-}
-
-TEST(Conversions, NumbersRefuseWhatDoesNotFit) {
   EXPECT_EQ(values::ToInt16(32767.4), 32767);
   EXPECT_EQ(values::ToInt16(-32768.5), -32768);
   EXPECT_EQ(values::ToByte(255.4), 255);
@@ -117,15 +114,14 @@ TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
   EXPECT_EQ(values::LeadingNumber("0." + std::string(5000, '0') + "1"), 0);
 }
 
-// Compares the quick way with the general one, by LeadingNumber, which a field with a sign + always takes.
-TEST(FieldToInt16, RoundsLikeTheLeadingNumber) {
-  for (const std::string_view field :
-       {".5", ".49999", "-.51", "1.5", "1.5x", "2.5.5", "2.5e0", "22.5000000000000", "-176.5001", "32767.4"})
-    EXPECT_EQ(values::FieldToInt16(field), values::ToInt16(values::LeadingNumber(field))) << field;
-  EXPECT_EQ(values::FieldToInt16("-32768.5"), -32768);
-  EXPECT_EQ(values::FieldToInt16("22.5"), 22);
-  for (const std::string_view field : {"32767.5", "-32769", "1e9", "999999999999999", "9999999999999999"})
-    EXPECT_FALSE(values::FieldToInt16(field)) << field;
+TEST(FieldToInt16, RoundsTheLeadingNumber) {
+  using Row = std::pair<std::string_view, std::optional<std::int16_t>>;
+  for (const auto& [field, degrees] :
+       {Row{".5", 0}, Row{".49999", 0}, Row{"-.51", -1}, Row{"1.5", 2}, Row{"1.5x", 2}, Row{"2.5.5", 2},
+        Row{"2.5e0", 2}, Row{"22.5000000000000", 22}, Row{"-176.5001", -177}, Row{"32767.4", 32767},
+        Row{"-32768.5", -32768}, Row{"32767.5", {}}, Row{"-32769", {}}, Row{"1e9", {}},
+        Row{"999999999999999", {}}, Row{"9999999999999999", {}}})
+    EXPECT_EQ(values::FieldToInt16(field), degrees) << field;
 }
 
 TEST(Forms, ValuesBecomeBytesOrAreRefused) {

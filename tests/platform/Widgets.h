@@ -6,8 +6,6 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
-#include <vector>
 
 namespace bexlow::test {
 

@@ -1,14 +1,8 @@
 #include "rig/Rig.h"
 
-#include <QAction>
 #include <QApplication>
 #include <QTimer>
 
-#include <cstdlib>
-#include <sstream>
-#include <stdexcept>
-
-#include "files/DataFile.h"
 #include "files/Pages.h"
 #include "shared/Records.h"
 #include "support/DataFiles.h"

@@ -3,15 +3,7 @@
 #pragma once
 
 #include <QProcess>
-#include <QString>
-#include <QStringList>
 #include <QTemporaryDir>
-
-#include <cstdint>
-#include <filesystem>
-#include <functional>
-#include <string>
-#include <vector>
 
 #include "platform/machine/RealMachine.h"
 #include "shell/MDIForm1.h"

@@ -1,13 +1,8 @@
 // Bytes as the texts that a protocol record shows: "64 01 2C".
 #pragma once
 #include <algorithm>
-#include <cstdint>
-#include <cstdio>
 #include <gtest/gtest.h>
 #include <span>
-#include <sstream>
-#include <string>
-#include <vector>
 
 inline std::vector<std::uint8_t> FromHex(const std::string& text) {
   std::vector<std::uint8_t> bytes;

@@ -1,10 +1,7 @@
 // The program itself on a real pseudo-terminal: started, opened as a serial device, signalled, ended.
-#include <chrono>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <functional>
-#include <iterator>
 #include <poll.h>
 #include <signal.h>
 #include <sys/ioctl.h>

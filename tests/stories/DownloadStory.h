@@ -3,7 +3,6 @@
 
 #include <numeric>
 
-#include "platform/graph/CWGraph.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

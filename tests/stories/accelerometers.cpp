@@ -1,7 +1,4 @@
 // The accelerometers live, their data file, and the hidden DAC panel.
-#include <limits>
-
-#include "platform/graph/CWGraph.h"
 #include "stories/LiveStory.h"
 
 namespace bexlow::test {

@@ -1,6 +1,4 @@
 // The angles live: the chain that both recording screens share, saving, and the tares.
-#include "platform/graph/CWGraph.h"
-#include "platform/machine/TextFile.h"
 #include "stories/LiveStory.h"
 
 namespace bexlow::test {

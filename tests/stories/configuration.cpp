@@ -1,5 +1,4 @@
 // The Configuration screen: the block read, the paced write and everything that can go wrong between them.
-#include "platform/controls/CWNumEdit.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

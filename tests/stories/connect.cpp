@@ -1,6 +1,4 @@
 // The port search, what OK does with the port, and the launch.
-#include "platform/controls/CWNumEdit.h"
-#include "platform/machine/System.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

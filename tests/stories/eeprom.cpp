@@ -1,5 +1,4 @@
 // The EEPROM screen: one cell read or written, the filter of its value box, and how it recovers.
-#include "platform/controls/CWNumEdit.h"
 #include "support/Story.h"
 
 namespace bexlow::test {

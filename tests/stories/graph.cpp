@@ -1,8 +1,6 @@
 // Opening data files, paging through the pairs of a Bin file, and the button-push review.
 #include <QPrinter>
 
-#include "platform/graph/CWGraph.h"
-#include "platform/machine/TextFile.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -326,7 +324,8 @@ TEST_F(ReviewStory, RefusedFilesKeepWhatIsOnShowAndBrokenOnesShowWhatWasFound) {
     EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
     ExpectShown(push, cursors);
     EXPECT_EQ(X().Values().empty(), text.ends_with(broken));
-    EXPECT_EQ(Text("lblRun").ends_with("no sample could be read; record 2 is damaged"), text.ends_with(broken));
+    EXPECT_EQ(Text("lblRun").ends_with("no sample could be read; record 2 is damaged"),
+              text.ends_with(broken));
   }
   machine.WillCancelFile();
   Choose("File", "Open");

@@ -4,7 +4,6 @@
 
 #include "live/SessionTexts.h"
 #include "platform/controls/Winsock.h"
-#include "platform/graph/CWGraph.h"
 #include "platform/machine/EventGate.h"
 #include "stories/LiveStory.h"
 
@@ -226,22 +225,19 @@ TEST_F(RemoteStory, APortThatCannotBeBoundIsToldAndAnotherDoes) {
   EXPECT_TRUE(machine.boxes.front().starts_with("Remote Port \"99999\" is no port"));
   machine.boxes.clear();
   Arrives("still bound");
-  const auto forbidden = live::NotBoundText(
-      1001, std::system_error(std::make_error_code(std::errc::permission_denied), "Port 1001: no"));
-  for (const auto* words : {"Port 1001", "below 1024 need a right", "from 1024 to 65535", "Bind", "Reset"})
-    EXPECT_TRUE(Contains(forbidden, words));
+  const std::system_error no(std::make_error_code(std::errc::permission_denied));  // root may use any port
+  EXPECT_TRUE(Contains(live::NotBoundText(1001, no), "below 1024 need a right"));
 }
 
 TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
   Reset();
   Pick("optRemoteHost2");
-  const auto begin = std::chrono::steady_clock::now();
   for (const auto* name : {"no such computer", " localhost "}) {
     Type("txtRH5", name);
     Press("Reset");
+    EXPECT_TRUE(Contains(Text("lblSocket"), "Looking up")) << "no answer has been waited for";
     TypeInto(The<QPlainTextEdit>("txtSend"), "x");
   }
-  EXPECT_LT(std::chrono::steady_clock::now() - begin, 2s);
   ASSERT_TRUE(Until([&] { return Contains(Text("lblSocket"), "127.0.0.1"); }));
   EXPECT_TRUE(peer.Nothing()) << "sent before the name was known";
   Press("Clear");

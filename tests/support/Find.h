@@ -4,9 +4,6 @@
 #include <QMainWindow>
 #include <QMenuBar>
 
-#include <stdexcept>
-#include <string>
-
 #include "platform/controls/Form.h"
 
 namespace bexlow::test {

@@ -7,8 +7,11 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 
+#include "platform/controls/CWNumEdit.h"
 #include "platform/controls/Controls.h"
+#include "platform/graph/CWGraph.h"
 #include "platform/machine/System.h"
+#include "platform/machine/TextFile.h"
 #include "shared/Records.h"
 #include "shell/MDIForm1.h"
 #include "support/DataFiles.h"

@@ -1,9 +1,6 @@
 // A logger on a virtual line, written from the wire format alone; a test can spoil each of its replies.
 #pragma once
 
-#include <array>
-#include <map>
-
 #include "support/VirtualMachine.h"
 
 namespace bexlow::test {

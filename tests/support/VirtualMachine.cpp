@@ -2,13 +2,9 @@
 
 #include <QCoreApplication>
 #include <QDateTime>
-#include <QEvent>
 #include <QTimeZone>
 
 #include <gtest/gtest.h>
-#include <memory>
-#include <system_error>
-#include <utility>
 
 #include "platform/machine/EventGate.h"
 #include "support/VirtualLogger.h"

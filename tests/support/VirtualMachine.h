@@ -3,13 +3,8 @@
 
 #include <QTemporaryDir>
 
-#include <chrono>
 #include <deque>
-#include <functional>
-#include <map>
 #include <set>
-#include <string>
-#include <vector>
 
 #include "platform/machine/Machine.h"
 

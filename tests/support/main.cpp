@@ -4,7 +4,6 @@
 #include <QTemporaryDir>
 
 #include <clocale>
-#include <cstdlib>
 #include <gtest/gtest.h>
 
 int main(int argc, char** argv) {
