@@ -4,6 +4,6 @@ set(BEXLOW_LOGIC
   files/DataFile files/Lines files/Pages files/LinearCsv files/Series files/RunEntry
   link/Protocol
   config/ParameterMap
-  live/Datagram live/Strip
+  live/Datagram
   graph/Report)
-set(BEXLOW_LOGIC_HEADERS values/LoggerValues)
+set(BEXLOW_LOGIC_HEADERS values/LoggerValues live/Strip)

@@ -15,7 +15,7 @@ using shared::Guarded;
 
 namespace {
 
-constexpr std::chrono::milliseconds ShownWithin{50};
+constexpr std::chrono::milliseconds ShownWithin{40};
 constexpr int FrameMs = 30;
 constexpr int DelayMs = 1000;
 constexpr double SecondsAByte = 10 / 19200.0;
@@ -127,12 +127,17 @@ void SamplingScreen::SendRequest() {
   delaying_.Enabled(false);
   requestedAt_ = Machine::Get().QueryPerformanceCounter();
   Send(MSComm1, request_);
-  if (requestedAt_ - shownAt_ >= Machine::Get().QueryPerformanceFrequency() * FrameMs / 1000)
-    ShowWhatWasTaken();
+  ShowIfDue();
 }
 
 void SamplingScreen::ShowSoon() {
   if (!std::exchange(unshown_, true)) showing_->Start(ShownWithin);
+}
+
+void SamplingScreen::ShowIfDue() {
+  auto& machine = Machine::Get();
+  if (machine.QueryPerformanceCounter() - shownAt_ >= machine.QueryPerformanceFrequency() * FrameMs / 1000)
+    ShowWhatWasTaken();
 }
 
 // Painting each of some 370 samples a second would leave the line waiting, so boxes and dials are updated

@@ -36,9 +36,11 @@ class SamplingScreen : public platform::Form {
   /// reported under "MSComm1_OnComm", and no request follows.
   virtual void Take(const Bytes& reply) = 0;
   /// Shows what was taken last; must not fail. It is called for each frame, not for each sample, and within
-  /// 50 ms of a sample or of ShowSoon.
+  /// 40 ms of a sample or of ShowSoon.
   virtual void Show() {}
   void ShowSoon();
+  /// Shows it now, unless a frame was shown less than 30 ms ago.
+  void ShowIfDue();
   /// Sampling is about to start; the port is not open yet.
   virtual void Starting() {}
   /// Sampling has stopped: clears what showed samples.

@@ -39,7 +39,7 @@ void LiveStrips::DimAlong(QWidget* widget) {
 }
 
 void LiveStrips::AddStrip(const char* name, const QString& caption, const QString& unit, double minimum,
-                          double maximum, double crossing) {
+                          double maximum, std::optional<double> crossing) {
   if (layout() == nullptr) {
     auto* line = new QHBoxLayout(this);
     line->setContentsMargins(0, 0, 0, 0);
@@ -52,12 +52,13 @@ void LiveStrips::AddStrip(const char* name, const QString& caption, const QStrin
   graph->SetAxisTitles("Seconds", caption + " (" + unit + ")");
   graph->SetXAxis(false, -Strip::Seconds, 0);
   graph->SetYAxis(false, minimum, maximum);
+  graph->SetCrossing(crossing);
   graph->SetInteractive(false);
   graph->Clicked = [this] { Pause(); };
   graph->setMinimumHeight(LeastHeight);
   layout()->addWidget(graph);
   DimAlong(graph);
-  strips_.push_back({graph, Strip(crossing)});
+  strips_.push_back({graph, {}});
 }
 
 void LiveStrips::Add(std::size_t strip, double value) {
@@ -95,8 +96,14 @@ void LiveStrips::SetLive(bool live) {
 }
 
 void LiveStrips::Draw() {
-  for (const auto& [graph, values] : strips_)
-    graph->PlotY(values.Points(), -Strip::Seconds, 1 / (Strip::PartsASecond * Strip::PointsAPart));
+  for (const auto& [graph, values] : strips_) {
+    std::vector<double> x, y;
+    for (const auto& [seconds, value] : values.Samples()) {
+      x.push_back(seconds - values.Samples().back().first);
+      y.push_back(value);
+    }
+    graph->PlotXY(std::move(x), std::move(y));
+  }
 }
 
 void LiveStrips::Pause() {

@@ -19,9 +19,10 @@ class LiveStrips : public QWidget {
 
   /// Adds a curve beside the others.
   /// @param unit      of its values, for the title of the axis
-  /// @param crossing  see Strip
+  /// @param crossing  two samples in a row that differ by more are not joined: an angle has gone through
+  /// +-180
   void AddStrip(const char* name, const QString& caption, const QString& unit, double minimum, double maximum,
-                double crossing = std::numeric_limits<double>::infinity());
+                std::optional<double> crossing = std::nullopt);
   /// A widget that is pale whenever the strips are: from the start, from 2 s after the last sample, and when
   /// sampling has ended.
   void DimAlong(QWidget* widget);

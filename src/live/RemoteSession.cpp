@@ -275,11 +275,12 @@ class RemoteSession : public link::SamplingScreen {
     for (const auto& axis : axes_) axis.text->clear();
   }
 
-  // Each sample is a datagram; boxes, dials and strips follow once a frame.
+  // Each sample is a datagram; boxes, dials and strips follow once a frame, as for those that are received.
   void Take(const link::Bytes& reply) override {
     const auto words = link::AngleWords(reply);
     if (!words) return;
     TakeAngles(*words, *strips_);
+    sampleDue_ = true;
     if (!optSend->isChecked()) return;
     OutgoingText = QString::fromStdString(Datagram(Shared.LiveSample.AngleX, Shared.LiveSample.AngleY));
     sendTextDue_ = true;
@@ -287,9 +288,15 @@ class RemoteSession : public link::SamplingScreen {
   }
 
   void Show() override {
-    for (const auto& axis : axes_) axis.text->setText(shared::Shown(Shared.LiveSample.*axis.row.angleField));
-    strips_->Show();
+    if (sampleDue_ || anglesDue_) strips_->Show();
+    if (std::exchange(sampleDue_, false))
+      for (const auto& axis : axes_)
+        axis.text->setText(shared::Shown(Shared.LiveSample.*axis.row.angleField));
     if (std::exchange(sendTextDue_, false)) ShowSendText(OutgoingText);
+    if (datagram_) txtReceive->setPlainText(ReceivedText(*std::exchange(datagram_, std::nullopt)));
+    if (!std::exchange(anglesDue_, false)) return;
+    ShowReceived(axes_[0], ReceivedX);
+    ShowReceived(axes_[1], ReceivedY);
   }
 
   void ShowSendText(const QString& text) {
@@ -319,29 +326,27 @@ class RemoteSession : public link::SamplingScreen {
 
   // Datagrams from any sender are shown; what is not a pair of angles is ignored.
   void udpPeerA_DataArrival() {
-    const std::string& datagram = udpPeerA.GetData();
-    txtReceive->setPlainText(ReceivedText(datagram));
+    datagram_ = udpPeerA.GetData();
     if (!received_) received_.emplace().Begin();
     received_->Count();
-    if (optDialYes->isChecked()) ShowReceivedAngles(datagram);
+    const auto body = optDialYes->isChecked() ? DatagramBody(*datagram_) : std::nullopt;
+    if (body) TakeReceivedAngles(AnglesOfBody(*body));
+    ShowSoon();
+    ShowIfDue();
   }
 
-  void ShowReceivedAngles(const std::string& datagram) {
-    const auto body = DatagramBody(datagram);
-    if (!body) return;
-    const auto angles = AnglesOfBody(*body);
+  void TakeReceivedAngles(const ReceivedAngles& angles) {
     ReceivedX = angles.x.value_or(ReceivedX);
     ReceivedY = angles.y.value_or(ReceivedY);
-    ShowReceived(0, ReceivedX);
-    ShowReceived(1, ReceivedY);
-    strips_->Show();
+    strips_->Add(0, ReceivedX.sent);
+    strips_->Add(1, ReceivedY.sent);
+    anglesDue_ = true;
   }
 
   // The box tells whole degrees; dial and strip what was sent.
-  void ShowReceived(std::size_t i, const ReceivedAngle& angle) {
-    axes_[i].text->setText(shared::Shown(angle.whole));
-    axes_[i].dial->Value(angle.whole, shared::Shown(angle.sent));
-    strips_->Add(i, angle.sent);
+  static void ShowReceived(const Axis& axis, const ReceivedAngle& angle) {
+    axis.text->setText(shared::Shown(angle.whole));
+    axis.dial->Value(angle.whole, shared::Shown(angle.sent));
   }
 
   platform::Activity Listening() {
@@ -357,8 +362,10 @@ class RemoteSession : public link::SamplingScreen {
   Winsock udpPeerA;
 
   QString OutgoingText;
-  bool sendTextDue_ = false;  ///< OutgoingText is not in txtSend yet
-  QString sentText_;          ///< what txtSend held when it changed last
+  // Whether the boxes are to be shown anew: txtSend, txtX and txtY with a sample, or with what was received.
+  bool sendTextDue_ = false, sampleDue_ = false, anglesDue_ = false;
+  std::optional<std::string> datagram_;  ///< not in txtReceive yet
+  QString sentText_;                     ///< what txtSend held when it changed last
   ReceivedAngle ReceivedX, ReceivedY;
   std::optional<link::Pace> received_;  ///< of datagrams, since the role was chosen
 

@@ -1,48 +1,31 @@
-// The last 30 seconds of a reading, reduced for drawing.
+// The last 30 seconds of a reading.
 #pragma once
 
-#include <array>
-#include <cstddef>
-#include <cstdint>
+#include <deque>
 #include <limits>
-#include <vector>
+#include <utility>
 
 namespace bexlow::live {
 
-/// For each 1/20 s it keeps the least and the greatest value, so that a single outlier stays visible.
 class Strip {
  public:
   static constexpr double Seconds = 30;
-  static constexpr double PartsASecond = 20;
-  static constexpr auto Parts = static_cast<std::size_t>(Seconds * PartsASecond);
-  static constexpr std::size_t PointsAPart = 6;
   /// Samples further apart than this are not joined by a line.
   static constexpr double GapSeconds = 2;
 
-  /// @param crossing  two samples in a row that differ by more are not joined: an angle has gone through
-  ///                  +-180 then
-  explicit Strip(double crossing = std::numeric_limits<double>::infinity()) : crossing_(crossing) { Clear(); }
-  void Clear();
+  void Clear() { samples_.clear(); }
   /// @param seconds  from any zero point; must not decrease
-  void Add(double seconds, double value);
-  /// PointsAPart points for each part, the newest last; NaN where the line is broken.
-  std::vector<double> Points() const;
+  void Add(double seconds, double value) {
+    if (!samples_.empty() && seconds - samples_.back().first > GapSeconds)
+      samples_.emplace_back(seconds, std::numeric_limits<double>::quiet_NaN());
+    samples_.emplace_back(seconds, value);
+    while (samples_.front().first < seconds - Seconds) samples_.pop_front();
+  }
+  /// Times and values, the newest last; a value that is no number breaks the line.
+  const std::deque<std::pair<double, double>>& Samples() const { return samples_; }
 
  private:
-  struct Part {
-    double least, greatest;
-    double below, above;   ///< the greatest below 0, the least of the others
-    bool crossed = false;  ///< within the part
-    bool broken = false;   ///< between this part and the one before
-    void Add(double value);
-  };
-  Part& At(std::int64_t number) { return parts_[static_cast<std::size_t>(number) % Parts]; }
-  void Join(std::int64_t number, double value);
-
-  double crossing_;
-  std::array<Part, Parts> parts_{};
-  std::int64_t newest_ = 0;  ///< number of the part that was added to last
-  double last_ = 0;          ///< the sample before; NaN for none
+  std::deque<std::pair<double, double>> samples_;
 };
 
 }  // namespace bexlow::live

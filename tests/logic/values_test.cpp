@@ -49,38 +49,14 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
 }
 
 // The lines that are drawn: pairs of neighbouring points, none of them NaN.
-TEST(Strip, DrawsALineThroughSlowSamplesAndNoneAcrossTheEndOfTheScale) {
-  using Samples = std::vector<std::pair<double, double>>;  // seconds, degrees
-  // The tallest line, gaps between the first and the last point, the least and the greatest value.
-  using Row = std::tuple<const char*, Samples, double, int, double, double>;
-  const Samples between{{0, 170}, {0.06, 179}, {0.11, -179}, {0.16, -170}};
-  const Samples within{{0, 170}, {0.06, 179}, {0.07, -179}, {0.11, -170}};
-  const Samples toAndFro{{0, 179}, {0.06, 178}, {0.07, -178}, {0.08, 177}, {0.11, 176}};
-  const Samples swing{{0, -100}, {0.01, 0}, {0.02, 100}, {0.06, 100}};
-  for (const auto& [what, samples, tallest, breaks, least, greatest] :
-       {Row{"one a second", {{0, 0}, {1, 20}, {2, 60}}, 2, 0, 0, 60},
-        Row{"silence of 3 s", {{0, 0}, {3, 20}}, 0, 1, 0, 20}, Row{"between parts", between, 9, 1, -179, 179},
-        Row{"in one part", within, 0, 3, -179, 179}, Row{"to and fro", toAndFro, 1, 3, -178, 179},
-        Row{"slowly", {{0, 170}, {1, -170}}, 0, 1, -170, 170},
-        Row{"a wide swing", swing, 200, 0, -100, 100}}) {
-    SCOPED_TRACE(what);
-    Strip strip(180);
-    for (const auto& [seconds, degrees] : samples) strip.Add(seconds, degrees);
-    const auto points = strip.Points();
-    const auto known = [](double value) { return !std::isnan(value); };
-    double height = 0, low = Infinity, high = -Infinity;
-    int gaps = 0;
-    for (auto at = std::ranges::find_if(points, known); at != points.end(); ++at) {
-      if (known(*at) && known(at[-1])) height = std::max(height, std::abs(*at - at[-1]));
-      gaps += !known(*at) && known(at[-1]);
-      low = std::fmin(low, *at);
-      high = std::fmax(high, *at);
-    }
-    EXPECT_NEAR(height, tallest, 1e-9);
-    EXPECT_EQ(gaps, breaks);
-    EXPECT_EQ(low, least);
-    EXPECT_EQ(high, greatest);
-  }
+TEST(Strip, KeepsHalfAMinuteAndBreaksWhereNothingCameForTwoSeconds) {
+  Strip strip;
+  std::string points;
+  for (const double seconds : {0.0, 1.5, 3.5, 6.0, 31.5}) strip.Add(seconds, 10 * seconds);
+  for (const auto& [seconds, value] : strip.Samples())
+    points +=
+        values::NumberText(seconds) + (std::isnan(value) ? " - " : " " + values::NumberText(value) + " ");
+  EXPECT_EQ(points, "1.5 15 3.5 35 6 - 6 60 31.5 - 31.5 315 ");
 }
 
 TEST(NumberText, CountsAndTimesForReading) {

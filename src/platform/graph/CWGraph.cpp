@@ -92,6 +92,12 @@ void CWGraph::BuildWords() {
   layout->addWidget(words_);
 }
 
+void CWGraph::PlotXY(std::vector<double> x, std::vector<double> values) {
+  const double way = x.empty() ? 0 : x.back() - x.front();
+  places_ = std::move(x);
+  TakeSeries(std::move(values), 0, way / std::max(1.0, static_cast<double>(places_.size())));
+}
+
 void CWGraph::TakeSeries(std::vector<double> values, double firstX, double stepX) {
   values_ = std::move(values);
   firstX_ = IsPlace(firstX) ? firstX : 0;
@@ -118,8 +124,8 @@ void CWGraph::RenewCurve() {
     if (isBreak) ++atBreak;
     if (isBin && !Counts(static_cast<std::ptrdiff_t>(i))) continue;
     const bool crosses = crossing_ && i > 0 && std::abs(values_[i] - values_[i - 1]) > *crossing_;
-    if (!isBin && (crosses || isBreak))
-      points << QCPGraphData(X(i) - stepX_ / 2, std::numeric_limits<double>::quiet_NaN());
+    if (!isBin && i > 0 && (crosses || isBreak))
+      points << QCPGraphData((X(i - 1) + X(i)) / 2, std::numeric_limits<double>::quiet_NaN());
     points << QCPGraphData(X(i), values_[i]);
   }
   curve_->data()->set(points, true);

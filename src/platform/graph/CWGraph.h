@@ -40,8 +40,11 @@ class CWGraph : public QWidget {
   /// Draws a series: values[i] stands at firstX + i * stepX. Empty empties the plot. Auto-scaled axes fit
   /// themselves, the others keep what is on show. A value that is no finite number leaves a gap.
   void PlotY(const auto& values, double firstX = 0, double stepX = 1) {
+    places_.clear();
     TakeSeries({values.begin(), values.end()}, firstX, stepX);
   }
+  /// The same where values[i] stands at x[i], in rising order. Such a graph must not be interactive.
+  void PlotXY(std::vector<double> x, std::vector<double> values);
 
   void SetPlotStyle(PlotStyle style);
 
@@ -169,7 +172,9 @@ class CWGraph : public QWidget {
   void FitToView();
   void DrawSoon();
   void FollowView();
-  double X(std::size_t index) const { return firstX_ + static_cast<double>(index) * stepX_; }
+  double X(std::size_t index) const {
+    return index < places_.size() ? places_[index] : firstX_ + static_cast<double>(index) * stepX_;
+  }
   const std::optional<SampleTimes>& Clock() const;
 
   // CWGraphCurve.cpp
@@ -237,7 +242,7 @@ class CWGraph : public QWidget {
   QString XWords() const;
   QString CursorWords() const;
 
-  std::vector<double> values_;
+  std::vector<double> values_, places_;  // the x of each; empty where they are steps
   double firstX_ = 0, stepX_ = 1;
   std::optional<CWGraphRange> valueRange_;
   PlotStyle style_ = PlotStyle::Linear;
