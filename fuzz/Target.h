@@ -1,7 +1,9 @@
 // What the fuzz targets share: a target is one function that takes bytes and checks promises of a reader.
 #pragma once
 
-#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <string_view>
 #include <system_error>
@@ -12,7 +14,11 @@ namespace bexlow::fuzz {
 void Try(std::string_view bytes);
 
 /// Ends the run as a finding unless a promise holds.
-void Require(bool holds, const char* promise);
+inline void Require(bool holds, const char* promise) {
+  if (holds) return;
+  std::fprintf(stderr, "broken promise: %s\n", promise);
+  std::abort();
+}
 
 /// Whether a reader takes its input; if not, it must throw a failure whose words fit a message box.
 template <class Reader>
@@ -28,3 +34,8 @@ bool Takes(Reader reader) {
 }
 
 }  // namespace bexlow::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
+  bexlow::fuzz::Try({reinterpret_cast<const char*>(bytes), size});
+  return 0;
+}
