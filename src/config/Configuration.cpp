@@ -6,24 +6,28 @@
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
 #include "shared/ErrorHandler.h"
+#include "shared/NumberBox.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"
-#include "values/NumberText.h"
 
 namespace bexlow::config {
 
 using namespace platform;
 using shared::Guarded;
 using shared::Shared;
+using shared::Shown;
 
 namespace {
 
 constexpr auto RowsCaption = "EEPROM Address - Value - Parameter";
 
+std::size_t IndexOf(int k) { return static_cast<std::size_t>(k - FirstIndex); }
+
 /// How many cells the ticks before k have written: four of the ticks write none.
 int CellsWritten(int k) {
-  return static_cast<int>(std::ranges::count_if(
-      WriteCells(), [k](const WriteCell& tick) { return tick.k < k && tick.address.has_value(); }));
+  const auto before = std::span(WriteCells).first(IndexOf(k));
+  return static_cast<int>(
+      std::ranges::count_if(before, [](Cell cell) { return Parameters[cell.row].form != Storage::None; }));
 }
 
 constexpr WritePlan ConfigurationWrite{EndOfWrite,  EndOfWrite - FirstIndex, FirstIndex, true, "Progress",
@@ -164,10 +168,11 @@ class Configuration : public Form {
   QWidget* BuildIdentity() {
     auto* frame = MakeFrame("fra100108", RowsCaption, this);
     auto* grid = MakeGrid(frame);
-    for (const auto& [row, text] : IdentityTexts({})) {
-      auto* box = MakeReadOnlyBox(NameOf(*row).constData(), Text(row->caption), frame);
-      boxes_[static_cast<std::size_t>(row - Parameters)] = box;
-      AddRow(grid, *row, box, frame);
+    for (const int address : IdentityAddresses) {
+      const auto& row = *std::ranges::find(Parameters, address, &Parameter::address);
+      auto* box = MakeReadOnlyBox(NameOf(row).constData(), Text(row.caption), frame);
+      boxes_[static_cast<std::size_t>(&row - Parameters)] = box;
+      AddRow(grid, row, box, frame);
     }
     frame->hide();
     return frame;
@@ -197,7 +202,7 @@ class Configuration : public Form {
   }
 
   void RequestCell(std::size_t stepsSent = 0) {
-    const auto request = link::ReadEeprom(AddressOfIndex(Shared.ParameterIndex));
+    const auto request = link::ReadEeprom(AddressOf(ReadCells.at(IndexOf(Shared.ParameterIndex))));
     link::Send(MSComm1, std::span(request).subspan(stepsSent));
   }
 
@@ -222,7 +227,7 @@ class Configuration : public Form {
   }
 
   void TakeCell(std::uint8_t byte) {
-    Shared.ReadArray.at(static_cast<std::size_t>(Shared.ParameterIndex - FirstIndex)) = byte;
+    Shared.ReadArray.at(IndexOf(Shared.ParameterIndex)) = byte;
     const int k = ++Shared.ParameterIndex;
     progress_.Show("Reading", k, k - FirstIndex);
     emit ActivityChanged();
@@ -243,8 +248,8 @@ class Configuration : public Form {
   void BreakOutReadArray() {
     Guarded(*this, "BreakOutReadArray", [this] {
       BreakOut(Shared.ReadArray, Shared.OnBoardParameters);
-      for (const auto& [row, text] : IdentityTexts(Shared.ReadArray))
-        boxes_[static_cast<std::size_t>(row - Parameters)]->setText(QString::fromStdString(text));
+      for (std::size_t row = 0; row < ParameterCount; ++row)
+        if (boxes_[row] != nullptr) boxes_[row]->setText(Shown(ValueIn(Shared.ReadArray, Parameters[row])));
     });
   }
 
@@ -274,9 +279,10 @@ class Configuration : public Form {
   }
 
   std::optional<CellByte> CellAt(int k) const {
-    const auto& tick = WriteCells()[static_cast<std::size_t>(k - FirstIndex)];
-    if (!tick.address) return std::nullopt;
-    return CellByte{*tick.address, Encode(Parameters[tick.row].form, ValueOf(tick.row))[tick.byte]};
+    const auto cell = WriteCells.at(IndexOf(k));
+    const auto form = Parameters[cell.row].form;
+    if (form == Storage::None) return std::nullopt;
+    return CellByte{AddressOf(cell), Encode(form, ValueOf(cell.row))[cell.byte]};
   }
 
   void mnuShow_Click(double Parameter::*value) {

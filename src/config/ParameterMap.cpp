@@ -11,8 +11,6 @@ namespace bexlow::config {
 namespace {
 
 constexpr std::size_t FieldCount = sizeof(values::OnBoardParameters) / sizeof(double);
-constexpr std::size_t ReadCount = EndOfRead - FirstIndex;
-constexpr std::size_t WriteCount = EndOfWrite - FirstIndex;
 
 consteval bool LimitsAreConsistent(const Parameter& row) {
   if (row.control != Control::NumEdit) return row.control != Control::Text || row.field == nullptr;
@@ -38,52 +36,14 @@ consteval bool RowsAreConsistent() {
 }
 static_assert(RowsAreConsistent());
 
-/// The read-only boxes stand on lines from 0, each once.
-consteval bool LinesAreDistinct() {
-  unsigned lines = 0;
-  for (const Parameter& row : Parameters) {
-    if (!IsIdentity(row)) continue;
-    if (row.line < 0 || (lines >> row.line & 1u) != 0) return false;
-    lines |= 1u << row.line;
-  }
-  return lines == (1u << IdentityCount) - 1;
+/// Each read-only box stands on one line.
+consteval bool IdentityIsWhole() {
+  const auto isLine = [](const Parameter& row) {
+    return std::ranges::count(IdentityAddresses, row.address) == (row.control == Control::Text ? 1 : 0);
+  };
+  return std::ranges::all_of(Parameters, isLine);
 }
-static_assert(LinesAreDistinct());
-
-/// One cell of the read: the row that it belongs to and which of its bytes it is.
-struct ReadCell {
-  std::size_t row = 0, byte = 0;
-};
-
-consteval auto MakeReadCells() {
-  std::array<ReadCell, ReadCount> cells{};
-  std::size_t next = 0;
-  for (std::size_t row = 0; row < ParameterCount; ++row) {
-    const auto count = static_cast<std::size_t>(CellsOf(Parameters[row].form));
-    for (std::size_t byte = 0; byte < count; ++byte) cells[next++] = {row, byte};
-  }
-  return cells;
-}
-constexpr auto ReadCells = MakeReadCells();
-
-constexpr int AddressOf(const ReadCell& cell) {
-  return Parameters[cell.row].address + static_cast<int>(cell.byte);
-}
-
-consteval auto MakeWriteCells() {
-  std::array<WriteCell, WriteCount> cells{};
-  std::size_t next = 0;
-  for (const ReadCell& cell : ReadCells) {
-    const Parameter& row = Parameters[cell.row];
-    if (!IsWritten(row)) continue;
-    auto& tick = cells[next];
-    tick = {FirstIndex + static_cast<int>(next), std::nullopt, cell.row, cell.byte};
-    if (row.form != Storage::None) tick.address = AddressOf(cell);
-    ++next;
-  }
-  return cells;
-}
-constexpr auto WriteTicks = MakeWriteCells();
+static_assert(IdentityIsWhole());
 
 [[noreturn]] void Throw(std::errc code, const char* words) {
   throw std::system_error(std::make_error_code(code), words);
@@ -99,12 +59,6 @@ std::array<std::uint8_t, 2> Split(double word) {
   if (!(word >= 0 && word <= 65535)) Throw(std::errc::result_out_of_range, "Value does not fit two cells");
   const int whole = static_cast<int>(word);
   return {static_cast<std::uint8_t>(link::HighByte(whole)), static_cast<std::uint8_t>(link::LowByte(whole))};
-}
-
-/// The value of a row in a whole read; `first` is where its first cell is.
-double ValueAt(const values::ReadArray& cells, std::size_t first) {
-  const Storage form = Parameters[ReadCells[first].row].form;
-  return Decode(form, std::span(cells).subspan(first, static_cast<std::size_t>(CellsOf(form))));
 }
 
 }  // namespace
@@ -140,30 +94,14 @@ std::array<std::uint8_t, 2> Encode(Storage form, double value) {
   Throw(std::errc::result_out_of_range, "These cells are never written");
 }
 
-int AddressOfIndex(int k) {
-  if (k < FirstIndex || k >= EndOfRead) Throw(std::errc::invalid_argument, "No parameter index of the read");
-  return AddressOf(ReadCells[static_cast<std::size_t>(k - FirstIndex)]);
+double ValueIn(const values::ReadArray& cells, const Parameter& row) {
+  const auto first = std::ranges::find(ReadCells, &row - Parameters, &Cell::row) - ReadCells.begin();
+  return Decode(row.form, std::span(cells).subspan(static_cast<std::size_t>(first)));
 }
-
-std::span<const WriteCell> WriteCells() { return WriteTicks; }
 
 void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters) {
-  for (std::size_t i = 0; i < ReadCount; ++i) {
-    const auto [row, byte] = ReadCells[i];
-    if (byte == 0 && Parameters[row].field != nullptr) parameters.*Parameters[row].field = ValueAt(cells, i);
-  }
-}
-
-std::array<IdentityText, IdentityCount> IdentityTexts(const values::ReadArray& cells) {
-  std::array<IdentityText, IdentityCount> texts;
-  for (std::size_t i = 0; i < ReadCount; ++i) {
-    const auto [row, byte] = ReadCells[i];
-    const Parameter& parameter = Parameters[row];
-    if (byte != 0 || !IsIdentity(parameter)) continue;
-    texts[static_cast<std::size_t>(parameter.line)] = {&parameter,
-                                                       values::PlainNumberText(ValueAt(cells, i))};
-  }
-  return texts;
+  for (const Parameter& row : Parameters)
+    if (row.field != nullptr) parameters.*row.field = ValueIn(cells, row);
 }
 
 }  // namespace bexlow::config

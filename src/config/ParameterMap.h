@@ -38,7 +38,6 @@ struct Parameter {
   double values::OnBoardParameters::*field = nullptr;
   std::string_view unit = {};
   bool shown = true;  ///< when the screen opens
-  int line = 0;       ///< of a read-only box, counted from the top
 };
 
 using P = values::OnBoardParameters;
@@ -74,15 +73,15 @@ inline constexpr Parameter Parameters[] = {
     {64, Storage::U16, Control::NumEdit, "NumEdit64", "DAC2", 0, 1024, 512, &P::DAC2},
     {66, Storage::U16, Control::NumEdit, "NumEdit66", "DAC3", 0, 1024, 512, &P::DAC3},
     {68, Storage::U16, Control::NumEdit, "NumEdit68", "DAC4", 0, 1024, 512, &P::DAC4},
-    {100, Storage::U16, Control::Text, "txtSerialNumber", "Serial Number", 0, 0, 0, nullptr, {}, false, 0},
+    {100, Storage::U16, Control::Text, "txtSerialNumber", "Serial Number", 0, 0, 0, nullptr, {}, false},
     {102, Storage::U8, Control::Option, "opt15Hz", "15 Hz Linear Update Rate", 0, 0, 15,
      &P::LinearUpdateRate},
-    {103, Storage::U8, Control::Text, "txtDay", "Launch Day", 0, 0, 0, nullptr, {}, false, 2},
-    {104, Storage::U16, Control::Text, "txtYear", "Launch Year", 0, 0, 0, nullptr, {}, false, 3},
-    {106, Storage::U8, Control::Text, "txtHour", "Launch Hour", 0, 0, 0, nullptr, {}, false, 4},
-    {107, Storage::U8, Control::Text, "txtMinute", "Launch Minute", 0, 0, 0, nullptr, {}, false, 5},
-    {108, Storage::U8, Control::Text, "txtSecond", "Launch Second", 0, 0, 0, nullptr, {}, false, 6},
-    {109, Storage::U8, Control::Text, "txtMonth", "Launch Month", 0, 0, 0, nullptr, {}, false, 1},
+    {103, Storage::U8, Control::Text, "txtDay", "Launch Day", 0, 0, 0, nullptr, {}, false},
+    {104, Storage::U16, Control::Text, "txtYear", "Launch Year", 0, 0, 0, nullptr, {}, false},
+    {106, Storage::U8, Control::Text, "txtHour", "Launch Hour", 0, 0, 0, nullptr, {}, false},
+    {107, Storage::U8, Control::Text, "txtMinute", "Launch Minute", 0, 0, 0, nullptr, {}, false},
+    {108, Storage::U8, Control::Text, "txtSecond", "Launch Second", 0, 0, 0, nullptr, {}, false},
+    {109, Storage::U8, Control::Text, "txtMonth", "Launch Month", 0, 0, 0, nullptr, {}, false},
 };
 inline constexpr std::size_t ParameterCount = std::size(Parameters);
 
@@ -110,46 +109,45 @@ double Decode(Storage form, std::span<const std::uint8_t> bytes);
 std::array<std::uint8_t, 2> Encode(Storage form, double value);
 
 // Sequences. ParameterIndex k counts the cells of the table from 2, in ascending order.
+constexpr bool IsRead(const Parameter&) { return true; }
 constexpr bool IsWritten(const Parameter& row) { return row.control != Control::Text; }
-constexpr bool IsIdentity(const Parameter& row) { return row.control == Control::Text; }
 constexpr int CellCount(bool (*counts)(const Parameter&)) {
   int cells = 0;
   for (const Parameter& row : Parameters) cells += counts(row) ? CellsOf(row.form) : 0;
   return cells;
 }
 inline constexpr int FirstIndex = 2;
-inline constexpr int EndOfRead =
-    FirstIndex + CellCount([](const Parameter&) { return true; });    ///< one past the last k that is read
+inline constexpr int EndOfRead = FirstIndex + CellCount(IsRead);      ///< one past the last k that is read
 inline constexpr int EndOfWrite = FirstIndex + CellCount(IsWritten);  ///< one past the last k that is written
-inline constexpr auto IdentityCount = static_cast<std::size_t>(std::ranges::count_if(Parameters, IsIdentity));
 
-/// The cell that the read asks for at k, 2 to 54. @throws std::system_error invalid_argument for another k
-int AddressOfIndex(int k);
-
-/// What the write sends at k.
-struct WriteCell {
-  int k = 0;
-  std::optional<int> address;  ///< if empty, nothing is sent at this k
-  std::size_t row = 0;         ///< in Parameters
-  std::size_t byte = 0;        ///< of the row's cells: 0 the first, 1 the second
+/// A cell by its place in the table: the row, and which of the row's cells it is, 0 or 1.
+struct Cell {
+  std::size_t row = 0, byte = 0;
 };
+constexpr int AddressOf(Cell cell) { return Parameters[cell.row].address + static_cast<int>(cell.byte); }
 
-/// The ticks of the write, k 2 to 45 in order.
-std::span<const WriteCell> WriteCells();
+template <int Count>
+consteval auto MakeCells(bool (*counts)(const Parameter&)) {
+  std::array<Cell, Count> cells{};
+  std::size_t next = 0;
+  for (std::size_t row = 0; row < ParameterCount; ++row) {
+    const int rowCells = counts(Parameters[row]) ? CellsOf(Parameters[row].form) : 0;
+    for (int byte = 0; byte < rowCells; ++byte) cells[next++] = {row, static_cast<std::size_t>(byte)};
+  }
+  return cells;
+}
+/// What the read asks for and what the write sends, at k = FirstIndex and so on. Nothing is sent at a cell of
+/// Storage::None.
+inline constexpr auto ReadCells = MakeCells<EndOfRead - FirstIndex>(IsRead);
+inline constexpr auto WriteCells = MakeCells<EndOfWrite - FirstIndex>(IsWritten);
+static_assert(std::tuple_size_v<values::ReadArray> == ReadCells.size());
 
-/// In a ReadArray the byte of k stands at index k - FirstIndex.
-static_assert(std::tuple_size_v<values::ReadArray> == EndOfRead - FirstIndex);
-
+/// The value of a row in a whole read, whose bytes stand in the order of ReadCells.
+double ValueIn(const values::ReadArray& cells, const Parameter& row);
 /// Every converted value of a whole read. Nothing else is changed.
 void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters);
 
-/// A read-only row and what its box shows.
-struct IdentityText {
-  const Parameter* row = nullptr;
-  std::string text;
-};
-
-/// Serial number, month, day, year, hour, minute, second: from the top, as plain decimal numbers.
-std::array<IdentityText, IdentityCount> IdentityTexts(const values::ReadArray& cells);
+/// The rows with a read-only box, from the top, by their addresses.
+inline constexpr int IdentityAddresses[] = {100, 109, 103, 104, 106, 107, 108};
 
 }  // namespace bexlow::config
