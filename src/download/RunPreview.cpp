@@ -172,7 +172,7 @@ void RunPreview::DrawBins() {
   if (page_ % 2 != 0) return;
   const auto pair = files::FindPair(records_, page_ - 1);
   if (pair.result == files::PairResult::Found)
-    graphs_->Show(files::SpreadOverDegrees(pair.XPoints, pair.YPoints), page_ - 1);
+    graphs_->Show(files::SpreadOverDegrees(pair.XPoints, pair.YPoints), page_ - 1, pair.partner);
 }
 
 }  // namespace bexlow::download

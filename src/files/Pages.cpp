@@ -1,6 +1,7 @@
 #include "files/Pages.h"
 
 #include <algorithm>
+#include <cmath>
 #include <system_error>
 
 #include "files/Lines.h"
@@ -101,6 +102,12 @@ bool IsBlankPage(Page page) {
   return std::ranges::all_of(page.first<6>(), [](std::uint8_t byte) { return byte == 0xFF; });
 }
 
+std::int32_t PageOf(std::string_view line) {
+  const auto number = values::WholeNumber(BeforeFirstComma(line).value_or(""));
+  const bool isPage = number && *number >= 1 && *number <= LastPage && *number == std::floor(*number);
+  return isPage ? static_cast<std::int32_t>(*number) : 0;
+}
+
 BinPair FindPair(std::string_view text, int page) {
   const std::string number = values::NumberText(page);
   BinPair pair;
@@ -112,6 +119,7 @@ BinPair FindPair(std::string_view text, int page) {
   line = lines.Next();
   pair.result = line ? PairResult::Found : PairResult::NoPartner;
   if (line) pair.YPoints = PointsOf(*line, lines.LinesRead());
+  if (line) pair.partner = PageOf(*line);
   return pair;
 }
 

@@ -33,9 +33,13 @@ enum class PairResult {
 
 struct BinPair {
   PairResult result = PairResult::NoPage;
-  BinPoints XPoints{};  ///< counts of the X page
-  BinPoints YPoints{};  ///< counts of the next line, whatever its number
+  BinPoints XPoints{};       ///< counts of the X page
+  BinPoints YPoints{};       ///< counts of the next line, whatever its number
+  std::int32_t partner = 0;  ///< that number, 0 where its text is none
 };
+
+/// The page number of a record, 0 where its text is none.
+std::int32_t PageOf(std::string_view line);
 
 /// Finds the pair that begins at a page.
 /// @throws std::system_error for a record of fewer than 132 fields or a field that is no number

@@ -24,7 +24,7 @@ constexpr std::size_t HeaderLines = 12;
 std::string PagesText(std::int32_t first, std::int32_t last) {
   const auto text = std::to_string(first);
   if (first == last) return "page " + text + " is missing";
-  return "pages " + text + " to " + std::to_string(last) + " are missing";
+  return "pages " + text + (last == first + 1 ? " and " : " to ") + std::to_string(last) + " are missing";
 }
 
 /// Samples of a record, as all but the last one have.
@@ -115,12 +115,6 @@ bool Run::IsPush(std::size_t sample) const {
   return std::ranges::binary_search(pushes, static_cast<double>(sample));
 }
 
-std::int32_t PageOf(std::string_view line) {
-  const auto number = values::WholeNumber(BeforeFirstComma(line).value_or(""));
-  const bool isPage = number && *number >= 1 && *number <= LastPage && *number == std::floor(*number);
-  return isPage ? static_cast<std::int32_t>(*number) : 0;
-}
-
 void AppendRecord(Run& run, std::string_view line, int channel) {
   const std::size_t record = run.records.size() + 1;
   run.records.push_back({PageOf(line), run.Size()});
@@ -176,8 +170,9 @@ std::string PageRemarks(const Run& run, std::int32_t before) {
   std::int64_t missing = 0;
   for (const auto& record : run.records) {
     if (record.page == 0) return "a record has no page number from 1 to " + std::to_string(LastPage);
-    if (record.page <= before)
-      return "page " + std::to_string(record.page) + " stands after page " + std::to_string(before);
+    const auto page = "page " + std::to_string(record.page);
+    if (record.page == before) return page + " is there twice";
+    if (record.page < before) return page + " stands after page " + std::to_string(before);
     if (record.page > before + 1) {
       missing += record.page - before - 1;
       if (++gaps <= MostGaps)

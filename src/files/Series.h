@@ -76,9 +76,6 @@ struct Run {
   bool IsPush(std::size_t sample) const;
 };
 
-/// The page number of a record, 0 where its text is none.
-std::int32_t PageOf(std::string_view line);
-
 /// Appends one record, of channel 1, 2 or 3 (both).
 /// @throws std::system_error naming the record, counted from 1, and its fault; samples of it may then be in
 void AppendRecord(Run& run, std::string_view line, int channel);

@@ -155,7 +155,7 @@ class Graph : public DataScreen {
           return;
         case files::PairResult::Found:
           ConvertPointArraysToDegreeArrays(pair);
-          graphs_->Show(degrees_, page);
+          graphs_->Show(degrees_, page, pair.partner);
       }
     });
   }

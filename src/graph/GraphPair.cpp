@@ -27,17 +27,17 @@ void Copy(const std::string& text) { QGuiApplication::clipboard()->setText(QStri
 
 std::unique_ptr<CWGraph> MakeHistogram(const View& view, std::size_t axis) {
   const auto& [name, unit, least, greatest, wraps] = view.run.axes[axis];
-  const auto [step, shares] = HistogramInView(view, axis);
-  const double first = (static_cast<double>(step) + 0.5) * HistogramStep;  // the middle of the step
-  const double last = first + HistogramStep * (static_cast<double>(shares.size()) - 1);
+  const auto [step, first, shares] = HistogramInView(view, axis);
+  const double last = first + step * (static_cast<double>(shares.size()) - 1);
+  const bool isAngle = !unit.empty();
   auto graph = std::make_unique<CWGraph>();
-  graph->setAccessibleName(QString::fromUtf8(name) + QString(" in view, in steps of %1").arg(HistogramStep) +
-                           QString::fromUtf8(unit));
-  graph->SetAxisTitles(unit.empty() ? "Bits" : "", "Samples (%)");
+  graph->setAccessibleName(QString::fromUtf8(name) + QString(", steps of %1").arg(step) +
+                           (isAngle ? QString::fromUtf8(unit) : " bits"));
+  graph->SetAxisTitles(isAngle ? "" : "Bits", "Samples (%)");
   graph->SetPlotStyle(platform::PlotStyle::Bin);
-  graph->SetXAxis(false, std::min(least, first), std::max(greatest, last));
+  graph->SetXAxis(!isAngle, std::min(least, first), std::max(greatest, last));
   graph->SetYAxis(true, 0, 1);
-  graph->PlotY(shares, first, HistogramStep);
+  graph->PlotY(shares, first, step);
   graph->DrawNow();
   return graph;
 }
@@ -173,7 +173,7 @@ void GraphPair::Draw(std::size_t axis) {
 
 // "451 samples, 5 pushes, 72 zeros at the end, 1 min 18 s".
 std::string GraphPair::RunText() const {
-  if (run_->Size() == 0) return "no sample could be read";
+  if (run_->Size() == 0) return "no sample";
   const auto pushes = std::ssize(run_->pushes);
   const auto written = static_cast<std::int64_t>(writtenEnd_);
   const auto unwritten = static_cast<std::int64_t>(run_->Size()) - written;
@@ -190,14 +190,17 @@ QString GraphPair::TimeWords(double sample) const {
   return times_ ? platform::DurationWords(times_->secondsAt(sample)) : QString();
 }
 
-void GraphPair::Show(const files::DegreeArrays& degrees, int firstPage) {
+void GraphPair::Show(const files::DegreeArrays& degrees, int firstPage, int secondPage) {
   run_ = nullptr;
   times_.reset();
   CWGraph1->PlotY(std::span<const double>(degrees.XDegrees), files::AngleAxes[0].least, 1);
   CWGraph2->PlotY(std::span<const double>(degrees.YDegrees), files::AngleAxes[1].least, 1);
-  const auto pages = "pages " + std::to_string(firstPage) + " and " + std::to_string(firstPage + 1);
+  const auto next = std::to_string(firstPage + 1);
+  const auto pages = "pages " + std::to_string(firstPage) + " and " + std::to_string(secondPage);
   SetHeadings(pages);
-  TellRun(pages);
+  TellRun(secondPage == firstPage + 1
+              ? pages
+              : pages + "; page " + next + ", which belongs to the first, is not there");
 }
 
 void GraphPair::PageWith(QPushButton* back, QPushButton* forward) {
@@ -252,7 +255,7 @@ std::optional<View> GraphPair::InView() const {
     if (!times_) return view;
     view.rate = times_->rate;
     view.secondsAt = times_->secondsAt;
-    view.lengthText = [](double seconds) { return platform::DurationClock(seconds).toStdString(); };
+    view.lengthText = [](double seconds) { return platform::DurationClock(seconds, 1).toStdString(); };
     auto launch = QDateTime::fromString(QString::fromStdString(facts_.launch), "yyyy-MM-dd HH:mm:ss");
     launch.setTimeSpec(Qt::UTC);  // the logger's clock knows no summer time
     if (launch.isValid())
@@ -317,8 +320,11 @@ void GraphPair::Report(CWGraph& graph) const {
   rows.push_back({});
   for (const auto& histogram : histograms) rows.back().graphs.push_back(histogram.get());
   add(view ? PushesText(*view) : "");
-  add("Bexlow " + platform::ProgramVersion());
+  add("<br>Bexlow " + platform::ProgramVersion());
+  const auto shown = CWGraph1->Cursors();  // maybe those of an earlier file
+  for (auto* each : graphs_) each->SetCursors(view ? view->run.pushes : std::vector<double>());
   graph.PrintReport(QString::fromStdString(stem_ + " report"), rows);
+  for (auto* each : graphs_) each->SetCursors(shown);
 }
 
 }  // namespace bexlow::graph

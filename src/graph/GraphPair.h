@@ -28,8 +28,8 @@ class GraphPair : public QWidget {
   /// Draws a run, which must stay where it is: x axes from 0 to the last index of the series. A recording
   /// shows its tenths, and as much more than the full scale as it holds.
   void Show(const files::Run& run);
-  /// Draws a pair of bin pages, and tells which.
-  void Show(const files::DegreeArrays& degrees, int firstPage);
+  /// Draws a pair of bin pages, and tells which; and if the second is not the page after the first.
+  void Show(const files::DegreeArrays& degrees, int firstPage, int secondPage);
   /// Tells the run in no line of its own, where boxes do; which pair of bin pages is drawn it tells all the
   /// same.
   void HideRunLine() { hasRunLine_ = false; }

@@ -187,19 +187,24 @@ std::string PushTable(const View& view, char decimalPoint) {
   return table;
 }
 
+// The bytes of a page are steps of a 128th of the full scale: 5.625 degrees hold four of X or eight of Y, and
+// their edges lie between two of them. Other edges would give some steps more bytes than their neighbours.
 Histogram HistogramInView(const View& view, std::size_t axis) {
   const auto numbers = NumbersInView(view.run, axis, view.first, view.last, 0);
-  const double top = view.run.axes[axis].greatest * 10;
-  const auto stepOf = [top](auto tenths) {
-    const auto value = static_cast<double>(tenths);
-    return static_cast<std::int64_t>(std::floor((value == top ? value - 1 : value) / (10 * HistogramStep)));
+  const double top = view.run.axes[axis].greatest;
+  const bool ofBytes = view.run.hundredths.empty();
+  const double step = ofBytes ? 5.625 : 5, below = ofBytes ? top / 256 : 0, unit = ofBytes ? top / 128 : 0.1;
+  const auto stepOf = [&](auto tenths) {
+    const double value = static_cast<double>(tenths) / 10;
+    return static_cast<std::int64_t>(std::floor(((value == top ? top - unit : value) + below) / step));
   };
-  Histogram histogram{stepOf(numbers.min), {}};
-  histogram.shares.resize(static_cast<std::size_t>(stepOf(numbers.max) - histogram.first) + 1);
+  const auto first = stepOf(numbers.min);
+  Histogram histogram{step, (static_cast<double>(first) + 0.5) * step - below, {}};
+  histogram.shares.resize(static_cast<std::size_t>(stepOf(numbers.max) - first) + 1);
   const auto end = std::min(view.last + 1, view.run.Size() - view.run.UnwrittenEnd());
   for (auto i = view.first; i < end; ++i)
     if (!view.run.IsPush(i))
-      ++histogram.shares[static_cast<std::size_t>(stepOf(view.run.tenths[axis][i]) - histogram.first)];
+      ++histogram.shares[static_cast<std::size_t>(stepOf(view.run.tenths[axis][i]) - first)];
   for (auto& share : histogram.shares) share *= 100 / std::max(1.0, static_cast<double>(numbers.counted));
   return histogram;
 }
@@ -215,12 +220,14 @@ std::string HeadText(const std::string& fileName, const files::RunFacts& facts, 
   if (facts.frequency) tell("Rate", values::PlainNumberText(*facts.frequency) + " samples a second");
   tell("Run", words);
   if (view == nullptr) return text + "</table>";
-  auto range = "samples " + std::to_string(view->first) + " to " + std::to_string(view->last);
+  const auto written = view->run.Size() - view->run.UnwrittenEnd();
+  const auto last = written > view->first ? std::min(view->last, written - 1) : view->last;
+  auto range = "samples " + std::to_string(view->first) + " to " + std::to_string(last);
   const auto timeOf = [&](std::size_t sample) {
     return view->lengthText(view->secondsAt(static_cast<double>(sample)));
   };
   if (view->secondsAt)
-    range += ", " + timeOf(view->first) + " to " + timeOf(view->last) + " since " +
+    range += ", " + timeOf(view->first) + " to " + timeOf(last) + " since " +
              (view->rate > 0 ? "the launch" : "sampling was started");
   tell("In view", range);
   return text + "</table>";
@@ -254,8 +261,7 @@ std::string FiguresText(const View& view, std::span<const double> limits) {
   if (!leftOut.empty()) notes += ", left out: " + leftOut;
   if (numbers.pushes > 0) notes += "; a push has no angles";
   if (numbers.unwritten > 0) notes += "; where the zeros stand the logger had not filled its last page";
-  return text + "</table><p>" + notes +
-         ". Figures and shares are rounded to one decimal, times to seconds.</p>";
+  return text + "</table><p>" + notes + ". Figures, shares and times are rounded to one decimal.</p>";
 }
 
 std::string PushesText(const View& view) {

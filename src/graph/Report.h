@@ -61,11 +61,10 @@ std::string SamplesCsv(const View& view);
 /// the last sample before it, which are empty where a page is missing between them.
 std::string PushTable(const View& view, char decimalPoint);
 
-/// How the samples of an axis are spread over steps of 5, in its unit: step n holds what is from n * 5 on and
-/// below (n + 1) * 5; the end of the scale belongs to the last step.
-inline constexpr int HistogramStep = 5;
+/// How the samples of an axis are spread over steps, in its unit; the end of the scale belongs to the last
+/// step.
 struct Histogram {
-  std::int64_t first;          ///< number of the lowest step that holds any
+  double step, first;          ///< width of a step, middle of the lowest one that holds any
   std::vector<double> shares;  ///< of each step from there to the highest, in percent
 };
 Histogram HistogramInView(const View& view, std::size_t axis);

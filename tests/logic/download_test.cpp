@@ -233,7 +233,7 @@ TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
         Row{"an end that was not written", Header() + full + Record("2", 264, "0", 2, "3"),
             both + "17.8666666666667|2|"},
         Row{"a missing page", Header() + full + Record("3", 264, "1"), both + "52.8|3|page 2 is missing"},
-        Row{"a page twice", Header() + full + full, both + "|1|page 1 stands after page 1"},
+        Row{"a page twice", Header() + full + full, both + "|1|page 1 is there twice"},
         Row{"a torn record", Header() + full + "2,1,1", both + "17.6|1|ends in the middle of a record"},
         Row{"a short record", Header() + full + "2,1,1\r\n", both + "|2|the last record is damaged"},
         Row{"no page", Header(), both + "|0|holds no page"},

@@ -161,29 +161,35 @@ TEST(View, IsReportedInFiguresAndHistograms) {
       text.substr(text.find("|X|")),
       "|X|-0.7°|60.4°|60.5°|2.9°|60°|99.8 %, 60s|0.2 %, 0s|Y|-20.5°|-20.3°|90.0°|5.2°|-20.5°|0.2 %, 0s|"
       "0.0 %, 0s|450 samples counted, left out: 6 pushes, 72 zeros at the end; a push has no angles; where "
-      "the zeros stand the logger had not filled its last page. Figures and shares are rounded to one "
-      "decimal, times to seconds.|");
+      "the zeros stand the logger had not filled its last page. Figures, shares and times are "
+      "rounded to one decimal.|");
   EXPECT_TRUE(Plain(graph::FiguresText(ViewOf(run, 40, 40), std::vector<double>{0, 0}))
                   .find("|X|-|-|-|-|0°|-|-|Y|-") != std::string::npos);
   const auto late = ViewOf(run, 264, 527);
   const auto head = Plain(graph::HeadText("a", {"417", "", 7.5}, "b", &late));
   EXPECT_EQ(head,
-            "|a|Logger|417|Rate|7.5 samples a second|Run|b|In view|samples 264 to 527, 53s to 88s since the "
+            "|a|Logger|417|Rate|7.5 samples a second|Run|b|In view|samples 264 to 455, 53s to 78s since the "
             "launch|");
   const auto shares = [](const files::Run& of, std::size_t axis, std::size_t last) {
-    const auto [first, percent] = graph::HistogramInView(ViewOf(of, 0, last), axis);
+    const auto [step, first, percent] = graph::HistogramInView(ViewOf(of, 0, last), axis);
     std::string told;
     for (std::size_t i = 0; i < percent.size(); ++i)
       if (percent[i] > 0)
-        told += std::to_string(first + static_cast<std::int64_t>(i)) + ": " +
+        told += values::NumberText(values::RoundToDecimals(first + step * static_cast<double>(i), 4)) + ": " +
                 values::NumberText(values::RoundToDecimals(percent[i], 4)) + " ";
     return told;
   };
-  EXPECT_EQ(shares(run, 0, 527), "-1: .2222 12: 99.7778 ");
-  EXPECT_EQ(shares(run, 1, 527), "-5: 99.7778 17: .2222 ");
-  files::Run edges;
+  EXPECT_EQ(shares(run, 0, 527), "2.1094: .2222 58.3594: 99.7778 ");
+  EXPECT_EQ(shares(run, 1, 527), "-20.0391: 99.7778 86.8359: .2222 ");
+  files::Run edges;  // a recording's
   edges.tenths[0] = {-1800, -1750, -1749, -1, 0, 49, 50, 1799, 1800, 1801};
-  EXPECT_EQ(shares(edges, 0, 9), "-36: 10 -35: 20 -1: 10 0: 20 1: 10 35: 20 36: 10 ");
+  edges.hundredths.resize(10);
+  EXPECT_EQ(shares(edges, 0, 9), "-177.5: 10 -172.5: 20 -2.5: 10 2.5: 20 7.5: 10 177.5: 20 182.5: 10 ");
+  files::Run bytes;  // each from -126 to 128 once
+  for (int byte = -126; byte <= 128; ++byte)
+    bytes.tenths[0].push_back(static_cast<int>(std::lrint(byte * 14.0625)));
+  const auto even = graph::HistogramInView(ViewOf(bytes, 0, 254), 0).shares;
+  for (std::size_t i = 1; i + 1 < even.size(); ++i) EXPECT_NEAR(even[i], 400.0 / 255, 1e-9) << i;
   EXPECT_EQ(shares({}, 0, 0), "");
 }
 
@@ -228,9 +234,9 @@ TEST(Run, MissingAndDoubledPagesAreTold) {
   using Row = std::tuple<std::vector<const char*>, bool, const char*>;
   for (const auto& [pages, rise, remarks] :
        {Row{{"1", "2", "3"}, true, ""}, Row{{"1", "2", "4"}, true, "page 3 is missing"},
-        Row{{"3", "7"}, true, "pages 1 to 2 are missing, pages 4 to 6 are missing"},
+        Row{{"3", "7"}, true, "pages 1 and 2 are missing, pages 4 to 6 are missing"},
         Row{{"2", "4", "6", "8"}, true, "4 pages are missing"},
-        Row{{"1", "1"}, false, "page 1 stands after page 1"},
+        Row{{"1", "1"}, false, "page 1 is there twice"},
         Row{{"1", "5", "3"}, false, "page 3 stands after page 5"},
         Row{{"1", "x"}, false, "a record has no page number from 1 to 2047"},
         Row{{"0"}, false, "a record has no page number from 1 to 2047"},

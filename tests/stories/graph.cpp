@@ -150,13 +150,13 @@ TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
     EXPECT_EQ(platform::ReadWhole(path), before);
   }
   InMenu("Copy Pushes")->trigger();
-  EXPECT_EQ(
-      QApplication::clipboard()->text(),
-      "Push\tSample\tTime\tClock time\tX before\tY before\n1\t2\t0:00:00\t2004-03-09 14:05:07\t11.2\t-5.6\n");
+  EXPECT_EQ(QApplication::clipboard()->text(),
+            "Push\tSample\tTime\tClock time\tX before\tY before\n1\t2\t0:00:00.3\t2004-03-09 "
+            "14:05:07\t11.2\t-5.6\n");
   X().SetXView({100, 140});
   X().DrawNow();
   InMenu("Copy Pushes")->trigger();
-  EXPECT_TRUE(QApplication::clipboard()->text().contains("\n2\t131\t0:00:17\t2004-03-09 14:05:24\t"));
+  EXPECT_TRUE(QApplication::clipboard()->text().contains("\n2\t131\t0:00:17.5\t2004-03-09 14:05:24\t"));
   X().SetXView({200, 210});
   X().DrawNow();
   EXPECT_EQ(InMenu("Copy Pushes"), nullptr);
@@ -176,16 +176,20 @@ TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
     Open(text);
     X().SetXView(view);
     for (auto* graph : {&X(), &Y()}) graph->DrawNow();
-    for (const std::filesystem::path chosen : {"", "sheet.pdf", "none/a.pdf"}) {
+    const bool marksPushes = std::string(entry) == "Report..." && text == run;
+    for (const std::filesystem::path chosen : {"", "sheet.pdf", "f.qbx", "none/a.pdf"}) {
       X().AskPrinter = [&, suggested = suggested](QPrinter& printer) {
         const auto preset = suggested.is_absolute() ? printer.outputFileName() : printer.docName();
         EXPECT_EQ(preset.toStdString(), suggested);
+        EXPECT_EQ(X().Cursors().size(), marksPushes ? 6 : 0);
         printer.setOutputFileName(QString::fromStdString(DataFile(chosen)));
         return !chosen.empty();
       };
       InMenu(entry)->trigger();
-      ASSERT_EQ(machine.boxes.size(), chosen.has_parent_path() ? 1U : 0U);
+      ASSERT_EQ(machine.boxes.size(), chosen == "f.qbx" ? 1U : chosen.has_parent_path() ? 2U : 0U);
     }
+    EXPECT_EQ(platform::ReadWhole(DataFile("f.qbx")), text) << "no data file is replaced";
+    EXPECT_TRUE(X().Cursors().empty());
     EXPECT_EQ(QByteArray::fromStdString(platform::ReadWhole(DataFile("sheet.pdf"))).count("/Type /Page\n"),
               1);
     EXPECT_TRUE(Contains(machine.boxes.back(), "none/a.pdf cannot be written: No such file"));
@@ -240,6 +244,8 @@ TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
   EXPECT_EQ(Text("txtPageNumberX"), "5") << "the end of the first file no longer counts";
   Open(BinFile(1));
   Reads(EndOfFile);
+  Open(Header("0") + Record("1", 132, "7") + Record("3", 132, "8"));
+  EXPECT_TRUE(Text("lblRun").ends_with("pages 1 and 3; page 2, which belongs to the first, is not there"));
 }
 
 class ReviewStory : public GraphScreen {
@@ -324,8 +330,7 @@ TEST_F(ReviewStory, RefusedFilesKeepWhatIsOnShowAndBrokenOnesShowWhatWasFound) {
     EXPECT_EQ(Text("txtFileName"), DataFile("f.qbx").string());
     ExpectShown(push, cursors);
     EXPECT_EQ(X().Values().empty(), text.ends_with(broken));
-    EXPECT_EQ(Text("lblRun").ends_with("no sample could be read; record 2 is damaged"),
-              text.ends_with(broken));
+    EXPECT_EQ(Text("lblRun").ends_with("no sample; record 2 is damaged"), text.ends_with(broken));
   }
   machine.WillCancelFile();
   Choose("File", "Open");

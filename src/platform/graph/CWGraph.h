@@ -186,7 +186,7 @@ class CWGraph : public QWidget {
   void BuildCursors();
   void BuildMarks();
   void ColourMarks(const QPalette& palette) const;
-  void FitCursors();
+  void FitCursors() const;
   std::optional<double> CursorNear(double pixel) const;
   bool IsOnLimit(QPoint place) const;
   void MoveLimit(double value);
@@ -227,7 +227,7 @@ class CWGraph : public QWidget {
   void PaintPart(QCPPainter& painter, QSize size) const;
   std::vector<SheetRow> Rows(Extent extent) const;
   static bool Paint(const std::vector<SheetRow>& rows, QPaintDevice& device, QSize size, bool asVectors);
-  static QByteArray Pdf(const std::vector<SheetRow>& rows, const QPageLayout& layout);
+  static QByteArray Pdf(const std::vector<SheetRow>& rows, const QPageLayout& layout, const QString& title);
   QImage Picture(Extent extent) const;
   QByteArray PictureFile(Extent extent, const QString& extension) const;
   void SaveByUser(Extent extent);

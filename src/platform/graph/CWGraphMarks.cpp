@@ -125,7 +125,7 @@ void CWGraph::StressCursor(std::optional<double> x) {
 
 // One line in a column of pixels is enough, and one mark in four: a hundred thousand cursors cost no more
 // than a hundred.
-void CWGraph::FitCursors() {
+void CWGraph::FitCursors() const {
   const auto view = plot_->xAxis->range();
   const double pixel = PixelSize(*plot_->xAxis);
   QVector<QCPGraphData> lines, marks;

@@ -133,6 +133,7 @@ void CWGraph::PaintPart(QCPPainter& painter, QSize size) const {
   const QRect title(plot_->axisRect()->left(), 0, area.width() - plot_->axisRect()->left(), TitleHeight());
   const auto words = accessibleName() + (heading_.isEmpty() ? "" : ", " + heading_);
   ApplyColours(PaperPalette());
+  FitCursors();
   FitTitles(area);
   plot_->layer("point")->setVisible(false);
   painter.save();
@@ -205,16 +206,20 @@ QByteArray CWGraph::PictureFile(Extent extent, const QString& extension) const {
   }
   const auto points = QSizeF(size) * PointsPerInch / PaperDotsPerInch;
   const QPageSize page(points, QPageSize::Point, QString(), QPageSize::ExactMatch);
-  return kind == QStringLiteral("pdf") ? Pdf(Rows(extent), {page, QPageLayout::Portrait, {}}) : bytes;
+  return kind == QStringLiteral("pdf")
+             ? Pdf(Rows(extent), {page, QPageLayout::Portrait, {}}, SuggestedName(extent))
+             : bytes;
 }
 
-QByteArray CWGraph::Pdf(const std::vector<SheetRow>& rows, const QPageLayout& layout) {
+QByteArray CWGraph::Pdf(const std::vector<SheetRow>& rows, const QPageLayout& layout, const QString& title) {
   QByteArray bytes;
   QBuffer file(&bytes);
   file.open(QIODevice::WriteOnly);
   QPdfWriter pdf(&file);
   pdf.setPageLayout(layout);
   pdf.setResolution(PaperDotsPerInch);
+  pdf.setTitle(title);
+  pdf.setCreator(QGuiApplication::applicationDisplayName());
   Paint(rows, pdf, layout.paintRectPixels(PaperDotsPerInch).size(), true);
   return bytes;
 }
@@ -248,12 +253,14 @@ void CWGraph::PrintReport(const QString& name, const std::vector<SheetRow>& rows
   const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
   printer.setOutputFormat(QPrinter::PdfFormat);
   printer.setOutputFileName(QString::fromStdString(DataFilesFolder().string()) + '/' + name + ".pdf");
+  printer.setDocName(name);
   printer.setPageMargins({15, 12, 15, 12}, QPageLayout::Millimeter);
   printer.setPageSize(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4));
   PrintSheet(printer, rows);
 }
 
-// Fills one sheet. A PDF file is made in memory first, so that a full disk leaves no half file.
+// Fills one sheet. A PDF file is made in memory first, so that a full disk leaves no half file, and it
+// replaces no data file.
 void CWGraph::PrintSheet(QPrinter& printer, const std::vector<SheetRow>& rows) {
   if (!AskPrinter(printer)) return;
   printer.setResolution(PaperDotsPerInch);
@@ -264,7 +271,9 @@ void CWGraph::PrintSheet(QPrinter& printer, const std::vector<SheetRow>& rows) {
       MsgBox("The printer cannot be used");
     return;
   }
-  const auto reason = Replace(path, Pdf(rows, layout).toStdString());
+  const bool isPdf = QFileInfo(printer.outputFileName()).suffix().toLower() == QStringLiteral("pdf");
+  const auto reason = isPdf ? Replace(path, Pdf(rows, layout, printer.docName()).toStdString())
+                            : "the name of a PDF file ends in .pdf";
   if (!reason.empty()) MsgBox(path + " cannot be written: " + reason);
 }
 
