@@ -195,10 +195,8 @@ TEST(Recordings, KeepWhatCanBeReadAndTellTheRest) {
             "1000000000 |10 |10 |; line 12 is damaged"},
         Row{"empty", Recording("Angles", ""), "|||"},
         Row{"a torn header", Shortened(Recording("Angles", ""), 9), "refused"},
-        Row{"a download", Header() + Record("1", 264, "1"), "refused"}, Row{"nothing", "", "refused"}}) {
-    SCOPED_TRACE(what);
-    EXPECT_EQ(Recorded(text), said);
-  }
+        Row{"a download", Header() + Record("1", 264, "1"), "refused"}, Row{"nothing", "", "refused"}})
+    EXPECT_EQ(Recorded(text), said) << what;
 }
 
 TEST(Recordings, KnowTheirTimesAndNumbers) {
@@ -247,10 +245,8 @@ TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
             "||Angles|12.25|0|ends in the middle of a record"},
         Row{"an empty recording", Recording("Accelerometers", ""), "||Accelerometers||0|holds no sample"},
         Row{"nothing", "", "||||0|empty"},
-        Row{"a picture", "\x89PNG\r\n\x1a\n", "||||0|no data file"}}) {
-    SCOPED_TRACE(what);
-    EXPECT_EQ(Said(text), said);
-  }
+        Row{"a picture", "\x89PNG\r\n\x1a\n", "||||0|no data file"}})
+    EXPECT_EQ(Said(text), said) << what;
 }
 
 }  // namespace

@@ -14,12 +14,6 @@ QImage Shown(QWidget& widget) { return widget.grab().toImage(); }
 
 const auto Series = [] { return ColoursOf(QApplication::palette()).series; };
 
-void Expose(QWidget& window) {
-  window.show();
-  ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-  QApplication::processEvents();
-}
-
 bool Holds(const Instrument& instrument, double value) {
   return std::isnan(value) ? std::isnan(instrument.Value()) : instrument.Value() == value;
 }
@@ -94,7 +88,9 @@ TEST(Instruments, StandOnTheirFrameAndAreRedrawnAloneForWhatCanBeSeen) {
   frame.resize(220, 240);
   CWKnob knob(&frame);
   knob.setGeometry(10, 30, 200, 200);
-  Expose(frame);
+  frame.show();
+  ASSERT_TRUE(QTest::qWaitForWindowExposed(&frame));
+  QApplication::processEvents();
   QPalette dark = frame.palette();
   dark.setColor(QPalette::Window, QColor(30, 40, 50));
   dark.setColor(QPalette::Base, QColor(20, 20, 20));

@@ -212,10 +212,8 @@ TEST(Options, RefuseWhatTheyDoNotKnow) {
        {Arguments{"--nonsense"}, Arguments{"stray"}, Arguments{"--pages"}, Arguments{"--pages", "2048"},
         Arguments{"--pages=3x"}, Arguments{"--mode", "both"}, Arguments{"--still=1"},
         Arguments{"--erase-seconds", "nan"}, Arguments{"--pushes", "101%"}, Arguments{"--fault", "explode"},
-        Arguments{"--fault", "drop@0"}, Arguments{"--fault", "late:soon"}, Arguments{"--fault", ""}}) {
-    SCOPED_TRACE(arguments.back());
-    EXPECT_THROW(ParseOptions(arguments), std::invalid_argument);
-  }
+        Arguments{"--fault", "drop@0"}, Arguments{"--fault", "late:soon"}, Arguments{"--fault", ""}})
+    EXPECT_THROW(ParseOptions(arguments), std::invalid_argument) << arguments.back();
 }
 
 class EndToEnd : public testing::Test {
@@ -227,7 +225,7 @@ class EndToEnd : public testing::Test {
     const pid_t program = ::fork();
     if (program != 0) return program;
     ::execl(BEXLOW_LOGGER, BEXLOW_LOGGER, "--link", link_.c_str(), "--log", (folder_ / "log").c_str(),
-            "--fault", "late:300/f@1", nullptr);
+            "--fault", "late:3000/f@1", nullptr);
     ::_exit(127);
   }
 

@@ -97,7 +97,7 @@ TEST_F(DownloadStory, AFullLoggerEndsBehindPage2047) {
   EXPECT_EQ(machine.wire[256 * 3 - 1].byte, 0x00) << "page 256";
 }
 
-TEST_F(DownloadStory, TheTimeLeftHoldsOnEveryLine) {
+TEST_F(DownloadStory, TheTimeLeftHoldsOnEveryLineAndInBothPlaces) {
   Store(300);
   logger.eeprom[42] = 0;
   using Row = std::tuple<const char*, VirtualLogger::Delivery, int, int, int>;  // milliseconds
@@ -113,6 +113,8 @@ TEST_F(DownloadStory, TheTimeLeftHoldsOnEveryLine) {
     for (int page = 0; page < 300; page = Shared.DownloadPageNumber) {
       int minutes = 0, seconds = 0;
       const std::string text = Text("txtTimeLeft");
+      ASSERT_EQ(Status("lblActivity"),
+                "Downloading, " + Text("fraPBar").substr(12) + (text.empty() ? "" : ", " + text + " left"));
       const int read = std::sscanf(text.c_str(), "at most %d min %d s", &minutes, &seconds);
       const auto left = milliseconds(aPage) * (2048 - page);
       if (page > 0 && (page > 200 || late == lateFromPage100)) {
@@ -263,18 +265,6 @@ TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
   Choose("Data", "Download");
   EXPECT_EQ(PagesInFile(), (std::vector{8, 9, 10})) << "no header in the new file";
   EXPECT_EQ(Text("txtPages") + "; " + Text("lblRemark"), "9 saved, 1 lost; Not in the file: page 6.");
-}
-
-TEST_F(DownloadStory, TwoPlacesNeverTellTwoNumbers) {
-  Store(100);
-  Begin();
-  for (int ms = 0; ms < 3000; ++ms) {
-    machine.Pass(1ms);
-    const std::string left = Text("txtTimeLeft");
-    ASSERT_EQ(Status("lblActivity"),
-              "Downloading, " + Text("fraPBar").substr(12) + (left.empty() ? "" : ", " + left + " left"));
-  }
-  Choose("Data", "Download");
 }
 
 TEST_F(DownloadStory, NothingOfTheLoggerBeforeRemains) {
