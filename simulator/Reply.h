@@ -15,8 +15,8 @@ struct Reply {
   Time spacing{0};                  // from byte to byte; 0 = as closely as the line allows
   Time delay{0};                    // held back before the first byte
   bool stream = false;              // progress bytes, between which other replies may go out
-  std::string sample;               // words of a live sample in decimal, for the record of samples
-  std::optional<Time> vanish;       // the line goes away behind the last byte, for this long
+  std::string sample{};             // words of a live sample in decimal, for the record of samples
+  std::optional<Time> vanish{};     // the line goes away behind the last byte, for this long
 };
 
 }  // namespace bexlow::simulator

@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <iomanip>
 #include <poll.h>
 #include <signal.h>
 #include <sys/ioctl.h>
@@ -28,22 +29,14 @@ std::vector<std::uint8_t> FromHex(const std::string& text) {
 }
 
 std::string ToHex(std::span<const std::uint8_t> bytes) {
-  std::string text;
-  for (const unsigned byte : bytes) {
-    char word[4];
-    std::snprintf(word, sizeof word, "%02X", byte);
-    if (!text.empty()) text += ' ';
-    text += word;
-  }
-  return text;
+  std::ostringstream text;
+  for (const unsigned byte : bytes)
+    text << (text.tellp() > 0 ? " " : "") << std::uppercase << std::hex << std::setw(2) << std::setfill('0')
+         << byte;
+  return text.str();
 }
 
-LoggerSetup SmallSetup() {
-  LoggerSetup setup;
-  setup.stored.pages = 3;
-  setup.motion = Motion::Still;
-  return setup;
-}
+const LoggerSetup Small{.stored = {.pages = 3}, .motion = Motion::Still};
 
 // 12 ms lie between two bytes of a request.
 TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
@@ -61,7 +54,7 @@ TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
         Row{"a letter as an operand", "72 66", "4B"}, Row{"launch", "58", ""}}) {
     SCOPED_TRACE(what);
     Time now = 1h;
-    Logger logger(SmallSetup(), now);
+    Logger logger(Small, now);
     std::string heard;
     for (const auto byte : FromHex(request)) {
       const auto answer = logger.Take(byte, now += 12ms);
@@ -72,7 +65,7 @@ TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
 }
 
 TEST(LoggerTest, DropsARequestThatWasBrokenOff) {
-  Logger logger(SmallSetup(), 1h);
+  Logger logger(Small, 1h);
   logger.Take('r', 1h);
   EXPECT_EQ(ToHex(logger.Take(0x66, 1h + 1s)->bytes), "4B");
   logger.Take('r', 1h + 5s);
@@ -100,9 +93,7 @@ TEST(StoreRun, WritesWhatThePlanSays) {
 }
 
 Reply Bytes(std::size_t count, std::uint8_t value = 1) {
-  Reply reply;
-  reply.bytes.assign(count, value);
-  return reply;
+  return {.bytes = std::vector<std::uint8_t>(count, value)};
 }
 
 // What may leave at each moment, bytes or the number of many; moments in byte times from the start.
@@ -155,12 +146,7 @@ TEST(Outbox, HandsBytesOnAsTheHostsPortGathersThem) {
   }
 }
 
-Reply Six(char command = 'a') {
-  Reply reply;
-  reply.command = command;
-  reply.bytes = FromHex("01 02 03 04 05 06");
-  return reply;
-}
+Reply Six(char command = 'a') { return {.command = command, .bytes = {1, 2, 3, 4, 5, 6}}; }
 
 TEST(Faults, SpoilAReplyEachInItsWay) {
   using Row = std::tuple<const char*, const char*, Time, std::optional<Time>>;
