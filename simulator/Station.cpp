@@ -90,10 +90,10 @@ void Station::ObeySignals(Time now) {
   const int asked = std::exchange(cableAsked, 0);
   if (asked == 0) return;
   unplugged_ = asked == SIGUSR1;
-  recorder_.Note(unplugged_ ? "unplugged" : "plugged in", now);
   while (!Read().empty()) continue;  // bytes sent while the cable was out are lost, even if seen late
   outbox_.Clear();
   logger_.SetLineOpen(Connected() && line_->IsOpen(), now);
+  recorder_.Note(unplugged_ ? "unplugged" : "plugged in", now);  // last: a reader of it may send at once
 }
 
 std::optional<Time> Station::NextWork() const {
@@ -134,10 +134,10 @@ void Station::LearnWakeLag(Time late) {
 void Station::FollowHolder(Time now) {
   if (!line_ || line_->Watch() < 0) return;
   if (line_->TakeClosing()) {
-    recorder_.Note("closed", now);
     outbox_.Clear();  // a reply still on its way is lost
     line_->Reset();
     logger_.SetLineOpen(false, now);
+    recorder_.Note("closed", now);  // last: a reader of it may open the line at once
   }
   if (Connected() && line_->IsOpen()) logger_.SetLineOpen(true, now);
 }
