@@ -171,6 +171,7 @@ class Configuration : public Form {
     for (const int address : IdentityAddresses) {
       const auto& row = *std::ranges::find(Parameters, address, &Parameter::address);
       auto* box = MakeReadOnlyBox(NameOf(row).constData(), Text(row.caption), frame);
+      box->setAlignment(Qt::AlignRight);
       boxes_[static_cast<std::size_t>(&row - Parameters)] = box;
       AddRow(grid, row, box, frame);
     }

@@ -68,6 +68,7 @@ class EEPROM : public Form {
   void Build() {
     txtValue->setObjectName("txtValue");
     txtValue->setAccessibleName("Value");
+    txtValue->setAlignment(Qt::AlignRight);
     // What is pasted, dropped or composed by an input method comes without keys.
     txtValue->setValidator(new QRegularExpressionValidator(QRegularExpression("[0-9-]*"), txtValue));
     NumEditAddress->setObjectName("NumEditAddress");
@@ -77,6 +78,7 @@ class EEPROM : public Form {
     NumEditAddress->Value(FirstAddress);
 
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
     buttons->addWidget(cmdRead);
     buttons->addWidget(cmdWrite);
     buttons->addStretch();

@@ -37,6 +37,7 @@ int ChannelOf(std::string_view line) {
   return digit ? line.back() - '0' : 0;
 }
 
+constexpr std::int32_t PauseHundredths = 200;           // longer ones are told
 constexpr double MostSize = 32768;                      // of a value
 constexpr std::int32_t MostHundredths = 1'000'000'000;  // 115 days; twice that still fits 32 bits
 
@@ -185,6 +186,8 @@ std::string PageRemarks(const Run& run, std::int32_t before) {
 
 std::vector<std::size_t> BreaksOf(const Run& run) {
   std::vector<std::size_t> breaks;
+  for (std::size_t i = 1; i < run.hundredths.size(); ++i)
+    if (run.hundredths[i] - run.hundredths[i - 1] > PauseHundredths) breaks.push_back(i);
   for (std::size_t i = 1; i < run.records.size(); ++i) {
     if (run.records[i].page != run.records[i - 1].page + 1) breaks.push_back(run.records[i].first);
   }
@@ -236,7 +239,7 @@ bool ReadRecording(std::string_view text, Run& run) {
   const auto most = static_cast<std::size_t>(std::ranges::count(whole, '\n'));
   run.hundredths.reserve(most);
   for (std::size_t i = 0; i < run.axes.size(); ++i) run.tenths[i].reserve(most);
-  std::vector<std::size_t> damaged, starts;
+  std::vector<std::size_t> damaged, starts, pauses;
   std::int32_t start = 0, before = 0;
   while (const auto line = lines.Next()) {
     const auto fields = FieldsOf(*line, run.axes.size());
@@ -247,6 +250,8 @@ bool ReadRecording(std::string_view text, Run& run) {
       continue;
     }
     if (startsAgain) starts.push_back(lines.LinesRead());
+    if (!startsAgain && !run.hundredths.empty() && fields->front() - before > PauseHundredths)
+      pauses.push_back(lines.LinesRead());
     start = from;
     before = fields->front();
     run.hundredths.push_back(start + before);
@@ -254,6 +259,7 @@ bool ReadRecording(std::string_view text, Run& run) {
   }
   run.remarks = LinesText(damaged, " is damaged", " are damaged") +
                 LinesText(starts, " starts the time again", " start the time again") +
+                LinesText(pauses, " comes after a pause", " come after a pause") +
                 (whole.size() < text.size() ? "; the last line is torn" : "");
   return true;
 }

@@ -91,7 +91,8 @@ bool PagesRise(const Run& run);
 /// there is nothing to tell.
 /// @param before  the page before the first record
 std::string PageRemarks(const Run& run, std::int32_t before = 0);
-/// The first sample of each record that does not follow the page before it.
+/// The first sample of each record that does not follow the page before it, and of a recording, each that
+/// comes more than 2 seconds after the one before.
 std::vector<std::size_t> BreaksOf(const Run& run);
 /// When a sample was taken, in sample times since the launch, and which sample was taken then (the next one,
 /// where its page is missing). The page numbers must rise.

@@ -57,8 +57,8 @@ bool LoggerIsFree(const platform::Form& screen) {
   }
   const bool canBeLeft = other->findChild<QAction*>("mnuReturn") != nullptr;
   platform::MsgBox("The screen \"" + other->windowTitle().toStdString() +
-                   "\" is using the logger. Please wait until it has ended, or stop it there!" +
-                   (canBeLeft ? " Return on that screen frees the logger at once." : ""));
+                   "\" is using the logger. Please wait until it has ended" +
+                   (canBeLeft ? ", or stop it there! Return on that screen frees the logger at once." : "!"));
   return false;
 }
 

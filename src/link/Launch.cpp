@@ -27,7 +27,7 @@ constexpr double BytesInPage = 3;
 
 }  // namespace
 
-Launch::Launch(platform::Form& main, std::function<void(bool heard)> launched)
+Launch::Launch(platform::Form& main, std::function<void(std::optional<int> page)> launched)
     : main_(main),
       launched_(std::move(launched)),
       MSComm1(main, "MSComm1"),
@@ -119,7 +119,7 @@ void Launch::Finish() {
   MsgBox(
       "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
       "datalogging has begun.");
-  launched_(heard_);
+  launched_(heard_ ? std::optional(static_cast<int>(ErasedPageCount)) : std::nullopt);
 }
 
 }  // namespace bexlow::link

@@ -10,9 +10,10 @@ namespace bexlow::link {
 class Launch {
  public:
   /// @param main      the screen that holds the controls of the launch
-  /// @param launched  called when the logger logs by itself and counts as disconnected; told whether it sent
-  ///                  anything during the erase
-  Launch(platform::Form& main, std::function<void(bool heard)> launched);
+  /// @param launched  called when the logger logs by itself and counts as disconnected; told the page at
+  /// which
+  ///                  it was heard last during the erase, nothing if it was not heard
+  Launch(platform::Form& main, std::function<void(std::optional<int> page)> launched);
 
   QGroupBox* Frame() const { return fraErase; }
 
@@ -26,7 +27,7 @@ class Launch {
   void Finish();
 
   platform::Form& main_;
-  std::function<void(bool heard)> launched_;
+  std::function<void(std::optional<int> page)> launched_;
   platform::MSComm MSComm1;
   platform::Timer Timer1;
   QGroupBox* fraErase;

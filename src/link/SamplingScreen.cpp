@@ -102,7 +102,7 @@ bool SamplingScreen::HasStopped() const {
 }
 
 platform::Activity SamplingScreen::Activity() {
-  if (HasStopped()) return {"Sampling has stopped", ""};
+  if (HasStopped()) return {"Sampling has stopped", "choose Sample to end it, and again to start anew"};
   const auto silent = pace_.SilentSeconds();
   if (silent >= SilentAfterSeconds && MSComm1.InBufferCount() < threshold_)
     return {"No sample",

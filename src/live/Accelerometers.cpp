@@ -123,6 +123,7 @@ class Accelerometers : public RecordingScreen {
       axis.dacSlide = AddSlide(*column, axis.row.dacSlide, axis.row.caption, fraHiddenSliders);
       axis.dacSlide->SetReadOnly(false);
       auto* text = MakeTextBox(axis.row.dacText, axis.row.caption, fraHiddenSliders);
+      text->setAlignment(Qt::AlignRight);
       axis.cmdWriteDAC =
           MakeButton(axis.row.cmdWriteDAC, axis.row.cmdCaption, [this, &axis] { cmdWriteDAC_Click(axis); });
       column->addWidget(text);

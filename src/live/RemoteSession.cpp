@@ -187,6 +187,7 @@ class RemoteSession : public link::SamplingScreen {
     auto* text = axis.text = AddReading(*boxes, axis.row.angle, axis.row.caption, "degrees", frame);
     text->setReadOnly(false);  // what is typed there moves the dial
     text->setPalette({});
+    disconnect(text, &QLineEdit::textChanged, text, nullptr);  // the cursor stays where one types
     boxes->setColumnStretch(3, 1);
     auto* dial = axis.dial = MakeDial(axis.row, frame);
     connect(text, &QLineEdit::textChanged, dial, [=] { dial->Value(shared::NumberIn(*text)); });

@@ -28,7 +28,7 @@ std::string PeerWords(const platform::Winsock& socket) {
     case platform::Winsock::Peer::LookingUp:
       return "Looking up the name " + host + ".";
     case platform::Winsock::Peer::NotFound:
-      return "No IPv4 address is known for the name " + host + ".";
+      return "No IPv4 address is known for " + host + ".";
     case platform::Winsock::Peer::Known:
       break;
   }

@@ -16,7 +16,7 @@ namespace {
 class Main : public Form {
  public:
   explicit Main(MDIForm1& outer)
-      : Form("Main", "Main"), outer_(outer), launch_(*this, [this](bool heard) { LoggerSentOff(heard); }) {
+      : Form("Main", "Main"), outer_(outer), launch_(*this, [this](auto page) { LoggerSentOff(page); }) {
     BuildFileMenu();
     BuildToolsMenu();
     BuildDisplayMenu();
@@ -173,13 +173,17 @@ class Main : public Form {
     ShowHint();
   }
 
-  /// @param heard  the logger sent something during the erase
-  void LoggerSentOff(bool heard) {
+  /// @param page  at which the erase was heard last; nothing for one that was not heard
+  void LoggerSentOff(std::optional<int> page) {
+    constexpr int NearTheEnd = 9 * files::LastPage / 10;  // the count of pages is a guess from that of bytes
     LoggerReached(false);
     sentOff_ =
-        heard ? "The logger is on its run. When it is back, plug the serial cable in and choose Connect from "
-                "the File menu."
-              : "The logger sent nothing during the erase. Connect again and look before you hand it out.";
+        "The logger is on its run. When it is back, plug the serial cable in and choose Connect from the "
+        "File menu.";
+    if (page < NearTheEnd)
+      sentOff_ = page ? QString("The erase was heard to page %1 of %2 only.").arg(*page).arg(files::LastPage)
+                      : "The logger sent nothing during the erase.";
+    if (page < NearTheEnd) sentOff_ += " Connect again and look before you hand it out.";
     ShowHint();
   }
 

@@ -191,6 +191,8 @@ TEST(Recordings, KeepWhatCanBeReadAndTellTheRest) {
             both + "; the last line is torn"},
         Row{"stopped and started", Recording("Angles", "1,1,1\r\n3,2,2\r\n.5,3,3\r\n1,4,4\r\n"),
             "100 300 350 400 |10 20 30 40 |10 20 30 40 |; line 13 starts the time again"},
+        Row{"a pause", Recording("Angles", "9,1,1\r\n11,2,2\r\n13.01,3,3\r\n"),
+            "900 1100 1301 |10 20 30 |10 20 30 |; line 13 comes after a pause"},
         Row{"a time beyond all", Recording("Angles", "10000000,1,1\r\n1,2,2\r\n"),
             "1000000000 |10 |10 |; line 12 is damaged"},
         Row{"empty", Recording("Angles", ""), "|||"},

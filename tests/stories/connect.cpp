@@ -209,6 +209,7 @@ TEST_F(Launch, StampsErasesAndLaunchesAndFollowsTheErase) {
   Reads(Launched);
   EXPECT_FALSE(Offered("Tools", "Launch"));
   EXPECT_FALSE(Offered("Display", "Accelerometers"));
+  EXPECT_TRUE(Text("lblHint").starts_with("The logger is on its run"));
   ExpectIdle();
 }
 
@@ -224,8 +225,8 @@ TEST_F(Launch, SilenceIsTakenForTheEnd) {
     ExpectIdle();
     Choose("File", "Connect");
     Key(Qt::Key_Escape);
-    EXPECT_TRUE(
-        Text("lblHint").starts_with(bytes == 0 ? "The logger sent nothing" : "The logger is on its run"));
+    EXPECT_TRUE(Text("lblHint").starts_with(bytes == 0 ? "The logger sent nothing during the erase. Connect"
+                                                       : "The erase was heard to page 0 of 2047 only."));
     Choose("File", "Connect");
     Press("OK");
   }

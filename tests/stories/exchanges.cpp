@@ -62,8 +62,8 @@ class Exchanges : public DownloadStory {
   void ExpectRefused(const std::string& by, const std::function<void()>& attempt) {
     const auto bytes = machine.wire.size();
     attempt();
-    Reads("The screen \"" + by + "\" is using the logger. Please wait until it has ended, or stop it there!" +
-          (by == "Main" ? "" : " Return on that screen frees the logger at once."));
+    Reads("The screen \"" + by + "\" is using the logger. Please wait until it has ended" +
+          (by == "Main" ? "!" : ", or stop it there! Return on that screen frees the logger at once."));
     EXPECT_EQ(machine.wire.size(), bytes);
   }
 };

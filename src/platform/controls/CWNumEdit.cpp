@@ -110,16 +110,21 @@ void CWNumEdit::OnEdited() {
 
 void CWNumEdit::OnFinished() {
   const QString typed = std::exchange(outside_, {});
-  if (!typed.isEmpty()) Refuse(typed + " is outside " + LimitsInWords() + ": the box now holds " + text());
+  if (!typed.isEmpty())
+    Refuse(typed + " is outside " + LimitsInWords() + ": " +
+           (accessibleName().isEmpty() ? "the box" : accessibleName()) + " now holds " + text());
 }
 
 QString CWNumEdit::LimitsInWords() const { return textFromValue(lower_) + " to " + textFromValue(upper_); }
 
-// Shown after the running event, since Qt hides a tool tip when the focus changes.
+// Beside the box, since those below are filled in next: Qt shows a tip 16 pixels lower than asked. After the
+// running event, since Qt hides a tool tip when the focus changes.
 void CWNumEdit::Refuse(const QString& words) {
   if (!description_) description_ = accessibleDescription();
   setAccessibleDescription(words);
-  const auto show = [this, words] { QToolTip::showText(mapToGlobal(rect().bottomLeft()), words, this); };
+  const auto show = [this, words] {
+    QToolTip::showText(mapToGlobal(rect().topRight()) - QPoint(0, 16), words, this);
+  };
   QMetaObject::invokeMethod(this, show, Qt::QueuedConnection);
 }
 

@@ -65,7 +65,7 @@ QLabel* MakePicture(const char* name, const QString& resource, QSize size, QWidg
 }
 
 void SetPlainToolTip(QWidget* widget, const QString& text) {
-  widget->setToolTip("<span>" + text.toHtmlEscaped() + "</span>");
+  widget->setToolTip(text.isEmpty() ? text : "<span>" + text.toHtmlEscaped() + "</span>");
   widget->setAccessibleDescription(text);
 }
 

@@ -182,7 +182,10 @@ void CWGraph::RenewTimes() {
   DrawSoon();
 }
 
-void CWGraph::SetNumbers(const QString& words) { numbers_->setText(words); }
+void CWGraph::SetNumbers(const QString& words) {
+  numbers_->setText(words);
+  if (!interactive_) numbers_->setVisible(!words.isEmpty());
+}
 
 // An edge that differs from a sample by the rounding of doubles shows it.
 std::optional<std::pair<std::size_t, std::size_t>> CWGraph::DrawnSamples() const {

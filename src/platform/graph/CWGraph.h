@@ -90,7 +90,8 @@ class CWGraph : public QWidget {
   std::function<QString(std::size_t sample)> NoteOf;
   /// First and last index of the samples whose points lie in the plot now; nothing where there are none.
   std::optional<std::pair<std::size_t, std::size_t>> DrawnSamples() const;
-  /// The line of text over the plot, which is there while there is a limit.
+  /// The line of text over the plot, which is there while there is a limit, or if the graph is not
+  /// interactive, a text.
   void SetNumbers(const QString& words);
   /// The series on show.
   std::span<const double> Values() const { return values_; }

@@ -54,9 +54,7 @@ void DrawCentred(QPainter& painter, QPointF centre, double height, const QString
 
 CWKnob::CWKnob(QWidget* parent) : Instrument(parent, 1, QStringLiteral("°")) {
   SetScale(179.99, 270, 359.9);
-  auto policy = QSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
-  policy.setHeightForWidth(true);
-  setSizePolicy(policy);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 
 void CWKnob::SetScale(double end, double startDegrees, double arcDegrees) {
@@ -67,7 +65,6 @@ void CWKnob::SetScale(double end, double startDegrees, double arcDegrees) {
 
 QSize CWKnob::sizeHint() const { return {190, heightForWidth(190)}; }
 QSize CWKnob::minimumSizeHint() const { return {130, heightForWidth(130)}; }
-int CWKnob::heightForWidth(int width) const { return width + static_cast<int>(NumberRoom()); }
 
 QFont CWKnob::NumberFont() const {
   auto larger = font();

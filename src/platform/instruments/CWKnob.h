@@ -19,8 +19,6 @@ class CWKnob : public Instrument {
   QAccessible::Role Role() const override { return QAccessible::Dial; }
   QSize sizeHint() const override;
   QSize minimumSizeHint() const override;
-  bool hasHeightForWidth() const override { return true; }
-  int heightForWidth(int width) const override;
 
   /// The circle on which the scale lies; the number stands under it.
   QPointF Centre() const;
