@@ -1,12 +1,9 @@
 #include <cmath>
 
-#include "config/ParameterMap.h"
 #include "config/WriteSequence.h"
-#include "link/Communications.h"
 #include "link/SamplingScreen.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
-#include "shared/Records.h"
 #include "shared/Screens.h"
 
 namespace bexlow::config {
@@ -20,8 +17,8 @@ namespace {
 
 /// The cells that a calibration writes: offset X, Y, Z, then gain X, Y, Z, a word each.
 constexpr int EndOfCalibrationCells = 14;  // one past the last; the first is cell 2
-constexpr WritePlan CalibrationWrite{
-    EndOfCalibrationCells, std::nullopt, 0, false, "Writing Progress", [](int k) { return k - FirstIndex; }};
+constexpr WritePlan CalibrationWrite{EndOfCalibrationCells, 0, "Writing Progress",
+                                     [](int k) { return std::optional(k); }};
 constexpr int ShakerEnableCell = 32;
 constexpr int ShakerSettleMs = 1000;
 
@@ -31,12 +28,7 @@ constexpr double UsualGain = 323, FarFromUsual = 100;
 
 class Calibrate : public link::SamplingScreen {
  public:
-  Calibrate()
-      : SamplingScreen("Calibrate", "Calibrate", link::CommandName::SampleAccelerometers),
-        progress_(Progress::Make("Write Progress", EndOfCalibrationCells, this)),
-        write_(
-            *this, CalibrationWrite, progress_, [this](int k) { return CellAt(k); },
-            [this](bool enabled) { mnuSample->setEnabled(enabled); }) {
+  Calibrate() : SamplingScreen("Calibrate", "Calibrate", link::CommandName::SampleAccelerometers) {
     BuildMenu();
     BuildBody();
   }
@@ -74,7 +66,7 @@ class Calibrate : public link::SamplingScreen {
     column->setSpacing(16);
     column->addWidget(hint);
     column->addWidget(frame);
-    column->addWidget(progress_.fraProgress);
+    column->addWidget(progress_.frame);
     column->addStretch();
   }
 
@@ -179,13 +171,14 @@ class Calibrate : public link::SamplingScreen {
     }
   }
 
-  std::optional<CellByte> CellAt(int k) const {
-    const auto offset = static_cast<std::size_t>(k - FirstIndex);
-    return CellByte{k, Encode(Storage::U16, CalibrationValues.at(offset / 2))[offset % 2]};
+  std::uint8_t ByteAt(int k) const {
+    const auto index = IndexOf(k);
+    return Encode(Storage::U16, CalibrationValues.at(index / 2))[index % 2];
   }
 
-  Progress progress_;
-  WriteSequence write_;
+  Progress progress_ = MakeProgress("fraProgress", "PBar", "Write Progress", EndOfCalibrationCells, this);
+  WriteSequence write_{*this, CalibrationWrite, progress_, [this](int k) { return ByteAt(k); },
+                       [this](bool enabled) { mnuSample->setEnabled(enabled); }};
   QAction* mnuWrite = nullptr;
   std::array<Axis, 3> axes_{};
   /// Offset X, Y, Z, then gain X, Y, Z, in bits: fixed when a run stops; the write sends these, not the

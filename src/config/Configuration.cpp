@@ -1,13 +1,9 @@
 #include <QButtonGroup>
 #include <QScrollArea>
 
-#include "config/ParameterMap.h"
 #include "config/WriteSequence.h"
-#include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
-#include "shared/Records.h"
 #include "shared/Screens.h"
 
 namespace bexlow::config {
@@ -21,23 +17,22 @@ namespace {
 
 constexpr auto RowsCaption = "EEPROM Address - Value - Parameter";
 
-std::size_t IndexOf(int k) { return static_cast<std::size_t>(k - FirstIndex); }
-
-/// How many cells the ticks before k have written: four of the ticks write none.
-int CellsWritten(int k) {
-  const auto before = std::span(WriteCells).first(IndexOf(k));
-  return static_cast<int>(
-      std::ranges::count_if(before, [](Cell cell) { return Parameters[cell.row].form != Storage::None; }));
-}
-
-constexpr WritePlan ConfigurationWrite{EndOfWrite,  EndOfWrite - FirstIndex, FirstIndex, true, "Progress",
-                                       CellsWritten};
+// Four of the ticks write no cell.
+constexpr WritePlan ConfigurationWrite{
+    EndOfWrite, FirstIndex, "Progress", [](int k) {
+      const Cell& cell = WriteCells[IndexOf(k)];
+      return cell.row->form == Storage::None ? std::nullopt : std::optional(cell.Address());
+    }};
 
 QString Text(std::string_view text) {
   return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QByteArray NameOf(const Parameter& row) { return Text(row.name).toUtf8(); }
+/// "2/3", or "30" for a row of one cell.
+QString AddressText(const Parameter& row) {
+  const auto first = QString::number(row.address);
+  return CellsOf(row.form) == 1 ? first : first + QString("/%1").arg(row.address + 1);
+}
 
 QString RangeOf(const Parameter& row) {
   const auto limits = values::PlainNumberText(row.min) + " to " + values::PlainNumberText(row.max);
@@ -56,7 +51,7 @@ QGridLayout* MakeGrid(QWidget* frame) {
 /// Address, value, caption, unit.
 void AddRow(QGridLayout* grid, const Parameter& row, QWidget* value, QWidget* parent) {
   const int line = grid->rowCount();
-  grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), parent), line, 0);
+  grid->addWidget(MakeLabel("", AddressText(row), parent), line, 0);
   grid->addWidget(value, line, 1);
   grid->addWidget(MakeLabel("", Text(row.caption), parent, value), line, 2);
   if (!row.unit.empty()) grid->addWidget(MakeLabel("", Text(row.unit), parent), line, 3);
@@ -64,13 +59,7 @@ void AddRow(QGridLayout* grid, const Parameter& row, QWidget* value, QWidget* pa
 
 class Configuration : public Form {
  public:
-  Configuration()
-      : Form("Configuration", "Configuration"),
-        MSComm1(*this, "MSComm1"),
-        progress_(Progress::Make("Progress", EndOfRead - FirstIndex, this)),
-        write_(
-            *this, ConfigurationWrite, progress_, [this](int k) { return CellAt(k); },
-            [this](bool enabled) { EnableSequences(enabled); }) {
+  Configuration() : Form("Configuration", "Configuration") {
     BuildMenus();
     BuildBody();
     MSComm1.OnComm = [this] { MSComm1_OnComm(); };
@@ -84,14 +73,8 @@ class Configuration : public Form {
 
  private:
   void BuildMenus() {
-    auto* file = AddMenu("mnuFile", "&File");
-    mnuRead = AddEntry(file, "mnuRead", "&Read", [this] { mnuRead_Click(); });
-    mnuWrite = AddEntry(file, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
-    file->addSeparator()->setObjectName("mnuSep");
-    AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
-
-    mnuTools = AddMenu("mnuTools", "&Tools");
-    mnuEEPROM = AddEntry(mnuTools, "mnuEEPROM", "&EEPROM", [this] { MakeEEPROM()->ShowModal(window()); });
+    mnuFile->addSeparator()->setObjectName("mnuSep");
+    AddEntry(mnuFile, "mnuReturn", "&Return", [this] { Unload(); });
     mnuEEPROM->setVisible(false);
     AddEntry(mnuTools, "mnuShowMin", "&Show Min", [this] { mnuShow_Click(&Parameter::min); });
     AddEntry(mnuTools, "mnuShowMax", "Show &Max", [this] { mnuShow_Click(&Parameter::max); });
@@ -99,14 +82,14 @@ class Configuration : public Form {
   }
 
   void BuildBody() {
-    page_ = new QWidget;
     auto* columns = new QHBoxLayout(page_);
     columns->setContentsMargins(0, 0, 0, 0);
     columns->setSpacing(16);
     columns->addWidget(BuildAddresses("fraAddresses", 2), 1, Qt::AlignTop);
     auto* right = new QVBoxLayout;
     right->addWidget(BuildAddresses("fraSingleAddresses", 1));
-    right->addWidget(fra100108 = BuildIdentity());
+    BuildIdentity();
+    right->addWidget(fra100108);
     right->addStretch();
     columns->addLayout(right, 1);
 
@@ -118,7 +101,7 @@ class Configuration : public Form {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(16, 12, 16, 12);
     column->addWidget(scroll, 1);
-    column->addWidget(progress_.fraProgress);
+    column->addWidget(progress_.frame);
   }
 
   QWidget* MakeValueBox(const Parameter& row, QWidget* parent) {
@@ -131,7 +114,7 @@ class Configuration : public Form {
     edit->SetDecimals(DecimalsOf(row.form));
     edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance("-180.000") + 48);
     edit->setVisible(row.shown);
-    edits_[static_cast<std::size_t>(&row - Parameters)] = edit;
+    edits_.emplace(&row, edit);
     return edit;
   }
 
@@ -152,31 +135,28 @@ class Configuration : public Form {
   void AddUpdateRate(QGridLayout* grid, const Parameter& row, QWidget* frame) {
     auto* group = new QButtonGroup(frame);
     int line = grid->rowCount();
-    grid->addWidget(MakeLabel("", QString::fromStdString(AddressText(row)), frame), line, 0);
-    const auto make = [&](const char* name, std::string_view caption) {
-      auto* option = new QRadioButton(Text(caption), frame);
-      option->setObjectName(name);
+    grid->addWidget(MakeLabel("", AddressText(row), frame), line, 0);
+    opt75Hz->setText("7.5 Hz Linear Update Rate");
+    opt75Hz->setObjectName("opt75Hz");
+    opt15Hz->setText(Text(row.caption));
+    opt15Hz->setObjectName(Text(row.name));
+    for (auto* option : {opt75Hz, opt15Hz}) {
       group->addButton(option);
       grid->addWidget(option, line++, 1, 1, 3);
-      return option;
-    };
-    opt75Hz = make("opt75Hz", UpdateRate75Caption);
-    opt15Hz = make("opt15Hz", UpdateRate15Caption);
+    }
     opt15Hz->setChecked(true);
   }
 
-  QWidget* BuildIdentity() {
-    auto* frame = MakeFrame("fra100108", RowsCaption, this);
-    auto* grid = MakeGrid(frame);
+  void BuildIdentity() {
+    auto* grid = MakeGrid(fra100108);
     for (const int address : IdentityAddresses) {
-      const auto& row = *std::ranges::find(Parameters, address, &Parameter::address);
-      auto* box = MakeReadOnlyBox(NameOf(row).constData(), Text(row.caption), frame);
+      const Parameter& row = *std::ranges::find(Parameters, address, &Parameter::address);
+      auto* box = MakeReadOnlyBox(Text(row.name).toUtf8().constData(), Text(row.caption), fra100108);
       box->setAlignment(Qt::AlignRight);
-      boxes_[static_cast<std::size_t>(&row - Parameters)] = box;
-      AddRow(grid, row, box, frame);
+      boxes_.emplace(&row, box);
+      AddRow(grid, row, box, fra100108);
     }
-    frame->hide();
-    return frame;
+    fra100108->hide();
   }
 
   // A sequence uses the port and the progress bar, which the other menu entries need too.
@@ -194,7 +174,7 @@ class Configuration : public Form {
       page_->setEnabled(false);  // its zeros are no settings of the logger
       ClearParameters();
       Shared.ParameterIndex = FirstIndex;
-      progress_.PBar->setMaximum(EndOfRead - FirstIndex);
+      progress_.bar->setMaximum(EndOfRead - FirstIndex);
       Shared.ReadArray = {};
       MSComm1.RThreshold(1);
       link::OpenCommPort(MSComm1, *this);
@@ -203,7 +183,7 @@ class Configuration : public Form {
   }
 
   void RequestCell(std::size_t stepsSent = 0) {
-    const auto request = link::ReadEeprom(AddressOf(ReadCells.at(IndexOf(Shared.ParameterIndex))));
+    const auto request = link::ReadEeprom(ReadCells.at(IndexOf(Shared.ParameterIndex)).Address());
     link::Send(MSComm1, std::span(request).subspan(stepsSent));
   }
 
@@ -230,7 +210,7 @@ class Configuration : public Form {
   void TakeCell(std::uint8_t byte) {
     Shared.ReadArray.at(IndexOf(Shared.ParameterIndex)) = byte;
     const int k = ++Shared.ParameterIndex;
-    progress_.Show("Reading", k, k - FirstIndex);
+    progress_.Show(QString("Reading %1").arg(k), k - FirstIndex);
     emit ActivityChanged();
   }
 
@@ -240,7 +220,7 @@ class Configuration : public Form {
     link::CloseCommPort(MSComm1, *this);
     BreakOutReadArray();
     ShowParameters();
-    progress_.End("Progress");
+    progress_.Show("Progress", 0);
     MousePointer(Pointer::Normal);
     MsgBox("Read completed!");
     if (Active() == this) Activated();  // the keyboard goes back to the boxes
@@ -248,25 +228,23 @@ class Configuration : public Form {
 
   void BreakOutReadArray() {
     Guarded(*this, "BreakOutReadArray", [this] {
-      BreakOut(Shared.ReadArray, Shared.OnBoardParameters);
-      for (std::size_t row = 0; row < ParameterCount; ++row)
-        if (boxes_[row] != nullptr) boxes_[row]->setText(Shown(ValueIn(Shared.ReadArray, Parameters[row])));
+      for (const Parameter& row : Parameters) {
+        if (row.field != nullptr) Shared.OnBoardParameters.*row.field = ValueOf(row, Shared.ReadArray);
+      }
+      for (const auto& [row, box] : boxes_) box->setText(Shown(ValueOf(*row, Shared.ReadArray)));
     });
   }
 
   void ShowParameters() {
     const auto& parameters = Shared.OnBoardParameters;
-    for (std::size_t row = 0; row < ParameterCount; ++row) {
-      const auto field = Parameters[row].field;
-      if (edits_[row] != nullptr && field != nullptr) edits_[row]->Value(parameters.*field);
+    for (const auto& [row, edit] : edits_) {
+      if (row->field != nullptr) edit->Value(parameters.*row->field);
     }
     (parameters.LinearUpdateRate == UpdateRate75 ? opt75Hz : opt15Hz)->setChecked(true);
   }
 
   void ClearParameters() {
-    for (auto* edit : edits_) {
-      if (edit != nullptr) edit->Value(0);
-    }
+    for (const auto& [row, edit] : edits_) edit->Value(0);
     auto* rates = opt15Hz->group();
     rates->setExclusive(false);  // an exclusive group always keeps one of them
     opt75Hz->setChecked(false);
@@ -274,22 +252,15 @@ class Configuration : public Form {
     rates->setExclusive(true);
   }
 
-  double ValueOf(std::size_t row) const {
-    if (edits_[row] != nullptr) return edits_[row]->Value();
-    return opt75Hz->isChecked() ? UpdateRate75 : UpdateRate15;
-  }
-
-  std::optional<CellByte> CellAt(int k) const {
-    const auto cell = WriteCells.at(IndexOf(k));
-    const auto form = Parameters[cell.row].form;
-    if (form == Storage::None) return std::nullopt;
-    return CellByte{AddressOf(cell), Encode(form, ValueOf(cell.row))[cell.byte]};
+  std::uint8_t ByteAt(int k) const {
+    const auto& [row, byte] = WriteCells[IndexOf(k)];
+    const double rate = opt75Hz->isChecked() ? UpdateRate75 : UpdateRate15;
+    const double value = row->control == Control::Option ? rate : edits_.at(row)->Value();
+    return Encode(row->form, value)[static_cast<std::size_t>(byte)];
   }
 
   void mnuShow_Click(double Parameter::*value) {
-    for (std::size_t row = 0; row < ParameterCount; ++row) {
-      if (edits_[row] != nullptr) edits_[row]->Value(Parameters[row].*value);
-    }
+    for (const auto& [row, edit] : edits_) edit->Value(row->*value);
   }
 
   void mnuShowDefaults_Click() {
@@ -303,20 +274,23 @@ class Configuration : public Form {
     fra100108->setVisible(show);
   }
 
-  MSComm MSComm1;
-  Progress progress_;
-  WriteSequence write_;
-  std::array<CWNumEdit*, ParameterCount> edits_{};  ///< indexed as Parameters, null for other rows
-  std::array<QLineEdit*, ParameterCount> boxes_{};
+  MSComm MSComm1{*this, "MSComm1"};
+  Progress progress_ = MakeProgress("fraProgress", "PBar", "Progress", EndOfRead - FirstIndex, this);
+  WriteSequence write_{*this, ConfigurationWrite, progress_, [this](int k) { return ByteAt(k); },
+                       [this](bool enabled) { EnableSequences(enabled); }};
+  std::map<const Parameter*, CWNumEdit*> edits_;
+  std::map<const Parameter*, QLineEdit*> boxes_;
 
-  QWidget* page_ = nullptr;  ///< holds the values
-  QMenu* mnuTools = nullptr;
-  QAction* mnuRead = nullptr;
-  QAction* mnuWrite = nullptr;
-  QAction* mnuEEPROM = nullptr;
-  QWidget* fra100108 = nullptr;
-  QRadioButton* opt75Hz = nullptr;
-  QRadioButton* opt15Hz = nullptr;
+  QMenu* mnuFile = AddMenu("mnuFile", "&File");
+  QAction* mnuRead = AddEntry(mnuFile, "mnuRead", "&Read", [this] { mnuRead_Click(); });
+  QAction* mnuWrite = AddEntry(mnuFile, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
+  QMenu* mnuTools = AddMenu("mnuTools", "&Tools");
+  QAction* mnuEEPROM =
+      AddEntry(mnuTools, "mnuEEPROM", "&EEPROM", [this] { MakeEEPROM()->ShowModal(window()); });
+  QWidget* page_ = new QWidget;  ///< holds the values
+  QWidget* fra100108 = MakeFrame("fra100108", RowsCaption, this);
+  QRadioButton* opt75Hz = new QRadioButton;
+  QRadioButton* opt15Hz = new QRadioButton;
 };
 
 }  // namespace

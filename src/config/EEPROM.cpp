@@ -50,15 +50,7 @@ std::uint8_t ByteOf(const QString& text) {
 
 class EEPROM : public Form {
  public:
-  EEPROM()
-      : Form("EEPROM", "EEPROM"),
-        MSComm1(*this, "MSComm1"),
-        TimerEEPROM(*this, "TimerEEPROM", ReplyBudgetMs),
-        NumEditAddress(new CWNumEdit(this)),
-        txtValue(new ValueBox(this)),
-        cmdRead(MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); })),
-        cmdWrite(MakeButton("cmdWrite", "Write", [this] { cmdWrite_Click(); })),
-        cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })) {
+  EEPROM() : Form("EEPROM", "EEPROM") {
     Build();
     TimerEEPROM.OnTimer = [this] { TimerEEPROM_Timer(); };
     OnCloseRequest = [this] { cmdOK_Click(); };
@@ -164,13 +156,13 @@ class EEPROM : public Form {
     });
   }
 
-  MSComm MSComm1;
-  Timer TimerEEPROM;
-  CWNumEdit* NumEditAddress;
-  ValueBox* txtValue;
-  QPushButton* cmdRead;
-  QPushButton* cmdWrite;
-  QPushButton* cmdOK;
+  MSComm MSComm1{*this, "MSComm1"};
+  Timer TimerEEPROM{*this, "TimerEEPROM", ReplyBudgetMs};
+  CWNumEdit* NumEditAddress = new CWNumEdit(this);
+  ValueBox* txtValue = new ValueBox(this);
+  QPushButton* cmdRead = MakeButton("cmdRead", "Read", [this] { cmdRead_Click(); });
+  QPushButton* cmdWrite = MakeButton("cmdWrite", "Write", [this] { cmdWrite_Click(); });
+  QPushButton* cmdOK = MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); });
 };
 
 }  // namespace

@@ -1,10 +1,10 @@
 #include "config/ParameterMap.h"
 
+#include <algorithm>
 #include <system_error>
 
 #include "link/Protocol.h"
 #include "values/Conversions.h"
-#include "values/NumberText.h"
 
 namespace bexlow::config {
 
@@ -38,70 +38,35 @@ static_assert(RowsAreConsistent());
 
 /// Each read-only box stands on one line.
 consteval bool IdentityIsWhole() {
-  const auto isLine = [](const Parameter& row) {
+  return std::ranges::all_of(Parameters, [](const Parameter& row) {
     return std::ranges::count(IdentityAddresses, row.address) == (row.control == Control::Text ? 1 : 0);
-  };
-  return std::ranges::all_of(Parameters, isLine);
+  });
 }
 static_assert(IdentityIsWhole());
 
-[[noreturn]] void Throw(std::errc code, const char* words) {
-  throw std::system_error(std::make_error_code(code), words);
-}
+}  // namespace
 
-double FullScale(Storage form) { return form == Storage::Angle180 ? 180 : 90; }
-
-double CountOf(Storage form, double degrees) {
-  return form == Storage::Angle180 ? values::AngleToInteger180(degrees) : values::AngleToInteger90(degrees);
-}
-
-std::array<std::uint8_t, 2> Split(double word) {
-  if (!(word >= 0 && word <= 65535)) Throw(std::errc::result_out_of_range, "Value does not fit two cells");
+std::array<std::uint8_t, 2> Encode(Storage form, double value) {
+  if (form == Storage::U8) return {values::ToByte(value), 0};
+  if (form == Storage::Angle180) value = values::AngleToInteger180(value);
+  if (form == Storage::Angle90) value = values::AngleToInteger90(value);
+  double word = values::RoundHalfEven(value);
+  if (form != Storage::U16 && word == 65536) word = 0;  // an angle that rounds to -0 counts, which is 0
+  if (form == Storage::None || !(word >= 0 && word <= 65535))
+    throw std::system_error(std::make_error_code(std::errc::result_out_of_range),
+                            "Value does not fit two cells");
   const int whole = static_cast<int>(word);
   return {static_cast<std::uint8_t>(link::HighByte(whole)), static_cast<std::uint8_t>(link::LowByte(whole))};
 }
 
-}  // namespace
-
-std::string AddressText(const Parameter& parameter) {
-  const std::string first = std::to_string(parameter.address);
-  return CellsOf(parameter.form) == 1 ? first : first + "/" + std::to_string(parameter.address + 1);
-}
-
-double Decode(Storage form, std::span<const std::uint8_t> bytes) {
-  if (form == Storage::None) return 0;
-  if (bytes.empty()) Throw(std::errc::invalid_argument, "No cell to convert");
-  if (form == Storage::U8) return bytes[0];
-  const double word = values::Word(bytes, 0);
-  if (form == Storage::U16) return word;
-  return values::UnsignedToSigned16(word) / 32767 * FullScale(form);
-}
-
-std::array<std::uint8_t, 2> Encode(Storage form, double value) {
-  switch (form) {
-    case Storage::U8:
-      return {values::ToByte(value), 0};
-    case Storage::U16:
-      return Split(values::RoundHalfEven(value));
-    case Storage::Angle180:
-    case Storage::Angle90: {
-      const double count = values::RoundHalfEven(CountOf(form, value));
-      return Split(count == 65536 ? 0 : count);  // an angle that rounds to -0 counts, which is 0
-    }
-    case Storage::None:
-      break;
-  }
-  Throw(std::errc::result_out_of_range, "These cells are never written");
-}
-
-double ValueIn(const values::ReadArray& cells, const Parameter& row) {
-  const auto first = std::ranges::find(ReadCells, &row - Parameters, &Cell::row) - ReadCells.begin();
-  return Decode(row.form, std::span(cells).subspan(static_cast<std::size_t>(first)));
-}
-
-void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters) {
-  for (const Parameter& row : Parameters)
-    if (row.field != nullptr) parameters.*row.field = ValueIn(cells, row);
+double ValueOf(const Parameter& row, const values::ReadArray& cells) {
+  if (row.form == Storage::None) return 0;
+  const auto first = std::ranges::find(ReadCells, &row, &Cell::row) - ReadCells.begin();
+  const auto index = static_cast<std::size_t>(first);
+  if (row.form == Storage::U8) return cells.at(index);
+  const double word = values::Word(cells, index);
+  if (row.form == Storage::U16) return word;
+  return values::UnsignedToSigned16(word) / 32767 * (row.form == Storage::Angle180 ? 180 : 90);
 }
 
 }  // namespace bexlow::config

@@ -2,10 +2,7 @@
 // derived.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
-#include <optional>
-#include <span>
 #include <string_view>
 
 #include "values/LoggerValues.h"
@@ -34,10 +31,10 @@ struct Parameter {
   Control control;
   std::string_view name;  ///< name of the control
   std::string_view caption;
-  double min, max, initial;  ///< limits and default of the screen
+  double min = 0, max = 0, initial = 0;  ///< limits and default of the screen
   double values::OnBoardParameters::*field = nullptr;
   std::string_view unit = {};
-  bool shown = true;  ///< when the screen opens
+  bool shown = true;  ///< on the screen
 };
 
 using P = values::OnBoardParameters;
@@ -73,81 +70,71 @@ inline constexpr Parameter Parameters[] = {
     {64, Storage::U16, Control::NumEdit, "NumEdit64", "DAC2", 0, 1024, 512, &P::DAC2},
     {66, Storage::U16, Control::NumEdit, "NumEdit66", "DAC3", 0, 1024, 512, &P::DAC3},
     {68, Storage::U16, Control::NumEdit, "NumEdit68", "DAC4", 0, 1024, 512, &P::DAC4},
-    {100, Storage::U16, Control::Text, "txtSerialNumber", "Serial Number", 0, 0, 0, nullptr, {}, false},
+    {100, Storage::U16, Control::Text, "txtSerialNumber", "Serial Number"},
     {102, Storage::U8, Control::Option, "opt15Hz", "15 Hz Linear Update Rate", 0, 0, 15,
      &P::LinearUpdateRate},
-    {103, Storage::U8, Control::Text, "txtDay", "Launch Day", 0, 0, 0, nullptr, {}, false},
-    {104, Storage::U16, Control::Text, "txtYear", "Launch Year", 0, 0, 0, nullptr, {}, false},
-    {106, Storage::U8, Control::Text, "txtHour", "Launch Hour", 0, 0, 0, nullptr, {}, false},
-    {107, Storage::U8, Control::Text, "txtMinute", "Launch Minute", 0, 0, 0, nullptr, {}, false},
-    {108, Storage::U8, Control::Text, "txtSecond", "Launch Second", 0, 0, 0, nullptr, {}, false},
-    {109, Storage::U8, Control::Text, "txtMonth", "Launch Month", 0, 0, 0, nullptr, {}, false},
+    {103, Storage::U8, Control::Text, "txtDay", "Launch Day"},
+    {104, Storage::U16, Control::Text, "txtYear", "Launch Year"},
+    {106, Storage::U8, Control::Text, "txtHour", "Launch Hour"},
+    {107, Storage::U8, Control::Text, "txtMinute", "Launch Minute"},
+    {108, Storage::U8, Control::Text, "txtSecond", "Launch Second"},
+    {109, Storage::U8, Control::Text, "txtMonth", "Launch Month"},
 };
-inline constexpr std::size_t ParameterCount = std::size(Parameters);
 
 /// The update rate's byte: 75 is 7.5 Hz, 15 (not 150) is 15 Hz, as is any other byte.
 inline constexpr double UpdateRate75 = 75;
 inline constexpr double UpdateRate15 = 15;
-inline constexpr std::string_view UpdateRate75Caption = "7.5 Hz Linear Update Rate";
-inline constexpr std::string_view UpdateRate15Caption = "15 Hz Linear Update Rate";
 
 constexpr int CellsOf(Storage form) { return form == Storage::U8 ? 1 : 2; }
 /// Decimal places that tell one count from the next: 32767 counts for 90 degrees are 0.0027 degrees each.
 constexpr int DecimalsOf(Storage form) {
   return form == Storage::Angle180 || form == Storage::Angle90 ? 3 : 0;
 }
-/// "2/3", or "30" for a row of one cell.
-std::string AddressText(const Parameter& parameter);
-
-/// The value that the cells of a form hold; 0 for Storage::None.
-/// @throws std::system_error invalid_argument for fewer bytes than the form has
-double Decode(Storage form, std::span<const std::uint8_t> bytes);
 
 /// The cells of a value: high byte, low byte; for Storage::U8 only the first is used.
 /// @throws std::system_error result_out_of_range for a value that the cells cannot hold, and for
 /// Storage::None
 std::array<std::uint8_t, 2> Encode(Storage form, double value);
 
-// Sequences. ParameterIndex k counts the cells of the table from 2, in ascending order.
+// Sequences. ParameterIndex k counts their cells from 2, in ascending order.
+struct Cell {
+  const Parameter* row = nullptr;
+  int byte = 0;  ///< of the row's cells: 0 the first, 1 the second
+  constexpr int Address() const { return row->address + byte; }
+};
+
 constexpr bool IsRead(const Parameter&) { return true; }
 constexpr bool IsWritten(const Parameter& row) { return row.control != Control::Text; }
-constexpr int CellCount(bool (*counts)(const Parameter&)) {
-  int cells = 0;
-  for (const Parameter& row : Parameters) cells += counts(row) ? CellsOf(row.form) : 0;
-  return cells;
-}
-inline constexpr int FirstIndex = 2;
-inline constexpr int EndOfRead = FirstIndex + CellCount(IsRead);      ///< one past the last k that is read
-inline constexpr int EndOfWrite = FirstIndex + CellCount(IsWritten);  ///< one past the last k that is written
 
-/// A cell by its place in the table: the row, and which of the row's cells it is, 0 or 1.
-struct Cell {
-  std::size_t row = 0, byte = 0;
-};
-constexpr int AddressOf(Cell cell) { return Parameters[cell.row].address + static_cast<int>(cell.byte); }
-
-template <int Count>
-consteval auto MakeCells(bool (*counts)(const Parameter&)) {
-  std::array<Cell, Count> cells{};
+template <bool (*Counts)(const Parameter&)>
+consteval auto MakeCells() {
+  constexpr auto count = [] {
+    std::size_t cells = 0;
+    for (const Parameter& row : Parameters) cells += Counts(row) ? CellsOf(row.form) : 0;
+    return cells;
+  }();
+  std::array<Cell, count> cells{};
   std::size_t next = 0;
-  for (std::size_t row = 0; row < ParameterCount; ++row) {
-    const int rowCells = counts(Parameters[row]) ? CellsOf(Parameters[row].form) : 0;
-    for (int byte = 0; byte < rowCells; ++byte) cells[next++] = {row, static_cast<std::size_t>(byte)};
+  for (const Parameter& row : Parameters) {
+    for (int byte = 0; Counts(row) && byte < CellsOf(row.form); ++byte) cells[next++] = {&row, byte};
   }
   return cells;
 }
-/// What the read asks for and what the write sends, at k = FirstIndex and so on. Nothing is sent at a cell of
-/// Storage::None.
-inline constexpr auto ReadCells = MakeCells<EndOfRead - FirstIndex>(IsRead);
-inline constexpr auto WriteCells = MakeCells<EndOfWrite - FirstIndex>(IsWritten);
-static_assert(std::tuple_size_v<values::ReadArray> == ReadCells.size());
+inline constexpr auto ReadCells = MakeCells<IsRead>();
+/// At a cell of Storage::None nothing is sent.
+inline constexpr auto WriteCells = MakeCells<IsWritten>();
 
-/// The value of a row in a whole read, whose bytes stand in the order of ReadCells.
-double ValueIn(const values::ReadArray& cells, const Parameter& row);
-/// Every converted value of a whole read. Nothing else is changed.
-void BreakOut(const values::ReadArray& cells, values::OnBoardParameters& parameters);
+inline constexpr int FirstIndex = 2;
+inline constexpr int EndOfRead = FirstIndex + static_cast<int>(ReadCells.size());    ///< one past the last k
+inline constexpr int EndOfWrite = FirstIndex + static_cast<int>(WriteCells.size());  ///< one past the last k
+/// Where k stands in the cells of a sequence, and its byte in a ReadArray.
+constexpr std::size_t IndexOf(int k) { return static_cast<std::size_t>(k - FirstIndex); }
+static_assert(std::tuple_size_v<values::ReadArray> == ReadCells.size());
 
 /// The rows with a read-only box, from the top, by their addresses.
 inline constexpr int IdentityAddresses[] = {100, 109, 103, 104, 106, 107, 108};
+
+/// The converted value of a row in a whole read; 0 for Storage::None.
+double ValueOf(const Parameter& row, const values::ReadArray& cells);
 
 }  // namespace bexlow::config

@@ -24,6 +24,7 @@ using shared::Shown;
 namespace {
 
 constexpr int LateAfterSeconds = 1;
+constexpr auto Retrieving = "Retrieving on-board parameters";
 
 std::int64_t NowInSeconds() { return platform::Machine::Get().Now().seconds; }
 
@@ -53,16 +54,12 @@ class DownloadErase : public platform::Form {
   }
 
   void BuildBody() {
-    fraPBar = platform::MakeFrame("fraPBar", "Download Progress", this);
-    PBar = platform::MakeProgressBar("PBar", "Download Progress", fraPBar);
-    lblWarning = platform::MakeLabel("lblWarning", "Comm failure: attempting re-sample", fraPBar);
+    lblWarning = platform::MakeLabel("lblWarning", "Comm failure: attempting re-sample", progress_.frame);
     lblWarning->setStyleSheet("color: #ffffff; background: #b00020; padding: 2px 6px; font-weight: 600;");
     lblWarning->hide();
-    auto* progress = new QHBoxLayout(fraPBar);
-    progress->addWidget(PBar, 1);
-    progress->addWidget(lblWarning);
+    progress_.line->addWidget(lblWarning);
 
-    erase_.Attach(mnuErase, mnuDownload, fraPBar);
+    erase_.Attach(mnuErase, mnuDownload, progress_.frame);
     preview_ = new RunPreview(this);
     preview_->AddBox(txtMode, "txtMode", "Label4", "Mode");
     txtMode->setMinimumWidth(fontMetrics().horizontalAdvance("Linear") + 20);
@@ -71,7 +68,7 @@ class DownloadErase : public platform::Form {
     preview_->AddBox(txtBufferLen, "txtBufferLen", "Label1", "Buffer Len");
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(12, 12, 12, 12);
-    column->addWidget(fraPBar);
+    column->addWidget(progress_.frame);
     column->addWidget(erase_.Frame());
     column->addWidget(preview_, 1);
   }
@@ -94,15 +91,15 @@ class DownloadErase : public platform::Form {
     preview_->Clear();
     mnuDownload->setEnabled(false);
     mnuErase->setEnabled(false);
-    fraPBar->setTitle("Retrieving on-board parameters");
-    PBar->setMaximum(4);
+    progress_.bar->setMaximum(4);
+    progress_.Show(Retrieving, 0);
     platform::Machine::Get().Repaint();
     const auto& parameters = Shared.OnBoardParameters;
     const char* failed = RetrieveParameters(MSComm3, *this, [&](int done) {
       if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
       if (parameters.BinLinearMode == 1) txtMode->setText("Linear");
       if (parameters.BinLinearMode == 1) txtChannels->setText(Shown(parameters.LinearChannels));
-      platform::SetProgress(PBar, done);
+      progress_.Show(Retrieving, done);
       platform::Machine::Get().Repaint();
     });
     if (failed != nullptr) {
@@ -139,7 +136,7 @@ class DownloadErase : public platform::Form {
     mnuDownload->setChecked(true);
     Shared.DownloadPageNumber = 0;
     Shared.TimerAdvanceCount = 0;
-    PBar->setMaximum(Shared.MaxDownloadPages);
+    progress_.bar->setMaximum(Shared.MaxDownloadPages);
     TellPage();
     TellTimeLeft("");
     MSComm1.RThreshold(static_cast<int>(link::PageSize));
@@ -267,8 +264,7 @@ class DownloadErase : public platform::Form {
 
   void TellPage() {
     page_ = "page " + values::NumberText(Shared.DownloadPageNumber);
-    fraPBar->setTitle(QString::fromStdString("Downloading " + page_));
-    platform::SetProgress(PBar, Shared.DownloadPageNumber);
+    progress_.Show(QString::fromStdString("Downloading " + page_), Shared.DownloadPageNumber);
   }
 
   // Empty where it is not known: before page 0 has come, and while no reply comes.
@@ -317,8 +313,7 @@ class DownloadErase : public platform::Form {
   void BackToIdle() {
     preview_->End();
     TellTimeLeft("");
-    fraPBar->setTitle("Download Progress");
-    PBar->setValue(0);
+    progress_.Show("Download Progress", 0);
     mnuDownload->setChecked(false);
     mnuDownload->setEnabled(true);
     mnuErase->setEnabled(true);
@@ -345,8 +340,7 @@ class DownloadErase : public platform::Form {
 
   QAction* mnuDownload = nullptr;
   QAction* mnuErase = nullptr;
-  QGroupBox* fraPBar = nullptr;
-  QProgressBar* PBar = nullptr;
+  Progress progress_ = MakeProgress("fraPBar", "PBar", "Download Progress", 100, this);
   QLineEdit* txtMode = nullptr;
   QLineEdit* txtChannels = nullptr;
   QLineEdit* txtTimer = nullptr;

@@ -20,14 +20,11 @@ Erase::Erase(platform::Form& screen)
     : screen_(screen),
       MSComm2(screen, "MSComm2"),
       TimerErase(screen, "TimerErase", 500),
-      fraErase(platform::MakeFrame("fraErase", "Erase Progress", &screen)),
-      PBarErase(platform::MakeProgressBar("PBarErase", "Erase Progress", fraErase)),
-      txtInBufferSize(platform::MakeReadOnlyBox("txtInBufferSize", "InBufferCount", fraErase)) {
-  auto* line = new QHBoxLayout(fraErase);
-  line->addWidget(PBarErase, 1);
-  line->addWidget(platform::MakeLabel("Label2", "InBufferCount", fraErase, txtInBufferSize));
-  line->addWidget(txtInBufferSize);
-  fraErase->hide();
+      progress_(platform::MakeProgress("fraErase", "PBarErase", "Erase Progress", CompleteAtBytes, &screen)),
+      txtInBufferSize(platform::MakeReadOnlyBox("txtInBufferSize", "InBufferCount", progress_.frame)) {
+  progress_.line->addWidget(platform::MakeLabel("Label2", "InBufferCount", progress_.frame, txtInBufferSize));
+  progress_.line->addWidget(txtInBufferSize);
+  progress_.frame->hide();
   TimerErase.OnTimer = [this] { TimerErase_Timer(); };
 }
 
@@ -58,11 +55,9 @@ void Erase::Start() {
   screen_.MousePointer(Pointer::Busy);
   mnuErase_->setChecked(true);
   mnuDownload_->setEnabled(false);
-  PBarErase->setMaximum(CompleteAtBytes);
-  fraErase->setTitle("Erasing");
-  PBarErase->setValue(0);
+  progress_.Show("Erasing", 0);
   idleFrame_->hide();
-  fraErase->show();
+  progress_.frame->show();
   MSComm2.InBufferSize = EraseBufferSize;
   link::OpenCommPort(MSComm2, screen_);
   link::Send(MSComm2, link::EraseData());
@@ -79,7 +74,7 @@ void Erase::TimerErase_Timer() {
           txtInBufferSize->setText(text);
           pace_.Count();
         }
-        platform::SetProgress(PBarErase, count);
+        progress_.Show("Erasing", count);
         emit screen_.ActivityChanged();
         if (count < CompleteAtBytes) return;
         StopWatching();
@@ -112,9 +107,8 @@ void Erase::StopWatching() {
 }
 
 void Erase::BackToIdle() {
-  fraErase->setTitle("Erase Progress");
-  PBarErase->setValue(0);
-  fraErase->hide();
+  progress_.Show("Erase Progress", 0);
+  progress_.frame->hide();
   idleFrame_->show();
   mnuErase_->setChecked(false);
   txtInBufferSize->clear();

@@ -12,7 +12,7 @@ class Erase {
   /// The entry that starts and halts the erase; the entry that is disabled and the frame that is hidden
   /// meanwhile.
   void Attach(QAction* mnuErase, QAction* mnuDownload, QGroupBox* idleFrame);
-  QGroupBox* Frame() const { return fraErase; }
+  QGroupBox* Frame() const { return progress_.frame; }
 
   void mnuErase_Click();
   platform::Activity Activity() const;
@@ -33,8 +33,7 @@ class Erase {
   QAction* mnuErase_ = nullptr;
   QAction* mnuDownload_ = nullptr;
   QGroupBox* idleFrame_ = nullptr;
-  QGroupBox* fraErase;
-  QProgressBar* PBarErase;
+  platform::Progress progress_;
   QLineEdit* txtInBufferSize;
 };
 

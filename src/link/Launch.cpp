@@ -32,12 +32,8 @@ Launch::Launch(platform::Form& main, std::function<void(std::optional<int> page)
       launched_(std::move(launched)),
       MSComm1(main, "MSComm1"),
       Timer1(main, "Timer1", 250),
-      fraErase(platform::MakeFrame("fraErase", IdleCaption, &main)),
-      PBar(platform::MakeProgressBar("PBar", IdleCaption, fraErase)) {
-  PBar->setMaximum(LastPage);
-  auto* layout = new QVBoxLayout(fraErase);
-  layout->addWidget(PBar);
-  fraErase->hide();
+      progress_(platform::MakeProgress("fraErase", "PBar", IdleCaption, LastPage, &main)) {
+  progress_.frame->hide();
   main.OnActivity = [this] {
     return platform::Activity{"Erasing", "page " + values::NumberText(ErasedPageCount) + " of " +
                                              values::NumberText(LastPage) + " before the launch"};
@@ -79,7 +75,7 @@ bool Launch::WriteLaunchTime() {
 
 void Launch::EraseAndLaunch() {
   try {
-    fraErase->show();
+    progress_.frame->show();
     platform::Machine::Get().Repaint();
     ErasedByteCount = ErasedPageCount = 0;
     heard_ = false;
@@ -102,14 +98,14 @@ void Launch::Timer1_Timer() {
   if (count < LeastBytesOfErase) return Finish();
   ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
   ErasedPageCount = std::min(values::RoundHalfEven(ErasedByteCount / BytesInPage), double{LastPage});
-  platform::SetProgress(PBar, ErasedPageCount);
-  fraErase->setTitle("Erasing page " + QString::fromStdString(values::NumberText(ErasedPageCount)));
+  progress_.Show("Erasing page " + QString::fromStdString(values::NumberText(ErasedPageCount)),
+                 ErasedPageCount);
   emit main_.ActivityChanged();
 }
 
 void Launch::HideProgress() {
-  fraErase->setTitle(IdleCaption);
-  fraErase->hide();
+  progress_.frame->setTitle(IdleCaption);
+  progress_.frame->hide();
 }
 
 void Launch::Finish() {

@@ -15,7 +15,7 @@ class Launch {
   ///                  it was heard last during the erase, nothing if it was not heard
   Launch(platform::Form& main, std::function<void(std::optional<int> page)> launched);
 
-  QGroupBox* Frame() const { return fraErase; }
+  QGroupBox* Frame() const { return progress_.frame; }
 
   void mnuLaunch_Click();
 
@@ -30,8 +30,7 @@ class Launch {
   std::function<void(std::optional<int> page)> launched_;
   platform::MSComm MSComm1;
   platform::Timer Timer1;
-  QGroupBox* fraErase;
-  QProgressBar* PBar;
+  platform::Progress progress_;
   double ErasedByteCount = 0;
   double ErasedPageCount = 0;  ///< 0 to 2047
   bool heard_ = false;

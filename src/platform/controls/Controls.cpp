@@ -39,14 +39,22 @@ QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWid
   return box;
 }
 
-QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent) {
-  auto* bar = new QProgressBar(parent);
-  bar->setObjectName(name);
-  bar->setAccessibleName(accessibleName);
-  bar->setTextVisible(false);
-  bar->setRange(0, 100);
-  bar->setValue(0);
-  return bar;
+Progress MakeProgress(const char* frame, const char* bar, const QString& caption, int maximum,
+                      QWidget* parent) {
+  Progress progress{MakeFrame(frame, caption, parent), new QProgressBar, new QHBoxLayout};
+  progress.bar->setObjectName(bar);
+  progress.bar->setAccessibleName(caption);
+  progress.bar->setTextVisible(false);
+  progress.bar->setRange(0, maximum);
+  progress.bar->setValue(0);
+  progress.frame->setLayout(progress.line);
+  progress.line->addWidget(progress.bar, 1);
+  return progress;
+}
+
+void Progress::Show(const QString& caption, double value) const {
+  frame->setTitle(caption);
+  bar->setValue(static_cast<int>(std::clamp(value, 0.0, static_cast<double>(bar->maximum()))));
 }
 
 QPixmap Drawing(const QString& resource, QSize size, double devicePixelRatio) {
@@ -67,10 +75,6 @@ QLabel* MakePicture(const char* name, const QString& resource, QSize size, QWidg
 void SetPlainToolTip(QWidget* widget, const QString& text) {
   widget->setToolTip(text.isEmpty() ? text : "<span>" + text.toHtmlEscaped() + "</span>");
   widget->setAccessibleDescription(text);
-}
-
-void SetProgress(QProgressBar* bar, double value) {
-  bar->setValue(static_cast<int>(std::clamp(value, 0.0, static_cast<double>(bar->maximum()))));
 }
 
 }  // namespace bexlow::platform

@@ -19,8 +19,19 @@ QLabel* MakeLabel(const char* name, const QString& text, QWidget* parent, QWidge
 /// and copied from.
 QLineEdit* MakeReadOnlyBox(const char* name, const QString& accessibleName, QWidget* parent);
 QLineEdit* MakeTextBox(const char* name, const QString& accessibleName, QWidget* parent);
-/// A bar from 0 that shows no number of its own.
-QProgressBar* MakeProgressBar(const char* name, const QString& accessibleName, QWidget* parent);
+
+/// A frame whose caption tells how far something has come, with a bar from 0 that shows no number of its own.
+struct Progress {
+  QGroupBox* frame;
+  QProgressBar* bar;
+  QHBoxLayout* line;  ///< for what stands beside the bar
+
+  /// @param value  limited to the bar's range
+  void Show(const QString& caption, double value) const;
+};
+/// @param caption  of the frame at first, and what the bar is called
+Progress MakeProgress(const char* frame, const char* bar, const QString& caption, int maximum,
+                      QWidget* parent);
 
 inline constexpr auto Emblem = ":/bexlow.svg";
 /// A drawing of the program's resources on a transparent ground.
@@ -30,8 +41,5 @@ QLabel* MakePicture(const char* name, const QString& resource, QSize size, QWidg
 
 /// A tool tip that shows any text as it is, and reads it aloud; Qt would take some for HTML.
 void SetPlainToolTip(QWidget* widget, const QString& text);
-
-/// Sets a value, limited to the bar's range.
-void SetProgress(QProgressBar* bar, double value);
 
 }  // namespace bexlow::platform
