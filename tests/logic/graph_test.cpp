@@ -166,9 +166,10 @@ TEST(View, IsReportedInFiguresAndHistograms) {
   EXPECT_TRUE(Plain(graph::FiguresText(ViewOf(run, 40, 40), std::vector<double>{0, 0}))
                   .find("|X|-|-|-|-|0°|-|-|Y|-") != std::string::npos);
   const auto late = ViewOf(run, 264, 527);
-  const auto head = Plain(graph::HeadText("a", {"417", "", 7.5}, "b", &late));
+  const auto head = Plain(graph::HeadText("a", {"417", "c", 7.5}, "b", &late));
   EXPECT_EQ(head,
-            "|a|Logger|417|Rate|7.5 samples a second|Run|b|In view|samples 264 to 455, 53s to 78s since the "
+            "|a|Logger|417|Launched|c|Rate|7.5 samples a second|Run|b|In view|samples 264 to 455, 53s to 78s "
+            "since the "
             "launch|");
   const auto shares = [](const files::Run& of, std::size_t axis, std::size_t last) {
     const auto [step, first, percent] = graph::HistogramInView(ViewOf(of, 0, last), axis);

@@ -1,3 +1,4 @@
+#include <QSignalSpy>
 #include <qcustomplot.h>
 
 #include <numeric>
@@ -204,8 +205,11 @@ TEST_F(Graph, AsManyCursorsAsSamples) {
 
 TEST_F(Graph, CursorsAreRedLinesWithAMarkAndOneIsStressed) {
   graph.SetXAxis(false, 0, 100);
+  QSignalSpy drawn(&Plot(), &QCustomPlot::afterReplot);
   graph.SetCursors({75, 25, Nan, 50});
+  EXPECT_TRUE(drawn.wait());
   graph.StressCursor(50);
+  EXPECT_TRUE(drawn.wait());
   const auto red = ColoursOf(QApplication::palette()).mark;
   const auto picture = Picture();
   const auto reds = [&](double x, int reach) {

@@ -40,6 +40,13 @@ class DownloadStory : public Story {
     };
   }
   bool Running() const { return Checked("Data", "Download"); }
+  /// Nothing runs any more, and live samples would go to no file of a download.
+  void ExpectEnded() {
+    EXPECT_FALSE(Running());
+    EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+    EXPECT_EQ(Offered("Data", "Download") && Offered("Data", "Erase"), ScreenInFront() == "DownloadErase");
+    ExpectIdle();
+  }
   void RunToTheEnd() {
     const auto until = machine.Time() + 600s;
     while (Running() && machine.Time() < until) machine.Pass(100ms);

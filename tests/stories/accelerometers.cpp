@@ -25,6 +25,7 @@ TEST_F(AccStory, ShowsReadingsClearsThemAtTheStopAndAClickHoldsTheStrips) {
   machine.Pass(500ms);
   EXPECT_EQ(onStrip(), 330);
   QTest::mouseClick(&strip, Qt::LeftButton);
+  logger.accelerometers[1] = 1;
   machine.Pass(500ms);
   logger.accelerometers[1] = 0;
   machine.Pass(AccSampleTime * 2);

@@ -43,9 +43,7 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), 264);
   EXPECT_EQ(Text("txtTimeLeft"), "");
   EXPECT_EQ(Shared.DataFileName, path.string());
-  EXPECT_FALSE(Shared.LiveSample.SavingToFile) << "live samples would go there";
-  EXPECT_TRUE(Offered("Data", "Erase"));
-  ExpectIdle();
+  ExpectEnded();
 }
 
 TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
@@ -232,12 +230,10 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
       EXPECT_EQ(Status("lblConnection"), "The adapter of Comm 1 is gone");
     }
     Choose("Data", entry);
-    EXPECT_FALSE(Running());
-    EXPECT_FALSE(Shared.LiveSample.SavingToFile);
     EXPECT_TRUE(Shared.DataFileName.empty());
     EXPECT_EQ(PagesInFile(), UpTo(5));
     EXPECT_FALSE(std::filesystem::exists(DataFile("run.csv")));
-    ExpectIdle();  // the watchdog ended too
+    ExpectEnded();  // the watchdog, too
   }
   EXPECT_EQ(ScreenInFront(), "Main");
   Choose("Tools", "Download");
@@ -299,10 +295,7 @@ TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
     machine.WillChooseFile(name);
     Choose("Data", "Download");
     Reads(std::string("The data file cannot be created!\r\n") + why, "No data file has been selected!");
-    EXPECT_FALSE(Running());
-    EXPECT_FALSE(Shared.LiveSample.SavingToFile);
-    EXPECT_TRUE(Offered("Data", "Download"));
-    ExpectIdle();
+    ExpectEnded();
   }
   machine.WillCancelFile();
   Choose("Data", "Download");

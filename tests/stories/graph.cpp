@@ -137,6 +137,7 @@ TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
             "Sample,Time(seconds),X angle,Y angle,Push\r\n1,.133,11.2,-5.6,\r\n2,.267,,,BP\r\n"
             "3,.4,11.2,-5.6,\r\n4,.533,11.2,-5.6,\r\n");
   EXPECT_EQ(machine.fileQuestions.back().SuggestedName, "f 1 to 4.csv");
+  EXPECT_EQ(machine.fileQuestions.back().Filter, "CSV Files (*.csv)|*.csv");
   EXPECT_EQ(machine.fileQuestions.back().Flags, platform::OverwritePrompt);
   std::filesystem::create_symlink(path, DataFile("link.csv"));
   for (const auto& [file, reason] : {std::pair{path, "it is the data file"},

@@ -46,8 +46,8 @@ inline QPushButton* FindButton(const QString& caption) {
 }
 
 /// A control of the screen in front by its name.
-template <class T>
-T& FindControl(const char* name) {
+template <class T = QWidget>
+T& The(const char* name) {
   const auto* form = platform::Form::Active();
   auto* control = form == nullptr ? nullptr : form->findChild<T*>(name);
   if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);

@@ -58,11 +58,6 @@ class Story : public ::testing::Test {
     return Is(&QAction::isChecked, menu, entry);
   }
 
-  /// A control of the screen in front by its name.
-  template <class T = QWidget>
-  T& The(const char* name) const {
-    return FindControl<T>(name);
-  }
   std::string Text(const char* name) const;
   /// A label of the status line.
   std::string Status(const char* label) const {

@@ -59,11 +59,11 @@ class Tour {
     auto expected = standIn_.Eeprom();
     auto& averages = expected[31];
     averages = averages == 7 ? 8 : 7;
-    test::FindControl<platform::CWNumEdit>("NumEdit31").Value(averages);
+    test::The<platform::CWNumEdit>("NumEdit31").Value(averages);
     robot_.Do({"File > Write", "rest: 3000", "picture: configuration-writing", "box: Write completed!"});
     robot_.WaitUntil("the written cells", [&] { return standIn_.Eeprom() == expected; });
     robot_.Do({"key: Ctrl+F11", "Tools > EEPROM", "press: Read"});
-    const auto& value = test::FindControl<QLineEdit>("txtValue");
+    const auto& value = test::The<QLineEdit>("txtValue");
     robot_.WaitUntil("a cell in the EEPROM screen", [&] { return !value.text().isEmpty(); });
     robot_.Do({"rest: 100", "picture: eeprom", "press: OK", "File > Return"});
   }
@@ -120,11 +120,11 @@ class Tour {
     own.close();
     robot_.Do({"key: Ctrl+F11", "Display > Remote Session", "picture: remote"});
     for (const auto& [name, port] : {std::pair{"txtPort", int{peer.localPort()}}, {"txtBind", ownPort}}) {
-      test::FindControl<QLineEdit>(name).selectAll();
-      QTest::keyClicks(&test::FindControl<QLineEdit>(name), QString::number(port));
+      test::The<QLineEdit>(name).selectAll();
+      QTest::keyClicks(&test::The<QLineEdit>(name), QString::number(port));
     }
     robot_.Do({"press: Reset"});
-    test::FindControl<QRadioButton>("optSend").click();
+    test::The<QRadioButton>("optSend").click();
     robot_.Do({"Data > Sample"});
     robot_.WaitUntil("a datagram", [&] { return peer.hasPendingDatagrams(); });
     robot_.Do({"rest: 1000", "picture: remote-sampling", "Data > Sample", "Data > Return"});
@@ -144,7 +144,7 @@ class Tour {
     Download(name, pictures);
     Require(fs::exists(dataFiles_ / (name + ".csv")), "there is no CSV file");
     robot_.Do({"picture: graph" + pictures});
-    test::FindControl<platform::CWGraph>("CWGraph1").setFocus();
+    test::The<platform::CWGraph>("CWGraph1").setFocus();
     robot_.Do({"key: +", "key: +", "key: +", "key: +", "picture: graph-zoomed" + pictures, "File > Return",
                "screen: Main"});
   }
@@ -157,7 +157,7 @@ class Tour {
   }
   void Report() {
     const auto path = dataFiles_.parent_path() / "report.pdf";
-    auto& graph = test::FindControl<platform::CWGraph>("CWGraph1");
+    auto& graph = test::The<platform::CWGraph>("CWGraph1");
     graph.AskPrinter = [&](QPrinter& printer) {
       printer.setOutputFileName(QString::fromStdString(path.string()));
       return true;
