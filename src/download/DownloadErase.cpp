@@ -251,12 +251,10 @@ class DownloadErase : public platform::Form {
       RequestPage();
       TimerSampling.Enabled(true);
     };
-    // A line that takes no request is gone for good. The timer stays off, so the warning that the program
-    // tries again is hidden, and nothing more is saved.
+    // A line that takes no request is gone for good: the timer stays off, and nothing more is saved.
     Guarded(*this, "TimerSampling_Timer", tick, [this] {
       MSComm1.RThreshold(0);
       Shared.LiveSample.SavingToFile = false;
-      lblWarning->hide();
       TellTimeLeft("");
       MousePointer(Pointer::Normal);
     });

@@ -3,6 +3,7 @@
 #include "graph/GraphPair.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
+#include "shared/Records.h"
 #include "values/NumberText.h"
 
 namespace bexlow::download {
@@ -57,6 +58,7 @@ RunPreview::RunPreview(QWidget* parent)
   const auto widen = [this](QLineEdit* box, const char* text) {
     box->setMinimumWidth(fontMetrics().horizontalAdvance(text) + BoxFrame);
   };
+  boxes_->setColumnStretch(1, 1);  // the file's name has what is left
   widen(txtLaunchTime, "0000-00-00 00:00:00");
   widen(txtTimeLeft, "at most 5 min 55 s");
   widen(txtPages, "2,047 saved");
@@ -85,6 +87,7 @@ void RunPreview::Clear() {
 
 void RunPreview::ShowHeader(const files::DownloadHeader& header, double BinLinearMode,
                             double LinearChannels) {
+  hasLayout_ = !files::ColumnHeads(BinLinearMode, LinearChannels).empty();
   bins_ = BinLinearMode == 0;
   channels_ = BinLinearMode == 1 ? static_cast<int>(LinearChannels) : 0;
   header_ =
@@ -98,7 +101,6 @@ void RunPreview::ShowHeader(const files::DownloadHeader& header, double BinLinea
 void RunPreview::Begin(const std::string& fileName) {
   SetText(txtDataFile, std::filesystem::path(fileName).filename().string());
   platform::SetPlainToolTip(txtDataFile, QString::fromStdString(fileName));
-  saved_ = 0;
   lost_.clear();
   late_.clear();
   TellPages();
@@ -117,7 +119,6 @@ void RunPreview::Begin(const std::string& fileName) {
 
 void RunPreview::Add(std::int32_t page, const std::string& pageDataText) {
   page_ = page;
-  ++saved_;
   TellPages();
   const std::string record = files::PageRecord(page, pageDataText);
   if (bins_) {
@@ -143,11 +144,14 @@ void RunPreview::NoteLate(std::int32_t page) {
 
 void RunPreview::TellPages() {
   const auto lost = values::CountText(static_cast<std::int64_t>(lost_.size())) + " lost";
-  SetText(txtPages, values::CountText(saved_) + " saved" + (lost_.empty() ? "" : ", " + lost));
-  std::string remark;
-  if (!lost_.empty()) remark = "Not in the file: " + Listed(lost_) + (late_.empty() ? "." : ". ");
+  SetText(txtPages,
+          values::CountText(shared::Shared.RecordsInFile) + " saved" + (lost_.empty() ? "" : ", " + lost));
+  std::string remark =
+      hasLayout_ ? "" : "Mode or channels are unknown: the file gets the pages' numbers alone. ";
+  if (!lost_.empty()) remark += "Not in the file: " + Listed(lost_) + (late_.empty() ? "." : ". ");
   if (!late_.empty())
-    remark += "Asked again for " + Listed(late_) + "; a page may be in the file twice, under two numbers.";
+    remark += "Asked again for " + Listed(late_) +
+              "; a page may be in the file twice, and those after it under a number too high.";
   lblRemark->setText(QString::fromStdString(remark));
   lblRemark->setVisible(!remark.empty());
 }

@@ -55,10 +55,9 @@ class RunPreview : public QWidget {
   QLabel* lblHelp;
   graph::GraphPair* graphs_;
   std::string header_;  ///< as in the file
-  bool bins_ = false;
+  bool bins_ = false, hasLayout_ = true;
   int channels_ = 0;
-  std::int32_t page_ = 0;   ///< the last one stored
-  std::int64_t saved_ = 0;  ///< pages
+  std::int32_t page_ = 0;  ///< the last one stored
   std::vector<std::int32_t> lost_, late_;
   files::Run run_;
   std::string records_;  ///< of the last pair of bin pages

@@ -56,7 +56,9 @@ void ReadPages(const Records& records, const FileCheck& check, std::optional<dou
   const auto last = records.lines.back();
   if (check.kind == FileKind::Bin && std::ranges::count(last, ',') < std::ssize(BinPoints{}))
     return Remark(entry, "the last record is damaged");
-  if (check.channel < 1 || check.channel > 3) return;
+  if (check.kind == FileKind::Bin) return;
+  if (check.channel < 1 || check.channel > 3)
+    return Remark(entry, "no samples: mode or channels are unknown");
   try {
     AppendRecord(end, last, check.channel);
   } catch (const std::system_error&) {

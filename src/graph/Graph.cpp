@@ -94,7 +94,7 @@ class Graph : public DataScreen {
         return OpenLinear(channel, text);
       case files::FileKind::TooShort:
       case files::FileKind::OtherMode:
-        shared::NoteFailure(*this, FileName() + " holds no run; the graphs are unchanged");
+        shared::NoteFailure(FileName() + " holds no run; the graphs are unchanged", this);
         return;
     }
   }
@@ -118,7 +118,8 @@ class Graph : public DataScreen {
     graphs_->PrepareLinear();
     graphs_->MoveTogether(channel == 3);  // with one channel there is nothing to move together
     run_ = {};
-    if (channel < 1 || channel > 3) return;
+    if (channel < 1 || channel > 3)
+      return shared::NoteFailure(FileName() + " holds no run: its channels are unknown", this);
     Guarded(*this, channel == 3 ? "BuildDoubleChannelArrays" : "BuildSingleChannelArray", [&] {
       if (!files::ReadRun(text, channel, run_)) MsgBox(EndOfFileText);
     });

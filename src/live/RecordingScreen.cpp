@@ -49,7 +49,7 @@ void RecordingScreen::Starting() {
   } else if (AnotherSaves()) {
     Shared.LiveSample.SavingToFile = false;
   }
-  saved_ = Shared.LiveSample.SavingToFile ? SamplesIn(Shared.DataFileName) : 0;
+  Shared.RecordsInFile = Shared.LiveSample.SavingToFile ? SamplesIn(Shared.DataFileName) : 0;
   writing_ = true;
   auto& clock = Shared.SampleClock;
   clock.CounterNow = platform::Machine::Get().QueryPerformanceCounter();
@@ -66,10 +66,11 @@ platform::Activity RecordingScreen::Activity() {
   auto activity = SamplingScreen::Activity();
   if (!Shared.LiveSample.SavingToFile) return activity;
   const auto file = std::filesystem::path(Shared.DataFileName).filename().string();
-  const auto samples = link::SamplesText(saved_);
+  const auto count = Shared.RecordsInFile;
+  const auto samples = link::SamplesText(count);
   const bool saving = writing_ && activity.phase == "Sampling";
   const auto words =
-      saving ? "saving to " + file + ", " + samples : samples + (saved_ == 1 ? " is in " : " are in ") + file;
+      saving ? "saving to " + file + ", " + samples : samples + (count == 1 ? " is in " : " are in ") + file;
   const auto joint = saving ? ", " : "; ";
   if (activity.details.empty()) {
     activity.joint = joint;
@@ -86,7 +87,6 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   Decode(reply);
   if (!Shared.LiveSample.SavingToFile) return;
   writing_ = kind_.write(Shared.LiveSample.SampleTime);
-  saved_ += writing_;
   if (!writing_) DelayNextRequest();
 }
 

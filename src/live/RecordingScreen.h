@@ -40,8 +40,7 @@ class RecordingScreen : public link::SamplingScreen {
 
   const RecordingKind& kind_;
   platform::CommonDialog CommonDialog1;
-  std::int64_t saved_ = 0;  ///< samples in the data file
-  bool writing_ = true;     ///< the last sample could be written
+  bool writing_ = true;  ///< the last sample could be written
   QAction* mnuSave = nullptr;
 };
 

@@ -138,8 +138,8 @@ bool GuardedIn(const std::string& place, const char* procedure, const std::funct
   return false;
 }
 
-void NoteFailure(const platform::Form& screen, const std::string& words) {
-  Note(screen.windowTitle().toStdString(), words);
+void NoteFailure(const std::string& words, const platform::Form* screen) {
+  Note(screen ? screen->windowTitle().toStdString() : CaptionOfRunning(), words);
 }
 
 void ForgetFailure(const platform::Form& screen) {

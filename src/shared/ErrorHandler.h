@@ -31,8 +31,9 @@ void GuardHandlers();
 /// The same as Guarded for the routines of a module, or for a screen given by name. False after a failure.
 bool GuardedIn(const std::string& place, const char* procedure, const std::function<void()>& body);
 
-/// Keeps the words of a screen's failure for the status line, with the time.
-void NoteFailure(const platform::Form& screen, const std::string& words);
+/// Keeps the words of a screen's failure, nullptr: of the one whose handler runs, for the status line, with
+/// the time.
+void NoteFailure(const std::string& words, const platform::Form* screen = nullptr);
 /// The screen begins anew what failed, or has succeeded: the status line forgets its failure, not another's.
 void ForgetFailure(const platform::Form& screen);
 

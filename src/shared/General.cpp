@@ -26,6 +26,8 @@ bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& r
     std::error_code unknown;
     const bool begins = !std::filesystem::exists(Shared.DataFileName, unknown) && !unknown;
     platform::Append(Shared.DataFileName, begins ? HeaderOf(kind) + record : record);
+    Shared.RecordsInFile = begins ? 1 : Shared.RecordsInFile + 1;
+    if (begins) NoteFailure(Shared.DataFileName + " was gone and begins anew");
   });
 }
 
@@ -69,6 +71,7 @@ std::string WriteDataFileHeader(platform::CommonDialog& dialog, DataFileKind kin
     return std::string("The data file cannot be created!\r\n") + error.what();
   }
   Shared.DataFileName = dialog.FileName;
+  Shared.RecordsInFile = 0;
   return {};
 }
 

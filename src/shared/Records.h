@@ -17,8 +17,9 @@ struct Records {
   values::SampleClock SampleClock;
 
   files::DownloadHeader DownloadHeader;
-  std::string DataFileName;  ///< path of the data file being written
-  std::string PageDataText;  ///< the page decoded last
+  std::string DataFileName;        ///< path of the data file being written
+  std::int64_t RecordsInFile = 0;  ///< that the data file holds
+  std::string PageDataText;        ///< the page decoded last
   std::int16_t MaxDownloadPages = 0;
   std::int32_t DownloadPageNumber = 0;
   bool EndOfDataReached = false;

@@ -60,10 +60,12 @@ struct Row : QTreeWidgetItem {
   fs::file_time_type written;
 
   bool operator<(const QTreeWidgetItem& other) const override {
+    const bool rises = treeWidget()->header()->sortIndicatorOrder() == Qt::AscendingOrder;
     const auto rank = data(treeWidget()->sortColumn(), RankRole);
     const auto next = other.data(treeWidget()->sortColumn(), RankRole);
-    if (rank == next) return text(Name) < other.text(Name);
-    return rank.isValid() && (!next.isValid() || QVariant::compare(rank, next) == QPartialOrdering::Less);
+    if (rank == next) return rises ? text(Name) < other.text(Name) : other.text(Name) < text(Name);
+    if (rank.isValid() != next.isValid()) return rank.isValid() == rises;  // what is not known comes last
+    return QVariant::compare(rank, next) == QPartialOrdering::Less;
   }
 
   void Read() {
@@ -81,9 +83,7 @@ struct Row : QTreeWidgetItem {
     const std::pair<QString, QVariant> cells[Columns] = {
         // text and rank
         {name, name.toLower()},
-        {launched.section(':', 0, 1), !launched.isEmpty() ? launched
-                                      : kind.isEmpty()    ? QVariant()
-                                                          : fileTime},
+        {launched.section(':', 0, 1), launched.isEmpty() ? fileTime : launched},
         {number, number.isEmpty() ? QVariant() : number.toDouble()},
         {kind, kind},
         {seconds ? platform::DurationClock(*seconds) : QString(), seconds ? *seconds : QVariant()},
@@ -109,13 +109,14 @@ class RunsTable : public QTreeWidget {
     for (int column = 0; const auto& head : Heads) {
       headerItem()->setText(column, head.caption);
       headerItem()->setToolTip(column, head.tip);
-      headerItem()->setTextAlignment(column++, head.alignment);
+      headerItem()->setTextAlignment(column++, head.alignment == Right ? Qt::AlignCenter : head.alignment);
     }
     setRootIsDecorated(false);
     setStyleSheet("QTreeView::item { padding: 2px 12px; }");
     setUniformRowHeights(true);
     setTextElideMode(Qt::ElideMiddle);
     header()->setDefaultSectionSize(header()->minimumSectionSize());
+    header()->setStretchLastSection(false);
     setAllColumnsShowFocus(true);
     setSortingEnabled(true);
     sortByColumn(Launched, Qt::DescendingOrder);
@@ -132,6 +133,11 @@ class RunsTable : public QTreeWidget {
   ~RunsTable() override { EventGate::Get().Withdraw(this); }
 
  protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QTreeWidget::resizeEvent(event);
+    FitRemarks();
+  }
+
   void keyboardSearch(const QString& typed) override {
     if (currentIndex().isValid()) setCurrentIndex(currentIndex().siblingAtColumn(Name));
     QTreeWidget::keyboardSearch(typed);
@@ -196,18 +202,27 @@ class RunsTable : public QTreeWidget {
   }
 
   void FitColumns() {
-    const int widest = std::max(header()->sectionSizeHint(Name), viewport()->width() / 4);
+    constexpr int Gap = 16;
+    const int widest = viewport()->width() / 4;
     for (int column = 0; column < Remarks; ++column) {
-      const int needed = std::max(header()->sectionSizeHint(column), sizeHintForColumn(column));
+      const int head = header()->sectionSizeHint(column) + Gap;
       setColumnWidth(column,
-                     std::max(columnWidth(column), column == Name ? std::min(needed, widest) : needed));
+                     std::max({columnWidth(column), head, std::min(sizeHintForColumn(column), widest)}));
     }
+    remarks_ = sizeHintForColumn(Remarks);
+    FitRemarks();
+  }
+
+  // They are the ones that must be read: a narrow window scrolls to their end.
+  void FitRemarks() {
+    setColumnWidth(Remarks, std::max(remarks_, viewport()->width() - header()->sectionPosition(Remarks)));
   }
 
   std::map<fs::path, std::unique_ptr<Row>> rows_;
   std::unique_ptr<QFileSystemWatcher> watcher_;
   std::unique_ptr<platform::Alarm> renewal_;
   bool due_ = false;  ///< a renewal
+  int remarks_ = 0;   ///< their width in pixels
 };
 
 }  // namespace

@@ -84,9 +84,9 @@ TEST_F(Runs, AreFoundByNameAndOpenInTheGraphThatFits) {
   WriteFile(DataFile("x\xE9.qbx"), Header() + Record("1", 264, "1"));
   WriteFile(DataFile("z.qbx"), Header() + Record("1", 263, "1"));
   Becomes({"anna.qbx|2005-03-09 14:05||Linear X and Y|0:00:18|1|",
-           "z.qbx|2004-03-09 14:05||Linear X and Y||1|the last record is damaged",
+           "pushes.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|",
            "x\xEF\xBF\xBD.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|",
-           "pushes.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|"});
+           "z.qbx|2004-03-09 14:05||Linear X and Y||1|the last record is damaged"});
   auto& table = The<QTreeView>("tblRuns");
   for (const auto& [typed, screen, points, failure] : {std::tuple{"an", "Graph", 132U, ""},
                                                        {"pu", "GraphBP", 132U, ""},
