@@ -205,6 +205,8 @@ TEST_F(Graph, AsManyCursorsAsSamples) {
 
 TEST_F(Graph, CursorsAreRedLinesWithAMarkAndOneIsStressed) {
   graph.SetXAxis(false, 0, 100);
+  graph.DrawNow();
+  QApplication::processEvents();
   QSignalSpy drawn(&Plot(), &QCustomPlot::afterReplot);
   graph.SetCursors({75, 25, Nan, 50});
   EXPECT_TRUE(drawn.wait());

@@ -226,6 +226,7 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
       machine.Pass(3500ms);
       Reads("TimerSampling_Timer");
       EXPECT_FALSE(The<QLabel>("lblWarning").isHidden());
+      EXPECT_FALSE(Shared.LiveSample.SavingToFile);
       EXPECT_EQ(Text("txtTimeLeft") + Status("lblActivity"), "Download has stopped, page 6");
       EXPECT_EQ(Status("lblConnection"), "The adapter of Comm 1 is gone");
     }

@@ -98,6 +98,7 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
       copied.endsWith("\nX (°)\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"
                       "Y (°)\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"));
   Open(BinFile(2));
+  EXPECT_TRUE(The("cmdNext").isEnabled());
   X().DrawNow();
   for (const auto* entry : {"Time on the Axis", "Copy Numbers", "Copy Pushes", "Save What Is in View..."})
     EXPECT_EQ(InMenu(entry), nullptr) << entry;
