@@ -29,7 +29,8 @@ constexpr double UsualGain = 323, FarFromUsual = 100;
 class Calibrate : public link::SamplingScreen {
  public:
   Calibrate() : SamplingScreen("Calibrate", "Calibrate", link::CommandName::SampleAccelerometers) {
-    BuildMenu();
+    mnuData->insertAction(mnuData->actions().at(1), mnuWrite);  // between Sample and the separator
+    mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
     BuildBody();
   }
 
@@ -39,13 +40,6 @@ class Calibrate : public link::SamplingScreen {
     QLineEdit *current, *min, *max, *offset, *gain;
     QLabel* remark;
   };
-
-  void BuildMenu() {
-    AddSample();
-    mnuWrite = AddEntry(mnuData, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
-    mnuWrite->setEnabled(false);  // without a sample it would overwrite the logger's calibration with zeros
-    AddReturn();
-  }
 
   platform::Activity Activity() override {
     return write_.Running() ? write_.Activity() : SamplingScreen::Activity();
@@ -100,11 +94,11 @@ class Calibrate : public link::SamplingScreen {
                                   {&Axis::gain, "txtGain", "Gain"}};
     const QString caption = QString("Acc ") + letter;
     Axis axis{};
-    int place = 1;
+    int column = 1;
     for (const auto& [box, name, heading] : columns) {
       axis.*box = MakeReadOnlyBox((QByteArray(name) + letter).constData(), caption + " " + heading, frame);
       (axis.*box)->setAlignment(Qt::AlignRight);
-      grid->addWidget(axis.*box, line, place++);
+      grid->addWidget(axis.*box, line, column++);
     }
     grid->addWidget(MakeLabel("", caption, frame, axis.current), line, 0);
     axis.remark = MakeLabel((QByteArray("lblRemark") + letter).constData(), "bits", frame);
@@ -179,7 +173,7 @@ class Calibrate : public link::SamplingScreen {
   Progress progress_ = MakeProgress("fraProgress", "PBar", "Write Progress", EndOfCalibrationCells, this);
   WriteSequence write_{*this, CalibrationWrite, progress_, [this](int k) { return ByteAt(k); },
                        [this](bool enabled) { mnuSample->setEnabled(enabled); }};
-  QAction* mnuWrite = nullptr;
+  QAction* mnuWrite = AddEntry(mnuData, "mnuWrite", "&Write", [this] { write_.mnuWrite_Click(); });
   std::array<Axis, 3> axes_{};
   /// Offset X, Y, Z, then gain X, Y, Z, in bits: fixed when a run stops; the write sends these, not the
   /// boxes.

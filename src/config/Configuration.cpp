@@ -199,12 +199,12 @@ class Configuration : public Form {
   // after it shows whether more bytes follow.
   void MSComm1_OnComm() {
     const bool last = Shared.ParameterIndex == EndOfRead - 1;
-    const auto begun = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
+    const auto firstSteps = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
     link::Bytes reply = MSComm1.Input();
-    link::EndReply(MSComm1, reply, 1, begun, last ? link::LineSilenceUs : 0);
+    link::EndReply(MSComm1, reply, 1, firstSteps, last ? link::LineSilenceUs : 0);
     if (reply.size() == 1) TakeCell(reply.front());
     if (Shared.ParameterIndex == EndOfRead) return FinishRead();
-    RequestCell(begun.size());
+    RequestCell(firstSteps.size());
   }
 
   void TakeCell(std::uint8_t byte) {

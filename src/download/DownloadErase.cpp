@@ -3,14 +3,10 @@
 
 #include "download/Erase.h"
 #include "download/Pace.h"
-#include "download/Retrieval.h"
 #include "download/RunPreview.h"
-#include "link/Communications.h"
 #include "live/RecordingScreen.h"
-#include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
-#include "shared/Records.h"
 #include "shared/Screens.h"
 
 namespace bexlow::download {
@@ -26,14 +22,33 @@ namespace {
 constexpr int LateAfterSeconds = 1;
 constexpr auto Retrieving = "Retrieving on-board parameters";
 
+/// What is read of the logger before its pages: mode and channels, and the values of the header.
+struct Retrieval {
+  const char* what;
+  link::Block (*block)();
+  void (*take)(const Bytes& reply);
+};
+
+constexpr Retrieval Retrievals[] = {
+    {"MODE", link::ModeBlock,
+     [](const Bytes& reply) {
+       Shared.OnBoardParameters.BinLinearMode = reply[0];
+       Shared.OnBoardParameters.LinearChannels = reply[1];
+     }},
+    {"FIRMWARE", link::FirmwareBlock,
+     [](const Bytes& reply) { files::FillFirmware(reply, Shared.DownloadHeader); }},
+    {"HEADER(1)", link::IdentityBlock,
+     [](const Bytes& reply) { files::FillHeader1(reply, Shared.DownloadHeader); }},
+    {"HEADER(2)", link::CalibrationBlock,
+     [](const Bytes& reply) { files::FillHeader2(reply, Shared.DownloadHeader); }}};
+
 std::int64_t NowInSeconds() { return platform::Machine::Get().Now().seconds; }
 
-class DownloadErase : public platform::Form {
+class DownloadErase : public Form {
  public:
   explicit DownloadErase(std::function<void()> openGraph)
       : Form("DownloadErase", "Download"), openGraph_(std::move(openGraph)) {
-    BuildMenu();
-    BuildBody();
+    Build();
     MSComm1.OnComm = [this] { MSComm1_OnComm(); };
     TimerSampling.OnTimer = [this] { TimerSampling_Timer(); };
     resting_.OnTimer = [this] {
@@ -45,27 +60,13 @@ class DownloadErase : public platform::Form {
   }
 
  private:
-  void BuildMenu() {
-    auto* menu = AddMenu("mnuData", "&Data");
-    mnuDownload = AddCheckEntry(menu, "mnuDownload", "&Download", [this] { mnuDownload_Click(); });
-    mnuErase = AddCheckEntry(menu, "mnuErase", "&Erase", [this] { erase_.mnuErase_Click(); });
-    menu->addSeparator()->setObjectName("mnuSep");
-    AddEntry(menu, "mnuReturn", "&Return", [this] { mnuReturn_Click(); });
-  }
-
-  void BuildBody() {
-    lblWarning = platform::MakeLabel("lblWarning", "Comm failure: attempting re-sample", progress_.frame);
+  void Build() {
+    mnuData->addSeparator()->setObjectName("mnuSep");
+    AddEntry(mnuData, "mnuReturn", "&Return", [this] { mnuReturn_Click(); });
     lblWarning->setStyleSheet("color: #ffffff; background: #b00020; padding: 2px 6px; font-weight: 600;");
     lblWarning->hide();
     progress_.line->addWidget(lblWarning);
-
-    erase_.Attach(mnuErase, mnuDownload, progress_.frame);
-    preview_ = new RunPreview(this);
-    preview_->AddBox(txtMode, "txtMode", "Label4", "Mode");
     txtMode->setMinimumWidth(fontMetrics().horizontalAdvance("Linear") + 20);
-    preview_->AddBox(txtChannels, "txtChannels", "Label5", "Channels");
-    preview_->AddBox(txtTimer, "txtTimer", "Label3", "Timer Advance");
-    preview_->AddBox(txtBufferLen, "txtBufferLen", "Label1", "Buffer Len");
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(12, 12, 12, 12);
     column->addWidget(progress_.frame);
@@ -93,23 +94,36 @@ class DownloadErase : public platform::Form {
     mnuErase->setEnabled(false);
     progress_.bar->setMaximum(4);
     progress_.Show(Retrieving, 0);
-    platform::Machine::Get().Repaint();
+    Machine::Get().Repaint();
     const auto& parameters = Shared.OnBoardParameters;
-    const char* failed = RetrieveParameters(MSComm3, *this, [&](int done) {
+    for (int done = 0; const auto& [what, block, take] : Retrievals) {
+      const auto reply = Retrieve(block());
+      if (reply.empty()) {
+        shared::TellFailure(std::string("Download ") + what +
+                            " parameters were not retrieved! Download failed!");
+        BackToIdle();
+        return false;
+      }
+      take(reply);
       if (parameters.BinLinearMode == 0) txtMode->setText("Bin");
       if (parameters.BinLinearMode == 1) txtMode->setText("Linear");
       if (parameters.BinLinearMode == 1) txtChannels->setText(Shown(parameters.LinearChannels));
-      progress_.Show(Retrieving, done);
-      platform::Machine::Get().Repaint();
-    });
-    if (failed != nullptr) {
-      shared::TellFailure(std::string("Download ") + failed +
-                          " parameters were not retrieved! Download failed!");
-      BackToIdle();
-      return false;
+      progress_.Show(Retrieving, ++done);
+      Machine::Get().Repaint();
     }
     preview_->ShowHeader(Shared.DownloadHeader, parameters.BinLinearMode, parameters.LinearChannels);
     return true;
+  }
+
+  /// Nothing unless exactly the block's bytes came.
+  Bytes Retrieve(const link::Block& block) {
+    try {
+      auto reply = link::ReadBlock(MSComm3, *this, block);
+      if (reply.size() == block.reply) return reply;
+    } catch (const std::exception&) {
+      MSComm3.PortOpen(false);
+    }
+    return {};
   }
 
   bool ChooseFile() {
@@ -141,7 +155,7 @@ class DownloadErase : public platform::Form {
     TellTimeLeft("");
     MSComm1.RThreshold(static_cast<int>(link::PageSize));
     Shared.EndOfDataReached = false;
-    tornBytes_.reset();
+    bytesBeforeRepeat_.reset();
     link::OpenCommPort(MSComm1, *this);
     TimerSampling.Enabled(true);
     pace_.Begin();
@@ -157,24 +171,24 @@ class DownloadErase : public platform::Form {
     Guarded(
         *this, "MSComm1_OnComm",
         [this] {
-          if (MSComm1.CommEvent() != platform::ReceiveEvent) return;
+          if (MSComm1.CommEvent() != ReceiveEvent) return;
           Shared.LastReplyTime = NowInSeconds();
           lblWarning->hide();
           if (pace_.HeldBack(MSComm1.FirstByteAt())) pace_.Interrupt();
           Bytes reply = MSComm1.Input();
-          if (tornBytes_) preview_->NoteLate(Shared.DownloadPageNumber);
-          const auto torn = std::exchange(tornBytes_, std::nullopt).value_or(0);
-          const auto begun = torn == 0 ? BeginNextRequest(reply) : link::Request{};
+          if (bytesBeforeRepeat_) preview_->NoteLate(Shared.DownloadPageNumber);
+          const auto torn = std::exchange(bytesBeforeRepeat_, std::nullopt).value_or(0);
+          const auto firstSteps = torn == 0 ? BeginNextRequest(reply) : link::Request{};
           try {
-            link::EndReply(MSComm1, reply, torn + link::PageSize, begun,
+            link::EndReply(MSComm1, reply, torn + link::PageSize, firstSteps,
                            torn == 0 ? link::LineSilenceUs : Pace::PageUs);
           } catch (const std::exception&) {
             // The line is gone. A page that has come whole is still stored, then the request fails again.
           }
           txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
-          if (torn != 0 || reply.size() != link::PageSize) return RequestPage(begun.size());
+          if (torn != 0 || reply.size() != link::PageSize) return RequestPage(firstSteps.size());
           pace_.PageCame();
-          TakePage(reply, begun.size());
+          TakePage(reply, firstSteps.size());
         },
         [this] {
           TellTimeLeft("");
@@ -246,7 +260,7 @@ class DownloadErase : public platform::Form {
       lblWarning->setVisible(late);
       if (!late) return;
       TimerSampling.Enabled(false);
-      tornBytes_ = static_cast<std::size_t>(MSComm1.InBufferCount());
+      bytesBeforeRepeat_ = static_cast<std::size_t>(MSComm1.InBufferCount());
       TellTimeLeft("");
       RequestPage();
       TimerSampling.Enabled(true);
@@ -290,7 +304,7 @@ class DownloadErase : public platform::Form {
       Guarded(*this, "MakeLinearCSV", [] { shared::WriteLinearCsv(Shared.DataFileName); });
     BackToIdle();
     MsgBox("Download completed!");
-    Shared.GraphAfterDownload = platform::AskYesNo("Would you like to graph this download immediately?");
+    Shared.GraphAfterDownload = AskYesNo("Would you like to graph this download immediately?");
     if (!Shared.GraphAfterDownload) return;
     Shared.GraphFileName = Shared.DataFileName;
     Shared.DataFileName.clear();
@@ -323,28 +337,29 @@ class DownloadErase : public platform::Form {
   }
 
   std::function<void()> openGraph_;
-  platform::MSComm MSComm1{*this, "MSComm1"};
-  platform::MSComm MSComm3{*this, "MSComm3"};
-  platform::Timer TimerSampling{*this, "TimerSampling", 1000};
-  platform::Timer resting_{*this, "TimerResting", 1000};
-  platform::CommonDialog CommonDialog1;
-  Erase erase_{*this};
+  MSComm MSComm1{*this, "MSComm1"};
+  MSComm MSComm3{*this, "MSComm3"};
+  Timer TimerSampling{*this, "TimerSampling", 1000};
+  Timer resting_{*this, "TimerResting", 1000};
+  CommonDialog CommonDialog1;
+  QMenu* mnuData = AddMenu("mnuData", "&Data");
+  QAction* mnuDownload = AddCheckEntry(mnuData, "mnuDownload", "&Download", [this] { mnuDownload_Click(); });
+  QAction* mnuErase = AddCheckEntry(mnuData, "mnuErase", "&Erase", [this] { erase_.mnuErase_Click(); });
+  Progress progress_ = MakeProgress("fraPBar", "PBar", "Download Progress", 100, this);
+  QLabel* lblWarning = MakeLabel("lblWarning", "Comm failure: attempting re-sample", progress_.frame);
+  Erase erase_{*this, mnuErase, mnuDownload, progress_.frame};
+  RunPreview* preview_ = new RunPreview(this);
+  QLineEdit* txtMode = preview_->AddBox("txtMode", "Label4", "Mode");
+  QLineEdit* txtChannels = preview_->AddBox("txtChannels", "Label5", "Channels");
+  QLineEdit* txtTimer = preview_->AddBox("txtTimer", "Label3", "Timer Advance");
+  QLineEdit* txtBufferLen = preview_->AddBox("txtBufferLen", "Label1", "Buffer Len");
+
   /// How many bytes of a torn reply waited when the watchdog asked again; nothing if it has not. The new
   /// reply follows them, so the bytes taken next are never a page, even if on a line that stalls their number
   /// is that of a page.
-  std::optional<std::size_t> tornBytes_;
+  std::optional<std::size_t> bytesBeforeRepeat_;
   Pace pace_;
   std::string page_, timeLeft_;  ///< "page 9", "at most 5 min 12 s": one text for all who tell it
-
-  QAction* mnuDownload = nullptr;
-  QAction* mnuErase = nullptr;
-  Progress progress_ = MakeProgress("fraPBar", "PBar", "Download Progress", 100, this);
-  QLineEdit* txtMode = nullptr;
-  QLineEdit* txtChannels = nullptr;
-  QLineEdit* txtTimer = nullptr;
-  QLineEdit* txtBufferLen = nullptr;
-  QLabel* lblWarning = nullptr;
-  RunPreview* preview_ = nullptr;
 };
 
 }  // namespace

@@ -95,16 +95,16 @@ std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std
                                 ", check the cable, return and open the screen again"};
 }
 
-void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun,
+void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> firstSteps,
               std::int64_t silentUs) {
   constexpr int MostRounds = 50;  // of 20 ms: a logger's line is silent before that
-  Send(comm, begun);
-  for (const auto& step : begun) silentUs -= std::int64_t{1000} * step.pauseMs;
+  Send(comm, firstSteps);
+  for (const auto& step : firstSteps) silentUs -= std::int64_t{1000} * step.pauseMs;
   shared::WaitMicroseconds(silentUs);
   for (int round = 0; round < MostRounds; ++round) {
     const Bytes more = comm.Input();
     reply.insert(reply.end(), more.begin(), more.end());
-    if (!begun.empty() || reply.size() == expected || (round > 0 && more.empty())) return;
+    if (!firstSteps.empty() || reply.size() == expected || (round > 0 && more.empty())) return;
     shared::WaitMicroseconds(LineSilenceUs);
   }
 }

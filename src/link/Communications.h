@@ -36,13 +36,13 @@ inline constexpr std::int64_t LineSilenceUs = 20'000;
 /// a line that delivers in bursts they come some milliseconds later. The reply is right if it then has the
 /// expected length.
 ///
-/// `begun` holds the steps with which both a repeat of the request and the next request begin. They are
+/// `firstSteps` holds the steps with which both a repeat of the request and the next request begin. They are
 /// written first, and what comes during their pauses belongs to the reply, so no time is lost. The caller
-/// sends the rest at once: after a long wait the logger takes it for a command. If `begun` is empty, a wrong
-/// reply is read until the line is silent, so that the next one begins on an empty line.
+/// sends the rest at once: after a long wait the logger takes it for a command. If `firstSteps` is empty, a
+/// wrong reply is read until the line is silent, so that the next one begins on an empty line.
 /// @param silentUs  the least time that this takes, in microseconds
-void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> begun = {},
-              std::int64_t silentUs = LineSilenceUs);
+void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected,
+              std::span<const Step> firstSteps = {}, std::int64_t silentUs = LineSilenceUs);
 
 /// High and low byte of a value of 0 to 65535; 0 after a reported failure (a value whose high part is no
 /// 16-bit number).

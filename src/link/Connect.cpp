@@ -23,33 +23,26 @@ constexpr auto Silent = "opened, but nobody answered";
 constexpr auto Gone = "opened, then failed";
 constexpr std::chrono::milliseconds LookEvery{500};  // for an adapter that is plugged in late
 
-class Connect : public platform::Form {
+class Connect : public Form {
  public:
   explicit Connect(std::function<void(bool)> reached)
-      : Form("Connect", "Connect"),
-        reached_(std::move(reached)),
-        MSComm1(*this, "MSComm1"),
-        MSCommTare(*this, "MSCommTare"),
-        NumEditCommPort(new platform::CWNumEdit(this)),
-        lblDevice(platform::MakeLabel("lblDevice", "", this)),
-        cmdAutoDetect(MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); })),
-        cmdOK(MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); })) {
+      : Form("Connect", "Connect"), reached_(std::move(reached)) {
     Build();
     NumEditCommPort->Value(Shared.CurrentCommPort);
     ShowDevice();
     FirstFocus(NumEditCommPort);
-    look_ = platform::Machine::Get().MakeAlarm([this] {
-      platform::EventGate::Get().Offer(this, {this, "Connect_Timer"}, [this] { ShowDevice(); });
+    look_ = Machine::Get().MakeAlarm([this] {
+      EventGate::Get().Offer(this, {this, "Connect_Timer"}, [this] { ShowDevice(); });
     });
     look_->Start(LookEvery);
   }
 
  private:
   void Build() {
-    auto* label = platform::MakeLabel("Label1", "Select Comm Port", this, NumEditCommPort);
+    auto* label = MakeLabel("Label1", "Select Comm Port", this, NumEditCommPort);
     NumEditCommPort->setObjectName("NumEditCommPort");
     NumEditCommPort->setAccessibleName("Select Comm Port");
-    NumEditCommPort->SetLimits(0, platform::LastComm);
+    NumEditCommPort->SetLimits(0, LastComm);
     lblDevice->setWordWrap(true);
     lblDevice->setMinimumHeight(2 * fontMetrics().lineSpacing());
     connect(NumEditCommPort, &QDoubleSpinBox::valueChanged, this, [this] { ShowDevice(); });
@@ -72,7 +65,7 @@ class Connect : public platform::Form {
 
   std::string DeviceWords(int port) {
     if (port == 0) return "0 stands for no port.";
-    const auto info = platform::Machine::Get().DescribePort(port);
+    const auto info = Machine::Get().DescribePort(port);
     if (info.device.empty()) return "No device stands behind this number.";
     return "Device " + info.device + (info.description.empty() ? "" : ": " + info.description);
   }
@@ -87,7 +80,7 @@ class Connect : public platform::Form {
   }
 
   void Note(std::int16_t port, const std::string& outcome) {
-    const auto device = platform::Machine::Get().DescribePort(port).device;
+    const auto device = Machine::Get().DescribePort(port).device;
     outcomes_.push_back("Comm " + values::NumberText(port) + " (" + device + "): " + outcome);
   }
 
@@ -109,8 +102,8 @@ class Connect : public platform::Form {
       MSComm1.PortOpen(false);
       return true;
     } catch (const std::system_error& error) {
-      const auto why = platform::WhyNoOpening(error.code().value());
-      if (why != platform::NoSuchDevice) Note(port, why);
+      const auto why = WhyNoOpening(error.code().value());
+      if (why != NoSuchDevice) Note(port, why);
       return false;
     }
   }
@@ -142,9 +135,9 @@ class Connect : public platform::Form {
     EnableButtons(false);
     outcomes_.clear();
     bool found = false;
-    for (std::int16_t port = 1; port <= platform::LastComm && !found; ++port) {
+    for (std::int16_t port = 1; port <= LastComm && !found; ++port) {
       lblDevice->setText(QString("Asking on Comm %1...").arg(port));
-      platform::Machine::Get().Repaint();
+      Machine::Get().Repaint();
       found = CommPortExists(port) && LoggerAnswers(port, "19200");
     }
     if (outcomes_.empty()) outcomes_.emplace_back("Comm 1 to 16: no such device");
@@ -162,14 +155,14 @@ class Connect : public platform::Form {
     MousePointer(Pointer::Busy);
     EnableButtons(false);
     Shared.CurrentCommPort = values::ToInt16(NumEditCommPort->Value());
-    platform::SaveSetting("Startup", "CurrentCommPort", values::NumberText(Shared.CurrentCommPort));
+    SaveSetting("Startup", "CurrentCommPort", values::NumberText(Shared.CurrentCommPort));
     MousePointer(Pointer::Normal);
     if (Shared.CurrentCommPort == 0) {
       MsgBox("No Comm port has been selected!");
       return Unload();
     }
     outcomes_.clear();
-    platform::Machine::Get().Repaint();
+    Machine::Get().Repaint();
     const bool retrieved = RetrieveOnBoardParameters();
     ShowDevice();
     if (!retrieved)
@@ -185,7 +178,7 @@ class Connect : public platform::Form {
   bool RetrieveOnBoardParameters() {
     const auto port = Shared.CurrentCommPort;
     if (!CommPortExists(port)) {
-      if (outcomes_.empty()) Note(port, platform::NoSuchDevice);
+      if (outcomes_.empty()) Note(port, NoSuchDevice);
       return false;
     }
     try {
@@ -209,18 +202,18 @@ class Connect : public platform::Form {
 
   std::function<void(bool)> reached_;
   std::int16_t DetectedCommPort = 0;
-  platform::MSComm MSComm1;
-  platform::MSComm MSCommTare;
-  platform::CWNumEdit* NumEditCommPort;
-  QLabel* lblDevice;
-  QPushButton* cmdAutoDetect;
-  QPushButton* cmdOK;
+  MSComm MSComm1{*this, "MSComm1"};
+  MSComm MSCommTare{*this, "MSCommTare"};
+  CWNumEdit* NumEditCommPort = new CWNumEdit(this);
+  QLabel* lblDevice = MakeLabel("lblDevice", "", this);
+  QPushButton* cmdAutoDetect = MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); });
+  QPushButton* cmdOK = MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); });
   std::vector<std::string> outcomes_;  ///< what the ports did that were asked last
-  std::unique_ptr<platform::Alarm> look_;
+  std::unique_ptr<Alarm> look_;
 };
 
 }  // namespace
 
-platform::Form* MakeConnect(std::function<void(bool)> reached) { return new Connect(std::move(reached)); }
+Form* MakeConnect(std::function<void(bool)> reached) { return new Connect(std::move(reached)); }
 
 }  // namespace bexlow::link

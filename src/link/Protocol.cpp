@@ -48,7 +48,7 @@ Request MakeRequest(CommandName name, std::span<const int> operands) {
     if (operand < 0 || operand > 255) Throw(std::errc::value_too_large, "Request byte outside 0 to 255");
     request.push_back({static_cast<std::uint8_t>(operand), command.pauseBetweenMs});
   }
-  request.back().pauseMs = command.pauseBehindMs;
+  request.back().pauseMs = command.pauseAfterMs;
   request.back().reply = command.reply;
   return request;
 }

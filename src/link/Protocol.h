@@ -37,7 +37,7 @@ struct Command {
   char letter;
   std::size_t operands;  ///< operand bytes after the letter
   int pauseBetweenMs;    ///< between two bytes of the request
-  int pauseBehindMs;     ///< after its last byte
+  int pauseAfterMs;      ///< after its last byte
   std::size_t reply;     ///< bytes of the reply; 0 for none, or for a stream
 };
 

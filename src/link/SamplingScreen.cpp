@@ -60,23 +60,17 @@ SamplingScreen::SamplingScreen(const char* name, const QString& caption, Command
     : Form(name, caption),
       MSComm1(*this, "MSComm1"),
       mnuData(AddMenu("mnuData", "&Data")),
+      mnuSample(AddCheckEntry(
+          mnuData, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shared::SampleKey)),
       threshold_(static_cast<int>(CommandOf(command).reply)),
       request_(MakeRequest(command)),
       showing_(Machine::Get().MakeAlarm([this] { ShowWhatWasTaken(); })),
       delaying_(*this, "TimerDelaying", DelayMs) {
+  mnuData->addSeparator()->setObjectName("mnuSep");
+  AddEntry(mnuData, "mnuReturn", "&Return", [this] { Unload(); });
   MSComm1.OnComm = [this] { MSComm1_OnComm(); };
   delaying_.OnTimer = [this] { Guarded(*this, "MSComm1_OnComm", [this] { SendRequest(); }); };
   OnActivity = [this] { return Activity(); };
-}
-
-void SamplingScreen::AddSample() {
-  mnuSample = AddCheckEntry(
-      mnuData, "mnuSample", "&Sample", [this] { mnuSample_Click(); }, shared::SampleKey);
-}
-
-void SamplingScreen::AddReturn() {
-  mnuData->addSeparator()->setObjectName("mnuSep");
-  AddEntry(mnuData, "mnuReturn", "&Return", [this] { Unload(); });
 }
 
 void SamplingScreen::mnuSample_Click() {
@@ -131,7 +125,7 @@ void SamplingScreen::SendRequest() {
 }
 
 void SamplingScreen::ShowSoon() {
-  if (!std::exchange(unshown_, true)) showing_->Start(ShownWithin);
+  if (!std::exchange(showDue_, true)) showing_->Start(ShownWithin);
 }
 
 void SamplingScreen::ShowIfDue() {
@@ -145,7 +139,7 @@ void SamplingScreen::ShowIfDue() {
 void SamplingScreen::ShowWhatWasTaken() {
   showing_->Stop();
   shownAt_ = Machine::Get().QueryPerformanceCounter();
-  if (std::exchange(unshown_, false)) Show();
+  if (std::exchange(showDue_, false)) Show();
 }
 
 // Waiting for the end of every reply would cost a third of the samples. If a reply was too long, its extra

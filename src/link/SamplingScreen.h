@@ -48,10 +48,6 @@ class SamplingScreen : public platform::Form {
   /// What the status line says of the chain.
   virtual platform::Activity Activity();
 
-  /// The entries of mnuData that all have, in the order in which they are called.
-  void AddSample();
-  void AddReturn();
-
   /// Shows the last sample and takes no more, so that other requests can use the open port.
   void PauseSampling();
   /// Drops what came in meanwhile, a late sample included, and goes on. Throws std::system_error if the
@@ -63,8 +59,8 @@ class SamplingScreen : public platform::Form {
   bool HasStopped() const;
 
   platform::MSComm MSComm1;
-  QMenu* mnuData = nullptr;
-  QAction* mnuSample = nullptr;
+  QMenu* mnuData;
+  QAction* mnuSample;
 
  private:
   void mnuSample_Click();
@@ -79,7 +75,7 @@ class SamplingScreen : public platform::Form {
   std::unique_ptr<platform::Alarm> showing_;  ///< shows a sample that no other follows
   platform::Timer delaying_;
   bool delayed_ = false;
-  bool unshown_ = false;      ///< a sample was taken since the last frame
+  bool showDue_ = false;      ///< a sample was taken since the last frame
   std::int64_t shownAt_ = 0;  ///< reading of the high-resolution counter
   Pace pace_;
   std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter

@@ -72,7 +72,6 @@ class Accelerometers : public RecordingScreen {
     columns->setSpacing(8);
     AddReadings(*columns);
     AddDacPanel(*columns);
-    lblNote = MakeLabel("lblNote", NoteText, this);
     lblNote->setWordWrap(true);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(12, 12, 12, 12);
@@ -116,7 +115,6 @@ class Accelerometers : public RecordingScreen {
   }
 
   void AddDacPanel(QHBoxLayout& columns) {
-    fraHiddenSliders = MakeFrame("fraHiddenSliders", "Slider", this);
     auto* slides = new QHBoxLayout(fraHiddenSliders);
     for (auto& axis : axes_) {
       auto* column = new QVBoxLayout;
@@ -198,8 +196,8 @@ class Accelerometers : public RecordingScreen {
   }
 
   std::array<Axis, 3> axes_{Axis{AxisRows[0]}, Axis{AxisRows[1]}, Axis{AxisRows[2]}};
-  QGroupBox* fraHiddenSliders = nullptr;
-  QLabel* lblNote = nullptr;
+  QGroupBox* fraHiddenSliders = MakeFrame("fraHiddenSliders", "Slider", this);
+  QLabel* lblNote = MakeLabel("lblNote", NoteText, this);
 };
 
 }  // namespace

@@ -66,7 +66,7 @@ void LiveStrips::Add(std::size_t strip, double value) {
 }
 
 void LiveStrips::Show() {
-  undrawn_ = true;
+  drawDue_ = true;
   shownAt_ = platform::Machine::Get().QueryPerformanceCounter();
   if (!live_) SetLive(true);
   if (SecondsSince(drawnAt_) >= DrawingSeconds) DrawNewest();
@@ -80,7 +80,7 @@ void LiveStrips::Tick() {
 
 void LiveStrips::DrawNewest() {
   drawnAt_ = platform::Machine::Get().QueryPerformanceCounter();
-  if (std::exchange(undrawn_, false) && !paused_) Draw();
+  if (std::exchange(drawDue_, false) && !paused_) Draw();
 }
 
 void LiveStrips::End() {

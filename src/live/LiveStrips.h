@@ -50,7 +50,7 @@ class LiveStrips : public QWidget {
   std::vector<QWidget*> dimmedAlong_;
   std::unique_ptr<platform::Alarm> drawing_;
   bool paused_ = false, live_ = false;
-  bool undrawn_ = false;                                    ///< samples were stored since the last drawing
+  bool drawDue_ = false;                                    ///< samples were stored since the last drawing
   std::int64_t startedAt_ = 0, shownAt_ = 0, drawnAt_ = 0;  ///< readings of the high-resolution counter
 };
 

@@ -37,9 +37,7 @@ std::int64_t SamplesIn(const std::string& path) {
 
 RecordingScreen::RecordingScreen(const RecordingKind& kind)
     : SamplingScreen(kind.screen, kind.screen, kind.command), strips_(new LiveStrips(this)), kind_(kind) {
-  mnuSave = AddCheckEntry(mnuData, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });
-  AddSample();
-  AddReturn();
+  mnuData->insertAction(mnuSample, mnuSave);
 }
 
 void RecordingScreen::Starting() {

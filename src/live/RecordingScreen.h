@@ -41,7 +41,7 @@ class RecordingScreen : public link::SamplingScreen {
   const RecordingKind& kind_;
   platform::CommonDialog CommonDialog1;
   bool writing_ = true;  ///< the last sample could be written
-  QAction* mnuSave = nullptr;
+  QAction* mnuSave = AddCheckEntry(mnuData, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });
 };
 
 }  // namespace bexlow::live

@@ -10,7 +10,6 @@
 #include "live/LiveStrips.h"
 #include "live/Readings.h"
 #include "live/SessionTexts.h"
-#include "platform/controls/Winsock.h"
 #include "platform/instruments/CWKnob.h"
 #include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
@@ -53,11 +52,7 @@ std::int32_t PortIn(const QLineEdit& box) {
 
 class RemoteSession : public link::SamplingScreen {
  public:
-  RemoteSession()
-      : SamplingScreen("RemoteSession", "Remote Session", link::CommandName::SampleAngles),
-        udpPeerA(*this, "udpPeerA") {
-    AddSample();
-    AddReturn();
+  RemoteSession() : SamplingScreen("RemoteSession", "Remote Session", link::CommandName::SampleAngles) {
     auto* columns = new QHBoxLayout(this);
     columns->setContentsMargins(12, 12, 12, 12);
     columns->setSpacing(12);
@@ -83,8 +78,8 @@ class RemoteSession : public link::SamplingScreen {
     auto* column = new QVBoxLayout;
     column->addWidget(MakeSession());
     auto* switches = new QHBoxLayout;
-    switches->addWidget(fraSend = MakeFrame("fraSend", "Select Send", this));
-    switches->addWidget(fraDial = MakeFrame("fraDial", "Display Receive Data", this));
+    switches->addWidget(fraSend);
+    switches->addWidget(fraDial);
     optSend = AddSwitch(fraSend, {"optSend", "Send"}, {"optNoSend", "No Send"});
     optDialYes = AddSwitch(fraDial, {"optDialYes", "Yes"}, {"optDialNo", "No"});
     column->addLayout(switches);
@@ -94,7 +89,6 @@ class RemoteSession : public link::SamplingScreen {
   }
 
   QGroupBox* MakeSession() {
-    fraSession = MakeFrame("fraSession", "Select Session", this);
     auto* column = new QVBoxLayout(fraSession);
     for (const auto& role : SessionRoles)
       column->addWidget(
@@ -126,7 +120,6 @@ class RemoteSession : public link::SamplingScreen {
     AddRow(*grid, "Bind", txtBind);
     auto* cmdReset = MakeButton("cmdReset", "Reset", [this] { cmdReset_Click(); });
     grid->addWidget(cmdReset, grid->rowCount(), SpanOfBox, Qt::AlignRight);
-    lblSocket = MakeLabel("lblSocket", "", frame);
     lblSocket->setWordWrap(true);
     lblSocket->setMinimumHeight(4 * lblSocket->fontMetrics().lineSpacing());  // a long name takes 3 lines
     lblSocket->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -360,7 +353,7 @@ class RemoteSession : public link::SamplingScreen {
     return {"Receiving", rate > 0 ? values::CountText(rate) + " a second" : "", " "};
   }
 
-  Winsock udpPeerA;
+  Winsock udpPeerA{*this, "udpPeerA"};
 
   QString OutgoingText;
   // Whether the boxes are to be shown anew: txtSend, txtX and txtY with a sample, or with what was received.
@@ -370,13 +363,15 @@ class RemoteSession : public link::SamplingScreen {
   ReceivedAngle ReceivedX, ReceivedY;
   std::optional<link::Pace> received_;  ///< of datagrams, since the role was chosen
 
-  QGroupBox *fraSession = nullptr, *fraSend = nullptr, *fraDial = nullptr;
+  QGroupBox* fraSession = MakeFrame("fraSession", "Select Session", this);
+  QGroupBox* fraSend = MakeFrame("fraSend", "Select Send", this);
+  QGroupBox* fraDial = MakeFrame("fraDial", "Display Receive Data", this);
   QRadioButton *optSend = nullptr, *optDialYes = nullptr, *optRemoteHost1 = nullptr;
   QLineEdit* txtWhoAmI = nullptr;
   std::array<QLineEdit*, 4> txtLH{};  ///< txtLH1 to txtLH4
   std::array<QLineEdit*, 4> txtRH{};  ///< txtRH1 to txtRH4
   QLineEdit *txtRH5 = nullptr, *txtPort = nullptr, *txtBind = nullptr;
-  QLabel* lblSocket = nullptr;
+  QLabel* lblSocket = MakeLabel("lblSocket", "", this);
   QPlainTextEdit *txtSend = nullptr, *txtReceive = nullptr;
   std::array<Axis, 2> axes_{Axis{AngleRows[0]}, Axis{AngleRows[1]}};
   LiveStrips* strips_ = new LiveStrips(this);
