@@ -243,6 +243,7 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
 
 TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
   BeginForASecond();
+  EXPECT_EQ(Text("txtBufferLen") + " bytes, tick " + Text("txtTimer"), "264 bytes, tick 1");
   const auto file = std::exchange(Shared.DataFileName, DataFile("").string());
   machine.wire.clear();
   machine.whileBoxIsOpen = [&] {
@@ -274,6 +275,7 @@ TEST_F(DownloadStory, NothingOfTheLoggerBeforeRemains) {
   const auto expectOther = [&] {
     EXPECT_EQ(Text("txtSerialNumber"), "256");
     EXPECT_EQ(Text("txtDataFile") + Text("txtPages") + Text("txtTimeLeft"), "");
+    EXPECT_EQ(Text("txtBufferLen") + Text("txtTimer"), "");
     EXPECT_TRUE(The<platform::CWGraph>("CWGraph1").parentWidget()->parentWidget()->isHidden());
   };
   machine.whileBoxIsOpen = expectOther;

@@ -175,6 +175,8 @@ TEST_F(RemoteStory, DecodesWhatBearsTheMarksAndShowsTheRestOnly) {
   Arrives("BX1/2BX");
   EXPECT_EQ(Plain("txtReceive"), "BX1/2BX");
   ExpectAngles("0", "0");  // the last row's
+  Type("txtX", "45");
+  ExpectAngles("45", "0");
   The<QPushButton>("cmdClearReceive").click();
   EXPECT_EQ(Plain("txtReceive"), "");
 }
