@@ -9,7 +9,6 @@
 namespace bexlow::config {
 
 using shared::NumberIn;
-using shared::Shared;
 using shared::Shown;
 using namespace platform;
 
@@ -136,7 +135,7 @@ class Calibrate : public link::SamplingScreen {
   void Take(const link::Bytes& reply) override {
     const auto bits = link::AccelerometerReadings(reply);
     if (!bits) return;
-    auto& sample = Shared.LiveSample;
+    auto& sample = shared::Shared.LiveSample;
     sample.AccX = bits->x;
     sample.AccY = bits->y;
     sample.AccZ = bits->z;

@@ -11,7 +11,6 @@ namespace bexlow::config {
 using namespace platform;
 using shared::Guarded;
 using shared::Shared;
-using shared::Shown;
 
 namespace {
 
@@ -231,7 +230,7 @@ class Configuration : public Form {
       for (const Parameter& row : Parameters) {
         if (row.field != nullptr) Shared.OnBoardParameters.*row.field = ValueOf(row, Shared.ReadArray);
       }
-      for (const auto& [row, box] : boxes_) box->setText(Shown(ValueOf(*row, Shared.ReadArray)));
+      for (const auto& [row, box] : boxes_) box->setText(shared::Shown(ValueOf(*row, Shared.ReadArray)));
     });
   }
 

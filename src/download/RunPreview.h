@@ -1,7 +1,6 @@
 // The run of a download while it arrives: its header values, and its pages as graphs.
 #pragma once
 
-#include "files/Series.h"
 #include "graph/GraphPair.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"

@@ -72,8 +72,8 @@ class Connect : public Form {
 
   /// The device behind the number in the box, as it is now, and what the ports did that were asked last.
   void ShowDevice() {
-    const auto device = DeviceWords(values::ToInt16(NumEditCommPort->Value()));
-    const auto text = QString::fromStdString(outcomes_.empty() ? device : device + "\n\n" + Outcomes("\n"));
+    const auto device = QString::fromStdString(DeviceWords(values::ToInt16(NumEditCommPort->Value())));
+    const auto text = outcomes_.empty() ? device : device + "\n\n" + outcomes_.join("\n");
     if (text == lblDevice->text()) return;
     lblDevice->setText(text);
     adjustSize();
@@ -81,13 +81,7 @@ class Connect : public Form {
 
   void Note(std::int16_t port, const std::string& outcome) {
     const auto device = Machine::Get().DescribePort(port).device;
-    outcomes_.push_back("Comm " + values::NumberText(port) + " (" + device + "): " + outcome);
-  }
-
-  std::string Outcomes(const char* between) const {
-    std::string text;
-    for (const auto& outcome : outcomes_) text += (text.empty() ? "" : between) + outcome;
-    return text;
+    outcomes_ << QString::fromStdString("Comm " + values::NumberText(port) + " (" + device + "): " + outcome);
   }
 
   void EnableButtons(bool enabled) {
@@ -140,12 +134,13 @@ class Connect : public Form {
       Machine::Get().Repaint();
       found = CommPortExists(port) && LoggerAnswers(port, "19200");
     }
-    if (outcomes_.empty()) outcomes_.emplace_back("Comm 1 to 16: no such device");
+    if (outcomes_.empty()) outcomes_ << "Comm 1 to 16: no such device";
     EnableButtons(true);
     if (found) NumEditCommPort->Value(DetectedCommPort);
     ShowDevice();
     MousePointer(Pointer::Normal);
-    if (!found) return shared::TellFailure("Bexlow not found on Comm 1-16!", Outcomes("; "));
+    if (!found)
+      return shared::TellFailure("Bexlow not found on Comm 1-16!", outcomes_.join("; ").toStdString());
     MsgBox("Bexlow found on Comm " + values::NumberText(DetectedCommPort) + "!");
     cmdOK->setFocus();
   }
@@ -170,7 +165,7 @@ class Connect : public Form {
           "A communication failure has occurred!\r\n"
           "On-board parameters were not retrieved from the Bexlow.\r\n"
           "Check your hardware set-up and try again.",
-          Outcomes("; "));
+          outcomes_.join("; ").toStdString());
     reached_(retrieved);
     Unload();
   }
@@ -208,7 +203,7 @@ class Connect : public Form {
   QLabel* lblDevice = MakeLabel("lblDevice", "", this);
   QPushButton* cmdAutoDetect = MakeButton("cmdAutoDetect", "Auto Detect", [this] { cmdAutoDetect_Click(); });
   QPushButton* cmdOK = MakeButton("cmdOK", "OK", [this] { cmdOK_Click(); });
-  std::vector<std::string> outcomes_;  ///< what the ports did that were asked last
+  QStringList outcomes_;  ///< what the ports did that were asked last
   std::unique_ptr<Alarm> look_;
 };
 

@@ -12,13 +12,9 @@
 namespace bexlow::live {
 
 using namespace platform;
-using shared::Guarded;
 using shared::Shared;
 
 namespace {
-
-constexpr RecordingKind Kind{"Accelerometers", link::CommandName::SampleAccelerometers,
-                             files::DataFileKind::Accelerometers, shared::WriteAccelerometersToFile};
 
 constexpr int PauseAfterCellMs = 100;
 constexpr auto NoteText =
@@ -67,7 +63,9 @@ CWSlide* AddSlide(QBoxLayout& column, const char* name, const char* caption, QWi
 
 class Accelerometers : public RecordingScreen {
  public:
-  Accelerometers() : RecordingScreen(Kind) {
+  Accelerometers()
+      : RecordingScreen("Accelerometers", link::CommandName::SampleAccelerometers,
+                        files::DataFileKind::Accelerometers, shared::WriteAccelerometersToFile) {
     auto* columns = new QHBoxLayout;
     columns->setSpacing(8);
     AddReadings(*columns);
@@ -191,8 +189,9 @@ class Accelerometers : public RecordingScreen {
   }
 
   void WriteDAC(double address, double value) {
-    Guarded(*this, "WriteDAC",
-            [&] { link::Send(MSComm1, link::WriteEeprom(values::ToByte(address), values::ToByte(value))); });
+    shared::Guarded(*this, "WriteDAC", [&] {
+      link::Send(MSComm1, link::WriteEeprom(values::ToByte(address), values::ToByte(value)));
+    });
   }
 
   std::array<Axis, 3> axes_{Axis{AxisRows[0]}, Axis{AxisRows[1]}, Axis{AxisRows[2]}};

@@ -1,7 +1,6 @@
 #include "link/Communications.h"
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
-#include "platform/instruments/CWKnob.h"
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"
 #include "shared/NumberBox.h"
@@ -16,15 +15,14 @@ using shared::Shared;
 
 namespace {
 
-constexpr RecordingKind Kind{"Angles", link::CommandName::SampleAngles, files::DataFileKind::Angles,
-                             shared::WriteAnglesToFile};
-
 constexpr int TareCharacters = 17;  // "-179.994506668294"; the other boxes are as wide
 constexpr int PauseBetweenCellsMs = 500;
 
 class Angles : public RecordingScreen {
  public:
-  Angles() : RecordingScreen(Kind) {
+  Angles()
+      : RecordingScreen("Angles", link::CommandName::SampleAngles, files::DataFileKind::Angles,
+                        shared::WriteAnglesToFile) {
     auto* boxes = new QVBoxLayout;
     boxes->setSpacing(12);
     auto* fraRawWord = AddBoxes(*boxes, "fraRawWord", "Raw Word", "counts", &Axis::word, &AngleRow::word);

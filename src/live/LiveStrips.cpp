@@ -3,7 +3,6 @@
 #include <QGraphicsOpacityEffect>
 
 #include "link/SamplingScreen.h"
-#include "platform/graph/CWGraph.h"
 #include "platform/instruments/Instrument.h"
 
 namespace bexlow::live {

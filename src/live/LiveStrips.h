@@ -2,14 +2,9 @@
 // a sample came last, so they dim all that shows samples.
 #pragma once
 
-#include <QWidget>
-
 #include "live/Strip.h"
+#include "platform/graph/CWGraph.h"
 #include "platform/machine/Machine.h"
-
-namespace bexlow::platform {
-class CWGraph;
-}
 
 namespace bexlow::live {
 

@@ -1,8 +1,5 @@
 #include "live/Readings.h"
 
-#include "live/LiveStrips.h"
-#include "platform/controls/Controls.h"
-#include "platform/instruments/CWKnob.h"
 #include "shared/Records.h"
 #include "values/Conversions.h"
 

@@ -1,23 +1,13 @@
 // What shows a reading: a box with label and unit, a dial, the rows of both angles.
 #pragma once
 
-#include <QString>
-
 #include "link/Protocol.h"
+#include "live/LiveStrips.h"
+#include "platform/controls/Controls.h"
+#include "platform/instruments/CWKnob.h"
 #include "values/LoggerValues.h"
 
-class QGridLayout;
-class QLayout;
-class QLineEdit;
-class QWidget;
-
-namespace bexlow::platform {
-class CWKnob;
-}
-
 namespace bexlow::live {
-
-class LiveStrips;
 
 /// The two angle axes: names of their controls, scales, fields and EEPROM cells.
 struct AngleRow {

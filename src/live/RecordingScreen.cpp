@@ -35,8 +35,9 @@ std::int64_t SamplesIn(const std::string& path) {
 
 }  // namespace
 
-RecordingScreen::RecordingScreen(const RecordingKind& kind)
-    : SamplingScreen(kind.screen, kind.screen, kind.command), strips_(new LiveStrips(this)), kind_(kind) {
+RecordingScreen::RecordingScreen(const char* name, link::CommandName command, files::DataFileKind file,
+                                 bool (*write)(const std::string& time))
+    : SamplingScreen(name, name, command), file_(file), write_(write) {
   mnuData->insertAction(mnuSample, mnuSave);
 }
 
@@ -84,7 +85,7 @@ void RecordingScreen::Take(const link::Bytes& reply) {
   Shared.LiveSample.SampleTime = values::NumberText(values::ElapsedSeconds(Shared.SampleClock));
   Decode(reply);
   if (!Shared.LiveSample.SavingToFile) return;
-  writing_ = kind_.write(Shared.LiveSample.SampleTime);
+  writing_ = write_(Shared.LiveSample.SampleTime);
   if (!writing_) DelayNextRequest();
 }
 
@@ -119,7 +120,7 @@ void RecordingScreen::mnuSave_Click() {
   mnuSave->setChecked(save);
   Shared.LiveSample.SavingToFile = false;
   if (!save) return;
-  const std::string failure = shared::WriteDataFileHeader(CommonDialog1, kind_.file);
+  const std::string failure = shared::WriteDataFileHeader(CommonDialog1, file_);
   if (!failure.empty()) CommonDialog1.FileName.clear();
   if (!CommonDialog1.FileName.empty()) {
     EndSavingOfOthers(CommonDialog1.FileName, *this);

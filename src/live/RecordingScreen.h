@@ -7,21 +7,16 @@
 
 namespace bexlow::live {
 
-/// What differs between the two.
-struct RecordingKind {
-  const char* screen;  ///< its name, and its caption
-  link::CommandName command;
-  files::DataFileKind file;
-  bool (*write)(const std::string& time);  ///< appends the sample to the data file
-};
-
 class RecordingScreen : public link::SamplingScreen {
  public:
   /// A data file was begun at this path: no screen but this one goes on saving to it.
   static void EndSavingOfOthers(const std::string& path, const platform::Form& but);
 
  protected:
-  explicit RecordingScreen(const RecordingKind& kind);
+  /// @param name   of the screen, and its caption
+  /// @param write  appends the sample to the data file
+  RecordingScreen(const char* name, link::CommandName command, files::DataFileKind file,
+                  bool (*write)(const std::string& time));
 
   /// Decodes a sample into the live sample. An exception ends the chain.
   virtual void Decode(const link::Bytes& reply) = 0;
@@ -29,7 +24,7 @@ class RecordingScreen : public link::SamplingScreen {
   void Starting() override;
   void Stopped() override;
 
-  LiveStrips* strips_;
+  LiveStrips* strips_ = new LiveStrips(this);
 
  private:
   void mnuSave_Click();
@@ -38,7 +33,8 @@ class RecordingScreen : public link::SamplingScreen {
   void Take(const link::Bytes& reply) override;
   platform::Activity Activity() override;
 
-  const RecordingKind& kind_;
+  const files::DataFileKind file_;
+  bool (*const write_)(const std::string& time);
   platform::CommonDialog CommonDialog1;
   bool writing_ = true;  ///< the last sample could be written
   QAction* mnuSave = AddCheckEntry(mnuData, "mnuSave", "Sa&ve", [this] { mnuSave_Click(); });

@@ -7,10 +7,8 @@
 
 #include "link/SamplingScreen.h"
 #include "live/Datagram.h"
-#include "live/LiveStrips.h"
 #include "live/Readings.h"
 #include "live/SessionTexts.h"
-#include "platform/instruments/CWKnob.h"
 #include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
