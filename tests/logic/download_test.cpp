@@ -240,6 +240,8 @@ TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
         Row{"a torn header", test::Shortened(Header(), 11), both + "|0|ends within its header"},
         Row{"bins", Header("0") + Record("1", 132, "9") + Record("2", 132, "9"), bin + "|2|"},
         Row{"a short bin page", Header("0") + Record("1", 131, "9"), bin + "|1|the last record is damaged"},
+        Row{"four channels", Header("1", "4") + "1,\r\n",
+            launch + "|Linear||1|no samples: mode or channels are unknown"},
         Row{"a gap in the middle is not seen", Without(20), both + "7040|400|"},
         Row{"a gap near the end", Without(390), both + "7040|400|page 390 is missing"},
         Row{"a gap at the beginning", Without(1), both + "7040|400|page 1 is missing"},
