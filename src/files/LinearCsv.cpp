@@ -1,9 +1,9 @@
 #include "files/LinearCsv.h"
 
 #include <algorithm>
-#include <system_error>
 
 #include "files/Lines.h"
+#include "values/Conversions.h"
 
 namespace bexlow::files {
 
@@ -15,8 +15,8 @@ constexpr int ExtensionLength = 4;  // characters, of one to four bytes each
 
 std::string_view HeaderLine(LineReader& lines) {
   if (const auto line = lines.Next()) return *line;
-  throw std::system_error(std::make_error_code(std::errc::no_message_available),
-                          "Data file ends in header line " + std::to_string(lines.LinesRead() + 1));
+  values::Throw(std::errc::no_message_available,
+                "Data file ends in header line " + std::to_string(lines.LinesRead() + 1));
 }
 
 std::string_view ColumnHead(char channel) {
@@ -75,8 +75,7 @@ std::string CsvFileName(std::string_view dataFileName) {
   std::string_view kept = dataFileName;
   for (int i = 0; i < ExtensionLength; ++i) {
     if (kept.empty() || kept.back() == '/') {
-      throw std::system_error(std::make_error_code(std::errc::invalid_argument),
-                              "File name of fewer than four characters");
+      values::Throw(std::errc::invalid_argument, "File name of fewer than four characters");
     }
     while (kept.size() > 1 && (kept.back() & 0xC0) == 0x80) kept.remove_suffix(1);  // within a character
     kept.remove_suffix(1);

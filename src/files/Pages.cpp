@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <system_error>
 
 #include "files/Lines.h"
 #include "values/Conversions.h"
@@ -66,21 +65,19 @@ std::string DecodePairs(Page page) {
   return text;
 }
 
-[[noreturn]] void Throw(std::size_t line, const std::string& fault) {
-  throw std::system_error(std::make_error_code(std::errc::invalid_argument),
-                          "Line " + std::to_string(line) + ": " + fault);
-}
-
 /// The 132 counts after a line's first comma; the last is the rest of the line.
 BinPoints PointsOf(std::string_view line, std::size_t lineNumber) {
+  const auto fault = [&](const std::string& words) {
+    values::Throw(std::errc::invalid_argument, "Line " + std::to_string(lineNumber) + ": " + words);
+  };
   BinPoints points{};
   std::optional<std::string_view> rest = AfterFirstComma(line);
   for (std::size_t i = 0; i < BinCount; ++i) {
     const bool last = i + 1 == BinCount;
     const auto field = !rest || last ? rest : BeforeFirstComma(*rest);
-    if (!field) Throw(lineNumber, "fewer than 132 fields");
+    if (!field) fault("fewer than 132 fields");
     const auto number = values::WholeNumber(*field);
-    if (!number) Throw(lineNumber, "field " + std::to_string(i + 1) + " is no number");
+    if (!number) fault("field " + std::to_string(i + 1) + " is no number");
     points[i] = *number;
     rest = AfterFirstComma(*rest);
   }

@@ -18,7 +18,7 @@ constexpr std::size_t UncheckedLines = 9;  // of a review
 constexpr std::size_t HeaderLines = 12;
 
 [[noreturn]] void ThrowRecord(std::errc code, std::size_t record, const std::string& fault) {
-  throw std::system_error(std::make_error_code(code), "Record " + std::to_string(record) + ": " + fault);
+  values::Throw(code, "Record " + std::to_string(record) + ": " + fault);
 }
 
 std::string PagesText(std::int32_t first, std::int32_t last) {

@@ -83,6 +83,7 @@ void GraphPair::PrepareLinear(std::span<const files::Axis> axes) {
     const auto title = QString::fromUtf8(name);
     auto* graph = graphs_[i];
     const bool isOther = graph->accessibleName() != title;
+    graph->setMinimumHeight(axes.size() > 2 ? 150 : 0);  // a page of three scrolls in a small window
     static_cast<QGroupBox*>(graph->parentWidget())->setTitle(title);
     graph->setAccessibleName(title);
     graph->SetAxisTitles("", unit.empty() ? title + " (bits)" : "");

@@ -94,8 +94,7 @@ void WriteLinearCsv(const std::string& dataFileName) {
   const std::string csvName = files::CsvFileName(dataFileName);
   std::error_code none;  // where there is no CSV file yet
   if (csvName == dataFileName || std::filesystem::equivalent(csvName, dataFileName, none))
-    throw std::system_error(std::make_error_code(std::errc::file_exists),
-                            "The CSV file would replace the data file " + dataFileName);
+    platform::Throw(std::errc::file_exists, "The CSV file would replace the data file " + dataFileName);
   const std::string dataFile = platform::ReadWhole(dataFileName);
   std::string csv;
   try {

@@ -112,7 +112,7 @@ class RunsTable : public QTreeWidget {
       headerItem()->setTextAlignment(column++, head.alignment == Right ? Qt::AlignCenter : head.alignment);
     }
     setRootIsDecorated(false);
-    setStyleSheet("QTreeView::item { padding: 2px 12px; }");
+    setStyleSheet("QTreeView::item { padding: 2px 8px; }");
     setUniformRowHeights(true);
     setTextElideMode(Qt::ElideMiddle);
     header()->setDefaultSectionSize(header()->minimumSectionSize());
@@ -202,7 +202,7 @@ class RunsTable : public QTreeWidget {
   }
 
   void FitColumns() {
-    constexpr int Gap = 16;
+    constexpr int Gap = 8;
     const int widest = viewport()->width() / 4;
     for (int column = 0; column < Remarks; ++column) {
       const int head = header()->sectionSizeHint(column) + Gap;

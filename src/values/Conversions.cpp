@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <limits>
-#include <system_error>
 
 namespace bexlow::values {
 
@@ -16,21 +15,22 @@ Whole Rounded(double value, const char* range) {
   const double rounded = RoundHalfEven(value);
   using Limits = std::numeric_limits<Whole>;
   if (rounded >= Limits::min() && rounded <= Limits::max()) return static_cast<Whole>(rounded);
-  throw std::system_error(std::make_error_code(std::errc::result_out_of_range),  // also for NaN
-                          std::string("Number outside ") + range);
+  Throw(std::errc::result_out_of_range, std::string("Number outside ") + range);  // also for NaN
 }
 
 double AngleToInteger(double angle, double divisor) {
   double count = angle * FullScaleCounts / divisor;
-  if (!std::isfinite(count)) {
-    throw std::system_error(std::make_error_code(std::errc::argument_out_of_domain), "Angle without a word");
-  }
+  if (!std::isfinite(count)) Throw(std::errc::argument_out_of_domain, "Angle without a word");
   if (count > FullScaleCounts) count -= WordCount;
   if (count < 0) count += WordCount;
   return count;
 }
 
 }  // namespace
+
+void Throw(std::errc code, const std::string& words) {
+  throw std::system_error(std::make_error_code(code), words);
+}
 
 double RoundHalfEven(double value) { return std::nearbyint(value) + 0.0; }  // -0 + 0 is 0
 
@@ -42,7 +42,7 @@ double RoundToDecimals(double value, int decimals) {
 
 double Word(std::span<const std::uint8_t> bytes, std::size_t index) {
   if (bytes.size() < 2 || index > bytes.size() - 2)
-    throw std::system_error(std::make_error_code(std::errc::invalid_argument), "Reply ends before a word");
+    Throw(std::errc::invalid_argument, "Reply ends before a word");
   return 256.0 * bytes[index] + bytes[index + 1];
 }
 

@@ -3,10 +3,14 @@
 
 #include <cstddef>
 #include <span>
+#include <system_error>
 
 #include "values/LoggerValues.h"
 
 namespace bexlow::values {
+
+/// Throws std::system_error.
+[[noreturn]] void Throw(std::errc code, const std::string& words);
 
 /// The unsigned word at an index, high byte first: 256 * bytes[index] + bytes[index + 1].
 /// @throws std::system_error invalid_argument if the bytes end before it

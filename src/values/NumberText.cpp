@@ -45,9 +45,7 @@ Digits DigitsOf(double size) {
 }
 
 std::string TextOf(double value, std::string_view zeroBeforePoint) {
-  if (!std::isfinite(value)) {
-    throw std::system_error(std::make_error_code(std::errc::argument_out_of_domain), "Not a finite number");
-  }
+  if (!std::isfinite(value)) Throw(std::errc::argument_out_of_domain, "Not a finite number");
   if (value == 0) return "0";
   auto [digits, pointAt] = DigitsOf(std::fabs(value));
   std::string text = value < 0 ? "-" : "";
