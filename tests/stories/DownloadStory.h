@@ -44,6 +44,8 @@ class DownloadStory : public Story {
   void ExpectEnded() {
     EXPECT_FALSE(Running());
     EXPECT_FALSE(Shared.LiveSample.SavingToFile);
+    const auto* warning = outer->findChild<QLabel*>("lblWarning");
+    EXPECT_TRUE(warning == nullptr || warning->isHidden());
     EXPECT_EQ(Offered("Data", "Download") && Offered("Data", "Erase"), ScreenInFront() == "DownloadErase");
     ExpectIdle();
   }

@@ -41,6 +41,7 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   EXPECT_EQ(std::count(csv.begin(), csv.end(), '\n'), 12 + 2 * 132);
   EXPECT_EQ(Text("fraPBar"), "Download Progress");
   EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), 264);
+  EXPECT_TRUE(FindOffered(The<platform::CWGraph>("CWGraph1"), "Time on the Axis"));
   EXPECT_EQ(Text("txtTimeLeft"), "");
   EXPECT_EQ(Shared.DataFileName, path.string());
   ExpectEnded();

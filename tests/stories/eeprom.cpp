@@ -98,6 +98,8 @@ TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
     ReadCell();
     EXPECT_EQ(Text("txtValue"), "1");
   }
+  Type("NumEditAddress", "264");
+  EXPECT_EQ(The<platform::CWNumEdit>("NumEditAddress").Value(), 263) << "typed, it ends at the limit";
   Box().clear();
   machine.wire.clear();
   Press("Write");

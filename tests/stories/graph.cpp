@@ -124,6 +124,7 @@ TEST_F(GraphStory, AMissingPageBreaksTheCurveAndTheReadOutTellsWhatIsNoSample) {
       QTest::keyClick(&X(), Qt::Key_Right, Qt::ShiftModifier);
     EXPECT_EQ(X().ReadOutText(), QString::fromUtf8(told));
   }
+  EXPECT_TRUE(Y().ReadOutText().startsWith("Sample 135")) << "both move together again";
 }
 
 TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
