@@ -16,7 +16,7 @@ namespace {
 
 /// The cells that a calibration writes: offset X, Y, Z, then gain X, Y, Z, a word each.
 constexpr int EndOfCalibrationCells = 14;  // one past the last; the first is cell 2
-constexpr WritePlan CalibrationWrite{EndOfCalibrationCells, 0, "Writing Progress",
+constexpr WritePlan CalibrationWrite{EndOfCalibrationCells, 0, false, "Writing Progress",
                                      [](int k) { return std::optional(k); }};
 constexpr int ShakerEnableCell = 32;
 constexpr int ShakerSettleMs = 1000;

@@ -18,7 +18,7 @@ constexpr auto RowsCaption = "EEPROM Address - Value - Parameter";
 
 // Four of the ticks write no cell.
 constexpr WritePlan ConfigurationWrite{
-    EndOfWrite, FirstIndex, "Progress", [](int k) {
+    EndOfWrite, FirstIndex, true, "Progress", [](int k) {
       const Cell& cell = WriteCells[IndexOf(k)];
       return cell.row->form == Storage::None ? std::nullopt : std::optional(cell.Address());
     }};

@@ -16,6 +16,7 @@ namespace bexlow::config {
 struct WritePlan {
   int end;                                 ///< k one past the last cell
   int barZero;                             ///< the bar shows k minus this
+  bool lastTickShown;                      ///< bar and caption move at the last tick, too
   const char* captionAtEnd;                ///< of the progress frame
   std::optional<int> (*addressAt)(int k);  ///< of the cell that the tick of k writes; nothing for none
 };
@@ -75,7 +76,7 @@ class WriteSequence {
     if (const auto address = plan_.addressAt(shared::Shared.ParameterIndex))
       WriteRoutine(*address, byteAt_(shared::Shared.ParameterIndex));
     const int k = ++shared::Shared.ParameterIndex;
-    progress_.Show(QString("Writing %1").arg(k), k - plan_.barZero);
+    if (k < plan_.end || plan_.lastTickShown) progress_.Show(QString("Writing %1").arg(k), k - plan_.barZero);
     emit screen_.ActivityChanged();
     if (k == plan_.end) Finish();
   }

@@ -97,10 +97,7 @@ class RunPreview : public QWidget {
       files::AppendRecord(run_, std::string_view(record).substr(0, record.find('\r')), channels_);
     }
     drawn_ = false;
-    auto& machine = platform::Machine::Get();
-    if ((machine.QueryPerformanceCounter() - drawnAt_) * DrawingsASecond >=
-        machine.QueryPerformanceFrequency())
-      Draw();
+    if (platform::SecondsSince(drawnAt_) >= DrawingSeconds) Draw();
   }
 
   /// Notes a page that could not be stored, or one that came only after it was asked for again.
@@ -125,8 +122,8 @@ class RunPreview : public QWidget {
  private:
   static constexpr int BoxFrame = 20;  // pixels of a text box beside its text
   static constexpr int BoxesALine = 4;
-  static constexpr std::int64_t DrawingsASecond = 10;  // at most: a page of a real line takes 162 ms
-  static constexpr std::size_t MostListed = 10;        // pages named in a remark
+  static constexpr double DrawingSeconds = 0.1;  // at least: a page of a real line takes 162 ms
+  static constexpr std::size_t MostListed = 10;  // pages named in a remark
 
   static void SetText(QLineEdit* box, const std::string& text) { box->setText(QString::fromStdString(text)); }
 

@@ -1,5 +1,6 @@
 #include "link/Communications.h"
 
+#include <cmath>
 #include <utility>
 
 #include "shared/ErrorHandler.h"
@@ -83,16 +84,14 @@ Bytes ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Bloc
 }
 
 std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std::string& exchange) {
-  constexpr std::int64_t SilentAfterSeconds = 2;
+  constexpr double SilentAfterSeconds = 2;
   if (comm.RThreshold() == 0 || comm.InBufferCount() > 0) return std::nullopt;
   if (!comm.AskedAt()) return platform::Activity{exchange + " has stopped", ""};
-  auto& machine = platform::Machine::Get();
-  const auto counts = machine.QueryPerformanceCounter() - *comm.AskedAt();
-  const auto seconds = counts / machine.QueryPerformanceFrequency();
+  const double seconds = std::floor(platform::SecondsSince(*comm.AskedAt()));
   if (seconds < SilentAfterSeconds) return std::nullopt;
-  return platform::Activity{"No reply from the logger",
-                            "silent for " + values::DurationText(static_cast<double>(seconds)) +
-                                ", check the cable, return and open the screen again"};
+  return platform::Activity{
+      "No reply from the logger",
+      "silent for " + values::DurationText(seconds) + ", check the cable, return and open the screen again"};
 }
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> firstSteps,

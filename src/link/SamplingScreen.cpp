@@ -16,7 +16,7 @@ using shared::Guarded;
 namespace {
 
 constexpr std::chrono::milliseconds ShownWithin{40};
-constexpr int FrameMs = 30;
+constexpr double FrameSeconds = 0.03;
 constexpr int DelayMs = 1000;
 constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
@@ -37,19 +37,15 @@ void Pace::Count() {
 }
 
 std::int64_t Pace::PerSecond() {
-  auto& machine = Machine::Get();
-  const auto counts = machine.QueryPerformanceCounter() - countedAt_;
-  const auto frequency = machine.QueryPerformanceFrequency();
-  if (counts < frequency) return perSecond_;
-  const auto samples = static_cast<double>((samples_ - std::exchange(counted_, samples_)) * frequency);
-  countedAt_ += counts;
-  perSecond_ = static_cast<std::int64_t>(values::RoundHalfEven(samples / static_cast<double>(counts)));
-  return perSecond_;
+  const double seconds = platform::SecondsSince(countedAt_);
+  if (seconds < 1) return perSecond_;
+  countedAt_ = Machine::Get().QueryPerformanceCounter();
+  const auto samples = static_cast<double>(samples_ - std::exchange(counted_, samples_));
+  return perSecond_ = static_cast<std::int64_t>(values::RoundHalfEven(samples / seconds));
 }
 
 std::int64_t Pace::SilentSeconds() const {
-  auto& machine = Machine::Get();
-  return (machine.QueryPerformanceCounter() - lastAt_) / machine.QueryPerformanceFrequency();
+  return static_cast<std::int64_t>(platform::SecondsSince(lastAt_));
 }
 
 std::string SamplesText(std::int64_t count) {
@@ -129,9 +125,7 @@ void SamplingScreen::ShowSoon() {
 }
 
 void SamplingScreen::ShowIfDue() {
-  auto& machine = Machine::Get();
-  if (machine.QueryPerformanceCounter() - shownAt_ >= machine.QueryPerformanceFrequency() * FrameMs / 1000)
-    ShowWhatWasTaken();
+  if (platform::SecondsSince(shownAt_) >= FrameSeconds) ShowWhatWasTaken();
 }
 
 // Painting each of some 370 samples a second would leave the line waiting, so boxes and dials are updated
@@ -146,14 +140,10 @@ void SamplingScreen::ShowWhatWasTaken() {
 // bytes start the next one, which is then complete too early, or begins before the logger can have
 // answered. On a line that delivers in bursts the next one has a wrong length.
 bool SamplingScreen::CameTooSoon(std::int64_t firstByteAt) const {
-  auto& machine = Machine::Get();
-  const auto byteTimes = [&](std::int64_t at) {
-    const auto counts = static_cast<double>(at - requestedAt_);
-    return counts / static_cast<double>(machine.QueryPerformanceFrequency()) / SecondsAByte;
-  };
-  const double whole = byteTimes(machine.QueryPerformanceCounter());
+  const double whole = platform::SecondsSince(requestedAt_) / SecondsAByte;
+  const double first = whole - platform::SecondsSince(firstByteAt) / SecondsAByte;
   if (whole < PseudoTerminalByteTimes) return false;
-  return whole < (1 + threshold_) * Tolerance || byteTimes(firstByteAt) < LeastByteTimes;
+  return whole < (1 + threshold_) * Tolerance || first < LeastByteTimes;
 }
 
 Bytes SamplingScreen::TakeReply() {

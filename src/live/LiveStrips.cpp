@@ -12,12 +12,6 @@ namespace {
 constexpr double DrawingSeconds = 0.1;
 constexpr int LeastHeight = 110;
 
-double SecondsSince(std::int64_t reading) {
-  auto& machine = platform::Machine::Get();
-  const auto counts = machine.QueryPerformanceCounter() - reading;
-  return static_cast<double>(counts) / static_cast<double>(machine.QueryPerformanceFrequency());
-}
-
 // What shows the past is pale: a box stays to be read and copied, an instrument shows no number.
 void Dim(QWidget& widget, bool dim) {
   constexpr double Pale = 0.45;
@@ -61,20 +55,20 @@ void LiveStrips::AddStrip(const char* name, const QString& caption, const QStrin
 }
 
 void LiveStrips::Add(std::size_t strip, double value) {
-  strips_[strip].values.Add(SecondsSince(startedAt_), value);
+  strips_[strip].values.Add(platform::SecondsSince(startedAt_), value);
 }
 
 void LiveStrips::Show() {
   drawDue_ = true;
   shownAt_ = platform::Machine::Get().QueryPerformanceCounter();
   if (!live_) SetLive(true);
-  if (SecondsSince(drawnAt_) >= DrawingSeconds) DrawNewest();
+  if (platform::SecondsSince(drawnAt_) >= DrawingSeconds) DrawNewest();
 }
 
 // Only what no frame has drawn, since a frame comes when the line does not have to wait for it.
 void LiveStrips::Tick() {
-  if (SecondsSince(shownAt_) >= DrawingSeconds) DrawNewest();
-  if (SecondsSince(shownAt_) >= link::SilentAfterSeconds) SetLive(false);
+  if (platform::SecondsSince(shownAt_) >= DrawingSeconds) DrawNewest();
+  if (platform::SecondsSince(shownAt_) >= link::SilentAfterSeconds) SetLive(false);
 }
 
 void LiveStrips::DrawNewest() {

@@ -40,11 +40,9 @@ void WaitMilliseconds(int milliseconds) { WaitMicroseconds(std::int64_t{1000} * 
 void WaitMicroseconds(std::int64_t microseconds) {
   if (microseconds <= 0) return;
   auto& machine = platform::Machine::Get();
-  const double microsecondsACount = 1e6 / static_cast<double>(machine.QueryPerformanceFrequency());
   const auto start = machine.QueryPerformanceCounter();
   while (true) {
-    const double passed = static_cast<double>(machine.QueryPerformanceCounter() - start) * microsecondsACount;
-    const double left = static_cast<double>(microseconds) - passed;
+    const double left = static_cast<double>(microseconds) - platform::SecondsSince(start) * 1e6;
     if (left <= 0) return;
     machine.Idle(std::chrono::microseconds(static_cast<std::int64_t>(std::ceil(left))));
   }

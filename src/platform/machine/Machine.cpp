@@ -33,6 +33,11 @@ Machine& Machine::Get() {
 
 void Machine::Install(Machine& machine) { installed = &machine; }
 
+double SecondsSince(std::int64_t reading) {
+  const auto counts = Machine::Get().QueryPerformanceCounter() - reading;
+  return static_cast<double>(counts) / static_cast<double>(Machine::Get().QueryPerformanceFrequency());
+}
+
 void MsgBox(const std::string& text) {
   const EventGate::Hold hold;
   Machine::Get().Ask(text, Buttons::Ok);

@@ -97,6 +97,9 @@ class Machine {
   virtual void EndProgram() = 0;
 };
 
+/// From a reading of the high-resolution counter until now.
+double SecondsSince(std::int64_t reading);
+
 /// A message with an OK button, in the program's own words. Lines are separated by CR LF.
 void MsgBox(const std::string& text);
 /// A question with the buttons Yes and No.
