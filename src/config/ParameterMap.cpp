@@ -1,7 +1,6 @@
 #include "config/ParameterMap.h"
 
 #include <algorithm>
-#include <system_error>
 
 #include "link/Protocol.h"
 #include "values/Conversions.h"

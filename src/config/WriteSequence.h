@@ -1,8 +1,6 @@
 // The paced write of EEPROM cells, one a tick, which the Configuration and Calibrate screens share.
 #pragma once
 
-#include <utility>
-
 #include "config/ParameterMap.h"
 #include "link/Communications.h"
 #include "platform/controls/Timer.h"

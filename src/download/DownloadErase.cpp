@@ -1,11 +1,9 @@
 #include <exception>
-#include <utility>
 
 #include "download/Erase.h"
 #include "download/Pace.h"
 #include "download/RunPreview.h"
 #include "live/RecordingScreen.h"
-#include "shared/General.h"
 #include "shared/NumberBox.h"
 #include "shared/Screens.h"
 

@@ -3,7 +3,6 @@
 #include <system_error>
 
 #include "files/Lines.h"
-#include "files/Pages.h"
 #include "files/Series.h"
 #include "values/NumberText.h"
 

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <iterator>
-#include <system_error>
 #include <utility>
 
 #include "files/Lines.h"

@@ -4,6 +4,7 @@
 #include "graph/GraphPair.h"
 #include "platform/controls/Form.h"
 #include "platform/machine/Machine.h"
+#include "platform/machine/System.h"
 
 namespace bexlow::graph {
 
@@ -13,14 +14,44 @@ class DataScreen : public platform::Form {
   virtual void Open(const std::string& fileName) = 0;
 
  protected:
+  /// A long path is scrolled to its end; the tool tip shows all of it.
   /// @param separator  stands between Open and Return in the File menu
-  DataScreen(const char* name, const QString& caption, bool separator);
+  DataScreen(const char* name, const QString& caption, bool separator)
+      : Form(name, caption),
+        fraFileName(platform::MakeFrame("fraFileName", "Data File", this)),
+        txtFileName(platform::MakeReadOnlyBox("txtFileName", "Data File", fraFileName)) {
+    auto* file = AddMenu("mnuFile", "&File");
+    AddEntry(
+        file, "mnuOpen", "&Open", [this] { mnuOpen_Click(); }, QKeySequence::Open);
+    if (separator) file->addSeparator()->setObjectName("mnuSep");
+    AddEntry(file, "mnuReturn", "&Return", [this] { Unload(); });
+    (new QVBoxLayout(fraFileName))->addWidget(txtFileName);
+    connect(txtFileName, &QLineEdit::textChanged, this, [this](const QString& path) {
+      platform::SetPlainToolTip(txtFileName, path);
+      txtFileName->end(false);
+    });
+  }
 
   /// The box for the file's name over the graphs, and a frame beside it; Page Up and Page Down press its
   /// buttons.
-  void BuildBody(QWidget* besideName = nullptr, QPushButton* back = nullptr, QPushButton* forward = nullptr);
+  void BuildBody(QWidget* besideName = nullptr, QPushButton* back = nullptr, QPushButton* forward = nullptr) {
+    auto* top = new QHBoxLayout;
+    top->addWidget(fraFileName, 1);
+    graphs_ = new GraphPair(this);
+    if (besideName) {
+      top->addWidget(besideName);
+      graphs_->PageWith(back, forward);
+    }
+    FirstFocus(graphs_->CWGraph1);  // the boxes above it are read-only
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(top);
+    column->addWidget(graphs_, 1);
+  }
   virtual void mnuOpen_Click() = 0;
-  void FileName(const std::string& path);
+  void FileName(const std::string& path) {
+    fileName_ = path;
+    txtFileName->setText(QString::fromStdString(path));
+  }
   const std::string& FileName() const { return fileName_; }
 
   platform::CommonDialog CommonDialog1;
@@ -36,6 +67,11 @@ inline constexpr auto EndOfFileText = "End of data file has been reached!";
 
 /// Asks for a data file; its path is then in the dialog's FileName.
 /// @return false if the dialog was cancelled and its CancelError is not set
-bool AskForDataFile(platform::CommonDialog& dialog);
+inline bool AskForDataFile(platform::CommonDialog& dialog) {
+  dialog.InitDir = platform::DataFilesFolder().string();
+  dialog.DefaultExt = "qbx";
+  if (dialog.Filter.empty()) dialog.Filter = "QBX Files (*.qbx)|*.qbx";
+  return dialog.ShowOpen();
+}
 
 }  // namespace bexlow::graph

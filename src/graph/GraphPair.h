@@ -4,7 +4,6 @@
 
 #include <filesystem>
 
-#include "files/Pages.h"
 #include "graph/Report.h"
 #include "platform/graph/CWGraph.h"
 

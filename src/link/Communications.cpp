@@ -1,7 +1,6 @@
 #include "link/Communications.h"
 
 #include <cmath>
-#include <utility>
 
 #include "shared/ErrorHandler.h"
 #include "shared/General.h"

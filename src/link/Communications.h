@@ -2,7 +2,6 @@
 #pragma once
 
 #include "link/Protocol.h"
-#include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 
 namespace bexlow::link {

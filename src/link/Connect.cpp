@@ -1,8 +1,6 @@
-#include <utility>
 
 #include "link/Communications.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/machine/EventGate.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"

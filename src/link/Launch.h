@@ -1,9 +1,7 @@
 // The launch of a logging run, on Main: stamps the time, erases, tells the logger to log, follows the erase.
 #pragma once
 
-#include <algorithm>
 #include <exception>
-#include <utility>
 
 #include "link/Communications.h"
 #include "platform/controls/Timer.h"

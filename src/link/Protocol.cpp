@@ -2,7 +2,6 @@
 
 #include <initializer_list>
 #include <iterator>
-#include <system_error>
 
 #include "values/Conversions.h"
 

@@ -1,7 +1,5 @@
 #include "link/SamplingScreen.h"
 
-#include <utility>
-
 #include "link/Communications.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Screens.h"

@@ -3,7 +3,6 @@
 #pragma once
 
 #include "link/Protocol.h"
-#include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
 

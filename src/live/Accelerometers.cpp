@@ -3,11 +3,8 @@
 #include "live/RecordingScreen.h"
 #include "platform/instruments/CWSlide.h"
 #include "shared/ErrorHandler.h"
-#include "shared/General.h"
 #include "shared/NumberBox.h"
-#include "shared/Records.h"
 #include "shared/Screens.h"
-#include "values/Conversions.h"
 
 namespace bexlow::live {
 

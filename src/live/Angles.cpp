@@ -2,11 +2,8 @@
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
 #include "shared/ErrorHandler.h"
-#include "shared/General.h"
 #include "shared/NumberBox.h"
-#include "shared/Records.h"
 #include "shared/Screens.h"
-#include "values/Conversions.h"
 
 namespace bexlow::live {
 

@@ -1,9 +1,7 @@
 // What shows a reading: a box with label and unit, a dial, the rows of both angles.
 #pragma once
 
-#include "link/Protocol.h"
 #include "live/LiveStrips.h"
-#include "platform/controls/Controls.h"
 #include "platform/instruments/CWKnob.h"
 #include "values/LoggerValues.h"
 

@@ -3,9 +3,7 @@
 
 #include <exception>
 #include <sstream>
-#include <utility>
 
-#include "link/SamplingScreen.h"
 #include "live/Datagram.h"
 #include "live/Readings.h"
 #include "live/SessionTexts.h"

@@ -3,8 +3,6 @@
 
 #include <QString>
 
-#include <system_error>
-
 #include "platform/controls/Winsock.h"
 
 namespace bexlow::live {

@@ -4,9 +4,9 @@
 # and the gate through which events come one at a time.
 set(BEXLOW_PLATFORM_MACHINE
   EventGate Machine Ports RealMachine System TextFile)
-# What screens are made of.
+# What screens are made of; MSComm, Timer and Winsock are headers alone.
 set(BEXLOW_PLATFORM_CONTROLS
-  Colours Controls CWNumEdit Form MSComm Timer Winsock)
+  Colours Controls CWNumEdit Form)
 # The graph control, on the plot library.
 set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphTicks)
 # Dials and upright gauges.

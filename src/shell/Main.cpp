@@ -1,11 +1,9 @@
 #include "graph/DataScreen.h"
 #include "link/Launch.h"
 #include "platform/machine/TextFile.h"
-#include "shared/Records.h"
 #include "shared/Screens.h"
 #include "shell/MDIForm1.h"
 #include "shell/RunsTable.h"
-#include "values/NumberText.h"
 
 namespace bexlow::shell {
 

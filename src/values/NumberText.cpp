@@ -5,7 +5,6 @@
 #include <cmath>
 #include <iterator>
 #include <limits>
-#include <system_error>
 #include <utility>
 
 #include "values/Conversions.h"
