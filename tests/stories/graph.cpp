@@ -1,5 +1,6 @@
 // Opening data files, paging through the pairs of a Bin file, and the button-push review.
 #include <QPrinter>
+#include <qcustomplot.h>
 
 #include "support/Story.h"
 
@@ -97,6 +98,11 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   EXPECT_TRUE(
       copied.endsWith("\nX (°)\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"
                       "Y (°)\t0\t131\t132\t0\t0\t11.2\t11.2\t11.2\t0\t132\t0\n"));
+  Open(Header() + Record("1", 264, "-90", 0, "179"));
+  for (auto* graph : {&X(), &Y()}) {
+    const auto& points = *graph->findChild<QCustomPlot*>()->graph(2)->data();
+    EXPECT_EQ(points.size(), graph == &X() ? 133 : 132) << "a gap where X crosses the end of its scale";
+  }
   Open(BinFile(2));
   EXPECT_TRUE(The("cmdNext").isEnabled());
   X().DrawNow();
