@@ -109,9 +109,9 @@ constexpr bool IsWritten(const Parameter& row) { return row.control != Control::
 template <bool (*Counts)(const Parameter&)>
 consteval auto MakeCells() {
   constexpr auto count = [] {
-    std::size_t cells = 0;
+    int cells = 0;
     for (const Parameter& row : Parameters) cells += Counts(row) ? CellsOf(row.form) : 0;
-    return cells;
+    return static_cast<std::size_t>(cells);
   }();
   std::array<Cell, count> cells{};
   std::size_t next = 0;
