@@ -33,7 +33,7 @@ struct Rates {
 
 // Saving without a pace has no limit: it opens, writes and closes a file for each sample.
 void PrintPace(const LiveScreen& screen, bool paced, bool saving, const Rates& rates) {
-  const Limit limit = paced ? AtLeast(0.985) : saving ? Limit(NoLimit) : AtLeast(0.15);
+  const Limit limit = paced ? AtLeast(0.975) : saving ? Limit(NoLimit) : AtLeast(0.15);
   PrintFigure(std::string(screen.name) + (saving ? ", saving" : "") + (paced ? "" : ", line without a pace") +
                   ", samples a second over a bare loop's",
               rates.overBare, limit, "",

@@ -52,7 +52,7 @@ class LiveStrips : public QWidget {
   void Add(std::size_t strip, double value) {
     strips_[strip].values.Add(platform::SecondsSince(startedAt_), value);
   }
-  /// Draws the stored samples within 0.2 s.
+  /// Draws the stored samples within 0.3 s.
   void Show() {
     drawDue_ = true;
     shownAt_ = platform::Machine::Get().QueryPerformanceCounter();
@@ -75,7 +75,7 @@ class LiveStrips : public QWidget {
   }
 
  private:
-  static constexpr double DrawingSeconds = 0.1;
+  static constexpr double DrawingSeconds = 0.2;  // a step of some 3 pixels
   static constexpr int LeastHeight = 110;
 
   // What shows the past is pale: a box stays to be read and copied, an instrument shows no number.

@@ -82,7 +82,9 @@ void Answer(int filtersDown, const char* name) {
   EXPECT_EQ(sizes.sortIndicatorOrder(), Qt::DescendingOrder) << "the newest first";
   auto* filters = dialog->findChild<QComboBox*>("fileTypeCombo");
   for (int i = 0; i < filtersDown; ++i) QTest::keyClick(filters, Qt::Key_Down);
-  dialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
+  auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
+  edit->clear();
+  QTest::keyClicks(edit, name);
   dialog->findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Save)->click();
 }
 
@@ -96,6 +98,7 @@ TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
         Row{"another chosen", Pictures, 1, "png", 1, "a", "a.pdf"},
         Row{"a suffix of the user's own", Pictures, 1, "png", 2, "a.b", "a.b"},
         Row{"a filter for any name", "All Files (*.*)|*.*", 1, "qbx", 0, "a", "a.qbx"},
+        Row{"a quotation mark is refused", Pictures, 1, "png", 0, "a\"b", "ab.png"},
         Row{"no default", Pictures, 1, "", 1, "a", "a"}}) {
     SCOPED_TRACE(what);
     QTimer::singleShot(0, [&] { Answer(down, name); });

@@ -90,7 +90,8 @@ QString CWGraph::PointText(std::size_t index) const {
 
 QString CWGraph::Description() const {
   QStringList words;
-  words << (values_.empty() ? tr("No data") : tr("%1 points").arg(values_.size()));
+  words << (values_.empty() ? tr("No data")
+                            : tr(values_.size() == 1 ? "%1 point" : "%1 points").arg(values_.size()));
   words << tr("%1 from %2").arg(TitleX(), XWords());
   words << tr("%1 from %2").arg(TitleY(), RangeWords(YView()));
   if (valueRange_)

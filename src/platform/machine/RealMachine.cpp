@@ -7,8 +7,10 @@
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
+#include <QRegularExpressionValidator>
 #include <QScreen>
 #include <QTimer>
+#include <QToolTip>
 #include <QTreeView>
 #include <QUrl>
 
@@ -91,6 +93,15 @@ void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
   };
   QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, follow);
   follow(dialog.selectedNameFilter());
+}
+
+// The dialog takes quoted names for several and drops what stands outside of the quotes.
+void RefuseQuotes(QFileDialog& dialog) {
+  auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
+  name->setValidator(new QRegularExpressionValidator(QRegularExpression("[^\"]*"), name));
+  QObject::connect(name, &QLineEdit::inputRejected, name, [name] {
+    QToolTip::showText(name->mapToGlobal(QPoint()), "A name cannot hold a quotation mark", name);
+  });
 }
 
 // With all of size and date to be read.
@@ -180,6 +191,7 @@ std::optional<std::string> RealMachine::AskFile(const CommonDialog& question) {
   dialog.selectNameFilter(filters.value(question.FilterIndex - 1));
   LetFilterGiveSuffix(dialog, QString::fromStdString(question.DefaultExt));
   if (!question.SuggestedName.empty()) dialog.selectFile(QString::fromStdString(question.SuggestedName));
+  if (question.Saves) RefuseQuotes(dialog);
   ShowNewestFirst(dialog);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
   return dialog.selectedFiles().value(0).toStdString();
