@@ -1,6 +1,8 @@
 // The last 30 seconds of a reading.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <deque>
 #include <limits>
 #include <utility>
@@ -12,6 +14,8 @@ class Strip {
   static constexpr double Seconds = 30;
   /// Samples further apart than this are not joined by a line.
   static constexpr double GapSeconds = 2;
+  /// Of three samples within this time the least and the greatest are kept; a pixel is some 0.06 s.
+  static constexpr double DenseSeconds = 0.01;
 
   void Clear() { samples_.clear(); }
   /// @param seconds  from any zero point; must not decrease
@@ -19,13 +23,26 @@ class Strip {
     if (!samples_.empty() && seconds - samples_.back().first > GapSeconds)
       samples_.emplace_back(seconds, std::numeric_limits<double>::quiet_NaN());
     samples_.emplace_back(seconds, value);
+    if (samples_.size() > 2) Thin(*(samples_.end() - 3), *(samples_.end() - 2));
     while (samples_.front().first < seconds - Seconds) samples_.pop_front();
   }
   /// Times and values, the newest last; a value that is no number breaks the line.
-  const std::deque<std::pair<double, double>>& Samples() const { return samples_; }
+  const auto& Samples() const { return samples_; }
 
  private:
-  std::deque<std::pair<double, double>> samples_;
+  using Sample = std::pair<double, double>;
+
+  // On a line without a pace there are ten thousand samples a second.
+  void Thin(Sample& first, Sample& second) {
+    const auto [seconds, value] = samples_.back();
+    if (seconds - first.first > DenseSeconds || std::isnan(first.second) || std::isnan(second.second)) return;
+    const auto [least, greatest] = std::minmax({first.second, second.second, value});
+    first.second = least;
+    second.second = greatest;
+    samples_.pop_back();
+  }
+
+  std::deque<Sample> samples_;
 };
 
 }  // namespace bexlow::live

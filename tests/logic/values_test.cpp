@@ -57,6 +57,12 @@ TEST(Strip, KeepsHalfAMinuteAndBreaksWhereNothingCameForTwoSeconds) {
     points +=
         values::NumberText(seconds) + (std::isnan(value) ? " - " : " " + values::NumberText(value) + " ");
   EXPECT_EQ(points, "1.5 15 3.5 35 6 - 6 60 31.5 - 31.5 315 ");
+  strip.Clear();
+  for (const double value : {5.0, 9.0, 7.0, 1.0, 6.0}) strip.Add(40 + value / 1000, value);
+  for (int i = 0; i < 100'000; ++i) strip.Add(50 + i / 1e4, i);
+  EXPECT_EQ(strip.Samples()[0].second, 1) << "no outlier is lost";
+  EXPECT_EQ(strip.Samples()[1].second, 9);
+  EXPECT_LT(strip.Samples().size(), 2500U);
 }
 
 TEST(NumberText, CountsAndTimesForReading) {
