@@ -43,8 +43,7 @@ constexpr double FirstAddress = 2;
 /// The byte that a text stands for. A lone minus sign is an error, not 0.
 std::uint8_t ByteOf(const QString& text) {
   const auto number = values::WholeNumber(text.toStdString());
-  if (!number)
-    throw std::system_error(std::make_error_code(std::errc::invalid_argument), "Value is no number");
+  if (!number) Throw(std::errc::invalid_argument, "Value is no number");
   return values::ToByte(*number);
 }
 

@@ -52,8 +52,7 @@ std::array<std::uint8_t, 2> Encode(Storage form, double value) {
   double word = values::RoundHalfEven(value);
   if (form != Storage::U16 && word == 65536) word = 0;  // an angle that rounds to -0 counts, which is 0
   if (form == Storage::None || !(word >= 0 && word <= 65535))
-    throw std::system_error(std::make_error_code(std::errc::result_out_of_range),
-                            "Value does not fit two cells");
+    values::Throw(std::errc::result_out_of_range, "Value does not fit two cells");
   const int whole = static_cast<int>(word);
   return {static_cast<std::uint8_t>(link::HighByte(whole)), static_cast<std::uint8_t>(link::LowByte(whole))};
 }

@@ -184,11 +184,11 @@ std::string GraphPair::RunText() const {
   // A sample of a run lasts until the next one; a recording is told from its first sample to its last.
   const double begin = times_->rate > 0 ? -1 / times_->rate : times_->secondsAt(0);
   const double end = times_->secondsAt(static_cast<double>(written) - 1);
-  return text + ", " + platform::DurationWords(end - begin).toStdString();
+  return text + ", " + values::DurationWords(end - begin);
 }
 
 QString GraphPair::TimeWords(double sample) const {
-  return times_ ? platform::DurationWords(times_->secondsAt(sample)) : QString();
+  return times_ ? QString::fromStdString(values::DurationWords(times_->secondsAt(sample))) : QString();
 }
 
 void GraphPair::Show(const files::DegreeArrays& degrees, int firstPage, int secondPage) {
@@ -256,7 +256,7 @@ std::optional<View> GraphPair::InView() const {
     if (!times_) return view;
     view.rate = times_->rate;
     view.secondsAt = times_->secondsAt;
-    view.lengthText = [](double seconds) { return platform::DurationClock(seconds, 1).toStdString(); };
+    view.lengthText = [](double seconds) { return values::DurationClock(seconds, 1); };
     auto launch = QDateTime::fromString(QString::fromStdString(facts_.launch), "yyyy-MM-dd HH:mm:ss");
     launch.setTimeSpec(Qt::UTC);  // the logger's clock knows no summer time
     if (launch.isValid())

@@ -20,9 +20,7 @@ consteval bool CommandsAreDistinct() {
 }
 static_assert(std::size(Commands) == 10 && CommandsAreDistinct());
 
-[[noreturn]] void Throw(std::errc code, const char* words) {
-  throw std::system_error(std::make_error_code(code), words);
-}
+using values::Throw;
 
 struct EepromRange {
   int first, last;

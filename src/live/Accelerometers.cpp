@@ -42,8 +42,7 @@ constexpr AxisRow AxisRows[] = {
 std::int32_t WordOf(const CWSlide& slide) {
   const auto value = values::ToInt32(slide.Value());
   if (value < -32768 || value > 65535)
-    throw std::system_error(std::make_error_code(std::errc::result_out_of_range),
-                            "No DAC value: " + values::PlainNumberText(value));
+    Throw(std::errc::result_out_of_range, "No DAC value: " + values::PlainNumberText(value));
   return value < 0 ? value + 65536 : value;
 }
 

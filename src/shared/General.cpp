@@ -92,7 +92,7 @@ void WriteLinearCsv(const std::string& dataFileName) {
   const std::string csvName = files::CsvFileName(dataFileName);
   std::error_code none;  // where there is no CSV file yet
   if (csvName == dataFileName || std::filesystem::equivalent(csvName, dataFileName, none))
-    platform::Throw(std::errc::file_exists, "The CSV file would replace the data file " + dataFileName);
+    values::Throw(std::errc::file_exists, "The CSV file would replace the data file " + dataFileName);
   const std::string dataFile = platform::ReadWhole(dataFileName);
   std::string csv;
   try {

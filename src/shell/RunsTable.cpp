@@ -11,11 +11,11 @@
 #include <utility>
 
 #include "files/RunEntry.h"
-#include "platform/graph/CWGraphTicks.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
+#include "values/NumberText.h"
 
 namespace bexlow::shell {
 
@@ -86,7 +86,8 @@ struct Row : QTreeWidgetItem {
         {launched.section(':', 0, 1), launched.isEmpty() ? fileTime : launched},
         {number, number.isEmpty() ? QVariant() : number.toDouble()},
         {kind, kind},
-        {seconds ? platform::DurationClock(*seconds) : QString(), seconds ? *seconds : QVariant()},
+        {QString::fromStdString(seconds ? values::DurationClock(*seconds) : ""),
+         seconds ? *seconds : QVariant()},
         {page > 0 ? QString::number(page) : QString(), page > 0 ? page : QVariant()},
         {remark, remark}};
     for (int column = 0; column < Columns; ++column) {

@@ -131,6 +131,10 @@ std::optional<std::pair<std::int64_t, std::int64_t>> WholeAndTenths(std::string_
   return negative ? std::pair{-whole, -tenths} : std::pair{whole, tenths};
 }
 
+std::string MinutesText(std::int64_t seconds) {
+  return std::to_string(seconds / 60) + " min " + std::to_string(seconds % 60) + " s";
+}
+
 }  // namespace
 
 std::string NumberText(double value) { return TextOf(value, ""); }
@@ -185,12 +189,24 @@ std::string CountText(std::int64_t count) {
 
 std::string DurationText(double seconds) {
   const auto whole = static_cast<std::int64_t>(std::ceil(seconds));
-  const auto pair = [](std::int64_t one, const char* unit, std::int64_t other, const char* smaller) {
-    return std::to_string(one) + unit + std::to_string(other) + smaller;
-  };
   if (whole < 60) return std::to_string(whole) + " s";
-  if (whole < 3600) return pair(whole / 60, " min ", whole % 60, " s");
-  return pair(whole / 3600, " h ", whole % 3600 / 60, " min");
+  if (whole < 3600) return MinutesText(whole);
+  return std::to_string(whole / 3600) + " h " + std::to_string(whole % 3600 / 60) + " min";
+}
+
+std::string DurationWords(double seconds) {
+  const std::int64_t tenths = std::llrint(seconds * 10), whole = std::llrint(seconds);
+  if (tenths < 600) return TenthsText(tenths) + " s";
+  return (whole < 3600 ? "" : std::to_string(whole / 3600) + " h ") + MinutesText(whole % 3600);
+}
+
+std::string DurationClock(double seconds, int decimals) {
+  const auto parts = std::llrint(std::pow(10, decimals));  // of a second
+  const auto count = std::llrint(std::abs(seconds) * static_cast<double>(parts)), whole = count / parts;
+  const auto twoDigits = [](std::int64_t number) { return std::to_string(100 + number % 60).substr(1); };
+  const std::string text = (seconds < 0 && count > 0 ? "-" : "") + std::to_string(whole / 3600) + ":" +
+                           twoDigits(whole / 60) + ":" + twoDigits(whole);
+  return decimals > 0 ? text + "." + std::to_string(parts + count % parts).substr(1) : text;
 }
 
 }  // namespace bexlow::values

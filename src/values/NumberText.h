@@ -21,6 +21,10 @@ std::string CountText(std::int64_t count);
 
 /// A time in whole seconds, rounded up: 17 s, 5 min 12 s, 1 h 2 min.
 std::string DurationText(double seconds);
+/// To the nearest second, below a minute to a tenth: 1 h 2 min 45 s, 0.4 s.
+std::string DurationWords(double seconds);
+/// 1:02:45, with as many decimals as asked for.
+std::string DurationClock(double seconds, int decimals = 0);
 
 /// The longest leading number of a text, 0 where there is none. Blanks and tabs may lead; then a sign,
 /// digits, one point, and an exponent where digits follow it. Never hexadecimal, inf or nan. Too large a

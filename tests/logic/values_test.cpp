@@ -73,6 +73,16 @@ TEST(NumberText, CountsAndTimesForReading) {
        {Row{0, "0 s"}, Row{16.2, "17 s"}, Row{59.5, "1 min 0 s"}, Row{312, "5 min 12 s"},
         Row{3599.9, "1 h 0 min"}, Row{36000 + 59 * 60, "10 h 59 min"}})
     EXPECT_EQ(values::DurationText(seconds), text);
+  for (const auto& [seconds, words, clock] :
+       {std::tuple{0.44, "0.4 s", "0:00:00"}, std::tuple{1238 / 7.5, "2 min 45 s", "0:02:45"},
+        std::tuple{59.96, "1 min 0 s", "0:01:00"}, std::tuple{3599.7, "1 h 0 min 0 s", "1:00:00"},
+        std::tuple{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
+    EXPECT_EQ(values::DurationWords(seconds), words);
+    EXPECT_EQ(values::DurationClock(seconds), clock);
+  }
+  EXPECT_EQ(values::DurationClock(59.97, 1), "0:01:00.0");
+  EXPECT_EQ(values::DurationClock(-0.2, 1), "-0:00:00.2");
+  EXPECT_EQ(values::DurationClock(0.05, 2), "0:00:00.05");
 }
 
 TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {

@@ -238,18 +238,6 @@ TEST_F(Graph, FollowsThePalette) {
   EXPECT_GE(Contrast(ColoursOf(PaperPalette()).text, Qt::white), 4.5);
 }
 
-TEST(GraphTimes, AreToldInWordsAndOnTheClock) {
-  for (const auto& [seconds, words, clock] :
-       {std::tuple{0.44, "0.4 s", "0:00:00"}, std::tuple{1238 / 7.5, "2 min 45 s", "0:02:45"},
-        std::tuple{59.96, "1 min 0 s", "0:01:00"}, std::tuple{3599.7, "1 h 0 min 0 s", "1:00:00"},
-        std::tuple{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
-    EXPECT_EQ(DurationWords(seconds), words);
-    EXPECT_EQ(DurationClock(seconds), clock);
-  }
-  EXPECT_EQ(DurationClock(59.97, 1), "0:01:00.0");
-  EXPECT_EQ(DurationClock(-0.2, 1), "-0:00:00.2");
-}
-
 TEST_F(Graph, TellsInWordsWhatItShows) {
   graph.setAccessibleName("X");
   auto* heard = QAccessible::queryAccessibleInterface(&graph);

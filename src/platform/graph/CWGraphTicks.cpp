@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "values/NumberText.h"
+
 namespace bexlow::platform {
 
 namespace {
@@ -65,7 +67,7 @@ class ClockTicker : public QCPAxisTicker {
     return ticks;
   }
   QString getTickLabel(double tick, const QLocale&, QChar, int) override {
-    return DurationClock(times_.secondsAt(tick), decimals_);
+    return QString::fromStdString(values::DurationClock(times_.secondsAt(tick), decimals_));
   }
 
  private:
@@ -88,26 +90,6 @@ QString CWGraphNumber(double value) {
   auto plain = QLocale::c();
   plain.setNumberOptions(QLocale::OmitGroupSeparator);
   return plain.toString(value == 0 ? 0.0 : value, 'g', 7);
-}
-
-QString DurationWords(double seconds) {
-  const auto tenths = std::llrint(seconds * 10);
-  if (tenths < 600) return QStringLiteral("%1.%2 s").arg(tenths / 10).arg(tenths % 10);
-  const auto whole = std::llrint(seconds);
-  const auto hours = whole >= 3600 ? QStringLiteral("%1 h ").arg(whole / 3600) : QString();
-  return hours + QStringLiteral("%1 min %2 s").arg(whole / 60 % 60).arg(whole % 60);
-}
-
-QString DurationClock(double seconds, int decimals) {
-  const auto parts = static_cast<long long>(std::pow(10, decimals));  // of a second
-  const auto count = std::llrint(std::abs(seconds) * static_cast<double>(parts));
-  const auto whole = count / parts;
-  auto text = QStringLiteral("%1:%2:%3")
-                  .arg(whole / 3600)
-                  .arg(whole / 60 % 60, 2, 10, QChar('0'))
-                  .arg(whole % 60, 2, 10, QChar('0'));
-  if (decimals > 0) text += QStringLiteral(".%1").arg(count % parts, decimals, 10, QChar('0'));
-  return seconds < 0 && count > 0 ? '-' + text : text;
 }
 
 }  // namespace bexlow::platform

@@ -1,4 +1,4 @@
-// Marks along the axes of a graph, and numbers and times in words.
+// Marks along the axes of a graph, and its numbers.
 #pragma once
 
 #include <QString>
@@ -27,9 +27,5 @@ void SetTickers(QCustomPlot& plot, PlotStyle style, const std::optional<SampleTi
 
 /// A number in plain digits with a point and no grouping, as short as it can be.
 QString CWGraphNumber(double value);
-/// "1 h 2 min 45 s", whole seconds; below a minute "0.4 s". Leading zero units are omitted.
-QString DurationWords(double seconds);
-/// "1:02:45", with as many decimals as asked for.
-QString DurationClock(double seconds, int decimals = 0);
 
 }  // namespace bexlow::platform

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "platform/graph/CWGraph.h"
+#include "values/NumberText.h"
 
 namespace bexlow::platform {
 
@@ -82,9 +83,10 @@ QString CWGraph::PointText(std::size_t index) const {
   if (style_ == PlotStyle::Bin) return QStringLiteral("Angle %1°: count %2").arg(x, value);
   if (!times_) return QStringLiteral("Sample %1: %2").arg(x, value);
   const double seconds = times_->secondsAt(X(index));
-  const auto time = times_->rate > 0
-                        ? tr("%1 at %2 Hz").arg(DurationWords(seconds), CWGraphNumber(times_->rate))
-                        : DurationClock(seconds, 2);
+  const auto time = times_->rate > 0 ? tr("%1 at %2 Hz")
+                                           .arg(QString::fromStdString(values::DurationWords(seconds)),
+                                                CWGraphNumber(times_->rate))
+                                     : QString::fromStdString(values::DurationClock(seconds, 2));
   return QStringLiteral("Sample %1, %2: %3").arg(x, time, value);
 }
 
@@ -104,8 +106,8 @@ QString CWGraph::Description() const {
 
 QString CWGraph::XWords() const {
   if (!Clock()) return RangeWords(XView());
-  const auto clock = [this](double sample) { return DurationClock(times_->secondsAt(sample)); };
-  return tr("%1 to %2").arg(clock(XView().lower), clock(XView().upper));
+  const auto clock = [this](double sample) { return values::DurationClock(times_->secondsAt(sample)); };
+  return QString::fromStdString(clock(XView().lower) + " to " + clock(XView().upper));
 }
 
 QString CWGraph::CursorWords() const {

@@ -22,10 +22,6 @@ class DialogCategory : public std::error_category {
 
 }  // namespace
 
-void Throw(std::errc code, const std::string& words) {
-  throw std::system_error(std::make_error_code(code), words);
-}
-
 Machine& Machine::Get() {
   assert(installed != nullptr);
   return *installed;

@@ -3,23 +3,20 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <map>
 #include <memory>
 #include <optional>
-#include <span>
-#include <string>
-#include <system_error>
 #include <vector>
+
+#include "values/Conversions.h"
 
 namespace bexlow::platform {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// Throws std::system_error.
-[[noreturn]] void Throw(std::errc code, const std::string& words);
+using values::Throw;
 
 /// The local date and time in whole seconds.
 struct LocalTime {
