@@ -157,6 +157,7 @@ void GraphPair::Show(const files::Run& run) {
     graphs_[i]->SetXAxis(false, 0, std::max(0.0, static_cast<double>(run.tenths[i].size()) - 1));
     Draw(i);
   }
+  if (focusWidget() == CWGraph1 && CWGraph1->Values().empty() && run.Size() > 0) CWGraph2->setFocus();
   const auto remarks = files::PageRemarks(run);
   TellRun(RunText() + (remarks.empty() ? "" : "; " + remarks) + run.remarks);
 }
@@ -324,7 +325,7 @@ void GraphPair::Report(CWGraph& graph) const {
   add("<br>Bexlow " + platform::ProgramVersion());
   const auto shown = CWGraph1->Cursors();  // maybe those of an earlier file
   for (auto* each : graphs_) each->SetCursors(view ? view->run.pushes : std::vector<double>());
-  graph.PrintReport(QString::fromStdString(stem_ + " report"), rows);
+  graph.Print(QString::fromStdString(stem_ + " report"), rows);
   for (auto* each : graphs_) each->SetCursors(shown);
 }
 

@@ -174,24 +174,26 @@ TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
 
 TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
   const std::string run = Header() + Records(2, {1, 2, 3, 4, 5, 6});
-  const auto report = DataFile("f report.pdf");
   EXPECT_EQ(InMenu("Report..."), nullptr) << "no file";
-  using Row = std::tuple<const char*, std::string, std::filesystem::path, platform::CWGraphRange>;
-  for (const auto& [entry, text, suggested, view] :
-       {Row{"Report...", run, report, {0, 263}}, Row{"Report...", run, report, {2, 5}},
-        Row{"Report...", Header("1", "2") + Record("1", 264, "5"), report, {0, 263}},
-        Row{"Report...", BinFile(2), DataFile("f pages 1 and 2 report.pdf"), {-180, 180}},
+  using Row = std::tuple<const char*, std::string, std::string, platform::CWGraphRange>;
+  for (const auto& [entry, text, name, view] :
+       {Row{"Report...", run, "f report", {0, 263}}, Row{"Report...", run, "f report", {2, 5}},
+        Row{"Report...", Header("1", "2") + Record("1", 264, "5"), "f report", {0, 263}},
+        Row{"Report...", BinFile(2), "f pages 1 and 2 report", {-180, 180}},
         Row{"Print...", run, "f X", {0, 263}}, Row{"Print Both...", run, "f X and Y", {0, 263}}}) {
-    SCOPED_TRACE(suggested);
+    SCOPED_TRACE(name);
+    X().setFocus();
     Open(text);
+    EXPECT_EQ(platform::Form::Active()->focusWidget(), X().Values().empty() ? &Y() : &X());
     X().SetXView(view);
     for (auto* graph : {&X(), &Y()}) graph->DrawNow();
-    const bool marksPushes = std::string(entry) == "Report..." && text == run;
+    const bool isReport = std::string(entry) == "Report...";
     for (const std::filesystem::path chosen : {"", "sheet.pdf", "f.qbx", "none/a.pdf"}) {
-      X().AskPrinter = [&, suggested = suggested](QPrinter& printer) {
-        const auto preset = suggested.is_absolute() ? printer.outputFileName() : printer.docName();
-        EXPECT_EQ(preset.toStdString(), suggested);
-        EXPECT_EQ(X().Cursors().size(), marksPushes ? 6 : 0);
+      X().AskPrinter = [&, name = name, text = text](QPrinter& printer) {
+        EXPECT_EQ(printer.docName().toStdString(), name);
+        const bool presetsPdf = isReport || printer.printerName().isEmpty();
+        EXPECT_EQ(printer.outputFileName().toStdString(), presetsPdf ? DataFile(name + ".pdf") : "");
+        EXPECT_EQ(X().Cursors().size(), isReport && text == run ? 6 : 0);
         printer.setOutputFileName(QString::fromStdString(DataFile(chosen)));
         return !chosen.empty();
       };

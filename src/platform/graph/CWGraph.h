@@ -136,8 +136,9 @@ class CWGraph : public QWidget {
     QString text;
     std::vector<const CWGraph*> graphs;
   };
-  /// Prints an upright sheet, in a PDF file of this name among the data files unless the user chooses else.
-  void PrintReport(const QString& name, const std::vector<SheetRow>& rows);
+  /// Prints a sheet, upright for a report. In the dialog stands a PDF file of this name among the data files;
+  /// for graphs alone, only where there is no printer.
+  void Print(const QString& name, const std::vector<SheetRow>& rows, bool isReport = true);
   /// Asks for a printer and its settings; false for none. Preset to a print dialog.
   std::function<bool(QPrinter&)> AskPrinter;
 
@@ -232,8 +233,6 @@ class CWGraph : public QWidget {
   QImage Picture(Extent extent) const;
   QByteArray PictureFile(Extent extent, const QString& extension) const;
   void SaveByUser(Extent extent);
-  void PrintByUser(Extent extent);
-  void PrintSheet(QPrinter& printer, const std::vector<SheetRow>& rows);
 
   // CWGraphWords.cpp
   static void InstallAccess();

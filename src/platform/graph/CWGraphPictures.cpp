@@ -10,6 +10,7 @@
 #include <QPdfWriter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QPrinterInfo>
 #include <QSvgGenerator>
 #include <QTextDocument>
 #include <qcustomplot.h>
@@ -66,10 +67,12 @@ void CWGraph::BuildMenu() {
   pictures_ = menu_->addSeparator();
   AddEntry(tr("&Copy Picture"), QKeySequence::Copy, [copy] { copy(Extent::This); });
   AddEntry(tr("&Save Picture As..."), QKeySequence::Save, [this] { SaveByUser(Extent::This); });
-  AddEntry(tr("&Print..."), QKeySequence::Print, [this] { PrintByUser(Extent::This); });
+  AddEntry(tr("&Print..."), QKeySequence::Print,
+           [this] { Print(SuggestedName(Extent::This), Rows(Extent::This), false); });
   allEntries_ = {menu_->addSeparator(), AddEntry(tr("C&opy Both"), {}, [copy] { copy(Extent::All); }),
                  AddEntry(tr("Sa&ve Both As..."), {}, [this] { SaveByUser(Extent::All); }),
-                 AddEntry(tr("P&rint Both..."), {}, [this] { PrintByUser(Extent::All); })};
+                 AddEntry(tr("P&rint Both..."), {},
+                          [this] { Print(SuggestedName(Extent::All), Rows(Extent::All), false); })};
   AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
 }
 
@@ -240,28 +243,18 @@ void CWGraph::SaveByUser(Extent extent) {
   if (!reason.empty()) MsgBox("The picture cannot be saved as " + path.toStdString() + ": " + reason);
 }
 
-// The dialog makes the name of a PDF file of the document's.
-void CWGraph::PrintByUser(Extent extent) {
-  QPrinter printer;
-  printer.setPageOrientation(QPageLayout::Landscape);
-  printer.setDocName(SuggestedName(extent));
-  PrintSheet(printer, Rows(extent));
-}
-
-void CWGraph::PrintReport(const QString& name, const std::vector<SheetRow>& rows) {
-  QPrinter printer;
-  const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
-  printer.setOutputFormat(QPrinter::PdfFormat);
-  printer.setOutputFileName(QString::fromStdString(DataFilesFolder().string()) + '/' + name + ".pdf");
-  printer.setDocName(name);
-  printer.setPageMargins({15, 12, 15, 12}, QPageLayout::Millimeter);
-  printer.setPageSize(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4));
-  PrintSheet(printer, rows);
-}
-
 // Fills one sheet. A PDF file is made in memory first, so that a full disk leaves no half file, and it
 // replaces no data file.
-void CWGraph::PrintSheet(QPrinter& printer, const std::vector<SheetRow>& rows) {
+void CWGraph::Print(const QString& name, const std::vector<SheetRow>& rows, bool isReport) {
+  QPrinter printer;
+  printer.setDocName(name);
+  printer.setPageOrientation(isReport ? QPageLayout::Portrait : QPageLayout::Landscape);
+  if (isReport || QPrinterInfo::defaultPrinterName().isEmpty()) {
+    const bool usesLetter = QLocale().measurementSystem() == QLocale::ImperialUSSystem;
+    printer.setOutputFileName(QString::fromStdString(DataFilesFolder().string()) + '/' + name + ".pdf");
+    printer.setPageMargins({15, 12, 15, 12}, QPageLayout::Millimeter);
+    printer.setPageSize(QPageSize(usesLetter ? QPageSize::Letter : QPageSize::A4));
+  }
   if (!AskPrinter(printer)) return;
   printer.setResolution(PaperDotsPerInch);
   const auto layout = printer.pageLayout();
