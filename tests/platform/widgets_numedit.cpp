@@ -51,11 +51,15 @@ TEST_F(NumEdit, TypingAndPastingStayInsideTheLimits) {
     QTest::keyClick(&edit, Qt::Key_Return);
     EXPECT_EQ(edit.Value(), value) << pasted;
   }
+  const auto colour = [&] { return edit.palette().color(QPalette::Text); };
+  const auto usual = colour();
   Prepare(1, 3, 0, 5000);
+  EXPECT_NE(colour(), usual) << "it lies outside the limits";
   QTest::keyClick(&edit, Qt::Key_End);
   for (int i = 0; i < 4; ++i) QTest::keyClick(&edit, Qt::Key_Backspace);
   QTest::keyClicks(&edit, "2");
   EXPECT_EQ(edit.Value(), 2) << "from an assigned value outside";
+  EXPECT_EQ(colour(), usual);
 }
 
 TEST_F(NumEdit, SaysWhatItRefusesUntilTheNextKey) {

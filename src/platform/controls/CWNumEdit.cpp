@@ -1,5 +1,6 @@
 #include "platform/controls/CWNumEdit.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QRegularExpression>
@@ -9,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+
+#include "platform/controls/Colours.h"
 
 namespace bexlow::platform {
 
@@ -40,6 +43,7 @@ CWNumEdit::CWNumEdit(QWidget* parent) : QDoubleSpinBox(parent) {
   // An assistive tool uses the base's range, which holds a value that was given outside the limits.
   connect(this, &QDoubleSpinBox::valueChanged, this, [this](double value) {
     if (value != given_ && !IsInside(value)) Value(std::clamp(value, lower_, upper_));
+    Mark();
   });
   connect(lineEdit(), &QLineEdit::textEdited, this, &CWNumEdit::OnEdited);
   connect(lineEdit(), &QLineEdit::inputRejected, this, [this] {
@@ -63,6 +67,14 @@ void CWNumEdit::Value(double value) {
   setRange(std::min(lower_, value), std::max(upper_, value));
   setValue(value);
   lineEdit()->setText(CWNumEdit::textFromValue(value));  // replaces half-typed text, too
+  Mark();
+}
+
+// A value outside the limits, which no user can have entered, is red.
+void CWNumEdit::Mark() {
+  QPalette look;
+  if (!IsInside(value())) look.setColor(QPalette::Text, ColoursOf(QApplication::palette()).mark);
+  setPalette(look);
 }
 
 void CWNumEdit::SetLimits(double minimum, double maximum) {

@@ -43,8 +43,9 @@ class CWNumEdit : public QDoubleSpinBox {
   bool IsInside(double value) const { return value >= lower_ && value <= upper_; }
   void OnEdited();
   void OnFinished();
+  void Mark();
   QString LimitsInWords() const;
-  /// Says why typed text is refused: in a tool tip below the box and as its accessible description.
+  /// Says why typed text is refused: in a tool tip beside the box and as its accessible description.
   void Refuse(const QString& words);
   void EndRefusal();  ///< the tool tip stays for a while
 

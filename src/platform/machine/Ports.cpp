@@ -125,8 +125,7 @@ void SerialDevice::OpenForUsAlone(const std::filesystem::path& device) {
   if (handle_ < 0) refuse(errno);
   if (flock(handle_, LOCK_EX | LOCK_NB) != 0) refuse(errno);
   if (termios probe{}; tcgetattr(handle_, &probe) != 0) refuse(errno);
-  const bool isPseudoTerminal = device.string().starts_with("/dev/pts/");
-  if (!isPseudoTerminal && ioctl(handle_, TIOCEXCL) != 0) refuse(errno);
+  if (!IsPseudoTerminal(device) && ioctl(handle_, TIOCEXCL) != 0) refuse(errno);
 }
 
 // A port keeps the settings of an earlier program, so all are set anew: no flow control of either kind, no

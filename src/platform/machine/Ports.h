@@ -15,6 +15,10 @@ inline constexpr int LastComm = 16;
 /// /dev/ttyS0-3, 5 to 12 /dev/ttyUSB0-7, 13 to 16 /dev/ttyACM0-3. Empty for other numbers.
 std::filesystem::path DeviceOfComm(int comm, const std::filesystem::path& programFolder);
 
+inline bool IsPseudoTerminal(const std::filesystem::path& device) {
+  return device.string().starts_with("/dev/pts/");
+}
+
 inline constexpr auto NoSuchDevice = "no such device";
 /// Why a port does not open, in words, by the system's error number; with the remedy where there is one.
 std::string WhyNoOpening(int error);

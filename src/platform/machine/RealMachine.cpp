@@ -150,8 +150,12 @@ void RealMachine::Repaint() { QCoreApplication::processEvents(QEventLoop::Exclud
 PortInfo RealMachine::DescribePort(int comm) {
   const auto device = DeviceOfComm(comm, programFolder_);
   if (device.empty()) return {};
+  const auto line = "/sys/class/tty" / device.filename();
+  std::error_code ignored;
   if (::access(device.c_str(), R_OK | W_OK) != 0) return {device.string(), WhyNoOpening(errno)};
-  return {device.string(), AdapterWords("/sys/class/tty" / device.filename() / "device")};
+  if (!IsPseudoTerminal(device) && !std::filesystem::exists(line, ignored))
+    return {device.string(), NoSuchDevice};
+  return {device.string(), AdapterWords(line / "device")};
 }
 
 std::unique_ptr<SerialLine> RealMachine::OpenSerial(int comm, std::function<void(Bytes)> received) {
