@@ -10,7 +10,7 @@ namespace bexlow::files {
 
 namespace {
 
-constexpr std::size_t PageHeaderLines = 12;
+constexpr int HeaderLines = 12;
 
 /// The whole lines after the header, or of those the last.
 struct Records {
@@ -19,10 +19,9 @@ struct Records {
   bool all = false, torn = false;
 };
 
-std::optional<Records> FindRecords(std::string_view head, std::string_view tail, std::uintmax_t size,
-                                   std::size_t headerLines) {
+std::optional<Records> FindRecords(std::string_view head, std::string_view tail, std::uintmax_t size) {
   std::size_t begin = 0;
-  for (; headerLines > 0; --headerLines) {
+  for (int line = 0; line < HeaderLines; ++line) {
     const auto end = head.find('\n', begin);
     if (end == std::string_view::npos) return std::nullopt;
     begin = end + 1;
@@ -68,12 +67,14 @@ void ReadPages(const Records& records, const FileCheck& check, std::optional<dou
   if (frequency && isKnown) entry.seconds = PeriodsAt(end, written) / *frequency;
 }
 
-void ReadTimes(const Records& records, RunEntry& entry) {
-  if (records.lines.empty() || records.lines.back().empty())
-    return Remark(entry, records.all ? "holds no sample" : "ends without a sample");
-  const auto from = values::WholeNumber(BeforeFirstComma(records.first).value_or(""));
-  const auto to = values::WholeNumber(BeforeFirstComma(records.lines.back()).value_or(""));
-  if (from && to && *to >= *from) entry.seconds = *to - *from;
+/// Only a look at each line tells whether sampling was started again.
+void ReadTimes(std::string_view text, std::uintmax_t size, RunEntry& entry) {
+  if (text.size() < size) return Remark(entry, "its length is told when it is opened");
+  Run run;
+  if (!ReadRecording(text, run)) return Remark(entry, "ends within its header");
+  if (run.Size() == 0) Remark(entry, "holds no sample");
+  if (run.Size() > 0) entry.seconds = (run.hundredths.back() - run.hundredths.front()) / 100.0;
+  if (!run.remarks.empty()) Remark(entry, std::string_view(run.remarks).substr(2));
 }
 
 std::string KindWords(const FileCheck& check) {
@@ -100,13 +101,14 @@ RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax
   const auto facts = ReadRunFacts(head);
   entry.launched = facts.launch;
   entry.serialNumber = facts.serialNumber;
-  const auto records = FindRecords(head, tail, size, isRecording ? RecordingHeaderLines : PageHeaderLines);
-  if (!records) {
+  if (isRecording) {
+    ReadTimes(head, size, entry);
+  } else if (const auto records = FindRecords(head, tail, size)) {
+    if (records->torn) Remark(entry, "ends in the middle of a record");
+    ReadPages(*records, check, facts.frequency, entry);
+  } else {
     entry.remark = "ends within its header";
-    return entry;
   }
-  if (records->torn) Remark(entry, "ends in the middle of a record");
-  isRecording ? ReadTimes(*records, entry) : ReadPages(*records, check, facts.frequency, entry);
   return entry;
 }
 

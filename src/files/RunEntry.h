@@ -1,4 +1,4 @@
-// What a table of runs says of a data file, from the beginning and the end of the file alone.
+// What a table of runs says of a data file: of a download, from its beginning and its end alone.
 #pragma once
 
 #include <cstddef>
@@ -21,7 +21,7 @@ struct RunEntry {
 inline constexpr std::size_t HeadBytes = 4096;   ///< holds the header and the first page number
 inline constexpr std::size_t TailBytes = 65536;  ///< holds the last 30 pages at least
 
-/// Tells nothing of the pages between the two parts.
+/// Tells nothing of the pages between the two parts, nor of a recording that is not all in the head.
 /// @param head  the first HeadBytes of the file
 /// @param tail  its last TailBytes; each is the whole file where this is shorter
 RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax_t size);

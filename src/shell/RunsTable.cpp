@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "files/RunEntry.h"
+#include "files/Series.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
@@ -38,8 +39,9 @@ constexpr Head Heads[Columns] = {
     {"Duration", "From the launch, or the first sample saved, to the last; h:mm:ss, to the nearest second",
      Right},
     {"Last page", "Number of the last page", Right},
-    {"Remarks", "What the beginning and the end of the file tell; pages in between are not looked at"}};
+    {"Remarks", "What the beginning and the end of a download tell, and all of a recording below 4 MB"}};
 constexpr int RankRole = Qt::UserRole;                 // what a column is sorted by
+constexpr std::uintmax_t LongestRecording = 4 << 20;   // half an hour of Angles; read in some 15 ms
 constexpr std::chrono::milliseconds RenewEvery{1000};  // a file may grow at each of 370 samples a second
 
 QString Shown(const fs::path& path) { return QFile::decodeName(path.c_str()); }
@@ -47,6 +49,10 @@ QString Shown(const fs::path& path) { return QFile::decodeName(path.c_str()); }
 files::RunEntry Look(const fs::path& path) {
   try {
     const auto ends = platform::ReadEnds(path, files::HeadBytes, files::TailBytes);
+    if (files::RecordingKind(ends.head) && ends.size <= LongestRecording) {
+      const auto text = platform::ReadWhole(path);
+      return files::ReadRunEntry(text, {}, text.size());
+    }
     return files::ReadRunEntry(ends.head, ends.tail, ends.size);
   } catch (const std::system_error& error) {
     return {"", "", "", {}, 0, error.code().message()};

@@ -246,7 +246,11 @@ TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
         Row{"a gap near the end", Without(390), both + "7040|400|page 390 is missing"},
         Row{"a gap at the beginning", Without(1), both + "7040|400|page 1 is missing"},
         Row{"a recording", Recording("Angles", ".5,1,2\r\n3,1,2\r\n12.75,1,2\r\n1"),
-            "||Angles|12.25|0|ends in the middle of a record"},
+            "||Angles|12.25|0|the last line is torn"},
+        Row{"sampling was started again", Recording("Angles", "1,1,1\r\n3,2,2\r\n.5,3,3\r\n2.25,4,4\r\n"),
+            "||Angles|4.25|0|line 13 starts the time again"},
+        Row{"more than was read", Recording("Angles", std::string(files::HeadBytes, '1')),
+            "||Angles||0|its length is told when it is opened"},
         Row{"an empty recording", Recording("Accelerometers", ""), "||Accelerometers||0|holds no sample"},
         Row{"nothing", "", "||||0|empty"},
         Row{"a picture", "\x89PNG\r\n\x1a\n", "||||0|no data file"}})

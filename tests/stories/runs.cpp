@@ -57,6 +57,9 @@ TEST_F(Runs, FollowTheFolder) {
 TEST_F(Runs, TellHostileFilesInTheirRows) {
   Start();
   WriteFile(DataFile("a.qbx"), Header() + Record("1", 264, "1") + "2,1");
+  std::string again = Shortened(Header("", "", "Angles"), 10);
+  for (int i = 0; i < 700; ++i) again += "10,1,1\r\n";
+  WriteFile(DataFile("again.qbx"), again + "2,1,1\r\n");
   WriteFile(DataFile("b.qbx"), std::string(100'000, ','));
   WriteFile(DataFile("c.qbx"), "");
   WriteFile(DataFile("picture.png"), "PNG");
@@ -67,7 +70,8 @@ TEST_F(Runs, TellHostileFilesInTheirRows) {
   The<QTreeView>("tblRuns").sortByColumn(0, Qt::AscendingOrder);
   std::vector<std::string> rows{
       "a.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|ends in the middle of a record",
-      "b.qbx||||||no data file", "c.qbx||||||empty"};
+      "again.qbx|||Angles|0:00:02||line 711 starts the time again", "b.qbx||||||no data file",
+      "c.qbx||||||empty"};
   Becomes(rows);
   if (::geteuid() == 0) return;  // may read all
   WriteFile(DataFile("d.qbx"), Header());
