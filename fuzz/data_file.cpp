@@ -88,8 +88,10 @@ void TryCsv(std::string_view text, const files::Run& series) {
   for (std::size_t i = 0; i < series.XLinear.size(); ++i) {
     const auto line = *lines.Next();
     const auto x = files::BeforeFirstComma(line), y = files::AfterFirstComma(line);
-    Require(x && values::FieldToInt16(*x) == series.XLinear[i], "the X of a CSV line is the run's");
-    Require(y && values::FieldToInt16(*y) == series.YLinear[i], "the Y of a CSV line is the run's");
+    Require(x && values::FieldToDegrees(*x)->tenths == series.tenths[0][i],
+            "the X of a CSV line is the run's");
+    Require(y && values::FieldToDegrees(*y)->tenths == series.tenths[1][i],
+            "the Y of a CSV line is the run's");
   }
 }
 

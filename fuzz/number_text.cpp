@@ -33,9 +33,9 @@ void Try(std::string_view text) {
   Require(Same(value, PlainLeadingNumber(text)), "the number is the C library's");
   if (const auto whole = values::WholeNumber(text)) Require(*whole == value, "a whole number leads its text");
   const double rounded = values::RoundHalfEven(value);
-  const auto field = values::FieldToInt16(text);
+  const auto field = values::FieldToDegrees(text);
   Require(field.has_value() == (rounded >= -32768 && rounded <= 32767), "a field fits 16 bits or not");
-  if (field) Require(*field == rounded, "the quick way gives the same number");
+  if (field) Require(field->whole == rounded, "the quick way gives the same number");
   for (const std::string& written : {values::NumberText(value), values::PlainNumberText(value)}) {
     Require(written.find_first_not_of("-.0123456789") == std::string::npos, "a number has no exponent");
     // Rounded to 15 digits the largest number is out of range, so WholeNumber would refuse its text.

@@ -8,9 +8,9 @@ namespace {
 constexpr std::string_view Mark = "BX";
 
 std::optional<ReceivedAngle> AngleOf(std::string_view text) {
-  const auto whole = values::FieldToInt16(text);
-  if (!whole) return std::nullopt;
-  return ReceivedAngle{*whole, values::LeadingNumber(text)};
+  const auto degrees = values::FieldToDegrees(text);
+  if (!degrees) return std::nullopt;
+  return ReceivedAngle{degrees->whole, values::LeadingNumber(text)};
 }
 }  // namespace
 

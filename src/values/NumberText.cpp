@@ -160,11 +160,6 @@ std::optional<Degrees> FieldToDegrees(std::string_view field) {
   return Degrees{static_cast<std::int16_t>(whole), static_cast<std::int32_t>(tenths)};
 }
 
-std::optional<std::int16_t> FieldToInt16(std::string_view field) {
-  const auto degrees = FieldToDegrees(field);
-  return degrees ? std::optional(degrees->whole) : std::nullopt;
-}
-
 std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor) {
   std::int64_t quotient = dividend / divisor, rest = dividend % divisor;
   if (rest < 0) {

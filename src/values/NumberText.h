@@ -42,8 +42,6 @@ struct Degrees {
 };
 /// Nothing where the whole number does not fit. Quick for plain fields.
 std::optional<Degrees> FieldToDegrees(std::string_view field);
-/// Its whole number alone.
-std::optional<std::int16_t> FieldToInt16(std::string_view field);
 
 /// A quotient rounded to a whole number, an exact half to the even one. The divisor is above 0.
 std::int64_t RoundedQuotient(std::int64_t dividend, std::int64_t divisor);

@@ -106,14 +106,16 @@ TEST(LeadingNumber, ReadsTheLongestNumberAtTheStart) {
   EXPECT_EQ(values::LeadingNumber("0." + std::string(5000, '0') + "1"), 0);
 }
 
-TEST(FieldToInt16, RoundsTheLeadingNumber) {
+TEST(FieldToDegrees, RoundsTheLeadingNumber) {
   using Row = std::pair<std::string_view, std::optional<std::int16_t>>;
   for (const auto& [field, degrees] :
        {Row{".5", 0}, Row{".49999", 0}, Row{"-.51", -1}, Row{"1.5", 2}, Row{"1.5x", 2}, Row{"2.5.5", 2},
         Row{"2.5e0", 2}, Row{"22.5000000000000", 22}, Row{"-176.5001", -177}, Row{"32767.4", 32767},
         Row{"-32768.5", -32768}, Row{"32767.5", {}}, Row{"-32769", {}}, Row{"1e9", {}},
-        Row{"999999999999999", {}}, Row{"9999999999999999", {}}})
-    EXPECT_EQ(values::FieldToInt16(field), degrees) << field;
+        Row{"999999999999999", {}}, Row{"9999999999999999", {}}}) {
+    const auto read = values::FieldToDegrees(field);
+    EXPECT_EQ(read ? std::optional(read->whole) : std::nullopt, degrees) << field;
+  }
 }
 
 TEST(Forms, ValuesBecomeBytesOrAreRefused) {
