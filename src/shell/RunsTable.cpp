@@ -39,9 +39,9 @@ constexpr Head Heads[Columns] = {
     {"Duration", "From the launch, or the first sample saved, to the last; h:mm:ss, to the nearest second",
      Right},
     {"Last page", "Number of the last page", Right},
-    {"Remarks", "What the beginning and the end of a download tell, and all of a recording below 4 MB"}};
+    {"Remarks", "What the beginning and the end of a download tell, and all of a recording below 2 MB"}};
 constexpr int RankRole = Qt::UserRole;                 // what a column is sorted by
-constexpr std::uintmax_t LongestRecording = 4 << 20;   // half an hour of Angles; read in some 15 ms
+constexpr std::uintmax_t LongestRecording = 2 << 20;   // 20 minutes of Angles; read in some 8 ms
 constexpr std::chrono::milliseconds RenewEvery{1000};  // a file may grow at each of 370 samples a second
 
 QString Shown(const fs::path& path) { return QFile::decodeName(path.c_str()); }
