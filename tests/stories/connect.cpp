@@ -57,6 +57,11 @@ TEST_F(ConnectStory, AutoDetectAcceptsExactlyOneEcho) {
   }
 }
 
+TEST_F(ConnectStory, TypingReplacesTheNumberInAWindowThatHasOpened) {
+  QTest::keyClicks(platform::Form::Active()->focusWidget(), "5");
+  EXPECT_EQ(The<platform::CWNumEdit>("NumEditCommPort").Value(), 5);
+}
+
 TEST_F(ConnectStory, OkRetrievesTheTareBlockAndPortZeroNothing) {
   for (const auto& [cell, byte] : {std::pair{14, 0x80}, {15, 0}, {16, 0x40}, {17, 0}, {30, 9}})
     logger.eeprom[static_cast<std::size_t>(cell)] = static_cast<std::uint8_t>(byte);

@@ -1,5 +1,6 @@
 #include "platform/controls/Form.h"
 
+#include <QAbstractSpinBox>
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QCloseEvent>
@@ -123,15 +124,18 @@ Form* Form::Active() {
   return nullptr;
 }
 
-// Takes the focus as Tab does, which selects a box's text, so that typing replaces it.
+// Takes the focus as Tab does, which selects a box's text, so that typing replaces it. A window that is not
+// active yet gets its focus later and without Tab.
 void Form::Activated() {
   auto* wanted = std::exchange(shownBefore_, true) ? focusWidget() : firstFocus_;
   if (firstFocus_ == this && (wanted == nullptr || wanted == this)) return setFocus();
-  if (wanted != nullptr && TakesKeys(*wanted, *this)) return wanted->setFocus(Qt::TabFocusReason);
-  QWidget* next = nextInFocusChain();
-  while (next != this && (!TakesKeys(*next, *this) || next->property("readOnly").toBool()))
-    next = next->nextInFocusChain();
-  next->setFocus(Qt::TabFocusReason);
+  if (wanted == nullptr || !TakesKeys(*wanted, *this)) {
+    wanted = nextInFocusChain();
+    while (wanted != this && (!TakesKeys(*wanted, *this) || wanted->property("readOnly").toBool()))
+      wanted = wanted->nextInFocusChain();
+  }
+  wanted->setFocus(Qt::TabFocusReason);
+  if (auto* number = qobject_cast<QAbstractSpinBox*>(wanted)) number->selectAll();
 }
 
 QMenu* Form::AddMenu(const char* name, const QString& caption) {
