@@ -11,8 +11,6 @@
 
 namespace bexlow::fuzz {
 
-namespace {
-
 constexpr std::size_t HeaderLines = 12;
 
 /// The last line needs no end.
@@ -123,8 +121,6 @@ void TryEntry(std::string_view text) {
   Require(ends.lastPage == 0 || ends.lastPage == whole.lastPage, "both ends see the same last page");
   Require(!whole.seconds || !ends.seconds || *whole.seconds == *ends.seconds, "and the same duration");
 }
-
-}  // namespace
 
 void Try(std::string_view text) {
   files::Run series;

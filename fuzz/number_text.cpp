@@ -1,7 +1,6 @@
 // Numbers in text from outside, against the C library's reader.
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
 
 #include "Target.h"
@@ -9,8 +8,6 @@
 #include "values/NumberText.h"
 
 namespace bexlow::fuzz {
-
-namespace {
 
 /// Without the letters of hexadecimal, infinities and NaN the C library reads by the same rule.
 double PlainLeadingNumber(std::string_view text) {
@@ -24,8 +21,6 @@ bool Same(double one, double other) {
   const double tiny = std::numeric_limits<double>::min();  // below it either may read 0
   return one == other || (std::abs(one) < tiny && std::abs(other) < tiny);
 }
-
-}  // namespace
 
 void Try(std::string_view text) {
   const double value = values::LeadingNumber(text);

@@ -5,8 +5,6 @@
 
 namespace bexlow::fuzz {
 
-namespace {
-
 using PageArray = std::array<std::uint8_t, files::PageBytes>;
 
 void RequireBins(const std::string& file, const PageArray& page) {
@@ -33,8 +31,6 @@ void RequireRun(const std::string& file, const PageArray& page, double channels)
   Require(files::HoldsPushes(file) == (pushes > 0), "a file with pushes is taken for review");
   Require(files::ReadRun(file, 3, series) && series.pushes.size() == pushes, "every push comes back");
 }
-
-}  // namespace
 
 void Try(std::string_view bytes) {
   if (bytes.size() < 2) return;

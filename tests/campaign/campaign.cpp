@@ -8,14 +8,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <optional>
 #include <random>
 
 #include "rig/Rig.h"
 #include "shared/Screens.h"
 #include "support/DataFiles.h"
-
-namespace {
 
 using namespace bexlow;
 namespace fs = std::filesystem;
@@ -162,8 +159,6 @@ std::string Attack(const Line& line, const std::string& how, const fs::path& fol
   for (char& c : text) c = c == '\r' || c == '\n' ? ' ' : c;
   return text;
 }
-
-}  // namespace
 
 int main(int argc, char** argv) {
   if (argc < 2 || argc == 3 || argc > 5) return 2;

@@ -7,8 +7,6 @@
 #include "values/NumberText.h"
 
 namespace bexlow::download {
-namespace {
-
 using test::Header, test::Record, test::Replaced, test::Shortened, test::WithLineFeeds;
 using PageArray = std::array<std::uint8_t, files::PageBytes>;
 
@@ -119,9 +117,8 @@ TEST(BinPages, FieldsMustBeNumbers) {
 }
 
 TEST(BinPages, BinsSpreadOverTheDegrees) {
-  using Row = std::tuple<std::size_t, int, int>;
-  for (const auto& [bin, x, y] : {Row{0, -180, -90}, Row{1, -177, -89}, Row{65, -2, -1}, Row{66, 0, 0},
-                                  Row{67, 3, 2}, Row{131, 178, 90}}) {
+  for (const auto& [bin, x, y] :
+       {std::tuple{0U, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}}) {
     SCOPED_TRACE(bin);
     EXPECT_EQ(files::DegreeOfBin(bin, 361), x);
     EXPECT_EQ(files::DegreeOfBin(bin, 181), y);
@@ -205,8 +202,7 @@ TEST(Recordings, KnowTheirTimesAndNumbers) {
   files::Run run;
   ASSERT_TRUE(files::ReadRecording(
       Recording("Accelerometers", ".1,330,0,0\r\n.2,531,0,0\r\n.2,332,0,0\r\n1.2,334,0,0\r\n"), run));
-  using Row = std::pair<double, double>;
-  for (const auto& [sample, seconds] : {Row{0, 0.1}, Row{0.5, 0.15}, Row{2.5, 0.7}, Row{3, 1.2}}) {
+  for (const auto& [sample, seconds] : {std::pair{0.0, 0.1}, {0.5, 0.15}, {2.5, 0.7}, {3, 1.2}}) {
     EXPECT_DOUBLE_EQ(files::SecondsAt(run, sample), seconds);
     EXPECT_DOUBLE_EQ(files::SampleAtSecond(run, seconds), sample);
   }
@@ -257,5 +253,4 @@ TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
     EXPECT_EQ(Said(text), said) << what;
 }
 
-}  // namespace
 }  // namespace bexlow::download

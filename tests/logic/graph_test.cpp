@@ -8,8 +8,6 @@
 #include "values/NumberText.h"
 
 namespace bexlow {
-namespace {
-
 using test::Header, test::Record, test::Replaced, test::Shortened, test::WithLineFeeds;
 
 // With a text of the header replaced by another. A frequency of -1: none.
@@ -200,8 +198,7 @@ TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
   run.XLinear = {179, 180, -180, -179, 0, 0};
   run.records = {{1, 0}};
   using Row = std::tuple<std::size_t, std::size_t, bool>;
-  for (const auto& [first, last, crosses] :
-       {Row{0, 1, false}, Row{1, 2, true}, Row{2, 3, false}, Row{3, 5, false}}) {
+  for (const auto& [first, last, crosses] : {Row{0, 1, false}, {1, 2, true}, {2, 3, false}, {3, 5, false}}) {
     const auto numbers = graph::NumbersInView(run, 0, first, last, 0);
     EXPECT_EQ(numbers.crosses, crosses) << first;
     EXPECT_EQ(graph::NumbersRow("X", numbers, 0, '.').find("\tcrosses ±180°\t") != std::string::npos,
@@ -294,5 +291,4 @@ TEST(Series, BrokenRecordsAreNamed) {
   }
 }
 
-}  // namespace
 }  // namespace bexlow

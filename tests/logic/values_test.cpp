@@ -1,5 +1,4 @@
 // Words, degrees and their texts; the forms of parameters.
-#include <cmath>
 
 #include "config/ParameterMap.h"
 #include "live/Strip.h"
@@ -8,8 +7,6 @@
 #include "values/NumberText.h"
 
 namespace bexlow::live {
-namespace {
-
 using config::Storage;
 
 constexpr double Infinity = std::numeric_limits<double>::infinity();
@@ -135,5 +132,4 @@ TEST(Forms, ValuesBecomeBytesOrAreRefused) {
   }
 }
 
-}  // namespace
 }  // namespace bexlow::live

@@ -1,20 +1,16 @@
 // The event gate, alone and on the real machine with a real message box.
 #include "platform/Widgets.h"
-#include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
 #include "platform/controls/Timer.h"
-#include "platform/machine/EventGate.h"
 #include "platform/machine/RealMachine.h"
 #include "support/VirtualLogger.h"
-#include "support/VirtualMachine.h"
 
 namespace bexlow::test {
 
 using platform::EventGate;
 using platform::Form;
 
-class Gate : public ::testing::Test {
- protected:
+struct Gate : ::testing::Test {
   void Offer(const void* source, char name) {
     gate.Offer(source, {}, [this, name] { heard += name; });
   }
@@ -79,8 +75,7 @@ TEST_F(Gate, WhatReceivedBytesMakeDueComesAtOnceButNotThroughAHoldAndSurvivesAFa
   EXPECT_EQ(heard, "aaa");
 }
 
-class TwoOptions : public Form {
- public:
+struct TwoOptions : Form {
   explicit TwoOptions(std::string& heard) : Form("Two", "Two") {
     a = MakeOption("a", "a", this, true, [&heard] { heard += 'a'; });
     b = MakeOption("b", "b", this, false, [&heard] { heard += 'b'; });

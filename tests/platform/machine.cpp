@@ -13,9 +13,7 @@
 #include <unistd.h>
 
 #include "logic/Expect.h"
-#include "platform/controls/Form.h"
 #include "platform/controls/MSComm.h"
-#include "platform/machine/EventGate.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/RealMachine.h"
 #include "platform/machine/System.h"
@@ -36,8 +34,7 @@ bool InAnotherProcess(const std::function<bool()>& so) {
   return status == 0;
 }
 
-class Files : public ::testing::Test {
- protected:
+struct Files : ::testing::Test {
   const QTemporaryDir temporary;
   const fs::path folder{temporary.path().toStdString()};
 };
@@ -113,8 +110,7 @@ TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
 }
 
 /// A scratch program folder whose Comm 1 is the slave of a pseudo-terminal.
-class Serial : public Files {
- protected:
+struct Serial : Files {
   Serial() {
     fs::create_directories(folder / "Ports");
     master = posix_openpt(O_RDWR | O_NOCTTY);

@@ -9,14 +9,11 @@
 #include "platform/graph/CWGraph.h"
 
 namespace bexlow::platform {
-namespace {
-
 using test::Inf, test::Nan;
 
 constexpr std::size_t FullRun = 270204;  // samples of one axis of a full logger: 2047 pages of 132
 
-class Graph : public testing::Test {
- protected:
+struct Graph : testing::Test {
   Graph() {
     graph.resize(900, 300);
     graph.SetXAxis(true, 0, 10);
@@ -289,5 +286,4 @@ TEST_F(Graph, WordsMadeWhileDrawingMoveNothing) {
   EXPECT_EQ(plot.geometry(), place);
 }
 
-}  // namespace
 }  // namespace bexlow::platform

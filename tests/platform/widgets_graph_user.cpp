@@ -8,15 +8,12 @@
 #include "support/VirtualMachine.h"
 
 namespace bexlow::platform {
-namespace {
-
 /// A page of 100 seconds is missing before sample 750.
 const SampleTimes Times{
     10, [](double sample) { return sample / 10 + (sample >= 750 ? 100 : 0); },
     [](double seconds) { return std::min(seconds * 10, std::max(750., (seconds - 100) * 10)); }};
 
-class GraphUser : public testing::Test {
- protected:
+struct GraphUser : testing::Test {
   GraphUser() {
     graph.resize(900, 300);
     graph.SetXAxis(true, 0, 1);
@@ -269,8 +266,7 @@ TEST_F(GraphUser, ClicksAreToldAndMovesAreNot) {
   EXPECT_FALSE(Menu().isVisible() || test::FindOffered(graph, "Whole Run")->isEnabled());
 }
 
-class GraphMenu : public GraphUser {
- protected:
+struct GraphMenu : GraphUser {
   GraphMenu() {
     graph.setAccessibleName("X");
     graph.SetHeading("run1.qbx", "run1");
@@ -334,5 +330,4 @@ TEST_F(GraphMenu, PicturesBearATitleAndHoldBothInOrder) {
   EXPECT_EQ(one.pixelColor(1, 1), QColor(Qt::white));
 }
 
-}  // namespace
 }  // namespace bexlow::platform

@@ -2,10 +2,7 @@
 #include "platform/controls/CWNumEdit.h"
 
 namespace bexlow::platform {
-namespace {
-
-class NumEdit : public testing::Test {
- protected:
+struct NumEdit : testing::Test {
   NumEdit() {
     edit.show();
     edit.activateWindow();
@@ -24,18 +21,17 @@ class NumEdit : public testing::Test {
 };
 
 TEST_F(NumEdit, TypingAndPastingStayInsideTheLimits) {
-  using Typed = std::tuple<const char*, double, double, int, const char*, double, const char*>;
   for (const auto& [what, minimum, maximum, decimals, keys, value, text] :
-       {Typed{"the limit itself", 0, 1024, 0, "1024", 1024, "1024"},
-        Typed{"a digit too many ends at the limit", 0, 1024, 0, "1025", 1024, "1024"},
-        Typed{"below the lower limit", 1, 255, 0, "0", 1, "1"},
-        Typed{"no sign where none fits", 0, 1024, 0, "-", 7, "7"},
-        Typed{"both sides of 0", -180, 180, 2, "-12.25", -12.25, "-12.25"},
-        Typed{"beyond the negative limit", -180, 180, 0, "-181", -180, "-180"},
-        Typed{"a comma is a point", -180, 180, 1, "1,5", 1.5, "1.5"},
-        Typed{"no exponents", 0, 1024, 0, "1e3", 13, "13"},
-        Typed{"a decimal too many is rounded", -180, 180, 3, "-20.00162", -20.002, "-20.002"},
-        Typed{"a sign alone", -90, 90, 1, "-", 7, "7.0"}}) {
+       {std::tuple{"the limit itself", 0.0, 1024.0, 0, "1024", 1024.0, "1024"},
+        {"a digit too many ends at the limit", 0, 1024, 0, "1025", 1024, "1024"},
+        {"below the lower limit", 1, 255, 0, "0", 1, "1"},
+        {"no sign where none fits", 0, 1024, 0, "-", 7, "7"},
+        {"both sides of 0", -180, 180, 2, "-12.25", -12.25, "-12.25"},
+        {"beyond the negative limit", -180, 180, 0, "-181", -180, "-180"},
+        {"a comma is a point", -180, 180, 1, "1,5", 1.5, "1.5"},
+        {"no exponents", 0, 1024, 0, "1e3", 13, "13"},
+        {"a decimal too many is rounded", -180, 180, 3, "-20.00162", -20.002, "-20.002"},
+        {"a sign alone", -90, 90, 1, "-", 7, "7.0"}}) {
     SCOPED_TRACE(what);
     Prepare(minimum, maximum, decimals, 7);
     QTest::keyClicks(&edit, keys);
@@ -123,5 +119,4 @@ TEST_F(NumEdit, StepsEndAtTheLimits) {
   EXPECT_EQ(edit.Value(), 10) << "a page, or without the focus";
 }
 
-}  // namespace
 }  // namespace bexlow::platform

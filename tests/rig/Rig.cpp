@@ -9,8 +9,6 @@
 
 namespace bexlow::rig {
 
-namespace {
-
 constexpr int PatienceMs = 20'000;  // even a machine that is building starts a process within this
 
 QStringList RecordsIn(const std::filesystem::path& folder) {
@@ -19,8 +17,6 @@ QStringList RecordsIn(const std::filesystem::path& folder) {
   return {"--dump-pages", file("pages.bin"),   "--dump-eeprom", file("eeprom.bin"),
           "--samples",    file("samples.txt"), "--log",         file("line.log")};
 }
-
-}  // namespace
 
 void Require(bool holds, const std::string& what) {
   if (!holds) throw std::runtime_error(what);

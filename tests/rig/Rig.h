@@ -80,8 +80,7 @@ class AnsweredMachine : public platform::RealMachine {
 };
 
 /// The program's outer window on the machine that is installed, with Comm 1 selected.
-class Program {
- public:
+struct Program {
   /// Requires that the program loads.
   Program();
 

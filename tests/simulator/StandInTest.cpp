@@ -2,7 +2,6 @@
 // and the program itself on a real pseudo-terminal.
 #include <algorithm>
 #include <fcntl.h>
-#include <fstream>
 #include <gtest/gtest.h>
 #include <iomanip>
 #include <poll.h>
@@ -16,8 +15,6 @@
 #include "support/DataFiles.h"
 
 namespace bexlow::simulator {
-namespace {
-
 using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
@@ -40,18 +37,17 @@ const LoggerSetup Small{.stored = {.pages = 3}, .motion = Motion::Still};
 
 // 12 ms lie between two bytes of a request.
 TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
-  using Row = std::tuple<const char*, const char*, const char*>;
   for (const auto& [what, request, reply] :
-       {Row{"ping", "66", "66"},
-        Row{"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
-        Row{"cell without meaning", "72 C8", "FF"},
-        Row{"15 Hz after a write, which itself is not answered", "70 66 0F 6D", "00 96"},
-        Row{"accelerometers at X 12, Y -3 degrees", "61", "01 8D 01 81 02 78"},
-        Row{"angles less the tares", "41", "06 C1 FE 4B"},
-        Row{"angles with the tare off", "70 22 00 41", "08 88 FB BC"},
-        Row{"page beyond the memory", "64 08 00", ""},
-        Row{"unknown letters are passed over", "7A 00 FF 66", "66"},
-        Row{"a letter as an operand", "72 66", "4B"}, Row{"launch", "58", ""}}) {
+       {std::tuple{"ping", "66", "66"},
+        std::tuple{"tares, the Y one negative", "72 0E 72 0F 72 10 72 11", "01 | C7 | FD | 71"},
+        std::tuple{"cell without meaning", "72 C8", "FF"},
+        std::tuple{"15 Hz after a write, which itself is not answered", "70 66 0F 6D", "00 96"},
+        std::tuple{"accelerometers at X 12, Y -3 degrees", "61", "01 8D 01 81 02 78"},
+        std::tuple{"angles less the tares", "41", "06 C1 FE 4B"},
+        std::tuple{"angles with the tare off", "70 22 00 41", "08 88 FB BC"},
+        std::tuple{"page beyond the memory", "64 08 00", ""},
+        std::tuple{"unknown letters are passed over", "7A 00 FF 66", "66"},
+        std::tuple{"a letter as an operand", "72 66", "4B"}, std::tuple{"launch", "58", ""}}) {
     SCOPED_TRACE(what);
     Time now = 1h;
     Logger logger(Small, now);
@@ -202,8 +198,7 @@ TEST(Options, RefuseWhatTheyDoNotKnow) {
     EXPECT_THROW(ParseOptions(arguments), std::invalid_argument) << arguments.back();
 }
 
-class EndToEnd : public testing::Test {
- protected:
+struct EndToEnd : testing::Test {
   EndToEnd() { fs::create_directory(folder_); }
   ~EndToEnd() override { fs::remove_all(folder_); }
 
@@ -283,5 +278,4 @@ TEST_F(EndToEnd, RefusesToReplaceAFile) {
   EXPECT_EQ(test::FileText(link_), "precious");
 }
 
-}  // namespace
 }  // namespace bexlow::simulator

@@ -7,8 +7,7 @@
 
 namespace bexlow::test {
 
-class DownloadStory : public Story {
- protected:
+struct DownloadStory : Story {
   void SetUp() override {
     StartConnected();
     Choose("Tools", "Download");

@@ -15,8 +15,7 @@ inline constexpr microseconds AccSampleTime = ByteTime * 7;
 /// Within this time a sample is on the screen, even if no other follows.
 inline constexpr milliseconds ShownTime{60};
 
-class LiveStory : public Story {
- protected:
+struct LiveStory : Story {
   /// Opens a screen; one that is open is left first, and the line is given time to fall silent.
   void Open(const QString& screen) {
     if (outer == nullptr) StartConnected();

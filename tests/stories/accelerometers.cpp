@@ -3,8 +3,7 @@
 
 namespace bexlow::test {
 
-class AccStory : public LiveStory {
- protected:
+struct AccStory : LiveStory {
   void SetUp() override { Open("Accelerometers"); }
   double Slide(const char* name) const { return The<platform::CWSlide>(name).Value(); }
   bool PanelShown() const { return !The("fraHiddenSliders").isHidden(); }

@@ -3,8 +3,6 @@
 
 namespace bexlow::test {
 
-namespace {
-
 // A part of a Qt control (the box within a spin box) takes the focus for the control and is no stop.
 bool IsStop(const QWidget& control, const QWidget& screen) {
   return (control.focusPolicy() & Qt::TabFocus) != 0 && !control.focusProxy() &&
@@ -19,10 +17,7 @@ std::vector<QWidget*> Stops(QWidget& screen) {
   return stops;
 }
 
-}  // namespace
-
-class AccessStory : public Story {
- protected:
+struct AccessStory : Story {
   void Look(const char* screen) {
     SCOPED_TRACE(screen);
     machine.Pass(2s);

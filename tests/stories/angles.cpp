@@ -17,8 +17,7 @@ const Recorder Recorders[] = {
     {"Accelerometers", 'a', AccSampleTime, &VirtualLogger::accelerometers, "Time(seconds),Acc X,Acc Y,Acc Z",
      "330,408,322"}};
 
-class RecorderStory : public LiveStory, public ::testing::WithParamInterface<std::size_t> {
- protected:
+struct RecorderStory : LiveStory, ::testing::WithParamInterface<std::size_t> {
   void SetUp() override { OpenScreen(); }
   const Recorder& Kind() const { return Recorders[GetParam()]; }
   void OpenScreen() { Open(Kind().screen); }
@@ -185,8 +184,7 @@ TEST_P(RecorderStory, SavingOutlivesTheScreen) {
   }
 }
 
-class AnglesStory : public LiveStory {
- protected:
+struct AnglesStory : LiveStory {
   void SetUp() override { Open("Angles"); }
   double Dial(const char* name) const { return The<platform::CWKnob>(name).Value(); }
   bool Enabled(const char* name) const { return The(name).isEnabled(); }

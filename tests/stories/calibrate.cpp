@@ -3,8 +3,7 @@
 
 namespace bexlow::test {
 
-class Calibrate : public Story {
- protected:
+struct Calibrate : Story {
   void SetUp() override {
     StartConnected();
     Choose("Tools", "Calibrate");

@@ -8,8 +8,7 @@ constexpr int Cells[] = {2,  3,  4,  5,  6,  7,  8,  9,   10,  11,  12,  13,  14
                          20, 21, 22, 23, 24, 25, 26, 27,  28,  29,  30,  31,  32,  33,  34,  42,  43, 62,
                          63, 64, 65, 66, 67, 68, 69, 100, 101, 102, 103, 104, 105, 106, 107, 108, 109};
 
-class Configuration : public Story {
- protected:
+struct Configuration : Story {
   void SetUp() override { StartConnected(); }
   void Open() { Choose("Tools", "Configuration"); }
   void FinishRead() {

@@ -3,8 +3,7 @@
 
 namespace bexlow::test {
 
-class ConnectStory : public Story {
- protected:
+struct ConnectStory : Story {
   void SetUp() override {
     machine.Plug(logger, 1);
     Start();
@@ -88,10 +87,9 @@ TEST_F(ConnectStory, OkRetrievesTheTareBlockAndPortZeroNothing) {
 TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
   Shared.OnBoardParameters.XTare = 77;
   // A reply that is missing, one that is doubled; 0: a port that is taken, -1: one that is gone.
-  using Row = std::pair<int, const char*>;
-  for (const auto& [struck, told] :
-       {Row{3, "opened, but 4 bytes came instead of 5"}, Row{5, "opened, but 6 bytes came instead of 5"},
-        Row{0, "it is in use"}, Row{-1, "no such device"}}) {
+  for (const auto& [struck, told] : {std::pair{3, "opened, but 4 bytes came instead of 5"},
+                                     std::pair{5, "opened, but 6 bytes came instead of 5"},
+                                     std::pair{0, "it is in use"}, std::pair{-1, "no such device"}}) {
     SCOPED_TRACE(told);
     if (struck == 0) machine.taken = {1};
     if (struck == -1) machine.Unplug(1);
@@ -162,8 +160,7 @@ constexpr auto Launched =
     "datalogging has begun.";
 constexpr auto NotStamped = "Launch Time write to EEPROM failed! Launch did not occur.";
 
-class Launch : public Story {
- protected:
+struct Launch : Story {
   void SetUp() override {
     logger.eraseBytes = 6300;
     StartConnected();

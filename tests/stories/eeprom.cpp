@@ -5,8 +5,7 @@ namespace bexlow::test {
 
 constexpr auto WrongLength = "Read EEPROM error: packet length is <> 1 byte!";
 
-class Eeprom : public Story {
- protected:
+struct Eeprom : Story {
   /// Opened from Configuration, which shows the entry after the service chord.
   void SetUp() override {
     StartConnected();
@@ -109,12 +108,11 @@ TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
 }
 
 TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
-  using Row = std::tuple<const char*, const char*, const char*, bool>;
   Box().setFocus();
   for (const auto& [before, typed, after, inFront] :
-       {Row{"", "1a2 .+e3", "123", false}, Row{"", "-5-6", "-56", false}, Row{"1", "-2", "12", false},
-        Row{"", "\u0663\uFF15\u2212", "", false}, Row{"12", "-3", "312", true},
-        Row{"-5", "1", "1-5", true}}) {
+       {std::tuple{"", "1a2 .+e3", "123", false}, std::tuple{"", "-5-6", "-56", false},
+        std::tuple{"1", "-2", "12", false}, std::tuple{"", "\u0663\uFF15\u2212", "", false},
+        std::tuple{"12", "-3", "312", true}, std::tuple{"-5", "1", "1-5", true}}) {
     SCOPED_TRACE(std::string(before) + " and " + typed);
     Box().setText(before);
     inFront ? Box().home(false) : Box().end(false);

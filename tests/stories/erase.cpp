@@ -3,8 +3,7 @@
 
 namespace bexlow::test {
 
-class EraseStory : public DownloadStory {
- protected:
+struct EraseStory : DownloadStory {
   void Begin(int bytes, Answer answer = Answer::Yes) {
     logger.eraseBytes = bytes;
     machine.wire.clear();

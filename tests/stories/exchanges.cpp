@@ -23,8 +23,7 @@ const Exchange All[] = {
     {"Main", "Main", "Tools", "Launch", "Erasing, page ", 10s},
 };
 
-class Exchanges : public DownloadStory {
- protected:
+struct Exchanges : DownloadStory {
   void SetUp() override {
     StartConnected();
     ServiceChord();

@@ -6,8 +6,6 @@
 
 namespace bexlow::test {
 
-namespace {
-
 constexpr auto WrongFile = "This is not a Quornell Download Pages file!";
 constexpr auto EndOfFile = "End of data file has been reached!";
 
@@ -33,17 +31,13 @@ std::string Records(std::size_t pages, const std::vector<std::size_t>& pushes) {
   return text;
 }
 
-}  // namespace
-
-class GraphScreen : public Story {
- protected:
+struct GraphScreen : Story {
   platform::CWGraph& X() const { return The<platform::CWGraph>("CWGraph1"); }
   platform::CWGraph& Y() const { return The<platform::CWGraph>("CWGraph2"); }
   QAction* InMenu(const QString& entry) const { return FindOffered(X(), entry); }
 };
 
-class GraphStory : public GraphScreen {
- protected:
+struct GraphStory : GraphScreen {
   void SetUp() override {
     StartConnected();
     Choose("Tools", "Graph");
@@ -70,13 +64,12 @@ TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
 TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
   const std::string page = Record("1", 264, "5"), broken = Record("2", 263, "1");
   Open(Header() + page);
-  using Row = std::pair<std::string, const char*>;
   for (const auto& [text, box] :
-       {Row{Header() + page + broken, "BuildDoubleChannelArrays"}, Row{"", WrongFile},
-        Row{Header("1", "3", "Angles"), WrongFile}, Row{Header("2"), nullptr},
-        Row{Shortened(Header(), 10), nullptr}, Row{Shortened(Header(), 11), EndOfFile},
-        Row{Header("1", "1") + page + broken, "BuildSingleChannelArray"},
-        Row{Header("0") + Record("1", 132, "x") + Record("2", 132, "2"), "Big"}}) {
+       {std::pair{Header() + page + broken, "BuildDoubleChannelArrays"}, std::pair{"", WrongFile},
+        std::pair{Header("1", "3", "Angles"), WrongFile}, std::pair{Header("2"), nullptr},
+        std::pair{Shortened(Header(), 10), nullptr}, std::pair{Shortened(Header(), 11), EndOfFile},
+        std::pair{Header("1", "1") + page + broken, "BuildSingleChannelArray"},
+        std::pair{Header("0") + Record("1", 132, "x") + Record("2", 132, "2"), "Big"}}) {
     SCOPED_TRACE(text);
     Open(text);
     if (box != nullptr) Reads(box);
@@ -260,8 +253,7 @@ TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
   EXPECT_TRUE(Text("lblRun").ends_with("pages 1 and 3; page 2, which belongs to the first, is not there"));
 }
 
-class ReviewStory : public GraphScreen {
- protected:
+struct ReviewStory : GraphScreen {
   void SetUp() override {
     StartConnected();
     Choose("Tools", "Graph Button Pushes");

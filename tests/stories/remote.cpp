@@ -1,10 +1,6 @@
 // The remote session: roles, addresses, ports, what goes out and comes in, all of it on this computer.
-#include <QHostInfo>
-#include <QUdpSocket>
 
 #include "live/SessionTexts.h"
-#include "platform/controls/Winsock.h"
-#include "platform/machine/EventGate.h"
 #include "stories/LiveStory.h"
 
 namespace bexlow::test {
@@ -39,8 +35,7 @@ class PeerSocket {
   QUdpSocket socket_;
 };
 
-class RemoteStory : public LiveStory {
- protected:
+struct RemoteStory : LiveStory {
   void SetUp() override { OpenScreen(); }
   /// Opens the screen. Whether the default port can be bound depends on the user and on what else runs.
   void OpenScreen() {

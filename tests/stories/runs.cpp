@@ -5,8 +5,7 @@
 
 namespace bexlow::test {
 
-class Runs : public Story {
- protected:
+struct Runs : Story {
   /// The table's rows, fields parted by bars.
   std::vector<std::string> Rows() {
     const auto& model = *The<QTreeView>("tblRuns").model();

@@ -130,8 +130,7 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   Reads("The SimpleErrorHandler sub routine has errored!");
 }
 
-class Failing : public platform::Form {
- public:
+struct Failing : platform::Form {
   Failing() : Form("Failing", "Failing") {
     OnCloseRequest = fail;
     MakeButton("cmdFail", "Fail", fail);

@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 #include "platform/controls/CWNumEdit.h"
-#include "platform/controls/Controls.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
@@ -17,19 +16,16 @@
 #include "support/DataFiles.h"
 #include "support/Find.h"
 #include "support/VirtualLogger.h"
-#include "support/VirtualMachine.h"
 
 namespace bexlow::test {
 
 using shared::Shared;
 using namespace std::chrono_literals;
 
-class Story : public ::testing::Test {
- public:
+struct Story : ::testing::Test {
   /// Types any characters, even those that no key of the test's keyboard has.
   static void TypeInto(QWidget& control, const QString& text);
 
- protected:
   Story();
   ~Story() override;
 

@@ -7,13 +7,9 @@ namespace bexlow::test {
 
 using namespace std::chrono_literals;
 
-namespace {
-
 Bytes BytesOf(int word) {
   return {static_cast<std::uint8_t>(word >> 8), static_cast<std::uint8_t>(word & 255)};
 }
-
-}  // namespace
 
 Spoil Instead(const Bytes& bytes, microseconds late) {
   return [=](Bytes& reply, microseconds& delay) { std::tie(reply, delay) = std::tie(bytes, late); };

@@ -11,8 +11,6 @@
 
 namespace bexlow::test {
 
-namespace {
-
 /// The next of the answers that the test prepared.
 template <class T>
 T Prepared(std::deque<T>& answers, const std::string& question) {
@@ -24,8 +22,6 @@ T Prepared(std::deque<T>& answers, const std::string& question) {
   answers.pop_front();
   return first;
 }
-
-}  // namespace
 
 class VirtualMachine::Line : public platform::SerialLine {
  public:

@@ -9,12 +9,9 @@
 #include "platform/graph/CWGraph.h"
 #include "support/DataFiles.h"
 #include "tour/Robot.h"
-#include "values/Conversions.h"
 #include "values/NumberText.h"
 
 namespace bexlow::tour {
-namespace {
-
 namespace fs = std::filesystem;
 
 class Tour {
@@ -218,7 +215,6 @@ int Run(const fs::path& logger, const fs::path& output) {
   return 0;
 }
 
-}  // namespace
 }  // namespace bexlow::tour
 
 int main(int argc, char** argv) {
