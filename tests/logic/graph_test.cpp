@@ -13,20 +13,19 @@ using test::Header, test::Record, test::Replaced, test::Shortened, test::WithLin
 // With a text of the header replaced by another. A frequency of -1: none.
 TEST(RunFacts, AreReadAndNeverMadeUp) {
   using Row = std::tuple<std::string, std::string, bool, double>;
-  const std::string Hertz = "Firmware Sampling Frequency: ", Launch = "Launch Time: ";
   for (const auto& [line, other, launched, frequency] :
        {Row{"", "", true, 7.5}, Row{"Mode = 1", "Mode = 0", true, -1},
-        Row{"Download Pages", "Angles", false, -1}, Row{Launch, "", false, 7.5}, Row{Hertz, "", true, -1},
-        Row{Launch + "03/09/2004 14:05:07", Launch, false, 7.5}, Row{"03/09/2004", "02/30/2004", false, 7.5},
-        Row{"14:05:07", "24:05:07", false, 7.5}, Row{"14:05:07", "14:05:07x", false, 7.5},
-        Row{"03/09/2004 14:05:07", "255/255/65535 255:255:255", false, 7.5},
-        Row{Hertz + "7.5", Hertz, true, -1}, Row{Hertz + "7.5", Hertz + "0", true, -1},
-        Row{Hertz + "7.5", Hertz + "-7.5", true, -1}, Row{Hertz + "7.5", Hertz + "7.5 Hz", true, -1},
-        Row{Hertz + "7.5", Hertz + "6553.6", true, -1}, Row{Hertz + "7.5", Hertz + "6553.5", true, 6553.5}}) {
-    SCOPED_TRACE(other);
+        Row{"Download Pages", "Angles", false, -1}, Row{"Launch Time: ", "", false, 7.5},
+        Row{"Firmware Sampling Frequency: ", "", true, -1}, Row{"03/09/2004 14:05:07", "", false, 7.5},
+        Row{"03/09/2004", "02/30/2004", false, 7.5}, Row{"14:05:07", "24:05:07", false, 7.5},
+        Row{"14:05:07", "14:05:07x", false, 7.5},
+        Row{"03/09/2004 14:05:07", "255/255/65535 255:255:255", false, 7.5}, Row{"7.5", "", true, -1},
+        Row{"7.5", "0", true, -1}, Row{"7.5", "-7.5", true, -1}, Row{"7.5", "7.5 Hz", true, -1},
+        Row{"7.5", "6553.6", true, -1}, Row{"7.5", "6553.5", true, 6553.5}}) {
     const auto facts = files::ReadRunFacts(Replaced(Header(), line, other));
-    EXPECT_EQ(facts.launch, launched ? "2004-03-09 14:05:07" : "");
-    EXPECT_EQ(facts.frequency.value_or(-1), frequency);
+    EXPECT_EQ(std::tuple(facts.launch, facts.frequency.value_or(-1)),
+              std::tuple(launched ? "2004-03-09 14:05:07" : "", frequency))
+        << other;
   }
   EXPECT_TRUE(files::ReadRunFacts("1\nDownload Pages\n").launch.empty());
 }
@@ -76,13 +75,8 @@ TEST(ViewNumbers, AreExactAndLeaveOutPushesAndTheUnwrittenEnd) {
 /// At 7.5 samples a second; lengths in whole seconds, and the clock reads so much past noon.
 graph::View ViewOf(const files::Run& run, std::size_t first, std::size_t last) {
   const auto length = [](double seconds) { return std::to_string(std::llrint(seconds)) + "s"; };
-  return {run,
-          first,
-          last,
-          7.5,
-          [&run](double sample) { return files::PeriodsAt(run, sample) / 7.5; },
-          length,
-          [length](double seconds) { return "12:00+" + length(seconds); }};
+  const auto at = [&run](double sample) { return files::PeriodsAt(run, sample) / 7.5; };
+  return {run, first, last, 7.5, at, length, [=](double seconds) { return "12:00+" + length(seconds); }};
 }
 
 /// Rich text with a bar for each tag or several.
@@ -109,16 +103,15 @@ TEST(View, IsAExactTableOfSamples) {
   ASSERT_TRUE(files::ReadRun(Header("1", "2") + Record("2", 264, "-.7"), 2, oneChannel));
   auto noTimes = ViewOf(run, 39, 40);
   noTimes.secondsAt = nullptr;
-  using Row = std::tuple<const char*, graph::View, const char*>;
+  const std::string head = "Sample,Time(seconds),X angle,Y angle,Push\r\n";
+  using Row = std::tuple<const char*, graph::View, std::string>;
   for (const auto& [what, view, csv] :
        {Row{"a spike", ViewOf(run, 231, 233),
-            "Sample,Time(seconds),X angle,Y angle,Push\r\n231,30.8,60.5,-20.5,\r\n232,30.933,-.7,90,\r\n"
-            "233,31.067,60.5,-20.5,\r\n"},
+            head + "231,30.8,60.5,-20.5,\r\n232,30.933,-.7,90,\r\n233,31.067,60.5,-20.5,\r\n"},
         Row{"pushes after a gap", ViewOf(run, 263, 266),
-            "Sample,Time(seconds),X angle,Y angle,Push\r\n263,35.067,60.5,-20.5,\r\n264,52.8,,,BP\r\n"
-            "265,52.933,,,BP\r\n266,53.067,60.5,-20.5,\r\n"},
-        Row{"unwritten end", ViewOf(run, 455, 527),
-            "Sample,Time(seconds),X angle,Y angle,Push\r\n455,78.267,60.5,-20.5,\r\n"},
+            head +
+                "263,35.067,60.5,-20.5,\r\n264,52.8,,,BP\r\n265,52.933,,,BP\r\n266,53.067,60.5,-20.5,\r\n"},
+        Row{"unwritten end", ViewOf(run, 455, 527), head + "455,78.267,60.5,-20.5,\r\n"},
         Row{"no times", noTimes, "Sample,X angle,Y angle,Push\r\n39,60.5,-20.5,\r\n40,,,BP\r\n"},
         Row{"one channel", ViewOf(oneChannel, 1, 1), "Sample,Time(seconds),Y angle\r\n1,35.333,-.7\r\n"},
         Row{"a recording",
@@ -138,15 +131,15 @@ TEST(View, ListsItsPushesWithTheSampleBefore) {
   auto view = ViewOf(run, 0, 527);
   view.secondsAt = nullptr;
   view.clockText = nullptr;
-  EXPECT_TRUE(
-      graph::PushTable(view, '.').starts_with("Push\tSample\tX before\tY before\n1\t40\t60.5\t-20.5\n"));
+  const auto untimed = graph::PushTable(view, '.');
+  EXPECT_TRUE(untimed.starts_with("Push\tSample\tX before\tY before\n1\t40\t60.5\t-20.5\n")) << untimed;
   files::Run many;
   ASSERT_TRUE(files::ReadRun(Header() + Record("1", 264, "BP"), 3, many));
-  EXPECT_TRUE(graph::PushTable(ViewOf(many, 0, 0), '.').ends_with("1\t0\t0s\t12:00+0s\t\t\n"))
-      << "none before";
+  EXPECT_EQ(graph::PushTable(ViewOf(many, 0, 0), '.'), head + "1\t0\t0s\t12:00+0s\t\t\n") << "none before";
   const auto text = Plain(graph::PushesText(ViewOf(many, 0, 131)));
-  EXPECT_TRUE(text.starts_with("|Push|Sample|Time|Clock time|Push|"));
-  EXPECT_TRUE(text.ends_with("|30|29|4s|12:00+4s|and 102 more|")) << text;
+  EXPECT_TRUE(text.starts_with("|Push|Sample|Time|Clock time|Push|") &&
+              text.ends_with("|30|29|4s|12:00+4s|and 102 more|"))
+      << text;
   EXPECT_EQ(graph::PushesText(ViewOf(run, 0, 39)), "");
 }
 
@@ -166,16 +159,16 @@ TEST(View, IsReportedInFiguresAndHistograms) {
   const auto late = ViewOf(run, 264, 527);
   const auto head = Plain(graph::HeadText("a", {"417", "c", 7.5}, "b", &late));
   EXPECT_EQ(head,
-            "|a|Logger|417|Launched|c|Rate|7.5 samples a second|Run|b|In view|samples 264 to 455, 53s to 78s "
-            "since the "
-            "launch|");
+            "|a|Logger|417|Launched|c|Rate|7.5 samples a second|Run|b|"
+            "In view|samples 264 to 455, 53s to 78s since the launch|");
   const auto shares = [](const files::Run& of, std::size_t axis, std::size_t last) {
-    const auto [step, first, percent] = graph::HistogramInView(ViewOf(of, 0, last), axis);
+    auto [step, degree, percent] = graph::HistogramInView(ViewOf(of, 0, last), axis);
+    const auto rounded = [](double value) { return values::NumberText(values::RoundToDecimals(value, 4)); };
     std::string told;
-    for (std::size_t i = 0; i < percent.size(); ++i)
-      if (percent[i] > 0)
-        told += values::NumberText(values::RoundToDecimals(first + step * static_cast<double>(i), 4)) + ": " +
-                values::NumberText(values::RoundToDecimals(percent[i], 4)) + " ";
+    for (const double share : percent) {
+      if (share > 0) told += rounded(degree) + ": " + rounded(share) + " ";
+      degree += step;
+    }
     return told;
   };
   EXPECT_EQ(shares(run, 0, 527), "2.1094: .2222 58.3594: 99.7778 ");
@@ -199,14 +192,16 @@ TEST(ViewNumbers, ClaimNothingAcrossACrossingAndNoShareThatIsNone) {
   run.records = {{1, 0}};
   using Row = std::tuple<std::size_t, std::size_t, bool>;
   for (const auto& [first, last, crosses] : {Row{0, 1, false}, {1, 2, true}, {2, 3, false}, {3, 5, false}}) {
+    const auto holds = [](const std::string& text, const char* part) {
+      return text.find(part) < text.size();
+    };
     const auto numbers = graph::NumbersInView(run, 0, first, last, 0);
     EXPECT_EQ(numbers.crosses, crosses) << first;
-    EXPECT_EQ(graph::NumbersRow("X", numbers, 0, '.').find("\tcrosses ±180°\t") != std::string::npos,
-              crosses);
-    EXPECT_EQ(graph::NumbersLine(numbers, 0).find("min -") != std::string::npos, !crosses && first > 0);
+    EXPECT_EQ(holds(graph::NumbersRow("X", numbers, 0, '.'), "\tcrosses ±180°\t"), crosses);
+    EXPECT_EQ(holds(graph::NumbersLine(numbers, 0), "min -"), !crosses && first > 0);
     const auto report = Plain(graph::FiguresText({run, first, last}, std::vector<double>{0}));
-    EXPECT_EQ(report.find("|X|-|-|-|-|0°|") != std::string::npos, crosses) << report;
-    EXPECT_EQ(report.find("|X crosses ±180°, so it has no min,") != std::string::npos, crosses) << report;
+    for (const char* part : {"|X|-|-|-|-|0°|", "|X crosses ±180°, so it has no min,"})
+      EXPECT_EQ(holds(report, part), crosses) << report;
   }
   graph::ViewNumbers many{0, 270203, 270204};
   many.above = 1;
@@ -229,45 +224,38 @@ TEST(Run, TimesFollowThePageNumbers) {
 }
 
 TEST(Run, MissingAndDoubledPagesAreTold) {
+  const auto* none = "a record has no page number from 1 to 2047";
   using Row = std::tuple<std::vector<const char*>, bool, const char*>;
   for (const auto& [pages, rise, remarks] :
-       {Row{{"1", "2", "3"}, true, ""}, Row{{"1", "2", "4"}, true, "page 3 is missing"},
+       {Row{{}, false, ""}, Row{{"1", "2", "3"}, true, ""}, Row{{"1", "2", "4"}, true, "page 3 is missing"},
         Row{{"3", "7"}, true, "pages 1 and 2 are missing, pages 4 to 6 are missing"},
         Row{{"2", "4", "6", "8"}, true, "4 pages are missing"},
         Row{{"1", "1"}, false, "page 1 is there twice"},
-        Row{{"1", "5", "3"}, false, "page 3 stands after page 5"},
-        Row{{"1", "x"}, false, "a record has no page number from 1 to 2047"},
-        Row{{"0"}, false, "a record has no page number from 1 to 2047"},
-        Row{{"2048"}, false, "a record has no page number from 1 to 2047"},
-        Row{{"1.5"}, false, "a record has no page number from 1 to 2047"}, Row{{}, false, ""}}) {
-    SCOPED_TRACE(remarks);
+        Row{{"1", "5", "3"}, false, "page 3 stands after page 5"}, Row{{"1", "x"}, false, none},
+        Row{{"0"}, false, none}, Row{{"2048"}, false, none}, Row{{"1.5"}, false, none}}) {
     std::string text = Header();
     for (const auto* page : pages) text += Record(page, 264, "1");
     files::Run run;
     ASSERT_TRUE(files::ReadRun(text, 1, run));
-    EXPECT_EQ(files::PagesRise(run), rise);
-    EXPECT_EQ(files::PageRemarks(run), remarks);
+    EXPECT_EQ(std::tuple(files::PagesRise(run), files::PageRemarks(run)), std::tuple(rise, remarks));
   }
 }
 
 TEST(Series, FieldsGoToTheirPlaces) {
   files::Run run;
-  ASSERT_TRUE(
-      files::ReadRun(Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7"), 1, run));
-  ASSERT_TRUE(run.XLinear.size() == 528 && run.YLinear.empty());
-  EXPECT_EQ(std::vector({run.XLinear[0], run.XLinear[263], run.XLinear[264]}),
-            (files::Samples{22, -177, -1}));
-  EXPECT_EQ(std::vector({run.tenths[0][0], run.tenths[0][263], run.tenths[0][264]}),
-            (files::Tenths{225, -1772, -7}));
+  const auto &x = run.XLinear, &y = run.YLinear;
+  const auto& tenths = run.tenths[0];
+  auto text = Header() + Record("1", 264, "22.5", 263, "-177.2") + Record("9", 264, "-.7");
+  ASSERT_TRUE(files::ReadRun(text, 1, run) && x.size() == 528 && y.empty());
+  EXPECT_EQ(std::tuple(x[0], x[263], x[264]), std::tuple(22, -177, -1));
+  EXPECT_EQ(std::tuple(tenths[0], tenths[263], tenths[264]), std::tuple(225, -1772, -7));
 
-  const auto text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
+  text = Header() + Record("1", 264, "1", 1, "2") + Record("2", 264, "3", 263, "4,5,6");
   for (const auto& bytes : {text, WithLineFeeds(text), text.substr(0, text.size() - 2)}) {
-    files::Run series;
-    ASSERT_TRUE(files::ReadRun(bytes, 3, series) && series.XLinear.size() == 264 &&
-                series.YLinear.size() == 264);
-    EXPECT_EQ(std::vector({series.XLinear[0], series.YLinear[0], series.XLinear[132]}),
-              (files::Samples{1, 2, 3}));
-    EXPECT_EQ(series.YLinear[263], 4) << "the last field is the rest of the line, read by its leading number";
+    run = {};
+    ASSERT_TRUE(files::ReadRun(bytes, 3, run) && x.size() == 264 && y.size() == 264);
+    // The last field is the rest of the line, read by its leading number.
+    EXPECT_EQ(std::tuple(x[0], y[0], x[132], y[263]), std::tuple(1, 2, 3, 4));
   }
 }
 

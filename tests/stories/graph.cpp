@@ -64,12 +64,13 @@ TEST_F(GraphStory, LinearFilesFillTheGraphsOfTheirChannels) {
 TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
   const std::string page = Record("1", 264, "5"), broken = Record("2", 263, "1");
   Open(Header() + page);
+  using Row = std::pair<std::string, const char*>;
   for (const auto& [text, box] :
-       {std::pair{Header() + page + broken, "BuildDoubleChannelArrays"}, std::pair{"", WrongFile},
-        std::pair{Header("1", "3", "Angles"), WrongFile}, std::pair{Header("2"), nullptr},
-        std::pair{Shortened(Header(), 10), nullptr}, std::pair{Shortened(Header(), 11), EndOfFile},
-        std::pair{Header("1", "1") + page + broken, "BuildSingleChannelArray"},
-        std::pair{Header("0") + Record("1", 132, "x") + Record("2", 132, "2"), "Big"}}) {
+       {Row{Header() + page + broken, "BuildDoubleChannelArrays"}, Row{"", WrongFile},
+        Row{Header("1", "3", "Angles"), WrongFile}, Row{Header("2"), nullptr},
+        Row{Shortened(Header(), 10), nullptr}, Row{Shortened(Header(), 11), EndOfFile},
+        Row{Header("1", "1") + page + broken, "BuildSingleChannelArray"},
+        Row{Header("0") + Record("1", 132, "x") + Record("2", 132, "2"), "Big"}}) {
     SCOPED_TRACE(text);
     Open(text);
     if (box != nullptr) Reads(box);

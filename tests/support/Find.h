@@ -47,10 +47,10 @@ inline QPushButton* FindButton(const QString& caption) {
 
 /// A control of the screen in front by its name.
 template <class T = QWidget>
-T& The(const char* name) {
+T& The(const std::string& name) {
   const auto* form = platform::Form::Active();
-  auto* control = form == nullptr ? nullptr : form->findChild<T*>(name);
-  if (control == nullptr) throw std::runtime_error(std::string("no control ") + name);
+  auto* control = form == nullptr ? nullptr : form->findChild<T*>(QString::fromStdString(name));
+  if (control == nullptr) throw std::runtime_error("no control " + name);
   return *control;
 }
 
