@@ -1,7 +1,7 @@
 #include "link/Communications.h"
 #include "live/Readings.h"
 #include "live/RecordingScreen.h"
-#include "platform/instruments/CWSlide.h"
+#include "platform/controls/CWSlide.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Screens.h"
@@ -53,7 +53,7 @@ CWSlide* AddSlide(QBoxLayout& column, const char* name, const char* caption, QWi
   auto* label = new QLabel(caption, parent);
   label->setAlignment(Qt::AlignHCenter);
   column.addWidget(label);
-  column.addWidget(slide, 1);
+  column.addWidget(slide, 1, Qt::AlignHCenter);
   return slide;
 }
 

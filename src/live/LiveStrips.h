@@ -2,12 +2,13 @@
 // a sample came last, so they dim all that shows samples.
 #pragma once
 
+#include <QAbstractSlider>
 #include <QGraphicsOpacityEffect>
 
 #include "link/SamplingScreen.h"
 #include "live/Strip.h"
+#include "platform/controls/CWKnob.h"
 #include "platform/graph/CWGraph.h"
-#include "platform/instruments/Instrument.h"
 
 namespace bexlow::live {
 
@@ -81,7 +82,8 @@ class LiveStrips : public QWidget {
   // What shows the past is pale: a box stays to be read and copied, an instrument shows no number.
   static void Dim(QWidget& widget, bool dim) {
     constexpr double Pale = 0.45;
-    if (auto* instrument = qobject_cast<platform::Instrument*>(&widget)) return instrument->setEnabled(!dim);
+    if (qobject_cast<platform::CWKnob*>(&widget) || qobject_cast<QAbstractSlider*>(&widget))
+      return widget.setEnabled(!dim);
     auto* effect = dim ? new QGraphicsOpacityEffect : nullptr;
     if (dim) effect->setOpacity(Pale);
     widget.setGraphicsEffect(effect);

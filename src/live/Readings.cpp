@@ -41,10 +41,9 @@ QLayout* AddNumbers(std::array<QLineEdit*, 4>& boxes, const QString& name, const
 }
 
 platform::CWKnob* MakeDial(const AngleRow& row, QWidget* parent) {
-  auto* dial = new platform::CWKnob(parent);
+  auto* dial = new platform::CWKnob(parent, row.dialEnd, row.dialArc);
   dial->setObjectName(row.dial);
   dial->setAccessibleName(row.caption);
-  dial->SetScale(row.dialEnd, row.start, row.arc);
   return dial;
 }
 

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "live/LiveStrips.h"
-#include "platform/instruments/CWKnob.h"
+#include "platform/controls/CWKnob.h"
 #include "values/LoggerValues.h"
 
 namespace bexlow::live {
@@ -17,18 +17,18 @@ struct AngleRow {
   double values::LiveSample::*wordField;
   double values::LiveSample::*angleField;
   double values::OnBoardParameters::*tareField;
-  double fullScale;            ///< degrees at 32767 counts
-  int tareAddress;             ///< of the tare's high byte; the low byte follows
-  double dialEnd, start, arc;  ///< the dial's scale in degrees, from -dialEnd; see CWKnob for its arc
+  double fullScale;         ///< degrees at 32767 counts
+  int tareAddress;          ///< of the tare's high byte; the low byte follows
+  double dialEnd, dialArc;  ///< the dial's scale in degrees, from -dialEnd; see CWKnob for its arc
 };
 
 inline constexpr AngleRow AngleRows[] = {
     {"X Axis", "txtX", "txtWordX", "txtTareX", "fraX", "dialX", "cmdTareX", "stripX", "Tare X", "Untare X",
      &link::AnglePair::x, &values::LiveSample::WordX, &values::LiveSample::AngleX,
-     &values::OnBoardParameters::XTare, 180, 14, 179.99, 270, 359.9},
+     &values::OnBoardParameters::XTare, 180, 14, 179.99, 359.9},
     {"Y Axis", "txtY", "txtWordY", "txtTareY", "fraY", "dialY", "cmdTareY", "stripY", "Tare Y", "Untare Y",
      &link::AnglePair::y, &values::LiveSample::WordY, &values::LiveSample::AngleY,
-     &values::OnBoardParameters::YTare, 90, 16, 89.9, 0, 180},
+     &values::OnBoardParameters::YTare, 90, 16, 89.9, 180},
 };
 
 /// A box as a further row of a grid, with its caption before and the unit after it. Only the program fills

@@ -4,15 +4,13 @@
 # and the gate through which events come one at a time.
 set(BEXLOW_PLATFORM_MACHINE
   EventGate Machine Ports RealMachine System TextFile)
-# What screens are made of; MSComm, Timer and Winsock are headers alone.
+# What screens are made of; CWSlide, Face, MSComm, Timer, ValueAccess and Winsock are headers alone.
 set(BEXLOW_PLATFORM_CONTROLS
-  Colours Controls CWNumEdit Form)
+  Colours Controls CWKnob CWNumEdit Form)
 # The graph control, on the plot library.
 set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphTicks)
-# Dials and upright gauges.
-set(BEXLOW_PLATFORM_INSTRUMENTS CWKnob CWSlide Instrument)
 
-foreach(name MACHINE CONTROLS GRAPH INSTRUMENTS)
+foreach(name MACHINE CONTROLS GRAPH)
   string(TOLOWER ${name} folder)
   list(TRANSFORM BEXLOW_PLATFORM_${name} PREPEND platform/${folder}/ OUTPUT_VARIABLE files)
   list(APPEND BEXLOW_PLATFORM ${files})

@@ -1,8 +1,8 @@
 // A user on the live screens, with the logger on a virtual line.
 #pragma once
 
-#include "platform/instruments/CWKnob.h"
-#include "platform/instruments/CWSlide.h"
+#include "platform/controls/CWKnob.h"
+#include "platform/controls/CWSlide.h"
 #include "support/Story.h"
 #include "values/NumberText.h"
 
