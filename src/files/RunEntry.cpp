@@ -16,7 +16,7 @@ constexpr int HeaderLines = 12;
 struct Records {
   std::string_view first;  ///< begins with the first record
   std::vector<std::string_view> lines;
-  bool all = false, torn = false;
+  bool all = false, torn = false;  ///< torn: the last line has no end
 };
 
 std::optional<Records> FindRecords(std::string_view head, std::string_view tail, std::uintmax_t size) {
@@ -32,7 +32,6 @@ std::optional<Records> FindRecords(std::string_view head, std::string_view tail,
   LineReader lines(tail.substr(std::min<std::size_t>(from, tail.size())));
   while (const auto line = lines.Next()) records.lines.push_back(*line);
   records.torn = !records.lines.empty() && tail.back() != '\n';
-  if (records.torn) records.lines.pop_back();
   return records;
 }
 
@@ -41,30 +40,41 @@ void Remark(RunEntry& entry, std::string_view words) {
     entry.remark.append(entry.remark.empty() ? "" : ", ").append(words);
 }
 
-void ReadPages(const Records& records, const FileCheck& check, std::optional<double> frequency,
-               RunEntry& entry) {
-  Run first, run, end;
+/// Whether a line is a whole record; the samples of a Linear one are appended to the run.
+bool TakeRecord(std::string_view line, const FileCheck& check, Run& run) {
+  if (check.kind == FileKind::Bin) return std::ranges::count(line, ',') >= std::ssize(BinPoints{});
+  if (check.channel < 1 || check.channel > 3) return true;
+  try {
+    AppendRecord(run, line, check.channel);
+    return true;
+  } catch (const std::system_error&) {
+    return false;
+  }
+}
+
+void ReadPages(Records records, const FileCheck& check, std::optional<double> frequency, RunEntry& entry) {
+  auto& lines = records.lines;
+  Run first, run, torn, end;
   first.records.push_back({PageOf(records.first), 0});
   if (!records.all) Remark(entry, PageRemarks(first));
-  if (records.lines.empty() && records.torn) return;
-  if (records.lines.empty()) return Remark(entry, records.all ? "holds no page" : "ends without a record");
-  for (const auto& line : records.lines) run.records.push_back({PageOf(line), 0});
+  if (records.torn && !TakeRecord(lines.back(), check, torn)) {
+    Remark(entry, "ends in the middle of a record");
+    lines.pop_back();
+    if (lines.empty()) return;
+  }
+  if (lines.empty()) return Remark(entry, records.all ? "holds no page" : "ends without a record");
+  for (const auto& line : lines) run.records.push_back({PageOf(line), 0});
   Remark(entry, PageRemarks(run, records.all ? 0 : run.records.front().page - 1));
   entry.lastPage = run.records.back().page;
-  const auto last = records.lines.back();
-  if (check.kind == FileKind::Bin && std::ranges::count(last, ',') < std::ssize(BinPoints{}))
-    return Remark(entry, "the last record is damaged");
+  if (!TakeRecord(lines.back(), check, end)) return Remark(entry, "the last record is damaged");
   if (check.kind == FileKind::Bin) return;
-  if (check.channel < 1 || check.channel > 3)
-    return Remark(entry, "no samples: mode or channels are unknown");
-  try {
-    AppendRecord(end, last, check.channel);
-  } catch (const std::system_error&) {
-    return Remark(entry, "the last record is damaged");
-  }
-  const auto written = static_cast<double>(end.Size() - end.UnwrittenEnd());
-  const bool isKnown = first.records.front().page > 0 && PagesRise(run) && PeriodsAt(end, written) > 0;
-  if (frequency && isKnown) entry.seconds = PeriodsAt(end, written) / *frequency;
+  if (end.Size() == 0) return Remark(entry, "no samples: mode or channels are unknown");
+  const std::size_t size = end.Size(), written = size - end.UnwrittenEnd(), count = lines.size();
+  const auto before =
+      count > 1 ? run.records[count - 2].page : 0;  // the run ends there if its last page is empty
+  const auto pages = static_cast<std::size_t>(written > 0 ? entry.lastPage - 1 : before);
+  const bool isKnown = first.records.front().page > 0 && PagesRise(run) && pages * size + written > 0;
+  if (frequency && isKnown) entry.seconds = static_cast<double>(pages * size + written) / *frequency;
 }
 
 /// Only a look at each line tells whether sampling was started again.
@@ -93,7 +103,7 @@ RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax
   const auto kind = lines.Next().value_or("");
   const bool isRecording = RecordingKind(head).has_value();
   if (!isRecording && kind != KindText(DataFileKind::DownloadPages)) {
-    entry.remark = size == 0 ? "empty" : "no data file";
+    entry.remark = size == 0 ? "empty" : "not a data file";
     return entry;
   }
   const auto check = CheckFile(head);
@@ -104,7 +114,6 @@ RunEntry ReadRunEntry(std::string_view head, std::string_view tail, std::uintmax
   if (isRecording) {
     ReadTimes(head, size, entry);
   } else if (const auto records = FindRecords(head, tail, size)) {
-    if (records->torn) Remark(entry, "ends in the middle of a record");
     ReadPages(*records, check, facts.frequency, entry);
   } else {
     entry.remark = "ends within its header";

@@ -33,7 +33,7 @@ struct Head {
 constexpr auto Right = Qt::AlignRight | Qt::AlignVCenter;  // of numbers
 constexpr Head Heads[Columns] = {
     {"Name", "Name of the data file"},
-    {"Launched", "When the logger was launched; where the file tells none it stands at the time of the file"},
+    {"Launched", "When the logger was launched; where the file tells none, when it was saved"},
     {"Logger", "Serial number of the logger"},
     {"Kind", "Kind and channels"},
     {"Duration", "From the launch, or the first sample saved, to the last; h:mm:ss, to the nearest second",
@@ -80,7 +80,7 @@ struct Row : QTreeWidgetItem {
       return;  // a picture, or a text of the user's
     const auto name = Shown(path.filename());
     const auto launched = QString::fromStdString(entry.launched);
-    const auto fileTime = QFileInfo(Shown(path)).lastModified().toString("yyyy-MM-dd HH:mm:ss");
+    const auto fileTime = QFileInfo(Shown(path)).lastModified().toString("yyyy-MM-dd HH:mm");
     const auto number = QString::fromStdString(entry.serialNumber), kind = QString::fromStdString(entry.kind);
     const auto seconds = entry.seconds;
     const auto page = entry.lastPage;
@@ -89,7 +89,8 @@ struct Row : QTreeWidgetItem {
     const std::pair<QString, QVariant> cells[Columns] = {
         // text and rank
         {name, name.toLower()},
-        {launched.section(':', 0, 1), launched.isEmpty() ? fileTime : launched},
+        {launched.isEmpty() ? "saved " + fileTime : launched.section(':', 0, 1),
+         launched.isEmpty() ? fileTime : launched},
         {number, number.isEmpty() ? QVariant() : number.toDouble()},
         {kind, kind},
         {QString::fromStdString(seconds ? values::DurationClock(*seconds) : ""),

@@ -217,6 +217,10 @@ TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
         Row{"a missing page", Header() + full + Record("3", 264, "1"), both + "52.8|3|page 2 is missing"},
         Row{"a page twice", Header() + full + full, both + "|1|page 1 is there twice"},
         Row{"a torn record", Header() + full + "2,1,1", both + "17.6|1|ends in the middle of a record"},
+        Row{"a last line without an end", Header() + full + "2" + full.substr(1, full.size() - 3),
+            both + "35.2|2|"},
+        Row{"a last page without a sample", Header() + full + Record("5", 264, "0"),
+            both + "17.6|5|pages 2 to 4 are missing"},
         Row{"a short record", Header() + full + "2,1,1\r\n", both + "|2|the last record is damaged"},
         Row{"no page", Header(), both + "|0|holds no page"},
         Row{"a torn header", test::Shortened(Header(), 11), both + "|0|ends within its header"},
@@ -235,7 +239,7 @@ TEST(RunEntry, SaysWhatBothEndsProveAndNoMore) {
             "||Angles||0|its length is told when it is opened"},
         Row{"an empty recording", Recording("Accelerometers", ""), "||Accelerometers||0|holds no sample"},
         Row{"nothing", "", "||||0|empty"},
-        Row{"a picture", "\x89PNG\r\n\x1a\n", "||||0|no data file"}})
+        Row{"a picture", "\x89PNG\r\n\x1a\n", "||||0|not a data file"}})
     EXPECT_EQ(Said(text), said) << what;
 }
 
