@@ -136,6 +136,7 @@ class Graph : public DataScreen {
   }
 
   void cmdPrevious_Click() {
+    if (FileName().empty()) return MsgBox("No data file has been selected!");
     if (PageNumberX == 1) return cmdPrevious->setEnabled(false);
     PageNumberX = values::ToInt16(PageNumberX - 2);
     cmdPrevious->setEnabled(PageNumberX != 0);
@@ -146,7 +147,8 @@ class Graph : public DataScreen {
   void Big(std::int16_t page, const std::string& fileName) {
     Guarded(*this, "Big", [&] {
       degrees_ = {};
-      const files::BinPair pair = files::FindPair(platform::ReadWhole(fileName), page);
+      const auto text = platform::ReadWhole(fileName);
+      const files::BinPair pair = files::FindPair(text, page);
       switch (pair.result) {
         case files::PairResult::NoPage:
           return MsgBox("Unable to locate data page " + NumberText(page) + " in this file!");
@@ -156,6 +158,7 @@ class Graph : public DataScreen {
           return;
         case files::PairResult::Found:
           ConvertPointArraysToDegreeArrays(pair);
+          graphs_->TellFile(fileName, files::ReadRunFacts(text));  // it may be another one by now
           graphs_->Show(degrees_, page, pair.partner);
       }
     });

@@ -21,7 +21,7 @@ using namespace platform;
 
 namespace {
 
-char DecimalPoint() { return QLocale().decimalPoint().toLatin1().at(0); }
+char DecimalPoint() { return QLocale().decimalPoint() == "," ? ',' : '.'; }
 
 void Copy(const std::string& text) { QGuiApplication::clipboard()->setText(QString::fromStdString(text)); }
 
@@ -47,9 +47,9 @@ std::unique_ptr<CWGraph> MakeHistogram(const View& view, std::size_t axis) {
 GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(0, 0, 0, 0);
-  lblRun_ = platform::MakeLabel("lblRun", "", this);
+  lblRun_ = platform::MakeLabel("lblRun",
+                                "Choose Open from the File menu, or drop a data file on the window.", this);
   lblRun_->setWordWrap(true);
-  lblRun_->hide();
   column->addWidget(lblRun_);
   CWGraph1 = AddGraph();
   CWGraph2 = AddGraph();
@@ -123,6 +123,11 @@ void GraphPair::SetHeadings(const std::string& pages) {
       QString::fromStdString(file_.filename().string() + launched + (pages.empty() ? "" : ", " + pages));
   stem_ = file_.stem().string() + (pages.empty() ? "" : " " + pages);
   for (auto* graph : graphs_) graph->SetHeading(heading, QString::fromStdString(stem_));
+}
+
+void GraphPair::HideRunLine() {
+  hasRunLine_ = false;
+  lblRun_->hide();
 }
 
 void GraphPair::TellRun(const std::string& words) {
@@ -202,7 +207,7 @@ void GraphPair::Show(const files::DegreeArrays& degrees, int firstPage, int seco
   SetHeadings(pages);
   TellRun(secondPage == firstPage + 1
               ? pages
-              : pages + "; page " + next + ", which belongs to the first, is not there");
+              : pages + "; page " + next + ", which belongs to the first, does not follow it");
 }
 
 void GraphPair::PageWith(QPushButton* back, QPushButton* forward) {
@@ -244,7 +249,7 @@ void GraphPair::BuildMenu(std::size_t axis) {
   graph->AddMenuEntry(
       "Save What &Is in View...", [this] { SaveView(); }, [this] { return InView().has_value(); });
   graph->AddMenuEntry(
-      "R&eport...", [this, graph] { Report(*graph); },
+      "&Report...", [this, graph] { Report(*graph); },
       [this] { return InView() || (run_ == nullptr && !CWGraph1->Values().empty()); });
 }
 
@@ -287,13 +292,14 @@ void GraphPair::SaveView() {
   question.Filter = "CSV Files (*.csv)|*.csv";
   question.DefaultExt = "csv";
   question.SuggestedName =
-      stem_ + " " + std::to_string(view.first) + " to " + std::to_string(view.last) + ".csv";
+      stem_ + " " + std::to_string(view.first) + " to " + std::to_string(view.LastWritten()) + ".csv";
   if (!question.ShowSave()) return;
   std::error_code unknown;
   const auto& path = question.FileName;
   const auto reason = std::filesystem::equivalent(path, file_, unknown)
                           ? "it is the data file that is on show"
-                          : platform::Replace(path, SamplesCsv(view));
+                      : !path.ends_with(".csv") ? "the name of a table ends in .csv"
+                                                : platform::Replace(path, SamplesCsv(view));
   if (!reason.empty()) MsgBox("The table cannot be saved as " + path + ": " + reason);
 }
 

@@ -31,7 +31,7 @@ class GraphPair : public QWidget {
   void Show(const files::DegreeArrays& degrees, int firstPage, int secondPage);
   /// Tells the run in no line of its own, where boxes do; which pair of bin pages is drawn it tells all the
   /// same.
-  void HideRunLine() { hasRunLine_ = false; }
+  void HideRunLine();
   /// When a sample of the run was taken; empty where that is not known.
   QString TimeWords(double sample) const;
   /// Page Up and Page Down in a graph press these buttons while either is enabled; else they move the view.
@@ -59,7 +59,8 @@ class GraphPair : public QWidget {
   std::string RunText() const;
 
   std::vector<platform::CWGraph*> graphs_;  ///< from top to bottom, one for each axis
-  QLabel* lblRun_;  ///< which file, logger and launch the curves belong to, and how long they are
+  QLabel*
+      lblRun_;  ///< which file, logger and launch the curves belong to, and how long they are; or what to do
   bool hasRunLine_ = true;
   std::filesystem::path file_;
   std::string stem_, words_;  ///< of the file and what is drawn of it

@@ -149,8 +149,7 @@ std::string SamplesCsv(const View& view) {
       csv.append(",").append(run.axes[i].name).append(run.axes[i].unit.empty() ? "" : " angle");
   }
   csv += canHoldPushes ? ",Push\r\n" : "\r\n";
-  const auto end = std::min(view.last + 1, run.Size() - run.UnwrittenEnd());
-  for (auto i = view.first; i < end; ++i) {
+  for (auto i = view.first, end = view.End(); i < end; ++i) {
     const bool isPush = run.IsPush(i);
     csv += std::to_string(i);
     if (view.secondsAt)
@@ -167,8 +166,10 @@ std::string PushTable(const View& view, char decimalPoint) {
   const auto& run = view.run;
   std::string table;
   const auto add = [&](const Cells& cells, const std::string& x, const std::string& y) {
-    for (const auto& cell : cells) table += cell + "\t";
-    table += x + "\t" + y + "\n";
+    std::string row;
+    for (const auto& cell : cells) row += cell + "\t";
+    std::ranges::replace(row += x + "\t" + y + "\n", '.', decimalPoint);
+    table += row;
   };
   add(PushCells(view, nullptr), "X before", "Y before");
   for (const auto& push : view.Pushes()) {
@@ -178,9 +179,7 @@ std::string PushTable(const View& view, char decimalPoint) {
     const bool isKnown =
         !run.IsPush(before) && files::PeriodsAt(run, push) - files::PeriodsAt(run, place) == push - place;
     const auto angle = [&](std::size_t axis) {
-      auto text = isKnown ? values::TenthsText(run.tenths[axis][before]) : "";
-      std::ranges::replace(text, '.', decimalPoint);
-      return text;
+      return isKnown ? values::TenthsText(run.tenths[axis][before]) : "";
     };
     add(PushCells(view, &push), angle(0), angle(1));
   }
@@ -201,8 +200,7 @@ Histogram HistogramInView(const View& view, std::size_t axis) {
   const auto first = stepOf(numbers.min);
   Histogram histogram{step, (static_cast<double>(first) + 0.5) * step - below, {}};
   histogram.shares.resize(static_cast<std::size_t>(stepOf(numbers.max) - first) + 1);
-  const auto end = std::min(view.last + 1, view.run.Size() - view.run.UnwrittenEnd());
-  for (auto i = view.first; i < end; ++i)
+  for (auto i = view.first, end = view.End(); i < end; ++i)
     if (!view.run.IsPush(i))
       ++histogram.shares[static_cast<std::size_t>(stepOf(view.run.tenths[axis][i]) - first)];
   for (auto& share : histogram.shares) share *= 100 / std::max(1.0, static_cast<double>(numbers.counted));
@@ -220,8 +218,7 @@ std::string HeadText(const std::string& fileName, const files::RunFacts& facts, 
   if (facts.frequency) tell("Rate", values::PlainNumberText(*facts.frequency) + " samples a second");
   tell("Run", words);
   if (view == nullptr) return text + "</table>";
-  const auto written = view->run.Size() - view->run.UnwrittenEnd();
-  const auto last = written > view->first ? std::min(view->last, written - 1) : view->last;
+  const auto last = view->LastWritten();
   auto range = "samples " + std::to_string(view->first) + " to " + std::to_string(last);
   const auto timeOf = [&](std::size_t sample) {
     return view->lengthText(view->secondsAt(static_cast<double>(sample)));
@@ -256,7 +253,7 @@ std::string FiguresText(const View& view, std::span<const double> limits) {
     if (numbers.crosses)
       notes += name + " crosses ±180°, so it has no min, mean, max and standard deviation. ";
   }
-  notes += values::CountText(numbers.counted) + " samples counted";
+  notes += Count(numbers.counted, "sample", "samples") + " counted";
   const auto leftOut = LeftOutText(numbers.pushes, numbers.unwritten);
   if (!leftOut.empty()) notes += ", left out: " + leftOut;
   if (numbers.pushes > 0) notes += "; a push has no angles";

@@ -51,6 +51,10 @@ struct View {
   std::function<std::string(double seconds)> clockText{};  ///< date and time of day, so long after the launch
 
   std::span<const double> Pushes() const;
+  /// One past the last sample in view that was written.
+  std::size_t End() const { return std::min(last + 1, run.Size() - run.UnwrittenEnd()); }
+  /// The last sample in view, of those that were written if there is one.
+  std::size_t LastWritten() const { return End() > first ? End() - 1 : last; }
 };
 
 /// A line for each sample, with a head and CR LF: number, seconds to the millisecond, each axis that was

@@ -54,9 +54,9 @@ class GraphBP : public graph::DataScreen {
     auto* row = new QHBoxLayout(frame);
     row->addWidget(platform::MakeLabel("Label1", "Number", frame, txtBPNumber));
     row->addWidget(txtBPNumber);
-    row->addWidget(lblPush_);
     row->addWidget(platform::MakeLabel("Label2", "Point", frame, txtBPValue));
     row->addWidget(txtBPValue);
+    row->addWidget(lblPush_);
     row->addWidget(cmdBack);
     row->addWidget(platform::MakeLabel("Label3", "<--Scroll-->", frame));
     row->addWidget(cmdForward);

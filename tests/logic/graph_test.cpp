@@ -129,6 +129,8 @@ TEST(View, ListsItsPushesWithTheSampleBefore) {
                 "2\t172\t23s\t12:00+23s\t60,5\t-20,5\n3\t264\t53s\t12:00+53s\t\t\n"
                 "4\t265\t53s\t12:00+53s\t\t\n5\t304\t58s\t12:00+58s\t60,5\t-20,5\n");
   auto view = ViewOf(run, 0, 527);
+  view.lengthText = [](double) { return "0:00:05.3"; };
+  EXPECT_NE(graph::PushTable(view, ',').find("1\t40\t0:00:05,3\t"), std::string::npos);
   view.secondsAt = nullptr;
   view.clockText = nullptr;
   const auto untimed = graph::PushTable(view, '.');
@@ -156,6 +158,9 @@ TEST(View, IsReportedInFiguresAndHistograms) {
       "rounded to one decimal.|");
   EXPECT_TRUE(Plain(graph::FiguresText(ViewOf(run, 40, 40), std::vector<double>{0, 0}))
                   .find("|X|-|-|-|-|0°|-|-|Y|-") != std::string::npos);
+  EXPECT_TRUE(
+      Plain(graph::FiguresText(ViewOf(run, 41, 41), std::vector<double>{0, 0})).find("|1 sample counted.") !=
+      std::string::npos);
   const auto late = ViewOf(run, 264, 527);
   const auto head = Plain(graph::HeadText("a", {"417", "c", 7.5}, "b", &late));
   EXPECT_EQ(head,

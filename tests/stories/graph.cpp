@@ -234,6 +234,9 @@ TEST_F(GraphStory, BinPairsArePagedThrough) {
     const auto drawn = std::string(greatest) == "33" ? "pages 3 and 4" : "pages 1 and 2";
     EXPECT_TRUE(Text("lblRun").ends_with(drawn)) << Text("lblRun");
   }
+  WriteFile(DataFile("f.qbx"), Replaced(BinFile(4), "/2004", "/2005"));
+  Press("Previous");
+  EXPECT_TRUE(Text("lblRun").starts_with("f.qbx: launched 2005")) << "the file is another one by now";
 }
 
 TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
@@ -251,7 +254,8 @@ TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
   Open(BinFile(1));
   Reads(EndOfFile);
   Open(Header("0") + Record("1", 132, "7") + Record("3", 132, "8"));
-  EXPECT_TRUE(Text("lblRun").ends_with("pages 1 and 3; page 2, which belongs to the first, is not there"));
+  EXPECT_TRUE(
+      Text("lblRun").ends_with("pages 1 and 3; page 2, which belongs to the first, does not follow it"));
 }
 
 struct ReviewStory : GraphScreen {

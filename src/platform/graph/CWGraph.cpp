@@ -70,6 +70,9 @@ CWGraph::~CWGraph() { delete plot_; }
 void CWGraph::BuildPlot() {
   plot_->setAttribute(Qt::WA_TransparentForMouseEvents);  // this widget handles the mouse
   plot_->setFocusPolicy(Qt::NoFocus);
+  auto plain = QLocale::c();  // as the numbers in words
+  plain.setNumberOptions(QLocale::OmitGroupSeparator);
+  plot_->setLocale(plain);
   plot_->setAttribute(Qt::WA_OpaquePaintEvent, false);  // else a paler graph shows what was there before
   plot_->axisRect()->setupFullAxesBox();
   plot_->xAxis2->setTicks(false);

@@ -36,7 +36,9 @@ double PixelSize(const QCPAxis& axis) {
 }
 
 QString Hint() {
-  return QStringLiteral("Wheel: zoom   Drag: move   Right drag: zoom in   Double click: whole run");
+  return QStringLiteral(
+      "Wheel: zoom   Drag: move   Right drag: zoom in   Double click: whole run   Right click: report, "
+      "pictures and more");
 }
 
 }  // namespace

@@ -71,9 +71,13 @@ void CWGraph::BuildMenu() {
            [this] { Print(SuggestedName(Extent::This), Rows(Extent::This), false); });
   allEntries_ = {menu_->addSeparator(), AddEntry(tr("C&opy Both"), {}, [copy] { copy(Extent::All); }),
                  AddEntry(tr("Sa&ve Both As..."), {}, [this] { SaveByUser(Extent::All); }),
-                 AddEntry(tr("P&rint Both..."), {},
+                 AddEntry(tr("Print &Both..."), {},
                           [this] { Print(SuggestedName(Extent::All), Rows(Extent::All), false); })};
-  AskPrinter = [this](QPrinter& printer) { return QPrintDialog(&printer, this).exec() == QDialog::Accepted; };
+  AskPrinter = [this](QPrinter& printer) {
+    QPrintDialog dialog(&printer, this);
+    dialog.setWindowTitle(tr("Print %1").arg(printer.docName()));
+    return dialog.exec() == QDialog::Accepted;
+  };
 }
 
 void CWGraph::AddMenuEntry(const QString& caption, const std::function<void()>& action,

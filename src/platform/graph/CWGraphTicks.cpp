@@ -89,7 +89,7 @@ void SetTickers(QCustomPlot& plot, PlotStyle style, const std::optional<SampleTi
 QString CWGraphNumber(double value) {
   auto plain = QLocale::c();
   plain.setNumberOptions(QLocale::OmitGroupSeparator);
-  return plain.toString(value == 0 ? 0.0 : value, 'g', 7);
+  return plain.toString(value == 0 ? 0.0 : value, 'g', 12);
 }
 
 }  // namespace bexlow::platform
