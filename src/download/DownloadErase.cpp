@@ -286,8 +286,8 @@ class DownloadErase : public Form {
 
   platform::Activity Activity() const {
     const bool asks = MSComm1.RThreshold() > 0 || resting_.Enabled();
-    if (!asks) return {"Download has stopped", page_};
-    if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page_};
+    if (!asks) return {"Download has stopped", page_, ", ", true};
+    if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page_, ", ", true};
     return {"Downloading", page_ + (timeLeft_.empty() ? "" : ", " + timeLeft_ + " left")};
   }
 

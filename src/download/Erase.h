@@ -38,12 +38,12 @@ class Erase {
 
   /// The number in the box; until one is there, none is known.
   platform::Activity Activity() const {
-    if (!TimerErase.Enabled()) return {"The erase has stopped", ""};
+    if (!TimerErase.Enabled()) return {"The erase has stopped", "", "", true};
     const auto count = txtInBufferSize->text().toStdString();
     const auto bytes = count.empty() ? "" : count + " of " + std::to_string(CompleteAtBytes) + " bytes";
     const auto silent = pace_.SilentSeconds();
     if (silent < link::SilentAfterSeconds) return {"Erasing", bytes};
-    return {"Nothing heard of the erase", "for " + std::to_string(silent) + " s; " + bytes, " "};
+    return {"Nothing heard of the erase", "for " + std::to_string(silent) + " s; " + bytes, " ", true};
   }
 
   /// Stops watching without a message, when the screen is left.

@@ -1,6 +1,7 @@
 // The run of a download while it arrives: its header values, and its pages as graphs.
 #pragma once
 
+#include "files/LinearCsv.h"
 #include "graph/GraphPair.h"
 #include "platform/controls/Controls.h"
 #include "platform/machine/Machine.h"
@@ -68,6 +69,7 @@ class RunPreview : public QWidget {
 
   /// Shows the file that the pages go to, and empty graphs.
   void Begin(const std::string& fileName) {
+    fileName_ = fileName;
     SetText(txtDataFile, std::filesystem::path(fileName).filename().string());
     platform::SetPlainToolTip(txtDataFile, QString::fromStdString(fileName));
     lost_.clear();
@@ -116,6 +118,7 @@ class RunPreview : public QWidget {
   void End() {
     if (!drawn_) Draw();
     for (auto* graph : {graphs_->CWGraph1, graphs_->CWGraph2}) graph->SetInteractive(true);
+    if (!graphs_->isHidden()) TellPages();
     lblHelp->setVisible(graphs_->isHidden());
   }
 
@@ -136,6 +139,17 @@ class RunPreview : public QWidget {
     return text;
   }
 
+  /// Of a CSV file that this download has not written: it may hold another logger's run.
+  std::string OlderCsv() const {
+    try {
+      const std::filesystem::path csv = files::CsvFileName(fileName_), file = fileName_;
+      if (std::filesystem::last_write_time(csv) >= std::filesystem::last_write_time(file)) return {};
+      return " " + csv.filename().string() + " is older than this file and belongs to an earlier download.";
+    } catch (const std::system_error&) {  // there is none
+      return {};
+    }
+  }
+
   void TellPages() {
     const auto lost = values::CountText(static_cast<std::int64_t>(lost_.size())) + " lost";
     SetText(txtPages,
@@ -146,7 +160,8 @@ class RunPreview : public QWidget {
     if (!late_.empty())
       remark += "Asked again for " + Listed(late_) +
                 "; a page may be in the file twice, and those after it under a number too high.";
-    lblRemark->setText(QString::fromStdString(remark));
+    remark += OlderCsv();
+    lblRemark->setText(QString::fromStdString(remark).trimmed());
     lblRemark->setVisible(!remark.empty());
   }
 
@@ -180,7 +195,7 @@ class RunPreview : public QWidget {
   QLineEdit* txtSerialNumber = AddBox("txtSerialNumber", "", "Serial Number");
   QLineEdit* txtFirmwareVersion = AddBox("txtFirmwareVersion", "", "Firmware");
   QLineEdit* txtSamplingFrequency = AddBox("txtSamplingFrequency", "", "Frequency");
-  std::string header_;  ///< as in the file
+  std::string fileName_, header_;  ///< the header as in the file
   bool bins_ = false, hasLayout_ = true;
   int channels_ = 0;
   std::int32_t page_ = 0;  ///< the last one stored

@@ -25,6 +25,7 @@ struct Activity {
   std::string phase;         ///< "Writing": read aloud when it changes
   std::string details;       ///< "cell 12 of 46, 17 s left": shown behind it
   std::string joint = ", ";  ///< stands between the two
+  bool warns = false;        ///< the exchange does not go on
   std::string Text() const { return details.empty() ? phase : phase + joint + details; }
 };
 
