@@ -49,7 +49,8 @@ class Calibrate : public link::SamplingScreen {
         "lblHint",
         "Choose Sample from the Data menu and turn the logger slowly through all its positions, so that "
         "each axis points straight up and straight down once. Choose Sample again to stop, then Write "
-        "to store offset and gain in the logger.",
+        "to store offset and gain in the logger. Sampling switches the shaker off, and it stays off: set "
+        "Shaker Enable to 1 on Configuration afterwards if the wearer is to feel it.",
         this);
     hint->setWordWrap(true);
     auto* frame = MakeFrame("fraAcc", "Accelerometers", this);

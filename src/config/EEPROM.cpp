@@ -53,6 +53,7 @@ class EEPROM : public Form {
     Build();
     TimerEEPROM.OnTimer = [this] { TimerEEPROM_Timer(); };
     OnCloseRequest = [this] { cmdOK_Click(); };
+    OnListening = [this] { return platform::Activity{done_, ""}; };
   }
 
  private:
@@ -129,6 +130,7 @@ class EEPROM : public Form {
       const auto reply = MSComm1.Input();
       if (reply.size() == 1) {
         txtValue->setText(QString::number(reply.front()));
+        done_ = "Cell " + std::to_string(Address()) + " holds " + std::to_string(reply.front());
       } else {
         shared::TellFailure("Read EEPROM error: packet length is <> 1 byte!");
       }
@@ -143,7 +145,9 @@ class EEPROM : public Form {
       MousePointer(Pointer::Busy);
       EnableControls(false);
       link::OpenCommPort(MSComm1, *this);
-      link::Send(MSComm1, link::WriteEeprom(Address(), ByteOf(txtValue->text())));
+      const int value = ByteOf(txtValue->text());
+      link::Send(MSComm1, link::WriteEeprom(Address(), value));
+      done_ = std::to_string(value) + " was sent to cell " + std::to_string(Address()) + ", Read checks it";
       EndOperation();
     });
   }
@@ -155,6 +159,7 @@ class EEPROM : public Form {
     });
   }
 
+  std::string done_;  ///< what was read or written last
   MSComm MSComm1{*this, "MSComm1"};
   Timer TimerEEPROM{*this, "TimerEEPROM", ReplyBudgetMs};
   CWNumEdit* NumEditAddress = new CWNumEdit(this);

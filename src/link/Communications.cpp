@@ -85,12 +85,13 @@ Bytes ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Bloc
 std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std::string& exchange) {
   constexpr double SilentAfterSeconds = 2;
   if (comm.RThreshold() == 0 || comm.InBufferCount() > 0) return std::nullopt;
-  if (!comm.AskedAt()) return platform::Activity{exchange + " has stopped", ""};
+  if (!comm.AskedAt()) return platform::Activity{exchange + " has stopped", "", "", true};
   const double seconds = std::floor(platform::SecondsSince(*comm.AskedAt()));
   if (seconds < SilentAfterSeconds) return std::nullopt;
   return platform::Activity{
       "No reply from the logger",
-      "silent for " + values::DurationText(seconds) + ", check the cable, return and open the screen again"};
+      "silent for " + values::DurationText(seconds) + ", check the cable, return and open the screen again",
+      ", ", true};
 }
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> firstSteps,

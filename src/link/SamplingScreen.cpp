@@ -90,12 +90,13 @@ bool SamplingScreen::HasStopped() const {
 }
 
 platform::Activity SamplingScreen::Activity() {
-  if (HasStopped()) return {"Sampling has stopped", "choose Sample to end it, and again to start anew"};
+  if (HasStopped())
+    return {"Sampling has stopped", "choose Sample to end it, and again to start anew", ", ", true};
   const auto silent = pace_.SilentSeconds();
   if (silent >= SilentAfterSeconds && MSComm1.InBufferCount() < threshold_)
     return {"No sample",
             "for " + values::DurationText(static_cast<double>(silent)) + ", check the cable and start again",
-            " "};
+            " ", true};
   const auto rate = pace_.PerSecond();
   return {"Sampling", rate > 0 ? SamplesText(rate) + " a second" : ""};
 }

@@ -70,6 +70,8 @@ class Angles : public RecordingScreen {
     axis.dial = MakeDial(axis.row, frame);
     axis.cmdTare =
         MakeButton(axis.row.cmdTare, axis.row.untareCaption, [this, &axis] { cmdTare_Click(axis); });
+    axis.cmdTare->setToolTip(
+        "While sampling: Untare clears the tare in the logger, Tare takes the angle on show.");
     auto* column = new QVBoxLayout(frame);
     column->addWidget(axis.dial, 1);
     column->addWidget(axis.cmdTare, 0, Qt::AlignHCenter);

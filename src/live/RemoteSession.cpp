@@ -130,7 +130,7 @@ class RemoteSession : public link::SamplingScreen {
     int row = grid.rowCount();
     grid.addWidget(optRemoteHost1, row, 0);
     grid.addLayout(AddNumbers(txtRH, "txtRH", "Remote Host", false, frame), row, 1, 1, SpanOfBox);
-    txtRH5 = MakeTextBox("txtRH5", "Remote Host 5", frame);
+    txtRH5 = MakeTextBox("txtRH5", "Remote Host by name", frame);
     grid.addWidget(optRemoteHost2, ++row, 0);
     grid.addWidget(txtRH5, row, 1, 1, SpanOfBox);
   }
@@ -140,6 +140,7 @@ class RemoteSession : public link::SamplingScreen {
     txtSend = AddText(*texts, "txtSend", "Send", "cmdClearSend", [this] { cmdClearSend_Click(); });
     txtReceive = AddText(*texts, "txtReceive", "Receive", "cmdClearReceive", [this] { txtReceive->clear(); });
     txtReceive->setReadOnly(true);
+    txtReceive->setPalette(txtWhoAmI->palette());  // the ground of what only the program fills
     auto* dials = new QHBoxLayout;
     for (auto& axis : axes_) dials->addWidget(MakeAxis(axis));
     AddAngleStrips(*strips_);
@@ -271,10 +272,11 @@ class RemoteSession : public link::SamplingScreen {
     if (!words) return;
     TakeAngles(*words, *strips_);
     sampleDue_ = true;
+    sends_ = false;
     if (!optSend->isChecked()) return;
     OutgoingText = QString::fromStdString(Datagram(Shared.LiveSample.AngleX, Shared.LiveSample.AngleY));
     sendTextDue_ = true;
-    Transmit(OutgoingText);
+    sends_ = Transmit(OutgoingText);
   }
 
   void Show() override {
@@ -308,10 +310,12 @@ class RemoteSession : public link::SamplingScreen {
   }
 
   // If sending fails, this datagram is lost and sampling goes on.
-  void Transmit(const QString& text) {
+  bool Transmit(const QString& text) {
     try {
-      udpPeerA.SendData(DatagramBytes(text));
-    } catch (const std::exception&) {}
+      return udpPeerA.SendData(DatagramBytes(text));
+    } catch (const std::exception&) {
+      return false;
+    }
   }
 
   // Datagrams from any sender are shown; what is not a pair of angles is ignored.
@@ -339,6 +343,14 @@ class RemoteSession : public link::SamplingScreen {
     axis.dial->Value(angle.whole, shared::Shown(angle.sent));
   }
 
+  platform::Activity Activity() override {
+    auto activity = SamplingScreen::Activity();
+    if (activity.phase != "Sampling") return activity;
+    activity.details += activity.details.empty() ? "" : ", ";
+    activity.details += sends_ ? "sending to " + Beginning(udpPeerA.RemoteHost()) : "not sending";
+    return activity;
+  }
+
   platform::Activity Listening() {
     if (mnuSample->isEnabled()) return {};  // the role is to send
     if (!received_) return {"Nothing received yet", ""};
@@ -355,6 +367,7 @@ class RemoteSession : public link::SamplingScreen {
   // Whether the boxes are to be shown anew: txtSend, txtX and txtY with a sample, or with what was received.
   bool sendTextDue_ = false, sampleDue_ = false, anglesDue_ = false;
   std::optional<std::string> datagram_;  ///< not in txtReceive yet
+  bool sends_ = false;                   ///< the last sample was sent
   QString sentText_;                     ///< what txtSend held when it changed last
   ReceivedAngle ReceivedX, ReceivedY;
   std::optional<link::Pace> received_;  ///< of datagrams, since the role was chosen

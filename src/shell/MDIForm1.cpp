@@ -98,8 +98,12 @@ void StatusLine::Connection(const std::string& text) {
 void StatusLine::TellConnection() {
   const int comm = shared::Shared.CurrentCommPort;
   std::string text = connection_;
-  if (text.starts_with("Connected") && Machine::Get().DescribePort(comm).description == NoSuchDevice)
-    text = "The adapter of Comm " + std::to_string(comm) + " is gone";
+  if (text.starts_with("Connected")) {
+    const auto [device, description] = Machine::Get().DescribePort(comm);
+    text = description == NoSuchDevice ? "The adapter of Comm " + std::to_string(comm) + " is gone"
+           : device.empty()            ? text
+                                       : text + ", " + device;
+  }
   SetText(*lblConnection, text, QWIDGETSIZE_MAX);
 }
 
@@ -111,9 +115,13 @@ void StatusLine::Refresh() {
   const auto current = told == nullptr ? Activity{} : told->Doing();
   const auto activity = current.Text();
   if (current.phase != phase_) lblActivity->setAccessibleName(QString::fromStdString(phase_ = current.phase));
+  auto font = bar_.font();
+  font.setBold(current.warns);
+  lblActivity->setFont(font);
   const auto& failure = shared::Shared.LastFailure;
-  // It may come of an adapter that was pulled out; a port that opens again clears it.
-  if (std::exchange(failure_, failure) != failure) TellConnection();
+  // A failure may come of an adapter that was pulled out, and an exchange may open another one.
+  const bool isNew = std::exchange(failure_, failure) != failure;
+  if (std::exchange(engaged_, engaged) != engaged || isNew) TellConnection();
   const int free = bar_.width() - lblConnection->width() - Margins;
   const int forFailure =
       std::min(Need(*lblFailure, failure), std::max(free / 2, free - Need(*lblActivity, activity)));

@@ -27,7 +27,7 @@ class StatusLine {
   StatusLine(const StatusLine&) = delete;
   StatusLine& operator=(const StatusLine&) = delete;
 
-  /// What is known of the logger, such as "Connected on Comm 5".
+  /// What is known of the logger, such as "Connected on Comm 5"; to this the device is added.
   void Connection(const std::string& text);
   /// Asks the engaged screen what it is doing. Happens of itself four times a second.
   void Refresh();
@@ -40,6 +40,7 @@ class StatusLine {
   QLabel* lblActivity;
   QLabel* lblFailure;
   std::string phase_, connection_, failure_;
+  const platform::Form* engaged_ = nullptr;  ///< when the line was told last; only to be compared
   std::unique_ptr<platform::Alarm> alarm_;
 };
 

@@ -166,6 +166,7 @@ class Main : public Form {
   void LoggerReached(bool reached) {
     reachedPort_ = reached ? shared::Shared.CurrentCommPort : std::int16_t{0};
     sentOff_.clear();
+    warns_ = false;
     mnuTools->setEnabled(reached);
     mnuDisplay->setEnabled(reached);
     ShowHint();
@@ -181,12 +182,16 @@ class Main : public Form {
     if (page < NearTheEnd)
       sentOff_ = page ? QString("The erase was heard to page %1 of %2 only.").arg(*page).arg(files::LastPage)
                       : "The logger sent nothing during the erase.";
-    if (page < NearTheEnd) sentOff_ += " Connect again and look before you hand it out.";
+    warns_ = page < NearTheEnd;
+    if (warns_) sentOff_ += " Connect again and look before you hand it out.";
     ShowHint();
   }
 
   // The status line names the device as well as the port, since two loggers may be plugged in.
   void ShowHint() {
+    auto letters = font();
+    letters.setBold(warns_);
+    lblHint->setFont(letters);
     if (!mnuTools->isEnabled() || shared::Shared.CurrentCommPort == 0) {
       outer_.Status().Connection("No logger connected");
       return lblHint->setText(
@@ -199,10 +204,10 @@ class Main : public Form {
       outer_.Status().Connection(port + " selected, no logger has answered there yet");
       return lblHint->setText("Choose Connect from the File menu, so that the logger is asked.");
     }
-    const auto device = Machine::Get().DescribePort(shared::Shared.CurrentCommPort).device;
-    outer_.Status().Connection("Connected on " + port + (device.empty() ? "" : ", " + device));
-    lblHint->setText(QString::fromStdString("The logger answered on " + port +
-                                            ". The Tools menu leads to its settings and its data."));
+    outer_.Status().Connection("Connected on " + port);
+    lblHint->setText(
+        QString::fromStdString("The logger answered on " + port +
+                               ". Tools leads to launch, settings and download, Display to live readings."));
   }
 
   MDIForm1& outer_;
@@ -213,6 +218,7 @@ class Main : public Form {
   QAction* mnuRemote = nullptr;
   QLabel* lblHint = nullptr;
   QString sentOff_;               ///< what was seen of the last launch, until a logger is asked again
+  bool warns_ = false;            ///< something was wrong with it
   std::int16_t reachedPort_ = 0;  ///< where a logger answered last
   CommonDialog CommonDialog1;
   link::Launch launch_;

@@ -141,6 +141,12 @@ TEST_F(ConnectStory, AfterAStoreThatCannotBeWrittenThePortOfBeforeIsNotCalledCon
   Press("OK");
   const auto* status = outer->findChild<QLabel*>("lblConnection");
   EXPECT_EQ(status->text(), "Connected on Comm 1, /dev/virtual1");
+  machine.devices = "/dev/other";
+  Choose("Tools", "Configuration");
+  machine.Pass(300ms);
+  EXPECT_EQ(Status("lblConnection"), "Connected on Comm 1, /dev/other1")
+      << "the device that the exchange has opened";
+  Choose("File", "Return");
   const auto settings = machine.ProgramFolder() / "settings";
   std::filesystem::remove_all(settings);
   WriteFile(settings, "a file in the way");

@@ -49,6 +49,7 @@ class VirtualMachine : public platform::Machine {
     peers_[comm] = &peer;
   }
   void Unplug(int comm) { peers_.erase(comm); }        ///< the device vanishes, also while it is open
+  std::string devices = "/dev/virtual";                ///< their paths, without the Comm number
   std::set<int> taken;                                 ///< Comm numbers that another program holds
   platform::LocalTime clock{2004, 2, 3, 14, 5, 9, 0};  ///< the local time at virtual time 0
   void WillAnswer(Answer answer) { answers_.push_back(answer); }
@@ -114,7 +115,7 @@ class VirtualMachine : public platform::Machine {
   void Repaint() override {}
   platform::PortInfo DescribePort(int comm) override {
     const auto* told = peers_.contains(comm) ? "virtual adapter" : "no such device";
-    return {"/dev/virtual" + std::to_string(comm), told};
+    return {devices + std::to_string(comm), told};
   }
   std::unique_ptr<platform::SerialLine> OpenSerial(int comm, std::function<void(Bytes)> received) override {
     if (!peers_.contains(comm)) throw std::system_error(ENOENT, std::generic_category(), "no such device");

@@ -76,15 +76,16 @@ class Winsock {
     EventGate::Get().Withdraw(this);
   }
 
-  /// Sends one datagram. Nothing happens while the peer is not known. Throws std::system_error if the socket
-  /// is not bound, there is no remote port, or the system refuses the datagram.
-  void SendData(const std::string& text) {
+  /// Sends one datagram; false, and nothing happens, while the peer is not known. Throws std::system_error if
+  /// the socket is not bound, there is no remote port, or the system refuses the datagram.
+  bool SendData(const std::string& text) {
     if (LocalPort() == 0) Throw(std::errc::not_connected, "The socket is not bound");
     if (!IsPort(remotePort_))
       Throw(std::errc::invalid_argument, "Remote port " + std::to_string(remotePort_));
-    if (peerState_ != Peer::Known) return;
+    if (peerState_ != Peer::Known) return false;
     const auto size = static_cast<qint64>(text.size());
-    if (socket_->writeDatagram(text.data(), size, peer_, static_cast<quint16>(remotePort_)) == size) return;
+    if (socket_->writeDatagram(text.data(), size, peer_, static_cast<quint16>(remotePort_)) == size)
+      return true;
     Throw(CodeOf(socket_->error()), socket_->errorString().toStdString());
   }
   /// The datagram of the running DataArrival.

@@ -82,9 +82,8 @@ QStringList NameFilters(const std::string& filter) {
 // A name without a suffix gets that of the filter on show. Without a default suffix it is taken as typed.
 void LetFilterGiveSuffix(QFileDialog& dialog, const QString& defaultSuffix) {
   if (defaultSuffix.isEmpty()) {
-    auto* name = dialog.findChild<QLineEdit*>("fileNameEdit");
     if (dialog.acceptMode() == QFileDialog::AcceptSave)
-      name->setPlaceholderText("name.qbx: no ending is added");
+      dialog.setLabelText(QFileDialog::FileName, "File &name, with .qbx:");
     return;
   }
   const auto follow = [&dialog, defaultSuffix](const QString& nameFilter) {
