@@ -10,7 +10,7 @@ struct AccStory : LiveStory {
 };
 
 TEST_F(AccStory, ShowsReadingsClearsThemAtTheStopAndAClickHoldsTheStrips) {
-  auto& strip = The<platform::CWGraph>("stripX");
+  auto& strip = The<CWGraph>("stripX");
   const auto onStrip = [&] { return strip.Values().empty() ? 0.0 : strip.Values().back(); };
   const auto shown = [this] {
     std::string texts;

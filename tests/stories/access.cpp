@@ -21,7 +21,7 @@ struct AccessStory : Story {
     machine.Pass(2s);
     machine.boxes.clear();
     ASSERT_EQ(ScreenInFront(), screen);
-    auto& form = *platform::Form::Active();
+    auto& form = *Form::Active();
     const auto stops = Stops(form);
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&form)->role() == QAccessible::Dialog, form.isWindow());
     EXPECT_TRUE(form.focusWidget() == &form || std::ranges::count(stops, form.focusWidget()) == 1)
@@ -46,7 +46,7 @@ struct AccessStory : Story {
       EXPECT_TRUE(menu->title().contains('&')) << menu->title().toStdString() << " has no key";
   }
   static void ExpectFirstOnWhatDoesSomething() {
-    auto& form = *platform::Form::Active();
+    auto& form = *Form::Active();
     const auto does = [](const QWidget* stop) {
       return stop->isEnabled() && !stop->property("readOnly").toBool();
     };

@@ -24,9 +24,8 @@ struct Configuration : Story {
   bool Selected(const char* option) { return The<QAbstractButton>(option).isChecked(); }
   void ExpectBusy(bool busy) {
     EXPECT_EQ(PointerIsBusy(), busy);
-    EXPECT_NE(Offered("File", "Read"), busy);
-    EXPECT_NE(Offered("File", "Write"), busy);
-    EXPECT_NE(Offered("Tools", "Show Min"), busy);
+    EXPECT_EQ(std::tuple(Offered("File", "Read"), Offered("File", "Write"), Offered("Tools", "Show Min")),
+              std::tuple(!busy, !busy, !busy));
     EXPECT_TRUE(Offered("File", "Return"));
   }
 };
@@ -34,8 +33,7 @@ struct Configuration : Story {
 TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
   Open();
   ExpectBusy(true);
-  EXPECT_EQ(Text("NumEdit30"), "0") << "below its limit";
-  EXPECT_FALSE(The("NumEdit30").isEnabled()) << "its 0 is no setting";
+  EXPECT_TRUE(Text("NumEdit30") == "0" && !The("NumEdit30").isEnabled()) << "below its limit, so no setting";
   EXPECT_FALSE(Selected("opt75Hz") || Selected("opt15Hz"));
   machine.Pass(1100us);
   ExpectProgress("Reading 3", 1);
@@ -43,36 +41,27 @@ TEST_F(Configuration, OpeningReads53CellsOneByOneAndFillsTheScreen) {
   FinishRead();
   ExpectProgress("Progress", 0);
   ExpectBusy(false);
-  EXPECT_TRUE(The("NumEdit30").isEnabled());
-  EXPECT_EQ(platform::Form::Active()->focusWidget(), &The("NumEdit2"));
-  EXPECT_FALSE(machine.AnyPortOpen());
+  EXPECT_TRUE(The("NumEdit30").isEnabled() && !machine.AnyPortOpen());
+  EXPECT_EQ(Form::Active()->focusWidget(), &The("NumEdit2"));
 
   ASSERT_EQ(machine.wire.size(), 2 * 53u);
-  const auto start = machine.wire.front().at;
-  const auto perCell = 12ms + 2 * ByteTime;  // nothing waits between a reply and the next request
   for (int i = 0; i < 53; ++i) {
-    SCOPED_TRACE(i);
     const auto* request = &machine.wire[static_cast<std::size_t>(2 * i)];
-    EXPECT_EQ(request[0].byte, 'r');
-    EXPECT_EQ(request[0].at - start, perCell * i);
-    EXPECT_EQ(request[1].byte, Cells[i]);
-    EXPECT_EQ(request[1].at - request[0].at, 12ms);
+    EXPECT_EQ(std::tuple(request[0].byte, request[1].byte), std::tuple('r', Cells[i]));
+    // Nothing waits between a reply and the next request.
+    EXPECT_EQ(request[0].at - machine.wire[0].at, (12ms + 2 * ByteTime) * i) << i;
+    EXPECT_EQ(request[1].at - request[0].at, 12ms) << i;
   }
 
-  for (const auto& [name, text] :
-       {std::pair{"NumEdit2", "323"}, std::pair{"NumEdit4", "408"}, std::pair{"NumEdit14", "-20.001"},
-        std::pair{"NumEdit18", "-180.000"}, std::pair{"NumEdit24", "90.000"}, std::pair{"NumEdit30", "3"},
-        std::pair{"NumEdit68", "515"}, std::pair{"txtSerialNumber", "417"}, std::pair{"txtMonth", "3"},
-        std::pair{"txtDay", "9"}, std::pair{"txtYear", "2004"}, std::pair{"txtSecond", "7"}})
-    EXPECT_EQ(Text(name), text) << name;
-  EXPECT_NEAR(The<platform::CWNumEdit>("NumEdit14").Value(), -20.00122, 0.000005)
-      << "not rounded to what is shown";
+  EXPECT_EQ(Texts("NumEdit2", "NumEdit4", "NumEdit14", "NumEdit18", "NumEdit24", "NumEdit30", "NumEdit68"),
+            "323|408|-20.001|-180.000|90.000|3|515|");
+  EXPECT_EQ(Texts("txtSerialNumber", "txtMonth", "txtDay", "txtYear", "txtSecond"), "417|3|9|2004|7|");
+  EXPECT_NEAR(The<CWNumEdit>("NumEdit14").Value(), -20.00122, 0.000005) << "not rounded to what is shown";
   for (const auto& [byte, is75] : {std::pair{75, true}, {15, false}, {75, true}, {255, false}}) {
     logger.eeprom[102] = static_cast<std::uint8_t>(byte);
     Choose("File", "Read");
     FinishRead();
-    EXPECT_EQ(Selected("opt75Hz"), is75) << byte;
-    EXPECT_EQ(Selected("opt15Hz"), !is75) << byte;
+    EXPECT_EQ(std::pair(Selected("opt75Hz"), Selected("opt15Hz")), std::pair(is75, !is75)) << byte;
   }
 }
 
@@ -80,13 +69,13 @@ TEST_F(Configuration, PageKeysScrollThePageAndChangeNoValue) {
   OpenAndRead();
   outer->resize(800, 400);
   QCoreApplication::processEvents();
-  EXPECT_EQ(platform::Form::Active()->focusWidget(), &The("NumEdit2"));
-  auto& bar = *platform::Form::Active()->findChild<QScrollArea*>()->verticalScrollBar();
+  EXPECT_EQ(Form::Active()->focusWidget(), &The("NumEdit2"));
+  auto& bar = *Form::Active()->findChild<QScrollArea*>()->verticalScrollBar();
   Key(Qt::Key_PageDown);
   EXPECT_GT(bar.value(), 0);
   Key(Qt::Key_PageUp);
   EXPECT_EQ(bar.value(), 0);
-  EXPECT_EQ(The<platform::CWNumEdit>("NumEdit2").Value(), 323);
+  EXPECT_EQ(The<CWNumEdit>("NumEdit2").Value(), 323);
 }
 
 TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
@@ -107,14 +96,10 @@ TEST_F(Configuration, ASpoiltReplyCostsARepeatOrStopsTheRead) {
       machine.Pass(5s);
       ExpectBusy(requests == 0);
       EXPECT_EQ(Shared.OnBoardParameters.ZGain, requests == 0 ? 0 : 322) << "not touched by a part of a read";
-      if (requests != 0) {
-        Reads("Read completed!");
-        EXPECT_EQ(machine.wire.size(), 2 * requests);
-      }
-      if (requests > 53) {
-        const auto repeated = machine.wire[static_cast<std::size_t>(2 * at + 1)].byte;
-        EXPECT_EQ(repeated, Cells[at - 1]);
-      }
+      if (requests != 0) Reads("Read completed!");
+      EXPECT_TRUE(requests == 0 || machine.wire.size() == 2 * requests);
+      const auto repeated = static_cast<std::size_t>(2 * at + 1);
+      EXPECT_TRUE(requests < 54 || machine.wire[repeated].byte == Cells[at - 1]);
       Choose("File", "Return");
     }
   }
@@ -124,8 +109,7 @@ TEST_F(Configuration, AWriteSends40CellsIn44TicksAsTheyAreThen) {
   OpenAndRead();
   logger.eeprom[18] = logger.eeprom[19] = 0;  // what the screen holds is written, not what the logger has
   auto expected = logger.eeprom;
-  expected[18] = 0x80;
-  expected[19] = 0x01;
+  std::tie(expected[18], expected[19]) = std::tuple(0x80, 0x01);
   const auto start = machine.Time();
   Choose("File", "Write");
   ExpectBusy(true);
@@ -133,8 +117,7 @@ TEST_F(Configuration, AWriteSends40CellsIn44TicksAsTheyAreThen) {
   ExpectProgress("Writing 3", 1);
   Type("NumEdit2", "1000");  // 0x03E8, between the two bytes of 323, 0x0143
   Type("NumEdit43", "2");
-  expected[3] = 0xE8;
-  expected[43] = 2;
+  std::tie(expected[3], expected[43]) = std::tuple(0xE8, 2);
   machine.Pass(14s - 1ms);
   ExpectProgress("Writing 31", 29);  // the bin cells move it, too
   EXPECT_EQ(Status("lblActivity"), "Writing, at 31, 25 of 40 cells, 8 s left");
@@ -166,10 +149,9 @@ TEST_F(Configuration, WhatIsShownOrHiddenBecomesTheseBytes) {
   for (const bool shown : {true, false, true}) {
     ServiceChord();
     EXPECT_EQ(Offered("Tools", "EEPROM"), shown);
-    EXPECT_EQ(The<QGroupBox>("fra100108").isVisibleTo(platform::Form::Active()), shown);
+    EXPECT_EQ(The<QGroupBox>("fra100108").isVisibleTo(Form::Active()), shown);
   }
-  for (const char* hidden : {"NumEdit26", "NumEdit28"})
-    EXPECT_FALSE(The<platform::CWNumEdit>(hidden).isVisible());
+  for (const char* hidden : {"NumEdit26", "NumEdit28"}) EXPECT_FALSE(The<CWNumEdit>(hidden).isVisible());
   The<QAbstractButton>("opt75Hz").click();
   using Row = std::array<const char*, 4>;
   for (const auto& [entry, xTare, hiddenMinBin, cells] :
@@ -178,8 +160,7 @@ TEST_F(Configuration, WhatIsShownOrHiddenBecomesTheseBytes) {
         Row{"Show Defaults", "0.000", "0", "5=152 11=68 14=0 18=128 30=3 31=1 33=1 68=2 102=15"}}) {
     SCOPED_TRACE(entry);
     Choose("Tools", entry);
-    EXPECT_EQ(Text("NumEdit14"), xTare);
-    EXPECT_EQ(Text("NumEdit26"), hiddenMinBin);
+    EXPECT_EQ(Texts("NumEdit14", "NumEdit26"), std::string(xTare) + "|" + hiddenMinBin + "|");
     EXPECT_TRUE(machine.wire.empty());
     Choose("File", "Write");
     machine.Pass(23s);
@@ -190,8 +171,8 @@ TEST_F(Configuration, WhatIsShownOrHiddenBecomesTheseBytes) {
       EXPECT_EQ(logger.eeprom[static_cast<std::size_t>(address)], byte) << address;
     machine.wire.clear();
   }
-  EXPECT_EQ(Shared.OnBoardParameters.YOffset, 408) << "the record follows reads alone";
-  EXPECT_LT(Shared.OnBoardParameters.XTare, -20);
+  const auto& read = Shared.OnBoardParameters;
+  EXPECT_TRUE(read.YOffset == 408 && read.XTare < -20) << "the record follows reads alone";
 }
 
 TEST_F(Configuration, APortThatVanishesStopsTheReadAndSkipsCellsOfTheWrite) {
@@ -200,7 +181,7 @@ TEST_F(Configuration, APortThatVanishesStopsTheReadAndSkipsCellsOfTheWrite) {
     logger.PlugFor(machine, 1, bytes);
     Open();
     machine.Pass(3s);
-    EXPECT_NE(platform::Form::Active()->OnActivity().phase, "Reading");
+    EXPECT_NE(Form::Active()->OnActivity().phase, "Reading");
     if (bytes == 0) Reads("OpenCommPort");
     if (bytes < 2 || bytes % 2 == 1) Reads(bytes < 2 ? "mnuRead_Click" : "MSComm1_OnComm");
     ExpectBusy(true);

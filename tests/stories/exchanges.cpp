@@ -48,7 +48,7 @@ struct Exchanges : DownloadStory {
     machine.boxes.clear();  // questions and what is told at the start
   }
   /// The whole of what lblActivity shows as far as there is room.
-  static std::string Told() { return platform::Form::OtherEngaged()->Doing().Text(); }
+  static std::string Told() { return Form::OtherEngaged()->Doing().Text(); }
   void End(const Exchange& exchange) {
     Front(exchange.screen);
     if (exchange.entry == std::string("Download")) return Finish();

@@ -32,8 +32,8 @@ std::string Records(std::size_t pages, const std::vector<std::size_t>& pushes) {
 }
 
 struct GraphScreen : Story {
-  platform::CWGraph& X() const { return The<platform::CWGraph>("CWGraph1"); }
-  platform::CWGraph& Y() const { return The<platform::CWGraph>("CWGraph2"); }
+  CWGraph& X() const { return The<CWGraph>("CWGraph1"); }
+  CWGraph& Y() const { return The<CWGraph>("CWGraph2"); }
   QAction* InMenu(const QString& entry) const { return FindOffered(X(), entry); }
 };
 
@@ -103,8 +103,8 @@ TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   for (const auto* entry : {"Time on the Axis", "Copy Numbers", "Copy Pushes", "Save What Is in View..."})
     EXPECT_EQ(InMenu(entry), nullptr) << entry;
   EXPECT_FALSE(X().Description().contains("In view"));
-  EXPECT_EQ(X().XView(), (platform::CWGraphRange{-180, 180}));
-  EXPECT_EQ(Y().XView(), (platform::CWGraphRange{-90, 90}));
+  EXPECT_EQ(X().XView(), (CWGraphRange{-180, 180}));
+  EXPECT_EQ(Y().XView(), (CWGraphRange{-90, 90}));
 }
 
 TEST_F(GraphStory, AMissingPageBreaksTheCurveAndTheReadOutTellsWhatIsNoSample) {
@@ -169,7 +169,7 @@ TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
 TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
   const std::string run = Header() + Records(2, {1, 2, 3, 4, 5, 6});
   EXPECT_EQ(InMenu("Report..."), nullptr) << "no file";
-  using Row = std::tuple<const char*, std::string, std::string, platform::CWGraphRange>;
+  using Row = std::tuple<const char*, std::string, std::string, CWGraphRange>;
   for (const auto& [entry, text, name, view] :
        {Row{"Report...", run, "f report", {0, 263}}, Row{"Report...", run, "f report", {2, 5}},
         Row{"Report...", Header("1", "2") + Record("1", 264, "5"), "f report", {0, 263}},
@@ -178,7 +178,7 @@ TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
     SCOPED_TRACE(name);
     X().setFocus();
     Open(text);
-    EXPECT_EQ(platform::Form::Active()->focusWidget(), X().Values().empty() ? &Y() : &X());
+    EXPECT_EQ(Form::Active()->focusWidget(), X().Values().empty() ? &Y() : &X());
     X().SetXView(view);
     for (auto* graph : {&X(), &Y()}) graph->DrawNow();
     const bool isReport = std::string(entry) == "Report...";
@@ -207,7 +207,7 @@ TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
 TEST_F(GraphStory, BinPairsArePagedThrough) {
   Press("Next");
   Reads("No data file has been selected!");
-  EXPECT_EQ(platform::Form::Active()->focusWidget(), &X()) << "the boxes above it are only read";
+  EXPECT_EQ(Form::Active()->focusWidget(), &X()) << "the boxes above it are only read";
   WriteFile(DataFile("f.qbx"), BinFile(4));
   machine.WillChooseFile(DataFile("f.qbx").string());
   Key(Qt::Key_O, Qt::ControlModifier);
@@ -296,7 +296,7 @@ TEST_F(ReviewStory, StepsThroughPushesAndStopsAtBothEnds) {
 
 TEST_F(ReviewStory, KeysStepClicksChooseAndAnotherFileKeepsTheCursors) {
   Open(Header() + Records(7, {100, 250, 800}));
-  EXPECT_EQ(platform::Form::Active()->focusWidget(), &X());
+  EXPECT_EQ(Form::Active()->focusWidget(), &X());
   Y().SetXView({90, 120});
   for (const auto& [key, push, middle] :
        {std::tuple{Qt::Key_PageDown, "1 at 250", 250}, std::tuple{Qt::Key_PageDown, "2 at 800", 800},

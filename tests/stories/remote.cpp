@@ -195,10 +195,10 @@ TEST_F(RemoteStory, TheReceiverTellsWhatWasSentAndWhenNothingComes) {
   EXPECT_EQ(Text("txtX"), "18");
   EXPECT_EQ(told(1s), "Receiving 3 a second");
   EXPECT_EQ(dial(), "18.4°");
-  EXPECT_EQ(The<platform::CWGraph>("stripX").Values().back(), 18.4);
+  EXPECT_EQ(The<CWGraph>("stripX").Values().back(), 18.4);
   EXPECT_EQ(told(5250ms), "Nothing received for 6 s");
   EXPECT_EQ(dial(), "");
-  EXPECT_TRUE(platform::Form::OtherEngaged() == nullptr) << "a receiver leaves the logger to others";
+  EXPECT_TRUE(Form::OtherEngaged() == nullptr) << "a receiver leaves the logger to others";
 }
 
 TEST_F(RemoteStory, APortThatCannotBeBoundIsToldAndAnotherDoes) {
@@ -247,7 +247,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
 
 TEST(Winsock, DatagramsWaitInOrderWhileEventsAreHeldAndAFloodIsBounded) {
   VirtualMachine machine;
-  platform::Form form{"Owner", "Owner"};
+  Form form{"Owner", "Owner"};
   platform::Winsock socket{form, "udpPeerA"};
   PeerSocket peer;
   std::vector<std::string> arrived;

@@ -108,7 +108,7 @@ TEST_F(Runs, AreFoundByNameAndOpenInTheGraphThatFits) {
     Key(Qt::Key_Return);
     if (points == 0) Reads("BuildDoubleChannelArrays");
     EXPECT_EQ(ScreenInFront(), screen);
-    EXPECT_EQ(The<platform::CWGraph>("CWGraph1").Values().size(), points);
+    EXPECT_EQ(The<CWGraph>("CWGraph1").Values().size(), points);
     EXPECT_EQ(Shared.LastFailure.empty() ? "" : Shared.LastFailureScreen, failure);
   }
   EXPECT_EQ(table.model()->rowCount(), 4);

@@ -130,7 +130,7 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   Reads("The SimpleErrorHandler sub routine has errored!");
 }
 
-struct Failing : platform::Form {
+struct Failing : Form {
   Failing() : Form("Failing", "Failing") {
     OnCloseRequest = fail;
     MakeButton("cmdFail", "Fail", fail);
@@ -194,7 +194,7 @@ TEST_F(Shell, ScreensNeedAPortBringTheirMenusAndReportUnderTheOneInFront) {
   Choose("Tools", "Download");
   Reads("No comm port has been selected!");
   Choose("Tools", "Graph");
-  const auto& graph = *platform::Form::Active();
+  const auto& graph = *Form::Active();
   for (const int tab : {0, 1, 0}) {
     outer->findChild<QTabBar*>()->setCurrentIndex(tab);  // as a click on it does
     EXPECT_EQ(Plain(outer->menuBar()->actions().last()->text()), tab == 0 ? "Help" : "File");

@@ -19,7 +19,7 @@
 
 namespace bexlow::test {
 
-using shared::Shared;
+using platform::CWGraph, platform::CWGraphRange, platform::CWNumEdit, platform::Form, shared::Shared;
 
 struct Story : ::testing::Test {
   /// Types any characters, even those that no key of the test's keyboard has.
@@ -73,7 +73,7 @@ struct Story : ::testing::Test {
     machine.Settle();
   }
   void Key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    auto* form = platform::Form::Active();
+    auto* form = Form::Active();
     ASSERT_NE(form, nullptr);
     form->window()->activateWindow();
     QCoreApplication::processEvents();  // the keys of a screen work in the active window only
@@ -120,13 +120,13 @@ struct Story : ::testing::Test {
     machine.Settle();
   }
   static std::string ScreenInFront() {
-    const auto* form = platform::Form::Active();
+    const auto* form = Form::Active();
     return form == nullptr ? "" : form->Name();
   }
   void Front(const char* screen) { outer->ShowChild(outer->Child(screen)); }
   static bool PointerIsBusy() { return QApplication::overrideCursor() != nullptr; }
   void Close() {
-    platform::Form::Active()->close();
+    Form::Active()->close();
     machine.Settle();
   }
   /// What a frame and the bar in it tell.
