@@ -87,8 +87,7 @@ TEST(Slide, HasNumbersThatDoNotTouch) {
   }
 }
 
-class UserSlide : public testing::Test {
- protected:
+struct UserSlide : testing::Test {
   UserSlide() {
     slide.SetReadOnly(false);
     slide.PointerValueChanged = [this](double value) { told.push_back(value); };
