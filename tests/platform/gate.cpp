@@ -7,9 +7,6 @@
 
 namespace bexlow::test {
 
-using platform::EventGate;
-using platform::Form;
-
 struct Gate : ::testing::Test {
   void Offer(const void* source, char name) {
     gate.Offer(source, {}, [this, name] { heard += name; });
@@ -133,10 +130,10 @@ TEST_F(Gate, ALineThatPoursIsHeldToItsBuffer) {
   VirtualLogger peer;
   machine.Plug(peer, 1);
   Form form("Form", "Form");
-  platform::MSComm comm(form, "MSComm1");
+  MSComm comm(form, "MSComm1");
   comm.PortOpen(true);
   machine.Deliver(1, {1, 2});
-  for (int i = 0; i < 80; ++i) machine.Deliver(1, platform::Bytes(1000, 9));
+  for (int i = 0; i < 80; ++i) machine.Deliver(1, Bytes(1000, 9));
   EXPECT_EQ(comm.InBufferCount(), 65536);
   EXPECT_EQ(comm.Input().at(1), 2) << "the newest are dropped";
 }
@@ -155,8 +152,7 @@ TEST_F(Gate, AClickBelowAModalScreenIsDropped) {
 }
 
 TEST_F(Gate, EnterAndEscapeInARealBox) {
-  using platform::Answer, platform::Buttons;
-  platform::RealMachine machine("/tmp");
+  RealMachine machine("/tmp");
   QMainWindow outer;
   outer.show();
   const auto answer = [&](Buttons buttons, Qt::Key key) {
@@ -183,10 +179,10 @@ TEST_F(Gate, EnterAndEscapeInARealBox) {
 
 // A real nested event loop: ticks, offers and a screen reader's press come while the box stands.
 TEST_F(Gate, ARealMessageBoxHoldsAllEvents) {
-  platform::RealMachine machine("/tmp");
-  platform::Machine::Install(machine);
+  RealMachine machine("/tmp");
+  Machine::Install(machine);
   Form form("Form", "Form");
-  platform::Timer timer(form, "Timer1", 5);
+  Timer timer(form, "Timer1", 5);
   timer.OnTimer = [this] { heard += 't'; };
   timer.Enabled(true);
   QTimer::singleShot(100, [&] {
@@ -195,7 +191,7 @@ TEST_F(Gate, ARealMessageBoxHoldsAllEvents) {
     Click(&form, 'c');
     qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Ok)->click();
   });
-  platform::MsgBox("stands for a while");
+  MsgBox("stands for a while");
   EXPECT_EQ(heard, "");
   timer.Enabled(false);
   QCoreApplication::processEvents();

@@ -5,7 +5,7 @@ namespace bexlow::test {
 
 struct AccStory : LiveStory {
   void SetUp() override { Open("Accelerometers"); }
-  double Slide(const std::string& name) const { return The<platform::CWSlide>(name).Value(); }
+  double Slide(const std::string& name) const { return The<CWSlide>(name).Value(); }
   bool PanelShown() const { return !The("fraHiddenSliders").isHidden(); }
 };
 
@@ -61,7 +61,7 @@ TEST_F(AccStory, SlideAndTextFollowEachOtherOnAPanelThatTheChordOpens) {
     EXPECT_EQ(Slide("AzSlider"), slide) << text;
     The("AzSlider").grab();
   }
-  The<platform::CWSlide>("AzSlider").MoveByUser(300);
+  The<CWSlide>("AzSlider").MoveByUser(300);
   EXPECT_EQ(Text("txtSZ"), "300");
   EXPECT_TRUE(machine.wire.empty() && Shared.OnBoardParameters.DAC3 == 0);
 }
@@ -87,7 +87,7 @@ TEST_F(AccStory, WritesADacInTheMiddleOfTheChainOrNotAtAll) {
     ServiceChord();
     if (sampling) Sample();
     Shared.OnBoardParameters.*dacs[dac - 1] = 7;
-    Type(std::string("txtS") + "XYZ"[dac - 1], typed);
+    Type("txtS"s + "XYZ"[dac - 1], typed);
     machine.Pass(10ms);
     const auto mark = machine.wire.size();
     Press(("Write DAC" + std::to_string(dac)).c_str());

@@ -67,7 +67,7 @@ TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
   machine.Pass(2s);
   Sample();
   const auto count = Records().size();
-  platform::Append(path, "2.1,7\r\n2.2,");
+  Append(path, "2.1,7\r\n2.2,");
   Leave();
   machine.WillChooseFile(path.string());
   Press("Open a data file...");
@@ -122,14 +122,14 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTimeToItsOwnFileWhateverAnotherTabD
   Sample();
   machine.Pass(1s);
   Sample();
-  EXPECT_FALSE(std::filesystem::exists(DataFile("other.qbx")));
+  EXPECT_FALSE(fs::exists(DataFile("other.qbx")));
   const auto records = Records();
   EXPECT_EQ(static_cast<int>(records.size()), Requests() - 1);
   ASSERT_GT(records.size(), 200U);
   const std::string record = Kind().record;
   EXPECT_EQ(records.front() + " " + records.back(), "0," + record + " 1," + record);
   EXPECT_GE(std::ranges::count(records, ".5," + record), 1);
-  EXPECT_TRUE(Contains(FileText(path), std::string("\r\n") + Kind().columns + "\r\n0,"));
+  EXPECT_TRUE(Contains(FileText(path), "\r\n"s + Kind().columns + "\r\n0,"));
   chooseSave(false);  // it went on across stops
   Sample();
   machine.Pass(100ms);
@@ -145,7 +145,7 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
     machine.Pass(wait);
     EXPECT_TRUE(machine.boxes.empty());
     machine.Pass(Kind().sampleTime);
-    const auto box = Reads(std::string("Write") + Kind().screen + "ToFile");
+    const auto box = Reads("Write"s + Kind().screen + "ToFile");
     EXPECT_TRUE(
         Contains(box, "\r\nScreen: General\r\nDescription: " + Shared.DataFileName + ": Is a directory"));
     const auto told = Form::Active()->Doing().Text();
@@ -177,7 +177,7 @@ TEST_P(RecorderStory, SavingOutlivesTheScreen) {
 
 struct AnglesStory : LiveStory {
   void SetUp() override { Open("Angles"); }
-  double Dial(const char* name) const { return The<platform::CWKnob>(name).Value(); }
+  double Dial(const char* name) const { return The<CWKnob>(name).Value(); }
   void ExpectNoTare() {
     for (const auto* button : {"cmdTareX", "cmdTareY"}) EXPECT_FALSE(The(button).isEnabled());
   }
@@ -201,7 +201,7 @@ TEST_F(AnglesStory, WhatIsPastLooksSo) {
   const auto look = [this] {
     const bool pale = The("fraAngles").graphicsEffect() != nullptr;
     EXPECT_EQ(pale, The("stripX").graphicsEffect() != nullptr);
-    return (pale ? "pale " : "live ") + The<platform::CWKnob>("dialX").ValueText().toStdString();
+    return (pale ? "pale " : "live ") + The<CWKnob>("dialX").ValueText().toStdString();
   };
   EXPECT_EQ(look(), "pale ");
   Sample();
@@ -254,7 +254,7 @@ TEST_F(AnglesStory, UntaresThenTares) {
   for (const auto* caption : {"Tare X", "Untare X"}) {
     machine.Pass(ShownTime);
     Key(Qt::Key_Space);
-    EXPECT_EQ(Text("cmdTareX") + Text("cmdTareY"), caption + std::string("Tare Y")) << "the focus stays";
+    EXPECT_EQ(Text("cmdTareX") + Text("cmdTareY"), caption + "Tare Y"s) << "the focus stays";
   }
   Key(Qt::Key_F5);
   EXPECT_FALSE(Sampling());

@@ -11,8 +11,7 @@ struct ConnectStory : Story {
   }
   /// The port that is selected, and the one that is stored.
   std::string Ports() const {
-    return std::to_string(Shared.CurrentCommPort) + "/" +
-           platform::GetSetting("Startup", "CurrentCommPort", "-");
+    return std::to_string(Shared.CurrentCommPort) + "/" + GetSetting("Startup", "CurrentCommPort", "-");
   }
   void ExpectOff() { EXPECT_FALSE(The("cmdOK").isEnabled() || The("cmdAutoDetect").isEnabled()); }
 };
@@ -106,7 +105,7 @@ TEST_F(ConnectStory, OkFailsOnAnyOtherCountAndKeepsThePort) {
         "Check your hardware set-up and try again.");
     machine.Pass(250ms);
     EXPECT_TRUE(Contains(outer->findChild<QLabel*>("lblFailure")->toolTip().toStdString(),
-                         std::string(" Connect: Comm 1 (/dev/virtual1): ") + told + "</span>"));
+                         " Connect: Comm 1 (/dev/virtual1): "s + told + "</span>"));
     EXPECT_EQ(Shared.OnBoardParameters.XTare, 77) << "no part of a failed read is kept";
     EXPECT_EQ(Ports() + ScreenInFront(), "1/1Main");
     EXPECT_FALSE(Offered("Tools", "Graph") || machine.AnyPortOpen());
@@ -145,7 +144,7 @@ TEST_F(ConnectStory, AfterAStoreThatCannotBeWrittenThePortOfBeforeIsNotCalledCon
       << "the device that the exchange has opened";
   Choose("File", "Return");
   const auto settings = machine.ProgramFolder() / "settings";
-  std::filesystem::remove_all(settings);
+  fs::remove_all(settings);
   WriteFile(settings, "a file in the way");
   const auto bytes = machine.wire.size();
   Choose("File", "Connect");
@@ -188,7 +187,7 @@ struct Launch : Story {
 
 TEST_F(Launch, StampsErasesAndLaunchesAndFollowsTheErase) {
   ChooseLaunch(Answer::No);
-  EXPECT_EQ(machine.buttons.at(0), platform::Buttons::Confirm);
+  EXPECT_EQ(machine.buttons.at(0), Buttons::Confirm);
   Shared.CurrentCommPort = 0;
   Choose("Tools", "Launch");
   Reads("No comm port has been selected!");

@@ -50,7 +50,7 @@ TEST_F(DownloadStory, ARetrievalThatFailsStopsBeforeTheFile) {
     SCOPED_TRACE(what + std::to_string(struck));
     logger.SpoilOne(struck, Instead(bytes));
     Choose("Data", "Download");
-    Reads(std::string("Download ") + what + " parameters were not retrieved! Download failed!");
+    Reads("Download "s + what + " parameters were not retrieved! Download failed!");
     EXPECT_TRUE(Offered("Data", "Download") && !machine.AnyPortOpen());
     EXPECT_EQ(Text("fraPBar"), "Download Progress");
   }
@@ -223,7 +223,7 @@ TEST_F(DownloadStory, CancelAndReturnKeepTheRecordsAndMakeNoCsv) {
     Choose("Data", entry);
     EXPECT_TRUE(Shared.DataFileName.empty());
     EXPECT_EQ(PagesInFile(), UpTo(5));
-    EXPECT_FALSE(std::filesystem::exists(DataFile("run.csv")));
+    EXPECT_FALSE(fs::exists(DataFile("run.csv")));
     ExpectEnded();  // the watchdog, too
   }
   EXPECT_EQ(ScreenInFront(), "Main");
@@ -248,7 +248,7 @@ TEST_F(DownloadStory, AFileThatTakesNothingLosesWholeRecordsInWords) {
   machine.Pass(200ms);
   EXPECT_EQ(PagesInFile(), (std::vector{1, 2, 3, 4, 5, 7}));
   EXPECT_EQ(machine.wire.size(), 6U) << "page 7 was asked for again while it waited";
-  std::filesystem::rename(path, DataFile("moved.qbx"));
+  fs::rename(path, DataFile("moved.qbx"));
   machine.Pass(400ms);
   Choose("Data", "Download");
   EXPECT_EQ(PagesInFile(), (std::vector{8, 9, 10})) << "no header in the new file";
@@ -287,7 +287,7 @@ TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
     SCOPED_TRACE(name);
     machine.WillChooseFile(name);
     Choose("Data", "Download");
-    Reads(std::string("The data file cannot be created!\r\n") + why, "No data file has been selected!");
+    Reads("The data file cannot be created!\r\n"s + why, "No data file has been selected!");
     ExpectEnded();
   }
   machine.WillCancelFile();
@@ -297,7 +297,7 @@ TEST_F(DownloadStory, WithoutAFileNoPageIsAskedFor) {
 
 TEST_F(DownloadStory, TheCsvNeverReplacesTheDataFile) {
   Store(1);
-  std::filesystem::create_symlink("run.qbx", DataFile("run.csv"));
+  fs::create_symlink("run.qbx", DataFile("run.csv"));
   for (const auto* name : {"run.qbx", "other.csv"}) {
     Begin(name);
     machine.WillAnswer(Answer::No);
@@ -317,15 +317,15 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
     SCOPED_TRACE(head);
     logger.eeprom[42] = mode;
     logger.eeprom[43] = channels;
-    std::filesystem::remove(DataFile("run.csv"));
+    fs::remove(DataFile("run.csv"));
     Begin();
     EXPECT_EQ(Text("txtMode") + Text("txtChannels"), modeAndChannels);
     Finish();
     EXPECT_EQ(The<CWGraph>("CWGraph1").Values().size(), xPoints);
     EXPECT_EQ(The<CWGraph>("CWGraph2").Values().size(), yPoints);
-    EXPECT_TRUE(Contains(FileText(path), std::string("\r\n") + head + "\r\n1,"));
+    EXPECT_TRUE(Contains(FileText(path), "\r\n"s + head + "\r\n1,"));
     EXPECT_EQ(std::ranges::count(LinesAfter(12).front(), ','), fields);
-    EXPECT_EQ(std::filesystem::exists(DataFile("run.csv")), mode == 1);
+    EXPECT_EQ(fs::exists(DataFile("run.csv")), mode == 1);
   }
 }
 

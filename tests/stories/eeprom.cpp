@@ -87,7 +87,7 @@ TEST_F(Eeprom, RecoversFromWhatFitsNoByte) {
     Address(address);
     Type("txtValue", value);
     Press(button);
-    Reads(std::string("cmd") + button + "_Click");
+    Reads("cmd"s + button + "_Click");
     ExpectReady(true);
     EXPECT_EQ(logger.eeprom, before);
     machine.Pass(1s);

@@ -10,7 +10,7 @@ struct EraseStory : DownloadStory {
     machine.WillAnswer(answer);
     Choose("Data", "Erase");
     Reads("All on-board data will be erased!\r\nClick YES to proceed.\r\nClick NO to cancel this operation.");
-    EXPECT_EQ(machine.buttons.at(0), platform::Buttons::Confirm);
+    EXPECT_EQ(machine.buttons.at(0), Buttons::Confirm);
   }
   void Halt() {
     EXPECT_TRUE(Checked("Data", "Erase"));

@@ -51,10 +51,10 @@ struct Exchanges : DownloadStory {
   static std::string Told() { return Form::OtherEngaged()->Doing().Text(); }
   void End(const Exchange& exchange) {
     Front(exchange.screen);
-    if (exchange.entry == std::string("Download")) return Finish();
+    if (exchange.entry == "Download"s) return Finish();
     if (exchange.runs == 0s) Choose(exchange.menu, exchange.entry);
     machine.Pass(exchange.runs);
-    const bool tells = exchange.runs > 0s || exchange.entry == std::string("Erase");
+    const bool tells = exchange.runs > 0s || exchange.entry == "Erase"s;
     EXPECT_EQ(machine.boxes.size(), tells ? 1U : 0U);
     machine.boxes.clear();
   }
@@ -82,18 +82,16 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
       EXPECT_TRUE(Offered(other.menu, other.entry));
     }
     Front("Angles");
-    if (running.screen != std::string("Angles"))
-      ExpectRefused(running.caption, [&] { Choose("Data", "Save"); });
+    if (running.screen != "Angles"s) ExpectRefused(running.caption, [&] { Choose("Data", "Save"); });
     Front("Main");
     Choose("File", "Connect");
     for (const char* button : {"Auto Detect", "OK"}) ExpectRefused(running.caption, [&] { Press(button); });
     Key(Qt::Key_Escape);
     End(running);
-    if (running.entry == std::string("Download")) {
+    if (running.entry == "Download"s) {
       EXPECT_EQ(PagesInFile(), UpTo(3));
     }
-    EXPECT_EQ(Status("lblConnection") == "Connected on Comm 1, /dev/virtual1",
-              running.screen != std::string("Main"));
+    EXPECT_EQ(Status("lblConnection") == "Connected on Comm 1, /dev/virtual1", running.screen != "Main"s);
     ExpectIdle();
     EXPECT_EQ(Status("lblActivity"), "");
   }
@@ -102,7 +100,7 @@ TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
 
 TEST_F(Exchanges, AScreenThatIsLeftEndsItsOwnAndStartsAfresh) {
   for (const auto& left : All) {
-    if (left.screen == std::string("Main")) continue;
+    if (left.screen == "Main"s) continue;
     SCOPED_TRACE(std::string(left.screen) + " " + left.entry);
     for (const auto after : {0ms, 13ms, 300ms}) {
       Begin(left);
@@ -121,7 +119,7 @@ TEST_F(Exchanges, AScreenThatIsLeftEndsItsOwnAndStartsAfresh) {
 TEST_F(Exchanges, AReplyOnItsWayWhenAnExchangeIsLeftIsNotTheNextOnes) {
   logger.spoil = [](Bytes&, microseconds& delay) { delay = 95ms; };
   for (const auto& left : All) {
-    if (left.screen == std::string("Main") || left.entry == std::string("Erase")) continue;
+    if (left.screen == "Main"s || left.entry == "Erase"s) continue;
     SCOPED_TRACE(std::string(left.screen) + " " + left.entry);
     Begin(left);
     machine.Pass(10ms);
@@ -168,7 +166,7 @@ TEST_F(Exchanges, WhatRunsIsNotEndedByAccident) {
       machine.whileBoxIsOpen = close;
       close();
       Reads(facts + question);
-      EXPECT_EQ(machine.buttons.back(), platform::Buttons::Confirm);
+      EXPECT_EQ(machine.buttons.back(), Buttons::Confirm);
       EXPECT_TRUE(outer->isVisible() && machine.boxes.empty() && ScreenInFront() == "DownloadErase");
     }
     Front("Angles");
@@ -223,7 +221,7 @@ TEST_F(Exchanges, EachKeepsToItsOwnFile) {
     machine.Pass(100ms);
     Choose("Data", "Sample");
   };
-  std::filesystem::create_symlink("run.qbx", DataFile("link.qbx"));
+  fs::create_symlink("run.qbx", DataFile("link.qbx"));
   for (const auto& [recorder, name] : {std::pair{"Accelerometers", "link.qbx"}, {"Angles", "run.qbx"}}) {
     Front(recorder);
     ChooseFile("Data", "Save", name);
@@ -261,7 +259,7 @@ TEST_F(Exchanges, ATickThatWaitedIsFollowedByAWholeInterval) {
   Choose("File", "Write");
   machine.Pass(1300ms);
   machine.whileBoxIsOpen = [&] { machine.Pass(4300ms); };
-  platform::MsgBox("open");
+  MsgBox("open");
   Reads("open");
   machine.Pass(22s);
   Reads("Write completed!");

@@ -131,27 +131,27 @@ TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
   Open(Header() + Records(2, {2, 131}));
   X().SetXView({1, 4});
   X().DrawNow();
-  const auto save = [&](const std::filesystem::path& file) {
+  const auto save = [&](const fs::path& file) {
     machine.WillChooseFile(file.string());
     InMenu("Save What Is in View...")->trigger();
   };
   save(DataFile("part.csv"));
-  EXPECT_EQ(platform::ReadWhole(DataFile("part.csv")),
+  EXPECT_EQ(ReadWhole(DataFile("part.csv")),
             "Sample,Time(seconds),X angle,Y angle,Push\r\n1,.133,11.2,-5.6,\r\n2,.267,,,BP\r\n"
             "3,.4,11.2,-5.6,\r\n4,.533,11.2,-5.6,\r\n");
   EXPECT_EQ(machine.fileQuestions.back().SuggestedName, "f 1 to 4.csv");
   EXPECT_EQ(machine.fileQuestions.back().Filter, "CSV Files (*.csv)|*.csv");
-  EXPECT_EQ(machine.fileQuestions.back().Flags, platform::OverwritePrompt);
-  std::filesystem::create_symlink(path, DataFile("link.csv"));
+  EXPECT_EQ(machine.fileQuestions.back().Flags, OverwritePrompt);
+  fs::create_symlink(path, DataFile("link.csv"));
   for (const auto& [file, reason] : {std::pair{path, "it is the data file"},
                                      {DataFile("link.csv"), "it is the"},
                                      {DataFile("none/a.csv"), "No such file"}}) {
-    const auto before = platform::ReadWhole(path);
+    const auto before = ReadWhole(path);
     save(file);
     ASSERT_EQ(machine.boxes.size(), 1);
     EXPECT_TRUE(Contains(machine.boxes.front(), file.string() + ": " + reason));
     machine.boxes.clear();
-    EXPECT_EQ(platform::ReadWhole(path), before);
+    EXPECT_EQ(ReadWhole(path), before);
   }
   InMenu("Copy Pushes")->trigger();
   EXPECT_EQ(QApplication::clipboard()->text(),
@@ -182,7 +182,7 @@ TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
     X().SetXView(view);
     for (auto* graph : {&X(), &Y()}) graph->DrawNow();
     const bool isReport = std::string(entry) == "Report...";
-    for (const std::filesystem::path chosen : {"", "sheet.pdf", "f.qbx", "none/a.pdf"}) {
+    for (const fs::path chosen : {"", "sheet.pdf", "f.qbx", "none/a.pdf"}) {
       X().AskPrinter = [&, name = name, text = text](QPrinter& printer) {
         EXPECT_EQ(printer.docName().toStdString(), name);
         const bool presetsPdf = isReport || printer.printerName().isEmpty();
@@ -194,13 +194,12 @@ TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
       InMenu(entry)->trigger();
       ASSERT_EQ(machine.boxes.size(), chosen == "f.qbx" ? 1U : chosen.has_parent_path() ? 2U : 0U);
     }
-    EXPECT_EQ(platform::ReadWhole(DataFile("f.qbx")), text) << "no data file is replaced";
+    EXPECT_EQ(ReadWhole(DataFile("f.qbx")), text) << "no data file is replaced";
     EXPECT_TRUE(X().Cursors().empty());
-    EXPECT_EQ(QByteArray::fromStdString(platform::ReadWhole(DataFile("sheet.pdf"))).count("/Type /Page\n"),
-              1);
+    EXPECT_EQ(QByteArray::fromStdString(ReadWhole(DataFile("sheet.pdf"))).count("/Type /Page\n"), 1);
     EXPECT_TRUE(Contains(machine.boxes.back(), "none/a.pdf cannot be written: No such file"));
     machine.boxes.clear();
-    std::filesystem::remove(DataFile("sheet.pdf"));
+    fs::remove(DataFile("sheet.pdf"));
   }
 }
 
@@ -244,7 +243,7 @@ TEST_F(GraphStory, AMissingPartnerIsRememberedForThatFile) {
   Press("Next");
   Reads(EndOfFile);
   EXPECT_EQ(Text("txtPageNumberX"), "3");
-  std::filesystem::remove(DataFile("f.qbx"));
+  fs::remove(DataFile("f.qbx"));
   Press("Next");
   Reads(EndOfFile);
   Open(BinFile(6));

@@ -75,8 +75,8 @@ struct RemoteStory : LiveStory {
   }
   void ExpectAngles(const char* x, const char* y) const {
     EXPECT_EQ(Text("txtX") + "/" + Text("txtY"), std::string(x) + "/" + y);
-    EXPECT_EQ(The<platform::CWKnob>("dialX").Value(), values::LeadingNumber(x));
-    EXPECT_EQ(The<platform::CWKnob>("dialY").Value(), values::LeadingNumber(y));
+    EXPECT_EQ(The<CWKnob>("dialX").Value(), values::LeadingNumber(x));
+    EXPECT_EQ(The<CWKnob>("dialY").Value(), values::LeadingNumber(y));
   }
 
   PeerSocket peer;
@@ -181,7 +181,7 @@ TEST_F(RemoteStory, TheReceiverTellsWhatWasSentAndWhenNothingComes) {
     machine.Pass(later);
     return Status("lblActivity");
   };
-  const auto dial = [this] { return The<platform::CWKnob>("dialX").ValueText().toStdString(); };
+  const auto dial = [this] { return The<CWKnob>("dialX").ValueText().toStdString(); };
   Pick("optSession2");
   Reset();
   Pick("optDialYes");
@@ -248,7 +248,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
 TEST(Winsock, DatagramsWaitInOrderWhileEventsAreHeldAndAFloodIsBounded) {
   VirtualMachine machine;
   Form form{"Owner", "Owner"};
-  platform::Winsock socket{form, "udpPeerA"};
+  Winsock socket{form, "udpPeerA"};
   PeerSocket peer;
   std::vector<std::string> arrived;
   const int port = PeerSocket().Port();
@@ -256,7 +256,7 @@ TEST(Winsock, DatagramsWaitInOrderWhileEventsAreHeldAndAFloodIsBounded) {
   socket.DataArrival = [&] { arrived.push_back(socket.GetData()); };
   const auto arriveBehindAHold = [&](int count, int bytes) {
     arrived.clear();
-    const platform::EventGate::Hold hold;
+    const EventGate::Hold hold;
     for (int i = 0; i < count; ++i) {
       peer.Send(QByteArray::number(i).leftJustified(bytes), port);
       QCoreApplication::processEvents();

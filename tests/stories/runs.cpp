@@ -42,15 +42,15 @@ TEST_F(Runs, FollowTheFolder) {
   WriteFile(DataFile("new.csv"), Later(Header()));
   Becomes({"new.qbx|2005-03-09 14:05||Linear X and Y|0:00:18|1|", old});
   machine.Pass(10s);  // from here on only the file's own change can tell of it
-  platform::Append(DataFile("new.qbx"), Record("3", 264, "1"));
+  Append(DataFile("new.qbx"), Record("3", 264, "1"));
   Becomes({"new.qbx|2005-03-09 14:05||Linear X and Y|0:00:53|3|page 2 is missing", old});
   Choose("Help", "About");
   Close();
-  std::filesystem::remove(DataFile("new.qbx"));
+  fs::remove(DataFile("new.qbx"));
   Becomes({old});
-  std::filesystem::rename(DataFile("old.qbx"), DataFile("away"));
+  fs::rename(DataFile("old.qbx"), DataFile("away"));
   Becomes({"away|2004-03-09 14:05||Linear X and Y|0:00:18|1|"});
-  std::filesystem::remove(DataFile("away"));
+  fs::remove(DataFile("away"));
   Becomes({});
 }
 
@@ -64,9 +64,9 @@ TEST_F(Runs, TellHostileFilesInTheirRows) {
   WriteFile(DataFile("c.qbx"), "");
   WriteFile(DataFile("picture.png"), "PNG");
   ASSERT_EQ(::mkfifo(DataFile("pipe.qbx").c_str(), 0600), 0);
-  std::filesystem::create_directory(DataFile("folder.qbx"));
-  std::filesystem::create_symlink("/dev/zero", DataFile("zero.qbx"));
-  std::filesystem::create_symlink("round.qbx", DataFile("round.qbx"));
+  fs::create_directory(DataFile("folder.qbx"));
+  fs::create_symlink("/dev/zero", DataFile("zero.qbx"));
+  fs::create_symlink("round.qbx", DataFile("round.qbx"));
   The<QTreeView>("tblRuns").sortByColumn(0, Qt::AscendingOrder);
   std::vector<std::string> rows{
       "a.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|ends in the middle of a record",
@@ -75,7 +75,7 @@ TEST_F(Runs, TellHostileFilesInTheirRows) {
   Becomes(rows);
   if (::geteuid() == 0) return;  // may read all
   WriteFile(DataFile("d.qbx"), Header());
-  std::filesystem::permissions(DataFile("d.qbx"), std::filesystem::perms::none);
+  fs::permissions(DataFile("d.qbx"), fs::perms::none);
   rows.push_back("d.qbx|saved|||||Permission denied");
   Becomes(rows);
 }
@@ -112,7 +112,7 @@ TEST_F(Runs, AreFoundByNameAndOpenInTheGraphThatFits) {
     EXPECT_EQ(Shared.LastFailure.empty() ? "" : Shared.LastFailureScreen, failure);
   }
   EXPECT_EQ(table.model()->rowCount(), 4);
-  EXPECT_TRUE(std::filesystem::exists(DataFile("anna.qbx")));
+  EXPECT_TRUE(fs::exists(DataFile("anna.qbx")));
 }
 
 }  // namespace bexlow::test

@@ -17,12 +17,12 @@ TEST_F(Shell, StartsWithTheStoredPortAndClosedTools) {
   EXPECT_FALSE(Offered("Tools", "Graph"));
   EXPECT_FALSE(Offered("Display", "Angles"));
   EXPECT_TRUE(Offered("File", "Connect"));
-  EXPECT_TRUE(platform::FolderExists(platform::DataFilesFolder()));
-  EXPECT_TRUE(platform::FolderExists(platform::LogsFolder()));
+  EXPECT_TRUE(FolderExists(DataFilesFolder()));
+  EXPECT_TRUE(FolderExists(LogsFolder()));
   for (const auto& [stored, port] : {std::pair{"", 0}, {"7", 7}, {"16 or so", 16}, {"none", 0}}) {
     SCOPED_TRACE(stored);
     outer.reset();
-    platform::SaveSetting("Startup", "CurrentCommPort", stored);
+    SaveSetting("Startup", "CurrentCommPort", stored);
     Start();
     EXPECT_EQ(Shared.CurrentCommPort, port);
   }
@@ -30,13 +30,13 @@ TEST_F(Shell, StartsWithTheStoredPortAndClosedTools) {
 
 TEST_F(Shell, RefusesASecondCopyAndStartsWithoutAFolder) {
   {
-    const platform::RunningCopy first;
+    const RunningCopy first;
     Start();
     Reads("The program is already running!");
     EXPECT_EQ(Shared.MaxDownloadPages, 0) << "nothing may happen behind the refusal";
-    EXPECT_FALSE(platform::FolderExists(platform::DataFilesFolder()));
+    EXPECT_FALSE(FolderExists(DataFilesFolder()));
   }
-  WriteFile(platform::LogsFolder(), "a file in the way");
+  WriteFile(LogsFolder(), "a file in the way");
   Start();
   Reads("The SimpleErrorHandler sub routine has errored!");  // there is no folder for the log
   EXPECT_EQ(ScreenInFront(), "Main");
@@ -107,7 +107,7 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   const std::string report =
       "Date: 03/02/2004 12:05:09 am\r\nNumber: 5\r\nSource: mnuSample_Click\r\n"
       "Screen: Angles\r\nDescription: It broke\r\nApplication: BX323\r\nVersion: 3.2.3";
-  EXPECT_EQ(FileText(platform::LogsFolder() / "error.log"),
+  EXPECT_EQ(FileText(LogsFolder() / "error.log"),
             "----------\r\n" + report +
                 "\r\n----------\r\n\r\n----------\r\nDate: 03/02/2004 02:05:09 pm\r\n"
                 "Number: 0\r\nSource: Big\r\nScreen: Graph\r\nDescription: Again\r\nApplication: BX323\r\n"
@@ -125,7 +125,7 @@ TEST_F(Shell, AnErrorIsLoggedAndAskedToTheLetter) {
   shared::SimpleErrorHandler(1, "Big", "Graph", "words");
   Reads("Big", "Application will terminate; correct error cause and run application again!");
   EXPECT_TRUE(machine.ended);
-  std::filesystem::remove_all(platform::LogsFolder());
+  fs::remove_all(LogsFolder());
   shared::SimpleErrorHandler(1, "Big", "Graph", "words");
   Reads("The SimpleErrorHandler sub routine has errored!");
 }
@@ -146,8 +146,8 @@ struct Failing : Form {
     comm.OnComm = fail;
   }
   std::function<void()> fail = [] { throw std::runtime_error("It broke"); };
-  platform::Timer timer{*this, "TimerFail", 100};
-  platform::MSComm comm{*this, "MSComm2"};
+  Timer timer{*this, "TimerFail", 100};
+  MSComm comm{*this, "MSComm2"};
 };
 
 TEST_F(Shell, WhateverHandlerFailsIsReportedOnceByItsName) {
@@ -169,7 +169,7 @@ TEST_F(Shell, WhateverHandlerFailsIsReportedOnceByItsName) {
               machine.Deliver(1, {1});
             }},
            {"StatusLine_Timer", [&] {
-              form->OnActivity = [form]() -> platform::Activity {
+              form->OnActivity = [form]() -> Activity {
                 form->comm.PortOpen(false);
                 throw std::runtime_error("It broke");
               };

@@ -19,7 +19,7 @@
 
 namespace bexlow::test {
 
-using platform::CWGraph, platform::CWGraphRange, platform::CWNumEdit, platform::Form, shared::Shared;
+using shared::Shared;
 
 struct Story : ::testing::Test {
   /// Types any characters, even those that no key of the test's keyboard has.
@@ -143,10 +143,8 @@ struct Story : ::testing::Test {
     EXPECT_EQ(machine.wire.size(), bytes);
   }
 
-  static std::filesystem::path DataFile(const std::string& name) {
-    return platform::DataFilesFolder() / name;
-  }
-  static void WriteFile(const std::filesystem::path& file, const std::string& text) {
+  static fs::path DataFile(const std::string& name) { return DataFilesFolder() / name; }
+  static void WriteFile(const fs::path& file, const std::string& text) {
     std::ofstream(file, std::ios::binary) << text;
   }
   /// Chooses an entry and, in the dialog that it opens, a data file: from then on this one is `path`.
@@ -175,7 +173,7 @@ struct Story : ::testing::Test {
   VirtualMachine machine;
   VirtualLogger logger;
   std::unique_ptr<shell::MDIForm1> outer;
-  std::filesystem::path path;
+  fs::path path;
 
  private:
   bool Is(bool (QAction::*state)() const, const QString& menu, const QString& entry) const {

@@ -5,7 +5,6 @@
 
 namespace bexlow::test {
 
-using namespace std::chrono_literals;
 using Spoil = std::function<void(Bytes& reply, microseconds& delay)>;
 
 /// Other bytes, or none, in place of the right ones.

@@ -15,10 +15,10 @@
 
 namespace bexlow::test {
 
-using platform::Answer;
-using platform::Bytes;
-using std::chrono::microseconds;
-using std::chrono::milliseconds;
+namespace fs = std::filesystem;
+using namespace platform;
+using namespace std::literals;
+using std::chrono::microseconds, std::chrono::milliseconds;
 
 /// 10 bits a byte at 19200 baud.
 inline constexpr microseconds ByteTime{521};
@@ -38,7 +38,7 @@ struct WireByte {
   std::uint8_t byte;
 };
 
-class VirtualMachine : public platform::Machine {
+class VirtualMachine : public Machine {
  public:
   VirtualMachine() { Install(*this); }
 
@@ -48,10 +48,10 @@ class VirtualMachine : public platform::Machine {
     peer.comm = comm;
     peers_[comm] = &peer;
   }
-  void Unplug(int comm) { peers_.erase(comm); }        ///< the device vanishes, also while it is open
-  std::string devices = "/dev/virtual";                ///< their paths, without the Comm number
-  std::set<int> taken;                                 ///< Comm numbers that another program holds
-  platform::LocalTime clock{2004, 2, 3, 14, 5, 9, 0};  ///< the local time at virtual time 0
+  void Unplug(int comm) { peers_.erase(comm); }  ///< the device vanishes, also while it is open
+  std::string devices = "/dev/virtual";          ///< their paths, without the Comm number
+  std::set<int> taken;                           ///< Comm numbers that another program holds
+  LocalTime clock{2004, 2, 3, 14, 5, 9, 0};      ///< the local time at virtual time 0
   void WillAnswer(Answer answer) { answers_.push_back(answer); }
   void WillChooseFile(const std::string& path) { files_.push_back(path); }
   void WillCancelFile() { files_.push_back(std::nullopt); }
@@ -59,11 +59,11 @@ class VirtualMachine : public platform::Machine {
 
   // What a test looks at.
   std::deque<std::string> boxes;  ///< texts of the boxes shown and not yet read
-  std::vector<platform::CommonDialog> fileQuestions;
+  std::vector<CommonDialog> fileQuestions;
   std::vector<WireByte> wire;
-  std::vector<platform::Buttons> buttons;        ///< of all boxes shown
-  std::vector<std::filesystem::path> documents;  ///< what was opened in other programs
-  bool ended = false;                            ///< the program asked to end
+  std::vector<Buttons> buttons;     ///< of all boxes shown
+  std::vector<fs::path> documents;  ///< what was opened in other programs
+  bool ended = false;               ///< the program asked to end
   microseconds Time() const { return now_; }
   bool IsOpen(int comm) const { return lines_.contains(comm); }
   bool AnyPortOpen() const { return !lines_.empty(); }
@@ -71,7 +71,7 @@ class VirtualMachine : public platform::Machine {
   std::string Transcript(std::size_t from = 0) const {
     std::string text;
     for (std::size_t i = from; i < wire.size(); ++i) {
-      const long long ms = (wire[i].at - wire[from].at) / milliseconds{1};
+      const long long ms = (wire[i].at - wire[from].at) / 1ms;
       text += QString::asprintf("%s%lld %02X", text.empty() ? "" : "|", ms, wire[i].byte).toStdString();
     }
     return text;
@@ -89,7 +89,7 @@ class VirtualMachine : public platform::Machine {
   }
   /// Delivers what waits, without any time passing.
   void Settle() {
-    while (platform::EventGate::Get().DeliverOne()) {}
+    while (EventGate::Get().DeliverOne()) {}
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   }
   void At(microseconds due, const std::function<void()>& happening) { happenings_.emplace(due, happening); }
@@ -99,7 +99,7 @@ class VirtualMachine : public platform::Machine {
 
   std::int64_t QueryPerformanceCounter() override { return now_.count(); }
   std::int64_t QueryPerformanceFrequency() override { return 1'000'000; }
-  platform::LocalTime Now() override {
+  LocalTime Now() override {
     const QDateTime start({clock.year, clock.month, clock.day}, {clock.hour, clock.minute, clock.second},
                           QTimeZone::utc());
     const auto now = start.addMSecs(std::chrono::duration_cast<milliseconds>(now_).count());
@@ -113,43 +113,43 @@ class VirtualMachine : public platform::Machine {
     now_ = end;
   }
   void Repaint() override {}
-  platform::PortInfo DescribePort(int comm) override {
+  PortInfo DescribePort(int comm) override {
     const auto* told = peers_.contains(comm) ? "virtual adapter" : "no such device";
     return {devices + std::to_string(comm), told};
   }
-  std::unique_ptr<platform::SerialLine> OpenSerial(int comm, std::function<void(Bytes)> received) override {
+  std::unique_ptr<SerialLine> OpenSerial(int comm, std::function<void(Bytes)> received) override {
     if (!peers_.contains(comm)) throw std::system_error(ENOENT, std::generic_category(), "no such device");
     const bool isFree = !taken.contains(comm) && !lines_.contains(comm);
     if (!isFree) throw std::system_error(EBUSY, std::generic_category(), "in use");
     lines_[comm] = std::move(received);
     return std::make_unique<Line>(*this, comm);
   }
-  std::unique_ptr<platform::Alarm> MakeAlarm(std::function<void()> tick) override {
+  std::unique_ptr<Alarm> MakeAlarm(std::function<void()> tick) override {
     return std::make_unique<VirtualAlarm>(*this, std::move(tick));
   }
-  Answer Ask(const std::string& text, platform::Buttons offered) override {
+  Answer Ask(const std::string& text, Buttons offered) override {
     boxes.push_back(text);
     buttons.push_back(offered);
     OpenBox();
-    if (offered == platform::Buttons::Ok) return Answer::Ok;
-    const bool error = offered == platform::Buttons::RetryCancel;
+    if (offered == Buttons::Ok) return Answer::Ok;
+    const bool error = offered == Buttons::RetryCancel;
     if (error && (answers_.empty() || answers_.front() != Answer::Cancel)) return Answer::Retry;
     return Prepared(answers_, text);
   }
-  std::optional<std::string> AskFile(const platform::CommonDialog& question) override {
+  std::optional<std::string> AskFile(const CommonDialog& question) override {
     fileQuestions.push_back(question);
     OpenBox();
     return Prepared(files_, "a file dialog");
   }
-  bool OpenDocument(const std::filesystem::path& file) override {
+  bool OpenDocument(const fs::path& file) override {
     documents.push_back(file);
     return true;
   }
-  std::filesystem::path ProgramFolder() override { return folder_.path().toStdString(); }
+  fs::path ProgramFolder() override { return folder_.path().toStdString(); }
   void EndProgram() override { ended = true; }
 
  private:
-  struct Line : platform::SerialLine {
+  struct Line : SerialLine {
     Line(VirtualMachine& machine, int comm) : machine_(machine), comm_(comm) {}
     ~Line() override { machine_.lines_.erase(comm_); }
     void Write(std::span<const std::uint8_t> bytes) override {
@@ -163,7 +163,7 @@ class VirtualMachine : public platform::Machine {
     VirtualMachine& machine_;
     int comm_;
   };
-  struct VirtualAlarm : platform::Alarm {
+  struct VirtualAlarm : Alarm {
     VirtualAlarm(VirtualMachine& machine, std::function<void()> tick)
         : machine_(machine), tick_(std::move(tick)) {}
     void Start(milliseconds interval) override {
