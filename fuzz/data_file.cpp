@@ -85,11 +85,11 @@ void TryCsv(std::string_view text, const files::Run& series) {
   if (!lines.Skip(HeaderLines) || LinesIn(csv) != HeaderLines + series.XLinear.size()) return;
   for (std::size_t i = 0; i < series.XLinear.size(); ++i) {
     const auto line = *lines.Next();
-    const auto x = files::BeforeFirstComma(line), y = files::AfterFirstComma(line);
-    Require(x && values::FieldToDegrees(*x)->tenths == series.tenths[0][i],
-            "the X of a CSV line is the run's");
-    Require(y && values::FieldToDegrees(*y)->tenths == series.tenths[1][i],
-            "the Y of a CSV line is the run's");
+    const auto isOf = [i](const auto& field, const auto& tenths) {
+      return field && values::FieldToDegrees(*field)->tenths == tenths[i];
+    };
+    Require(isOf(files::BeforeFirstComma(line), series.tenths[0]), "the X of a CSV line is the run's");
+    Require(isOf(files::AfterFirstComma(line), series.tenths[1]), "the Y of a CSV line is the run's");
   }
 }
 
@@ -103,9 +103,8 @@ void TryRecording(std::string_view text) {
   for (std::size_t axis = 0; axis < run.axes.size(); ++axis)
     Require(run.tenths[axis].size() == samples, "a sample has all axes");
   for (const auto hundredths : run.hundredths) {
-    const double seconds = hundredths / 100.0,
-                 found = files::SecondsAt(run, files::SampleAtSecond(run, seconds));
-    Require(std::abs(found - seconds) < 1e-4, "a time leads back");
+    const double sample = files::SampleAtSecond(run, hundredths / 100.0);
+    Require(std::abs(files::SecondsAt(run, sample) - hundredths / 100.0) < 1e-4, "a time leads back");
   }
 }
 

@@ -17,8 +17,8 @@ void RequireBins(const std::string& file, const PageArray& page) {
 void RequireRun(const std::string& file, const PageArray& page, double channels) {
   files::Run single;
   const auto& points = single.XLinear;
-  Require(files::ReadRun(file, 1, single) && points.size() == 2 * files::FieldsInRecord,
-          "every sample comes back");
+  const bool isRead = files::ReadRun(file, 1, single);
+  Require(isRead && points.size() == 2 * files::FieldsInRecord, "every sample comes back");
   std::size_t pushes = 0;
   for (std::size_t i = 0; i < points.size(); ++i) {
     const int fullScale = channels == 2 || (channels == 3 && i % 2 == 1) ? 90 : 180;

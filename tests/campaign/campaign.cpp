@@ -34,8 +34,7 @@ struct Ending {
 /// The data file that a download in a program's folder writes.
 fs::path DataFile(const fs::path& folder) { return folder / "run.qbx"; }
 
-/// Downloads with the real screen from the logger that the folder has as Comm 1, and gives up at the first
-/// error.
+/// Downloads with the real screen from the logger on the folder's Comm 1, and gives up at the first error.
 Ending Download(const fs::path& folder) {
   rig::AnsweredMachine machine(folder, DataFile(folder));
   rig::Program program;
@@ -43,10 +42,8 @@ Ending Download(const fs::path& folder) {
   auto* entry = screen.findChild<QAction*>("mnuDownload");
   Ending ending;
   machine.onBox = [&](const std::string& text, platform::Buttons buttons) {
-    if (text == "Download completed!") {
-      ending.completed = true;
-      return;
-    }
+    ending.completed = ending.completed || text == "Download completed!";
+    if (text == "Download completed!") return;
     if (buttons != platform::Buttons::YesNo && ending.message.empty()) ending.message = text;
     if (buttons == platform::Buttons::RetryCancel) QTimer::singleShot(0, entry, &QAction::trigger);
     QTimer::singleShot(0, qApp, &QApplication::quit);
@@ -96,10 +93,9 @@ struct Line {
   fs::path logger;
   std::string burst;
   rig::RecordedStandIn Plug(const fs::path& folder, bool paced, const QStringList& more = {}) const {
+    const char* pace = paced || burst != "1" ? "on" : "off";
     return {logger, folder,
-            QStringList{"--pages", QString::number(Pages), "--burst", QString::fromStdString(burst), "--pace",
-                        paced || burst != "1" ? "on" : "off"} +
-                more};
+            QStringList{"--pages", QString::number(Pages), "--burst", burst.c_str(), "--pace", pace} + more};
   }
 };
 
@@ -111,22 +107,22 @@ struct Result {
 Result WithFault(const Line& line, const fs::path& folder, Chance& chance) {
   const auto fault = RandomFault(chance);
   const bool paced = Between(0, 3, chance) == 0;
-  const auto standIn = line.Plug(folder, paced, {"--fault", QString::fromStdString(fault)});
+  const auto standIn = line.Plug(folder, paced, {"--fault", fault.c_str()});
   const auto ending = Download(folder);
   const Contents file(DataFile(folder), standIn.ExpectedDataFile());
   const auto details = fault + (paced ? " paced" : "") + ", " + file.details;
   if (ending.completed && ending.message.empty() && file.right && file.rest == 0) return {"right", details};
   const bool refused = !ending.completed && !ending.message.empty() && file.rest == 0;
   const std::string end = ending.completed ? "completed" : "no end within a minute";
-  return {refused && file.valid ? "refused" : "wrong",
-          details + ": " + (ending.message.empty() ? end : ending.message)};
+  const auto& told = ending.message.empty() ? end : ending.message;
+  return {refused && file.valid ? "refused" : "wrong", details + ": " + told};
 }
 
 /// Most are killed once there is a file; the others at any moment of the seconds before.
 Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   const auto standIn = line.Plug(folder, false);
   QProcess program;
-  program.start(QCoreApplication::applicationFilePath(), {QString::fromStdString(folder.string())});
+  program.start(QCoreApplication::applicationFilePath(), {folder.c_str()});
   const bool early = Between(0, 4, chance) == 0;
   const int moment = Between(0, early ? 4500 : 750, chance);  // ms; both end within their phase
   const auto path = DataFile(folder);
@@ -137,10 +133,10 @@ Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   program.waitForFinished();
   const Contents file(path, standIn.ExpectedDataFile());
   // On a very busy machine a reply may come after its wait: the download refuses, as it should.
-  const bool refused =
-      !killed && program.exitStatus() == QProcess::NormalExit && program.exitCode() == Refused;
+  const bool ended = !killed && program.exitStatus() == QProcess::NormalExit;
+  const bool refused = ended && program.exitCode() == Refused;
   const auto details = (killed ? "killed " : "ended before ") + std::to_string(moment) + " ms after its " +
-                       (early ? "start: " : "file: ") + file.details + " and " + std::to_string(file.rest) +
+                       (early ? "start: " : "file: ") + file.details + ", " + std::to_string(file.rest) +
                        " bytes";
   if (!file.valid || !(killed || refused || file.right)) return {"wrong", details};
   return {refused ? "refused" : "valid", details};

@@ -14,6 +14,9 @@ struct Gate : ::testing::Test {
   void Click(const QWidget* where, char name) {
     gate.Click(where, [this, name] { heard += name; });
   }
+  static void ClickInBox(QMessageBox::StandardButton button) {
+    qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(button)->click();
+  }
   EventGate& gate = EventGate::Get();
   std::string heard;
   int a = 0, b = 0, c = 0;
@@ -79,9 +82,7 @@ struct TwoOptions : Form {
     b->move(0, 50);
     AtUnload([&heard] { heard += 'u'; });
   }
-  void Begin(std::string& heard) {
-    StartWith([&heard] { heard += 's'; });
-  }
+  using Form::StartWith;
   QRadioButton *a, *b;
   QPushButton* busy = MakeButton("busy", "busy", [this] { busy->setEnabled(false); });
 };
@@ -107,8 +108,8 @@ TEST_F(Gate, AnOptionRunsItsHandlerOnceWhoeverSetsTheMark) {
   form.b->setFocus();
   form.b->click();
   QTest::keyClick(form.b, Qt::Key_Up);
-  QAccessible::queryAccessibleInterface(form.b)->actionInterface()->doAction(
-      QAccessibleActionInterface::toggleAction());
+  auto* actions = QAccessible::queryAccessibleInterface(form.b)->actionInterface();
+  actions->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(heard, "bab");
   const EventGate::Hold hold;
   form.a->click();
@@ -118,7 +119,7 @@ TEST_F(Gate, AnOptionRunsItsHandlerOnceWhoeverSetsTheMark) {
 
 TEST_F(Gate, AFormThatIsDeletedEndsAndNeverStarts) {
   auto* form = new TwoOptions(heard);
-  form->Begin(heard);
+  form->StartWith([this] { heard += 's'; });
   form->deleteLater();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
   QCoreApplication::processEvents();
@@ -168,12 +169,10 @@ TEST_F(Gate, EnterAndEscapeInARealBox) {
        {Row{Buttons::Ok, Answer::Ok, Answer::Ok}, Row{Buttons::YesNo, Answer::Yes, Answer::No},
         Row{Buttons::Confirm, Answer::No, Answer::No},
         Row{Buttons::RetryCancel, Answer::Retry, Answer::Retry}}) {
-    EXPECT_EQ(answer(buttons, Qt::Key_Return), enter);
-    EXPECT_EQ(answer(buttons, Qt::Key_Escape), escape);
+    EXPECT_EQ(std::pair(answer(buttons, Qt::Key_Return), answer(buttons, Qt::Key_Escape)),
+              std::pair(enter, escape));
   }
-  QTimer::singleShot(0, [] {
-    qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Cancel)->click();
-  });
+  QTimer::singleShot(0, [] { ClickInBox(QMessageBox::Cancel); });
   EXPECT_EQ(machine.Ask("?", Buttons::RetryCancel), Answer::Cancel);
 }
 
@@ -189,7 +188,7 @@ TEST_F(Gate, ARealMessageBoxHoldsAllEvents) {
     Offer(&a, 'a');
     Offer(&a, 'A');
     Click(&form, 'c');
-    qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Ok)->click();
+    ClickInBox(QMessageBox::Ok);
   });
   MsgBox("stands for a while");
   EXPECT_EQ(heard, "");

@@ -21,8 +21,8 @@
 
 namespace bexlow::test {
 
-using platform::Bytes;
-using platform::MSComm;
+using namespace platform;
+using namespace std::chrono_literals;
 namespace fs = std::filesystem;
 
 /// Whether something is so in another process, which ends as if it were killed.
@@ -75,8 +75,9 @@ void Answer(int filtersDown, const char* name) {
   ASSERT_NE(dialog, nullptr);
   QTimer::singleShot(0, dialog, &QDialog::reject);  // where saving is refused the test goes on
   const auto& sizes = *dialog->findChild<QTreeView*>("treeView")->header();
-  EXPECT_EQ(sizes.sortIndicatorSection(), 3);
-  EXPECT_EQ(sizes.sortIndicatorOrder(), Qt::DescendingOrder) << "the newest first";
+  EXPECT_EQ(std::tuple(sizes.sortIndicatorSection(), sizes.sortIndicatorOrder()),
+            std::tuple(3, Qt::DescendingOrder))
+      << "the newest first";
   auto* filters = dialog->findChild<QComboBox*>("fileTypeCombo");
   for (int i = 0; i < filtersDown; ++i) QTest::keyClick(filters, Qt::Key_Down);
   auto* edit = dialog->findChild<QLineEdit*>("fileNameEdit");
@@ -134,8 +135,7 @@ struct Serial : Files {
   }
   /// Waits until so many bytes are in the control's buffer, without an event loop.
   void Collect(int bytes) {
-    for (int i = 0; i < 5000 && comm.InBufferCount() < bytes; ++i)
-      machine->Idle(std::chrono::milliseconds(2));
+    for (int i = 0; i < 5000 && comm.InBufferCount() < bytes; ++i) machine->Idle(2ms);
   }
 
   fs::path device;
@@ -184,14 +184,13 @@ TEST_F(Serial, TakesNothingOverFromAnEarlierProgram) {
   ASSERT_EQ(tcsetattr(earlier, TCSANOW, &line), 0);
   comm.PortOpen(true);
   ASSERT_EQ(tcgetattr(earlier, &line), 0);
-  EXPECT_EQ(line.c_iflag | line.c_oflag | line.c_lflag, 0U);
-  EXPECT_EQ(line.c_cflag & (CSTOPB | PARENB | CRTSCTS | CREAD | CLOCAL),
-            static_cast<tcflag_t>(CREAD | CLOCAL));
-  EXPECT_EQ(cfgetospeed(&line), static_cast<speed_t>(B19200));
+  const auto kept = line.c_cflag & (CSTOPB | PARENB | CRTSCTS | CREAD | CLOCAL);
+  EXPECT_EQ(std::tuple(line.c_iflag | line.c_oflag | line.c_lflag, kept, cfgetospeed(&line)),
+            std::tuple(0, CREAD | CLOCAL, B19200));
 
   line.c_cc[VMIN] = 1;  // now a read that finds nothing fails with EAGAIN, as some drivers' do
   ASSERT_EQ(tcsetattr(earlier, TCSANOW, &line), 0);
-  machine->Idle(std::chrono::microseconds(1));
+  machine->Idle(1us);
   LoggerSends({0x11, 0x13});
   EXPECT_TRUE(QTest::qWaitFor([&] { return comm.InBufferCount() == 2; })) << "the device was given up";
   ::close(earlier);
@@ -260,9 +259,8 @@ TEST_F(Serial, SaysWhyAPortDoesNotOpen) {
     if (number == 4 && geteuid() == 0) continue;  // nothing is forbidden to root
     comm.CommPort = number;
     EXPECT_NE(FailureOf([&] { comm.PortOpen(true); }).words.find(words), std::string::npos) << number;
-    if (words == std::string("no such device")) {
-      EXPECT_EQ(machine->DescribePort(number).description, words);
-    }
+    const bool isGone = words == std::string("no such device");
+    EXPECT_TRUE(!isGone || machine->DescribePort(number).description == words) << number;
   }
 }
 

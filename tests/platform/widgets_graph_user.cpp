@@ -182,8 +182,8 @@ TEST_F(GraphUser, TimesAreToldAndShownWhereTheyAreKnown) {
        {std::tuple{300, "Sample", "Angle (degrees)"}, {140, "Sample", "degrees"}, {90, "", ""}}) {
     graph.resize(400, height);
     graph.DrawNow();
-    EXPECT_EQ(axis.label(), x) << height;
-    EXPECT_EQ(graph.findChild<QCustomPlot*>()->yAxis->label(), y) << height;
+    const auto& yAxis = *graph.findChild<QCustomPlot*>()->yAxis;
+    EXPECT_EQ(axis.label() + "|" + yAxis.label(), QString(x) + "|" + y) << height;
   }
 }
 
@@ -197,15 +197,13 @@ TEST_F(GraphUser, APageKeyHasOneReceiver) {
   inner->PlotY(std::vector<double>(1000, 1));
   inner->LinkXAxis(graph);
   int pages = 0;
-  for (auto* each : {inner, &graph})
-    each->Paged = [&](bool forward) { return pages += forward ? 1 : 10, pages < 11; };
+  inner->Paged = graph.Paged = [&](bool forward) { return pages += forward ? 1 : 10, pages < 11; };
   for (const auto& [key, counted, lower] :
        {std::tuple{Qt::Key_PageDown, 1, 400}, {Qt::Key_PageUp, 11, 220}, {Qt::Key_F5, 11, 220}}) {
     if (pages == 0) inner->SetXView({400, 600});
     QTest::keyClick(inner, key);
-    EXPECT_EQ(pages, counted);
-    EXPECT_EQ(inner->XView().lower, lower);
-    EXPECT_EQ(screen.keys, key == Qt::Key_F5 ? 1 : 0);
+    EXPECT_EQ(std::tuple(pages, inner->XView().lower, screen.keys),
+              std::tuple(counted, lower, key == Qt::Key_F5));
   }
 }
 
@@ -216,8 +214,8 @@ TEST_F(GraphUser, TheLimitIsDraggedAndStepped) {
   graph.DrawNow();
   EXPECT_EQ(moved, 1);
   Drag(Qt::LeftButton, PlaceOf(500, 0), PlaceOf(520, 45));
-  EXPECT_NEAR(*graph.Limit(), 45, 2);
-  EXPECT_EQ(*graph.Limit(), std::round(*graph.Limit()));
+  const double limit = *graph.Limit();
+  EXPECT_TRUE(std::abs(limit - 45) <= 2 && limit == std::round(limit)) << limit;
   Near(graph.XView(), {0, 1000}, 0);
   graph.DrawNow();
   EXPECT_GT(moved, 1);

@@ -8,10 +8,7 @@
 namespace bexlow::test {
 
 struct DownloadStory : Story {
-  void SetUp() override {
-    StartConnected();
-    Choose("Tools", "Download");
-  }
+  void SetUp() override { StartConnected("Download"); }
   /// Begins a download into a file of this name and lets the retrievals run.
   void Begin(const std::string& name = "run.qbx") { ChooseFile("Data", "Download", name); }
   /// Begins a download of a hundred pages that runs for a second.
@@ -42,9 +39,9 @@ struct DownloadStory : Story {
   /// Nothing runs any more, and live samples would go to no file of a download.
   void ExpectEnded() {
     EXPECT_FALSE(Running() || Shared.LiveSample.SavingToFile);
-    const auto* warning = outer->findChild<QLabel*>("lblWarning");
-    EXPECT_TRUE(warning == nullptr || warning->isHidden());
-    EXPECT_EQ(Offered("Data", "Download") && Offered("Data", "Erase"), ScreenInFront() == "DownloadErase");
+    const bool isInFront = ScreenInFront() == "DownloadErase";
+    EXPECT_TRUE(!isInFront || The("lblWarning").isHidden());
+    EXPECT_EQ(Offered("Data", "Download") && Offered("Data", "Erase"), isInFront);
     ExpectIdle();
   }
   void RunToTheEnd() {

@@ -27,6 +27,10 @@ struct LiveStory : Story {
     machine.wire.clear();
   }
   void Sample() { Choose("Data", "Sample"); }
+  void SampleFor(microseconds time) {
+    Sample();
+    machine.Pass(time);
+  }
   void Leave() { Choose("Data", "Return"); }
   bool Sampling() const { return Checked("Data", "Sample"); }
 

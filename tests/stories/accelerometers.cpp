@@ -36,8 +36,7 @@ TEST_F(AccStory, ShowsReadingsClearsThemAtTheStopAndAClickHoldsTheStrips) {
   EXPECT_TRUE(Offered("Data", "Save"));
   EXPECT_EQ(shown(), " 0  0  0 ");
   logger.silent = false;
-  Sample();
-  machine.Pass(500ms);
+  SampleFor(500ms);
   EXPECT_EQ(onStrip(), 256);
   QTest::keyClick(&strip, Qt::Key_Plus);
   EXPECT_EQ(strip.XView().Size(), 30) << "nothing moves it";
@@ -109,8 +108,7 @@ TEST_F(AccStory, ALateReplyToADacWriteTearsNoSampleAndLeavesOneChain) {
     logger.delivery.chunk = 1;
     ServiceChord();
     Save("late.qbx");
-    Sample();
-    machine.Pass(10ms);
+    SampleFor(10ms);
     logger.spoil = [&](Bytes&, microseconds& delay) { delay = milliseconds(lateMs); };
     machine.Pass(AccSampleTime);
     logger.spoil = {};

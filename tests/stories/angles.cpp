@@ -45,8 +45,7 @@ TEST_P(RecorderStory, SpoiltRepliesAreDroppedWithoutAMessageAndTearNoSample) {
     OpenScreen();
     logger.SpoilOne(2, spoil);
     Save("spoilt.qbx");
-    Sample();
-    machine.Pass(1s);
+    SampleFor(1s);
     EXPECT_TRUE(Sampling());
     const bool stalls = what == "short" || what == "none";
     const auto dropped = Requests() - std::ssize(Records());  // or still under way
@@ -63,8 +62,7 @@ TEST_P(RecorderStory, SpoiltRepliesAreDroppedWithoutAMessageAndTearNoSample) {
 TEST_P(RecorderStory, ARecordingOpensFromMainInATabOfItsOwn) {
   const bool isAngles = GetParam() == 0;
   Save("live.qbx");
-  Sample();
-  machine.Pass(2s);
+  SampleFor(2s);
   Sample();
   const auto count = Records().size();
   Append(path, "2.1,7\r\n2.2,");
@@ -119,8 +117,7 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTimeToItsOwnFileWhateverAnotherTabD
   chooseSave(true);  // under the name of the earlier choice
   Shared.DataFileName = DataFile("other.qbx").string();
   Shared.LiveSample.SavingToFile = false;
-  Sample();
-  machine.Pass(1s);
+  SampleFor(1s);
   Sample();
   EXPECT_FALSE(fs::exists(DataFile("other.qbx")));
   const auto records = Records();
@@ -131,15 +128,13 @@ TEST_P(RecorderStory, SavesEachSampleUnderItsTimeToItsOwnFileWhateverAnotherTabD
   EXPECT_GE(std::ranges::count(records, ".5," + record), 1);
   EXPECT_TRUE(Contains(FileText(path), "\r\n"s + Kind().columns + "\r\n0,"));
   chooseSave(false);  // it went on across stops
-  Sample();
-  machine.Pass(100ms);
+  SampleFor(100ms);
   EXPECT_EQ(Records().size(), records.size());
 }
 
 TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
   Save("full.qbx");
-  Sample();
-  machine.Pass(Kind().sampleTime * 3);
+  SampleFor(Kind().sampleTime * 3);
   Shared.DataFileName = DataFile("").string();
   for (const auto wait : {0us, microseconds(1'000'000)}) {  // so that the user can stop
     machine.Pass(wait);
@@ -158,8 +153,7 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
 
 TEST_P(RecorderStory, SavingOutlivesTheScreen) {
   Save("outlives.qbx");
-  Sample();
-  machine.Pass(Kind().sampleTime * 2);
+  SampleFor(Kind().sampleTime * 2);
   EXPECT_EQ(Records().size(), 2U);
   for (const auto& next : Recorders) {
     SCOPED_TRACE(next.screen);
@@ -168,8 +162,7 @@ TEST_P(RecorderStory, SavingOutlivesTheScreen) {
     Choose("Display", next.screen);
     EXPECT_FALSE(Sampling() || Checked("Data", "Save"));
     const auto before = Records().size();
-    Sample();
-    machine.Pass(next.sampleTime * 2);
+    SampleFor(next.sampleTime * 2);
     EXPECT_EQ(Records().size(), before + 2);
     EXPECT_TRUE(Records().back().ends_with(next.record));
   }
@@ -185,8 +178,7 @@ struct AnglesStory : LiveStory {
 
 TEST_F(AnglesStory, ShowsWordsAsReceivedAndAnglesInDegrees) {
   logger.angles = {0xFF, 0xA4, 0x00, 0xB6};
-  Sample();
-  machine.Pass(ShownTime);
+  SampleFor(ShownTime);
   EXPECT_EQ(Texts("txtWordX", "txtWordY", "txtX", "txtY"), "65444|182|-0.5|0.5|");
   EXPECT_EQ(std::pair(Dial("dialX"), Dial("dialY")), std::pair(-0.5, 0.5));
   EXPECT_EQ(std::tuple(Shared.LiveSample.WordX, Shared.LiveSample.WordY), std::tuple(-91, 182));
@@ -204,8 +196,7 @@ TEST_F(AnglesStory, WhatIsPastLooksSo) {
     return (pale ? "pale " : "live ") + The<CWKnob>("dialX").ValueText().toStdString();
   };
   EXPECT_EQ(look(), "pale ");
-  Sample();
-  machine.Pass(1s);
+  SampleFor(1s);
   EXPECT_EQ(look(), "live 16.5°");
   logger.silent = true;
   machine.Pass(1900ms);
@@ -267,8 +258,7 @@ TEST_F(AnglesStory, AFailedTareStopsTheChainAndKeepsTheNewCaption) {
        {std::tuple{"Untare Y", "Tare Y", "RemoveTare"}, std::tuple{"Tare Y", "Untare Y", "GetTare"}}) {
     SCOPED_TRACE(source);
     Open("Angles");
-    Sample();
-    machine.Pass(AngleSampleTime);
+    SampleFor(AngleSampleTime);
     if (Text("cmdTareY") != caption) Press(next);
     machine.Unplug(1);
     Press(caption);

@@ -4,10 +4,7 @@
 namespace bexlow::test {
 
 struct Calibrate : Story {
-  void SetUp() override {
-    StartConnected();
-    Choose("Tools", "Calibrate");
-  }
+  void SetUp() override { StartConnected("Calibrate"); }
   void StartSampling() {
     machine.wire.clear();
     Choose("Data", "Sample");

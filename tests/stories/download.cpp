@@ -173,8 +173,7 @@ TEST_F(DownloadStory, AWholePageIsKeptWhereTheNextRequestFails) {
     machine.Pass(4s);
     Reads("MSComm1_OnComm", "TimerSampling_Timer");
     WriteFile(DataFile("run.csv"), "of another logger");
-    std::filesystem::last_write_time(DataFile("run.csv"),
-                                     std::filesystem::last_write_time(DataFile("run.qbx")) - 1h);
+    fs::last_write_time(DataFile("run.csv"), fs::last_write_time(DataFile("run.qbx")) - 1h);
     Choose("Data", "Download");
     EXPECT_EQ(PagesInFile(), UpTo(3));
     EXPECT_EQ(Text("lblRemark"), "run.csv is older than this file and belongs to an earlier download.");

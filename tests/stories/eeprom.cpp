@@ -8,8 +8,7 @@ constexpr auto WrongLength = "Read EEPROM error: packet length is <> 1 byte!";
 struct Eeprom : Story {
   /// Opened from Configuration, which shows the entry after the service chord.
   void SetUp() override {
-    StartConnected();
-    Choose("Tools", "Configuration");
+    StartConnected("Configuration");
     machine.Pass(1s);
     Reads("Read completed!");
     ServiceChord();

@@ -30,15 +30,16 @@ struct Runs : Story {
     EXPECT_EQ(The<QTreeView>("tblRuns").isVisible(), !rows.empty()) << "an empty folder shows no table";
   }
   static std::string Later(const std::string& text) { return Replaced(text, "/2004", "/2005"); }
+  const std::string OnePage = Header() + Record("1", 264, "1");
 };
 
 TEST_F(Runs, FollowTheFolder) {
   Start();
   Becomes({});
-  WriteFile(DataFile("old.qbx"), Header() + Record("1", 264, "1"));
+  WriteFile(DataFile("old.qbx"), OnePage);
   const std::string old = "old.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|";
   Becomes({old});
-  WriteFile(DataFile("new.qbx"), Later(Header()) + Record("1", 264, "1"));
+  WriteFile(DataFile("new.qbx"), Later(OnePage));
   WriteFile(DataFile("new.csv"), Later(Header()));
   Becomes({"new.qbx|2005-03-09 14:05||Linear X and Y|0:00:18|1|", old});
   machine.Pass(10s);  // from here on only the file's own change can tell of it
@@ -56,7 +57,7 @@ TEST_F(Runs, FollowTheFolder) {
 
 TEST_F(Runs, TellHostileFilesInTheirRows) {
   Start();
-  WriteFile(DataFile("a.qbx"), Header() + Record("1", 264, "1") + "2,1");
+  WriteFile(DataFile("a.qbx"), OnePage + "2,1");
   std::string again = Shortened(Header("", "", "Angles"), 10);
   for (int i = 0; i < 700; ++i) again += "10,1,1\r\n";
   WriteFile(DataFile("again.qbx"), again + "2,1,1\r\n");
@@ -84,9 +85,9 @@ TEST_F(Runs, TellHostileFilesInTheirRows) {
 // bytes of a name, not by its letters.
 TEST_F(Runs, AreFoundByNameAndOpenInTheGraphThatFits) {
   Start();
-  WriteFile(DataFile("anna.qbx"), Later(Header()) + Record("1", 264, "1"));
+  WriteFile(DataFile("anna.qbx"), Later(OnePage));
   WriteFile(DataFile("pushes.qbx"), Header() + Record("1", 264, "BP"));
-  WriteFile(DataFile("x\xE9.qbx"), Header() + Record("1", 264, "1"));
+  WriteFile(DataFile("x\xE9.qbx"), OnePage);
   WriteFile(DataFile("z.qbx"), Header() + Record("1", 263, "1"));
   Becomes({"anna.qbx|2005-03-09 14:05||Linear X and Y|0:00:18|1|",
            "pushes.qbx|2004-03-09 14:05||Linear X and Y|0:00:18|1|",

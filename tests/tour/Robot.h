@@ -56,12 +56,9 @@ class Robot {
     if (verb == "key") return Key(QKeySequence(what)[0]);
     if (verb == "rest") return QTest::qWait(what.toInt());
     if (verb == "picture") return Picture(what);
-    if (verb == "screen") {
-      return WaitUntil(what, [&] {
-        const auto* form = platform::Form::Active();
-        return form != nullptr && form->Name() == what.toStdString();
-      });
-    }
+    const auto name = [](auto* form) { return form == nullptr ? "" : form->Name(); };
+    const auto inFront = [&] { return name(platform::Form::Active()) == what.toStdString(); };
+    if (verb == "screen") return WaitUntil(what, inFront);
     if (verb != "box") return Choose(verb.section(" > ", 0, 0), verb.section(" > ", 1));
     const auto begins = [&](const QString& box) { return box.startsWith(what); };
     WaitUntil("the box " + what, [&] { return std::ranges::any_of(boxes_, begins); });
@@ -102,14 +99,11 @@ class Robot {
     const QRect frame = outer_.frameGeometry();
     const auto pixmap = outer_.screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height());
     const auto path = output_ / (name.toStdString() + ".png");
-    Require(pixmap.save(QString::fromStdString(path.string())), "cannot write " + path.string());
+    Require(pixmap.save(path.c_str()), "cannot write " + path.string());
   }
   void Watch() {
     auto* top = QApplication::activeModalWidget();
-    if (top != seen_) {
-      seen_ = top;
-      shown_.start();
-    }
+    if (std::exchange(seen_, top) != top) shown_.start();
     if (top == nullptr || shown_.elapsed() < BoxStandsMs) return;
     if (auto* box = qobject_cast<QMessageBox*>(top)) AnswerBox(*box);
     if (auto* dialog = qobject_cast<QFileDialog*>(top)) AnswerFile(*dialog);

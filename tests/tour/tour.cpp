@@ -133,8 +133,8 @@ class Tour {
     robot_.NextFile(path);
     robot_.Do({"Tools > Download", "Data > Download", "rest: 1500", "picture: download" + pictures,
                "box: Download completed!", "screen: Graph"});
-    Require(test::FileText(path) == standIn_.ExpectedDataFile(),
-            path.string() + " is not what the logger holds");
+    const bool isRight = test::FileText(path) == standIn_.ExpectedDataFile();
+    Require(isRight, path.string() + " is not what the logger holds");
     robot_.Do({"rest: 400"});
   }
   void DownloadRun(const std::string& name, const QString& pictures) {
