@@ -1,5 +1,4 @@
-// Data files in their readers: Graph, its pairs of Bin pages, GraphBP, MakeLinearCSV, recordings. What two of
-// them read from one file must be the same.
+// Data files in their readers. What two of them read from one file must be the same.
 #include <cmath>
 
 #include "Target.h"

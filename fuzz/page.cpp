@@ -1,5 +1,4 @@
-// Pages of the logger: two bytes for mode and channels, then a page. A decoded page must come back through
-// every reader of data files.
+// Two bytes for mode and channels, then a page, which must come back decoded through every reader.
 #include "Target.h"
 #include "files/Series.h"
 

@@ -1,18 +1,14 @@
 // One download under attack, counted by scripts/campaign: with a fault of the stand-in, or killed at a random
 // moment. The last line tells the result: right, refused, valid, or wrong, and the seed that gives it again.
-//
 // bexlow-campaign LOGGER fault|kill SEED [BURST]
 // bexlow-campaign FOLDER
 #include <QtWidgets>
 
-#include <algorithm>
 #include <cstdio>
-#include <cstdlib>
 #include <random>
 
 #include "rig/Rig.h"
 #include "shared/Screens.h"
-#include "support/DataFiles.h"
 
 using namespace bexlow;
 namespace fs = std::filesystem;
@@ -31,7 +27,6 @@ struct Ending {
   std::string message;  ///< the first that was not part of a good end; empty if the download just never ended
 };
 
-/// The data file that a download in a program's folder writes.
 fs::path DataFile(const fs::path& folder) { return folder / "run.qbx"; }
 
 /// Downloads with the real screen from the logger on the folder's Comm 1, and gives up at the first error.
@@ -87,8 +82,7 @@ struct Contents {
   std::string details;
 };
 
-/// The stand-in, and how its bytes come: one by one with a line's pace or without one, or in bursts,
-/// which need a pace.
+/// The stand-in, and how its bytes come: one by one, or in bursts, which need a line's pace.
 struct Line {
   fs::path logger;
   std::string burst;
@@ -142,7 +136,7 @@ Result Killed(const Line& line, const fs::path& folder, Chance& chance) {
   return {refused ? "refused" : "valid", details};
 }
 
-/// The result of an attack on one line.
+/// The result in words.
 std::string Attack(const Line& line, const std::string& how, const fs::path& folder, unsigned long seed) {
   Chance chance(seed);
   Result result;

@@ -109,8 +109,7 @@ TEST(BinPages, FieldsMustBeNumbers) {
 TEST(BinPages, BinsSpreadOverTheDegrees) {
   for (const auto& [bin, x, y] :
        {std::tuple{0U, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}}) {
-    EXPECT_EQ(std::tuple(files::DegreeOfBin(bin, 361), files::DegreeOfBin(bin, 181)), std::tuple(x, y))
-        << bin;
+    EXPECT_EQ(std::tuple(files::DegreeOfBin(bin, 361), files::DegreeOfBin(bin, 181)), std::tuple(x, y));
   }
   files::BinPoints points;
   for (std::size_t bin = 0; bin < files::BinCount; ++bin) points[bin] = static_cast<double>(bin) + 1;

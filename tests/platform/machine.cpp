@@ -1,9 +1,5 @@
-// The real machine: its files and their dialog, the copy that runs, and the serial control on a
-// pseudo-terminal.
-#include <QTest>
-#include <QtWidgets>
+// The real machine: files, their dialog, the copy that runs, the serial control on a pseudo-terminal.
 
-#include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
 #include <sys/resource.h>
@@ -13,6 +9,7 @@
 #include <unistd.h>
 
 #include "logic/Expect.h"
+#include "platform/Widgets.h"
 #include "platform/controls/MSComm.h"
 #include "platform/machine/Ports.h"
 #include "platform/machine/RealMachine.h"

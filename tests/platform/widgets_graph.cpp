@@ -183,11 +183,10 @@ TEST_F(Graph, AsManyCursorsAsSamples) {
   graph.SetCursors(places);
   graph.DrawNow();
   graph.resize(1800, 300);  // each column of a plot that has grown, too
-  const auto last = PixelOf(FullRun - 1, 90);
+  const auto end = PixelOf(FullRun - 1, 90);
   const auto paper = ColoursOf(QApplication::palette()).paper;
-  const auto picture = Picture();
-  for (int x = PixelOf(0, 0).x() + 1; x < last.x(); ++x)
-    ASSERT_NE(picture.pixelColor(x, last.y()), paper) << x;
+  const auto image = Picture();
+  for (int x = PixelOf(0, 0).x() + 1; x < end.x(); ++x) ASSERT_NE(image.pixelColor(x, end.y()), paper) << x;
 }
 
 TEST_F(Graph, CursorsAreRedLinesWithAMarkAndOneIsStressed) {

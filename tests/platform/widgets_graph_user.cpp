@@ -3,7 +3,6 @@
 
 #include "platform/Widgets.h"
 #include "platform/graph/CWGraph.h"
-#include "platform/machine/EventGate.h"
 #include "support/Find.h"
 #include "support/VirtualMachine.h"
 

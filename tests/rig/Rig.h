@@ -15,7 +15,6 @@
 
 namespace bexlow::rig {
 
-/// Throws std::runtime_error unless it holds.
 inline void Require(bool holds, const std::string& what) {
   if (!holds) throw std::runtime_error(what);
 }
@@ -49,7 +48,6 @@ class StandIn {
             "the stand-in logger does not start");
   }
   ~StandIn() { End(); }
-  /// Ends it, so that its files are whole.
   void End() {
     if (process_.state() == QProcess::NotRunning) return;
     process_.terminate();
@@ -61,10 +59,9 @@ class StandIn {
   QProcess process_;
 };
 
-/// A stand-in logger that records what it holds and sends.
+/// A stand-in logger that records what it holds and sends, in the folder's "stand-in".
 class RecordedStandIn : public StandIn {
  public:
-  /// Records in the folder's "stand-in".
   RecordedStandIn(const Path& logger, const Path& folder, const QStringList& options)
       : StandIn(logger, folder, RecordsIn(folder / "stand-in") + options), records_(folder / "stand-in") {}
 
@@ -116,8 +113,7 @@ class RecordedStandIn : public StandIn {
   Path records_;
 };
 
-/// The real machine with a user who closes each box, agrees to nothing, and chooses one file. It installs
-/// itself.
+/// The real machine, installed, with a user who closes each box, agrees to nothing, and chooses one file.
 class AnsweredMachine : public platform::RealMachine {
  public:
   explicit AnsweredMachine(const std::filesystem::path& folder, std::filesystem::path file = {})
@@ -140,7 +136,6 @@ class AnsweredMachine : public platform::RealMachine {
 
 /// The program's outer window on the machine that is installed, with Comm 1 selected.
 struct Program {
-  /// Requires that the program loads.
   Program() {
     shared::Shared = {};
     Require(outer.Load(), "the program does not start");
@@ -151,8 +146,7 @@ struct Program {
     outer.show();
     return *screen;
   }
-  /// Triggers a menu entry once the event loop runs, and lets it run until something quits it, or for so
-  /// long.
+  /// Triggers a menu entry, and runs the event loop until something quits it, or for so long.
   static void Run(QAction* entry, int limitMs) {
     QTimer limit;
     limit.setSingleShot(true);

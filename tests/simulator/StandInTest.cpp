@@ -1,5 +1,4 @@
-// The stand-in logger: its answers, the runs in its memory, what becomes of a reply on its way to the line,
-// and the program itself on a real pseudo-terminal.
+// The stand-in logger: answers, runs, a reply's way to the line, and the program on a pseudo-terminal.
 #include <algorithm>
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -82,8 +81,7 @@ TEST(StoreRun, WritesWhatThePlanSays) {
     for (std::size_t n = 0; n + 1 < run.size(); n += 2) marks += run[n] == 127 && run[n + 1] == 127;
     EXPECT_EQ(marks, wantedPushes);
     EXPECT_EQ(std::ranges::count(run.last(static_cast<std::size_t>(unwritten)), 0xFF), unwritten);
-    EXPECT_GE(std::ranges::count(memory.All(), 0x11),
-              static_cast<std::ptrdiff_t>((PageCount - pages) * PageSize));
+    EXPECT_GE(std::ranges::count(memory.All(), 0x11), std::ptrdiff_t((PageCount - pages) * PageSize));
   }
 }
 
@@ -221,7 +219,6 @@ struct EndToEnd : testing::Test {
     ASSERT_EQ(::write(device, bytes.data(), bytes.size()), static_cast<ssize_t>(bytes.size()));
   }
 
-  // Reads `count` bytes, each within 10 s.
   static std::string Read(int device, std::size_t count) {
     std::vector<std::uint8_t> bytes(count);
     pollfd source{device, POLLIN, 0};
@@ -230,7 +227,6 @@ struct EndToEnd : testing::Test {
     return ToHex(bytes);
   }
 
-  // Whether it becomes true within 20 seconds.
   static bool Within(const std::function<bool()>& so) {
     for (int i = 0; i < 2000 && !so(); ++i) std::this_thread::sleep_for(10ms);
     return so();

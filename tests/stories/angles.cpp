@@ -141,8 +141,7 @@ TEST_P(RecorderStory, AFileThatTakesNothingLosesRecordsAndNotTheChain) {
     EXPECT_TRUE(machine.boxes.empty());
     machine.Pass(Kind().sampleTime);
     const auto box = Reads("Write"s + Kind().screen + "ToFile");
-    EXPECT_TRUE(
-        Contains(box, "\r\nScreen: General\r\nDescription: " + Shared.DataFileName + ": Is a directory"));
+    EXPECT_TRUE(Contains(box, "Screen: General\r\nDescription: " + Shared.DataFileName + ": Is a directory"));
     const auto told = Form::Active()->Doing().Text();
     EXPECT_TRUE(told.starts_with("Sampling") && told.ends_with("; 3 samples are in ")) << told;
   }

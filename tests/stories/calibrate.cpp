@@ -26,10 +26,9 @@ struct Calibrate : Story {
     logger.spoil = {};
     Stop();
   }
-  std::string Row(const std::string& letter) {
+  std::string Row(const std::string& axis) {
     std::string row;
-    for (const char* box : {"txt", "txtMin", "txtMax", "txtOffset", "txtGain"})
-      row += Text(box + letter) + " ";
+    for (const char* box : {"txt", "txtMin", "txtMax", "txtOffset", "txtGain"}) row += Text(box + axis) + " ";
     return row.substr(0, row.size() - 1);
   }
 };

@@ -32,7 +32,6 @@ struct Exchanges : DownloadStory {
     Store(3);
     logger.eraseBytes = 3000;
   }
-  /// Chooses an entry on a screen.
   void On(const char* screen, const char* menu, const char* entry) {
     Front(screen);
     Choose(menu, entry);

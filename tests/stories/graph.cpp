@@ -12,8 +12,7 @@ constexpr auto EndOfFile = "End of data file has been reached!";
 /// The bins of page 1 count 11 each, those of page 2 22, and so on.
 std::string BinFile(int pages) {
   std::string text = Header("0");
-  for (int page = 1; page <= pages; ++page)
-    text += Record(std::to_string(page), 132, std::to_string(11 * page));
+  for (int n = 1; n <= pages; ++n) text += Record(std::to_string(n), 132, std::to_string(11 * n));
   return text;
 }
 
@@ -39,7 +38,6 @@ struct GraphScreen : Story {
 
 struct GraphStory : GraphScreen {
   void SetUp() override { StartConnected("Graph"); }
-  /// "points X / points Y"
   std::string Points() const {
     return std::to_string(X().Values().size()) + " / " + std::to_string(Y().Values().size());
   }

@@ -14,13 +14,11 @@ bool Until(Condition condition, int limitMs = 10'000) {
 }
 
 /// Another computer, as far as the program can tell.
-class PeerSocket {
- public:
+struct PeerSocket {
   PeerSocket() { EXPECT_TRUE(socket_.bind(QHostAddress::LocalHost, 0)); }
   int Port() const { return socket_.localPort(); }
   void Send(const QByteArray& bytes, int port) {
-    EXPECT_EQ(socket_.writeDatagram(bytes, QHostAddress::LocalHost, static_cast<quint16>(port)),
-              bytes.size());
+    EXPECT_GE(socket_.writeDatagram(bytes, QHostAddress::LocalHost, static_cast<quint16>(port)), 0);
   }
   /// The next datagram; "(none)" where none comes.
   std::string Next(int waitMs = 10'000) {
@@ -30,17 +28,14 @@ class PeerSocket {
     return bytes.toStdString();
   }
   bool Nothing() { return Next(50) == "(none)"; }
-
- private:
   QUdpSocket socket_;
 };
 
 struct RemoteStory : LiveStory {
-  void SetUp() override { OpenScreen(); }
-  /// Opens the screen. Whether the default port can be bound depends on the user and on what else runs.
-  void OpenScreen() {
-    if (outer == nullptr) StartConnected();
-    if (!Shown("Display", "Remote Session")) ServiceChord();
+  /// Whether the default port can be bound depends on the user and on what else runs.
+  void SetUp() override {
+    StartConnected();
+    ServiceChord();
     Choose("Display", "Remote Session");
     if (!machine.boxes.empty() && machine.boxes.front().starts_with("Port 1001 cannot be used: "))
       machine.boxes.pop_front();
@@ -53,9 +48,8 @@ struct RemoteStory : LiveStory {
   }
   void AddressPeer() {
     Pick("optRemoteHost1");
-    Type("txtRH1", "127");
-    for (const auto* box : {"txtRH2", "txtRH3"}) Type(box, "0");
-    Type("txtRH4", "1");
+    for (const auto* box : {"txtRH1 127", "txtRH2 0", "txtRH3 0", "txtRH4 1"})
+      Type(std::string(box, 6), box + 7);
   }
   /// Binds to a free port and addresses the peer.
   void Reset() {
@@ -230,7 +224,7 @@ TEST_F(RemoteStory, ANameIsLookedUpWhileTheWindowGoesOn) {
     Type("txtRH5", name);
     Press("Reset");
     EXPECT_TRUE(Contains(Text("lblSocket"), "Looking up")) << "no answer has been waited for";
-    TypeInto(The<QPlainTextEdit>("txtSend"), "x");
+    TypeInto(The("txtSend"), "x");
   }
   ASSERT_TRUE(Until([&] { return Contains(Text("lblSocket"), "127.0.0.1"); }));
   EXPECT_TRUE(peer.Nothing()) << "sent before the name was known";

@@ -81,8 +81,7 @@ TEST_F(Runs, TellHostileFilesInTheirRows) {
   Becomes(rows);
 }
 
-// A failed graph fails under its own name, not under that of the table's page; and files are told by the
-// bytes of a name, not by its letters.
+// A failed graph fails under its own name, not the page's; files are told by the bytes of a name.
 TEST_F(Runs, AreFoundByNameAndOpenInTheGraphThatFits) {
   Start();
   WriteFile(DataFile("anna.qbx"), Later(OnePage));

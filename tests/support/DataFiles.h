@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <fstream>
 #include <sstream>
-#include <string>
 #include <vector>
 
 namespace bexlow::test {
@@ -40,7 +39,6 @@ inline std::string Record(const std::string& page, std::size_t fields, const std
   return text + "\r\n";
 }
 
-/// A text with its first such part replaced.
 inline std::string Replaced(std::string text, const std::string& part, const std::string& by) {
   return text.replace(text.find(part), part.size(), by);
 }

@@ -4,9 +4,6 @@
 #include <QTest>
 #include <QtWidgets>
 
-#include <algorithm>
-#include <gtest/gtest.h>
-
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/System.h"
@@ -107,7 +104,6 @@ struct Story : ::testing::Test {
   std::string Texts(const Names&... names) const {
     return ((Text(names) + "|") + ...);
   }
-  /// A label of the status line.
   std::string Status(const char* label) const {
     return outer->findChild<QLabel*>(label)->text().toStdString();
   }
@@ -153,7 +149,6 @@ struct Story : ::testing::Test {
     machine.WillChooseFile(path.string());
     Choose(menu, entry);
   }
-  /// Opens a data file of this text.
   void Open(const std::string& text) {
     WriteFile(DataFile("f.qbx"), text);
     ChooseFile("File", "Open", "f.qbx");

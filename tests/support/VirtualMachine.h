@@ -2,11 +2,9 @@
 #pragma once
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QTemporaryDir>
 #include <QTimeZone>
 
-#include <deque>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -23,7 +21,6 @@ using std::chrono::microseconds, std::chrono::milliseconds;
 /// 10 bits a byte at 19200 baud.
 inline constexpr microseconds ByteTime{521};
 
-/// What is at the other end of a line.
 struct Peer {
   virtual ~Peer() = default;
   virtual void Receive(std::uint8_t byte) = 0;  ///< a byte, as it is written
@@ -31,7 +28,6 @@ struct Peer {
   int comm = 0;
 };
 
-/// One byte that the program wrote, and when.
 struct WireByte {
   microseconds at;
   int comm;

@@ -1,5 +1,4 @@
-// The screens run on the offscreen platform, also while the build asks which tests there are. The runtime
-// folder is a scratch folder, so that no running program is touched.
+// The screens run offscreen, also while the build asks for its tests, and touch no running program's folder.
 #include <QApplication>
 #include <QTemporaryDir>
 

@@ -1,11 +1,9 @@
-// A user played by timers: chooses, presses, types, answers the boxes that open meanwhile with "Yes" or their
-// usual button, and takes pictures.
+// A user played by timers, who answers the boxes that open meanwhile with "Yes" or their usual button.
 #pragma once
 
 #include <QTest>
 #include <QtWidgets>
 
-#include <algorithm>
 #include <iostream>
 
 #include "rig/Rig.h"
@@ -39,7 +37,6 @@ class Robot {
       DoOne(step.section(": ", 0, 0), step.section(": ", 1));
     }
   }
-  /// Lets the program run until a condition holds.
   void WaitUntil(const QString& what, const std::function<bool()>& condition) {
     Require(QTest::qWaitFor(condition, PatienceMs), "in vain waited for: " + what.toStdString());
   }

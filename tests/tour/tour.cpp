@@ -1,13 +1,10 @@
-// The tour: the real screens in a real window, on the real clock, against the stand-in logger. Compares every
-// file with what the stand-in holds, and leaves a picture of each screen.
-//
-// bexlow-tour LOGGER FOLDER
+// bexlow-tour LOGGER FOLDER: the real screens in a real window, on the real clock, against the stand-in
+// logger. Compares every file with what the stand-in holds, and leaves a picture of each screen.
 #include <QPrinter>
 #include <QUdpSocket>
 
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
-#include "support/DataFiles.h"
 #include "tour/Robot.h"
 #include "values/NumberText.h"
 
@@ -71,8 +68,7 @@ class Tour {
     robot_.Do({"Data > Return"});
   }
 
-  /// Samples with saving on. Each record without its time must be the sample that was sent at its place; the
-  /// last samples may have come after the stop.
+  /// Each record without its time must be the sample sent at its place; the last may come after the stop.
   void SaveAndCompare(const std::string& name, std::string (*recordOf)(const std::vector<int>&)) {
     constexpr std::size_t HeaderLines = 10, Enough = 900;
     const auto file = dataFiles_ / (name + ".qbx");
