@@ -109,6 +109,7 @@ void SamplingScreen::PauseSampling() {
 void SamplingScreen::ResumeSampling() {
   MSComm1.Input();
   MSComm1.RThreshold(threshold_);
+  afterPause_ = true;
   SendRequest();
 }
 
@@ -149,7 +150,8 @@ Bytes SamplingScreen::TakeReply() {
   const auto expected = static_cast<std::size_t>(threshold_);
   const auto firstByteAt = MSComm1.FirstByteAt();
   Bytes reply = MSComm1.Input();
-  if (reply.size() != expected || CameTooSoon(firstByteAt)) EndReply(MSComm1, reply, expected);
+  const bool isDoubtful = std::exchange(afterPause_, false) || CameTooSoon(firstByteAt);
+  if (isDoubtful || reply.size() != expected) EndReply(MSComm1, reply, expected);
   return reply;
 }
 

@@ -74,6 +74,7 @@ class SamplingScreen : public platform::Form {
   std::unique_ptr<platform::Alarm> showing_;  ///< shows a sample that no other follows
   platform::Timer delaying_;
   bool delayed_ = false;
+  bool afterPause_ = false;   ///< an answer to what was written meanwhile may still come before the reply
   bool showDue_ = false;      ///< a sample was taken since the last frame
   std::int64_t shownAt_ = 0;  ///< reading of the high-resolution counter
   Pace pace_;

@@ -38,10 +38,8 @@ class Angles : public RecordingScreen {
     rows->addWidget(strips_, 2);
 
     for (auto* frame : {fraRawWord, fraAngles}) strips_->DimAlong(frame);
-    for (const auto& axis : axes_) {
-      strips_->DimAlong(axis.dial);
-      axis.tare->setText(shared::Shown(Shared.OnBoardParameters.*axis.row.tareField));
-    }
+    for (const auto& axis : axes_) strips_->DimAlong(axis.dial);
+    ShowTares();
     EnableTareButtons(false);
   }
 
@@ -98,7 +96,13 @@ class Angles : public RecordingScreen {
 
   void Starting() override {
     RecordingScreen::Starting();
+    ShowTares();  // another logger may have been connected
     EnableTareButtons(true);
+  }
+
+  void ShowTares() {
+    for (const auto& axis : axes_)
+      axis.tare->setText(shared::Shown(Shared.OnBoardParameters.*axis.row.tareField));
   }
 
   // The raw words keep their last values.

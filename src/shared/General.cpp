@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "files/LinearCsv.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
@@ -38,7 +39,9 @@ bool AppendRecord(const char* procedure, DataFileKind kind, const std::string& r
 void WaitMilliseconds(int milliseconds) { WaitMicroseconds(std::int64_t{1000} * milliseconds); }
 
 void WaitMicroseconds(std::int64_t microseconds) {
+  constexpr std::int64_t Noticed = 100'000;
   if (microseconds <= 0) return;
+  if (microseconds >= Noticed) platform::EventGate::Get().NoteWait();
   auto& machine = platform::Machine::Get();
   const auto start = machine.QueryPerformanceCounter();
   while (true) {

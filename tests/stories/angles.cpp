@@ -246,8 +246,26 @@ TEST_F(AnglesStory, UntaresThenTares) {
     Key(Qt::Key_Space);
     EXPECT_EQ(Text("cmdTareX") + Text("cmdTareY"), caption + "Tare Y"s) << "the focus stays";
   }
+  machine.At(machine.Time() + 250ms, [&] {
+    auto& button = The<QPushButton>("cmdTareX");
+    for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
+      QApplication::postEvent(&button, new QMouseEvent(type, {5, 5}, button.mapToGlobal(QPointF(5, 5)),
+                                                       Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+  });
+  logger.acknowledges = true;
+  logger.delivery.chunk = 1;
+  Press("Untare X");
+  QApplication::processEvents();
+  EXPECT_EQ(Text("cmdTareX"), "Tare X") << "the second click of two";
+  for (int i = 0; i < 200; ++i) {
+    machine.Pass(1ms);
+    ASSERT_EQ(Shared.LiveSample.AngleX, 16.5) << "an answer to the write is no part of a sample";
+  }
   Key(Qt::Key_F5);
   EXPECT_FALSE(Sampling());
+  Shared.OnBoardParameters.XTare = 7;
+  Key(Qt::Key_F5);
+  EXPECT_EQ(Text("txtTareX"), "7") << "of the logger that was connected last";
   Open("Angles");
   EXPECT_EQ(Text("cmdTareX"), "Untare X");
 }

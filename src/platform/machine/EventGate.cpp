@@ -6,6 +6,7 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <utility>
 
 namespace bexlow::platform {
 
@@ -41,7 +42,10 @@ bool EventGate::Click(const QWidget* where, const std::function<void()>& action,
   const QWidget* modal = QApplication::activeModalWidget();
   if (modal != nullptr && where != nullptr && where->window() != modal) return false;
   const bool unnamed = handler.empty() && where != nullptr;
-  Run({where, unnamed ? where->objectName().toStdString() + "_Click" : handler}, action);
+  Run({where, unnamed ? where->objectName().toStdString() + "_Click" : handler}, [&] {
+    action();
+    if (std::exchange(waited_, false)) QCoreApplication::processEvents();
+  });
   return true;
 }
 

@@ -33,6 +33,10 @@ class EventGate {
   /// False if it was dropped. Without a name the handler is that of a click on `where`.
   bool Click(const QWidget* where, const std::function<void()>& action, const std::string& handler = {});
 
+  /// A handler has let time pass. What was pressed meanwhile comes before it ends and so is dropped: of a
+  /// double click the second one.
+  void NoteWait() { waited_ = true; }
+
   /// Delivers the oldest waiting event. False if there is none or the gate is held.
   bool DeliverOne();
   /// The screen whose handler runs, or a control on it; null if there is none.
@@ -63,6 +67,7 @@ class EventGate {
   const QWidget* running_ = nullptr;
   int depth_ = 0;
   bool woken_ = false;
+  bool waited_ = false;
   bool collecting_ = false;
 };
 
