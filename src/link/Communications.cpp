@@ -96,7 +96,7 @@ std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std
 
 void EndReply(platform::MSComm& comm, Bytes& reply, std::size_t expected, std::span<const Step> firstSteps,
               std::int64_t silentUs) {
-  constexpr int MostRounds = 50;  // of 20 ms: a logger's line is silent before that
+  constexpr int MostRounds = 20;  // of 20 ms: two pages take 14
   Send(comm, firstSteps);
   for (const auto& step : firstSteps) silentUs -= std::int64_t{1000} * step.pauseMs;
   shared::WaitMicroseconds(silentUs);

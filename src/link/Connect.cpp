@@ -112,8 +112,9 @@ class Connect : public Form {
       MSComm1.PortOpen(false);
       if (reply == Bytes{Ping().front().byte}) DetectedCommPort = port;
       Note(port, DetectedCommPort != 0 ? "the logger answered"
-                 : reply.empty()       ? Silent
-                                       : "opened, but the reply is not a logger's");
+                 : !reply.empty()      ? "opened, but the reply is not a logger's"
+                 : Machine::Get().DescribePort(port).description == NoSuchDevice ? Gone
+                                                                                 : Silent);
     } catch (const std::system_error&) {
       MSComm1.PortOpen(false);
       Note(port, Gone);
@@ -126,6 +127,7 @@ class Connect : public Form {
     MousePointer(Pointer::Busy);
     EnableButtons(false);
     outcomes_.clear();
+    shared::ForgetFailure(*this);
     bool found = false;
     for (std::int16_t port = 1; port <= LastComm && !found; ++port) {
       lblDevice->setText(QString("Asking on Comm %1...").arg(port));

@@ -16,9 +16,12 @@ namespace bexlow::link {
 class Launch {
  public:
   /// @param main      the screen that holds the controls of the launch
-  /// @param launched  called when the logger logs by itself and counts as disconnected; told the page at
-  ///                  which it was heard last during the erase, nothing if it was not heard
-  Launch(platform::Form& main, std::function<void(std::optional<int> page)> launched)
+  /// The bytes that a logger sends during an erase: three a page at least.
+  static constexpr std::size_t BytesInPage = 3;
+
+  /// @param launched  called when the logger logs by itself and counts as disconnected; told how many bytes
+  ///                  were heard during the erase
+  Launch(platform::Form& main, std::function<void(std::size_t heard)> launched)
       : main_(main), launched_(std::move(launched)) {
     progress_.frame->hide();
     main.OnActivity = [this] {
@@ -48,7 +51,6 @@ class Launch {
   static constexpr int EraseLeadMs = 1000;  // the logger accepts LaunchLogging only during an erase
   static constexpr std::size_t LeastBytesOfErase = 4;  // in one tick
   static constexpr double BytesLostInTick = 2;
-  static constexpr double BytesInPage = 3;
 
   bool WriteLaunchTime() {
     try {
@@ -75,7 +77,7 @@ class Launch {
       progress_.frame->show();
       platform::Machine::Get().Repaint();
       ErasedByteCount = ErasedPageCount = 0;
-      heard_ = false;
+      heard_ = 0;
       OpenCommPort(MSComm1, main_);
       Send(MSComm1, EraseData());
       shared::WaitMilliseconds(EraseLeadMs);
@@ -91,10 +93,11 @@ class Launch {
 
   void Timer1_Timer() {
     const auto count = MSComm1.Input().size();
-    heard_ = heard_ || count > 0;
+    heard_ += count;
     if (count < LeastBytesOfErase) return Finish();
     ErasedByteCount += static_cast<double>(count) - BytesLostInTick;
-    ErasedPageCount = std::min(values::RoundHalfEven(ErasedByteCount / BytesInPage), double{files::LastPage});
+    ErasedPageCount =
+        std::min(values::RoundHalfEven(ErasedByteCount / double{BytesInPage}), double{files::LastPage});
     progress_.Show("Erasing page " + QString::fromStdString(values::NumberText(ErasedPageCount)),
                    ErasedPageCount);
     emit main_.ActivityChanged();
@@ -112,18 +115,18 @@ class Launch {
     platform::MsgBox(
         "Disconnect the serial cable from the Bexlow! The shaker will shake momentarily indicating that "
         "datalogging has begun.");
-    launched_(heard_ ? std::optional(static_cast<int>(ErasedPageCount)) : std::nullopt);
+    launched_(heard_);
   }
 
   platform::Form& main_;
-  std::function<void(std::optional<int> page)> launched_;
+  std::function<void(std::size_t heard)> launched_;
   platform::MSComm MSComm1{main_, "MSComm1"};
   platform::Timer Timer1{main_, "Timer1", 250};
   platform::Progress progress_ =
       platform::MakeProgress("fraErase", "PBar", IdleCaption, files::LastPage, &main_);
   double ErasedByteCount = 0;
   double ErasedPageCount = 0;  ///< 0 to 2047
-  bool heard_ = false;
+  std::size_t heard_ = 0;      ///< bytes; the count of the pages leaves some of them out
 };
 
 }  // namespace bexlow::link

@@ -14,7 +14,7 @@ namespace {
 class Main : public Form {
  public:
   explicit Main(MDIForm1& outer)
-      : Form("Main", "Main"), outer_(outer), launch_(*this, [this](auto page) { LoggerSentOff(page); }) {
+      : Form("Main", "Main"), outer_(outer), launch_(*this, [this](auto heard) { LoggerSentOff(heard); }) {
     BuildFileMenu();
     BuildToolsMenu();
     BuildDisplayMenu();
@@ -172,18 +172,18 @@ class Main : public Form {
     ShowHint();
   }
 
-  /// @param page  at which the erase was heard last; nothing for one that was not heard
-  void LoggerSentOff(std::optional<int> page) {
-    constexpr int NearTheEnd = 9 * files::LastPage / 10;  // the count of pages is a guess from that of bytes
+  /// @param heard  bytes during the erase
+  void LoggerSentOff(std::size_t heard) {
+    constexpr std::size_t NearlyAll = link::Launch::BytesInPage * files::LastPage * 9 / 10;
     LoggerReached(false);
     sentOff_ =
         "The logger is on its run. When it is back, plug the serial cable in and choose Connect from the "
         "File menu.";
-    if (page < NearTheEnd)
-      sentOff_ = page ? QString("The erase was heard to page %1 of %2 only.").arg(*page).arg(files::LastPage)
-                      : "The logger sent nothing during the erase.";
-    warns_ = page < NearTheEnd;
-    if (warns_) sentOff_ += " Connect again and look before you hand it out.";
+    warns_ = heard < NearlyAll;
+    if (warns_)
+      sentOff_ = QString(heard == 0 ? "The logger sent nothing during the erase."
+                                    : "The erase was heard in part only.") +
+                 " Connect again and look before you hand it out.";
     ShowHint();
   }
 

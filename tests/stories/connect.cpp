@@ -56,6 +56,10 @@ TEST_F(ConnectStory, AutoDetectAcceptsExactlyOneEcho) {
     EXPECT_EQ(ScreenInFront(), "Connect");
     ExpectIdle();
   }
+  EXPECT_NE(Shared.LastFailure, "");
+  Press("Auto Detect");
+  Reads("Bexlow found on Comm 16!");
+  EXPECT_EQ(Shared.LastFailure, "");
 }
 
 TEST_F(ConnectStory, TypingReplacesTheNumberInAWindowThatHasOpened) {
@@ -227,10 +231,16 @@ TEST_F(Launch, SilenceIsTakenForTheEnd) {
     Choose("File", "Connect");
     Key(Qt::Key_Escape);
     EXPECT_TRUE(Text("lblHint").starts_with(bytes == 0 ? "The logger sent nothing during the erase. Connect"
-                                                       : "The erase was heard to page 0 of 2047 only."));
+                                                       : "The erase was heard in part only. Connect"));
     Choose("File", "Connect");
     Press("OK");
   }
+  logger.eraseBytes = 3 * 2048;
+  logger.eraseStep = 49ms;  // five minutes: of each tick's five bytes the page number counts three
+  ChooseLaunch();
+  machine.Pass(302s);
+  Reads(Launched);
+  EXPECT_TRUE(Text("lblHint").starts_with("The logger is on its run"));
 }
 
 TEST_F(Launch, APortThatVanishesAtEachByte) {
