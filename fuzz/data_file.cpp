@@ -56,12 +56,6 @@ void TryGraph(std::string_view text, files::Run& series) {
   }
 }
 
-void TryReview(std::string_view text) {
-  const auto check = files::CheckReviewFile(text);
-  Require((check == files::ReviewCheck::Empty) == text.empty(), "an empty file is told");
-  Require(check != files::ReviewCheck::Ok || LinesIn(text) >= HeaderLines, "its whole header was checked");
-}
-
 void TryBins(std::string_view text, int page) {
   files::BinPair pair;
   if (!Takes([&] { pair = files::FindPair(text, page); })) return;
@@ -110,8 +104,8 @@ void TryRecording(std::string_view text) {
 /// From shorter ends less is known, but nothing else.
 void TryEntry(std::string_view text) {
   const auto entryOf = [text](std::size_t head, std::size_t tail) {
-    return files::ReadRunEntry(text.substr(0, head), text.substr(text.size() - std::min(tail, text.size())),
-                               text.size());
+    const auto begin = text.size() - std::min(tail, text.size());
+    return files::ReadRunEntry(text.substr(0, head), text.substr(begin), text.size());
   };
   const auto whole = entryOf(files::HeadBytes, files::TailBytes), ends = entryOf(512, 2048);
   Require(whole.lastPage >= 0 && whole.lastPage <= files::LastPage, "a page is one of the memory's");
@@ -123,7 +117,9 @@ void TryEntry(std::string_view text) {
 void Try(std::string_view text) {
   files::Run series;
   TryGraph(text, series);
-  TryReview(text);
+  const auto check = files::CheckReviewFile(text);
+  Require((check == files::ReviewCheck::Empty) == text.empty(), "an empty file is told");
+  Require(check != files::ReviewCheck::Ok || LinesIn(text) >= HeaderLines, "its whole header was checked");
   for (const int page : {-1, 1, 3}) TryBins(text, page);
   TryCsv(text, series);
   TryEntry(text);

@@ -93,10 +93,7 @@ struct Line {
   }
 };
 
-struct Result {
-  const char* word;
-  std::string details;
-};
+using Result = std::pair<const char*, std::string>;
 
 Result WithFault(const Line& line, const fs::path& folder, Chance& chance) {
   const auto fault = RandomFault(chance);
@@ -145,7 +142,7 @@ std::string Attack(const Line& line, const std::string& how, const fs::path& fol
   } catch (const std::exception& failure) {
     result = {"wrong", failure.what()};
   }
-  auto text = std::string(result.word) + " " + how + " " + std::to_string(seed) + " " + result.details;
+  auto text = std::string(result.first) + " " + how + " " + std::to_string(seed) + " " + result.second;
   for (char& c : text) c = c == '\r' || c == '\n' ? ' ' : c;
   return text;
 }

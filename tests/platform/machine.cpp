@@ -95,7 +95,6 @@ TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
         Row{"a filter for any name", "All Files (*.*)|*.*", 1, "qbx", 0, "a", "a.qbx"},
         Row{"a quotation mark is refused", Pictures, 1, "png", 0, "a\"b", "ab.png"},
         Row{"no default", Pictures, 1, "", 1, "a", "a"}}) {
-    SCOPED_TRACE(what);
     QTimer::singleShot(0, [&] { Answer(down, name); });
     platform::CommonDialog dialog;
     dialog.InitDir = folder;
@@ -103,7 +102,7 @@ TEST_F(Files, TheFilterOnShowGivesANameItsSuffix) {
     dialog.FilterIndex = first;
     dialog.DefaultExt = suffix;
     dialog.Saves = true;
-    EXPECT_EQ(machine.AskFile(dialog).value_or(""), folder / saved);
+    EXPECT_EQ(machine.AskFile(dialog).value_or(""), folder / saved) << what;
   }
 }
 

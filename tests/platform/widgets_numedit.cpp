@@ -32,11 +32,10 @@ TEST_F(NumEdit, TypingAndPastingStayInsideTheLimits) {
         {"no exponents", 0, 1024, 0, "1e3", 13, "13"},
         {"a decimal too many is rounded", -180, 180, 3, "-20.00162", -20.002, "-20.002"},
         {"a sign alone", -90, 90, 1, "-", 7, "7.0"}}) {
-    SCOPED_TRACE(what);
     Prepare(minimum, maximum, decimals, 7);
     QTest::keyClicks(&edit, keys);
     QTest::keyClick(&edit, Qt::Key_Return);
-    EXPECT_EQ(std::tuple(edit.Value(), edit.text().toStdString()), std::tuple(value, text));
+    EXPECT_EQ(std::tuple(edit.Value(), edit.text().toStdString()), std::tuple(value, text)) << what;
   }
   for (const auto& [pasted, value] :
        {std::pair{"512", 512}, {"51.5", 7}, {"5000", 1024}, {"-1", 7}, {"nan", 7}, {"0x10", 7}}) {

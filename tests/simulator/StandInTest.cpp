@@ -46,7 +46,6 @@ TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
         std::tuple{"page beyond the memory", "64 08 00", ""},
         std::tuple{"unknown letters are passed over", "7A 00 FF 66", "66"},
         std::tuple{"a letter as an operand", "72 66", "4B"}, std::tuple{"launch", "58", ""}}) {
-    SCOPED_TRACE(what);
     Time now = 1h;
     Logger logger(Small, now);
     std::string heard;
@@ -54,7 +53,7 @@ TEST(LoggerTest, AnswersEachCommandWithItsLiteralBytes) {
       const auto answer = logger.Take(byte, now += 12ms);
       if (answer) heard.append(heard.empty() ? "" : " | ").append(ToHex(answer->bytes));
     }
-    EXPECT_EQ(heard, reply);
+    EXPECT_EQ(heard, reply) << what;
   }
 }
 

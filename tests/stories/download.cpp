@@ -21,13 +21,10 @@ TEST_F(DownloadStory, AWholeDownloadGivesDataFileAndCsv) {
   EXPECT_EQ(machine.Transcript().substr(0, 16), "0 64|12 00|24 01");
   Finish();
   const std::string begins =
-      "Quornell Bexlow Data File Version 3.2.3\r\nDownload Pages\r\nFirmware Version: 3.3\r\nSerial Number: "
-      "417\r\n"
-      "Launch Time: 03/09/2004 14:05:07\r\nFirmware Sampling Frequency: 7.5\r\nChannel Gains: X=323 Y=408 "
-      "Z=322\r\n"
-      "Channel Offsets: X=323 Y=324 Z=322\r\nTares: X=61895 Y=0\r\nBin/Linear Mode = 1\r\nLinear Channel = "
-      "3\r\n"
-      "Page,X Data-->,Y Data-->\r\n1,1.4,1.4,4.2,2.8,";
+      "Quornell Bexlow Data File Version 3.2.3\r\nDownload Pages\r\nFirmware Version: 3.3\r\n"
+      "Serial Number: 417\r\nLaunch Time: 03/09/2004 14:05:07\r\nFirmware Sampling Frequency: 7.5\r\n"
+      "Channel Gains: X=323 Y=408 Z=322\r\nChannel Offsets: X=323 Y=324 Z=322\r\nTares: X=61895 Y=0\r\n"
+      "Bin/Linear Mode = 1\r\nLinear Channel = 3\r\nPage,X Data-->,Y Data-->\r\n1,1.4,1.4,4.2,2.8,";
   EXPECT_EQ(FileText(path).substr(0, begins.size()), begins);
   EXPECT_EQ(PagesInFile(), UpTo(2));
   EXPECT_LE(outer->minimumSizeHint().width(), 790) << "fits a screen of 800 pixels";
@@ -140,7 +137,7 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
                                        {"a plain port", {8, ByteTime * 4, 1us}},
                                        {"an adapter", {1, 0ms, 16ms}}}) {
     logger.delivery = delivery;
-    for (const auto& [what, spoil, late, warned] : rows) {
+    for (const auto& [what, spoil, late, warned] : rows)
       for (const int struck : {31, 33, 37}) {  // after 30 retrievals: page 0, page 2, the blank page
         SCOPED_TRACE(std::string(line) + ", " + what + ", reply " + std::to_string(struck));
         Store(5);
@@ -161,7 +158,6 @@ TEST_F(DownloadStory, SpoiltRepliesAreAskedForAgainHoweverTheLineDelivers) {
         EXPECT_EQ(PagesInFile(), UpTo(5));
         EXPECT_EQ(LinesAfter(12)[1].substr(0, 14), "2,2.8,2.1,5.6,") << "of the bytes 2, 3, 4";
       }
-    }
   }
 }
 
@@ -320,8 +316,8 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
     Begin();
     EXPECT_EQ(Text("txtMode") + Text("txtChannels"), modeAndChannels);
     Finish();
-    EXPECT_EQ(The<CWGraph>("CWGraph1").Values().size(), xPoints);
-    EXPECT_EQ(The<CWGraph>("CWGraph2").Values().size(), yPoints);
+    const auto points = [this](const char* graph) { return The<CWGraph>(graph).Values().size(); };
+    EXPECT_EQ(std::tuple(points("CWGraph1"), points("CWGraph2")), std::tuple(xPoints, yPoints));
     EXPECT_TRUE(Contains(FileText(path), "\r\n"s + head + "\r\n1,"));
     EXPECT_EQ(std::ranges::count(LinesAfter(12).front(), ','), fields);
     EXPECT_EQ(fs::exists(DataFile("run.csv")), mode == 1);

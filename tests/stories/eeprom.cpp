@@ -110,11 +110,10 @@ TEST_F(Eeprom, TheValueBoxTakesDigitsAndALeadingMinus) {
        {std::tuple{"", "1a2 .+e3", "123", false}, std::tuple{"", "-5-6", "-56", false},
         std::tuple{"1", "-2", "12", false}, std::tuple{"", "\u0663\uFF15\u2212", "", false},
         std::tuple{"12", "-3", "312", true}, std::tuple{"-5", "1", "1-5", true}}) {
-    SCOPED_TRACE(std::string(before) + " and " + typed);
     Box().setText(before);
     inFront ? Box().home(false) : Box().end(false);
     TypeInto(Box(), QString::fromUtf8(typed));
-    EXPECT_EQ(Text("txtValue"), after);
+    EXPECT_EQ(Text("txtValue"), after) << typed;
   }
   Press("Write");  // 1-5
   Reads("cmdWrite_Click");

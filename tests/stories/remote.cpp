@@ -89,7 +89,6 @@ TEST_F(RemoteStory, StartsAsASenderThatDoesNotSend) {
   EXPECT_FALSE(The("fraDial").isEnabled());
   for (const auto& [option, sends, ports] :
        {std::tuple{"optSession2", false, "10011002"}, std::tuple{"optSession1", true, "10021001"}}) {
-    SCOPED_TRACE(option);
     Pick(option);
     EXPECT_EQ(std::tuple(Offered("Data", "Sample"), The("fraSend").isEnabled(), The("fraDial").isEnabled()),
               std::tuple(sends, sends, !sends));

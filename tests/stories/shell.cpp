@@ -48,11 +48,11 @@ TEST_F(Shell, ChordsActOnTheRemoteEntryAndTheDisplayMenu) {
         {"service hides remote", Qt::Key_F11, ctrl, true, false},
         {"service shows remote", Qt::Key_F11, ctrl, true, true},
         {"display off", Qt::Key_F12, ctrl, false, false}}) {
-    SCOPED_TRACE(what);
     Key(key, modifiers);
     EXPECT_EQ(std::tuple(outer->menuBar()->actions()[2]->isEnabled(), Shown("Display", "Angles"),
                          Shown("Display", "Remote Session")),
-              std::tuple(display, !display, remote));
+              std::tuple(display, !display, remote))
+        << what;
   }
 }
 

@@ -26,7 +26,8 @@ class Tour {
     Calibrate();
     WatchAccelerometers();
     WatchAngles();
-    OpenRecording();
+    robot_.NextFile(dataFiles_ / "angles.qbx");
+    robot_.Do({"press: Open a data file...", "screen: Recording", "picture: recording", "File > Return"});
     ShareAngles();
     DownloadRun("first", "");
     ReviewPushes();
@@ -145,24 +146,16 @@ class Tour {
     robot_.Do({"Tools > Graph Button Pushes"});
     robot_.NextFile(dataFiles_ / "first.qbx");
     robot_.Do({"File > Open", "press: >", "press: Show All", "picture: review"});
-    Report();
-    robot_.Do({"File > Return"});
-  }
-  void Report() {
     const auto path = dataFiles_.parent_path() / "report.pdf";
     auto& graph = test::The<platform::CWGraph>("CWGraph1");
     graph.AskPrinter = [&](QPrinter& printer) {
-      printer.setOutputFileName(QString::fromStdString(path.string()));
+      printer.setOutputFileName(path.c_str());
       return true;
     };
-    for (auto* entry : graph.actions()) {
+    for (auto* entry : graph.actions())
       if (entry->text() == "R&eport...") entry->trigger();
-    }
     Require(test::FileText(path).starts_with("%PDF"), "there is no report");
-  }
-  void OpenRecording() {
-    robot_.NextFile(dataFiles_ / "angles.qbx");
-    robot_.Do({"press: Open a data file...", "screen: Recording", "picture: recording", "File > Return"});
+    robot_.Do({"File > Return"});
   }
 
   bool MemoryIsBlank() const {
