@@ -228,7 +228,11 @@ class RemoteSession : public link::SamplingScreen {
   std::string PeerText() const {
     if (!optRemoteHost1->isChecked()) return TrimmedText(*txtRH5);
     std::string address;
-    for (const auto* number : txtRH) address += (number == txtRH.front() ? "" : ".") + TrimmedText(*number);
+    for (const auto* box : txtRH) {
+      auto number = TrimmedText(*box);
+      while (number.size() > 1 && number.front() == '0') number.erase(0, 1);  // the system reads 010 as 8
+      address += (box == txtRH.front() ? "" : ".") + number;
+    }
     return address;
   }
 

@@ -94,7 +94,8 @@ class Winsock {
   std::function<void()> DataArrival;
 
  private:
-  static constexpr std::size_t MostWaiting = 256;  // while a handler runs or a box is open; newer are dropped
+  static constexpr std::size_t MostWaiting =
+      256;                               // while a handler runs or a box is open; the oldest are dropped
   static constexpr int MostAtOnce = 64;  // so that a flood does not keep the window from its other work
 
   static std::errc CodeOf(QAbstractSocket::SocketError error) {
@@ -134,7 +135,8 @@ class Winsock {
     for (int i = 0; i < MostAtOnce && socket_->hasPendingDatagrams(); ++i) {
       const auto datagram = socket_->receiveDatagram();
       if (!datagram.isValid()) break;
-      if (received_.size() < MostWaiting) received_.push_back(datagram.data().toStdString());
+      received_.push_back(datagram.data().toStdString());
+      if (received_.size() > MostWaiting) received_.pop_front();
     }
     OfferNext();
   }
