@@ -120,7 +120,7 @@ class RunsTable : public QTreeWidget {
       headerItem()->setTextAlignment(column++, head.alignment == Right ? Qt::AlignCenter : head.alignment);
     }
     setRootIsDecorated(false);
-    setStyleSheet("QTreeView::item { padding: 2px 8px; border: 0; }");
+    setStyleSheet("QTreeView::item { padding: 2px 4px; border: 0; }");
     setUniformRowHeights(true);
     setTextElideMode(Qt::ElideMiddle);
     header()->setDefaultSectionSize(header()->minimumSectionSize());
