@@ -108,9 +108,8 @@ TEST(BinPages, FieldsMustBeNumbers) {
 
 TEST(BinPages, BinsSpreadOverTheDegrees) {
   for (const auto& [bin, x, y] :
-       {std::tuple{0U, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}}) {
+       {std::tuple{0U, -180, -90}, {1, -177, -89}, {65, -2, -1}, {66, 0, 0}, {67, 3, 2}, {131, 178, 90}})
     EXPECT_EQ(std::tuple(files::DegreeOfBin(bin, 361), files::DegreeOfBin(bin, 181)), std::tuple(x, y));
-  }
   files::BinPoints points;
   for (std::size_t bin = 0; bin < files::BinCount; ++bin) points[bin] = static_cast<double>(bin) + 1;
   const auto arrays = files::SpreadOverDegrees(points, points);
@@ -192,10 +191,9 @@ TEST(Recordings, KnowTheirTimesAndNumbers) {
     EXPECT_DOUBLE_EQ(files::SecondsAt(run, sample), seconds);
     EXPECT_DOUBLE_EQ(files::SampleAtSecond(run, seconds), sample);
   }
-  for (const auto& [asked, sample, seconds] : {std::tuple{-1.0, 0, 0.1}, std::tuple{9.0, 3, 1.2}}) {
+  for (const auto& [asked, sample, seconds] : {std::tuple{-1.0, 0, 0.1}, std::tuple{9.0, 3, 1.2}})
     EXPECT_EQ(std::tuple(files::SampleAtSecond(run, asked), files::SecondsAt(run, asked)),
               std::tuple(sample, seconds));
-  }
   EXPECT_EQ(graph::NumbersLine(graph::NumbersInView(run, 0, 0, 3, 333), 333),
             "In view: min 330.0, mean 381.8, max 531.0; above 333: 50.0 %, below: 50.0 %");
 }

@@ -82,14 +82,13 @@ graph::View ViewOf(const files::Run& run, std::size_t first, std::size_t last) {
 /// Rich text with a bar for each tag or several.
 std::string Plain(const std::string& html) {
   std::string text;
-  for (std::size_t i = 0; i < html.size(); ++i) {
+  for (std::size_t i = 0; i < html.size(); ++i)
     if (html[i] == '<') {
       i = html.find('>', i);
       if (!text.ends_with('|')) text += '|';
     } else {
       text += html[i];
     }
-  }
   return text;
 }
 
@@ -108,17 +107,15 @@ TEST(View, IsAExactTableOfSamples) {
   for (const auto& [what, view, csv] :
        {Row{"a spike", ViewOf(run, 231, 233),
             head + "231,30.8,60.5,-20.5,\r\n232,30.933,-.7,90,\r\n233,31.067,60.5,-20.5,\r\n"},
-        Row{"pushes after a gap", ViewOf(run, 263, 266),
-            head +
-                "263,35.067,60.5,-20.5,\r\n264,52.8,,,BP\r\n265,52.933,,,BP\r\n266,53.067,60.5,-20.5,\r\n"},
-        Row{"unwritten end", ViewOf(run, 455, 527), head + "455,78.267,60.5,-20.5,\r\n"},
-        Row{"no times", noTimes, "Sample,X angle,Y angle,Push\r\n39,60.5,-20.5,\r\n40,,,BP\r\n"},
-        Row{"one channel", ViewOf(oneChannel, 1, 1), "Sample,Time(seconds),Y angle\r\n1,35.333,-.7\r\n"},
-        Row{"a recording",
-            {bits, 0, 1, 0, [](double sample) { return 0.01 + sample; }},
-            "Sample,Time(seconds),Acc X,Acc Y,Acc Z\r\n0,.01,377,91,406\r\n1,1.01,2,-.5,1024\r\n"}}) {
+        {"pushes after a gap", ViewOf(run, 263, 266),
+         head + "263,35.067,60.5,-20.5,\r\n264,52.8,,,BP\r\n265,52.933,,,BP\r\n266,53.067,60.5,-20.5,\r\n"},
+        {"unwritten end", ViewOf(run, 455, 527), head + "455,78.267,60.5,-20.5,\r\n"},
+        {"no times", noTimes, "Sample,X angle,Y angle,Push\r\n39,60.5,-20.5,\r\n40,,,BP\r\n"},
+        {"one channel", ViewOf(oneChannel, 1, 1), "Sample,Time(seconds),Y angle\r\n1,35.333,-.7\r\n"},
+        {"a recording",
+         {bits, 0, 1, 0, [](double sample) { return 0.01 + sample; }},
+         "Sample,Time(seconds),Acc X,Acc Y,Acc Z\r\n0,.01,377,91,406\r\n1,1.01,2,-.5,1024\r\n"}})
     EXPECT_EQ(graph::SamplesCsv(view), csv) << what;
-  }
 }
 
 TEST(View, ListsItsPushesWithTheSampleBefore) {

@@ -35,9 +35,8 @@ TEST(NumberText, TwoFormsOfTheSameDigits) {
         Row{0.1 + 0.2, ".3", "0.3"}, Row{-20.0 / 3, "-6.66666666666667", "-6.66666666666667"},
         Row{0.05, ".05", "0.05"}, Row{1e15, "1000000000000000", "1000000000000000"},
         Row{123456789012345678.0, "123456789012346000", "123456789012346000"},
-        Row{9.9999999999999996, "10", "10"}, Row{1e-7, ".0000001", "0.0000001"}}) {
+        Row{9.9999999999999996, "10", "10"}, Row{1e-7, ".0000001", "0.0000001"}})
     EXPECT_EQ(std::tuple(values::NumberText(value), values::PlainNumberText(value)), std::tuple(file, box));
-  }
   EXPECT_EQ(values::NumberText(Huge).size(), 309u);
   for (const double value : {NaN, -Infinity})
     EXPECT_EQ(FailureOf([&] { values::NumberText(value); }).code, EDOM) << value;
@@ -71,10 +70,9 @@ TEST(NumberText, CountsAndTimesForReading) {
   for (const auto& [seconds, words, clock] :
        {std::tuple{0.44, "0.4 s", "0:00:00"}, std::tuple{1238 / 7.5, "2 min 45 s", "0:02:45"},
         std::tuple{59.96, "1 min 0 s", "0:01:00"}, std::tuple{3599.7, "1 h 0 min 0 s", "1:00:00"},
-        std::tuple{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}}) {
+        std::tuple{270203 / 7.5, "10 h 0 min 27 s", "10:00:27"}})
     EXPECT_EQ(values::DurationWords(seconds) + "|" + values::DurationClock(seconds),
               std::string(words) + "|" + clock);
-  }
   EXPECT_EQ(values::DurationClock(59.97, 1) + values::DurationClock(-0.2, 1), "0:01:00.0-0:00:00.2");
   EXPECT_EQ(values::DurationClock(0.05, 2), "0:00:00.05");
 }

@@ -168,10 +168,9 @@ TEST_F(Gate, EnterAndEscapeInARealBox) {
   for (const auto& [buttons, enter, escape] :
        {Row{Buttons::Ok, Answer::Ok, Answer::Ok}, Row{Buttons::YesNo, Answer::Yes, Answer::No},
         Row{Buttons::Confirm, Answer::No, Answer::No},
-        Row{Buttons::RetryCancel, Answer::Retry, Answer::Retry}}) {
+        Row{Buttons::RetryCancel, Answer::Retry, Answer::Retry}})
     EXPECT_EQ(std::pair(answer(buttons, Qt::Key_Return), answer(buttons, Qt::Key_Escape)),
               std::pair(enter, escape));
-  }
   QTimer::singleShot(0, [] { ClickInBox(QMessageBox::Cancel); });
   EXPECT_EQ(machine.Ask("?", Buttons::RetryCancel), Answer::Cancel);
 }

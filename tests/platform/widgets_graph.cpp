@@ -104,7 +104,7 @@ TEST_F(Graph, ACrossingIsAGapAndASampleBetweenTwoIsSeen) {
   std::vector<std::int16_t> values(FullRun);
   for (std::size_t i = 0; i < FullRun; ++i) values[i] = i % 4 == 3 ? -170 : 170;
   graph.PlotY(values);
-  for (const double size : {8.0, 400.0, 20000.0, FullRun - 1.0}) {
+  for (const double size : {8.0, 400.0, 20000.0, FullRun - 1.0})
     for (const bool joined : {false, true}) {
       SCOPED_TRACE(testing::Message() << size << (joined ? " joined" : " with gaps"));
       graph.SetCrossing(joined ? std::nullopt : std::optional(180.0));
@@ -114,7 +114,6 @@ TEST_F(Graph, ACrossingIsAGapAndASampleBetweenTwoIsSeen) {
       EXPECT_EQ(StandsOut(picture, between), joined);
       EXPECT_TRUE(StandsOut(picture, PixelOf(1003, -170)) && StandsOut(picture, PixelOf(1001, 170)));
     }
-  }
 }
 
 TEST_F(Graph, WhatIsDrawnIsWhatIsCounted) {

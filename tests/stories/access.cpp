@@ -37,11 +37,10 @@ struct AccessStory : Story {
       EXPECT_FALSE(here.bottom() < before.top() && here.left() <= before.right())
           << qPrintable(stops[i]->objectName()) << " comes behind " << qPrintable(stops[i - 1]->objectName());
     }
-    for (const auto* frame : form.findChildren<QGroupBox*>()) {
+    for (const auto* frame : form.findChildren<QGroupBox*>())
       for (const auto* label : frame->findChildren<QLabel*>(QString(), Qt::FindDirectChildrenOnly))
         EXPECT_FALSE(label->text().isEmpty() && label->isVisibleTo(&form))
             << "an empty label is read as the caption of " << qPrintable(frame->objectName());
-    }
     for (const auto* menu : form.Menus())
       EXPECT_TRUE(menu->title().contains('&')) << menu->title().toStdString() << " has no key";
   }

@@ -147,9 +147,8 @@ TEST_F(GraphStory, WhatIsInViewIsSavedWholeOrNotAtAll) {
     EXPECT_EQ(ReadWhole(path), before);
   }
   using Row = std::pair<CWGraphRange, const char*>;
-  for (const auto& [view, copied] :
-       {Row{{1, 4}, "1\t2\t0:00:00.3\t2004-03-09 14:05:07\t11.2\t-5.6\n"},
-        Row{{100, 140}, "2\t131\t0:00:17.5\t2004-03-09 14:05:24\t11.2\t-5.6\n"}}) {
+  for (const auto& [view, copied] : {Row{{1, 4}, "1\t2\t0:00:00.3\t2004-03-09 14:05:07\t11.2\t-5.6\n"},
+                                     {{100, 140}, "2\t131\t0:00:17.5\t2004-03-09 14:05:24\t11.2\t-5.6\n"}}) {
     X().SetXView(view);
     X().DrawNow();
     InMenu("Copy Pushes")->trigger();
