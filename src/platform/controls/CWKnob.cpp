@@ -68,7 +68,7 @@ void CWKnob::Value(double value, const QString& number) {
 
 QFont CWKnob::NumberFont() const {
   auto larger = font();
-  larger.setPointSizeF(QFontInfo(font()).pointSizeF() * 1.4);
+  larger.setPixelSize(std::max(QFontInfo(font()).pixelSize() * 7 / 5, std::min(width(), height()) / 12));
   return larger;
 }
 
