@@ -15,10 +15,6 @@ using namespace platform;
 
 namespace {
 
-bool Passes(QChar key, bool boxIsEmpty) {
-  return (key >= u'0' && key <= u'9') || (key == u'-' && boxIsEmpty);
-}
-
 /// A text box that takes digits, and a minus sign only while it is empty; other keys are ignored.
 class ValueBox : public QLineEdit {
  public:
@@ -30,8 +26,9 @@ class ValueBox : public QLineEdit {
     const QString typed = event->text();
     const bool isCommand =
         (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
-    const bool isCharacter = !isCommand && !typed.isEmpty() && typed.front().isPrint();
-    if (isCharacter && !Passes(typed.front(), text().isEmpty())) return event->accept();
+    const QChar key = isCommand || typed.isEmpty() ? QChar() : typed.front();
+    const bool passes = (key >= u'0' && key <= u'9') || (key == u'-' && text().isEmpty());
+    if (key.isPrint() && !passes) return event->accept();
     QLineEdit::keyPressEvent(event);
   }
 };

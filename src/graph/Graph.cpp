@@ -38,17 +38,15 @@ class Graph : public DataScreen {
   QWidget* BuildScroll() {
     auto* frame = platform::MakeFrame("fraScroll", "Scroll Data Bins", this);
     auto* row = new QHBoxLayout(frame);
-    struct Box {
-      QLineEdit*& box;
-      const char *name, *label, *caption;
-    };
-    for (const auto& [box, name, label, caption] : {Box{txtPageNumberX, "txtPageNumberX", "Label2", "X"},
-                                                    Box{txtPageNumberY, "txtPageNumberY", "Label1", "Y"}}) {
-      box = platform::MakeReadOnlyBox(name, QString("Page ") + caption, frame);
+    const auto addBox = [&](const char* name, const char* label, const char* caption) {
+      auto* box = platform::MakeReadOnlyBox(name, QString("Page ") + caption, frame);
       box->setFixedWidth(fontMetrics().horizontalAdvance("00000000"));
       row->addWidget(platform::MakeLabel(label, caption, frame, box));
       row->addWidget(box);
-    }
+      return box;
+    };
+    txtPageNumberX = addBox("txtPageNumberX", "Label2", "X");
+    txtPageNumberY = addBox("txtPageNumberY", "Label1", "Y");
     connect(txtPageNumberX, &QLineEdit::textChanged, this, [this] { txtPageNumberX_Change(); });
     cmdPrevious = MakeButton("cmdPrevious", "Previous", [this] { cmdPrevious_Click(); });
     cmdNext = MakeButton("cmdNext", "Next", [this] { cmdNext_Click(); });

@@ -121,15 +121,12 @@ class Accelerometers : public RecordingScreen {
       column->addWidget(text);
       column->addWidget(axis.cmdWriteDAC);
       slides->addLayout(column);
-      LinkSlideAndText(axis.dacSlide, text);
+      axis.dacSlide->PointerValueChanged = [text](double value) { text->setText(shared::Shown(value)); };
+      connect(text, &QLineEdit::textChanged, axis.dacSlide,
+              [text, slide = axis.dacSlide] { slide->Value(shared::NumberIn(*text)); });
       text->setText(shared::Shown(Shared.OnBoardParameters.*axis.row.dac));
     }
     columns.addWidget(fraHiddenSliders, 1);
-  }
-
-  static void LinkSlideAndText(CWSlide* slide, QLineEdit* text) {
-    slide->PointerValueChanged = [text](double value) { text->setText(shared::Shown(value)); };
-    connect(text, &QLineEdit::textChanged, slide, [=] { slide->Value(shared::NumberIn(*text)); });
   }
 
   void Decode(const link::Bytes& reply) override {

@@ -33,7 +33,10 @@ class GraphBP : public graph::DataScreen {
       if (!HeaderIsAccepted(text)) return;
       shared::ForgetFailure(*this);
       BuildDoubleChannelArrays(text);
-      ShowFile();
+      graphs_->TellFile(FileName(), facts_);
+      graphs_->PrepareLinear();
+      graphs_->Show(run_);
+      ShowPush(0);
     });
   }
 
@@ -100,13 +103,6 @@ class GraphBP : public graph::DataScreen {
     run_ = std::move(run);
     ButtonPushes = run_.pushes;
     if (ButtonPushes.empty()) ButtonPushes.push_back(0);
-  }
-
-  void ShowFile() {
-    graphs_->TellFile(FileName(), facts_);
-    graphs_->PrepareLinear();
-    graphs_->Show(run_);
-    ShowPush(0);
   }
 
   void ShowPush(std::size_t number) {

@@ -36,15 +36,14 @@ class FormAccess : public QAccessibleWidget {
   }
 };
 
-QAccessibleInterface* MakeAccess(const QString&, QObject* object) {
-  auto* form = qobject_cast<Form*>(object);
-  return form != nullptr ? new FormAccess(form) : nullptr;
-}
-
 }  // namespace
 
 Form::Form(const char* name, const QString& caption) {
-  QAccessible::installFactory(MakeAccess);  // a second time changes nothing
+  // A second time changes nothing.
+  QAccessible::installFactory([](const QString&, QObject* object) -> QAccessibleInterface* {
+    auto* form = qobject_cast<Form*>(object);
+    return form ? new FormAccess(form) : nullptr;
+  });
   setObjectName(name);
   setWindowTitle(caption);
   setAccessibleName(caption);

@@ -20,6 +20,11 @@ class DialogCategory : public std::error_category {
   throw std::system_error(CancelSelected, category);
 }
 
+Answer AskHolding(const std::string& text, Buttons buttons) {
+  const EventGate::Hold hold;
+  return Machine::Get().Ask(text, buttons);
+}
+
 }  // namespace
 
 Machine& Machine::Get() {
@@ -34,20 +39,11 @@ double SecondsSince(std::int64_t reading) {
   return static_cast<double>(counts) / static_cast<double>(Machine::Get().QueryPerformanceFrequency());
 }
 
-void MsgBox(const std::string& text) {
-  const EventGate::Hold hold;
-  Machine::Get().Ask(text, Buttons::Ok);
-}
+void MsgBox(const std::string& text) { AskHolding(text, Buttons::Ok); }
 
-bool AskYesNo(const std::string& text) {
-  const EventGate::Hold hold;
-  return Machine::Get().Ask(text, Buttons::YesNo) == Answer::Yes;
-}
+bool AskYesNo(const std::string& text) { return AskHolding(text, Buttons::YesNo) == Answer::Yes; }
 
-bool AskToConfirm(const std::string& text) {
-  const EventGate::Hold hold;
-  return Machine::Get().Ask(text, Buttons::Confirm) == Answer::Yes;
-}
+bool AskToConfirm(const std::string& text) { return AskHolding(text, Buttons::Confirm) == Answer::Yes; }
 
 bool CommonDialog::Show(bool save) {
   const EventGate::Hold hold;
