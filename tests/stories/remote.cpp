@@ -6,8 +6,7 @@
 namespace bexlow::test {
 
 /// Processes real events until a condition holds, without the sleeps of Qt's own wait.
-template <class Condition>
-bool Until(Condition condition, int limitMs = 10'000) {
+bool Until(const std::function<bool()>& condition, int limitMs = 10'000) {
   const auto end = std::chrono::steady_clock::now() + milliseconds(limitMs);
   while (!condition() && std::chrono::steady_clock::now() < end) QCoreApplication::processEvents();
   return condition();

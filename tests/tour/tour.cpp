@@ -152,8 +152,7 @@ class Tour {
       printer.setOutputFileName(path.c_str());
       return true;
     };
-    for (auto* entry : graph.actions())
-      if (entry->text() == "R&eport...") entry->trigger();
+    test::FindOffered(graph, "Report...")->trigger();
     Require(test::FileText(path).starts_with("%PDF"), "there is no report");
     robot_.Do({"File > Return"});
   }
