@@ -137,8 +137,7 @@ TEST_F(Configuration, AWriteSends40CellsIn44TicksAsTheyAreThen) {
     const int address = tick == 44 ? 102 : Cells[tick - 1];
     const int bytes[] = {'p', address, expected[static_cast<std::size_t>(address)]};
     for (int n = 0; n < 3; ++n, ++sent)
-      EXPECT_EQ(std::tuple(sent->byte, sent->at - start), std::tuple(bytes[n], tick * 500ms + n * 12ms))
-          << tick;
+      EXPECT_EQ(std::tuple(sent->byte, sent->at - start), std::tuple(bytes[n], tick * 500ms + n * 12ms));
   }
 }
 

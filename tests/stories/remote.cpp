@@ -47,8 +47,9 @@ struct RemoteStory : LiveStory {
   }
   void AddressPeer() {
     Pick("optRemoteHost1");
-    for (const auto* box : {"txtRH1 127", "txtRH2 0", "txtRH3 0", "txtRH4 1"})
-      Type(std::string(box, 6), box + 7);
+    for (const auto& [box, byte] :
+         {std::pair{"txtRH1", "127"}, {"txtRH2", "0"}, {"txtRH3", "0"}, {"txtRH4", "1"}})
+      Type(box, byte);
   }
   /// Binds to a free port and addresses the peer.
   void Reset() {
