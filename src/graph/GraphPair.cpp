@@ -4,12 +4,15 @@
 #include <QDateTime>
 #include <QGuiApplication>
 #include <QLocale>
+#include <QMenu>
 #include <QPushButton>
 
 #include <cmath>
 #include <numeric>
 
+#include "graph/Pictures.h"
 #include "platform/controls/Controls.h"
+#include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
 #include "platform/machine/TextFile.h"
@@ -22,6 +25,8 @@ using namespace platform;
 namespace {
 
 char DecimalPoint() { return QLocale().decimalPoint() == "," ? ',' : '.'; }
+
+void CopyPicture(const Graphs& graphs) { QGuiApplication::clipboard()->setImage(PictureOf(graphs)); }
 
 void Copy(const std::string& text) { QGuiApplication::clipboard()->setText(QString::fromStdString(text)); }
 
@@ -122,7 +127,7 @@ void GraphPair::SetHeadings(const std::string& pages) {
   const auto heading =
       QString::fromStdString(file_.filename().string() + launched + (pages.empty() ? "" : ", " + pages));
   stem_ = file_.stem().string() + (pages.empty() ? "" : " " + pages);
-  for (auto* graph : graphs_) graph->SetHeading(heading, QString::fromStdString(stem_));
+  for (auto* graph : graphs_) graph->SetHeading(heading);
 }
 
 void GraphPair::HideRunLine() {
@@ -241,16 +246,64 @@ QString GraphPair::NoteOf(std::size_t sample) const {
 
 void GraphPair::BuildMenu(std::size_t axis) {
   auto* graph = graphs_[axis];
-  graph->AddMenuEntry(
+  auto* menu = new QMenu(graph);
+  graph->MenuAsked = [menu](QPoint place) { menu->popup(place); };
+  const auto add = [=, this](const char* caption, const auto& action,
+                             const std::function<bool()>& applies = {}, const QKeySequence& keys = {}) {
+    auto* entry = menu->addAction(caption);
+    entry->setShortcut(keys);
+    entry->setShortcutContext(Qt::WidgetShortcut);  // of two graphs, the one with the focus
+    graph->addAction(entry);
+    connect(entry, &QAction::triggered, this, [=] {
+      if (!applies || applies())  // a screen reader presses what is not on show, too
+        EventGate::Get().Click(graph, action);
+    });
+    if (applies) connect(menu, &QMenu::aboutToShow, entry, [=] { entry->setVisible(applies()); });
+    return entry;
+  };
+  const auto hasView = [this] { return InView().has_value(); };
+  add("&Whole Run", [graph] { graph->ShowAll(); });
+  auto* time = add(
+      "&Time on the Axis", [graph] { graph->ShowTime(!graph->TimeShown()); },
+      [graph] { return graph->HasTimes(); });
+  time->setCheckable(true);
+  connect(menu, &QMenu::aboutToShow, time, [=] { time->setChecked(graph->TimeShown()); });
+  menu->addSeparator();
+  add(
       "Copy &Numbers", [this] { Copy(NumbersText()); }, [this, axis] { return NumbersOf(axis).has_value(); });
-  graph->AddMenuEntry(
+  add(
       "Copy P&ushes", [this] { Copy(PushTable(*InView(), DecimalPoint())); },
       [this] { return InView() && !InView()->Pushes().empty(); });
-  graph->AddMenuEntry(
-      "Save What &Is in View...", [this] { SaveView(); }, [this] { return InView().has_value(); });
-  graph->AddMenuEntry(
-      "&Report...", [this, graph] { Report(*graph); },
-      [this] { return InView() || (run_ == nullptr && !CWGraph1->Values().empty()); });
+  add(
+      "Save What &Is in View...", [this] { SaveView(); }, hasView);
+  add(
+      "&Report...", [this] { Report(); },
+      [=, this] { return hasView() || (run_ == nullptr && !CWGraph1->Values().empty()); });
+  const Graphs one{graph};
+  menu->addSeparator();
+  add(
+      "&Copy Picture", [one] { CopyPicture(one); }, {}, QKeySequence::Copy);
+  add(
+      "&Save Picture As...", [=, this] { SavePicture(one, NameOf(one)); }, {}, QKeySequence::Save);
+  add(
+      "&Print...", [=, this] { Print(NameOf(one), SheetOf(one), false); }, {}, QKeySequence::Print);
+  menu->addSeparator();
+  const auto all = [this] { return Graphs(graphs_.begin(), graphs_.end()); };
+  const auto entries = {add("C&opy Both", [=] { CopyPicture(all()); }),
+                        add("Sa&ve Both As...", [=, this] { SavePicture(all(), NameOf(all())); }),
+                        add("Print &Both...", [=, this] { Print(NameOf(all()), SheetOf(all()), false); })};
+  connect(menu, &QMenu::aboutToShow, menu, [this, entries = std::vector(entries)] {
+    const bool areTwo = graphs_.size() == 2;
+    for (auto* entry : entries)
+      entry->setText(entry->text().replace(areTwo ? "All" : "Both", areTwo ? "Both" : "All"));
+  });
+}
+
+// "run1 X", "run1 X and Y".
+std::string GraphPair::NameOf(const Graphs& graphs) const {
+  QStringList names;
+  for (const auto* graph : graphs) names << graph->accessibleName();
+  return QString::fromStdString(stem_ + " ").append(names.join(" and ")).trimmed().toStdString();
 }
 
 // Graphs of a run of several axes have the same view.
@@ -286,16 +339,11 @@ std::string GraphPair::NumbersText() const {
 
 void GraphPair::SaveView() {
   const auto view = *InView();
-  platform::CommonDialog question;
-  question.Flags = platform::OverwritePrompt;
-  question.InitDir = platform::DataFilesFolder().string();
-  question.Filter = "CSV Files (*.csv)|*.csv";
-  question.DefaultExt = "csv";
-  question.SuggestedName =
-      stem_ + " " + std::to_string(view.first) + " to " + std::to_string(view.LastWritten()) + ".csv";
-  if (!question.ShowSave()) return;
+  const auto path =
+      AskWhereToSave("CSV Files (*.csv)|*.csv", "csv",
+                     stem_ + " " + std::to_string(view.first) + " to " + std::to_string(view.LastWritten()));
+  if (path.empty()) return;
   std::error_code unknown;
-  const auto& path = question.FileName;
   const auto reason = std::filesystem::equivalent(path, file_, unknown)
                           ? "it is the data file that is on show"
                       : !path.ends_with(".csv") ? "the name of a table ends in .csv"
@@ -303,9 +351,9 @@ void GraphPair::SaveView() {
   if (!reason.empty()) MsgBox("The table cannot be saved as " + path + ": " + reason);
 }
 
-void GraphPair::Report(CWGraph& graph) const {
+void GraphPair::Report() const {
   const auto view = InView();
-  std::vector<CWGraph::SheetRow> rows;
+  Sheet rows;
   const auto add = [&](const std::string& text) { rows.push_back({QString::fromStdString(text), {}}); };
   const auto safe = [](const std::string& text) {
     return QString::fromStdString(text).toHtmlEscaped().toStdString();
@@ -331,7 +379,7 @@ void GraphPair::Report(CWGraph& graph) const {
   add("<br>Bexlow " + platform::ProgramVersion());
   const auto shown = CWGraph1->Cursors();  // maybe those of an earlier file
   for (auto* each : graphs_) each->SetCursors(view ? view->run.pushes : std::vector<double>());
-  graph.Print(QString::fromStdString(stem_ + " report"), rows);
+  Print(stem_ + " report", rows);
   for (auto* each : graphs_) each->SetCursors(shown);
 }
 

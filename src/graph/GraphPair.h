@@ -53,7 +53,8 @@ class GraphPair : public QWidget {
   std::optional<View> InView() const;
   std::string NumbersText() const;
   void SaveView();
-  void Report(platform::CWGraph& graph) const;
+  void Report() const;
+  std::string NameOf(const std::vector<const platform::CWGraph*>& graphs) const;
   void SetHeadings(const std::string& pages);
   void TellRun(const std::string& words);
   std::string RunText() const;

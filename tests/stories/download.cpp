@@ -315,6 +315,7 @@ TEST_F(DownloadStory, ModesAndChannelsChooseTheRecord) {
     fs::remove(DataFile("run.csv"));
     Begin();
     EXPECT_EQ(Text("txtMode") + Text("txtChannels"), modeAndChannels);
+    EXPECT_FALSE(FindOffered(The("CWGraph1"), "Whole Run")->isEnabled()) << "each page shows it again";
     Finish();
     const auto points = [this](const char* graph) { return The<CWGraph>(graph).Values().size(); };
     EXPECT_EQ(std::tuple(points("CWGraph1"), points("CWGraph2")), std::tuple(xPoints, yPoints));

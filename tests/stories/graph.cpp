@@ -2,6 +2,7 @@
 #include <QPrinter>
 #include <qcustomplot.h>
 
+#include "graph/Pictures.h"
 #include "support/Story.h"
 
 namespace bexlow::test {
@@ -78,7 +79,8 @@ TEST_F(GraphStory, RefusedAndBrokenFilesDrawNothing) {
 TEST_F(GraphStory, TimesAndNumbersBelongToLinearRunsAlone) {
   Open(Header() + Record("1", 264, "11.2"));
   X().DrawNow();
-  EXPECT_TRUE(InMenu("Time on the Axis"));
+  InMenu("Time on the Axis")->trigger();
+  EXPECT_TRUE(InMenu("Time on the Axis")->isChecked() && Y().TimeShown());
   EXPECT_TRUE(X().Description().contains(
       QString::fromUtf8("In view: min 11.2°, mean 11.2°, max 11.2°; above 0°: 100.0 %, below: 0.0 %")));
   InMenu("Copy Numbers")->trigger();
@@ -177,7 +179,7 @@ TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
     for (auto* graph : {&X(), &Y()}) graph->DrawNow();
     const bool isReport = std::string(entry) == "Report...";
     for (const fs::path chosen : {"", "sheet.pdf", "f.qbx", "none/a.pdf"}) {
-      X().AskPrinter = [&, name = name, text = text](QPrinter& printer) {
+      graph::AskPrinter = [&, name = name, text = text](QPrinter& printer) {
         EXPECT_EQ(printer.docName().toStdString(), name);
         const bool presetsPdf = isReport || printer.printerName().isEmpty();
         EXPECT_EQ(printer.outputFileName().toStdString(), presetsPdf ? DataFile(name + ".pdf") : "");
@@ -194,6 +196,59 @@ TEST_F(GraphStory, ReportsAndPrintsAreOneSheetWholeOrNotAtAll) {
     machine.boxes.clear();
     fs::remove(DataFile("sheet.pdf"));
   }
+}
+
+TEST_F(GraphStory, PicturesAreSavedByTheirNameBearATitleAndHoldBothInOrder) {
+  Open(Header() + Records(1, {}));
+  X().SetXView({0, 20});
+  {
+    const platform::EventGate::Hold hold;
+    InMenu("Whole Run")->trigger();  // a screen reader's press, while a handler runs or a box is open
+  }
+  EXPECT_EQ(X().XView().upper, 20);
+  InMenu("Whole Run")->trigger();
+  EXPECT_EQ(X().XView().upper, 131);
+  machine.WillCancelFile();
+  InMenu("Save Picture As...")->trigger();
+  EXPECT_TRUE(machine.boxes.empty());
+  const auto saved = [&](QAction* entry, const std::string& name, const std::string& written = {}) {
+    machine.boxes.clear();
+    const auto file = DataFile(written.empty() ? name : written);
+    std::filesystem::remove(file);
+    machine.WillChooseFile(DataFile(name).string());
+    entry->trigger();
+    return FileText(file);
+  };
+  for (const auto& [entry, suggested] :
+       {std::pair{"Save Picture As...", "f X.png"}, {"Save Both As...", "f X and Y.png"}}) {
+    using Row = std::tuple<const char*, const char*, const char*>;
+    for (const auto& [name, written, start] :
+         {Row{"a.png", "", "\x89PNG"}, Row{"a.pdf", "", "%PDF-"}, Row{"a.SVG", "", "<?xml"},
+          Row{"plain", "plain.png", "\x89PNG"}, Row{"a.bmp", "", ""}, Row{"none/a.png", "", ""}}) {
+      SCOPED_TRACE(std::string(entry) + " " + name);
+      const auto bytes = saved(InMenu(entry), name, written);
+      EXPECT_TRUE(bytes.starts_with(start) && bytes.empty() == (*start == 0));
+      EXPECT_EQ(machine.boxes.size(), *start == 0 ? 1 : 0);
+      EXPECT_TRUE(*start != 0 || Contains(machine.boxes.front(), name));
+    }
+    EXPECT_EQ(machine.fileQuestions.back().SuggestedName, suggested);
+  }
+  machine.boxes.clear();
+  const auto title = [&](QAction* entry, const char* axis) {
+    return saved(entry, "a.svg").find(std::string(">") + axis + ", f.qbx, launched 2004-03-09 14:05:07<");
+  };
+  const auto none = std::string::npos;
+  EXPECT_TRUE(title(InMenu("Save Picture As..."), "X") != none &&
+              title(InMenu("Save Picture As..."), "Y") == none);
+  for (auto* from : {&X(), &Y()}) {
+    auto* entry = FindOffered(*from, "Save Both As...");
+    EXPECT_LT(title(entry, "X"), title(entry, "Y"));
+  }
+  InMenu("Copy Picture")->trigger();
+  const auto one = QApplication::clipboard()->image();
+  InMenu("Copy Both")->trigger();
+  EXPECT_EQ(QApplication::clipboard()->image().height(), 2 * one.height());
+  EXPECT_EQ(one.pixelColor(1, 1), QColor(Qt::white));
 }
 
 TEST_F(GraphStory, BinPairsArePagedThrough) {

@@ -3,8 +3,8 @@
 #include <QPrinter>
 #include <QUdpSocket>
 
+#include "graph/Pictures.h"
 #include "platform/controls/CWNumEdit.h"
-#include "platform/graph/CWGraph.h"
 #include "tour/Robot.h"
 #include "values/NumberText.h"
 
@@ -147,12 +147,11 @@ class Tour {
     robot_.NextFile(dataFiles_ / "first.qbx");
     robot_.Do({"File > Open", "press: >", "press: Show All", "picture: review"});
     const auto path = dataFiles_.parent_path() / "report.pdf";
-    auto& graph = test::The<platform::CWGraph>("CWGraph1");
-    graph.AskPrinter = [&](QPrinter& printer) {
+    graph::AskPrinter = [&](QPrinter& printer) {
       printer.setOutputFileName(path.c_str());
       return true;
     };
-    test::FindOffered(graph, "Report...")->trigger();
+    test::FindOffered(test::The<platform::CWGraph>("CWGraph1"), "Report...")->trigger();
     Require(test::FileText(path).starts_with("%PDF"), "there is no report");
     robot_.Do({"File > Return"});
   }

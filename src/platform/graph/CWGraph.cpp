@@ -19,6 +19,7 @@ constexpr double LeastSamplesInView = 4;
 constexpr int FocusFrame = 2;
 constexpr double BarWidth = 2, HeadSize = 3, DotSize = 2;  // heads and dots without their rim, a pen wide
 constexpr double DotDistance = 10;  // pixels between samples; from here on each sample is also drawn as a dot
+constexpr int TitleRoom = 8;        // pixels above and below the title of a picture
 constexpr int LeastPlotLines = 3;   // of text; a plot that is less high goes without its titles
 
 QLabel* MakeWords(QWidget& parent, Qt::Alignment side) {
@@ -58,7 +59,6 @@ CWGraph::CWGraph(QWidget* parent)
   setAutoFillBackground(true);
   setBackgroundRole(QPalette::Base);
   setMouseTracking(true);
-  BuildMenu();
   SetPlotStyle(PlotStyle::Linear);
   FitMargins();
   ApplyColours(palette());
@@ -286,6 +286,32 @@ void CWGraph::ApplyColours(const QPalette& palette) const {
   for (auto* axis : {plot_->xAxis, plot_->yAxis, plot_->xAxis2, plot_->yAxis2}) ColourAxis(*axis, colours);
   curve_->setPen(QPen(colours.series, curve_->pen().widthF()));
   ColourMarks(palette);
+}
+
+int CWGraph::TitleHeight() const { return fontMetrics().height() + TitleRoom; }
+
+QSize CWGraph::PictureSize() const { return plot_->size() + QSize(0, TitleHeight()); }
+
+// The axis comes first in the title and the launch last: a file name that is too long loses its middle.
+void CWGraph::PaintPicture(QCPPainter& painter, QSize size) const {
+  const QSize area(size.width(), size.height() - TitleHeight());
+  const QRect title(plot_->axisRect()->left(), 0, area.width() - plot_->axisRect()->left(), TitleHeight());
+  const auto words = accessibleName() + (heading_.isEmpty() ? "" : ", " + heading_);
+  ApplyColours(PaperPalette());
+  FitCursors();
+  FitTitles(area);
+  plot_->layer("point")->setVisible(false);
+  painter.save();
+  painter.setFont(font());
+  painter.setPen(Qt::black);
+  painter.drawText(title, Qt::AlignLeft | Qt::AlignVCenter,
+                   fontMetrics().elidedText(words, Qt::ElideMiddle, title.width()));
+  painter.translate(0, TitleHeight());
+  plot_->toPainter(&painter, area.width(), area.height());
+  painter.restore();
+  plot_->layer("point")->setVisible(read_.has_value());
+  ApplyColours(palette());
+  plot_->replot(QCustomPlot::rpQueuedReplot);  // lays it out for the screen again
 }
 
 void CWGraph::changeEvent(QEvent* event) {

@@ -12,7 +12,6 @@
 #include "platform/graph/CWGraphAxis.h"
 #include "platform/graph/CWGraphTicks.h"
 
-class QAction;
 class QCPGraph;
 class QCPItemLine;
 class QCPItemRect;
@@ -22,9 +21,6 @@ class QCPItemTracer;
 class QCPPainter;
 class QCustomPlot;
 class QLabel;
-class QMenu;
-class QPageLayout;
-class QPrinter;
 
 namespace bexlow::platform {
 
@@ -77,6 +73,8 @@ class CWGraph : public QWidget {
   void SetSampleTimes(std::optional<SampleTimes> times);
   /// Times in place of samples on the x axis, also of linked graphs; only where times are known.
   void ShowTime(bool time);
+  bool TimeShown() const { return timeShown_; }
+  bool HasTimes() const { return times_.has_value(); }
 
   /// A level line that the user drags up and down; std::nullopt removes it.
   void SetLimit(std::optional<double> value);
@@ -97,15 +95,17 @@ class CWGraph : public QWidget {
   std::span<const double> Values() const { return values_; }
   /// Called before a redraw when series, x view or limit have changed.
   std::function<void()> Moved;
-  /// An entry for what this graph's owner makes of it, in the menu while it applies.
-  void AddMenuEntry(const QString& caption, const std::function<void()>& action,
-                    const std::function<bool()>& applies);
+  /// The user asks for a menu at a place on the screen.
+  std::function<void(QPoint place)> MenuAsked;
 
-  /// Text after the graph's name in the title of a picture, as file and launch, and before it in the name
-  /// suggested for one.
-  void SetHeading(const QString& heading, const QString& fileStem);
+  /// Text after the graph's name in the title of a picture, as file and launch.
+  void SetHeading(const QString& heading) { heading_ = heading; }
+  /// As large as on the screen, with a title.
+  QSize PictureSize() const;
+  /// Draws the graph in the light palette, whatever the screen uses, and without the read-out.
+  void PaintPicture(QCPPainter& painter, QSize size) const;
 
-  /// Whether the user can zoom, move and read out, and has a menu; a graph has all this at first.
+  /// Whether the user can zoom, move, read out and ask for a menu; all this is so at first.
   void SetInteractive(bool interactive);
   /// The user has clicked the plot, or pressed Space where the graph is not interactive.
   std::function<void()> Clicked;
@@ -129,18 +129,6 @@ class CWGraph : public QWidget {
   QString Description() const;
   /// The lines of text around the plot that are on show: numbers, read-out.
   QList<QWidget*> WordsShown() const;
-
-  /// What stands on a sheet from top to bottom: text, as rich text, or graphs side by side. Text takes the
-  /// height it needs, rows of graphs share the rest.
-  struct SheetRow {
-    QString text;
-    std::vector<const CWGraph*> graphs;
-  };
-  /// Prints a sheet, upright for a report. In the dialog stands a PDF file of this name among the data files;
-  /// for graphs alone, only where there is no printer.
-  void Print(const QString& name, const std::vector<SheetRow>& rows, bool isReport = true);
-  /// Asks for a printer and its settings; false for none. Preset to a print dialog.
-  std::function<bool(QPrinter&)> AskPrinter;
 
   /// Draws at once instead of at the next turn of the event loop.
   void DrawNow();
@@ -171,6 +159,7 @@ class CWGraph : public QWidget {
   void ApplyColours(const QPalette& palette) const;
   void FitMargins();
   void FitTitles(QSize plot) const;
+  int TitleHeight() const;
   void FitToView();
   void DrawSoon();
   void FollowView();
@@ -214,25 +203,7 @@ class CWGraph : public QWidget {
   void ZoomIntoRectangle();
   void ZoomByKey(CWGraphAxis& axis, double factor);
   void Page(bool forward);
-
-  // CWGraphPictures.cpp: the menu; pictures of this graph, or of all that are linked in the order in which
-  // they stand
-  enum class Extent { This, All };
-  void BuildMenu();
-  QAction* AddEntry(const QString& caption, const QKeySequence& keys, std::function<void()> action);
-  void RenewMenu();
-  void OpenMenu();
-  std::vector<const CWGraph*> Graphs(Extent extent) const;
-  QString SuggestedName(Extent extent) const;
-  QSize PictureSize(Extent extent) const;
-  int TitleHeight() const;
-  void PaintPart(QCPPainter& painter, QSize size) const;
-  std::vector<SheetRow> Rows(Extent extent) const;
-  static bool Paint(const std::vector<SheetRow>& rows, QPaintDevice& device, QSize size, bool asVectors);
-  static QByteArray Pdf(const std::vector<SheetRow>& rows, const QPageLayout& layout, const QString& title);
-  QImage Picture(Extent extent) const;
-  QByteArray PictureFile(Extent extent, const QString& extension) const;
-  void SaveByUser(Extent extent);
+  void AskMenu(QPoint place) const;
 
   // CWGraphWords.cpp
   static void InstallAccess();
@@ -251,16 +222,12 @@ class CWGraph : public QWidget {
   std::vector<std::size_t> breaks_;
   std::optional<SampleTimes> times_;
   bool timeShown_ = false;
-  QString heading_, fileStem_;
+  QString heading_;
 
   QCustomPlot* plot_;
   CWGraphAxis x_, y_;
   QCPGraph* curve_ = nullptr;
   QLabel *numbers_ = nullptr, *words_ = nullptr;
-  QMenu* menu_ = nullptr;
-  QAction *timeEntry_ = nullptr, *pictures_ = nullptr;
-  std::vector<std::pair<QAction*, std::function<bool()>>> ownersEntries_;
-  std::vector<QAction*> allEntries_;
 
   std::vector<double> cursors_;  // in the order given
   std::vector<double> placed_;   // in order of x, those that can be drawn

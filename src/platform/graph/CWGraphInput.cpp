@@ -54,7 +54,8 @@ const CWGraph::Key* CWGraph::Find(Qt::KeyboardModifiers modifiers, int key) {
       {Qt::SHIFT | Qt::Key_End, [](CWGraph& graph) { graph.ReadInSight(graph.values_.size()); }},
       {Qt::SHIFT | Qt::Key_Up, [](CWGraph& graph) { graph.StepLimit(1); }},
       {Qt::SHIFT | Qt::Key_Down, [](CWGraph& graph) { graph.StepLimit(-1); }},
-      {Qt::SHIFT | Qt::Key_F10, [](CWGraph& graph) { graph.OpenMenu(); }},  // Qt knows the Menu key alone
+      {Qt::SHIFT | Qt::Key_F10,
+       [](CWGraph& graph) { graph.AskMenu(graph.rect().center()); }},  // Qt knows the Menu key alone
   };
   if (key == Qt::Key_Equal) key = Qt::Key_Plus;  // the same keys, without Shift or with it
   if (key == Qt::Key_Underscore) key = Qt::Key_Minus;
@@ -155,7 +156,7 @@ void CWGraph::mouseReleaseEvent(QMouseEvent* event) {
   if (ended == Drag::Rectangle && !isClick) ZoomIntoRectangle();
   CancelDrag();
   if (!isClick || ended == Drag::None) return;
-  ended == Drag::Rectangle ? menu_->popup(event->globalPosition().toPoint()) : ClickAt(from_);
+  ended == Drag::Rectangle ? AskMenu(event->position().toPoint()) : ClickAt(from_);
 }
 
 // A flat rectangle keeps y, a slim one keeps x.
@@ -201,8 +202,12 @@ void CWGraph::leaveEvent(QEvent*) {
   if (interactive_ && drag_ == Drag::None) Read(std::nullopt);
 }
 
+void CWGraph::AskMenu(QPoint place) const {
+  if (MenuAsked) MenuAsked(mapToGlobal(place));
+}
+
 void CWGraph::contextMenuEvent(QContextMenuEvent* event) {
-  if (event->reason() != QContextMenuEvent::Mouse && interactive_) OpenMenu();
+  if (event->reason() != QContextMenuEvent::Mouse && interactive_) AskMenu(rect().center());
   event->accept();  // by mouse it opens on release, since the right button also draws the rectangle
 }
 
