@@ -15,7 +15,7 @@
 
 #include "BareLine.h"
 #include "Figure.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "rig/Rig.h"
 #include "shared/Records.h"
 #include "shared/Screens.h"

@@ -9,7 +9,7 @@
 #include "FullFile.h"
 #include "LiveRig.h"
 #include "graph/DataScreen.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "rig/Rig.h"
 #include "shared/Screens.h"
 

@@ -12,7 +12,7 @@
 #include "FullFile.h"
 #include "graph/DataScreen.h"
 #include "platform/graph/CWGraph.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "rig/Rig.h"
 #include "shared/Screens.h"
 

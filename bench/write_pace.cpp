@@ -17,7 +17,7 @@
 
 #include "Figure.h"
 #include "link/Communications.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "rig/Rig.h"
 #include "shared/Screens.h"
 

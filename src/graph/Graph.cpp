@@ -1,7 +1,7 @@
 #include <exception>
 
 #include "graph/DataScreen.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Screens.h"

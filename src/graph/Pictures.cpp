@@ -18,7 +18,6 @@
 
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
-#include "platform/machine/TextFile.h"
 
 namespace bexlow::graph {
 

@@ -4,7 +4,7 @@
 #include <QApplication>
 
 #include "live/LiveStrips.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "shared/General.h"
 #include "shared/Records.h"
 #include "values/Conversions.h"

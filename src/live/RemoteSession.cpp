@@ -1,5 +1,6 @@
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
+#include <QSysInfo>
 
 #include <exception>
 #include <sstream>
@@ -191,7 +192,7 @@ class RemoteSession : public link::SamplingScreen {
 
   void Form_Load() {
     shared::Guarded(*this, "Form_Load", [this] {
-      txtWhoAmI->setText(QString::fromStdString(HostName()));
+      txtWhoAmI->setText(QSysInfo::machineHostName());
       ApplyRole(SessionRoles[0]);
       txtRH5->setText(DefaultPeerName);
       for (std::size_t i = 0; i < txtRH.size(); ++i) txtRH[i]->setText(DefaultPeerNumbers[i]);

@@ -3,12 +3,12 @@
 # What the operating system does for the program: clock, ports, the serial device, files, settings, who else runs;
 # and the gate through which events come one at a time.
 set(BEXLOW_PLATFORM_MACHINE
-  EventGate Machine Ports RealMachine System TextFile)
+  EventGate Machine Ports RealMachine System)
 # What screens are made of; CWSlide, Face, MSComm, Timer, ValueAccess and Winsock are headers alone.
 set(BEXLOW_PLATFORM_CONTROLS
   Colours Controls CWKnob CWNumEdit Form)
 # The graph control, on the plot library.
-set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis CWGraphTicks)
+set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis)
 
 foreach(name MACHINE CONTROLS GRAPH)
   string(TOLOWER ${name} folder)

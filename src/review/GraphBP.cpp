@@ -1,5 +1,5 @@
 #include "graph/DataScreen.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "shared/ErrorHandler.h"
 #include "shared/NumberBox.h"
 #include "shared/Records.h"

@@ -8,7 +8,6 @@
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
-#include "platform/machine/TextFile.h"
 #include "shared/Records.h"
 
 namespace bexlow::shared {

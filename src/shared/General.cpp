@@ -5,7 +5,6 @@
 #include "files/LinearCsv.h"
 #include "platform/machine/EventGate.h"
 #include "platform/machine/System.h"
-#include "platform/machine/TextFile.h"
 #include "shared/ErrorHandler.h"
 #include "shared/Records.h"
 
@@ -54,7 +53,9 @@ void WaitMicroseconds(std::int64_t microseconds) {
 void TestForFileFolders() {
   GuardedIn("General", "TestForFileFolders", [] {
     for (const auto& folder : {platform::DataFilesFolder(), platform::LogsFolder()}) {
-      if (!platform::FolderExists(folder)) platform::CreateFolder(folder);
+      std::error_code error;
+      std::filesystem::create_directory(folder, error);
+      if (error) throw std::system_error(error, folder.string());
     }
   });
 }

@@ -1,6 +1,6 @@
 #include "graph/DataScreen.h"
 #include "link/Launch.h"
-#include "platform/machine/TextFile.h"
+#include "platform/machine/System.h"
 #include "shared/Screens.h"
 #include "shell/MDIForm1.h"
 #include "shell/RunsTable.h"

@@ -15,7 +15,6 @@
 #include "platform/machine/EventGate.h"
 #include "platform/machine/Machine.h"
 #include "platform/machine/System.h"
-#include "platform/machine/TextFile.h"
 #include "values/NumberText.h"
 
 namespace bexlow::shell {

@@ -14,7 +14,6 @@
 #include "platform/machine/Ports.h"
 #include "platform/machine/RealMachine.h"
 #include "platform/machine/System.h"
-#include "platform/machine/TextFile.h"
 
 namespace bexlow::test {
 

@@ -15,7 +15,7 @@ TEST_F(Shell, StartsWithTheStoredPortAndClosedTools) {
   EXPECT_EQ(outer->windowTitle(), "Quornell Bexlow");
   EXPECT_FALSE(Offered("Tools", "Graph") || Offered("Display", "Angles"));
   EXPECT_TRUE(Offered("File", "Connect"));
-  EXPECT_TRUE(FolderExists(DataFilesFolder()) && FolderExists(LogsFolder()));
+  EXPECT_TRUE(fs::is_directory(DataFilesFolder()) && fs::is_directory(LogsFolder()));
   for (const auto& [stored, port] : {std::pair{"", 0}, {"7", 7}, {"16 or so", 16}, {"none", 0}}) {
     outer.reset();
     SaveSetting("Startup", "CurrentCommPort", stored);
@@ -30,7 +30,7 @@ TEST_F(Shell, RefusesASecondCopyAndStartsWithoutAFolder) {
     Start();
     Reads("The program is already running!");
     EXPECT_EQ(Shared.MaxDownloadPages, 0) << "nothing may happen behind the refusal";
-    EXPECT_FALSE(FolderExists(DataFilesFolder()));
+    EXPECT_FALSE(fs::is_directory(DataFilesFolder()));
   }
   WriteFile(LogsFolder(), "a file in the way");
   Start();

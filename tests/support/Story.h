@@ -7,7 +7,6 @@
 #include "platform/controls/CWNumEdit.h"
 #include "platform/graph/CWGraph.h"
 #include "platform/machine/System.h"
-#include "platform/machine/TextFile.h"
 #include "shared/Records.h"
 #include "shell/MDIForm1.h"
 #include "support/DataFiles.h"

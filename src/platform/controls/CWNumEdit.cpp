@@ -20,10 +20,6 @@ namespace {
 constexpr int ExactDecimals = 22;            // of the base class: from 1e-5 on a double keeps its 17 digits
 constexpr double LongestPlainNumber = 1e12;  // beyond it digits would fill the box
 
-bool IsPlainZero(const QString& text) {
-  return std::ranges::none_of(text, [](QChar c) { return c.isDigit() && c != u'0'; });
-}
-
 std::optional<double> NumberOf(const QString& text) {
   bool isNumber = false;
   const double number = QLocale::c().toDouble(text, &isNumber);
@@ -147,8 +143,7 @@ void CWNumEdit::EndRefusal() {
 
 QString CWNumEdit::textFromValue(double value) const {
   if (std::abs(value) >= LongestPlainNumber) return QLocale::c().toString(value, 'g', 6);
-  const auto text = QLocale::c().toString(value, 'f', decimals_).remove(u',');
-  return text.startsWith(u'-') && IsPlainZero(text) ? text.mid(1) : text;
+  return QLocale::c().toString(Rounded(value) == 0 ? 0.0 : value, 'f', decimals_).remove(u',');
 }
 
 double CWNumEdit::valueFromText(const QString& text) const {

@@ -180,11 +180,6 @@ const std::optional<SampleTimes>& CWGraph::Clock() const {
   return timeShown_ && style_ == PlotStyle::Linear ? times_ : None;
 }
 
-void CWGraph::RenewTimes() {
-  SetTickers(*plot_, style_, Clock());
-  DrawSoon();
-}
-
 void CWGraph::SetNumbers(const QString& words) {
   numbers_->setText(words);
   if (!interactive_) numbers_->setVisible(!words.isEmpty());

@@ -5,12 +5,12 @@
 #include <QPointer>
 #include <QWidget>
 
+#include <functional>
 #include <span>
 #include <utility>
 #include <vector>
 
 #include "platform/graph/CWGraphAxis.h"
-#include "platform/graph/CWGraphTicks.h"
 
 class QCPGraph;
 class QCPItemLine;
@@ -23,6 +23,17 @@ class QCustomPlot;
 class QLabel;
 
 namespace bexlow::platform {
+
+/// Bin: separate counts over degrees. Linear: a run of samples.
+enum class PlotStyle { Bin, Linear };
+
+/// When the samples of a run were taken, in seconds since its launch, or since sampling was started. A page
+/// that is missing is a jump.
+struct SampleTimes {
+  double rate = 1;  // samples a second; 0 where they came unevenly, to hundredths of a second
+  std::function<double(double sample)> secondsAt;
+  std::function<double(double seconds)> sampleAt;
+};
 
 class CWGraph : public QWidget {
   Q_OBJECT
@@ -155,7 +166,7 @@ class CWGraph : public QWidget {
   void BuildWords();
   void TakeSeries(std::vector<double> values, double firstX, double stepX);
   void RenewCurve();
-  void RenewTimes();
+  void RenewTimes();  // CWGraphTicks.cpp
   void ApplyColours(const QPalette& palette) const;
   void FitMargins();
   void FitTitles(QSize plot) const;
@@ -252,5 +263,8 @@ class CWGraph : public QWidget {
   std::vector<QPointer<CWGraph>> linked_{this};                         // from top to bottom
   bool linkActive_ = false;
 };
+
+/// A number in plain digits with a point and no grouping, as short as it can be.
+QString CWGraphNumber(double value);
 
 }  // namespace bexlow::platform

@@ -1,11 +1,11 @@
-#include "platform/graph/CWGraphTicks.h"
-
+// Marks along the axes of a graph, and its numbers.
 #include <QLocale>
 #include <qcustomplot.h>
 
 #include <algorithm>
 #include <cmath>
 
+#include "platform/graph/CWGraph.h"
 #include "values/NumberText.h"
 
 namespace bexlow::platform {
@@ -77,13 +77,16 @@ class ClockTicker : public QCPAxisTicker {
 
 }  // namespace
 
-void SetTickers(QCustomPlot& plot, PlotStyle style, const std::optional<SampleTimes>& clock) {
+// The axis of angles has marks at 30, 45, 90.
+void CWGraph::RenewTimes() {
   const QSharedPointer<QCPAxisTicker> whole(new WholeTicker);
   const QSharedPointer<QCPAxisTicker> degrees(new DegreeTicker);
-  const bool isBin = style == PlotStyle::Bin;
-  plot.xAxis->setTicker(isBin ? degrees : whole);
-  if (clock) plot.xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new ClockTicker(*clock)));
-  plot.yAxis->setTicker(isBin ? whole : degrees);
+  const bool isBin = style_ == PlotStyle::Bin;
+  plot_->xAxis->setTicker(isBin ? degrees : whole);
+  if (const auto& clock = Clock())
+    plot_->xAxis->setTicker(QSharedPointer<QCPAxisTicker>(new ClockTicker(*clock)));
+  plot_->yAxis->setTicker(isBin ? whole : degrees);
+  DrawSoon();
 }
 
 QString CWGraphNumber(double value) {

@@ -39,22 +39,11 @@ void AskForLowLatency(int handle) {
 }  // namespace
 
 std::string WhyNoOpening(int error) {
-  switch (error) {
-    case ENOENT:
-    case ENXIO:
-    case ENODEV:
-    case ENOTTY:
-    case EIO:
-      return NoSuchDevice;
-    case EBUSY:
-    case EWOULDBLOCK:
-      return "it is in use";
-    case EACCES:
-    case EPERM:
-      return "no permission: add your user to the group dialout, then log in again";
-    default:
-      return "it cannot be opened";
-  }
+  const auto isOneOf = [error](auto... errors) { return ((error == errors) || ...); };
+  if (isOneOf(ENOENT, ENXIO, ENODEV, ENOTTY, EIO)) return NoSuchDevice;
+  if (isOneOf(EBUSY, EWOULDBLOCK)) return "it is in use";
+  if (isOneOf(EACCES, EPERM)) return "no permission: add your user to the group dialout, then log in again";
+  return "it cannot be opened";
 }
 
 fs::path DeviceOfComm(int comm, const fs::path& programFolder) {
