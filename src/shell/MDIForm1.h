@@ -24,8 +24,7 @@ class StatusLine {
  public:
   explicit StatusLine(QStatusBar& bar);
   ~StatusLine();
-  StatusLine(const StatusLine&) = delete;
-  StatusLine& operator=(const StatusLine&) = delete;
+  Q_DISABLE_COPY(StatusLine)
 
   /// What is known of the logger, such as "Connected on Comm 5"; to this the device is added.
   void Connection(const std::string& text);

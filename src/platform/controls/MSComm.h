@@ -20,8 +20,7 @@ class MSComm {
     owner.AtUnload([this] { Close(); });
   }
   ~MSComm() { Close(); }
-  MSComm(const MSComm&) = delete;
-  MSComm& operator=(const MSComm&) = delete;
+  Q_DISABLE_COPY(MSComm)
 
   int CommPort = 1;                      ///< stays as it is while the port is open
   std::string Settings = "19200,n,8,1";  ///< all that the logger speaks: the line is opened with no other

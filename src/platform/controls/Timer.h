@@ -19,8 +19,7 @@ class Timer {
     owner.AtUnload([this] { Enabled(false); });
   }
   ~Timer() { EventGate::Get().Withdraw(this); }
-  Timer(const Timer&) = delete;
-  Timer& operator=(const Timer&) = delete;
+  Q_DISABLE_COPY(Timer)
 
   bool Enabled() const { return enabled_; }
   /// Enabling a timer that runs changes nothing; a disabled one starts with a whole interval.

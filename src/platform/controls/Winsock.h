@@ -25,8 +25,7 @@ class Winsock {
     owner.AtUnload([this] { End(); });
   }
   ~Winsock() { End(); }
-  Winsock(const Winsock&) = delete;
-  Winsock& operator=(const Winsock&) = delete;
+  Q_DISABLE_COPY(Winsock)
 
   enum class Peer { Unnamed, LookingUp, Known, NotFound };
   const std::string& RemoteHost() const { return remoteHost_; }

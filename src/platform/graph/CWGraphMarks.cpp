@@ -198,9 +198,8 @@ std::size_t CWGraph::Nearest(double x) const {
   const double last = static_cast<double>(values_.size() - 1);
   const auto nearest = static_cast<std::ptrdiff_t>(std::clamp(std::round((x - firstX_) / stepX_), 0.0, last));
   if (style_ == PlotStyle::Bin) {
-    for (const std::ptrdiff_t distance : {0, -1, 1, -2, 2}) {
+    for (const std::ptrdiff_t distance : {0, -1, 1, -2, 2})
       if (Counts(nearest + distance)) return static_cast<std::size_t>(nearest + distance);
-    }
   }
   return static_cast<std::size_t>(nearest);
 }

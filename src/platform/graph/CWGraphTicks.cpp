@@ -26,9 +26,8 @@ class DegreeTicker : public QCPAxisTicker {
  protected:
   double getTickStep(const QCPRange& range) override {
     const double rough = range.size() / (tickCount() + 1);
-    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 90.0, 180.0}) {
+    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 90.0, 180.0})
       if (step >= rough && range.size() <= 400) return step;
-    }
     return QCPAxisTicker::getTickStep(range);
   }
   int getSubTickCount(double step) override {
@@ -46,9 +45,8 @@ class ClockTicker : public QCPAxisTicker {
   double getTickStep(const QCPRange& range) override {
     const double rough = (times_.secondsAt(range.upper) - times_.secondsAt(range.lower)) / (tickCount() + 1);
     for (const double step : {0.01, 0.02, 0.05, 0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 60.0, 120.0,
-                              300.0, 600.0, 900.0, 1800.0}) {
+                              300.0, 600.0, 900.0, 1800.0})
       if (step >= rough) return step;
-    }
     return 3600 * std::ceil(rough / 3600);
   }
   int getSubTickCount(double) override { return 0; }

@@ -33,10 +33,6 @@ void EventGate::CollectAndDeliver(const std::function<void()>& collect) {
   DeliverOne();
 }
 
-void EventGate::Withdraw(const void* source) {
-  std::erase_if(queue_, [&](const Waiting& waiting) { return waiting.source == source; });
-}
-
 bool EventGate::Click(const QWidget* where, const std::function<void()>& action, const std::string& handler) {
   if (Held()) return false;
   const QWidget* modal = QApplication::activeModalWidget();
@@ -77,13 +73,6 @@ void EventGate::Wake() {
         Wake();
       },
       Qt::QueuedConnection);
-}
-
-EventGate::Hold::Hold() { ++Get().depth_; }
-
-EventGate::Hold::~Hold() {
-  --Get().depth_;
-  Get().Wake();
 }
 
 }  // namespace bexlow::platform

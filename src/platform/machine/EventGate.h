@@ -28,7 +28,9 @@ class EventGate {
   /// Runs `collect`, which takes bytes in, then delivers a waiting event at once, not from the event loop.
   void CollectAndDeliver(const std::function<void()>& collect);
   /// Removes the waiting delivery of a source.
-  void Withdraw(const void* source);
+  void Withdraw(const void* source) {
+    std::erase_if(queue_, [source](const Waiting& waiting) { return waiting.source == source; });
+  }
   /// Runs a user's action now, or drops it while the gate is held or a modal screen lies above its window.
   /// False if it was dropped. Without a name the handler is that of a click on `where`.
   bool Click(const QWidget* where, const std::function<void()>& action, const std::string& handler = {});
@@ -46,8 +48,11 @@ class EventGate {
   /// Holds all events as long as it lives. Holds nest.
   class Hold {
    public:
-    Hold();
-    ~Hold();
+    Hold() { ++Get().depth_; }
+    ~Hold() {
+      --Get().depth_;
+      Get().Wake();
+    }
     Hold(const Hold&) = delete;
     Hold& operator=(const Hold&) = delete;
   };

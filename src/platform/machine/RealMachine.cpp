@@ -121,10 +121,6 @@ RealMachine::RealMachine(std::filesystem::path programFolder) : programFolder_(s
   std::signal(SIGXFSZ, SIG_IGN);
 }
 
-std::int64_t RealMachine::QueryPerformanceCounter() { return steady_clock::now().time_since_epoch().count(); }
-
-std::int64_t RealMachine::QueryPerformanceFrequency() { return steady_clock::period::den; }
-
 LocalTime RealMachine::Now() {
   const std::time_t now = std::time(nullptr);
   std::tm local{};

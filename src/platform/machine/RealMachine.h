@@ -14,8 +14,8 @@ class RealMachine : public Machine {
   /// @param programFolder  the folder that holds the executable
   explicit RealMachine(std::filesystem::path programFolder);
 
-  std::int64_t QueryPerformanceCounter() override;
-  std::int64_t QueryPerformanceFrequency() override;
+  std::int64_t QueryPerformanceCounter() override { return Clock::now().time_since_epoch().count(); }
+  std::int64_t QueryPerformanceFrequency() override { return Clock::period::den; }
   LocalTime Now() override;
   void Idle(std::chrono::microseconds atMost) override;
   void Repaint() override;
@@ -29,6 +29,8 @@ class RealMachine : public Machine {
   void EndProgram() override;
 
  private:
+  using Clock = std::chrono::steady_clock;
+
   std::filesystem::path programFolder_;
   std::list<SerialDevice*> open_;
 };

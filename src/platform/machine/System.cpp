@@ -48,8 +48,7 @@ class OpenFile {
   ~OpenFile() {
     if (handle_ >= 0) ::close(handle_);
   }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
+  Q_DISABLE_COPY(OpenFile)
 
   off_t SizeWhenOpened() const { return size_; }
 
