@@ -60,8 +60,7 @@ class GraphPair : public QWidget {
   std::string RunText() const;
 
   std::vector<platform::CWGraph*> graphs_;  ///< from top to bottom, one for each axis
-  QLabel*
-      lblRun_;  ///< which file, logger and launch the curves belong to, and how long they are; or what to do
+  QLabel* lblRun_;                          ///< whose the curves are and how long, or how to open a file
   bool hasRunLine_ = true;
   std::filesystem::path file_;
   std::string stem_, words_;  ///< of the file and what is drawn of it

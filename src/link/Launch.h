@@ -15,10 +15,10 @@ namespace bexlow::link {
 
 class Launch {
  public:
-  /// @param main      the screen that holds the controls of the launch
-  /// The bytes that a logger sends during an erase: three a page at least.
+  /// What the number of the page is reckoned from: bytes that a logger sends for each page it erases.
   static constexpr std::size_t BytesInPage = 3;
 
+  /// @param main      the screen that holds the controls of the launch
   /// @param launched  called when the logger logs by itself and counts as disconnected; told how many bytes
   ///                  were heard during the erase
   Launch(platform::Form& main, std::function<void(std::size_t heard)> launched)
