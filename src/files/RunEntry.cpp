@@ -28,7 +28,8 @@ std::optional<Records> FindRecords(std::string_view head, std::string_view tail,
   }
   const auto unread = size - std::min<std::uintmax_t>(size, tail.size());
   Records records{head.substr(begin), {}, unread <= begin};
-  const auto from = records.all ? begin - unread : tail.find('\n') + 1;  // else a line's rest comes first
+  // Where the two parts do not meet, the tail begins with the rest of a line.
+  const auto from = records.all ? begin - unread : std::min(tail.find('\n'), tail.size() - 1) + 1;
   LineReader lines(tail.substr(std::min<std::size_t>(from, tail.size())));
   while (const auto line = lines.Next()) records.lines.push_back(*line);
   records.torn = !records.lines.empty() && tail.back() != '\n';
@@ -42,10 +43,12 @@ void Remark(RunEntry& entry, std::string_view words) {
 
 /// Whether a line is a whole record; the samples of a Linear one are appended to the run.
 bool TakeRecord(std::string_view line, const FileCheck& check, Run& run) {
-  if (check.kind == FileKind::Bin) return std::ranges::count(line, ',') >= std::ssize(BinPoints{});
-  if (check.channel < 1 || check.channel > 3) return true;
   try {
-    AppendRecord(run, line, check.channel);
+    if (check.kind == FileKind::Bin) {
+      FindPair(line, PageOf(line));
+    } else if (check.channel >= 1 && check.channel <= 3) {
+      AppendRecord(run, line, check.channel);
+    }
     return true;
   } catch (const std::system_error&) {
     return false;
@@ -56,7 +59,6 @@ void ReadPages(Records records, const FileCheck& check, std::optional<double> fr
   auto& lines = records.lines;
   Run first, run, torn, end;
   first.records.push_back({PageOf(records.first), 0});
-  if (!records.all) Remark(entry, PageRemarks(first));
   if (records.torn && !TakeRecord(lines.back(), check, torn)) {
     Remark(entry, "ends in the middle of a record");
     lines.pop_back();
@@ -64,8 +66,12 @@ void ReadPages(Records records, const FileCheck& check, std::optional<double> fr
   }
   if (lines.empty()) return Remark(entry, records.all ? "holds no page" : "ends without a record");
   for (const auto& line : lines) run.records.push_back({PageOf(line), 0});
+  const bool rises = records.all || first.records.front().page < run.records.front().page;
+  if (!records.all) Remark(entry, rises ? PageRemarks(first) : "the page numbers do not rise");
   Remark(entry, PageRemarks(run, records.all ? 0 : run.records.front().page - 1));
   entry.lastPage = run.records.back().page;
+  for (const auto& line : std::span(lines).first(lines.size() - 1))
+    if (Run whole; !TakeRecord(line, check, whole)) return Remark(entry, "a record is damaged");
   if (!TakeRecord(lines.back(), check, end)) return Remark(entry, "the last record is damaged");
   if (check.kind == FileKind::Bin) return;
   if (end.Size() == 0) return Remark(entry, "no samples: mode or channels are unknown");
@@ -73,7 +79,8 @@ void ReadPages(Records records, const FileCheck& check, std::optional<double> fr
   const auto before =
       count > 1 ? run.records[count - 2].page : 0;  // the run ends there if its last page is empty
   const auto pages = static_cast<std::size_t>(written > 0 ? entry.lastPage - 1 : before);
-  const bool isKnown = first.records.front().page > 0 && PagesRise(run) && pages * size + written > 0;
+  const bool isKnown =
+      rises && first.records.front().page > 0 && PagesRise(run) && pages * size + written > 0;
   if (frequency && isKnown) entry.seconds = static_cast<double>(pages * size + written) / *frequency;
 }
 

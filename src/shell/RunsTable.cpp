@@ -40,7 +40,7 @@ constexpr Head Heads[Columns] = {
     {"Last page", "Number of the last page", Right},
     {"Remarks", "What the beginning and the end of a download tell, and all of a recording below 2 MB"}};
 constexpr int RankRole = Qt::UserRole;                 // what a column is sorted by
-constexpr std::uintmax_t LongestRecording = 2 << 20;   // 20 minutes of Angles; read in some 8 ms
+constexpr std::uintmax_t LongestRecording = 2 << 20;   // six minutes of Angles; read in some 8 ms
 constexpr std::chrono::milliseconds RenewEvery{1000};  // a file may grow at each of 370 samples a second
 
 QString Shown(const fs::path& path) { return QFile::decodeName(path.c_str()); }
@@ -68,7 +68,8 @@ struct Row : QTreeWidgetItem {
     const bool rises = treeWidget()->header()->sortIndicatorOrder() == Qt::AscendingOrder;
     const auto rank = data(treeWidget()->sortColumn(), RankRole);
     const auto next = other.data(treeWidget()->sortColumn(), RankRole);
-    if (rank == next) return rises ? text(Name) < other.text(Name) : other.text(Name) < text(Name);
+    const auto name = data(Name, RankRole).toString(), otherName = other.data(Name, RankRole).toString();
+    if (rank == next) return rises ? name < otherName : otherName < name;
     if (rank.isValid() != next.isValid()) return rank.isValid() == rises;  // what is not known comes last
     return QVariant::compare(rank, next) == QPartialOrdering::Less;
   }
@@ -95,7 +96,7 @@ struct Row : QTreeWidgetItem {
         {QString::fromStdString(seconds ? values::DurationClock(*seconds) : ""),
          seconds ? *seconds : QVariant()},
         {page > 0 ? QString::number(page) : QString(), page > 0 ? page : QVariant()},
-        {remark, remark}};
+        {remark, remark.isEmpty() ? QVariant() : remark}};
     for (int column = 0; column < Columns; ++column) {
       setText(column, cells[column].first);
       setData(column, RankRole, cells[column].second);
@@ -119,7 +120,9 @@ class RunsTable : public QTreeWidget {
       headerItem()->setTextAlignment(column++, head.alignment == Right ? Qt::AlignCenter : head.alignment);
     }
     setRootIsDecorated(false);
-    setStyleSheet("QTreeView::item { padding: 2px 4px; border: 0; }");
+    setStyleSheet(
+        "QTreeView::item { padding: 2px 4px; border: 0; }"  // without a border there is no padding aside
+        "QTreeView::item:selected { background: palette(highlight); color: palette(highlighted-text); }");
     setUniformRowHeights(true);
     setTextElideMode(Qt::ElideMiddle);
     header()->setDefaultSectionSize(header()->minimumSectionSize());
