@@ -97,6 +97,20 @@ TEST_F(Graph, TheLineRunsFromFrameToFrameAndNotOverAGap) {
   graph.PlotY(std::vector<double>(7, 45));
   EXPECT_FALSE(StandsOut(Picture(), PixelOf(2.75, 45))) << "before it a page is missing";
   EXPECT_TRUE(StandsOut(Picture(), middle));
+  std::vector<double> x, y;
+  for (double seconds = 0; seconds < 30; seconds += 0.005) {
+    if (seconds > 13 && y.back() == 60) x.push_back(seconds), y.push_back(Nan);
+    if (seconds >= 10 && seconds <= 13) continue;
+    if (seconds > 20 && seconds < 20.5) continue;
+    x.push_back(seconds);
+    y.push_back(seconds < 10 ? 60 : seconds <= 20 ? -60 : 0);
+  }
+  graph.PlotXY(x, y);
+  graph.ShowAll();
+  const auto dense = Picture();
+  EXPECT_FALSE(StandsOut(dense, PixelOf(13, 60)) || StandsOut(dense, PixelOf(13.03, 60)))
+      << "it was left at 10 s";
+  EXPECT_TRUE(StandsOut(dense, PixelOf(20.25, -30))) << "a short pause is no gap";
 }
 
 // Every fourth sample lies at the other end of the scale, alone between two crossings.

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "platform/graph/CWGraph.h"
 
@@ -77,8 +78,12 @@ class Curve : public QCPGraph {
       if (it->key >= start + column) {
         draw(start);
         clear();
-        start = mKeyAxis->range().lower + number(it->key) * column;
-        add(sides[side], last);
+        const double before = std::exchange(start, mKeyAxis->range().lower + number(it->key) * column);
+        const bool isJoined = !std::isnan(it->value) && !std::isnan(last);
+        const bool isNext = start < before + 1.5 * column;
+        if (isJoined && isNext) add(sides[side], last);
+        if (isJoined && !isNext)  // nothing came meanwhile
+          line << QCPGraphData(before, last) << QCPGraphData(start, it->value) << QCPGraphData(start, Nan);
       }
       if (std::isnan(it->value)) side = 1 - side;
       add(sides[side], last = it->value);
