@@ -175,6 +175,7 @@ class Configuration : public Form {
       Shared.ParameterIndex = FirstIndex;
       progress_.bar->setMaximum(EndOfRead - FirstIndex);
       Shared.ReadArray = {};
+      wrongReplies_ = 0;
       MSComm1.RThreshold(1);
       link::OpenCommPort(MSComm1, *this);
       RequestCell();
@@ -189,8 +190,11 @@ class Configuration : public Form {
   platform::Activity Activity() const {
     if (write_.Running()) return write_.Activity();
     if (const auto halted = link::Halted(MSComm1, "Reading")) return *halted;
-    return {"Reading",
-            CellsText(Shared.ParameterIndex, Shared.ParameterIndex - FirstIndex, EndOfRead - FirstIndex)};
+    const auto cells =
+        CellsText(Shared.ParameterIndex, Shared.ParameterIndex - FirstIndex, EndOfRead - FirstIndex);
+    if (wrongReplies_ >= link::ToldWrongReplies)
+      return {"Wrong replies from the logger", "asking again " + cells, ", ", true};
+    return {"Reading", cells};
   }
 
   // One request is in flight. Any reply but one byte is dropped and the same cell asked for again, without
@@ -201,6 +205,7 @@ class Configuration : public Form {
     const auto firstSteps = last ? link::Request{} : link::Request{link::ReadEeprom(0).front()};
     link::Bytes reply = MSComm1.Input();
     link::EndReply(MSComm1, reply, 1, firstSteps, last ? link::LineSilenceUs : 0);
+    wrongReplies_ = reply.size() == 1 ? 0 : wrongReplies_ + 1;
     if (reply.size() == 1) TakeCell(reply.front());
     if (Shared.ParameterIndex == EndOfRead) return FinishRead();
     RequestCell(firstSteps.size());
@@ -279,6 +284,8 @@ class Configuration : public Form {
                        [this](bool enabled) { EnableSequences(enabled); }};
   std::map<const Parameter*, CWNumEdit*> edits_;
   std::map<const Parameter*, QLineEdit*> boxes_;
+
+  int wrongReplies_ = 0;  ///< in a row
 
   QMenu* mnuFile = AddMenu("mnuFile", "&File");
   QAction* mnuRead = AddEntry(mnuFile, "mnuRead", "&Read", [this] { mnuRead_Click(); });

@@ -154,6 +154,7 @@ class DownloadErase : public Form {
     MSComm1.RThreshold(static_cast<int>(link::PageSize));
     Shared.EndOfDataReached = false;
     bytesBeforeRepeat_.reset();
+    wrongReplies_ = 0;
     link::OpenCommPort(MSComm1, *this);
     TimerSampling.Enabled(true);
     pace_.Begin();
@@ -184,7 +185,9 @@ class DownloadErase : public Form {
             // The line is gone. A page that has come whole is still stored, then the request fails again.
           }
           txtBufferLen->setText(Shown(static_cast<double>(reply.size())));
-          if (torn != 0 || reply.size() != link::PageSize) return RequestPage(firstSteps.size());
+          const bool isPage = torn == 0 && reply.size() == link::PageSize;
+          wrongReplies_ = isPage ? 0 : wrongReplies_ + 1;
+          if (!isPage) return RequestPage(firstSteps.size());
           pace_.PageCame();
           TakePage(reply, firstSteps.size());
         },
@@ -258,6 +261,7 @@ class DownloadErase : public Form {
       lblWarning->setVisible(late);
       if (!late) return;
       TimerSampling.Enabled(false);
+      pace_.Interrupt();
       bytesBeforeRepeat_ = static_cast<std::size_t>(MSComm1.InBufferCount());
       TellTimeLeft("");
       RequestPage();
@@ -288,6 +292,8 @@ class DownloadErase : public Form {
     const bool asks = MSComm1.RThreshold() > 0 || resting_.Enabled();
     if (!asks) return {"Download has stopped", page_, ", ", true};
     if (!lblWarning->isHidden()) return {"No reply from the logger", "asking again for " + page_, ", ", true};
+    if (wrongReplies_ >= link::ToldWrongReplies)
+      return {"Wrong replies from the logger", "asking again for " + page_, ", ", true};
     return {"Downloading", page_ + (timeLeft_.empty() ? "" : ", " + timeLeft_ + " left")};
   }
 
@@ -356,6 +362,7 @@ class DownloadErase : public Form {
   /// reply follows them, so the bytes taken next are never a page, even if on a line that stalls their number
   /// is that of a page.
   std::optional<std::size_t> bytesBeforeRepeat_;
+  int wrongReplies_ = 0;  ///< in a row
   Pace pace_;
   std::string page_, timeLeft_;  ///< "page 9", "at most 5 min 12 s": one text for all who tell it
 };

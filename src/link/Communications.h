@@ -28,6 +28,9 @@ Bytes ReadBlock(platform::MSComm& comm, const platform::Form& screen, const Bloc
 /// two seconds or more, or a failure has ended it. Nothing while it goes on.
 std::optional<platform::Activity> Halted(const platform::MSComm& comm, const std::string& exchange);
 
+/// From so many wrong replies in a row on a screen says so.
+inline constexpr int ToldWrongReplies = 3;
+
 /// Longer than the longest pause within a reply, in microseconds: an adapter may hold bytes back for 16 ms.
 inline constexpr std::int64_t LineSilenceUs = 20'000;
 

@@ -20,7 +20,8 @@ constexpr double SecondsAByte = 10 / 19200.0;
 constexpr double Tolerance = 0.95;  // the two clocks differ by up to 5 %
 // Below this many byte times the device is not paced (a pseudo-terminal), and the check is off.
 constexpr double PseudoTerminalByteTimes = 1.5;
-constexpr double LeastByteTimes = 1.5;  // the request and the first byte of its reply take 2
+constexpr double LeastByteTimes = 2 * Tolerance;  // of the request and the first byte of its reply
+constexpr double DoubtSeconds = 0.1;              // so long after a write its answer may come
 
 }  // namespace
 
@@ -39,7 +40,8 @@ std::int64_t Pace::PerSecond() {
   if (seconds < 1) return perSecond_;
   countedAt_ = Machine::Get().QueryPerformanceCounter();
   const auto samples = static_cast<double>(samples_ - std::exchange(counted_, samples_));
-  return perSecond_ = static_cast<std::int64_t>(values::RoundHalfEven(samples / seconds));
+  const bool isRate = seconds < 1.5;  // else nobody has asked meanwhile
+  return perSecond_ = isRate ? static_cast<std::int64_t>(values::RoundHalfEven(samples / seconds)) : 0;
 }
 
 std::int64_t Pace::SilentSeconds() const {
@@ -109,7 +111,7 @@ void SamplingScreen::PauseSampling() {
 void SamplingScreen::ResumeSampling() {
   MSComm1.Input();
   MSComm1.RThreshold(threshold_);
-  afterPause_ = true;
+  resumedAt_ = Machine::Get().QueryPerformanceCounter();
   SendRequest();
 }
 
@@ -150,7 +152,7 @@ Bytes SamplingScreen::TakeReply() {
   const auto expected = static_cast<std::size_t>(threshold_);
   const auto firstByteAt = MSComm1.FirstByteAt();
   Bytes reply = MSComm1.Input();
-  const bool isDoubtful = std::exchange(afterPause_, false) || CameTooSoon(firstByteAt);
+  const bool isDoubtful = platform::SecondsSince(resumedAt_) < DoubtSeconds || CameTooSoon(firstByteAt);
   if (isDoubtful || reply.size() != expected) EndReply(MSComm1, reply, expected);
   return reply;
 }

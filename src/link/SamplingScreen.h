@@ -13,7 +13,7 @@ class Pace {
  public:
   void Begin();
   void Count();
-  /// Samples a second over the last whole second, rounded; 0 before there is one.
+  /// Samples a second over the last second, rounded; 0 where none was watched to its end.
   std::int64_t PerSecond();
   /// Whole seconds since the last sample, or since the beginning.
   std::int64_t SilentSeconds() const;
@@ -74,11 +74,11 @@ class SamplingScreen : public platform::Form {
   std::unique_ptr<platform::Alarm> showing_;  ///< shows a sample that no other follows
   platform::Timer delaying_;
   bool delayed_ = false;
-  bool afterPause_ = false;   ///< an answer to what was written meanwhile may still come before the reply
   bool showDue_ = false;      ///< a sample was taken since the last frame
   std::int64_t shownAt_ = 0;  ///< reading of the high-resolution counter
   Pace pace_;
-  std::int64_t requestedAt_ = 0;  ///< reading of the high-resolution counter
+  std::int64_t requestedAt_ = 0,
+               resumedAt_ = -(std::int64_t{1} << 62);  ///< readings of the high-resolution counter
 };
 
 /// "1 sample", "1,846 samples".

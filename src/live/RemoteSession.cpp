@@ -261,6 +261,7 @@ class RemoteSession : public link::SamplingScreen {
 
   void Starting() override {
     fraSession->setEnabled(false);
+    sends_ = false;
     strips_->Clear();
   }
 

@@ -1,4 +1,5 @@
 // Two screens side by side: what one does never changes what another is saving, reading or writing.
+#include "link/SamplingScreen.h"
 #include "stories/DownloadStory.h"
 #include "values/NumberText.h"
 
@@ -69,6 +70,34 @@ struct Exchanges : DownloadStory {
     EXPECT_EQ(machine.wire.size(), bytes);
   }
 };
+
+TEST_F(Exchanges, ARateIsThatOfTheLastSecondOrNone) {
+  link::Pace pace;
+  pace.Begin();
+  const auto rate = [&](int count, milliseconds step) {
+    for (int i = 0; i < count; ++i, pace.Count()) machine.Pass(step);
+    return pace.PerSecond();
+  };
+  EXPECT_EQ(rate(100, 10ms), 100);
+  EXPECT_EQ(rate(1, 5s), 0);
+  EXPECT_EQ(rate(50, 20ms), 50);
+}
+
+TEST_F(Exchanges, WrongRepliesAreToldWhereNothingGoesOn) {
+  StartConnected();
+  logger.spoil = [](Bytes& reply, microseconds&) { reply.push_back(0); };
+  Choose("Tools", "Configuration");
+  machine.Pass(1s);
+  EXPECT_TRUE(Status("lblActivity").starts_with("Wrong replies from the logger, asking again at 2"));
+  Choose("File", "Return");
+  logger.spoil = [](Bytes& reply, microseconds&) {
+    if (reply.size() == 264) reply.push_back(0);
+  };
+  Choose("Tools", "Download");
+  ChooseFile("Data", "Download", "run.qbx");
+  machine.Pass(3s);
+  EXPECT_EQ(Status("lblActivity"), "Wrong replies from the logger, asking again for page 0");
+}
 
 TEST_F(Exchanges, ASecondOneIsRefusedAndChangesNothing) {
   for (const auto& running : All) {

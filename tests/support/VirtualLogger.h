@@ -36,7 +36,7 @@ class VirtualLogger : public Peer {
   Bytes angles{0x0B, 0xB8, 0x03, 0xE8};
   Bytes accelerometers{0x01, 0x4A, 0x01, 0x98, 0x01, 0x42};
   bool silent = false;
-  bool acknowledges = false;  ///< answers each write with a byte
+  std::optional<microseconds> acknowledges;  ///< so long after each write it answers with a byte
 
   /// Sees each reply before it leaves: may change it, empty it, or delay it.
   Spoil spoil;
@@ -91,7 +91,7 @@ class VirtualLogger : public Peer {
     if (letter == 'f') return Reply({'f'});
     if (letter == 'r') return Reply({eeprom[request[1]]});
     if (letter == 'p') eeprom[request[1]] = request[2];
-    if (letter == 'p' && acknowledges) return Send({'p'});
+    if (letter == 'p' && acknowledges) return Send({'p'}, *acknowledges);
     if (letter == 'a') return Reply(accelerometers);
     if (letter == 'A') return Reply(angles);
     if (letter == 'l') return Reply(BytesOf(3300));  // thousandths

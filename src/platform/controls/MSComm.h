@@ -100,8 +100,10 @@ class MSComm {
   // The late reply of an exchange that was left would be taken for the reply to the next one's first request.
   void DropLateReplies() {
     auto& machine = Machine::Get();
-    while (machine.QueryPerformanceCounter() < machine.lateUntil[CommPort])
+    while (machine.QueryPerformanceCounter() < machine.lateUntil[CommPort]) {
+      EventGate::Get().NoteWait();
       machine.Idle(std::chrono::milliseconds(1));
+    }
     received_.clear();
   }
   void Close() {

@@ -1,5 +1,6 @@
 #include "platform/machine/EventGate.h"
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMetaObject>
 #include <QScopeGuard>
@@ -40,7 +41,10 @@ bool EventGate::Click(const QWidget* where, const std::function<void()>& action,
   const bool unnamed = handler.empty() && where != nullptr;
   Run({where, unnamed ? where->objectName().toStdString() + "_Click" : handler}, [&] {
     action();
-    if (std::exchange(waited_, false)) QCoreApplication::processEvents();
+    if (!std::exchange(waited_, false)) return;
+    QCoreApplication::processEvents();
+    for (auto* widget : QApplication::allWidgets())  // and one that is still held down
+      if (auto* button = qobject_cast<QAbstractButton*>(widget)) button->setDown(false);
   });
   return true;
 }
