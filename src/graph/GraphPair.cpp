@@ -54,6 +54,7 @@ GraphPair::GraphPair(QWidget* parent) : QWidget(parent) {
   lblRun_ = platform::MakeLabel("lblRun",
                                 "Choose Open from the File menu, or drop a data file on the window.", this);
   lblRun_->setWordWrap(true);
+  lblRun_->setMinimumWidth(1);  // the name of a file may be one long word
   column->addWidget(lblRun_);
   CWGraph1 = AddGraph();
   CWGraph2 = AddGraph();
@@ -79,6 +80,7 @@ CWGraph* GraphPair::AddGraph() {
 }
 
 void GraphPair::PrepareLinear(std::span<const files::Axis> axes) {
+  if (graphs_.size() > axes.size() && focusWidget()) CWGraph1->setFocus();  // else the keys go to a text box
   for (; graphs_.size() > axes.size(); graphs_.pop_back()) delete graphs_.back()->parentWidget();
   while (graphs_.size() < axes.size()) AddGraph();
   MoveTogether(true);
@@ -166,7 +168,10 @@ void GraphPair::Show(const files::Run& run) {
     graphs_[i]->SetXAxis(false, 0, std::max(0.0, static_cast<double>(run.tenths[i].size()) - 1));
     Draw(i);
   }
-  if (focusWidget() == CWGraph1 && CWGraph1->Values().empty() && run.Size() > 0) CWGraph2->setFocus();
+  const auto isEmpty = [](const auto* graph) { return graph->Values().empty(); };
+  const auto focused = std::ranges::find(graphs_, focusWidget()),
+             shown = std::ranges::find_if_not(graphs_, isEmpty);
+  if (focused != graphs_.end() && isEmpty(*focused) && shown != graphs_.end()) (*shown)->setFocus();
   const auto remarks = files::PageRemarks(run);
   TellRun(RunText() + (remarks.empty() ? "" : "; " + remarks) + run.remarks);
 }

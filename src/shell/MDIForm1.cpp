@@ -92,6 +92,7 @@ StatusLine::~StatusLine() { EventGate::Get().Withdraw(this); }
 
 void StatusLine::Connection(const std::string& text) {
   connection_ = text;
+  device_ = Machine::Get().DescribePort(shared::Shared.CurrentCommPort).device;
   TellConnection();
 }
 
@@ -100,8 +101,9 @@ void StatusLine::TellConnection() {
   std::string text = connection_;
   if (text.starts_with("Connected")) {
     const auto [device, description] = Machine::Get().DescribePort(comm);
-    text = description == NoSuchDevice ? "The adapter of Comm " + std::to_string(comm) + " is gone"
-           : device.empty()            ? text
+    const auto port = "Comm " + std::to_string(comm);
+    text = description == NoSuchDevice ? "The adapter of " + port + " is gone"
+           : device != device_         ? port + " leads to " + device + " now"
                                        : text + ", " + device;
   }
   SetText(*lblConnection, text, QWIDGETSIZE_MAX);

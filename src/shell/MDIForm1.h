@@ -38,7 +38,7 @@ class StatusLine {
   QLabel* lblConnection;
   QLabel* lblActivity;
   QLabel* lblFailure;
-  std::string phase_, connection_, failure_;
+  std::string phase_, connection_, device_, failure_;
   const platform::Form* engaged_ = nullptr;  ///< when the line was told last; only to be compared
   std::unique_ptr<platform::Alarm> alarm_;
 };

@@ -71,6 +71,10 @@ TEST_F(GraphUser, KeysZoomAndPan) {
   EXPECT_NEAR(graph.XView().Size(), 4, 1e-9);
   for (int i = 0; i < 60; ++i) QTest::keyClick(&graph, Qt::Key_Minus);
   Near(graph.XView(), {0, 1000}, 0);
+  graph.PlotY(std::vector<double>(7920));
+  QTest::keyClick(&graph, Qt::Key_End, Qt::ShiftModifier);
+  for (int i = 0; i < 10; ++i) QTest::keyClick(&graph, Qt::Key_Plus);
+  EXPECT_EQ(graph.XView().upper, 7919) << "about the last sample, which is read out";
 }
 
 TEST_F(GraphUser, MouseZoomsAboutThePointerAndPansToTheEnds) {
@@ -123,6 +127,13 @@ TEST_F(GraphUser, PointerAndKeysReadOut) {
   }
   graph.PlotY(std::vector<double>{});
   QTest::keyClick(&graph, Qt::Key_Right, Qt::ShiftModifier);
+  graph.SetPlotStyle(PlotStyle::Bin);
+  graph.PlotY(std::vector<double>{0, 5, 0, 7, 0}, -2);
+  for (const auto& [key, text] :
+       {Row{Qt::Key_End, "Angle 1°: count 7"}, Row{Qt::Key_Home, "Angle -1°: count 5"}}) {
+    QTest::keyClick(&graph, key, Qt::ShiftModifier);
+    EXPECT_EQ(graph.ReadOutText(), QString::fromUtf8(text)) << "the ends hold no bin";
+  }
 }
 
 TEST_F(GraphUser, MenuOpensByClickAndByKeys) {
@@ -168,7 +179,7 @@ TEST_F(GraphUser, TimesAreToldAndShownWhereTheyAreKnown) {
   graph.SetSampleTimes({});
   EXPECT_FALSE(graph.HasTimes());
   for (const auto& [height, x, y] :
-       {std::tuple{300, "Sample", "Angle (degrees)"}, {140, "Sample", "degrees"}, {90, "", ""}}) {
+       {std::tuple{300, "Sample", "Angle (degrees)"}, {140, "Sample", "Angle"}, {90, "", ""}}) {
     graph.resize(400, height);
     graph.DrawNow();
     const auto& yAxis = *graph.findChild<QCustomPlot*>()->yAxis;

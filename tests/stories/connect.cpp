@@ -140,7 +140,7 @@ TEST_F(ConnectStory, AfterAStoreThatCannotBeWrittenThePortOfBeforeIsNotCalledCon
   machine.devices = "/dev/other";
   Choose("Tools", "Configuration");
   machine.Pass(300ms);
-  EXPECT_EQ(Status("lblConnection"), "Connected on Comm 1, /dev/other1") << "which was opened";
+  EXPECT_EQ(Status("lblConnection"), "Comm 1 leads to /dev/other1 now") << "which was opened";
   Choose("File", "Return");
   const auto settings = machine.ProgramFolder() / "settings";
   fs::remove_all(settings);

@@ -79,13 +79,16 @@ class CWSlide : public QSlider {
     const int place = PlaceOf(value());
     DrawBox(painter, KnobBreadth() / 3, place, PlaceOf(0), Qt::NoPen, colours.series);
     if (focusPolicy() == Qt::NoFocus) return;
-    DrawBox(painter, KnobBreadth() - 1, place - 6, place + 6, colours.series,
+    DrawBox(painter, KnobBreadth() - 1, place - KnobHalf, place + KnobHalf, colours.series,
             hasFocus() ? colours.focus : colours.paper);
   }
 
   // A press goes to its place, as Qt has it with another button.
   void mousePressEvent(QMouseEvent* event) override {
-    if (event->button() != Qt::LeftButton) return event->ignore();
+    const QRect track(0, PlaceOf(maximum()) - KnobHalf, KnobBreadth(),
+                      PlaceOf(0) - PlaceOf(maximum()) + 2 * KnobHalf);
+    const bool isHit = track.contains(event->position().toPoint());
+    if (event->button() != Qt::LeftButton || !isHit) return event->ignore();
     const auto button = Qt::MouseButton(style()->styleHint(QStyle::SH_Slider_AbsoluteSetButtons));
     QMouseEvent there(event->type(), event->position(), event->globalPosition(), button, button, {});
     QSlider::mousePressEvent(&there);
@@ -93,7 +96,7 @@ class CWSlide : public QSlider {
   void wheelEvent(QWheelEvent* event) override { hasFocus() ? QSlider::wheelEvent(event) : event->ignore(); }
 
  private:
-  static constexpr int LongMark = 10, Gap = 4;  // the gap is before and behind the marks
+  static constexpr int KnobHalf = 6, LongMark = 10, Gap = 4;  // the gap is before and behind the marks
 
   static int Nearest(double value) { return qRound(std::max(0.0, std::min(value, 1024.0))); }  // of nan: 0
   int KnobBreadth() const { return style()->pixelMetric(QStyle::PM_SliderThickness, nullptr, this) * 3 / 2; }

@@ -257,17 +257,17 @@ void CWGraph::FitMargins() {
   plot_->axisRect()->setMinimumMargins(QMargins(left, words.height() / 2 + 1, right, 4));
 }
 
-// A small plot has fewer tick labels and goes without its x title. Where the y title is too long its unit
-// remains.
+// A small plot has fewer tick labels and goes without its x title. A y title that is too long goes
+// without its unit.
 void CWGraph::FitTitles(QSize plot) const {
   const auto words = fontMetrics();
   int room = plot.height() - 3 * words.height() / 2 - 16;  // without the labels of the x axis and the margins
   const bool hasRoom = room >= (LeastPlotLines + 1) * words.height();
   if (hasRoom) room -= words.height();
   plot_->xAxis->setLabel(hasRoom ? TitleX() : QString());
-  const auto unit = TitleY().section('(', 1).remove(')');
+  const auto name = TitleY().section(" (", 0, 0);
   const auto fits = [&](const QString& title) { return words.horizontalAdvance(title) <= room; };
-  plot_->yAxis->setLabel(fits(TitleY()) ? TitleY() : fits(unit) ? unit : QString());
+  plot_->yAxis->setLabel(fits(TitleY()) ? TitleY() : fits(name) ? name : QString());
   const auto fitTicks = [](QCPAxis& axis, int count) {
     axis.ticker()->setTickCount(std::clamp(count, 2, 7));
   };

@@ -44,8 +44,8 @@ void CWGraphAxis::Show(CWGraphRange wanted) {
   const double least = std::min(limits.Size(), leastSize_ > 0 ? leastSize_ : Whole().Size() * DeepestZoom);
   const double size = std::clamp(std::abs(wanted.Size()), least, limits.Size());
   const double lower = std::clamp(wanted.Middle() - size / 2, limits.lower, limits.upper - size);
-  const bool isAll = size == limits.Size();
-  ShowExactly(isAll ? limits : CWGraphRange{lower, lower + size});
+  const bool isAll = size == limits.Size(), isEnd = lower + size > limits.upper - size * 1e-9;  // by rounding
+  ShowExactly(isAll ? limits : CWGraphRange{lower, isEnd ? limits.upper : lower + size});
 }
 
 void CWGraphAxis::ShowExactly(CWGraphRange range) {

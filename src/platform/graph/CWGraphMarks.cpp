@@ -257,7 +257,9 @@ void CWGraph::Step(std::ptrdiff_t points) {
 
 void CWGraph::ReadInSight(std::size_t index) {
   if (values_.empty()) return;
-  Read(std::min(index, values_.size() - 1));
+  index = std::min(index, values_.size() - 1);
+  const bool isPlace = style_ == PlotStyle::Linear || Counts(static_cast<std::ptrdiff_t>(index));
+  Read(isPlace ? index : Beyond(index, index == 0 ? 1 : -1));
   x_.Include(X(*read_));
 }
 

@@ -26,7 +26,7 @@ class DegreeTicker : public QCPAxisTicker {
  protected:
   double getTickStep(const QCPRange& range) override {
     const double rough = range.size() / (tickCount() + 1);
-    for (const double step : {1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 90.0, 180.0})
+    for (const double step : {0.1, 0.2, 0.5, 1.0, 2.0, 5.0, 10.0, 15.0, 30.0, 45.0, 90.0, 180.0})
       if (step >= rough && range.size() <= 400) return step;
     return QCPAxisTicker::getTickStep(range);
   }

@@ -106,7 +106,10 @@ QString CWGraph::Description() const {
 
 QString CWGraph::XWords() const {
   if (!Clock()) return RangeWords(XView());
-  const auto clock = [this](double sample) { return values::DurationClock(times_->secondsAt(sample)); };
+  const double seconds = times_->secondsAt(XView().upper) - times_->secondsAt(XView().lower);
+  const auto clock = [=, this](double sample) {
+    return values::DurationClock(times_->secondsAt(sample), seconds < 60 ? 2 : 0);
+  };
   return QString::fromStdString(clock(XView().lower) + " to " + clock(XView().upper));
 }
 
