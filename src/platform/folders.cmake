@@ -4,11 +4,11 @@
 # and the gate through which events come one at a time.
 set(BEXLOW_PLATFORM_MACHINE
   EventGate Machine Ports RealMachine System)
-# What screens are made of; CWSlide, Face, MSComm, Timer, ValueAccess and Winsock are headers alone.
+# What screens are made of; CWSlide, Drawn, MSComm, Timer and Winsock are headers alone.
 set(BEXLOW_PLATFORM_CONTROLS
   Colours Controls CWKnob CWNumEdit Form)
 # The graph control, on the plot library.
-set(BEXLOW_PLATFORM_GRAPH CWGraph CWGraphAxis)
+set(BEXLOW_PLATFORM_GRAPH CWGraph)
 
 foreach(name MACHINE CONTROLS GRAPH)
   string(TOLOWER ${name} folder)

@@ -5,7 +5,6 @@
 #include <numbers>
 
 #include "platform/controls/Colours.h"
-#include "platform/controls/ValueAccess.h"
 
 namespace bexlow::platform {
 

@@ -3,7 +3,7 @@
 
 #include <QAccessible>
 
-#include "platform/controls/Face.h"
+#include "platform/controls/Drawn.h"
 
 namespace bexlow::platform {
 

@@ -8,8 +8,7 @@
 #include <algorithm>
 
 #include "platform/controls/Colours.h"
-#include "platform/controls/Face.h"
-#include "platform/controls/ValueAccess.h"
+#include "platform/controls/Drawn.h"
 
 namespace bexlow::platform {
 
