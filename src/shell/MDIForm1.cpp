@@ -117,9 +117,10 @@ void StatusLine::Refresh() {
   const auto current = told == nullptr ? Activity{} : told->Doing();
   const auto activity = current.Text();
   if (current.phase != phase_) lblActivity->setAccessibleName(QString::fromStdString(phase_ = current.phase));
-  auto font = bar_.font();
-  font.setBold(current.warns);
-  lblActivity->setFont(font);
+  if (auto font = lblActivity->font(); font.bold() != current.warns) {
+    font.setBold(current.warns);
+    lblActivity->setFont(font);
+  }
   const auto& failure = shared::Shared.LastFailure;
   // A failure may come of an adapter that was pulled out, and an exchange may open another one.
   const bool isNew = std::exchange(failure_, failure) != failure;
